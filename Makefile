@@ -1,0 +1,57 @@
+# What people call. Each target installs what it needs first, so a machine with make, bash and apt is enough.
+PREFIX ?= /usr/local
+SECONDS_PER_TARGET ?= 60
+
+.PHONY: run test bench fuzz asan tsan coverage install package format lint accept-golden clean
+
+run:
+	@scripts/install-dependencies build
+	@scripts/build release veltprops
+	build/release/bin/veltprops sample --force build/release/sample.dxf && build/release/bin/veltprops show build/release/sample.dxf --all
+
+test:
+	@scripts/install-dependencies build test
+	@scripts/build dev && ctest --preset dev
+
+bench:
+	@scripts/install-dependencies build bench
+	@scripts/build release velt_bench && build/release/bin/velt_bench --json build/release/bench.json
+
+fuzz:
+	@scripts/install-dependencies build test sanitize
+	@scripts/build fuzz && scripts/fuzz build/fuzz $(SECONDS_PER_TARGET)
+
+asan:
+	@scripts/install-dependencies build test sanitize
+	@scripts/build asan-ubsan && ctest --preset asan-ubsan
+
+tsan:
+	@scripts/install-dependencies build test sanitize
+	@scripts/build tsan && ctest --preset tsan
+
+coverage:
+	@scripts/install-dependencies build test coverage
+	@scripts/build coverage && ctest --preset coverage && gcovr -r . --exclude tests build/coverage
+
+install:
+	@scripts/install-dependencies build
+	@scripts/build release velt_product && cmake --install build/release --prefix $(PREFIX)
+
+package:
+	@scripts/install-dependencies build package
+	@scripts/build release velt_product && cd build/release && cpack
+
+format:
+	@scripts/install-dependencies style
+	git ls-files '*.h' '*.cpp' | xargs -r clang-format -i
+
+lint:
+	@scripts/install-dependencies build test style
+	@scripts/build dev && scripts/lint build/dev
+
+accept-golden:
+	@scripts/install-dependencies build test
+	@scripts/accept-golden build/dev
+
+clean:
+	rm -rf build

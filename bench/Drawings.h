@@ -1,0 +1,21 @@
+// Drawings to measure on, as DXF text.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace velt::bench {
+
+enum class Content {
+  EqualLines,  ///< lines that differ in nothing but their handles: every value of every entity is read and compared
+  Lines,  ///< lines of various places, layers and colours, as in a drawing
+  Mixed,  ///< one entity of each class by turns, beginning with a line, likewise various
+};
+
+/// The entities stand in model space, and nothing else does. The same text for the same arguments.
+[[nodiscard]] std::string drawingOf(Content content, std::uint32_t entities);
+
+/// One polyline in model space.
+[[nodiscard]] std::string drawingOfPolyline(std::uint32_t vertices);
+
+}  // namespace velt::bench

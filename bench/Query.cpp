@@ -1,0 +1,170 @@
+// A query beside its floor, for growing selections.
+
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "bench/Floor.h"
+#include "bench/Groups.h"
+#include "bench/HostTraffic.h"
+#include "bench/Memory.h"
+#include "bench/Selection.h"
+
+namespace velt::bench {
+
+namespace {
+
+using platform::Ledger;
+
+struct NamedContent {
+  const char* name;
+  Content content;
+};
+
+constexpr NamedContent contents[] = {
+    {"equal-lines", Content::EqualLines},
+    {"lines", Content::Lines},
+    {"mixed", Content::Mixed},
+};
+
+constexpr std::size_t setUps = 3;
+
+struct Scale {
+  std::vector<std::uint32_t> sizes;
+  std::uint32_t smallestForGrowth;
+  std::uint32_t smallestForMemory;  // below it whole pages and the heap's own blocks blur the figure
+  Repetitions pairs;
+};
+
+Scale scaleFor(const Settings& settings) {
+  if (settings.quick) return {{10, 100, 200}, 100, 200, {.atLeast = 2, .atMost = 2}};
+  return {{100, 1'000, 10'000, 100'000}, 1'000, 10'000, {.atLeast = 5, .atMost = 101, .nanoseconds = 4e9}};
+}
+
+void clearValues(TqVector<PROPINFO>& rows) {
+  for (PROPINFO& row : rows)
+    VariantClear(&row.value);
+}
+
+void queryAndClear(Selection& selection) {
+  TqVector<PROPINFO> rows;
+  selection.query(rows);
+  clearValues(rows);
+}
+
+Samples sampleSetUp(Selection& selection) {
+  Samples samples;
+  while (samples.size() < setUps) {
+    selection.tearDown();
+    samples.push_back(timeOf([&] { selection.setUp(); }));
+  }
+  return samples;
+}
+
+// The floor must ask as much of the host as the query. All calls are compared elsewhere (see bench/counting), but for
+// small selections alone; this comparison is made of what is measured.
+void checkTraffic(Selection& selection, Floor& floor) {
+  const Ledger::Snapshot ofQuery = hostTrafficOf([&] { queryAndClear(selection); });
+  const Ledger::Snapshot ofFloor = hostTrafficOf([&] { floor.run(); });
+  floor.clearLeftovers();
+  for (const auto& [name, count] : ofQuery) {
+    const Ledger::Count other = ofFloor.at(name);
+    if (count == other) continue;
+    throw std::logic_error(fmt::format("{}: a query gets {} and gives back {}, its floor {} and {}", name,
+                                       count.handedOut, count.givenBack, other.handedOut, other.givenBack));
+  }
+}
+
+struct Growth {
+  std::vector<Point> query;
+  std::vector<Point> floor;
+};
+
+std::vector<Fact> factsOf(const FloorPlan& plan) {
+  const auto entities = static_cast<double>(plan.kindOf.size());
+  return {{"entities", entities},
+          {"propertiesPerEntity", static_cast<double>(plan.properties) / entities},
+          {"recordsPerEntity", static_cast<double>(plan.records) / entities}};
+}
+
+Quantity exactly(std::string name, std::string unit, double value) {
+  return {std::move(name), std::move(unit), {value, value, value}};
+}
+
+// `values` is what the values of the entities take in the host's memory, whoever holds them.
+void addMemory(const std::string& name, std::size_t peak, std::size_t values, const FloorPlan& plan,
+               Report& report) {
+  const auto properties = static_cast<double>(plan.properties);
+  const auto records = static_cast<double>(plan.records);
+  std::vector<Fact> facts = factsOf(plan);
+  facts.push_back({"sizeOfRecord", sizeof(PROPINFO)});
+  report.add({name,
+              std::move(facts),
+              {exactly("peak", "bytes per entity and property", static_cast<double>(peak) / properties),
+               exactly("peakPerRecord", "bytes per entity and record", static_cast<double>(peak) / records),
+               exactly("values", "bytes per entity and record", static_cast<double>(values) / records)}});
+}
+
+void measureSize(const NamedContent& named, std::uint32_t entities, const Scale& scale, Growth& growth,
+                 Report& report) {
+  Selection selection(named.content, entities);
+  const Spread setUp = spreadOf(sampleSetUp(selection));
+  queryAndClear(selection);  // the cache of property lists is warm from here on
+  const std::optional<std::size_t> peak = peakMemoryOf([&] { queryAndClear(selection); });
+
+  Floor floor(selection);
+  checkTraffic(selection, floor);
+  const std::optional<std::size_t> values = peakMemoryOf([&] { floor.run(); });
+  const Pairs times = samplePairs(
+      scale.pairs, [&] { queryAndClear(selection); }, [&] { floor.run(); });
+  floor.clearLeftovers();
+
+  const auto properties = static_cast<double>(floor.plan().properties);
+  const Spread ofQuery = spreadOf(times.first);
+  const Spread ofFloor = spreadOf(times.second);
+  if (entities >= scale.smallestForGrowth) {
+    growth.query.push_back({static_cast<double>(entities), ofQuery.median});
+    growth.floor.push_back({static_cast<double>(entities), ofFloor.median});
+  }
+
+  std::vector<Fact> facts = factsOf(floor.plan());
+  report.add({fmt::format("setup/{}/{}", named.name, entities),
+              facts,
+              {{"time", "ns per entity", setUp.over(static_cast<double>(entities))}}});
+  facts.push_back({"repetitions", static_cast<double>(times.first.size())});
+  report.add({fmt::format("query/{}/{}", named.name, entities),
+              std::move(facts),
+              {{"ratio", "", spreadOf(times.ratio)},
+               {"query", "ns per entity and property", ofQuery.over(properties)},
+               {"floor", "ns per entity and property", ofFloor.over(properties)}}});
+  if (peak && values && entities >= scale.smallestForMemory) {
+    addMemory(fmt::format("memory/{}/{}", named.name, entities), *peak, *values, floor.plan(), report);
+  }
+}
+
+void measureContent(const NamedContent& named, const Settings& settings, Report& report) {
+  const Scale scale = scaleFor(settings);
+  Growth growth;
+  for (const std::uint32_t entities : scale.sizes)
+    measureSize(named, entities, scale, growth, report);
+  const double ofQuery = growthExponent(growth.query);
+  const double ofFloor = growthExponent(growth.floor);
+  report.add({fmt::format("growth/query/{}", named.name),
+              {{"from", growth.query.front().size}, {"to", growth.query.back().size}},
+              {exactly("exponent", "", ofQuery), exactly("floorExponent", "", ofFloor)}});
+}
+
+}  // namespace
+
+void measureQueries(const Settings& settings, Report& report) {
+  for (const NamedContent& named : contents) {
+    if (settings.wants(fmt::format("query/{}", named.name))) measureContent(named, settings, report);
+  }
+}
+
+}  // namespace velt::bench

@@ -1,0 +1,57 @@
+// Timing: processor time of the calling thread, sampled several times and reported with its spread.
+//
+// Processor time and not the clock on the wall, because what is measured runs on one thread and the machine may have
+// other things to do. It includes the system's share, page faults above all.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <span>
+#include <vector>
+
+namespace velt::bench {
+
+struct Spread {
+  double min = 0.0;
+  double median = 0.0;
+  double max = 0.0;
+
+  [[nodiscard]] Spread over(double divisor) const { return {min / divisor, median / divisor, max / divisor}; }
+};
+
+using Samples = std::vector<double>;
+
+[[nodiscard]] Spread spreadOf(Samples samples);
+
+/// Nanoseconds.
+[[nodiscard]] double timeOf(const std::function<void()>& work);
+
+/// How often something is repeated: until the time is used up, but within the bounds.
+struct Repetitions {
+  std::size_t atLeast = 5;
+  std::size_t atMost = 101;
+  double nanoseconds = 1e9;
+};
+
+[[nodiscard]] Samples sample(const Repetitions& repetitions, const std::function<void()>& work);
+
+struct Pairs {
+  Samples first;
+  Samples second;
+  Samples ratio;  ///< first to second, of each pair
+};
+
+/// The two kinds of work by turns. A ratio is taken of two neighbours in time, so that what slows the machine down for
+/// a while slows both.
+[[nodiscard]] Pairs samplePairs(const Repetitions& repetitions, const std::function<void()>& first,
+                                const std::function<void()>& second);
+
+struct Point {
+  double size;
+  double time;
+};
+
+/// The slope of log(time) over log(size), by least squares: 1 is linear growth. Wants two different sizes.
+[[nodiscard]] double growthExponent(std::span<const Point> points);
+
+}  // namespace velt::bench

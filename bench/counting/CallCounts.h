@@ -1,0 +1,22 @@
+// How often each call to the host was made.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+namespace velt::bench {
+
+using CallCounts = std::map<std::string, std::int64_t>;
+
+/// Of the process; whoever wants the counts of some work empties it first.
+[[nodiscard]] inline CallCounts& callCounts() {
+  static CallCounts counts;
+  return counts;
+}
+
+inline void countCall(const char* name) {
+  ++callCounts()[name];
+}
+
+}  // namespace velt::bench

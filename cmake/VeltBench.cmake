@@ -1,0 +1,24 @@
+# bench/ is one program, so that the floor and the layer are measured in one run; bench/README.md says how it measures.
+# bench/counting/ is a second one over the same parts, in which the calls to the host are counted: counting takes time,
+# so nothing is timed there.
+velt_sources(veltBenchSources bench)
+set(veltBenchMain "${PROJECT_SOURCE_DIR}/bench/Main.cpp")
+set(veltCountingSources ${veltBenchSources})
+list(FILTER veltCountingSources INCLUDE REGEX "/bench/counting/")
+list(REMOVE_ITEM veltBenchSources "${veltBenchMain}" ${veltCountingSources})
+
+add_library(velt_bench_parts STATIC ${veltBenchSources})
+target_link_libraries(velt_bench_parts
+  PRIVATE velt_common
+  PUBLIC VeltPropData VeltEmbeddedHost nlohmann_json::nlohmann_json fmt::fmt)
+
+add_executable(velt_bench "${veltBenchMain}")
+target_link_libraries(velt_bench PRIVATE velt_common velt_bench_parts)
+
+add_executable(velt_bench_counts ${veltCountingSources})
+target_link_libraries(velt_bench_counts PRIVATE velt_common velt_bench_parts ${CMAKE_DL_LIBS})
+# Its functions are visible, so that those that bear the name of a host function take its place everywhere.
+set_target_properties(velt_bench_counts PROPERTIES
+  ENABLE_EXPORTS ON
+  CXX_VISIBILITY_PRESET default
+  VISIBILITY_INLINES_HIDDEN OFF)

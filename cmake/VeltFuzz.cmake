@@ -1,0 +1,22 @@
+# fuzz/<Name>Fuzz.cpp defines LLVMFuzzerTestOneInput. With VELT_FUZZ it becomes a libFuzzer program; without, a plain
+# main replays what is in fuzz/corpus/<Name>/, so that every input that once mattered stays an ordinary test.
+file(GLOB veltFuzzSources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/fuzz/*Fuzz.cpp")
+foreach(source IN LISTS veltFuzzSources)
+  get_filename_component(target "${source}" NAME_WE)
+  string(REGEX REPLACE "Fuzz$" "" name "${target}")
+  set(corpus "${PROJECT_SOURCE_DIR}/fuzz/corpus/${name}")
+
+  add_executable(fuzz_${name} "${source}")
+  target_link_libraries(fuzz_${name} PRIVATE velt_common VeltPropData VeltEmbeddedHost)
+  if(VELT_FUZZ)
+    target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+    set(replay -runs=0)
+  else()
+    target_sources(fuzz_${name} PRIVATE "${PROJECT_SOURCE_DIR}/fuzz/ReplayMain.cpp")
+    set(replay)
+  endif()
+  if(IS_DIRECTORY "${corpus}")
+    add_test(NAME fuzz.${name} COMMAND fuzz_${name} ${replay} "${corpus}")
+    set_tests_properties(fuzz.${name} PROPERTIES TIMEOUT 300)
+  endif()
+endforeach()

@@ -1,0 +1,47 @@
+include(CMakePackageConfigHelpers)
+
+install(TARGETS VeltPropData VeltEmbeddedHost EXPORT VeltPropDataTargets
+  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+if(TARGET veltprops)
+  install(TARGETS veltprops RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+endif()
+if(VELT_PLUGIN_TARGETS)
+  install(TARGETS ${VELT_PLUGIN_TARGETS} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/velt/plugins")
+endif()
+
+# Includes are written from the root of the tree, so the installed headers keep its folders below one of their own.
+foreach(folder IN ITEMS host text errors container propdata embedded)
+  if(IS_DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}")
+    install(DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/velt"
+      FILES_MATCHING PATTERN "*.h" PATTERN "*.inc" PATTERN "propdata/support" EXCLUDE)
+  endif()
+endforeach()
+
+install(EXPORT VeltPropDataTargets NAMESPACE Velt:: DESTINATION "${CMAKE_INSTALL_LIBDIR}/cmake/VeltPropData")
+configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/VeltPropDataConfig.cmake.in"
+  "${CMAKE_BINARY_DIR}/generated/VeltPropDataConfig.cmake"
+  INSTALL_DESTINATION "${CMAKE_INSTALL_LIBDIR}/cmake/VeltPropData")
+write_basic_package_version_file("${CMAKE_BINARY_DIR}/generated/VeltPropDataConfigVersion.cmake"
+  COMPATIBILITY SameMajorVersion)
+install(FILES
+  "${CMAKE_BINARY_DIR}/generated/VeltPropDataConfig.cmake"
+  "${CMAKE_BINARY_DIR}/generated/VeltPropDataConfigVersion.cmake"
+  DESTINATION "${CMAKE_INSTALL_LIBDIR}/cmake/VeltPropData")
+
+file(RELATIVE_PATH veltPrefixFromPc "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+configure_file("${PROJECT_SOURCE_DIR}/cmake/veltpropdata.pc.in" "${CMAKE_BINARY_DIR}/generated/veltpropdata.pc" @ONLY)
+install(FILES "${CMAKE_BINARY_DIR}/generated/veltpropdata.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/veltpropdata")
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME veltpropdata)
+set(CPACK_PACKAGE_CONTACT "the maintainers of ${PROJECT_NAME}")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_BINARY_DIR}/lib")
+set(CPACK_STRIP_FILES ON)
+include(CPack)

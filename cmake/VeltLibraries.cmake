@@ -1,0 +1,61 @@
+# What every target of the project sees: its own root as the include root, its warnings, its instrumentation.
+add_library(velt_common INTERFACE)
+target_include_directories(velt_common INTERFACE "${PROJECT_SOURCE_DIR}")
+target_link_libraries(velt_common INTERFACE velt_warnings velt_instrument)
+
+# --- the property layer -------------------------------------------------------------------------------------------
+#
+# Compiled once, linked twice: as the shared library that ships, and as an archive for the tests of its inner parts,
+# which hidden visibility keeps out of their reach. An executable links one of the two and never both: they would
+# keep two copies of the layer's state.
+velt_sources_or_placeholder(veltLayerSources text errors container propdata)
+
+add_library(velt_propdata_objects OBJECT ${veltLayerSources})
+target_link_libraries(velt_propdata_objects PRIVATE velt_common)
+
+add_library(VeltPropData SHARED $<TARGET_OBJECTS:velt_propdata_objects>)
+target_link_libraries(VeltPropData PRIVATE velt_instrument)
+set_target_properties(VeltPropData PROPERTIES
+  VERSION ${PROJECT_VERSION}
+  SOVERSION ${PROJECT_VERSION_MAJOR}
+  INSTALL_RPATH ""
+  LINKER_LANGUAGE CXX)
+
+# Every host symbol stays undefined here: the process that loads the layer supplies them. So there is no
+# -Wl,--no-undefined, and no library besides the compiler's own. What the list of undefined symbols may hold is
+# pinned by tests/golden/needed_symbols.txt.
+set(veltLayerMap "${PROJECT_SOURCE_DIR}/cmake/VeltPropData.map")
+target_link_options(VeltPropData PRIVATE "LINKER:--version-script=${veltLayerMap}")
+set_property(TARGET VeltPropData APPEND PROPERTY LINK_DEPENDS "${veltLayerMap}")
+target_include_directories(VeltPropData INTERFACE
+  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/velt>)
+target_compile_features(VeltPropData INTERFACE cxx_std_20)
+
+add_library(velt_propdata_internals STATIC $<TARGET_OBJECTS:velt_propdata_objects>)
+set_target_properties(velt_propdata_internals PROPERTIES LINKER_LANGUAGE CXX)
+target_link_libraries(velt_propdata_internals PUBLIC velt_common)
+
+# --- the embedded host --------------------------------------------------------------------------------------------
+velt_sources_or_placeholder(veltHostSources embedded)
+
+add_library(VeltEmbeddedHost SHARED ${veltHostSources})
+target_link_libraries(VeltEmbeddedHost PRIVATE velt_common ${CMAKE_DL_LIBS} Threads::Threads)
+target_include_directories(VeltEmbeddedHost INTERFACE
+  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/velt>)
+target_compile_features(VeltEmbeddedHost INTERFACE cxx_std_20)
+# Everything is visible, and nothing is bound inside the library: a test or a tool puts a function of the same name
+# into its executable, and from then on the layer and the host itself call that one. This is how faults are
+# injected, so neither -Bsymbolic nor a compiler that inlines across the boundary is welcome here.
+set_target_properties(VeltEmbeddedHost PROPERTIES
+  VERSION ${PROJECT_VERSION}
+  SOVERSION ${PROJECT_VERSION_MAJOR}
+  INSTALL_RPATH ""
+  CXX_VISIBILITY_PRESET default
+  VISIBILITY_INLINES_HIDDEN OFF)
+target_compile_options(VeltEmbeddedHost PRIVATE -fsemantic-interposition)
+if(NOT VELT_INSTRUMENTED)
+  # The runtime of a sanitizer is in the executable, so an instrumented library always has undefined symbols.
+  target_link_options(VeltEmbeddedHost PRIVATE "LINKER:--no-undefined")
+endif()

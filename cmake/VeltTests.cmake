@@ -1,0 +1,87 @@
+include(GoogleTest)
+
+# --- what tests share ---------------------------------------------------------------------------------------------
+velt_sources_or_placeholder(veltSupportSources tests/support)
+add_library(velt_test_support STATIC ${veltSupportSources})
+target_link_libraries(velt_test_support
+  PUBLIC velt_common VeltEmbeddedHost GTest::gmock GTest::gtest rapidcheck rapidcheck_gtest)
+# Functions of tests are visible, so that one that bears the name of a host function takes its place everywhere.
+set_target_properties(velt_test_support PROPERTIES CXX_VISIBILITY_PRESET default VISIBILITY_INLINES_HIDDEN OFF)
+# For golden files: where they stand, and where what came out instead is put (see scripts/accept-golden).
+target_compile_definitions(velt_test_support PUBLIC
+  VELT_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
+  VELT_BINARY_DIR="${CMAKE_BINARY_DIR}"
+  VELT_PLUGIN_DIR="${VELT_PLUGIN_DIR}"
+  VELT_GOLDEN_OUT="${CMAKE_BINARY_DIR}/golden")
+
+# --- one executable per folder of tests/ --------------------------------------------------------------------------
+#
+# Tests of the folders of the layer link the archive and reach its inner parts; tests of the host see no layer; all
+# others link the two libraries as they ship.
+set(veltLayerFolders text errors container propdata)
+set(veltNoLayerFolders host embedded house)
+
+velt_subfolders(veltTestFolders tests)
+foreach(folder IN LISTS veltTestFolders)
+  if(folder STREQUAL "support")
+    continue()
+  endif()
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/${folder}/*Test.cpp")
+  if(sources)
+    set(target velt_test_${folder})
+    add_executable(${target} ${sources})
+    target_link_libraries(${target} PRIVATE velt_test_support)
+    if(folder IN_LIST veltLayerFolders)
+      target_link_libraries(${target} PRIVATE velt_propdata_internals)
+    elseif(folder STREQUAL "tool")
+      target_link_libraries(${target} PRIVATE velt_tool)
+    elseif(NOT folder IN_LIST veltNoLayerFolders)
+      target_link_libraries(${target} PRIVATE VeltPropData)
+    endif()
+    target_link_libraries(${target} PRIVATE VeltEmbeddedHost GTest::gmock_main)
+    set_target_properties(${target} PROPERTIES
+      ENABLE_EXPORTS ON
+      CXX_VISIBILITY_PRESET default
+      VISIBILITY_INLINES_HIDDEN OFF)
+    if(VELT_PLUGIN_TARGETS)
+      add_dependencies(${target} ${VELT_PLUGIN_TARGETS})
+    endif()
+    if(folder STREQUAL "tool" AND TARGET veltprops)
+      add_dependencies(${target} veltprops)
+    endif()
+    gtest_discover_tests(${target}
+      TEST_PREFIX "${folder}."
+      DISCOVERY_MODE PRE_TEST
+      DISCOVERY_TIMEOUT 120
+      WORKING_DIRECTORY "${CMAKE_BINARY_DIR}"
+      PROPERTIES TIMEOUT 300)
+  endif()
+
+  # Tests written as scripts: <Name>Test.py is run as it is; exit code 77 means skipped.
+  file(GLOB_RECURSE scripts CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/${folder}/*Test.py")
+  foreach(script IN LISTS scripts)
+    get_filename_component(name "${script}" NAME_WE)
+    add_test(NAME ${folder}.${name} COMMAND "${VELT_PYTHON}" "${script}")
+    set_tests_properties(${folder}.${name} PROPERTIES
+      SKIP_RETURN_CODE 77
+      TIMEOUT 300
+      ENVIRONMENT "PYTHONDONTWRITEBYTECODE=1;VELT_SOURCE_DIR=${PROJECT_SOURCE_DIR};VELT_BINARY_DIR=${CMAKE_BINARY_DIR};VELT_GOLDEN_OUT=${CMAKE_BINARY_DIR}/golden;VELT_CXX=${CMAKE_CXX_COMPILER};VELT_INSTRUMENTED=${VELT_INSTRUMENTED}")
+  endforeach()
+endforeach()
+
+# --- every public header compiles on its own ----------------------------------------------------------------------
+file(GLOB_RECURSE veltPublicHeaders CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE_DIR}"
+  "${PROJECT_SOURCE_DIR}/host/*.h")
+if(EXISTS "${PROJECT_SOURCE_DIR}/propdata/VeltPropData.h")
+  list(APPEND veltPublicHeaders propdata/VeltPropData.h)
+endif()
+set(veltHeaderUnits)
+foreach(header IN LISTS veltPublicHeaders)
+  set(unit "${CMAKE_BINARY_DIR}/generated/headers/${header}.cpp")
+  file(CONFIGURE OUTPUT "${unit}" CONTENT "#include \"${header}\"\n")
+  list(APPEND veltHeaderUnits "${unit}")
+endforeach()
+if(veltHeaderUnits)
+  add_library(velt_header_checks OBJECT ${veltHeaderUnits})
+  target_link_libraries(velt_header_checks PRIVATE velt_common)
+endif()

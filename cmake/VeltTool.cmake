@@ -1,0 +1,55 @@
+# --- veltprops ----------------------------------------------------------------------------------------------------
+find_package(CLI11 REQUIRED)
+find_package(nlohmann_json REQUIRED)
+find_package(fmt REQUIRED)
+
+# The code of the tool is an archive, so that tests reach it; Main.cpp alone belongs to the executable.
+velt_sources(veltToolSources tool)
+set(veltToolMain "${PROJECT_SOURCE_DIR}/tool/Main.cpp")
+list(REMOVE_ITEM veltToolSources "${veltToolMain}")
+if(NOT veltToolSources)
+  set(veltToolSources "${VELT_PLACEHOLDER}")
+endif()
+
+add_library(velt_tool STATIC ${veltToolSources})
+target_link_libraries(velt_tool
+  PRIVATE velt_common
+  PUBLIC VeltPropData VeltEmbeddedHost CLI11::CLI11 nlohmann_json::nlohmann_json fmt::fmt)
+
+if(EXISTS "${veltToolMain}")
+  add_executable(veltprops "${veltToolMain}")
+  target_link_libraries(veltprops PRIVATE velt_common velt_tool)
+endif()
+
+# --- sample plug-ins: one module per folder -----------------------------------------------------------------------
+set(VELT_PLUGIN_DIR "${CMAKE_BINARY_DIR}/plugins")
+set(VELT_PLUGIN_TARGETS)
+velt_subfolders(veltPlugins plugins)
+foreach(name IN LISTS veltPlugins)
+  velt_sources(sources plugins/${name})
+  if(sources)
+    add_library(plugin_${name} MODULE ${sources})
+    target_link_libraries(plugin_${name} PRIVATE velt_common VeltEmbeddedHost)
+    set_target_properties(plugin_${name} PROPERTIES
+      PREFIX ""
+      OUTPUT_NAME "${name}"
+      INSTALL_RPATH ""
+      LIBRARY_OUTPUT_DIRECTORY "${VELT_PLUGIN_DIR}")
+    list(APPEND VELT_PLUGIN_TARGETS plugin_${name})
+  endif()
+endforeach()
+
+# --- what ships ---------------------------------------------------------------------------------------------------
+add_custom_target(velt_product)
+add_dependencies(velt_product VeltPropData VeltEmbeddedHost ${VELT_PLUGIN_TARGETS})
+if(TARGET veltprops)
+  add_dependencies(velt_product veltprops)
+endif()
+
+# --- examples: one executable per file ----------------------------------------------------------------------------
+file(GLOB veltExamples CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/examples/*.cpp")
+foreach(source IN LISTS veltExamples)
+  get_filename_component(name "${source}" NAME_WE)
+  add_executable(example_${name} "${source}")
+  target_link_libraries(example_${name} PRIVATE velt_common VeltPropData VeltEmbeddedHost)
+endforeach()

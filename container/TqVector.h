@@ -1,0 +1,233 @@
+#pragma once
+
+// TqVector: the shared array behind every list of the property layer.
+//
+// A vector is one pointer to a reference-counted data block. Copies share the block; whoever writes through a
+// non-const access while others share it first gets a clone of its own. So lists are passed and stored by
+// value for the price of a pointer and an atomic increment. An empty vector points at the host's shared empty
+// block, which is counted like any other (a non-const begin() of it therefore clones it too).
+//
+// Threads: vectors that share a block may be copied and destroyed on different threads; elements and single
+// vector objects are not protected.
+//
+// Failures are reported to the crash recorder and never thrown. Status 24: an index outside the logical
+// length, which is then used all the same. Status 2: last() of an empty vector, which gives a new element
+// that nobody frees. Status 6: memory cannot be had; the vector keeps its previous state, so a push_back adds
+// nothing, and copyBeforeWrite() answers false while the block stays shared.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <utility>
+
+#include "container/TqHeapOp.h"
+#include "container/TqPolicies.h"
+#include "host/platform/VectorBlock.h"
+
+struct TqVectorData : TqVectorBlock, TqHeapOp {};
+
+template <class T, class Allocator = TqDefaultMemAllocator<T>, class RefCounter = TqRefCounter,
+          class GrowPolicy = TqVectorDefaultGrowPolicy>
+class TqVector {
+ public:
+  using value_type = T;
+  using size_type = std::uint32_t;
+  using iterator = T*;
+  using const_iterator = const T*;
+
+  TqVector() : block_(gpEmptyVectorData) { RefCounter::addReference(block_->refCount); }
+  TqVector(const TqVector& other) : block_(other.block_) { RefCounter::addReference(block_->refCount); }
+  TqVector(TqVector&& other) noexcept : TqVector() { std::swap(block_, other.block_); }
+  ~TqVector() { release(block_); }
+
+  TqVector& operator=(const TqVector& other) {
+    if (block_ == other.block_)
+      return *this;  // most often the empty block: counting it down and up costs more
+    TqVector copy(other);
+    std::swap(block_, copy.block_);
+    return *this;
+  }
+  TqVector& operator=(TqVector&& other) noexcept {
+    std::swap(block_, other.block_);
+    return *this;
+  }
+
+  size_type length() const { return block_->logicalLength; }
+  size_type logicalLength() const { return block_->logicalLength; }
+  size_type size() const { return block_->logicalLength; }
+  size_type physicalLength() const { return block_->physicalLength; }
+  bool isEmpty() const { return block_->logicalLength == 0; }
+  bool empty() const { return isEmpty(); }
+  bool isValidIndex(int index) const { return index >= 0 && static_cast<size_type>(index) < length(); }
+
+  const_iterator begin() const { return elements(); }
+  const_iterator end() const { return elements() + length(); }
+  iterator begin() {
+    copyBeforeWrite();
+    return elements();
+  }
+  iterator end() {
+    copyBeforeWrite();
+    return elements() + length();
+  }
+
+  const T& at(int index) const {
+    reportUnlessValid(index);
+    return *addressOf(index);
+  }
+  T& at(int index) {
+    copyBeforeWrite();
+    reportUnlessValid(index);
+    return *addressOf(index);
+  }
+  const T& operator[](size_type index) const { return at(static_cast<int>(index)); }
+  T& operator[](size_type index) { return at(static_cast<int>(index)); }
+
+  const_iterator iteratorAt(int index) const { return &at(index); }
+  iterator iteratorAt(int index) { return &at(index); }
+
+  const T& last() const { return isEmpty() ? lastOfNothing() : elements()[length() - 1]; }
+  T& last() {
+    if (isEmpty()) return lastOfNothing();
+    copyBeforeWrite();
+    return elements()[length() - 1];
+  }
+
+  void push_back(const T& element) { append(element); }
+  TqVector& append(const T& element) {
+    if (holds(element)) {
+      const T copy(element);
+      appendForeign(copy);
+    } else {
+      appendForeign(element);
+    }
+    return *this;
+  }
+  TqVector& append(const TqVector& other) {
+    const size_type before = length();
+    const size_type added = other.length();
+    if (added == 0 || !setLogicalLength(before + added)) return *this;
+    const T* const source = &other == this ? elements() : other.elements();
+    TqElementConstructor<T>::assign(elements() + before, source, added);
+    return *this;
+  }
+
+  // The same, but the elements move over when nobody shares them: other then holds what their places held before.
+  TqVector& append(TqVector&& other) {
+    if (&other == this || other.isShared()) return append(static_cast<const TqVector&>(other));
+    const size_type before = length();
+    const size_type added = other.length();
+    if (added == 0 || !setLogicalLength(before + added)) return *this;
+    std::move(other.elements(), other.elements() + added, elements() + before);
+    return *this;
+  }
+
+  void clear() { setLogicalLength(0); }
+
+  // Slots between the old and the new logical length keep whatever they hold. False when memory cannot be had.
+  bool setLogicalLength(size_type length) {
+    if (length == block_->logicalLength) return true;
+    if (length > block_->physicalLength) {
+      const size_type grown =
+          GrowPolicy::growCount(block_->logicalLength, block_->physicalLength, length, block_->growCount);
+      if (!setPhysicalLength(grown)) return false;
+    } else if (!copyBeforeWrite(length)) {
+      return false;
+    }
+    block_->logicalLength = length;
+    return true;
+  }
+
+  // Keeps the first elements that fit. False when memory cannot be had.
+  bool setPhysicalLength(size_type length) {
+    if (length == block_->physicalLength) return true;
+    if (length == 0) {
+      *this = TqVector();
+      return true;
+    }
+    return replaceBlock(newBlock(length, block_->growCount, block_->logicalLength, isShared()));
+  }
+
+  // Makes the block this vector's own, with min(keep, logical length) elements, when others share it. False
+  // when memory cannot be had: the block is then still shared and must not be written.
+  bool copyBeforeWrite(size_type keep) {
+    if (!isShared()) return true;
+    return replaceBlock(clone(keep));
+  }
+  bool copyBeforeWrite() { return copyBeforeWrite(block_->logicalLength); }
+
+ private:
+  bool isShared() const { return RefCounter::read(block_->refCount) >= 2; }
+
+  T* elements() const { return static_cast<T*>(block_->elements); }
+
+  // Not formed by pointer arithmetic: the address is prescribed for any index.
+  T* addressOf(int index) const {
+    return reinterpret_cast<T*>(reinterpret_cast<std::uintptr_t>(block_->elements)
+                                + static_cast<std::uintptr_t>(static_cast<std::intptr_t>(index)) * sizeof(T));
+  }
+
+  bool holds(const T& element) const {
+    const std::less<const T*> before;
+    return !before(&element, elements()) && before(&element, elements() + block_->physicalLength);
+  }
+
+  void appendForeign(const T& element) {
+    const size_type at = length();
+    if (setLogicalLength(at + 1)) elements()[at] = element;
+  }
+
+  void reportUnlessValid(int index) const {
+    // QUIRK(index_not_clamped): a wrong index is reported and then used as it is.
+    if (!isValidIndex(index)) velt::errors::reportToCrashRecorder(Velt::eInvalidIndex);
+  }
+
+  static T& lastOfNothing() {
+    // QUIRK(last_of_empty): callers hold a reference for as long as they like, so the element is never freed.
+    velt::errors::reportToCrashRecorder(Velt::eNoElement);
+    return *new T();
+  }
+
+  TqVectorBlock* clone(size_type keep) const {
+    // QUIRK(clone_of_empty_holds_16): a clone of a block without slots gets 16.
+    constexpr size_type slotsOfAnEmptyClone = 16;
+    const size_type physical = block_->physicalLength != 0 ? block_->physicalLength : slotsOfAnEmptyClone;
+    return newBlock(physical, block_->growCount, keep, true);
+  }
+
+  // A block with min(keep, logical length, physical) of this vector's elements, or null (status 6 reported).
+  // Elements that others share are copied; those of a block that is about to be freed move over.
+  TqVectorBlock* newBlock(size_type physical, size_type growCount, size_type keep, bool shared) const {
+    T* const slots = Allocator::alloc(physical);
+    if (slots == nullptr) return nullptr;
+    TqVectorData* const made = new TqVectorData;
+    if (made == nullptr) {
+      Allocator::dealloc(slots);
+      velt::errors::reportToCrashRecorder(Velt::eOutOfMemory);
+      return nullptr;
+    }
+    const size_type kept = std::min({keep, block_->logicalLength, physical});
+    if (shared) {
+      TqElementConstructor<T>::assign(slots, elements(), kept);
+    } else {
+      std::move(elements(), elements() + kept, slots);
+    }
+    static_cast<TqVectorBlock&>(*made) = {1, kept, physical, growCount, slots};
+    return made;
+  }
+
+  bool replaceBlock(TqVectorBlock* made) {
+    if (made == nullptr) return false;
+    release(std::exchange(block_, made));
+    return true;
+  }
+
+  static void release(TqVectorBlock* block) {
+    if (!RefCounter::releaseIsLast(block->refCount)) return;
+    Allocator::dealloc(static_cast<T*>(block->elements));
+    delete static_cast<TqVectorData*>(block);
+  }
+
+  TqVectorBlock* block_;  // never null
+};

@@ -1,0 +1,82 @@
+// The ways in which rows reach their values.
+#pragma once
+
+#include "embedded/automation/PropertyTable.h"
+
+namespace velt::automation {
+
+/// X, Y and Z of a row whose value is a point or a direction in space.
+extern const ElementAccess pointElements;
+
+namespace access {
+
+Value getReal(const Subject&, const PropertyRow&);
+Value getDegrees(const Subject&, const PropertyRow&);
+Value getDirection(const Subject&, const PropertyRow&);
+Value getInteger(const Subject&, const PropertyRow&);
+Value getBit(const Subject&, const PropertyRow&);
+Value getText(const Subject&, const PropertyRow&);
+Value getWorldPoint(const Subject&, const PropertyRow&);
+Value getObjectPoint(const Subject&, const PropertyRow&);
+
+template <auto Get>
+Value getBy(const Subject& subject, const PropertyRow&) {
+  return Value(Get(subject));
+}
+
+template <class Argument>
+void putThrough(void (*put)(const Subject&, Argument), const Subject& subject, const Value& value) {
+  put(subject, std::get<std::remove_cvref_t<Argument>>(value));
+}
+
+template <auto Put>
+void putBy(const Subject& subject, const PropertyRow&, const Value& value) {
+  putThrough(Put, subject, value);
+}
+
+}  // namespace access
+
+// clang-format off
+constexpr Access storedReal(int code, const char* subclass, double otherwise = 0) {
+  return {AccessKind::Real, code, subclass, otherwise, 0, Limit::None, access::getReal, nullptr, nullptr};
+}
+constexpr Access storedDegrees(int code, const char* subclass, double otherwiseDegrees = 0) {
+  return {AccessKind::Degrees, code, subclass, otherwiseDegrees, 0, Limit::None, access::getDegrees, nullptr, nullptr};
+}
+constexpr Access storedDirection(int code, const char* subclass, double otherwiseDegrees = 0) {
+  return {AccessKind::Direction, code, subclass, otherwiseDegrees, 0, Limit::None, access::getDirection, nullptr, nullptr};
+}
+constexpr Access storedInteger(int code, const char* subclass, std::int32_t otherwise = 0) {
+  return {AccessKind::Integer, code, subclass, static_cast<double>(otherwise), 0, Limit::None, access::getInteger, nullptr, nullptr};
+}
+constexpr Access storedBit(int code, const char* subclass, std::int32_t mask) {
+  return {AccessKind::Bit, code, subclass, 0, mask, Limit::None, access::getBit, nullptr, nullptr};
+}
+constexpr Access storedText(int code, const char* subclass) {
+  return {AccessKind::Text, code, subclass, 0, 0, Limit::None, access::getText, nullptr, nullptr};
+}
+constexpr Access worldPoint(int code, const char* subclass) {
+  return {AccessKind::WorldPoint, code, subclass, 0, 0, Limit::None, access::getWorldPoint, nullptr, &pointElements};
+}
+constexpr Access objectPoint(int code, const char* subclass) {
+  return {AccessKind::ObjectPoint, code, subclass, 0, 0, Limit::None, access::getObjectPoint, nullptr, &pointElements};
+}
+// clang-format on
+
+/// By functions of the class: `T Get(const Subject&)` for one of the types of Value, `void Put(const Subject&, const T&)`.
+template <auto Get, auto Put = nullptr>
+constexpr Access computed() {
+  Access made{AccessKind::Computed, 0, "", 0, 0, Limit::None, access::getBy<Get>, nullptr, nullptr};
+  if constexpr (Put != nullptr) made.put = access::putBy<Put>;
+  return made;
+}
+
+/// The same for points and directions.
+template <auto Get, auto Put = nullptr>
+constexpr Access computedPoint() {
+  Access made = computed<Get, Put>();
+  made.elements = &pointElements;
+  return made;
+}
+
+}  // namespace velt::automation

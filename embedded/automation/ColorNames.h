@@ -1,0 +1,32 @@
+// The colours that have a name, by their colour index.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace velt::automation {
+
+inline constexpr std::int32_t byBlockIndex = 0;
+inline constexpr std::int32_t byLayerIndex = 256;
+
+struct NamedColor {
+  std::int32_t index;
+  const wchar_t* name;
+};
+
+// clang-format off
+inline constexpr std::array<NamedColor, 9> colorNames = {{
+    // index        name
+    {byLayerIndex,  L"ByLayer"},
+    {byBlockIndex,  L"ByBlock"},
+    {1,             L"Red"},
+    {2,             L"Yellow"},
+    {3,             L"Green"},
+    {4,             L"Cyan"},
+    {5,             L"Blue"},
+    {6,             L"Magenta"},
+    {7,             L"White"},
+}};
+// clang-format on
+
+}  // namespace velt::automation

@@ -1,0 +1,58 @@
+// Lists of texts with their cookies, as IPerPropertyBrowsing and the expander hand them out.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "host/com/ComRuntime.h"
+#include "host/com/CountedArrays.h"
+
+namespace velt::automation {
+
+/// Builds both arrays in the caller's memory and gives them up only when all is complete.
+class CountedStrings {
+ public:
+  /// Memory for exactly so many; check isComplete() before they are given out.
+  explicit CountedStrings(std::size_t count)
+      : count_(static_cast<ULONG>(count)),
+        strings_(static_cast<LPOLESTR*>(CoTaskMemAlloc(count * sizeof(LPOLESTR)))),
+        cookies_(static_cast<DWORD*>(CoTaskMemAlloc(count * sizeof(DWORD)))) {}
+
+  ~CountedStrings() {
+    for (ULONG i = 0; i < used_; ++i)
+      SysFreeString(strings_[i]);
+    CoTaskMemFree(strings_);
+    CoTaskMemFree(cookies_);
+  }
+  CountedStrings(const CountedStrings&) = delete;
+  CountedStrings& operator=(const CountedStrings&) = delete;
+
+  /// The next text; its number is its cookie. Nothing happens once memory ran out.
+  void add(std::wstring_view text) {
+    if (strings_ == nullptr || cookies_ == nullptr || used_ == count_) return;
+    BSTR copy = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+    if (copy == nullptr) return;
+    strings_[used_] = copy;
+    cookies_[used_] = used_;
+    ++used_;
+  }
+
+  /// E_OUTOFMEMORY, and the arguments stay as they are, when memory ran out on the way.
+  HRESULT giveTo(CALPOLESTR& strings, CADWORD& cookies) {
+    if (strings_ == nullptr || cookies_ == nullptr || used_ != count_) return E_OUTOFMEMORY;
+    strings = {count_, strings_};
+    cookies = {count_, cookies_};
+    strings_ = nullptr;
+    cookies_ = nullptr;
+    used_ = 0;
+    return S_OK;
+  }
+
+ private:
+  ULONG count_;
+  ULONG used_ = 0;
+  LPOLESTR* strings_;
+  DWORD* cookies_;
+};
+
+}  // namespace velt::automation

@@ -1,0 +1,26 @@
+// Giving out the name and the help text of a type or a member.
+#pragma once
+
+#include "embedded/com/StringHolder.h"
+#include "host/com/Bstr.h"
+#include "host/com/HResult.h"
+
+namespace velt::automation {
+
+/// Fills what is asked for (null: not asked for); there are no help files. Nothing is filled when memory is exhausted.
+inline HRESULT giveDocumentation(const wchar_t* name, const wchar_t* help, BSTR* nameOut, BSTR* helpOut,
+                                 DWORD* helpContext = nullptr, BSTR* helpFile = nullptr) {
+  com::StringHolder nameCopy;
+  com::StringHolder helpCopy;
+  if (nameOut != nullptr) nameCopy = com::StringHolder(name);
+  if (helpOut != nullptr) helpCopy = com::StringHolder(help);
+  if ((nameOut != nullptr && nameCopy.isNull()) || (helpOut != nullptr && helpCopy.isNull()))
+    return E_OUTOFMEMORY;
+  if (nameOut != nullptr) *nameOut = nameCopy.detach();
+  if (helpOut != nullptr) *helpOut = helpCopy.detach();
+  if (helpContext != nullptr) *helpContext = 0;
+  if (helpFile != nullptr) *helpFile = nullptr;
+  return S_OK;
+}
+
+}  // namespace velt::automation

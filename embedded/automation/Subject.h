@@ -1,0 +1,35 @@
+// The entity that a property is read from or written to.
+#pragma once
+
+#include <cstdint>
+
+#include "embedded/database/Drawing.h"
+#include "embedded/database/Entity.h"
+#include "embedded/database/Lens.h"
+
+namespace velt::automation {
+
+struct AutomationClass;
+
+/// Cheap to make, for the length of one call: an edit of the drawing or its end makes it useless.
+class Subject {
+ public:
+  Subject(const database::ObjectRef& object, VkDbObjectId id, const AutomationClass& kind)
+      : object_(object), id_(id), kind_(&kind) {}
+
+  [[nodiscard]] database::Drawing& drawing() const { return *object_.drawing; }
+  [[nodiscard]] std::uint32_t record() const { return object_.record; }
+  [[nodiscard]] const database::ObjectRef& object() const { return object_; }
+  [[nodiscard]] VkDbObjectId id() const { return id_; }
+  [[nodiscard]] const AutomationClass& kind() const { return *kind_; }
+
+  [[nodiscard]] database::Lens lens() const { return database::Lens(object_); }
+  [[nodiscard]] database::Entity entity() const { return database::Entity(object_); }
+
+ private:
+  database::ObjectRef object_;
+  VkDbObjectId id_;
+  const AutomationClass* kind_;
+};
+
+}  // namespace velt::automation

@@ -1,0 +1,78 @@
+#include <cmath>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/EntityGeometry.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/classes/General.h"
+#include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/geometry/EllipticalArc.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+constexpr const char* circle = "AcDbCircle";
+constexpr const char* arc = "AcDbArc";
+
+double radiusOf(const Subject& subject) {
+  return subject.lens().real(40, circle, 0);
+}
+
+double endOf(const Subject& subject, int code) {
+  return radians(subject.lens().real(code, arc, 0));
+}
+
+Vector3 pointOf(const Subject& subject, double direction) {
+  const database::Lens lens = subject.lens();
+  const double radius = radiusOf(subject);
+  const Vector3 reach{radius * std::cos(direction), radius * std::sin(direction), 0};
+  return frameOf(lens, circle).toWorld(pointAt(lens, 10, circle) + reach);
+}
+
+Vector3 getStartPoint(const Subject& subject) {
+  return pointOf(subject, endOf(subject, 50));
+}
+
+Vector3 getEndPoint(const Subject& subject) {
+  return pointOf(subject, endOf(subject, 51));
+}
+
+double getTotalAngle(const Subject& subject) {
+  return sweepBetween(endOf(subject, 50), endOf(subject, 51));
+}
+
+double getArcLength(const Subject& subject) {
+  return radiusOf(subject) * getTotalAngle(subject);
+}
+
+double getArea(const Subject& subject) {
+  const double radius = radiusOf(subject);
+  return segmentArea(radius, radius, getTotalAngle(subject));
+}
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id  name           label          type             category                   access                          choices       weight  help
+  {  1, L"Thickness",   L"Thickness",  types::distance, Category::General,         storedReal(39, circle),         Choices::None,  90, L"How far the arc is pulled along its normal."},
+  {  2, L"StartPoint",  L"Start",      VT_VARIANT,      Category::Geometry,        computedPoint<getStartPoint>(), Choices::None, 110, L"Where the arc begins. Read-only: it follows from center, radius and angle."},
+  {  3, L"Center",      L"Center",     VT_VARIANT,      Category::Geometry,        objectPoint(10, circle),        Choices::None, 120, L"Center of the arc."},
+  {  4, L"EndPoint",    L"End",        VT_VARIANT,      Category::Geometry,        computedPoint<getEndPoint>(),   Choices::None, 130, L"Where the arc ends. Read-only: it follows from center, radius and angle."},
+  {  5, L"Radius",      L"Radius",     types::distance, Category::Geometry,        storedReal(40, circle),         Choices::None, 140, L"Radius of the arc."},
+  {  6, L"StartAngle",  L"Start angle", types::angle,   Category::Geometry,        storedDirection(50, arc),       Choices::None, 150, L"Direction from the center to the start, in the plane of the arc."},
+  {  7, L"EndAngle",    L"End angle",  types::angle,    Category::Geometry,        storedDirection(51, arc),       Choices::None, 160, L"Direction from the center to the end, in the plane of the arc."},
+  {  8, L"TotalAngle",  L"Total angle", types::angle,   Category::Geometry,        computed<getTotalAngle>(),      Choices::None, 170, L"Angle that the arc spans. Read-only: it follows from its ends."},
+  {  9, L"ArcLength",   L"Arc length", types::distance, Category::Geometry,        computed<getArcLength>(),       Choices::None, 180, L"Length along the arc. Read-only: it follows from radius and angles."},
+  { 10, L"Area",        L"Area",       types::area,     Category::Geometry,        computed<getArea>(),            Choices::None, 190, L"Between the arc and its chord. Read-only: it follows from radius and angles."},
+  { 11, L"Normal",      L"Normal",     VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),     Choices::None, 200, L"Upright on the arc's plane. Read-only: center and angles would have to follow it."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass arcClass = {
+    CLSID_VeltArc, L"VeltArc", L"Arc", "ARC", L"A part of a circle.", &entityRows, rows,
+};
+
+}  // namespace velt::automation

@@ -1,0 +1,72 @@
+#include <string>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/classes/General.h"
+#include "embedded/database/EnhancedBlocks.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+// One that repeats its block in rows and columns has a marker of its own in place of the usual one.
+constexpr const char* reference = "*";
+
+std::wstring getName(const Subject& subject) {
+  return subject.lens().name(2, reference);
+}
+
+/// Of a dynamic block: what the user calls it, not the block that was made for this reference.
+std::wstring getEffectiveName(const Subject& subject) {
+  const database::TableEntry* original = database::originalBlock(subject.drawing(), subject.record());
+  return original == nullptr ? getName(subject) : original->name;
+}
+
+bool getHasAttributes(const Subject& subject) {
+  return subject.drawing().members(subject.record()).count > 0;
+}
+
+std::int32_t getInsertUnits(const Subject& subject) {
+  const database::TableEntry* block = database::referredBlock(subject.drawing(), subject.record());
+  if (block == nullptr || block->isImplied()) return 0;
+  const std::int64_t unit =
+      database::Lens(subject.drawing(), block->record).integer(70, "AcDbBlockTableRecord", 0);
+  const EnumMember* member = findMember(types::insertUnits, unit);
+  return member == nullptr ? 0 : member->value;
+}
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id  name               label              type                category            access                           choices               weight  help
+  {  1, L"InsertionPoint",  L"Position",       VT_VARIANT,         Category::Geometry, objectPoint(10, reference),      Choices::None,         110, L"Where the base point of the block is."},
+  {  2, L"XScaleFactor",    L"Scale X",        types::noUnits,     Category::Geometry, storedReal(41, reference, 1),    Choices::None,         120, L"Scale along the block's X axis."},
+  {  3, L"YScaleFactor",    L"Scale Y",        types::noUnits,     Category::Geometry, storedReal(42, reference, 1),    Choices::None,         130, L"Scale along the block's Y axis."},
+  {  4, L"ZScaleFactor",    L"Scale Z",        types::noUnits,     Category::Geometry, storedReal(43, reference, 1),    Choices::None,         140, L"Scale along the block's Z axis."},
+  {  5, L"Name",            L"Block",          VT_BSTR,            Category::Misc,     computed<getName>(),             Choices::None,         150, L"Name of the block as the drawing stores it. Read-only: the attributes belong to the block."},
+  {  6, L"EffectiveName",   L"Name",           VT_BSTR,            Category::Misc,     computed<getEffectiveName>(),    Choices::None,         160, L"Of a dynamic block: its own name, not the one made for this reference. Read-only: as the name."},
+  {  7, L"Rotation",        L"Rotation",       types::angle,       Category::Misc,     storedDirection(50, reference),  Choices::None,         170, L"Direction of the block's X axis in its plane."},
+  {  8, L"InsUnits",        L"Block unit",     types::insertUnits, Category::Misc,     computed<getInsertUnits>(),      Choices::Enumeration,  180, L"Unit that the block is drawn in. Read-only: it belongs to the block."},
+  {  9, L"HasAttributes",   L"Has attributes", VT_BOOL,            Category::Misc,     computed<getHasAttributes>(),    Choices::None,         190, L"Whether texts belong to this reference alone. Read-only: it follows from them."},
+  { 10, L"Columns",         L"Columns",        VT_I4,              Category::Misc,     storedInteger(70, reference, 1), Choices::None,         200, L"How often the block is repeated across."},
+  { 11, L"Rows",            L"Rows",           VT_I4,              Category::Misc,     storedInteger(71, reference, 1), Choices::None,         210, L"How often the block is repeated upwards."},
+  { 12, L"ColumnSpacing",   L"Column spacing", types::distance,    Category::Misc,     storedReal(44, reference),       Choices::None,         220, L"Distance of the columns."},
+  { 13, L"RowSpacing",      L"Row spacing",    types::distance,    Category::Misc,     storedReal(45, reference),       Choices::None,         230, L"Distance of the rows."},
+  { 14, L"Normal",          L"Normal",         VT_VARIANT,         Category::Visualization3D, computedPoint<getNormal>(), Choices::None,       240, L"Upright on the block's plane. Read-only: position and rotation would have to follow it."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass blockReferenceClass = {
+    CLSID_VeltBlockReference,
+    L"VeltBlockReference",
+    L"Block Reference",
+    "INSERT",
+    L"A placed block.",
+    &entityRows,
+    rows,
+};
+
+}  // namespace velt::automation

@@ -1,0 +1,113 @@
+#include <cmath>
+#include <numbers>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/EntityGeometry.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/classes/General.h"
+#include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/geometry/EllipticalArc.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+constexpr const char* ellipse = "AcDbEllipse";
+
+// Everything of an ellipse is stored in world coordinates; the normal only tells which way the minor axis points.
+
+Vector3 majorOf(const database::Lens& lens) {
+  return pointAt(lens, 11, ellipse, {1, 0, 0});
+}
+
+double ratioOf(const database::Lens& lens) {
+  return lens.real(40, ellipse, 1);
+}
+
+Vector3 minorOf(const database::Lens& lens) {
+  const Vector3 normal = direction(normalOf(lens, ellipse), {0, 0, 1});
+  return ratioOf(lens) * cross(normal, majorOf(lens));
+}
+
+double startOf(const database::Lens& lens) {
+  return lens.real(41, ellipse, 0);
+}
+
+double endOf(const database::Lens& lens) {
+  return lens.real(42, ellipse, fullTurn);
+}
+
+Vector3 pointOf(const database::Lens& lens, double parameter) {
+  return pointAt(lens, 10, ellipse) + std::cos(parameter) * majorOf(lens)
+         + std::sin(parameter) * minorOf(lens);
+}
+
+Vector3 getMajorAxis(const Subject& subject) {
+  return majorOf(subject.lens());
+}
+
+Vector3 getMinorAxis(const Subject& subject) {
+  return minorOf(subject.lens());
+}
+
+double getMajorRadius(const Subject& subject) {
+  return length(majorOf(subject.lens()));
+}
+
+double getMinorRadius(const Subject& subject) {
+  return length(minorOf(subject.lens()));
+}
+
+Vector3 getStartPoint(const Subject& subject) {
+  return pointOf(subject.lens(), startOf(subject.lens()));
+}
+
+Vector3 getEndPoint(const Subject& subject) {
+  return pointOf(subject.lens(), endOf(subject.lens()));
+}
+
+double getStartAngle(const Subject& subject) {
+  const database::Lens lens = subject.lens();
+  return normalizedAngle(angleOfParameter(startOf(lens), ratioOf(lens)));
+}
+
+double getEndAngle(const Subject& subject) {
+  const database::Lens lens = subject.lens();
+  return normalizedAngle(angleOfParameter(endOf(lens), ratioOf(lens)));
+}
+
+double getArea(const Subject& subject) {
+  const database::Lens lens = subject.lens();
+  return segmentArea(length(majorOf(lens)), length(minorOf(lens)), sweepBetween(startOf(lens), endOf(lens)));
+}
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id  name              label              type             category                   access                           choices       weight  help
+  {  1, L"StartPoint",     L"Start",          VT_VARIANT,      Category::Geometry,        computedPoint<getStartPoint>(),  Choices::None, 110, L"Where the ellipse begins. Read-only: it follows from the axes and the start parameter."},
+  {  2, L"Center",         L"Center",         VT_VARIANT,      Category::Geometry,        worldPoint(10, ellipse),         Choices::None, 120, L"Center of the ellipse."},
+  {  3, L"EndPoint",       L"End",            VT_VARIANT,      Category::Geometry,        computedPoint<getEndPoint>(),    Choices::None, 130, L"Where the ellipse ends. Read-only: it follows from the axes and the end parameter."},
+  {  4, L"MajorRadius",    L"Major radius",   types::distance, Category::Geometry,        computed<getMajorRadius>(),      Choices::None, 140, L"Half the long axis."},
+  {  5, L"MinorRadius",    L"Minor radius",   types::distance, Category::Geometry,        computed<getMinorRadius>(),      Choices::None, 150, L"Half the short axis."},
+  {  6, L"RadiusRatio",    L"Radius ratio",   types::noUnits,  Category::Geometry,        storedReal(40, ellipse, 1),      Choices::None, 160, L"The minor radius divided by the major one."},
+  {  7, L"StartAngle",     L"Start angle",    types::angle,    Category::Geometry,        computed<getStartAngle>(),       Choices::None, 170, L"Direction from the center to the start, against the major axis."},
+  {  8, L"EndAngle",       L"End angle",      types::angle,    Category::Geometry,        computed<getEndAngle>(),         Choices::None, 180, L"Direction from the center to the end, against the major axis."},
+  {  9, L"StartParameter", L"Start parameter", types::angle,   Category::Geometry,        storedReal(41, ellipse),         Choices::None, 190, L"Parameter of the start."},
+  { 10, L"EndParameter",   L"End parameter",  types::angle,    Category::Geometry,        storedReal(42, ellipse, fullTurn), Choices::None, 200, L"Parameter of the end."},
+  { 11, L"MajorAxis",      L"Major axis",     VT_VARIANT,      Category::Geometry,        computedPoint<getMajorAxis>(),   Choices::None, 210, L"From the center to the end of the long axis. Read-only: the plane would have to follow it."},
+  { 12, L"MinorAxis",      L"Minor axis",     VT_VARIANT,      Category::Geometry,        computedPoint<getMinorAxis>(),   Choices::None, 220, L"From the center to the end of the short axis. Read-only: it follows from the long one."},
+  { 13, L"Area",           L"Area",           types::area,     Category::Geometry,        computed<getArea>(),             Choices::None, 230, L"Of a part of an ellipse: between it and its chord. Read-only: it follows from radii and angles."},
+  { 14, L"Normal",         L"Normal",         VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),      Choices::None, 240, L"Upright on the plane of the ellipse. Read-only: the axes would have to follow it."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass ellipseClass = {
+    CLSID_VeltEllipse, L"VeltEllipse", L"Ellipse", "ELLIPSE", L"An ellipse or a part of one.",
+    &entityRows,       rows,
+};
+
+}  // namespace velt::automation

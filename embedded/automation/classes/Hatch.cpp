@@ -1,0 +1,193 @@
+#include <cmath>
+#include <numbers>
+#include <string>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/ColorObject.h"
+#include "embedded/automation/EntityGeometry.h"
+#include "embedded/automation/HatchBoundary.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/Refusal.h"
+#include "embedded/automation/classes/General.h"
+#include "embedded/automation/geometry/Angle.h"
+#include "embedded/database/Colors.h"
+#include "embedded/dxf/Numbers.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+constexpr const char* hatch = "AcDbHatch";
+
+// --- which rows a hatch shows depends on what it is filled with ---
+
+constexpr std::int32_t pattern = 0;
+constexpr std::int32_t solid = 1;
+constexpr std::int32_t gradient = 2;
+constexpr std::int32_t userPattern = 3;  // plain parallel lines at a spacing
+
+constexpr Variants lined = variant(pattern) | variant(userPattern);
+
+std::int32_t getVariant(const Subject& subject) {
+  const database::Lens lens = subject.lens();
+  if (lens.integer(450, hatch, 0) == 1) return gradient;  // a gradient is marked as solid, too
+  if (lens.integer(70, hatch, 0) == 1) return solid;
+  return lens.integer(76, hatch, 1) == 0 ? userPattern : pattern;
+}
+
+// --- pattern ---
+
+std::int32_t getType(const Subject& subject) {
+  constexpr std::int32_t solidType = 3;
+  constexpr std::int32_t gradientType = 4;
+  const std::int32_t kind = getVariant(subject);
+  if (kind == solid) return solidType;
+  if (kind == gradient) return gradientType;
+  const std::int64_t stored = subject.lens().integer(76, hatch, 1);
+  return stored >= 0 && stored <= 2 ? static_cast<std::int32_t>(stored) : 1;
+}
+
+std::wstring getPatternName(const Subject& subject) {
+  return subject.lens().name(2, hatch);
+}
+
+/// Distance of the lines of the first family, which a pattern of plain lines has only one or two equal ones of.
+double getSpacing(const Subject& subject) {
+  const database::Lens lens = subject.lens();
+  if (!lens.has(45, hatch)) return lens.real(41, hatch, 1);
+  const double along = radians(lens.real(53, hatch, 0));
+  return std::abs(
+      cross(Vector2{std::cos(along), std::sin(along)}, {lens.real(45, hatch, 0), lens.real(46, hatch, 0)}));
+}
+
+/// A pattern of the ISO family is scaled to the pen that it is drawn for.
+std::int32_t getIsoPenWidth(const Subject& subject) {
+  constexpr std::int32_t notIso = -1;
+  const database::Lens lens = subject.lens();
+  if (getPatternName(subject).find(L"_ISO") == std::wstring::npos) return notIso;
+  const double hundredths = lens.real(41, hatch, 1) * 100;
+  for (const EnumMember& member : types::isoPenWidth.members) {
+    if (member.value > 0 && std::abs(hundredths - member.value) < 1e-6) return member.value;
+  }
+  return notIso;
+}
+
+/// Only the height over the origin is stored in this point.
+double getElevation(const Subject& subject) {
+  return subject.lens().point(10, hatch)[2];
+}
+
+double getArea(const Subject& subject) {
+  try {
+    return hatchArea(subject.lens());
+  } catch (const BoundaryError& error) {
+    const std::string why = error.what();
+    throw Refusal(E_FAIL, L"The area cannot be told: " + std::wstring(why.begin(), why.end()) + L".");
+  }
+}
+
+std::int32_t getIslandStyle(const Subject& subject) {
+  const std::int64_t stored = subject.lens().integer(75, hatch, 0);
+  return stored >= 0 && stored <= 2 ? static_cast<std::int32_t>(stored) : 0;
+}
+
+Vector3 getOrigin(const Subject& subject) {
+  constexpr int pointCode = 1010;
+  const database::Lens lens = subject.lens();
+  Vector3 origin;
+  const std::optional<dxf::PairRange> range = lens.xdata("ACAD");
+  if (!range) return origin;
+  for (std::size_t index = range->first; index < range->first + range->count; ++index) {
+    const double number = dxf::parseReal(lens.view().value(index)).value_or(0);
+    if (lens.view().code(index) == pointCode) origin.x = number;
+    if (lens.view().code(index) == pointCode + 10) origin.y = number;
+  }
+  return origin;
+}
+
+OwnedDispatch getBackgroundColor(const Subject& subject) {
+  constexpr int numberCode = 1071;
+  constexpr std::uint32_t none = 0xC8000000;
+  const database::Lens lens = subject.lens();
+  VkCmColor color;
+  color.setColor(none);
+  if (const std::optional<dxf::PairRange> range = lens.xdata("HATCHBACKGROUNDCOLOR")) {
+    for (std::size_t index = range->first; index < range->first + range->count; ++index) {
+      if (lens.view().code(index) != numberCode) continue;
+      const auto value = dxf::parseInteger<std::int64_t>(lens.view().value(index));
+      if (value) color.setColor(static_cast<std::uint32_t>(*value));
+    }
+  }
+  return ColorObject::make(color);
+}
+
+// --- gradient ---
+
+std::wstring getGradientName(const Subject& subject) {
+  return subject.lens().name(470, hatch);
+}
+
+/// Stored with the place of each colour (463) in front of it.
+OwnedDispatch getGradientColor(const Subject& subject, std::size_t number) {
+  const database::Lens lens = subject.lens();
+  std::size_t seen = 0;
+  VkCmColor color;
+  bool found = false;
+  lens.view().visit(hatch, [&](std::size_t index) {
+    const int code = lens.view().code(index);
+    const auto value = [&] { return dxf::parseInteger<std::int64_t>(lens.view().value(index)).value_or(0); };
+    if (code == 463) ++seen;
+    if (seen != number) return seen < number;
+    if (code == 63 && !found) color.setColor(database::colorOfIndex(static_cast<std::uint32_t>(value())));
+    if (code == 421) color.setColor(database::colorOfRgb(static_cast<std::uint32_t>(value())));
+    found = found || code == 63 || code == 421;
+    return true;
+  });
+  if (!found) throw Refusal(E_FAIL, L"The gradient has no such colour.");
+  return ColorObject::make(color);
+}
+
+OwnedDispatch getGradientColor1(const Subject& subject) {
+  return getGradientColor(subject, 1);
+}
+OwnedDispatch getGradientColor2(const Subject& subject) {
+  return getGradientColor(subject, 2);
+}
+
+double getGradientAngle(const Subject& subject) {
+  return normalizedAngle(subject.lens().real(460, hatch, 0));
+}
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id  name              label                type                category               access                           choices               weight  help                                                                                              flags shown for
+  {  1, L"Type",           L"Type",             types::hatchType,   Category::Pattern,     computed<getType>(),             Choices::Enumeration,  110, L"Where the pattern comes from. Read-only: the lines of the pattern are stored and would stay what they are."},
+  {  2, L"PatternName",    L"Pattern name",     VT_BSTR,            Category::Pattern,     computed<getPatternName>(),      Choices::None,         120, L"Name of the pattern. Read-only: the lines of the pattern are stored and would stay what they are."},
+  {  3, L"Angle",          L"Angle",            types::angle,       Category::Pattern,     storedDirection(52, hatch),      Choices::None,         130, L"How far the pattern is turned.",                                                                0, lined},
+  {  4, L"HatchScale",     L"Scale",            types::noUnits,     Category::Pattern,     storedReal(41, hatch, 1),        Choices::None,         140, L"Scale of the pattern.",                                                                         0, variant(pattern)},
+  {  5, L"Spacing",        L"Spacing",          types::distance,    Category::Pattern,     computed<getSpacing>(),          Choices::None,         150, L"Distance of the lines.",                                                                        0, variant(userPattern)},
+  {  6, L"ISOPenWidth",    L"ISO pen width",    types::isoPenWidth, Category::Pattern,     computed<getIsoPenWidth>(),      Choices::Enumeration,  160, L"Pen width that an ISO pattern is drawn for. Read-only: it is the scale in another form.",       0, variant(pattern)},
+  {  7, L"Double",         L"Double",           VT_BOOL,            Category::Pattern,     storedBit(77, hatch, 1),         Choices::None,         170, L"Whether a second family crosses the lines. Read-only: its lines would have to be made.",        0, variant(userPattern)},
+  {  8, L"Origin",         L"Origin",           VT_VARIANT,         Category::Pattern,     computedPoint<getOrigin>(),      Choices::None,         180, L"Where the pattern begins. Read-only: the lines of the pattern would have to follow it.",        0, lined},
+  {  9, L"BackgroundColor", L"Background color", VT_DISPATCH,       Category::Pattern,     computed<getBackgroundColor>(),  Choices::None,         190, L"Colour between the lines. Read-only: it stands in data of another application.",                0, lined},
+  { 10, L"Associative",    L"Associative",      VT_BOOL,            Category::Pattern,     storedBit(71, hatch, 1),         Choices::None,         200, L"Whether the hatch follows its boundary. Read-only: the boundary would have to be found."},
+  { 11, L"IslandStyle",    L"Island detection", types::islandStyle, Category::Pattern,     computed<getIslandStyle>(),      Choices::Enumeration,  210, L"What the hatch does with islands. Read-only: the stored boundary is the one of this style."},
+  { 12, L"GradientName",   L"Gradient name",    VT_BSTR,            OwnCategory::Gradient, computed<getGradientName>(),     Choices::Gradients,    220, L"Name of the gradient.",                                                                         0, variant(gradient)},
+  { 13, L"GradientAngle",  L"Gradient angle",   types::angle,       OwnCategory::Gradient, computed<getGradientAngle>(),    Choices::None,         230, L"How far the gradient is turned.",                                                               0, variant(gradient)},
+  { 14, L"GradientColor1", L"Color 1",          VT_DISPATCH,        OwnCategory::Gradient, computed<getGradientColor1>(),   Choices::None,         240, L"Colour that the gradient begins with.",                                                         0, variant(gradient)},
+  { 15, L"GradientColor2", L"Color 2",          VT_DISPATCH,        OwnCategory::Gradient, computed<getGradientColor2>(),   Choices::None,         250, L"Colour that the gradient ends with.",                                                           0, variant(gradient)},
+  { 16, L"Elevation",      L"Elevation",        types::distance,    Category::Geometry,    computed<getElevation>(),        Choices::None,         260, L"Height of the hatch over the origin, along its normal."},
+  { 17, L"Area",           L"Area",             types::area,        Category::Geometry,    computed<getArea>(),             Choices::None,         270, L"What is filled, without the islands. Read-only: it follows from the boundary."},
+  { 18, L"Normal",         L"Normal",           VT_VARIANT,         Category::Visualization3D, computedPoint<getNormal>(),  Choices::None,         280, L"Upright on the plane of the hatch. Read-only: the boundary would have to follow it."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass hatchClass = {
+    CLSID_VeltHatch, L"VeltHatch", L"Hatch", "HATCH", L"A filled area.", &entityRows, rows, getVariant,
+};
+
+}  // namespace velt::automation

@@ -1,0 +1,12 @@
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/classes/General.h"
+
+namespace velt::automation {
+
+// Whatever is no entity and has no class of its own.
+constinit const AutomationClass objectClass = {
+    CLSID_VeltObject, L"VeltObject", L"Object", "", L"An object of a drawing.", &objectRows, {},
+};
+
+}  // namespace velt::automation

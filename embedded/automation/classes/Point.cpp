@@ -1,0 +1,28 @@
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/classes/General.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+constexpr const char* point = "AcDbPoint";
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id  name           label         type             category                   access                        choices       weight  help
+  {  1, L"Thickness",   L"Thickness", types::distance, Category::General,         storedReal(39, point),        Choices::None,  90, L"How far the point is pulled along its normal."},
+  {  2, L"Coordinates", L"Position",  VT_VARIANT,      Category::Geometry,        worldPoint(10, point),        Choices::None, 110, L"Where the point is."},
+  {  3, L"Normal",      L"Normal",    VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),   Choices::None, 120, L"Direction of the thickness. Read-only: the thickness belongs to it."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass pointClass = {
+    CLSID_VeltPoint, L"VeltPoint", L"Point", "POINT", L"A single point.", &entityRows, rows,
+};
+
+}  // namespace velt::automation

@@ -1,0 +1,267 @@
+#include "embedded/automation/geometry/Boundary.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <utility>
+
+#include "embedded/automation/geometry/Angle.h"
+
+namespace velt::automation {
+namespace {
+
+using Polygon = std::vector<Vector2>;
+
+struct Box {
+  Vector2 low{std::numeric_limits<double>::max(), std::numeric_limits<double>::max()};
+  Vector2 high{std::numeric_limits<double>::lowest(), std::numeric_limits<double>::lowest()};
+
+  void include(Vector2 point) {
+    low = {std::min(low.x, point.x), std::min(low.y, point.y)};
+    high = {std::max(high.x, point.x), std::max(high.y, point.y)};
+  }
+  [[nodiscard]] double size() const { return high.x < low.x ? 0 : length(high - low); }
+};
+
+/// A loop whose edges run head to tail.
+struct Chained {
+  std::vector<std::pair<BoundaryEdge, bool>> edges;  ///< and whether the edge is run through backwards
+};
+
+Vector2 firstOf(const BoundaryEdge& edge) {
+  if (const auto* line = std::get_if<LineEdge>(&edge)) return line->from;
+  if (const auto* arc = std::get_if<EllipticalArc>(&edge)) return arc->first();
+  return std::get<Spline>(edge).first();
+}
+
+Vector2 lastOf(const BoundaryEdge& edge) {
+  if (const auto* line = std::get_if<LineEdge>(&edge)) return line->to;
+  if (const auto* arc = std::get_if<EllipticalArc>(&edge)) return arc->last();
+  return std::get<Spline>(edge).last();
+}
+
+double integralOf(const BoundaryEdge& edge, Vector2 origin) {
+  const Vector2 offset = Vector2{} - origin;
+  if (const auto* line = std::get_if<LineEdge>(&edge))
+    return cross(line->from - origin, line->to - origin) / 2;
+  if (const auto* arc = std::get_if<EllipticalArc>(&edge)) return arc->movedBy(offset).boundaryIntegral();
+  const std::optional<double> integral = std::get<Spline>(edge).movedBy(offset).boundaryIntegral();
+  if (!integral) throw BoundaryError("a spline of the boundary is too uneven to be integrated");
+  return *integral;
+}
+
+/// Points along the edge without its last one; enough of them to tell what lies inside what.
+void flatten(const BoundaryEdge& edge, bool backwards, Polygon& polygon) {
+  Polygon points;
+  if (const auto* line = std::get_if<LineEdge>(&edge)) {
+    points = {line->from, line->to};
+  } else if (const auto* arc = std::get_if<EllipticalArc>(&edge)) {
+    const int steps = std::max(2, static_cast<int>(std::ceil(std::abs(arc->sweep) / fullTurn * 128)));
+    for (int step = 0; step <= steps; ++step)
+      points.push_back(arc->at(arc->start + arc->sweep * step / steps));
+  } else {
+    const auto& spline = std::get<Spline>(edge);
+    constexpr int steps = 16;
+    for (const auto& [from, to] : spline.spans()) {
+      for (int step = 0; step < steps; ++step)
+        points.push_back(spline.at(from + (to - from) * step / steps));
+    }
+    points.push_back(spline.last());
+  }
+  if (backwards) std::reverse(points.begin(), points.end());
+  polygon.insert(polygon.end(), points.begin(), points.end() - 1);
+}
+
+/// Writers round coordinates, so edges that meet may miss each other by a little.
+constexpr double gapAllowed = 1e-5;
+
+Box extentOf(const std::vector<BoundaryEdge>& edges) {
+  Box box;
+  Polygon points;
+  for (const BoundaryEdge& edge : edges)
+    flatten(edge, false, points);
+  for (const Vector2 point : points)
+    box.include(point);
+  return box;
+}
+
+std::optional<Chained> chainFrom(const std::vector<BoundaryEdge>& edges, bool firstBackwards, double gap) {
+  Chained chain;
+  const Vector2 begin = firstBackwards ? lastOf(edges.front()) : firstOf(edges.front());
+  Vector2 end = firstBackwards ? firstOf(edges.front()) : lastOf(edges.front());
+  chain.edges.emplace_back(edges.front(), firstBackwards);
+  for (std::size_t i = 1; i < edges.size(); ++i) {
+    const Vector2 first = firstOf(edges[i]);
+    const Vector2 last = lastOf(edges[i]);
+    const bool backwards = length(last - end) < length(first - end);
+    if (length((backwards ? last : first) - end) > gap) return std::nullopt;
+    chain.edges.emplace_back(edges[i], backwards);
+    end = backwards ? first : last;
+  }
+  if (length(end - begin) > gap) return std::nullopt;
+  return chain;
+}
+
+Chained chained(const std::vector<BoundaryEdge>& edges) {
+  const double gap = gapAllowed * extentOf(edges).size();
+  for (const bool backwards : {false, true}) {
+    if (std::optional<Chained> chain = chainFrom(edges, backwards, gap)) return *std::move(chain);
+  }
+  throw BoundaryError("the edges of the boundary do not form closed loops");
+}
+
+struct Measured {
+  double area = 0;  ///< counterclockwise positive
+  Polygon polygon;
+};
+
+Measured measured(const std::vector<BulgeVertex>& path) {
+  Measured loop{signedPathArea(path, true), {}};
+  for (std::size_t i = 0; i < path.size(); ++i) {
+    const Vector2 from = path[i].point;
+    const Vector2 to = path[(i + 1) % path.size()].point;
+    if (from == to) continue;
+    // A bulge that cannot be seen would give an arc with an endless radius.
+    if (std::abs(path[i].bulge) < 1e-6) {
+      loop.polygon.push_back(from);
+    } else {
+      flatten(EllipticalArc::ofBulge(from, to, path[i].bulge), false, loop.polygon);
+    }
+  }
+  return loop;
+}
+
+Measured measured(const std::vector<BoundaryEdge>& edges) {
+  Measured loop;
+  if (edges.empty()) return loop;
+  const Vector2 origin = firstOf(edges.front());
+  Vector2 end = origin;
+  for (const auto& [edge, backwards] : chained(edges).edges) {
+    const Vector2 from = backwards ? lastOf(edge) : firstOf(edge);
+    const Vector2 to = backwards ? firstOf(edge) : lastOf(edge);
+    // The remaining gap is bridged by a straight line, and so is the one back to the start, which adds nothing.
+    if (!loop.polygon.empty()) loop.area += cross(end - origin, from - origin) / 2;
+    loop.area += (backwards ? -1 : 1) * integralOf(edge, origin);
+    flatten(edge, backwards, loop.polygon);
+    end = to;
+  }
+  return loop;
+}
+
+struct Segment {
+  Vector2 from;
+  Vector2 to;
+  [[nodiscard]] double left() const { return std::min(from.x, to.x); }
+  [[nodiscard]] double right() const { return std::max(from.x, to.x); }
+};
+
+/// Each end of either segment lies clearly on its own side of the other one; touching does not count.
+bool crosses(const Segment& a, const Segment& b) {
+  const auto apart = [](const Segment& line, const Segment& other) {
+    const Vector2 along = line.to - line.from;
+    const double tolerance = 1e-6 * length(along) * (length(along) + length(other.to - other.from));
+    const double first = cross(along, other.from - line.from);
+    const double second = cross(along, other.to - line.from);
+    return (first > tolerance && second < -tolerance) || (first < -tolerance && second > tolerance);
+  };
+  return apart(a, b) && apart(b, a);
+}
+
+bool anyCrossing(const std::vector<Measured>& loops) {
+  std::vector<Segment> segments;
+  for (const Measured& loop : loops) {
+    const Polygon& polygon = loop.polygon;
+    for (std::size_t i = 0; i < polygon.size(); ++i)
+      segments.push_back({polygon[i], polygon[(i + 1) % polygon.size()]});
+  }
+  std::sort(segments.begin(), segments.end(),
+            [](const Segment& a, const Segment& b) { return a.left() < b.left(); });
+  std::vector<const Segment*> open;  // those that may still reach the segments to come
+  for (const Segment& segment : segments) {
+    std::erase_if(open, [&](const Segment* earlier) { return earlier->right() < segment.left(); });
+    for (const Segment* earlier : open) {
+      if (crosses(*earlier, segment)) return true;
+    }
+    open.push_back(&segment);
+  }
+  return false;
+}
+
+bool contains(const Polygon& polygon, Vector2 point) {
+  bool inside = false;
+  for (std::size_t i = 0, j = polygon.size() - 1; i < polygon.size(); j = i++) {
+    const Vector2 a = polygon[i];
+    const Vector2 b = polygon[j];
+    if ((a.y > point.y) != (b.y > point.y) && point.x < (b.x - a.x) * (point.y - a.y) / (b.y - a.y) + a.x) {
+      inside = !inside;
+    }
+  }
+  return inside;
+}
+
+/// A point well within the polygon: in the widest place of a level on which no corner lies.
+Vector2 pointWithin(const Polygon& polygon) {
+  std::vector<double> levels;
+  for (const Vector2 point : polygon)
+    levels.push_back(point.y);
+  std::sort(levels.begin(), levels.end());
+  double level = levels.front();
+  double tallest = 0;
+  for (std::size_t i = 1; i < levels.size(); ++i) {
+    if (levels[i] - levels[i - 1] > tallest) {
+      tallest = levels[i] - levels[i - 1];
+      level = (levels[i] + levels[i - 1]) / 2;
+    }
+  }
+  std::vector<double> hits;
+  for (std::size_t i = 0, j = polygon.size() - 1; i < polygon.size(); j = i++) {
+    const Vector2 a = polygon[i];
+    const Vector2 b = polygon[j];
+    if ((a.y > level) != (b.y > level)) hits.push_back((b.x - a.x) * (level - a.y) / (b.y - a.y) + a.x);
+  }
+  std::sort(hits.begin(), hits.end());
+  double x = polygon.front().x;
+  double widest = -1;
+  for (std::size_t i = 0; i + 1 < hits.size(); i += 2) {
+    if (hits[i + 1] - hits[i] > widest) {
+      widest = hits[i + 1] - hits[i];
+      x = (hits[i] + hits[i + 1]) / 2;
+    }
+  }
+  return {x, level};
+}
+
+int depthOf(std::size_t index, const std::vector<Measured>& loops) {
+  const Vector2 point = pointWithin(loops[index].polygon);
+  const double own = std::abs(loops[index].area);
+  int depth = 0;
+  for (std::size_t other = 0; other < loops.size(); ++other) {
+    if (other == index) continue;
+    const double area = std::abs(loops[other].area);
+    // Of two loops that coincide the later one is the inner one.
+    const bool mayHold = area > own || (!(area < own) && other < index);
+    if (mayHold && contains(loops[other].polygon, point)) ++depth;
+  }
+  return depth;
+}
+
+}  // namespace
+
+double boundedArea(std::span<const BoundaryLoop> loops, IslandStyle style) {
+  std::vector<Measured> all;
+  for (const BoundaryLoop& loop : loops) {
+    Measured one = std::visit([](const auto& shape) { return measured(shape); }, loop);
+    if (one.polygon.size() > 2) all.push_back(std::move(one));
+  }
+  if (anyCrossing(all)) throw BoundaryError("loops of the boundary cross");
+  double total = 0;
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    const int depth = all.size() == 1 ? 0 : depthOf(i, all);
+    if (depth > (style == IslandStyle::Ignore ? 0 : 1) && style != IslandStyle::Normal) continue;
+    total += (depth % 2 == 0 ? 1 : -1) * std::abs(all[i].area);
+  }
+  return total;
+}
+
+}  // namespace velt::automation

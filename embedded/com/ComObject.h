@@ -1,0 +1,118 @@
+// ComObject: what every COM object of the host is derived from.
+//
+//   class Colour final : public com::ComObject<IVeltVkCmColor, IVeltBaseObject> {
+//    public:
+//     explicit Colour(std::uint32_t value) : ComObject(platform::Ledger::account("VeltVkCmColor")), ...
+//     ... the methods of the two interfaces
+//   };
+//   IVeltVkCmColor* colour = com::makeObject<Colour>(value);   // one reference, for the caller; null: no memory
+//
+// Purpose: QueryInterface over the listed interfaces and those that they extend, counting references, and the ledger's
+// account of them under the class's name. IUnknown is always the one of the first interface listed, so two pointers
+// name the same object exactly when their IUnknown pointers are equal.
+// Ownership: an object is made with one reference, and ends itself when the last one is released.
+// Threads: references may be counted on every thread; whatever else a class holds it protects itself.
+// Failure: QueryInterface gives E_POINTER for a null out-pointer, and null and E_NOINTERFACE for an unknown id.
+// A class that offers an interface only at times overrides QueryInterface and hands everything else on to this one.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <new>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+#include "embedded/com/InterfaceTraits.h"
+#include "embedded/platform/Allocation.h"
+#include "embedded/platform/Ledger.h"
+
+namespace velt::com {
+
+template <class First, class... Others>
+class ComObject : public First, public Others... {
+ public:
+  ComObject(const ComObject&) = delete;
+  ComObject& operator=(const ComObject&) = delete;
+
+  HRESULT QueryInterface(REFIID iid, void** object) override {
+    if (object == nullptr) return E_POINTER;
+    *object = find(iid);
+    if (*object == nullptr) return E_NOINTERFACE;
+    countReference();
+    return S_OK;
+  }
+
+  ULONG AddRef() override { return countReference(); }
+
+  ULONG Release() override {
+    account_.giveBack();
+    const ULONG left = references_.fetch_sub(1, std::memory_order_acq_rel) - 1;
+    if (left == 0) delete this;
+    return left;
+  }
+
+  // Only the form that can fail without throwing, which makeObject uses: an object that finds no memory is an
+  // E_OUTOFMEMORY of some method, never an exception through an interface.
+  static void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept {
+    return platform::allocate(platform::Heap::Objects, bytes);
+  }
+  static void operator delete(void* block) noexcept { platform::deallocate(block); }
+  static void operator delete(void* block, const std::nothrow_t&) noexcept { platform::deallocate(block); }
+
+ protected:
+  explicit ComObject(platform::LedgerAccount& account) noexcept : account_(account) { account_.handOut(); }
+
+  virtual ~ComObject() {
+    // Left over only when a constructor further down threw: nobody will release that reference.
+    for (ULONG left = references_.load(std::memory_order_relaxed); left != 0; --left)
+      account_.giveBack();
+  }
+
+  /// The one IUnknown of this object, without a reference.
+  [[nodiscard]] IUnknown* identity() noexcept { return static_cast<First*>(this); }
+
+ private:
+  template <class Interface>
+  static bool names(REFIID iid) noexcept {
+    if constexpr (std::is_same_v<Interface, IUnknown>) {
+      return false;  // IUnknown is asked for once, after all others
+    } else {
+      return iid == InterfaceTraits<Interface>::iid || names<typename InterfaceTraits<Interface>::Base>(iid);
+    }
+  }
+
+  template <class Interface>
+  bool take(REFIID iid, void*& found) noexcept {
+    static_assert(alignof(Interface) <= alignof(std::max_align_t));
+    if (!names<Interface>(iid)) return false;
+    found = static_cast<Interface*>(this);
+    return true;
+  }
+
+  void* find(REFIID iid) noexcept {
+    void* found = nullptr;
+    if (take<First>(iid, found) || (take<Others>(iid, found) || ...)) return found;
+    return iid == IID_IUnknown ? identity() : nullptr;
+  }
+
+  ULONG countReference() noexcept {
+    account_.handOut();
+    return references_.fetch_add(1, std::memory_order_relaxed) + 1;
+  }
+
+  std::atomic<ULONG> references_{1};
+  platform::LedgerAccount& account_;
+};
+
+/// A new object with one reference for the caller; null when memory is exhausted.
+template <class Object, class... Arguments>
+[[nodiscard]] Object* makeObject(Arguments&&... arguments) {
+  try {
+    return new (std::nothrow) Object(std::forward<Arguments>(arguments)...);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
+}  // namespace velt::com

@@ -1,0 +1,59 @@
+#include "host/com/ComRuntime.h"
+
+#include <atomic>
+
+#include "embedded/com/Runtime.h"
+#include "embedded/platform/Allocation.h"
+#include "embedded/platform/Ledger.h"
+
+namespace {
+
+constexpr LANGID englishUnitedStates = 0x0409;
+
+constinit thread_local int initializations = 0;
+constinit std::atomic<LANGID> userLanguage{englishUnitedStates};
+constinit std::atomic<LCID> userLocale{englishUnitedStates};
+
+}  // namespace
+
+HRESULT CoInitialize(void* reserved) {
+  if (reserved != nullptr) return E_INVALIDARG;
+  return ++initializations == 1 ? S_OK : S_FALSE;
+}
+
+void CoUninitialize() {
+  if (initializations > 0) --initializations;
+}
+
+void* CoTaskMemAlloc(std::size_t bytes) {
+  void* block = velt::platform::allocate(velt::platform::Heap::TaskMemory, bytes);
+  if (block != nullptr) velt::platform::taskMemoryAccount.handOut();
+  return block;
+}
+
+void CoTaskMemFree(void* block) {
+  if (block == nullptr) return;
+  velt::platform::taskMemoryAccount.giveBack();
+  velt::platform::deallocate(block);
+}
+
+LANGID GetUserDefaultLangID() {
+  return userLanguage.load(std::memory_order_relaxed);
+}
+
+LCID GetUserDefaultLCID() {
+  return userLocale.load(std::memory_order_relaxed);
+}
+
+namespace velt::com {
+
+int initializeCount() noexcept {
+  return initializations;
+}
+
+void setUserLanguage(LANGID language, LCID locale) noexcept {
+  userLanguage.store(language, std::memory_order_relaxed);
+  userLocale.store(locale, std::memory_order_relaxed);
+}
+
+}  // namespace velt::com

@@ -1,0 +1,72 @@
+#include "host/com/Variant.h"
+
+#include "embedded/com/VariantTypes.h"
+#include "host/com/IDispatch.h"
+
+namespace {
+
+// Makes copy a second owner of what source owns; on failure copy is to be forgotten.
+HRESULT duplicate(const VARIANT& source, VARIANT& copy) {
+  using namespace velt::com;
+  copy = source;
+  if (isByRef(source.vt)) return S_OK;
+  if (isArray(source.vt)) return SafeArrayCopy(source.parray, &copy.parray);
+  switch (source.vt) {
+    case VT_BSTR:
+      if (source.bstrVal == nullptr) return S_OK;
+      copy.bstrVal = SysAllocStringByteLen(static_cast<const char*>(static_cast<const void*>(source.bstrVal)),
+                                           SysStringByteLen(source.bstrVal));
+      return copy.bstrVal != nullptr ? S_OK : E_OUTOFMEMORY;
+    case VT_UNKNOWN:
+    case VT_DISPATCH:
+      if (source.punkVal != nullptr) source.punkVal->AddRef();
+      return S_OK;
+    default:
+      return S_OK;
+  }
+}
+
+}  // namespace
+
+void VariantInit(VARIANT* variant) {
+  if (variant != nullptr) variant->vt = VT_EMPTY;
+}
+
+HRESULT VariantClear(VARIANT* variant) {
+  using namespace velt::com;
+  if (variant == nullptr) return E_INVALIDARG;
+  if (!isValidVariantType(variant->vt)) return badVariantType;
+  if (!isByRef(variant->vt)) {
+    if (isArray(variant->vt)) {
+      const HRESULT result = SafeArrayDestroy(variant->parray);
+      if (FAILED(result)) return result;
+    } else if (variant->vt == VT_BSTR) {
+      SysFreeString(variant->bstrVal);
+    } else if (variant->vt == VT_UNKNOWN || variant->vt == VT_DISPATCH) {
+      // Empty before the release: the object may end here, and with it whatever leads back to this variant.
+      IUnknown* held = variant->punkVal;
+      variant->vt = VT_EMPTY;
+      if (held != nullptr) held->Release();
+    }
+  }
+  variant->vt = VT_EMPTY;
+  return S_OK;
+}
+
+HRESULT VariantCopy(VARIANT* destination, const VARIANT* source) {
+  using namespace velt::com;
+  if (destination == nullptr || source == nullptr) return E_INVALIDARG;
+  if (!isValidVariantType(source->vt)) return badVariantType;
+  if (destination == source) return S_OK;
+  // Copied before the destination is cleared: the source may live inside of what the destination owns.
+  VARIANT copy;
+  HRESULT result = duplicate(*source, copy);
+  if (FAILED(result)) return result;
+  result = VariantClear(destination);
+  if (FAILED(result)) {
+    VariantClear(&copy);
+    return result;
+  }
+  *destination = copy;
+  return S_OK;
+}

@@ -1,0 +1,55 @@
+#include "embedded/database/Colors.h"
+
+#include <limits>
+#include <string>
+
+namespace velt::database {
+namespace {
+
+constexpr int indexCode = 62;
+constexpr int rgbCode = 420;
+constexpr int nameCode = 430;
+
+constexpr std::int64_t byBlockIndex = 0;
+constexpr std::int64_t byLayerIndex = 256;
+constexpr std::int64_t foreground = 7;
+constexpr std::int64_t noRgb = std::numeric_limits<std::int64_t>::min();
+
+constexpr bool isPlainIndex(std::int64_t index) {
+  return index > byBlockIndex && index < byLayerIndex;
+}
+
+VkCmColor colorOf(const Lens& lens, std::string_view subclass, std::uint32_t ofIndex) {
+  VkCmColor color;
+  const std::int64_t rgb = lens.integer(rgbCode, subclass, noRgb);
+  color.setColor(rgb != noRgb ? colorOfRgb(static_cast<std::uint32_t>(rgb)) : ofIndex);
+
+  const std::wstring name = lens.name(nameCode, subclass);
+  if (name.empty()) return color;
+  const std::size_t separator = name.find(L'$');
+  if (separator == std::wstring::npos) {
+    color.setNames(name.c_str(), nullptr);
+  } else {
+    color.setNames(name.substr(separator + 1).c_str(), name.substr(0, separator).c_str());
+  }
+  return color;
+}
+
+}  // namespace
+
+VkCmColor entityColor(const Lens& entity) {
+  const std::int64_t index = entity.integer(indexCode, commonSubclass, byLayerIndex);
+  std::uint32_t value = colorByLayer;
+  if (index == byBlockIndex) value = colorByBlock;
+  if (isPlainIndex(index)) value = colorOfIndex(static_cast<std::uint32_t>(index));
+  return colorOf(entity, commonSubclass, value);
+}
+
+VkCmColor layerColor(const Lens& layer) {
+  std::int64_t index = layer.integer(indexCode, dxf::anySubclass, foreground);
+  if (index < 0 && index > -byLayerIndex) index = -index;
+  if (!isPlainIndex(index)) index = foreground;
+  return colorOf(layer, dxf::anySubclass, colorOfIndex(static_cast<std::uint32_t>(index)));
+}
+
+}  // namespace velt::database

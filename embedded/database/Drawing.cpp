@@ -1,0 +1,375 @@
+#include "embedded/database/Drawing.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "embedded/database/HandleMap.h"
+#include "embedded/database/NameFolding.h"
+#include "embedded/database/ObjectTable.h"
+#include "embedded/dxf/Numbers.h"
+
+namespace velt::database {
+namespace {
+
+/// What a record is to the database.
+enum class Role : std::uint8_t {
+  Nothing,  ///< a frame around others, or of a section that is not understood
+  Entity,
+  Member,  ///< of a sequence, or left behind by one whose head is missing
+  Block,
+  TableRecord,
+  Object,
+};
+
+[[nodiscard]] bool isOneOf(std::string_view type, std::initializer_list<std::string_view> names) {
+  return std::find(names.begin(), names.end(), type) != names.end();
+}
+
+Role roleOf(const dxf::Record& record, std::string_view type) {
+  if (type.empty() || isOneOf(type, {"SECTION", "ENDSEC", "EOF", "ENDTAB"})) return Role::Nothing;
+  switch (record.section) {
+    case dxf::Section::Tables:
+      return type == "TABLE" ? Role::Object : Role::TableRecord;
+    case dxf::Section::Blocks:
+    case dxf::Section::Entities:
+      if (type == "BLOCK") return Role::Block;
+      if (type == "ENDBLK") return Role::Object;
+      return isOneOf(type, {"VERTEX", "ATTRIB", "SEQEND"}) ? Role::Member : Role::Entity;
+    case dxf::Section::Objects:
+      return Role::Object;
+    case dxf::Section::Outside:
+    case dxf::Section::Header:
+    case dxf::Section::Classes:
+    case dxf::Section::Other:
+      break;
+  }
+  return Role::Nothing;
+}
+
+/// Handles beyond this are taken as they come, and nobody counts on from them.
+constexpr std::uint64_t highestCountedHandle = std::uint64_t{1} << 48;
+
+constexpr std::array impliedLinetypes{L"ByBlock", L"ByLayer", L"Continuous"};
+constexpr std::int64_t loadsShapes = 1;  ///< flag of a STYLE
+constexpr std::string_view layoutSubclass = "AcDbLayout";
+
+}  // namespace
+
+class Drawing::Contents {
+ public:
+  Contents(Drawing& drawing, dxf::Document read) : document(std::move(read)), drawing_(drawing) {}
+  ~Contents();
+  Contents(const Contents&) = delete;
+  Contents& operator=(const Contents&) = delete;
+
+  void load();
+  /// From the table records, blocks and layouts as they are now.
+  void makeTables();
+  [[nodiscard]] VkDbObjectId idOf(std::uint32_t record);
+
+  dxf::Document document;
+  std::vector<Role> roles;           ///< by record
+  std::vector<std::uint32_t> slots;  ///< of the object table, by record; none while there is no object
+  std::vector<VkDbObjectId> entities;
+  HandleMap handles;
+  std::vector<std::pair<std::uint32_t, std::uint64_t>> assignedHandles;  ///< sorted by record
+  Table layers, linetypes, textStyles, dimStyles, blocks, appIds;
+  std::vector<Layout> layouts;
+  std::vector<std::uint32_t> layoutOfBlock;  ///< the first that names it
+  std::uint64_t revision = 0;
+
+ private:
+  void assignHandles(std::span<const std::uint32_t> records, std::uint64_t highest);
+  void makeBlocks();
+  void makeLayouts();
+  void make(std::uint32_t record, const ObjectClass& objectClass);
+  [[nodiscard]] std::vector<TableEntry> entriesOf(std::string_view type);
+  [[nodiscard]] std::optional<std::uint32_t> referenced(std::uint32_t from, int code,
+                                                        std::string_view subclass) const;
+  [[nodiscard]] std::wstring name(std::uint32_t record, int code, std::string_view subclass) const;
+
+  Drawing& drawing_;
+  std::vector<std::uint32_t> tableRecords_;
+  std::vector<std::uint32_t> blockRecords_;
+  std::vector<std::uint32_t> layoutRecords_;
+};
+
+Drawing::Contents::~Contents() {
+  ObjectTable& objects = ObjectTable::ofProcess();
+  for (const std::uint32_t slot : slots) {
+    if (slot != dxf::none) objects.release(objects.at(slot));
+  }
+}
+
+void Drawing::Contents::load() {
+  const auto count = static_cast<std::uint32_t>(document.recordCount());
+  roles.reserve(count);
+  slots.assign(count, dxf::none);
+  handles.reserve(count);
+
+  std::vector<std::uint32_t> withoutHandle;
+  std::uint64_t highest = 0;
+  for (std::uint32_t record = 0; record < count; ++record) {
+    const dxf::RecordView view = document.view(record);
+    const std::string_view type = view.type();
+    const Role role = roleOf(document.records()[record], type);
+    roles.push_back(role);
+    if (role == Role::Nothing) continue;
+
+    const std::uint64_t handle = dxf::parseHandle(view.handle()).value_or(0);
+    handles.add(handle, record);
+    if (handle < highestCountedHandle) highest = std::max(highest, handle);
+    const bool needsHandle = role != Role::Object && (role != Role::Member || type == "ATTRIB");
+    if (handle == 0 && needsHandle) withoutHandle.push_back(record);
+
+    if (role == Role::TableRecord) tableRecords_.push_back(record);
+    if (role == Role::Block) blockRecords_.push_back(record);
+    if (role == Role::Object && type == "LAYOUT") layoutRecords_.push_back(record);
+  }
+  assignHandles(withoutHandle, highest);
+  makeTables();
+
+  entities.reserve(static_cast<std::size_t>(std::count(roles.begin(), roles.end(), Role::Entity)));
+  for (std::uint32_t record = 0; record < count; ++record) {
+    if (roles[record] == Role::Entity) entities.push_back(idOf(record));
+  }
+}
+
+void Drawing::Contents::assignHandles(std::span<const std::uint32_t> records, std::uint64_t highest) {
+  assignedHandles.reserve(records.size());
+  std::uint64_t handle = highest;
+  for (const std::uint32_t record : records) {
+    do {
+      ++handle;
+    } while (!handles.add(handle, record));
+    assignedHandles.emplace_back(record, handle);
+  }
+}
+
+VkDbObjectId Drawing::Contents::idOf(std::uint32_t record) {
+  const Role role = roles[record];
+  if (role == Role::Nothing) return VkDbObjectId::kNull;
+  if (slots[record] == dxf::none) {
+    make(record, classOf(document.view(record), role == Role::Entity || role == Role::Member));
+  }
+  return ObjectTable::idOf(ObjectTable::ofProcess().at(slots[record]));
+}
+
+void Drawing::Contents::make(std::uint32_t record, const ObjectClass& objectClass) {
+  if (slots[record] == dxf::none) {
+    slots[record] = ObjectTable::ofProcess().acquire(drawing_, objectClass, record).slot;
+  }
+}
+
+std::optional<std::uint32_t> Drawing::Contents::referenced(std::uint32_t from, int code,
+                                                           std::string_view subclass) const {
+  const auto text = document.view(from).text(code, subclass);
+  return text ? handles.find(dxf::parseHandle(*text).value_or(0)) : std::nullopt;
+}
+
+std::wstring Drawing::Contents::name(std::uint32_t record, int code, std::string_view subclass) const {
+  return document.decode(dxf::trimmed(document.view(record).text(code, subclass).value_or("")));
+}
+
+void Drawing::Contents::makeTables() {
+  layers = Table(entriesOf("LAYER"));
+  dimStyles = Table(entriesOf("DIMSTYLE"));
+  appIds = Table(entriesOf("APPID"));
+
+  std::vector<TableEntry> styles = entriesOf("STYLE");
+  std::erase_if(styles, [this](const TableEntry& style) {
+    return (document.view(style.record).integer(70, dxf::anySubclass).value_or(0) & loadsShapes) != 0;
+  });
+  textStyles = Table(std::move(styles));
+
+  std::vector<TableEntry> all = entriesOf("LTYPE");
+  std::vector<TableEntry> implied;
+  for (const wchar_t* name : impliedLinetypes) {
+    if (std::none_of(all.begin(), all.end(), [&](const auto& it) { return sameName(it.name, name); })) {
+      implied.push_back({.name = name});
+    }
+  }
+  all.insert(all.begin(), std::make_move_iterator(implied.begin()), std::make_move_iterator(implied.end()));
+  linetypes = Table(std::move(all));
+
+  makeBlocks();
+  makeLayouts();
+}
+
+std::vector<TableEntry> Drawing::Contents::entriesOf(std::string_view type) {
+  std::vector<TableEntry> entries;
+  for (const std::uint32_t record : tableRecords_) {
+    if (document.type(record) != type) continue;
+    TableEntry entry{.name = name(record, 2, dxf::anySubclass), .record = record, .id = idOf(record)};
+    if (!entry.name.empty()) entries.push_back(std::move(entry));
+  }
+  return entries;
+}
+
+/// A block has a BLOCK_RECORD in the tables, which everybody refers to, and a BLOCK with its entities behind it. Old
+/// drawings have the BLOCK only, which then stands for both.
+void Drawing::Contents::makeBlocks() {
+  std::vector<TableEntry> all = entriesOf("BLOCK_RECORD");
+  std::unordered_map<std::uint32_t, std::size_t> byRecord;
+  std::unordered_map<std::wstring, std::size_t> byName;
+  for (std::size_t index = 0; index < all.size(); ++index) {
+    byRecord.emplace(all[index].record, index);
+    byName.emplace(foldName(all[index].name), index);
+  }
+  for (const std::uint32_t block : blockRecords_) {
+    std::wstring blockName = name(block, 2, dxf::anySubclass);
+    TableEntry* own = nullptr;
+    if (const auto named = byName.find(foldName(blockName)); named != byName.end()) own = &all[named->second];
+    // The owner tells apart two that have one name.
+    const auto owner = byRecord.find(referenced(block, 330, "").value_or(dxf::none));
+    if (owner != byRecord.end() && sameName(all[owner->second].name, blockName)) own = &all[owner->second];
+
+    if (own != nullptr && own->definition == dxf::none) {
+      own->definition = block;
+    } else if (!blockName.empty()) {
+      make(block, classOfBlocks());
+      all.push_back({std::move(blockName), block, block, idOf(block)});
+    }
+  }
+  blocks = Table(std::move(all));
+}
+
+void Drawing::Contents::makeLayouts() {
+  layouts.clear();
+  layoutOfBlock.assign(blocks.entries().size(), dxf::none);
+  for (const std::uint32_t record : layoutRecords_) {
+    Layout layout{.name = name(record, 1, layoutSubclass), .record = record};
+    const auto owner = referenced(record, 330, layoutSubclass);
+    if (const TableEntry* block = owner ? blocks.ofRecord(*owner) : nullptr) {
+      layout.block = blocks.indexOf(*block);
+      std::uint32_t& first = layoutOfBlock[layout.block];
+      if (first == dxf::none) first = static_cast<std::uint32_t>(layouts.size());
+    }
+    layouts.push_back(std::move(layout));
+  }
+}
+
+Drawing::Drawing(dxf::Document document) : contents_(std::make_unique<Contents>(*this, std::move(document))) {
+  contents_->load();
+}
+
+Drawing::~Drawing() = default;
+
+std::unique_ptr<Drawing> Drawing::open(const std::filesystem::path& file, const dxf::Progress& progress) {
+  return std::unique_ptr<Drawing>(new Drawing(dxf::Document::open(file, progress)));
+}
+
+std::unique_ptr<Drawing> Drawing::parse(std::string bytes, std::string displayName,
+                                        const dxf::Progress& progress) {
+  return std::unique_ptr<Drawing>(
+      new Drawing(dxf::Document::parse(std::move(bytes), std::move(displayName), progress)));
+}
+
+const dxf::Document& Drawing::document() const {
+  return contents_->document;
+}
+
+std::span<const VkDbObjectId> Drawing::entities() const {
+  return contents_->entities;
+}
+
+RecordRange Drawing::members(std::uint32_t head) const {
+  const std::span<const dxf::Record> records = document().records();
+  std::uint32_t count = 0;
+  for (std::size_t member = std::size_t{head} + 1; member < records.size(); ++member, ++count) {
+    const auto record = static_cast<std::uint32_t>(member);
+    if (records[member].sequenceHead != head || document().type(record) == "SEQEND") break;
+  }
+  return {head + 1, count};
+}
+
+const Table& Drawing::layers() const {
+  return contents_->layers;
+}
+
+const Table& Drawing::linetypes() const {
+  return contents_->linetypes;
+}
+
+const Table& Drawing::textStyles() const {
+  return contents_->textStyles;
+}
+
+const Table& Drawing::dimStyles() const {
+  return contents_->dimStyles;
+}
+
+const Table& Drawing::blocks() const {
+  return contents_->blocks;
+}
+
+const Table& Drawing::appIds() const {
+  return contents_->appIds;
+}
+
+std::span<const Layout> Drawing::layouts() const {
+  return contents_->layouts;
+}
+
+const Layout* Drawing::layoutOf(const TableEntry& block) const {
+  const std::uint32_t layout = contents_->layoutOfBlock[blocks().indexOf(block)];
+  return layout != dxf::none ? &contents_->layouts[layout] : nullptr;
+}
+
+VkDbObjectId Drawing::idOf(std::uint32_t record) const {
+  return contents_->idOf(record);
+}
+
+std::uint64_t Drawing::handleOf(std::uint32_t record) const {
+  if (const std::uint64_t handle = dxf::parseHandle(view(record).handle()).value_or(0)) return handle;
+  const auto& assigned = contents_->assignedHandles;
+  const auto found = std::lower_bound(assigned.begin(), assigned.end(), std::pair{record, std::uint64_t{0}});
+  return found != assigned.end() && found->first == record ? found->second : 0;
+}
+
+std::optional<std::uint32_t> Drawing::recordByHandle(std::uint64_t handle) const {
+  return contents_->handles.find(handle);
+}
+
+VkDbObjectId Drawing::objectByHandle(std::uint64_t handle) const {
+  const auto record = recordByHandle(handle);
+  return record ? idOf(*record) : VkDbObjectId::kNull;
+}
+
+VkDbObjectId Drawing::entityByHandle(std::uint64_t handle) const {
+  const auto record = recordByHandle(handle);
+  return record && contents_->roles[*record] == Role::Entity ? idOf(*record) : VkDbObjectId::kNull;
+}
+
+bool Drawing::isErased(std::uint32_t record) const {
+  const std::uint32_t slot = contents_->slots[record];
+  return slot != dxf::none && ObjectTable::ofProcess().at(slot).isErased;
+}
+
+void Drawing::setErased(std::uint32_t record, bool erased) {
+  if (idOf(record).isNull()) return;
+  ObjectTable::ofProcess().at(contents_->slots[record]).isErased = erased;
+}
+
+void Drawing::edit(std::uint32_t record, const std::function<void(dxf::Document&)>& change) {
+  ++contents_->revision;
+  change(contents_->document);
+  const Role role = contents_->roles[record];
+  const bool names = role == Role::TableRecord || role == Role::Block || document().type(record) == "LAYOUT";
+  if (names) contents_->makeTables();
+}
+
+std::uint64_t Drawing::revision() const {
+  return contents_->revision;
+}
+
+std::optional<ObjectRef> resolve(VkDbObjectId id) {
+  const VkDbImpObject* const object = ObjectTable::ofProcess().find(id);
+  return object != nullptr ? std::optional(ObjectRef{object->drawing, object->record}) : std::nullopt;
+}
+
+}  // namespace velt::database

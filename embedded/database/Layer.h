@@ -1,0 +1,35 @@
+// What a layer is. It reads the document each time it is asked.
+//
+// Ownership: none; the end of the drawing makes it invalid, an edit does not.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "embedded/database/Lens.h"
+#include "host/database/VkCmColor.h"
+
+namespace velt::database {
+
+class Layer {
+ public:
+  explicit Layer(const ObjectRef& object) : Layer(*object.drawing, object.record) {}
+  Layer(const Drawing& drawing, std::uint32_t record) : drawing_(&drawing), record_(record) {}
+
+  [[nodiscard]] Lens lens() const { return {*drawing_, record_}; }
+  [[nodiscard]] std::wstring name() const;
+  /// Never by layer or by block.
+  [[nodiscard]] VkCmColor color() const;
+  [[nodiscard]] std::wstring linetypeName() const;
+  [[nodiscard]] bool isOff() const;
+  [[nodiscard]] bool isFrozen() const;
+  [[nodiscard]] bool isLocked() const;
+
+ private:
+  [[nodiscard]] bool hasFlag(std::int64_t flag) const;
+
+  const Drawing* drawing_;
+  std::uint32_t record_;
+};
+
+}  // namespace velt::database

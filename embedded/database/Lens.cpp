@@ -1,0 +1,103 @@
+#include "embedded/database/Lens.h"
+
+#include "embedded/dxf/Numbers.h"
+
+namespace velt::database {
+
+std::optional<std::size_t> Lens::find(int code, std::string_view subclass) const {
+  return subclass == commonSubclass ? findCommon(code) : view_.find(code, subclass);
+}
+
+/// Stops where the part that entities have in common ends, so that asking a polyline of many vertices for a colour that
+/// it lacks costs no more than asking a line.
+std::optional<std::size_t> Lens::findCommon(int wanted) const {
+  std::size_t depth = 0;
+  for (std::size_t index = 1; index < view_.size(); ++index) {
+    const int code = view_.code(index);
+    if (code == 100) {
+      if (dxf::trimmed(view_.value(index)) != commonSubclass) break;
+      depth = 0;
+    } else if (code == 101 || code >= 1000) {
+      break;
+    } else if (code == 102) {
+      const std::string_view mark = dxf::trimmed(view_.value(index));
+      if (mark.starts_with('{')) ++depth;
+      if (mark.starts_with('}') && depth > 0) --depth;
+    } else if (code == wanted && depth == 0) {
+      return index;
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string_view> Lens::value(int code, std::string_view subclass) const {
+  const auto index = find(code, subclass);
+  return index ? std::optional(view_.value(*index)) : std::nullopt;
+}
+
+bool Lens::has(int code, std::string_view subclass) const {
+  return find(code, subclass).has_value();
+}
+
+double Lens::real(int code, std::string_view subclass, double otherwise) const {
+  const auto text = value(code, subclass);
+  return text ? dxf::parseReal(*text).value_or(otherwise) : otherwise;
+}
+
+std::int64_t Lens::integer(int code, std::string_view subclass, std::int64_t otherwise) const {
+  const auto text = value(code, subclass);
+  return text ? dxf::parseInteger<std::int64_t>(*text).value_or(otherwise) : otherwise;
+}
+
+std::uint64_t Lens::handle(int code, std::string_view subclass, std::uint64_t otherwise) const {
+  const auto text = value(code, subclass);
+  return text ? dxf::parseHandle(*text).value_or(otherwise) : otherwise;
+}
+
+std::wstring Lens::text(int code, std::string_view subclass, std::wstring_view otherwise) const {
+  const auto text = value(code, subclass);
+  return text ? drawing_->decode(*text) : std::wstring(otherwise);
+}
+
+std::wstring Lens::name(int code, std::string_view subclass, std::wstring_view otherwise) const {
+  const auto text = value(code, subclass);
+  return text && !dxf::trimmed(*text).empty() ? drawing_->decode(dxf::trimmed(*text))
+                                              : std::wstring(otherwise);
+}
+
+Point Lens::point(int code, std::string_view subclass, const Point& otherwise) const {
+  return view_.point(code, subclass).value_or(otherwise);
+}
+
+std::vector<double> Lens::reals(int code, std::string_view subclass) const {
+  std::vector<double> found;
+  view_.visit(subclass, [&](std::size_t index) {
+    if (view_.code(index) == code) found.push_back(dxf::parseReal(view_.value(index)).value_or(0.0));
+    return true;
+  });
+  return found;
+}
+
+std::vector<Point> Lens::points(int code, std::string_view subclass) const {
+  std::vector<Point> found;
+  view_.visit(subclass, [&](std::size_t index) {
+    const int here = view_.code(index);
+    const auto number = [&] { return dxf::parseReal(view_.value(index)).value_or(0.0); };
+    if (here == code) found.push_back({number(), 0.0, 0.0});
+    if (here == code + 10 && !found.empty()) found.back()[1] = number();
+    if (here == code + 20 && !found.empty()) found.back()[2] = number();
+    return true;
+  });
+  return found;
+}
+
+std::vector<std::wstring> Lens::texts(int code, std::string_view subclass) const {
+  std::vector<std::wstring> found;
+  view_.visit(subclass, [&](std::size_t index) {
+    if (view_.code(index) == code) found.push_back(drawing_->decode(view_.value(index)));
+    return true;
+  });
+  return found;
+}
+
+}  // namespace velt::database

@@ -1,0 +1,141 @@
+#include "embedded/database/ObjectTable.h"
+
+#include <new>
+#include <type_traits>
+
+namespace velt::database {
+namespace {
+
+class PlainObject final : public VkDbObject {
+ public:
+  explicit PlainObject(VkDbImpObject* part) : VkDbObject(part) {}
+};
+
+class EntityObject final : public VkDbEntity {
+ public:
+  explicit EntityObject(VkDbImpObject* part) : VkDbEntity(part) {}
+};
+
+class BlockReferenceObject final : public VkDbBlockReference {
+ public:
+  explicit BlockReferenceObject(VkDbImpObject* part) : VkDbBlockReference(part) {}
+};
+
+class LayerObject final : public VkDbLayerTableRecord {
+ public:
+  explicit LayerObject(VkDbImpObject* part) : VkDbLayerTableRecord(part) {}
+};
+
+/// Nothing is to be done when such an object ends, so that a slot can simply be filled anew.
+template <class T>
+void construct(std::array<std::byte, 2 * sizeof(void*)>& storage, VkDbImpObject& part) {
+  static_assert(sizeof(T) == sizeof(storage) && std::is_trivially_destructible_v<T>);
+  new (storage.data()) T(&part);
+}
+
+constexpr unsigned generationShift = 32;
+
+}  // namespace
+
+ObjectTable& ObjectTable::ofProcess() {
+  // Never destroyed: objects are closed as late as when the process ends.
+  static ObjectTable& table = *new ObjectTable;
+  return table;
+}
+
+ObjectTable::Slot& ObjectTable::takeSlot() {
+  if (firstFree_ != dxf::none) {
+    Slot& taken = slotAt(firstFree_);
+    firstFree_ = taken.part.record;
+    return taken;
+  }
+  const std::uint32_t slot = used_.load(std::memory_order_relaxed);
+  const std::uint32_t chunk = slot / slotsPerChunk;
+  if (chunk == maximumChunks) throw std::bad_alloc();
+  if (slot % slotsPerChunk == 0) {
+    // Not initialised as a whole: pages that a small drawing does not reach are never touched.
+    void* const memory = ::operator new (std::size_t{slotsPerChunk} * sizeof(Slot));
+    chunks_[chunk].store(static_cast<Slot*>(memory), std::memory_order_release);
+  }
+  Slot& taken = *new (&slotAt(slot)) Slot;
+  taken.part.slot = slot;
+  used_.store(slot + 1, std::memory_order_release);
+  return taken;
+}
+
+VkDbImpObject& ObjectTable::acquire(Drawing& drawing, const ObjectClass& objectClass, std::uint32_t record) {
+  const std::lock_guard lock(mutex_);
+  Slot& slot = takeSlot();
+  VkDbImpObject& part = slot.part;
+  part.drawing = &drawing;
+  part.objectClass = &objectClass;
+  part.record = record;
+  part.isErased = false;
+  switch (objectClass.shape) {
+    case Shape::Object:
+      construct<PlainObject>(slot.object, part);
+      break;
+    case Shape::Entity:
+      construct<EntityObject>(slot.object, part);
+      break;
+    case Shape::BlockReference:
+      construct<BlockReferenceObject>(slot.object, part);
+      break;
+    case Shape::Layer:
+      construct<LayerObject>(slot.object, part);
+      break;
+  }
+  part.generation.store(part.nextGeneration++, std::memory_order_release);
+  ++size_;
+  return part;
+}
+
+void ObjectTable::release(VkDbImpObject& object) {
+  const std::lock_guard lock(mutex_);
+  object.generation.store(0, std::memory_order_release);
+  object.drawing = nullptr;
+  --size_;
+  if (object.opens == 0) makeFree(object);
+}
+
+void ObjectTable::closed(VkDbImpObject& object) {
+  if (object.drawing != nullptr) return;
+  const std::lock_guard lock(mutex_);
+  makeFree(object);
+}
+
+void ObjectTable::makeFree(VkDbImpObject& object) {
+  // A slot whose generations are used up is never used again: an old id could otherwise become valid once more.
+  if (object.nextGeneration > lastGeneration) return;
+  object.record = firstFree_;
+  firstFree_ = object.slot;
+}
+
+VkDbImpObject* ObjectTable::find(VkDbObjectId id) const {
+  const auto value = static_cast<std::uint64_t>(id.asOldId());
+  const auto generation = static_cast<std::uint32_t>(value >> generationShift);
+  const auto slot = static_cast<std::uint32_t>(value);
+  if (generation == 0 || slot >= used_.load(std::memory_order_acquire)) return nullptr;
+  VkDbImpObject& part = slotAt(slot).part;
+  return part.generation.load(std::memory_order_acquire) == generation ? &part : nullptr;
+}
+
+VkDbObjectId ObjectTable::idOf(const VkDbImpObject& object) {
+  const std::uint64_t generation = object.generation.load(std::memory_order_acquire);
+  VkDbObjectId id;
+  if (generation != 0) id.setFromOldId(static_cast<long>((generation << generationShift) | object.slot));
+  return id;
+}
+
+VkDbObject* ObjectTable::objectOf(VkDbImpObject& object) {
+  // All shapes derive from VkDbObject alone, so the object begins where its storage does.
+  Slot& slot = ofProcess().slotAt(object.slot);
+  return std::launder(reinterpret_cast<VkDbObject*>(slot.object.data()));
+}
+
+std::size_t ObjectTable::size() const {
+  const std::lock_guard lock(mutex_);
+  return size_;
+}
+
+}  // namespace velt::database

@@ -1,0 +1,25 @@
+// The host's own part of a database object.
+//
+// Objects and their parts stand in the slots of the process-wide object table (ObjectTable.h) and are never moved. A
+// pointer that somebody kept beyond the end of the drawing therefore still points to an object, though perhaps one of
+// another drawing by then; an id does not.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+namespace velt::database {
+class Drawing;
+struct ObjectClass;
+}  // namespace velt::database
+
+struct VkDbImpObject {
+  velt::database::Drawing* drawing = nullptr;  ///< null once the drawing is closed
+  const velt::database::ObjectClass* objectClass = nullptr;
+  std::uint32_t record = 0;
+  std::uint32_t slot = 0;
+  std::atomic<std::uint32_t> generation{0};  ///< of the ids that name this slot now; 0 while none does
+  std::uint32_t nextGeneration = 1;
+  std::uint32_t opens = 0;  ///< how often it was opened and not yet closed
+  bool isErased = false;
+};

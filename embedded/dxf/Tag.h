@@ -1,0 +1,47 @@
+// One group-code/value pair of a drawing, as a slice of the drawing's bytes.
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <string_view>
+
+namespace velt::dxf {
+
+/// A pair as it was read. It owns nothing: the offsets point into the bytes that the document keeps.
+///
+/// Twelve bytes, because a drawing has tens of millions of them. The pair's bytes begin `lead` bytes before the value
+/// (the line of the group code, with its padding and line end) and end where the next pair begins, so every byte of the
+/// file belongs to exactly one pair.
+struct Tag {
+  std::uint32_t offset;  ///< of the value's first byte
+  std::uint32_t length;  ///< of the value, without its line end
+  std::int16_t code;
+  std::uint16_t lead;
+
+  [[nodiscard]] std::uint32_t begin() const noexcept { return offset - lead; }
+  [[nodiscard]] std::uint32_t valueEnd() const noexcept { return offset + length; }
+};
+static_assert(sizeof(Tag) == 12);
+
+/// Stands for "no tag" and "no record" wherever an index is stored.
+inline constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
+
+/// A pair of a record that has been edited. A pair that was read and not replaced keeps pointing at its tag and holds
+/// no value of its own, so that its bytes are written as they stand in the file.
+struct EditedPair {
+  int code = 0;
+  std::uint32_t origin = none;  ///< the tag that it was read from; none for an inserted pair
+  bool ownsValue = false;
+  std::string value;  ///< the new value when ownsValue
+};
+
+/// The text without the blanks around it. Writers pad names and numbers; the file keeps the padding, readers ignore it.
+[[nodiscard]] constexpr std::string_view trimmed(std::string_view text) noexcept {
+  constexpr std::string_view blanks = " \t\r";
+  const auto first = text.find_first_not_of(blanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+}  // namespace velt::dxf

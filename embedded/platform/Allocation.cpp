@@ -1,0 +1,93 @@
+#include "embedded/platform/Allocation.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <limits>
+
+namespace velt::platform {
+
+namespace {
+
+// Read once per allocation: 0 means that no fault is set, and nothing else of the plan is looked at.
+constinit std::atomic<std::uint32_t> armedHeaps{0};
+
+struct Plan {
+  std::atomic<std::uint64_t> first{0};  // fails from this allocation
+  std::atomic<std::uint64_t> last{0};   // to this one, both counted from 1
+  std::atomic<std::size_t> largest{0};  // fails what is larger
+  std::atomic<std::uint64_t> allocations{0};
+  std::atomic<std::uint64_t> failures{0};
+};
+constinit Plan plan;
+
+bool fails(std::size_t bytes) {
+  const std::uint64_t number = plan.allocations.fetch_add(1) + 1;
+  const bool failing = (number >= plan.first && number <= plan.last) || bytes > plan.largest;
+  if (failing) plan.failures.fetch_add(1);
+  return failing;
+}
+
+// Half a terabyte. The C library would refuse it as well, but a sanitizer ends the process that asks.
+constexpr std::size_t largestBlock = std::size_t{1} << 39;
+
+bool isRefused(Heap heap, std::size_t bytes) {
+  const bool armed = (armedHeaps.load(std::memory_order_acquire) & static_cast<std::uint32_t>(heap)) != 0;
+  return (armed && fails(bytes)) || bytes > largestBlock;
+}
+
+}  // namespace
+
+void* allocate(Heap heap, std::size_t bytes) noexcept {
+  if (isRefused(heap, bytes)) [[unlikely]]
+    return nullptr;
+  return std::malloc(bytes != 0 ? bytes : 1);
+}
+
+void* allocateZeroed(Heap heap, std::size_t bytes) noexcept {
+  if (isRefused(heap, bytes)) [[unlikely]]
+    return nullptr;
+  return std::calloc(1, bytes != 0 ? bytes : 1);
+}
+
+void deallocate(void* block) noexcept {
+  std::free(block);
+}
+
+AllocationFault AllocationFault::countOnly(Heap heaps) {
+  return {heaps, 0, 0, std::numeric_limits<std::size_t>::max()};
+}
+
+AllocationFault AllocationFault::failNth(std::uint64_t n, Heap heaps) {
+  return {heaps, n, n, std::numeric_limits<std::size_t>::max()};
+}
+
+AllocationFault AllocationFault::failFrom(std::uint64_t n, Heap heaps) {
+  return {heaps, n, std::numeric_limits<std::uint64_t>::max(), std::numeric_limits<std::size_t>::max()};
+}
+
+AllocationFault AllocationFault::failAbove(std::size_t bytes, Heap heaps) {
+  return {heaps, 0, 0, bytes};
+}
+
+AllocationFault::AllocationFault(Heap heaps, std::uint64_t first, std::uint64_t last, std::size_t largest) {
+  armedHeaps.store(0, std::memory_order_relaxed);
+  plan.first = first;
+  plan.last = last;
+  plan.largest = largest;
+  plan.allocations = 0;
+  plan.failures = 0;
+  armedHeaps.store(static_cast<std::uint32_t>(heaps), std::memory_order_release);
+}
+
+AllocationFault::~AllocationFault() {
+  armedHeaps.store(0, std::memory_order_release);
+}
+
+std::uint64_t AllocationFault::allocations() const noexcept {
+  return plan.allocations;
+}
+std::uint64_t AllocationFault::failures() const noexcept {
+  return plan.failures;
+}
+
+}  // namespace velt::platform

@@ -1,0 +1,137 @@
+#include "embedded/platform/Ledger.h"
+
+#include <array>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <new>
+#include <vector>
+
+namespace velt::platform {
+
+constinit LedgerAccount bstrAccount{"BSTR", 0};
+constinit LedgerAccount taskMemoryAccount{"task memory", 1};
+constinit LedgerAccount safeArrayAccount{"SAFEARRAY", 2};
+
+constinit thread_local LedgerCell* ledgerCells [[gnu::tls_model("initial-exec")]] = nullptr;
+
+namespace {
+
+struct Opened {
+  std::string name;
+  LedgerAccount account;
+
+  Opened(std::string_view of, std::uint32_t index) : name(of), account(name.c_str(), index) {}
+};
+
+struct Book {
+  std::mutex mutex;
+  std::deque<Opened> opened;                            // only grows: references to its elements stay valid
+  std::map<std::string_view, LedgerAccount*> accounts;  // those, and the ones of the runtime
+  std::vector<const LedgerCell*> threads;
+
+  Book() {
+    for (LedgerAccount* account : std::array{&bstrAccount, &taskMemoryAccount, &safeArrayAccount}) {
+      accounts.emplace(account->name(), account);
+    }
+  }
+};
+
+// Never destroyed: static objects of others give their references back after this one would be gone.
+Book& book() {
+  static Book& instance = *new Book;
+  return instance;
+}
+
+// Outlives the object below, which has a destructor: others may count on this thread when that one has run.
+constinit thread_local bool isThreadEnding = false;
+
+}  // namespace
+
+// The cells of one thread, from its first count until it ends.
+struct LedgerThread {
+  std::unique_ptr<LedgerCell[]> cells;
+
+  LedgerThread() : cells(std::make_unique<LedgerCell[]>(ledgerCellsPerThread)) {
+    Book& all = book();
+    const std::lock_guard lock(all.mutex);
+    all.threads.push_back(cells.get());
+    ledgerCells = cells.get();
+  }
+  LedgerThread(const LedgerThread&) = delete;
+  LedgerThread& operator=(const LedgerThread&) = delete;
+
+  ~LedgerThread() {
+    isThreadEnding = true;
+    ledgerCells = nullptr;
+    Book& all = book();
+    const std::lock_guard lock(all.mutex);
+    std::erase(all.threads, cells.get());
+    for (const auto& [name, account] : all.accounts) {
+      if (account->index_ >= ledgerCellsPerThread) continue;
+      const LedgerCell& cell = cells[account->index_];
+      account->shared_.handedOut.fetch_add(cell.handedOut.load(std::memory_order_relaxed),
+                                           std::memory_order_relaxed);
+      account->shared_.givenBack.fetch_add(cell.givenBack.load(std::memory_order_relaxed),
+                                           std::memory_order_relaxed);
+    }
+  }
+};
+
+LedgerCell* LedgerAccount::enterThread() noexcept {
+  if (isThreadEnding) return nullptr;
+  try {
+    thread_local const LedgerThread thread;
+    return thread.cells.get();
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
+LedgerAccount& Ledger::account(std::string_view name) {
+  Book& all = book();
+  const std::lock_guard lock(all.mutex);
+  if (const auto found = all.accounts.find(name); found != all.accounts.end()) return *found->second;
+  Opened& opened = all.opened.emplace_back(name, static_cast<std::uint32_t>(all.accounts.size()));
+  return *all.accounts.emplace(opened.name, &opened.account).first->second;
+}
+
+Ledger::Snapshot Ledger::snapshot() {
+  Book& all = book();
+  const std::lock_guard lock(all.mutex);
+  Snapshot result;
+  for (const auto& [name, account] : all.accounts) {
+    Count count{account->shared_.handedOut.load(std::memory_order_relaxed),
+                account->shared_.givenBack.load(std::memory_order_relaxed)};
+    if (account->index_ < ledgerCellsPerThread) {
+      for (const LedgerCell* cells : all.threads) {
+        count.handedOut += cells[account->index_].handedOut.load(std::memory_order_relaxed);
+        count.givenBack += cells[account->index_].givenBack.load(std::memory_order_relaxed);
+      }
+    }
+    result.emplace(name, count);
+  }
+  return result;
+}
+
+Ledger::Difference Ledger::difference(const Snapshot& before, const Snapshot& after) {
+  Difference result;
+  for (const auto& [name, count] : after)
+    result[name] += count.handedOut - count.givenBack;
+  for (const auto& [name, count] : before)
+    result[name] -= count.handedOut - count.givenBack;
+  std::erase_if(result, [](const auto& entry) { return entry.second == 0; });
+  return result;
+}
+
+std::string Ledger::print(const Difference& difference) {
+  if (difference.empty()) return "balanced";
+  std::string text;
+  for (const auto& [name, net] : difference) {
+    if (!text.empty()) text += '\n';
+    text += name + (net > 0 ? " +" : " ") + std::to_string(net);
+  }
+  return text;
+}
+
+}  // namespace velt::platform

@@ -1,0 +1,12 @@
+#include "host/platform/VectorBlock.h"
+
+namespace {
+
+// One reference is the host's own. A vector that leaves the empty block grows by the count that it finds here.
+constexpr std::uint32_t defaultGrowth = 8;
+constinit TqVectorBlock emptyBlock{1, 0, 0, defaultGrowth, nullptr};
+
+}  // namespace
+
+// Constant-initialised: vectors of static objects point at the block before any constructor of this library has run.
+constinit TqVectorBlock* gpEmptyVectorData = &emptyBlock;

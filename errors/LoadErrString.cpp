@@ -1,0 +1,23 @@
+#include "errors/LoadErrString.h"
+
+namespace velt::errors {
+
+HMODULE g_hPropRes = nullptr;
+
+}  // namespace velt::errors
+
+CStdStr<wchar_t> LoadErrString(int id) {
+  using velt::errors::g_hPropRes;
+  constexpr INT longestMessage = 2047;
+
+  // QUIRK(shared_resource_handle): messages are read from whichever library was loaded first, which is the
+  // one with the category names when a category was looked up before any message. Resource authors depend on
+  // it: the two libraries carry their numbers without clashes.
+  if (g_hPropRes == nullptr)
+    g_hPropRes = LoadLibraryExW(L"PropertyBarRes.dll", nullptr, LOAD_LIBRARY_AS_DATAFILE);
+  wchar_t buffer[2052];
+  buffer[0] = 0;
+  [[maybe_unused]] const INT characters =
+      LoadStringW(g_hPropRes, static_cast<UINT>(id), buffer, longestMessage);
+  return CStdStr<wchar_t>(buffer);
+}

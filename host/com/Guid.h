@@ -1,0 +1,27 @@
+#pragma once
+
+// The 16-byte identifier of a class or an interface, in the memory order that COM publishes.
+
+#include <cstdint>
+#include <cstring>
+
+struct GUID {
+  std::uint32_t Data1;
+  std::uint16_t Data2;
+  std::uint16_t Data3;
+  std::uint8_t Data4[8];
+};
+
+static_assert(sizeof(GUID) == 16);
+
+using IID = GUID;
+using CLSID = GUID;
+using REFIID = const IID&;
+using REFGUID = const GUID&;
+using REFCLSID = const CLSID&;
+
+inline bool operator==(const GUID& a, const GUID& b) {
+  return std::memcmp(&a, &b, sizeof(GUID)) == 0;
+}
+
+inline constexpr GUID GUID_NULL{};

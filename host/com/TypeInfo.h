@@ -1,0 +1,159 @@
+#pragma once
+
+// Type information: what an automation object publishes about its members. Blocks that a type information
+// hands out (TYPEATTR, FUNCDESC, VARDESC) go back to the same type information's Release... method.
+
+#include "host/com/IDispatch.h"
+
+struct ITypeLib;
+struct ITypeComp;
+
+using HREFTYPE = DWORD;
+
+enum TYPEKIND : INT {
+  TKIND_ENUM = 0,
+  TKIND_RECORD = 1,
+  TKIND_MODULE = 2,
+  TKIND_INTERFACE = 3,
+  TKIND_DISPATCH = 4,
+  TKIND_COCLASS = 5,
+  TKIND_ALIAS = 6,
+  TKIND_UNION = 7
+};
+
+enum FUNCKIND : INT { FUNC_VIRTUAL, FUNC_PUREVIRTUAL, FUNC_NONVIRTUAL, FUNC_STATIC, FUNC_DISPATCH };
+
+enum INVOKEKIND : INT {
+  INVOKE_FUNC = 1,
+  INVOKE_PROPERTYGET = 2,
+  INVOKE_PROPERTYPUT = 4,
+  INVOKE_PROPERTYPUTREF = 8
+};
+
+enum CALLCONV : INT { CC_CDECL = 1, CC_STDCALL = 4 };
+
+enum VARKIND : INT { VAR_PERINSTANCE = 0, VAR_STATIC = 1, VAR_CONST = 2, VAR_DISPATCH = 3 };
+
+inline constexpr WORD FUNCFLAG_FRESTRICTED = 0x1;
+inline constexpr WORD FUNCFLAG_FHIDDEN = 0x40;
+inline constexpr WORD FUNCFLAG_FNONBROWSABLE = 0x400;
+
+struct TYPEDESC {
+  union {
+    TYPEDESC* lptdesc;
+    void* lpadesc;
+    HREFTYPE hreftype;
+  };
+  VARTYPE vt;
+};
+
+struct PARAMDESC {
+  void* pparamdescex;
+  USHORT wParamFlags;
+};
+
+struct ELEMDESC {
+  TYPEDESC tdesc;
+  PARAMDESC paramdesc;
+};
+
+struct TYPEATTR {
+  GUID guid;
+  LCID lcid;
+  DWORD dwReserved;
+  MEMBERID memidConstructor;
+  MEMBERID memidDestructor;
+  LPOLESTR lpstrSchema;
+  ULONG cbSizeInstance;
+  TYPEKIND typekind;
+  WORD cFuncs;
+  WORD cVars;
+  WORD cImplTypes;
+  WORD cbSizeVft;
+  WORD cbAlignment;
+  WORD wTypeFlags;
+  WORD wMajorVerNum;
+  WORD wMinorVerNum;
+  TYPEDESC tdescAlias;
+  DWORD idldescType[2];
+};
+
+struct FUNCDESC {
+  MEMBERID memid;
+  SCODE* lprgscode;
+  ELEMDESC* lprgelemdescParam;
+  FUNCKIND funckind;
+  INVOKEKIND invkind;
+  CALLCONV callconv;
+  SHORT cParams;
+  SHORT cParamsOpt;
+  SHORT oVft;
+  SHORT cScodes;
+  ELEMDESC elemdescFunc;
+  WORD wFuncFlags;
+};
+
+struct VARDESC {
+  MEMBERID memid;
+  LPOLESTR lpstrSchema;
+  union {
+    ULONG oInst;
+    VARIANT* lpvarValue;
+  };
+  ELEMDESC elemdescVar;
+  WORD wVarFlags;
+  VARKIND varkind;
+};
+
+struct ITypeInfo : IUnknown {
+  virtual HRESULT GetTypeAttr(TYPEATTR** attributes) = 0;
+  virtual HRESULT GetTypeComp(ITypeComp** comp) = 0;
+  virtual HRESULT GetFuncDesc(UINT index, FUNCDESC** function) = 0;
+  virtual HRESULT GetVarDesc(UINT index, VARDESC** variable) = 0;
+  virtual HRESULT GetNames(MEMBERID member, BSTR* names, UINT maxNames, UINT* nameCount) = 0;
+  virtual HRESULT GetRefTypeOfImplType(UINT index, HREFTYPE* refType) = 0;
+  virtual HRESULT GetImplTypeFlags(UINT index, INT* flags) = 0;
+  virtual HRESULT GetIDsOfNames(LPOLESTR* names, UINT count, MEMBERID* members) = 0;
+  virtual HRESULT Invoke(void* instance, MEMBERID member, WORD flags, DISPPARAMS* params, VARIANT* result,
+                         EXCEPINFO* exception, UINT* argumentError) = 0;
+  virtual HRESULT GetDocumentation(MEMBERID member, BSTR* name, BSTR* documentation, DWORD* helpContext,
+                                   BSTR* helpFile) = 0;
+  virtual HRESULT GetDllEntry(MEMBERID member, INVOKEKIND kind, BSTR* dll, BSTR* name, WORD* ordinal) = 0;
+  virtual HRESULT GetRefTypeInfo(HREFTYPE refType, ITypeInfo** typeInfo) = 0;
+  virtual HRESULT AddressOfMember(MEMBERID member, INVOKEKIND kind, void** address) = 0;
+  virtual HRESULT CreateInstance(IUnknown* outer, REFIID iid, void** object) = 0;
+  virtual HRESULT GetMops(MEMBERID member, BSTR* mops) = 0;
+  virtual HRESULT GetContainingTypeLib(ITypeLib** library, UINT* index) = 0;
+  virtual void ReleaseTypeAttr(TYPEATTR* attributes) = 0;
+  virtual void ReleaseFuncDesc(FUNCDESC* function) = 0;
+  virtual void ReleaseVarDesc(VARDESC* variable) = 0;
+};
+
+struct TLIBATTR {
+  GUID guid;
+  LCID lcid;
+  INT syskind;
+  WORD wMajorVerNum;
+  WORD wMinorVerNum;
+  WORD wLibFlags;
+};
+
+struct ITypeLib : IUnknown {
+  virtual UINT GetTypeInfoCount() = 0;
+  virtual HRESULT GetTypeInfo(UINT index, ITypeInfo** typeInfo) = 0;
+  virtual HRESULT GetTypeInfoType(UINT index, TYPEKIND* kind) = 0;
+  virtual HRESULT GetTypeInfoOfGuid(REFGUID guid, ITypeInfo** typeInfo) = 0;
+  virtual HRESULT GetLibAttr(TLIBATTR** attributes) = 0;
+  virtual HRESULT GetTypeComp(ITypeComp** comp) = 0;
+  virtual HRESULT GetDocumentation(INT index, BSTR* name, BSTR* documentation, DWORD* helpContext,
+                                   BSTR* helpFile) = 0;
+  virtual HRESULT IsName(LPOLESTR name, ULONG hash, BOOL* isName) = 0;
+  virtual HRESULT FindName(LPOLESTR name, ULONG hash, ITypeInfo** typeInfos, MEMBERID* members,
+                           USHORT* found) = 0;
+  virtual void ReleaseTLibAttr(TLIBATTR* attributes) = 0;
+};
+
+inline constexpr IID IID_ITypeInfo{
+    0x00020401, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+inline constexpr IID IID_ITypeLib{
+    0x00020402, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};

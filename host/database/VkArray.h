@@ -1,0 +1,21 @@
+#pragma once
+
+// The host's growing array.
+
+#include <vector>
+
+template <class T>
+class VkArray {
+ public:
+  VkArray& append(const T& element) {
+    elements_.push_back(element);
+    return *this;
+  }
+  int length() const { return static_cast<int>(elements_.size()); }
+  bool isEmpty() const { return elements_.empty(); }
+  const T& operator[](int index) const { return elements_[static_cast<std::size_t>(index)]; }
+  const T& at(int index) const { return elements_[static_cast<std::size_t>(index)]; }
+
+ private:
+  std::vector<T> elements_;
+};

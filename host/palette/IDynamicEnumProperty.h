@@ -1,0 +1,15 @@
+#pragma once
+
+// The fixed set of values of an enumerated dynamic property.
+
+#include "host/com/IUnknown.h"
+#include "host/com/Variant.h"
+
+struct IDynamicEnumProperty : IUnknown {
+  virtual HRESULT GetNumPropertyValues(LONG* count) = 0;
+  virtual HRESULT GetPropValueName(LONG index, BSTR* name) = 0;
+  virtual HRESULT GetPropValueData(LONG index, VARIANT* value) = 0;
+};
+
+inline constexpr IID IID_IDynamicEnumProperty{
+    0x6E81C2A8, 0x93D7, 0x4B1F, {0xA6, 0x5C, 0x2D, 0x77, 0x91, 0xE3, 0x4A, 0x18}};

@@ -1,0 +1,18 @@
+#pragma once
+
+// Atomic counters, as the platform gives them. Each returns the new value, but for the add, which returns
+// the old one.
+
+#include <cstdint>
+
+inline std::int32_t tqInterlockedIncrement(std::int32_t* counter) {
+  return __atomic_add_fetch(counter, 1, __ATOMIC_RELAXED);
+}
+
+inline std::int32_t tqInterlockedDecrement(std::int32_t* counter) {
+  return __atomic_sub_fetch(counter, 1, __ATOMIC_ACQ_REL);
+}
+
+inline std::int32_t tqInterlockedExchangeAdd(std::int32_t* counter, std::int32_t amount) {
+  return __atomic_fetch_add(counter, amount, __ATOMIC_ACQUIRE);
+}

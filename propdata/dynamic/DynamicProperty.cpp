@@ -1,0 +1,115 @@
+// Describing one dynamic property as a row, in both generations of the interface.
+
+#include "host/automation/IVeltBaseObject.h"
+#include "host/com/ComRuntime.h"
+#include "host/palette/ICategorizeProperties.h"
+#include "host/palette/IDynamicEnumProperty.h"
+#include "host/palette/IDynamicProperty.h"
+#include "host/palette/IDynamicProperty2.h"
+#include "propdata/VeltPropData.h"
+#include "propdata/dynamic/EntityId.h"
+#include "propdata/support/BStr.h"
+#include "propdata/support/ComPtr.h"
+#include "propdata/support/Guards.h"
+
+using namespace velt::propdata;
+
+namespace {
+
+enum Described : int { skipped = 0, described = 1, noNewerInterface = 2 };
+
+constexpr int noCustomType = 551;
+
+template <class Getter>
+CStdStr<wchar_t> textFrom(Getter getter) {
+  BStr text;
+  [[maybe_unused]] const HRESULT got = getter(text.put());
+  return text.text();
+}
+
+template <class Property>
+int customTypeOf(Property& property) {
+  BStr typeName;
+  if (SUCCEEDED(property.GetCurrentValueName(typeName.put()))) return NameToUserdefinedType(typeName.get());
+  VARTYPE overwrittenByTheValue = VT_EMPTY;
+  property.GetCurrentValueType(&overwrittenByTheValue);
+  return noCustomType;
+}
+
+void readChoices(IUnknown* property, PROPINFO& out) {
+  ComPtr<IDynamicEnumProperty> enumeration;
+  if (FAILED(query(property, IID_IDynamicEnumProperty, enumeration))) return;
+  LONG count = 0;
+  enumeration->GetNumPropertyValues(&count);
+  // QUIRK(more_than_one_choice): a single choice counts only when the choice list is built.
+  if (count > 1) out.hasChoices = true;
+}
+
+void readCategory(IUnknown* property, PROPINFO& out) {
+  ComPtr<ICategorizeProperties> categories;
+  if (FAILED(query(property, IID_ICategorizeProperties, categories))) return;
+  PROPCAT category = out.categoryId;
+  [[maybe_unused]] const HRESULT mapped = categories->MapPropertyToCategory(out.dispId, &category);
+  out.categoryId = category;
+  out.categoryName =
+      textFrom([&](BSTR* name) { return categories->GetCategoryName(category, LOCALE_USER_DEFAULT, name); });
+}
+
+// Entity is what the generation names the entity by: its automation object or its old id.
+template <class Property, class Entity>
+Described describe(IDispatch* dispatch, IUnknown* object, ComPtr<Property>& property, Entity entity,
+                   PROPINFO& out) {
+  BOOL enabled = 0;
+  // QUIRK(enabled_exactly_one): any other byte leaves the property out.
+  if (FAILED(property->IsPropertyEnabled(entity, &enabled)) || enabled != 1) return skipped;
+
+  out.clsid = GUID_NULL;  // no class of the host's: no weights, no special kinds
+  out.pDispatch = dispatch;
+  GUID guid{};
+  property->GetGUID(&guid);
+  out.displayName = textFrom([&](BSTR* name) { return property->GetDisplayName(name); });
+  out.name = out.displayName;
+  out.description = textFrom([&](BSTR* description) { return property->GetDescription(description); });
+  out.customType = customTypeOf(*property.get());
+  out.dispId = dynamicPropertyDispId;
+  // QUIRK(borrowed_dynamic_property): no reference stays; the source keeps its property objects alive.
+  out.pDynamicProperty = property.get();
+
+  VARIANT value{};
+  VariantInit(&value);
+  [[maybe_unused]] const HRESULT gotValue = property->GetCurrentValueData(entity, &value);
+  out.value = value;
+  out.valueType = value.vt;
+
+  BOOL readOnly = 0;
+  [[maybe_unused]] const HRESULT gotReadOnly = property->IsPropertyReadOnly(&readOnly);
+  out.isEditable = readOnly == 0;
+  property.release();
+
+  readChoices(object, out);
+  readCategory(object, out);
+  return described;
+}
+
+}  // namespace
+
+int GetDynamicPropertyPropInfo(IDispatch* entity, IUnknown* property, PROPINFO& out) {
+  return orOnNoMemory<int>(skipped, [&]() -> int {
+    ComPtr<IDynamicProperty2> newer;
+    const HRESULT queried = query(property, IID_IDynamicProperty2, newer);
+    // QUIRK(only_no_interface_falls_back): any other failure leaves the property out.
+    if (queried == E_NOINTERFACE) return noNewerInterface;
+    if (FAILED(queried)) return skipped;
+    return describe(entity, property, newer, entity, out);
+  });
+}
+
+int GetDynamicPropertyPropInfoDefault(IDispatch* entity, IUnknown* property, PROPINFO& out) {
+  return orOnNoMemory<int>(skipped, [&]() -> int {
+    ComPtr<IDynamicProperty> older;
+    if (FAILED(query(property, IID_IDynamicProperty, older))) return skipped;
+    const VkDbObjectId id = entityIdOf(entity);
+    if (id.isNull()) return skipped;
+    return describe(entity, property, older, id.asOldId(), out);
+  });
+}

@@ -1,0 +1,143 @@
+// The property sources of an entity's class and what they offer for the entity.
+
+#include "host/automation/IVeltBaseObject.h"
+#include "host/com/ComError.h"
+#include "host/database/OpenObject.h"
+#include "host/palette/PerInstanceProperties.h"
+#include "propdata/VeltPropData.h"
+#include "propdata/dynamic/EntityId.h"
+#include "propdata/support/BStr.h"
+#include "propdata/support/ComPtr.h"
+#include "propdata/support/Guards.h"
+#include "propdata/support/ScopedVariant.h"
+
+using namespace velt::propdata;
+
+namespace {
+
+enum Enumerated : int { none = 0, enumerated = 1 };
+
+// The array in a variant when it is one of that element type; sources answer with other things too.
+SAFEARRAY* arrayOf(const VARIANT& variant, VARTYPE elementType) {
+  if (variant.vt != (VT_ARRAY | elementType) || variant.parray == nullptr) return nullptr;
+  VARTYPE actual = VT_EMPTY;
+  if (SUCCEEDED(SafeArrayGetVartype(variant.parray, &actual)) && actual != elementType) return nullptr;
+  return variant.parray;
+}
+
+struct Bounds {
+  LONG lower = 0;
+  LONG upper = -1;
+};
+
+Bounds boundsOf(SAFEARRAY* array) {
+  Bounds bounds;
+  if (FAILED(SafeArrayGetLBound(array, 1, &bounds.lower))
+      || FAILED(SafeArrayGetUBound(array, 1, &bounds.upper))) {
+    return {};
+  }
+  return bounds;
+}
+
+// Calls the function with each index. The index is wider than the bounds: the last one may be the largest LONG.
+template <class Function>
+void forEachIndex(SAFEARRAY* array, Function function) {
+  const Bounds bounds = boundsOf(array);
+  for (LONGLONG index = bounds.lower; index <= bounds.upper; ++index)
+    function(static_cast<LONG>(index));
+}
+
+template <class Extension>
+Extension* extensionOfDatabase() {
+  return Extension::cast(VkDbDatabase::desc()->queryX(Extension::desc()));
+}
+
+VkRxClass* classOf(VkDbObjectId id) {
+  const VkDbObjectPointer<VkDbObject> object(id, VkDb::kForRead);
+  return object.openStatus() == Velt::eOk && object.object() != nullptr ? object->isA() : nullptr;
+}
+
+bool readSourceNames(VkDbObjectId id, ScopedVariant& names) {
+  VkRxClass* const entityClass = classOf(id);
+  if (entityClass == nullptr) return false;
+  auto* const factory = extensionOfDatabase<OPMPerInstancePropertyExtensionFactory>();
+  if (factory == nullptr) return false;
+  OPMPerInstancePropertyExtension* const extension = factory->CreateOPMInstancePropertyExtension(entityClass);
+  if (extension == nullptr) return false;
+  return extension->GetObjectPropertySourceNames(id, names.put()) != 0 && names.get().vt != VT_EMPTY;
+}
+
+void putSource(SAFEARRAY* names, LONG index, COleSafeArray& out) {
+  BStr name;
+  if (FAILED(SafeArrayGetElement(names, &index, name.put()))) return;
+  // Looked up for each name: a source may register or remove others while it is asked.
+  auto* const registry = extensionOfDatabase<OPMPerInstancePropertySources>();
+  ComPtr<IPropertySource> source;
+  const bool has = registry != nullptr && registry->GetPropertySourceAt(name.get(), source.put()) != 0;
+  name.free();
+  if (!has) return;
+  try {
+    // QUIRK(source_array_from_zero): the array starts at 0 whatever the names start at, so that the indexes
+    // coincide only for names from 0; what falls outside is left out.
+    out.PutElement(&index, source.get());
+  } catch (const _com_error&) {
+    return;
+  }
+}
+
+int describeElement(IDispatch* entity, IUnknown* element, PROPINFO& row) {
+  constexpr int noNewerInterface = 2;
+  const int newer = GetDynamicPropertyPropInfo(entity, element, row);
+  return newer == noNewerInterface ? GetDynamicPropertyPropInfoDefault(entity, element, row) : newer;
+}
+
+}  // namespace
+
+int GetDynProperteySources(IDispatch* entity, COleSafeArray& out) {
+  ComPtr<IVeltBaseObject> baseObject;
+  if (FAILED(query(entity, IID_IVeltBaseObject, baseObject))) return none;
+  VkDbObjectId id;
+  [[maybe_unused]] const HRESULT answered = baseObject->GetObjectId(&id);
+  ScopedVariant names;
+  if (!readSourceNames(id, names)) return none;
+  SAFEARRAY* const array = arrayOf(names.get(), VT_BSTR);
+  if (array == nullptr) return none;
+  const Bounds bounds = boundsOf(array);
+  out.CreateOneDim(VT_UNKNOWN, static_cast<DWORD>(LONGLONG{bounds.upper} + 1 - bounds.lower));
+  forEachIndex(array, [&](LONG index) { putSource(array, index, out); });
+  return enumerated;
+}
+
+int GetDynPropSourcePropInfo(IDispatch* entity, IPropertySource* source, TqVector<PROPINFO>& out) {
+  return orOnNoMemory<int>(none, [&]() -> int {
+    ScopedVariant properties;
+    if (FAILED(source->GetProperties(entity, properties.put())) || properties.get().vt == VT_EMPTY)
+      return none;
+    SAFEARRAY* const array = arrayOf(properties.get(), VT_UNKNOWN);
+    if (array == nullptr) return none;
+    forEachIndex(array, [&](LONG index) {
+      ComPtr<IUnknown> element;
+      if (FAILED(SafeArrayGetElement(array, &index, element.put())) || !element) return;
+      PROPINFO row;
+      if (describeElement(entity, element.get(), row) == 1) mustAppend(out, row);
+    });
+    return enumerated;
+  });
+}
+
+int GetDynPropSourcesPropInfo(IDispatch* entity, TqVector<PROPINFO>& out) {
+  return orOnNoMemory<int>(none, [&]() -> int {
+    COleSafeArray sources;
+    if (GetDynProperteySources(entity, sources) == none) return none;
+    SAFEARRAY* const array = arrayOf(sources, VT_UNKNOWN);
+    if (array == nullptr) return none;
+    forEachIndex(array, [&](LONG index) {
+      ComPtr<IUnknown> element;
+      if (FAILED(SafeArrayGetElement(array, &index, element.put())) || !element) return;
+      ComPtr<IPropertySource> source;
+      if (FAILED(query(element.get(), IID_IPropertySource, source))) return;
+      [[maybe_unused]] const int answered = GetDynPropSourcePropInfo(entity, source.get(), out);
+    });
+    return enumerated;
+  });
+}

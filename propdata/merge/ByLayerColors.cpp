@@ -1,0 +1,87 @@
+// By-layer colours, compared by the layers' colours.
+
+#include "host/automation/IVeltVkCmColor.h"
+#include "propdata/VeltPropData.h"
+#include "propdata/support/BStr.h"
+#include "propdata/support/ComPtr.h"
+#include "propdata/support/Opened.h"
+
+using namespace velt::propdata;
+
+namespace {
+
+constexpr DISPID layerDispId = 1281;
+
+bool readLayerId(VkDbObjectId entityId, VkDbObjectId& layerId) {
+  Opened<VkDbEntity> entity;
+  vkdbOpenObject(entity.put(), entityId, VkDb::kForRead);
+  if (!entity) return false;
+  layerId = entity->layerId();
+  return true;
+}
+
+bool readLayerColor(VkDbObjectId layerId, VkCmColor& colour) {
+  Opened<VkDbLayerTableRecord> layer;
+  vkdbOpenObject<VkDbLayerTableRecord>(layer.put(), layerId, VkDb::kForRead, false);
+  if (!layer) return false;
+  colour = layer->color();
+  return true;
+}
+
+bool isByLayer(VARIANT& value) {
+  VkCmColor colour;
+  return SUCCEEDED(VariantToColorHelper(&value, colour)) && colour.isByLayer();
+}
+
+// The layer colour of the list's first entity that can be opened; the default colour when there is none.
+VkCmColor layerColorOf(const TqVector<PROPINFO>& list) {
+  VkCmColor colour;
+  for (const PROPINFO& row : list) {
+    VkDbObjectId layerId;
+    if (row.dispId != layerDispId || !readLayerId(row.objectId, layerId)) continue;
+    // QUIRK(default_colour_for_a_missing_layer): a layer that cannot be opened leaves the default colour, which
+    // palettes see compared as it is.
+    [[maybe_unused]] const bool opened = readLayerColor(layerId, colour);
+    break;
+  }
+  return colour;
+}
+
+}  // namespace
+
+HRESULT VariantToColorHelper(VARIANT* value, VkCmColor& colour) {
+  if (value->vt != VT_DISPATCH) return E_FAIL;
+  ComPtr<IVeltVkCmColor> object;
+  if (FAILED(query(value->pdispVal, IID_IVeltVkCmColor, object))) return E_FAIL;
+
+  LONG entityColor = 0;
+  BStr colorName;
+  BStr bookName;
+  [[maybe_unused]] const HRESULT gotColor = object->get_EntityColor(&entityColor);
+  [[maybe_unused]] const HRESULT gotName = object->get_ColorName(colorName.put());
+  [[maybe_unused]] const HRESULT gotBook = object->get_BookName(bookName.put());
+  colour.setColor(static_cast<std::uint32_t>(entityColor));
+  colour.setNames(colorName.get(), bookName.get());
+  return S_OK;
+}
+
+bool getPropEntityLayerColor(VkCmColor& colour, PROPINFO& prop) {
+  VkDbObjectId layerId;
+  return readLayerId(prop.objectId, layerId) && readLayerColor(layerId, colour);
+}
+
+bool IsDifferentByLayerColors(PROPINFO& first, PROPINFO& other) {
+  if (!isByLayer(first.value)) return false;
+  VkCmColor colourOfFirst;
+  VkCmColor colourOfOther;
+  if (!getPropEntityLayerColor(colourOfFirst, first)) return false;
+  if (!getPropEntityLayerColor(colourOfOther, other)) return false;
+  return colourOfFirst != colourOfOther;
+}
+
+bool IsDifferentByLayerColors(VARIANT& value, TqVector<PROPINFO>& listA, TqVector<PROPINFO>& listB) {
+  if (!isByLayer(value)) return false;
+  const VkCmColor colourA = layerColorOf(listA);
+  const VkCmColor colourB = layerColorOf(listB);
+  return colourA != colourB;
+}

@@ -1,0 +1,178 @@
+// Intersecting the per-entity lists: the rows that all entities have.
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "propdata/VeltPropData.h"
+#include "propdata/merge/ListIndex.h"
+#include "propdata/support/Guards.h"
+
+using namespace velt::propdata;
+
+namespace {
+
+using Lists = TqVector<TqVector<PROPINFO>>;
+using Pairs = std::vector<DispatchDynPropSourceNode>;
+
+bool isDynamic(const PROPINFO& row) {
+  return row.dispId == dynamicPropertyDispId;
+}
+
+DispatchDynPropSourceNode pairOf(const PROPINFO& row) {
+  return {row.pDispatch, row.pDynamicProperty};
+}
+
+void readUnlessRead(PROPINFO& row, TqVector<PROPINFO>& elements) {
+  elements.clear();
+  if (!row.hasValue) getPropValue(row, elements);
+}
+
+// Every row read; a row that breaks up is replaced by its elements.
+TqVector<PROPINFO> expanded(const TqVector<PROPINFO>& list, bool withOwnPairs) {
+  TqVector<PROPINFO> result;
+  reserve(result, list.length());
+  TqVector<PROPINFO> elements;
+  for (const PROPINFO& unread : list) {
+    PROPINFO row(unread);
+    if (withOwnPairs && isDynamic(row)) mustAppend(row.dynSources, pairOf(row));
+    readUnlessRead(row, elements);
+    if (elements.isEmpty()) {
+      mustAppend(result, row);
+    } else {
+      reserve(result, result.length() + elements.length());
+      result.append(elements);
+    }
+  }
+  return result;
+}
+
+void setPairs(PROPINFO& row, const Pairs& pairs) {
+  TqVector<DispatchDynPropSourceNode> sources;
+  reserve(sources, static_cast<std::uint32_t>(pairs.size()));
+  for (const DispatchDynPropSourceNode& pair : pairs)
+    sources.append(pair);
+  row.dynSources = sources;
+}
+
+// The merge of two or more lists. What the host sees (which rows are read, in which order, and what is asked
+// about them) is that of scanning each list from its start for each row; the indexes only skip rows that such
+// a scan passes over.
+class Merge {
+ public:
+  Merge(Lists& lists, CStdStr<wchar_t>& errorText)
+      : lists_(lists.begin()), layouts_(lists.length()), errorText_(errorText) {}
+
+  TqVector<PROPINFO> run() {
+    TqVector<PROPINFO> candidates = expanded(lists_[0], false);
+    // Grouped elements are looked for nowhere, and one polyline may have thousands of them.
+    elementsOfFirst_ = static_cast<std::uint32_t>(
+        std::count_if(candidates.begin(), candidates.end(),
+                      [](const PROPINFO& row) { return row.isElement && row.elementGrouping == 0; }));
+    TqVector<PROPINFO> merged;
+    reserve(merged, candidates.length());
+    for (PROPINFO& row : candidates) {
+      // QUIRK(varying_rows_dropped_on_arrival): a row that comes in marked is not searched for at all.
+      if (row.isVaries) continue;
+      // QUIRK(dropped_values_not_released): the value of a row that is dropped here is given back by nobody; hosts
+      // count on it staying valid.
+      if (!isInEveryOtherList(row)) continue;
+      mustAppend(merged, row);
+    }
+    return merged;
+  }
+
+ private:
+  bool isInEveryOtherList(PROPINFO& row) {
+    // QUIRK(grouped_elements_single_selection_only): the palette edits one polyline's vertices at a time.
+    if (row.elementGrouping != 0) return false;
+    Pairs pairs;
+    if (isDynamic(row)) pairs.push_back(pairOf(row));
+    const KeyNumber sameness = keys_.samenessKey(row);
+    const KeyNumber full = keys_.fullKey(sameness, row);
+    for (std::size_t k = 1; k < layouts_.size(); ++k) {
+      if (!isInList(row, sameness, full, k, pairs)) return false;
+    }
+    if (isDynamic(row)) setPairs(row, pairs);
+    return true;
+  }
+
+  bool isInList(PROPINFO& row, KeyNumber sameness, KeyNumber full, std::size_t k, Pairs& pairs) {
+    TqVector<PROPINFO>& list = lists_[k];
+    ListLayout*& layout = layouts_[k];
+    if (layout == nullptr) layout = &table_.of(list);
+
+    bool found = false;
+    for (std::uint32_t from = 0;;) {
+      const std::uint32_t place =
+          row.isVaries ? layout->first(sameness) : layout->nextCandidate(sameness, full, from);
+      if (isDynamic(row)) collectPairs(list, from, place, pairs);
+      if (place == ListLayout::none) return false;
+      // A row that already varies only has to be there: later values are not compared.
+      if (row.isVaries) return true;
+      if (compareAt(row, list, layout, place, sameness, found)) return found;
+      from = place + 1;
+    }
+  }
+
+  // QUIRK(pairs_of_all_visited_rows): every row that the scan passes gives its pair, not only the one that
+  // matches; writers rely on the pairs' order.
+  static void collectPairs(const TqVector<PROPINFO>& list, std::uint32_t from, std::uint32_t place,
+                           Pairs& pairs) {
+    const std::uint32_t end = place == ListLayout::none ? list.length() : place + 1;
+    for (std::uint32_t visited = from; visited < end; ++visited)
+      pairs.push_back(pairOf(list[visited]));
+  }
+
+  // True when the search in this list is over; found then tells how it ended.
+  bool compareAt(PROPINFO& row, TqVector<PROPINFO>& list, ListLayout*& layout, std::uint32_t place,
+                 KeyNumber sameness, bool& found) {
+    if (!list.copyBeforeWrite()) throw ListIsFull();
+    PROPINFO& other = list[place];
+    readUnlessRead(other, elements_);
+    if (elements_.isEmpty()) return comparePropInfo(row, other, found, errorText_);
+
+    other.name = CStdStr<wchar_t>();  // never matches again
+    makeRoom(list, *layout);
+    layout = &table_.brokenUp(*layout, place, sameness, list[place], elements_);
+    const auto firstElement = static_cast<std::ptrdiff_t>(list.length());
+    list.append(std::move(elements_));
+    return std::any_of(list.begin() + firstElement, list.end(),
+                       [&](PROPINFO& element) { return comparePropInfo(row, element, found, errorText_); });
+  }
+
+  // For the elements just read, and at the first time for those that will come: as many as the first entity has.
+  void makeRoom(TqVector<PROPINFO>& list, const ListLayout& layout) {
+    const std::uint32_t now = list.length() + elements_.length();
+    const std::uint32_t inAll = list.length() + std::min(elementsOfFirst_, list.length());
+    if (layout.isUnbroken() && inAll > now && inAll > list.physicalLength()) {
+      if (!list.setPhysicalLength(inAll)) throw ListIsFull();
+    } else {
+      reserve(list, now);
+    }
+  }
+
+  TqVector<PROPINFO>* lists_;
+  std::vector<ListLayout*> layouts_;  // null until the first search in a list
+  CStdStr<wchar_t>& errorText_;
+  KeyTable keys_;
+  LayoutTable table_{keys_};
+  std::uint32_t elementsOfFirst_ = 0;
+  TqVector<PROPINFO> elements_;  // of the row read last
+};
+
+}  // namespace
+
+bool ExcuteIntersect([[maybe_unused]] TqVector<VeltPropData*>& entities, TqVector<TqVector<PROPINFO>>& lists,
+                     TqVector<PROPINFO>& result, CStdStr<wchar_t>& errorText, [[maybe_unused]] bool& flag) {
+  if (lists.isEmpty()) return false;
+  return orOnNoMemory(false, [&] {
+    if (lists.length() == 1) {
+      result = expanded(std::as_const(lists)[0], true);
+    } else {
+      if (!lists.copyBeforeWrite()) throw ListIsFull();
+      result = Merge(lists, errorText).run();
+    }
+    return true;
+  });
+}

@@ -1,0 +1,6 @@
+#include "propdata/VeltPropData.h"
+
+PropertyListCache* getTqPROPINFOCache() {
+  static PropertyListCache cache;
+  return &cache;
+}

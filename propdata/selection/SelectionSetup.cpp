@@ -1,0 +1,99 @@
+// Setting a selection up and tearing it down.
+
+#include <utility>
+
+#include "host/automation/IVeltBaseObject.h"
+#include "host/automation/TqAutoCreateInstance.h"
+#include "propdata/VeltPropData.h"
+#include "propdata/support/ComPtr.h"
+#include "propdata/support/Guards.h"
+#include "propdata/support/Opened.h"
+
+using namespace velt::propdata;
+namespace message = velt::errors::message;
+
+namespace {
+
+bool failWith(CStdStr<wchar_t>& errorText, int id) {
+  errorText = LoadErrString(id);
+  return false;
+}
+
+template <class Interface>
+void releaseAndClear(Interface*& pointer) {
+  if (Interface* const held = std::exchange(pointer, nullptr)) held->Release();
+}
+
+bool createObject(VeltPropData& entry, CStdStr<wchar_t>& errorText) {
+  entry.pUnknown = nullptr;
+  entry.pDispatch = nullptr;
+  void* created = nullptr;
+  const HRESULT creation =
+      TqAutoCreateInstance(entry.clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, &created);
+  if (FAILED(creation) || created == nullptr) return failWith(errorText, message::instanceCreation);
+  entry.pUnknown = static_cast<IUnknown*>(created);
+
+  ComPtr<IDispatch> dispatch;
+  if (FAILED(query(entry.pUnknown, IID_IDispatch, dispatch))) {
+    releaseAndClear(entry.pUnknown);
+    return failWith(errorText, message::noDispatch);
+  }
+  entry.pDispatch = dispatch.detach();
+
+  ComPtr<IVeltBaseObject> baseObject;
+  if (FAILED(query(entry.pUnknown, IID_IVeltBaseObject, baseObject))) {
+    // QUIRK(dispatch_kept_without_base_object): pDispatch stays in the entry; the caller's teardown releases it.
+    releaseAndClear(entry.pUnknown);
+    return failWith(errorText, message::noBaseObject);
+  }
+  VkDbObjectId id;
+  id.setFromOldId(entry.oldId);
+  [[maybe_unused]] const HRESULT binding = baseObject->SetObjectId(id, VkDbObjectId::kNull, nullptr);
+  return true;
+}
+
+}  // namespace
+
+bool InitializePropData(TqVector<VeltPropData*>& selection, CStdStr<wchar_t>& errorText, bool& mixedClasses) {
+  errorText = CStdStr<wchar_t>();
+  return orOnNoMemory(false, [&] {
+    if (FAILED(CoInitialize(nullptr))) return failWith(errorText, message::comInitialisation);
+    GUID firstClass = GUID_NULL;
+    for (VeltPropData* const entry : std::as_const(selection)) {
+      if (entry == nullptr) continue;
+      // An entity that cannot be opened keeps the class id that the entry held; creation then fails.
+      [[maybe_unused]] const bool hasClass = GetCLSID(entry->clsid, entry->oldId);
+      if (firstClass == GUID_NULL) {
+        firstClass = entry->clsid;
+      } else if (!(firstClass == entry->clsid)) {
+        mixedClasses = true;
+      }
+      if (!createObject(*entry, errorText)) return false;
+    }
+    return true;
+  });
+}
+
+bool UnInitializePropData(TqVector<VeltPropData*>& selection) {
+  // QUIRK(empty_selection_stays_initialised): COM is left initialised for an empty selection, although set-up
+  // initialised it. Hosts that count their own initialisations depend on it.
+  if (selection.isEmpty()) return true;
+  for (VeltPropData* const entry : std::as_const(selection)) {
+    if (entry == nullptr) continue;
+    releaseAndClear(entry->pUnknown);
+    releaseAndClear(entry->pDispatch);
+  }
+  CoUninitialize();
+  return true;
+}
+
+bool GetCLSID(GUID& clsid, long oldId) {
+  VkDbObjectId id;
+  id.setFromOldId(oldId);
+  Opened<VkDbEntity> entity;
+  if (vkdbOpenVkDbEntity(entity.put(), id, VkDb::kForRead, false) != Velt::eOk || !entity) return false;
+  if (entity->getClassID(&clsid) != Velt::eOk) {
+    clsid = entity->isKindOf(VkDbEntity::desc()) ? CLSID_VeltEntity : CLSID_VeltObject;
+  }
+  return true;
+}

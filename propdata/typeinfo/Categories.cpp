@@ -1,0 +1,77 @@
+// Categories of properties and their names.
+
+#include "host/palette/ICategorizeProperties.h"
+#include "propdata/VeltPropData.h"
+#include "propdata/support/BStr.h"
+#include "propdata/support/ComPtr.h"
+#include "propdata/support/Guards.h"
+
+using namespace velt::propdata;
+namespace message = velt::errors::message;
+
+namespace {
+
+constexpr int firstPredefined = -32;
+constexpr int lastPredefined = -1;
+
+// Resource ids of the predefined categories, from -32 on.
+constexpr int g_category[32] = {1032, 1031, 1030, 1029, 1028, 1027, 1026, 1025, 1024, 1023, 1022,
+                                1021, 1020, 1019, 1018, 1017, 1016, 1015, 1014, 1013, 1012, 1011,
+                                1010, 1009, 1008, 1007, 1006, 1005, 1004, 1003, 1002, 1001};
+
+bool isPredefined(int category) {
+  return category >= firstPredefined && category <= lastPredefined;
+}
+
+bool failWith(CStdStr<wchar_t>& errorText, int id) {
+  errorText = LoadErrString(id);
+  return false;
+}
+
+}  // namespace
+
+bool GetCategoryInfo(VeltPropData* data, int dispId, int& categoryId, CStdStr<wchar_t>& categoryName,
+                     CStdStr<wchar_t>& errorText) {
+  return orMessageOnComError(errorText, [&] {
+    ComPtr<ICategorizeProperties> categories;
+    if (FAILED(query(data->pUnknown, IID_ICategorizeProperties, categories))) {
+      return failWith(errorText, message::noCategories);
+    }
+    PROPCAT category = categoryId;
+    if (FAILED(categories->MapPropertyToCategory(dispId, &category))) {
+      return failWith(errorText, message::categoryNotFound);
+    }
+    categoryId = category;
+    if (isPredefined(category)) {
+      GetPredefinedCategoryName(category, categoryName);
+      return true;
+    }
+    BStr name;
+    // QUIRK(dispid_as_category_locale): the DISPID goes where the locale belongs; objects tell by it for which
+    // property the name is wanted.
+    if (FAILED(categories->GetCategoryName(category, static_cast<LCID>(dispId), name.put()))) {
+      [[maybe_unused]] const BSTR notHandedOver = name.detach();
+      return failWith(errorText, message::categoryName);
+    }
+    categoryName = name.text();
+    name.free();
+    // QUIRK(default_category_name): an empty name is replaced by a message's text, and the call succeeds.
+    if (categoryName.empty()) categoryName = LoadErrString(message::defaultCategory);
+    return true;
+  });
+}
+
+int GetPredefinedCategoryName(int category, CStdStr<wchar_t>& name) {
+  using velt::errors::g_hPropRes;
+  constexpr int capacity = 1024;
+
+  // QUIRK(shared_resource_handle): the messages are read from this library too when it is loaded first.
+  if (g_hPropRes == nullptr) g_hPropRes = loadResourceDll(L"PlxOPMRes.dll");
+  wchar_t buffer[capacity];
+  buffer[0] = 0;
+  if (isPredefined(category)) {
+    LoadStringW(g_hPropRes, static_cast<UINT>(g_category[category - firstPredefined]), buffer, capacity - 1);
+  }
+  name = CStdStr<wchar_t>(buffer);
+  return 0;
+}

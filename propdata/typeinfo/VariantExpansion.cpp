@@ -1,0 +1,85 @@
+// Splitting a property into its elements.
+
+#include "host/palette/IOPMPropertyExpander.h"
+#include "propdata/VeltPropData.h"
+#include "propdata/support/ComPtr.h"
+#include "propdata/support/CountedStrings.h"
+#include "propdata/support/Guards.h"
+#include "propdata/support/ScopedVariant.h"
+
+using namespace velt::propdata;
+namespace message = velt::errors::message;
+
+namespace {
+
+constexpr int groupHeaderKind = 503;
+
+bool failWith(CStdStr<wchar_t>& errorText, int id) {
+  errorText = LoadErrString(id);
+  return false;
+}
+
+// QUIRK(polyline_width_cookies): the widths at the polyline's first vertex keep their place in the display
+// order instead of being sorted by cookie.
+bool sortsByCookie(const GUID& clsid, DWORD cookie) {
+  return !(clsid == CLSID_VeltLWPolyline && (cookie == 2 || cookie == 3));
+}
+
+void appendGroupHeader(IOPMPropertyExpander& expander, PROPINFO& info, TqVector<PROPINFO>& out) {
+  info.customType = groupHeaderKind;
+  [[maybe_unused]] const HRESULT counted = expander.GetGroupCount(info.dispId, &info.groupCount);
+  VariantInit(&info.value);
+  info.value.vt = VT_I4;
+  info.value.lVal = 0;
+  info.valueType = VT_I4;
+  info.hasValue = true;
+  mustAppend(out, info);
+}
+
+bool appendElement(IOPMPropertyExpander& expander, DWORD cookie, const CStdStr<wchar_t>& label,
+                   PROPINFO& info, TqVector<PROPINFO>& out) {
+  ScopedVariant value;
+  if (FAILED(expander.GetElementValue(info.dispId, cookie, value.put()))) return false;
+  info.valueType = value.get().vt;
+  info.isElement = true;
+  info.elementCookie = cookie;
+  info.displayName = label;
+  info.value = value.get();
+  info.hasValue = true;
+  info.sortByCookie = sortsByCookie(info.clsid, cookie);
+  mustAppend(out, info);
+  value.detach();  // owned from now on by the rows that share it
+  return true;
+}
+
+bool listElements(PROPINFO& info, TqVector<PROPINFO>& out, CStdStr<wchar_t>& errorText) {
+  ComPtr<IOPMPropertyExpander> expander;
+  if (FAILED(query(info.pDispatch, IID_IOPMPropertyExpander, expander))) {
+    return failWith(errorText, message::noExpander);
+  }
+  CountedStrings elements;
+  if (FAILED(expander->GetElementStrings(info.dispId, elements.putStrings(), elements.putCookies()))) {
+    elements.abandon();
+    return failWith(errorText, message::elementStrings);
+  }
+  SHORT grouping = 0;
+  [[maybe_unused]] const HRESULT grouped = expander->GetElementGrouping(info.dispId, &grouping);
+  info.elementGrouping = grouping;
+  reserve(out, out.length() + 1 + elements.cookieCount());
+  if (grouping != 0) appendGroupHeader(*expander.get(), info, out);
+  info.customType = 0;
+  info.groupCount = 0;
+  for (ULONG i = 0; i < elements.cookieCount(); ++i) {
+    if (!appendElement(*expander.get(), elements.cookie(i), elements.string(i), info, out)) {
+      return failWith(errorText, message::elementValue);
+    }
+  }
+  expander.release();
+  return true;
+}
+
+}  // namespace
+
+bool GetVariantTypeInfo(PROPINFO& info, TqVector<PROPINFO>& out, CStdStr<wchar_t>& errorText) {
+  return orOnNoMemory(false, [&] { return listElements(info, out, errorText); });
+}

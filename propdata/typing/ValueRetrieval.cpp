@@ -1,0 +1,98 @@
+// Reading a property's current value, and settling its weight and kind on the way.
+
+#include "host/automation/IVkPiPropertyDisplay.h"
+#include "host/com/ComRuntime.h"
+#include "propdata/VeltPropData.h"
+#include "propdata/support/ComPtr.h"
+#include "propdata/support/Guards.h"
+#include "propdata/support/ScopedVariant.h"
+
+using namespace velt::propdata;
+
+namespace {
+
+constexpr int noCustomType = 0;
+constexpr int genericCustomType = 551;
+
+// The three strings are the caller's whether the call filled them or not.
+struct ExceptionRecord : EXCEPINFO {
+  ExceptionRecord() : EXCEPINFO{} {}
+  ExceptionRecord(const ExceptionRecord&) = delete;
+  ExceptionRecord& operator=(const ExceptionRecord&) = delete;
+  ~ExceptionRecord() {
+    SysFreeString(bstrSource);
+    SysFreeString(bstrDescription);
+    SysFreeString(bstrHelpFile);
+  }
+};
+
+VARIANT dispIdAsVariant(const PROPINFO& prop) {
+  VARIANT property;
+  VariantInit(&property);
+  property.vt = VT_I4;
+  property.lVal = prop.dispId;
+  return property;
+}
+
+void readWeight(PROPINFO& prop, const VARIANT& property) {
+  ComPtr<IVkPiPropertyDisplay> display;
+  if (SUCCEEDED(query(prop.pDispatch, IID_IVkPiPropertyDisplay, display))) {
+    long weight = 0;
+    if (SUCCEEDED(display->GetPropertyWeight(property, &weight)))
+      prop.weight = static_cast<std::int32_t>(weight);
+  }
+  display.release();
+  SetPropertyWeight(prop.clsid, prop);
+}
+
+void fetchValue(PROPINFO& prop) {
+  // QUIRK(type_tag_before_get): the tag is the declared type before the call and stays it when the call fails;
+  // what the value held before is overwritten, not freed.
+  prop.value.vt = prop.valueType;
+  if (prop.pDispatch == nullptr) return;
+  DISPPARAMS noParameters{};
+  ExceptionRecord exception;
+  UINT argumentError = 0;
+  [[maybe_unused]] const HRESULT got =
+      prop.pDispatch->Invoke(prop.dispId, GUID_NULL, GetUserDefaultLangID(), DISPATCH_PROPERTYGET,
+                             &noParameters, &prop.value, &exception, &argumentError);
+}
+
+void settleKind(PROPINFO& prop) {
+  if (prop.customType == noCustomType || prop.customType == genericCustomType) {
+    prop.customType = static_cast<std::int32_t>(_GetPropertyType(prop.clsid, &prop));
+  }
+}
+
+// The row itself stays as it is: each element is made from a copy of it.
+bool expand(const PROPINFO& prop, TqVector<PROPINFO>& elements) {
+  PROPINFO element(prop);
+  CStdStr<wchar_t> discardedMessage;
+  return GetVariantTypeInfo(element, elements, discardedMessage);
+}
+
+}  // namespace
+
+void getPropValue(PROPINFO& prop, TqVector<PROPINFO>& elements) {
+  orNothingOnNoMemory([&] {
+    readWeight(prop, dispIdAsVariant(prop));
+    if (prop.valueType != VT_VARIANT || !expand(prop, elements)) {
+      fetchValue(prop);
+      settleKind(prop);
+    }
+    // QUIRK(has_value_in_every_case): also after a failed get, so that nothing is fetched twice.
+    prop.hasValue = true;
+  });
+}
+
+bool GetPropInfoValue(PROPINFO& prop) {
+  {
+    ScopedVariant property;  // cleared again, which the bulk reading above spares itself
+    *property.put() = dispIdAsVariant(prop);
+    readWeight(prop, property.get());
+  }
+  fetchValue(prop);
+  settleKind(prop);
+  prop.hasValue = true;
+  return true;
+}

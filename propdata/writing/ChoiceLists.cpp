@@ -1,0 +1,95 @@
+// Choice lists of enumerated properties, and the release of the values that the query read.
+
+#include "host/com/IPerPropertyBrowsing.h"
+#include "propdata/VeltPropData.h"
+#include "propdata/support/ComPtr.h"
+#include "propdata/support/CountedStrings.h"
+#include "propdata/support/Guards.h"
+
+using namespace velt::propdata;
+
+namespace {
+
+// Colour, layer, line weight and line type have lists of the host's own.
+bool hasListOfTheHost(std::int32_t customType) {
+  return customType == 540 || customType == 541 || customType == 545 || customType == 547;
+}
+
+// False when the list ends before this choice.
+bool readValue(IPerPropertyBrowsing& browsing, const PROPINFO& prop, ULONG index, TqVector<int>& values) {
+  VARIANT value{};
+  VariantInit(&value);
+  // QUIRK(predefined_value_by_index): the place of the string is asked for, not its cookie; objects number their
+  // choices from 0.
+  const HRESULT result = browsing.GetPredefinedValue(prop.dispId, index, &value);
+  if (result == E_NOTIMPL) {
+    const bool isKnown = prop.choiceValues.length() > index;
+    mustAppend(values, isKnown ? prop.choiceValues[index] : static_cast<int>(index));
+    return true;
+  }
+  if (FAILED(result)) return false;
+  switch (value.vt) {
+    case VT_BSTR:
+      mustAppend(values, static_cast<int>(index));
+      VariantClear(&value);
+      break;
+    case VT_I2:
+      mustAppend(values, static_cast<int>(value.iVal));
+      break;
+    default:
+      // QUIRK(real_choices_cut_to_integers): also of a real value the low 32 bits are taken; only dynamic
+      // properties have real choices.
+      mustAppend(values, static_cast<int>(value.lVal));
+      break;
+  }
+  return true;
+}
+
+void fillFromBrowsing(PROPINFO& prop) {
+  ComPtr<IPerPropertyBrowsing> browsing;
+  if (FAILED(query(prop.pDispatch, IID_IPerPropertyBrowsing, browsing))) {
+    prop.hasChoices = false;
+    return;
+  }
+  CountedStrings strings;
+  if (FAILED(browsing->GetPredefinedStrings(prop.dispId, strings.putStrings(), strings.putCookies()))) {
+    strings.abandon();
+    prop.hasChoices = false;
+    return;
+  }
+  prop.hasChoices = true;
+  TqVector<CStdStr<wchar_t>> names;
+  TqVector<int> values;
+  reserve(names, strings.stringCount());
+  reserve(values, strings.stringCount());
+  for (ULONG i = 0; i < strings.stringCount(); ++i) {
+    if (!readValue(*browsing.get(), std::as_const(prop), i, values)) break;
+    mustAppend(names, strings.string(i));
+  }
+  prop.choiceNames = names;
+  prop.choiceValues = values;
+  strings.free();
+}
+
+}  // namespace
+
+void fillPropComboBox(TqVector<PROPINFO>& properties) {
+  orNothingOnNoMemory([&] {
+    for (PROPINFO& prop : properties) {
+      if (!prop.hasChoices) continue;
+      if (prop.dispId == dynamicPropertyDispId) {
+        if (fillDynPropComboBox(prop) != 0) continue;
+        // QUIRK(choices_kept_after_failed_enumeration): a row of any other type keeps hasChoices and its lists.
+        if (!hasListOfTheHost(prop.customType)) continue;
+      }
+      fillFromBrowsing(prop);
+    }
+  });
+}
+
+void freePropInfoVariantValue(TqVector<TqVector<PROPINFO>>& lists) {
+  for (TqVector<PROPINFO>& list : lists) {
+    for (PROPINFO& prop : list)
+      VariantClear(&prop.value);
+  }
+}

@@ -1,0 +1,124 @@
+// Writing a committed value to every selected entity.
+
+#include <utility>
+
+#include "host/com/ComRuntime.h"
+#include "host/palette/IOPMPropertyExpander.h"
+#include "propdata/VeltPropData.h"
+#include "propdata/support/BStr.h"
+#include "propdata/support/ComPtr.h"
+#include "propdata/support/Guards.h"
+#include "propdata/support/Opened.h"
+
+using namespace velt::propdata;
+namespace message = velt::errors::message;
+
+namespace {
+
+constexpr int stopped = 0;
+constexpr int processed = 1;
+
+enum class Layer { cannotBeAsked, locked, unlocked };
+
+Layer layerOf(VkDbObjectId entityId) {
+  VkDbObjectId layerId;
+  {
+    Opened<VkDbEntity> entity;
+    vkdbOpenObject(entity.put(), entityId, VkDb::kForRead);
+    if (!entity) return Layer::cannotBeAsked;
+    layerId = entity->layerId();
+  }
+  if (layerId.isNull()) return Layer::cannotBeAsked;
+  Opened<VkDbLayerTableRecord> layer;
+  const Velt::ErrorStatus opened =
+      vkdbOpenObject<VkDbLayerTableRecord>(layer.put(), layerId, VkDb::kForRead, false);
+  if (opened != Velt::eOk || !layer) return Layer::cannotBeAsked;
+  return layer->isLocked() ? Layer::locked : Layer::unlocked;
+}
+
+struct Write {
+  const CStdStr<wchar_t>& name;
+  BSTR nameToResolve;
+  VARIANT& value;
+  bool isElement;
+  DWORD elementCookie;
+};
+
+bool putWhole(VeltPropData& entry, DISPID dispId, const Write& write) {
+  DISPID namedArgument = DISPID_PROPERTYPUT;
+  DISPPARAMS parameters{&write.value, &namedArgument, 1, 1};
+  VARIANT result{};
+  VariantInit(&result);
+  // QUIRK(result_slot_tag): the slot goes in tagged with the new value's type and is never read or cleared.
+  result.vt = write.value.vt;
+  // QUIRK(two_locales): names are looked up under the system's locale, values put under the user's. The error
+  // text stays as it is when the put fails.
+  return SUCCEEDED(entry.pDispatch->Invoke(dispId, GUID_NULL, GetUserDefaultLCID(), DISPATCH_PROPERTYPUT,
+                                           &parameters, &result, nullptr, nullptr));
+}
+
+bool putElement(VeltPropData& entry, DISPID dispId, const Write& write, CStdStr<wchar_t>& errorText) {
+  ComPtr<IOPMPropertyExpander> expander;
+  if (FAILED(query(entry.pUnknown, IID_IOPMPropertyExpander, expander))) {
+    errorText = LoadErrString(message::noExpander);
+    return false;
+  }
+  if (FAILED(expander->SetElementValue(dispId, write.elementCookie, write.value))) {
+    errorText.Format(LoadErrString(message::noExpander).c_str(), write.name);
+    return false;
+  }
+  return true;
+}
+
+bool put(VeltPropData& entry, const Write& write, CStdStr<wchar_t>& errorText) {
+  if (entry.pDispatch == nullptr) {
+    errorText = LoadErrString(message::noDispatch);
+    return false;
+  }
+  wchar_t noName[] = L"";
+  LPOLESTR name = write.nameToResolve != nullptr ? write.nameToResolve : noName;
+  DISPID dispId = 0;
+  const HRESULT resolved =
+      entry.pDispatch->GetIDsOfNames(GUID_NULL, &name, 1, LOCALE_SYSTEM_DEFAULT, &dispId);
+  // QUIRK(dispid_zero_refused): a member with the id 0 counts as not found and cannot be set this way.
+  if (FAILED(resolved) || dispId == 0) {
+    errorText.Format(LoadErrString(message::nameNotFound).c_str(), write.name);
+    return false;
+  }
+  return write.isElement ? putElement(entry, dispId, write, errorText) : putWhole(entry, dispId, write);
+}
+
+int writeDynamic(const PROPINFO& property, VARIANT& value) {
+  constexpr int olderInterfaceNeeded = 2;
+  if (setDynPropSourcesPropValue(property, value) == olderInterfaceNeeded) {
+    setDynPropSourcesPropValueDefault(property, value);
+  }
+  return processed;
+}
+
+}  // namespace
+
+int SetPropertiesValue(TqVector<VeltPropData*>& selection, const PROPINFO& property, VARIANT& value,
+                       bool elementWrite, CStdStr<wchar_t>& errorText, int& lockedCount,
+                       VkArray<VkDbObjectId>& touchedIds, unsigned int elementCookie) {
+  if (property.dispId == dynamicPropertyDispId) return writeDynamic(property, value);
+  return orOnNoMemory(stopped, [&] {
+    const CStdStr<wchar_t> name = property.name;
+    const BStr nameToResolve(name);
+    const Write write{name, nameToResolve.get(), value, elementWrite, elementCookie};
+    for (VeltPropData* const entry : std::as_const(selection)) {
+      if (entry == nullptr) continue;
+      VkDbObjectId id;
+      id.setFromOldId(entry->oldId);
+      const Layer layer = layerOf(id);
+      if (layer == Layer::cannotBeAsked) continue;
+      if (layer == Layer::locked) {
+        ++lockedCount;
+        continue;
+      }
+      touchedIds.append(id);
+      if (!put(*entry, write, errorText)) return stopped;
+    }
+    return processed;
+  });
+}

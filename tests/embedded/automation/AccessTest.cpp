@@ -1,0 +1,109 @@
+#include "embedded/automation/Access.h"
+
+#include <gtest/gtest.h>
+
+#include <numbers>
+
+#include "embedded/automation/Refusal.h"
+#include "embedded/automation/classes/General.h"
+#include "tests/embedded/automation/Toys.h"
+
+namespace velt::automation {
+namespace {
+
+using namespace test;
+using std::numbers::pi;
+
+/// The first entity of the drawing that these pairs make.
+class AccessTest : public ::testing::Test {
+ protected:
+  Subject subjectOf(Pairs pairs) {
+    drawing = Sample().entity("TOY", pairs).open();
+    const VkDbObjectId id = drawing->entities()[0];
+    return Subject(*database::resolve(id), id, toyClass);
+  }
+  static PropertyRow row(const Access& access, const ValueType& type = VT_R8) {
+    return {1, L"Toy", L"Toy", type, palette::Category::Misc, access, Choices::None, 0, L""};
+  }
+  template <class T>
+  T get(const Access& access, Pairs pairs) {
+    return std::get<T>(access.get(subjectOf(pairs), row(access)));
+  }
+
+  std::unique_ptr<Drawing> drawing;
+};
+
+TEST_F(AccessTest, ARealIsReadFromItsSubclass) {
+  const Access access = storedReal(40, "AcDbToy", 7);
+  EXPECT_EQ(2.5, get<double>(access, {{100, "AcDbEntity"}, {40, "1"}, {100, "AcDbToy"}, {40, "2.5"}}));
+  EXPECT_EQ(7, get<double>(access, {{100, "AcDbEntity"}, {40, "1"}, {100, "AcDbToy"}}));
+  EXPECT_EQ(7, get<double>(access, {{100, "AcDbToy"}, {40, "many"}})) << "no number";
+  EXPECT_EQ(1, get<double>(access, {{40, "1"}})) << "old drawings have no subclasses";
+}
+
+TEST_F(AccessTest, DegreesBecomeRadians) {
+  EXPECT_NEAR(pi / 6, get<double>(storedDegrees(50, "*"), {{50, "30"}}), 1e-15);
+  EXPECT_NEAR(-pi / 6, get<double>(storedDegrees(50, "*"), {{50, "-30"}}), 1e-15);
+  EXPECT_NEAR(pi, get<double>(storedDegrees(50, "*", 180), {}), 1e-15);
+}
+
+TEST_F(AccessTest, DirectionsLieWithinAFullTurn) {
+  EXPECT_NEAR(11 * pi / 6, get<double>(storedDirection(50, "*"), {{50, "-30"}}), 1e-15);
+  EXPECT_EQ(0, get<double>(storedDirection(50, "*"), {{50, "360"}}));
+}
+
+TEST_F(AccessTest, IntegersThatAreTooLargeAreRefused) {
+  EXPECT_EQ(-5, get<std::int32_t>(storedInteger(70, "*"), {{70, "-5"}}));
+  EXPECT_EQ(3, get<std::int32_t>(storedInteger(70, "*", 3), {}));
+  EXPECT_THROW(get<std::int32_t>(storedInteger(70, "*"), {{70, "99999999999"}}), Refusal);
+}
+
+TEST_F(AccessTest, ABitIsOneOfManyInANumber) {
+  EXPECT_TRUE(get<bool>(storedBit(70, "*", 128), {{70, "129"}}));
+  EXPECT_FALSE(get<bool>(storedBit(70, "*", 2), {{70, "129"}}));
+  EXPECT_FALSE(get<bool>(storedBit(70, "*", 2), {}));
+}
+
+TEST_F(AccessTest, TextsAreDecodedAndKeepTheirBlanks) {
+  EXPECT_EQ(L" \u00E4 ", get<std::wstring>(storedText(1, "*"), {{1, " \\U+00E4 "}}));
+  EXPECT_EQ(L"", get<std::wstring>(storedText(1, "*"), {}));
+}
+
+TEST_F(AccessTest, AWorldPointIsTakenAsItIs) {
+  EXPECT_EQ((Vector3{1, 2, 3}),
+            get<Vector3>(worldPoint(10, "*"),
+                         {{10, "1"}, {20, "2"}, {30, "3"}, {210, "0"}, {220, "0"}, {230, "-1"}}));
+  EXPECT_EQ((Vector3{0, 0, 0}), get<Vector3>(worldPoint(10, "*"), {}));
+}
+
+TEST_F(AccessTest, APointOfThePlaneIsTurnedIntoTheWorld) {
+  const auto point = get<Vector3>(objectPoint(10, "*"),
+                                  {{10, "1"}, {20, "2"}, {30, "3"}, {210, "0"}, {220, "0"}, {230, "-1"}});
+  EXPECT_EQ((Vector3{-1, 2, -3}), point);
+}
+
+TEST_F(AccessTest, PointsAreExpandedIntoTheirCoordinates) {
+  const Access access = worldPoint(10, "*");
+  const Subject subject = subjectOf({{10, "1"}, {20, "2"}, {30, "3"}});
+  ASSERT_EQ(&pointElements, access.elements);
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(static_cast<double>(i + 1), pointElements.get(subject, row(access), i));
+  }
+  EXPECT_EQ(1U, pointElements.groups(subject, row(access)));
+}
+
+TEST_F(AccessTest, ANormalIsOfLengthOneWhateverIsStored) {
+  EXPECT_EQ((Vector3{0, 0, 1}), getNormal(subjectOf({})));
+  EXPECT_EQ((Vector3{0, 0, -1}), getNormal(subjectOf({{210, "0"}, {220, "0"}, {230, "-4"}})));
+  EXPECT_EQ((Vector3{0, 0, 1}), getNormal(subjectOf({{210, "0"}, {220, "0"}, {230, "0"}})));
+}
+
+TEST_F(AccessTest, ReadOnlyTakesThePutAway) {
+  const Access access = computed<getToyReal, putToyReal>();
+  EXPECT_TRUE(row(access).isWritable());
+  EXPECT_FALSE(row(access.readOnly()).isWritable());
+  EXPECT_EQ(access.get, access.readOnly().get);
+}
+
+}  // namespace
+}  // namespace velt::automation

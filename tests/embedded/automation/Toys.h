@@ -1,0 +1,135 @@
+// A class of automation objects that no drawing knows, for testing what all classes have in common.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/AutomationObject.h"
+#include "embedded/automation/ColorObject.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/Refusal.h"
+#include "tests/embedded/automation/Automation.h"
+
+namespace velt::automation::test {
+
+/// What the computed toys give, and what was put to them last.
+struct ToyState {
+  double real = 1.5;
+  std::int32_t variant = 0;
+  std::size_t groups = 2;
+  std::vector<double> put;
+};
+inline ToyState toy;
+
+inline double getToyReal(const Subject&) {
+  return toy.real;
+}
+inline void putToyReal(const Subject&, const double& value) {
+  toy.put.push_back(value);
+}
+inline double getToyRefusal(const Subject&) {
+  throw Refusal(E_FAIL, L"Not today.");
+}
+inline double getToyOverflow(const Subject&) {
+  throw std::bad_alloc();
+}
+inline double getToyMistake(const Subject&) {
+  throw std::logic_error("a mistake");
+}
+inline std::int32_t getToyChoice(const Subject&) {
+  return 20;
+}
+inline std::wstring getToyText(const Subject&) {
+  return L"";
+}
+inline Vector3 getToyPoint(const Subject&) {
+  return {1, 2, 3};
+}
+inline void putToyPoint(const Subject&, const Vector3& value) {
+  toy.put = {value.x, value.y, value.z};
+}
+inline OwnedDispatch getToyObject(const Subject&) {
+  return ColorObject::make({});
+}
+inline std::int32_t getToyVariant(const Subject&) {
+  return toy.variant;
+}
+inline bool getToyWrongType(const Subject&) {
+  return true;
+}
+
+inline constexpr const wchar_t* toyElementLabels[] = {L"First", L"Second"};
+inline std::size_t getToyGroups(const Subject&, const PropertyRow&) {
+  return toy.groups;
+}
+inline double getToyElement(const Subject&, const PropertyRow&, std::size_t element) {
+  return 100.0 + static_cast<double>(element);
+}
+inline void putToyElement(const Subject&, const PropertyRow&, std::size_t element, double value) {
+  toy.put = {static_cast<double>(element), value};
+}
+inline constexpr ElementAccess toyElements = {toyElementLabels, false,         7,
+                                              getToyGroups,     getToyElement, putToyElement};
+
+constexpr Access toyGroups() {
+  Access made = computed<getToyPoint, putToyPoint>();
+  made.elements = &toyElements;
+  return made;
+}
+
+inline constexpr EnumMember toyMembers[] = {{10, L"Ten", L"ten of them"}, {20, L"Twenty", L"twenty of them"}};
+inline constexpr UserType toyEnumeration = {L"ToyEnumeration", L"Tens.", VT_I4, toyMembers};
+
+// clang-format off
+inline constexpr PropertyRow toyGeneralRows[] = {
+  // id  name            label               type              category                      access                              choices               weight  help
+  { 90, L"Shared",       L"Shared by all",   VT_R8,            palette::Category::General,   computed<getToyReal>(),             Choices::None,           5, L"Inherited."},
+};
+inline constexpr PropertyRow toyRows[] = {
+  {  7, L"Real",         L"A real",          VT_R8,            palette::Category::Geometry,  computed<getToyReal, putToyReal>(), Choices::None,          40, L"Help for the real."},
+  {  3, L"Choice",       L"A choice",        toyEnumeration,   palette::Category::Misc,      computed<getToyChoice>(),           Choices::Enumeration,   30, L"Help for the choice."},
+  {  5, L"Text",         L"A text",          types::layerName, OwnCategory::Gradient,        computed<getToyText>(),             Choices::Layers,       -20, L""},
+  { 11, L"Spot",         L"Spot",            VT_VARIANT,       palette::Category::Geometry,  computedPoint<getToyPoint, putToyPoint>(), Choices::None,    0, L"A point."},
+  { 12, L"Groups",       L"Groups",          VT_VARIANT,       palette::Category::Geometry,  toyGroups(),                        Choices::None,           0, L"Grouped elements."},
+  { 13, L"Colour",       L"A colour",        VT_DISPATCH,      palette::Category::General,   computed<getToyObject>(),           Choices::Colors,         0, L"An object."},
+  { 21, L"Hidden",       L"Hidden",          VT_R8,            palette::Category::Misc,      computed<getToyReal, putToyReal>(), Choices::None,           0, L"", rowHidden},
+  { 22, L"NonBrowsable", L"Non-browsable",   VT_R8,            palette::Category::Misc,      computed<getToyReal>(),             Choices::None,           0, L"", rowNonBrowsable},
+  { 23, L"Sometimes",    L"Sometimes",       VT_R8,            palette::Category::Misc,      computed<getToyReal>(),             Choices::None,           0, L"", 0, variant(1) | variant(3)},
+  { 31, L"Refusal",      L"Refusal",         VT_R8,            palette::Category::Misc,      computed<getToyRefusal>(),          Choices::None,           0, L""},
+  { 32, L"Overflow",     L"Overflow",        VT_R8,            palette::Category::Misc,      computed<getToyOverflow>(),         Choices::None,           0, L""},
+  { 33, L"Mistake",      L"Mistake",         VT_R8,            palette::Category::Misc,      computed<getToyMistake>(),          Choices::None,           0, L""},
+  { 34, L"WrongType",    L"Wrong type",      VT_R8,            palette::Category::Misc,      computed<getToyWrongType>(),        Choices::None,           0, L""},
+};
+// clang-format on
+
+inline const std::span<const PropertyRow> toyGeneral = toyGeneralRows;
+inline const AutomationClass toyClass = {CLSID_VeltTable, L"VeltToy",  L"Toy",  "TOY",
+                                         L"A toy.",       &toyGeneral, toyRows, getToyVariant};
+inline const AutomationClass otherToyClass = {
+    CLSID_VeltLeader, L"VeltOtherToy", L"Other toy", "", L"Another toy.", &toyGeneral, {}};
+inline constexpr const AutomationClass* toyClasses[] = {&toyClass, &otherToyClass};
+
+/// A drawing with a toy and a line, the toys' registry, and an object bound to the toy. The ledger must balance at its
+/// end.
+class ToyTest : public ::testing::Test {
+ protected:
+  ToyTest() { toy = {}; }
+
+  [[nodiscard]] Bound unbound(const CLSID& clsid = CLSID_VeltTable) const {
+    return Bound(InterfaceHolder<IDispatch>::owning(com::makeObject<EntityObject>(*registry.find(clsid))));
+  }
+  [[nodiscard]] Bound bound() const {
+    Bound made = unbound();
+    VkDbObjectId id = drawing->entities()[0];
+    EXPECT_EQ(S_OK, made.as<IVeltBaseObject>()->SetObjectId(id, VkDbObjectId::kNull, nullptr));
+    return made;
+  }
+
+  Balance balance;
+  ClassRegistry registry{L"Toys", toyClasses};
+  std::unique_ptr<Drawing> drawing =
+      Sample().layer("0").layer("Walls").entity("TOY", {{8, "Walls"}}).entity("LINE", {{8, "0"}}).open();
+};
+
+}  // namespace velt::automation::test

@@ -1,0 +1,212 @@
+// What holds for the table of every class, and the golden listing of each.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <set>
+#include <string>
+
+#include "embedded/automation/ClassIndex.h"
+#include "embedded/automation/ClassList.h"
+#include "tests/embedded/automation/Automation.h"
+#include "tests/support/Golden.h"
+
+namespace velt::automation {
+namespace {
+
+using namespace test;
+
+std::string narrow(std::wstring_view text) {
+  std::string ascii;
+  for (const wchar_t c : text)
+    ascii += static_cast<char>(c);
+  return ascii;
+}
+
+std::string typeName(const ValueType& type) {
+  if (type.user != nullptr) return narrow(type.user->name);
+  switch (type.declared) {
+    case VT_R8:
+      return "R8";
+    case VT_I4:
+      return "I4";
+    case VT_BSTR:
+      return "BSTR";
+    case VT_BOOL:
+      return "BOOL";
+    case VT_VARIANT:
+      return "VARIANT";
+    case VT_DISPATCH:
+      return "DISPATCH";
+    default:
+      return "?";
+  }
+}
+
+std::string accessName(const Access& access) {
+  const char* kinds[] = {"computed", "real", "degrees",     "direction",   "integer",
+                         "bit",      "text", "world point", "object point"};
+  std::string name = kinds[static_cast<std::size_t>(access.kind)];
+  if (access.kind != AccessKind::Computed) name += " " + std::to_string(access.code) + " " + access.subclass;
+  if (access.kind == AccessKind::Bit) name += " & " + std::to_string(access.mask);
+  if (access.elements != nullptr) name += access.elements->grouping == 0 ? ", expanded" : ", grouped";
+  return name;
+}
+
+std::string choicesName(Choices choices) {
+  const char* names[] = {"-", "enumeration", "layers", "linetypes", "text styles", "colors", "gradients"};
+  return names[static_cast<std::size_t>(choices)];
+}
+
+std::string padded(std::string text, std::size_t width) {
+  text.resize(std::max(text.size(), width), ' ');
+  return text;
+}
+
+std::string shownForName(Variants variants) {
+  if (variants == everyVariant) return "";
+  std::string name = " only for";
+  for (unsigned bit = 0; bit < 8; ++bit) {
+    if ((variants & (1U << bit)) != 0) name += " " + std::to_string(bit);
+  }
+  return name;
+}
+
+/// One line per row: what a palette, and whoever wrote scripts against the class, depends on.
+std::string listing(const ClassIndex& index) {
+  const AutomationClass& kind = index.kind();
+  std::string text =
+      narrow(kind.name) + " \"" + narrow(kind.label) + "\" " + std::string(kind.dxfName) + "\n\n";
+  text +=
+      "name                DISPID  type                    category          access                          "
+      "    "
+      "edit  weight  choices      label\n";
+  for (const PropertyRow* row : index.rows()) {
+    text += padded(narrow(row->name), 20) + padded(std::to_string(row->dispId), 8)
+            + padded(typeName(row->type), 24) + padded(narrow(categoryName(row->category.number)), 18)
+            + padded(accessName(row->access), 36) + padded(row->isWritable() ? "yes" : "no", 6)
+            + padded(std::to_string(row->weight), 8) + padded(choicesName(row->choices), 13)
+            + narrow(row->label) + shownForName(row->shownFor) + "\n";
+  }
+  return text;
+}
+
+class EveryClass : public ::testing::TestWithParam<const AutomationClass*> {
+ protected:
+  const AutomationClass& kind = *GetParam();
+  const ClassIndex index{kind};
+};
+
+TEST_P(EveryClass, IsListedAsAccepted) {
+  const std::string name = narrow(kind.name).substr(4);  // without the common beginning of all type names
+  EXPECT_TRUE(tests::matchesGolden("golden/classes/" + name + ".txt", listing(index)));
+}
+
+TEST_P(EveryClass, HasEachIdAndEachNameOnce) {
+  std::set<DISPID> ids;
+  std::set<std::string> names;
+  for (const PropertyRow* row : index.rows()) {
+    EXPECT_TRUE(ids.insert(row->dispId).second) << row->dispId;
+    std::string lower = narrow(row->name);
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](char c) { return static_cast<char>(std::tolower(c)); });
+    EXPECT_TRUE(names.insert(lower).second) << lower;
+  }
+}
+
+TEST_P(EveryClass, FindsEachRowByIdAndByName) {
+  for (const PropertyRow* row : index.rows()) {
+    EXPECT_EQ(row, index.find(row->dispId));
+    EXPECT_EQ(row, index.find(std::wstring_view(row->name)));
+  }
+}
+
+TEST_P(EveryClass, UsesNoIdThatMeansSomethingElse) {
+  for (const PropertyRow* row : index.rows()) {
+    EXPECT_GT(row->dispId, 0) << "0 reads as an unknown name, and -23 marks rows of other origin";
+    if (row->dispId < 1280 || row->dispId > 1301) continue;
+    const std::set<std::pair<DISPID, std::string>> meanings = {
+        {1280, "Color"},      {1281, "Layer"},         {1282, "Linetype"},  {1283, "LinetypeScale"},
+        {1299, "Lineweight"}, {1300, "PlotStyleName"}, {1301, "Hyperlinks"}};
+    EXPECT_TRUE(meanings.contains({row->dispId, narrow(row->name)})) << row->dispId;
+  }
+}
+
+TEST_P(EveryClass, ExplainsEveryRow) {
+  for (const PropertyRow* row : index.rows()) {
+    const std::string help = narrow(row->help);
+    EXPECT_FALSE(help.empty()) << narrow(row->name);
+    EXPECT_FALSE(std::wstring_view(row->label).empty()) << narrow(row->name);
+    const bool saysReadOnly = help.find("Read-only") != std::string::npos;
+    EXPECT_FALSE(saysReadOnly && row->isWritable()) << narrow(row->name);
+    EXPECT_NE(nullptr, categoryName(row->category.number)) << narrow(row->name);
+  }
+}
+
+TEST_P(EveryClass, ExpandsExactlyItsVariants) {
+  for (const PropertyRow* row : index.rows()) {
+    EXPECT_EQ(row->type.declared == VT_VARIANT, row->access.elements != nullptr) << narrow(row->name);
+    if (row->access.elements != nullptr) {
+      EXPECT_FALSE(index.elementLabels(*row).empty());
+    }
+  }
+}
+
+TEST_P(EveryClass, OffersChoicesThatItsTypeCanTake) {
+  for (const PropertyRow* row : index.rows()) {
+    const bool isEnumeration = row->type.user != nullptr && row->type.user->isEnumeration();
+    EXPECT_EQ(isEnumeration, row->choices == Choices::Enumeration) << narrow(row->name);
+    if (row->choices == Choices::Colors) {
+      EXPECT_EQ(VT_DISPATCH, row->type.base());
+    }
+    if (row->choices == Choices::Layers) {
+      EXPECT_EQ(VT_BSTR, row->type.base());
+    }
+  }
+}
+
+TEST_P(EveryClass, OrdersItsRowsByTheirWeight) {
+  std::set<std::int32_t> weights;
+  for (const PropertyRow* row : index.rows()) {
+    EXPECT_GT(row->weight, 0) << narrow(row->name) << ": rows without a weight come before all others";
+    EXPECT_TRUE(weights.insert(row->weight).second) << narrow(row->name) << " has the weight of another row";
+  }
+}
+
+TEST_P(EveryClass, DependsOnNothingButItsVariantInWhatItShows) {
+  for (const PropertyRow* row : index.rows()) {
+    if (kind.variant == nullptr) {
+      EXPECT_EQ(everyVariant, row->shownFor) << narrow(row->name);
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, EveryClass,
+                         ::testing::ValuesIn(automationClasses().begin(), automationClasses().end()),
+                         [](const auto& parameter) { return narrow(parameter.param->name); });
+
+TEST(Classes, HaveDifferentIdsAndNames) {
+  std::set<std::string> names;
+  std::set<std::string> ids;
+  for (const AutomationClass* kind : automationClasses()) {
+    EXPECT_TRUE(names.insert(narrow(kind->name)).second);
+    const auto* bytes = static_cast<const char*>(static_cast<const void*>(&kind->clsid));
+    EXPECT_TRUE(ids.insert(std::string(bytes, sizeof kind->clsid)).second) << narrow(kind->name);
+  }
+}
+
+TEST(Classes, NamesOfUserDefinedTypesAreUnique) {
+  std::map<std::string, const UserType*> types;
+  for (const AutomationClass* kind : automationClasses()) {
+    const ClassIndex index(*kind);
+    for (const PropertyRow* row : index.rows()) {
+      if (row->type.user == nullptr) continue;
+      const auto& [known, added] = types.emplace(narrow(row->type.user->name), row->type.user);
+      EXPECT_EQ(row->type.user, known->second) << known->first;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace velt::automation

@@ -1,0 +1,56 @@
+#include <gtest/gtest.h>
+
+#include <numbers>
+
+#include "tests/embedded/automation/Automation.h"
+
+namespace velt::automation {
+namespace {
+
+using namespace test;
+using std::numbers::pi;
+using Numbers = std::vector<double>;
+
+class LineTest : public ::testing::Test {
+ protected:
+  // clang-format off
+  std::unique_ptr<Drawing> drawing = Sample()
+      .entity("LINE", {{100, "AcDbLine"}, {39, "2.5"}, {10, "1"}, {20, "2"}, {30, "3"}, {11, "4"}, {21, "-2"}, {31, "15"},
+                       {210, "0"}, {220, "0"}, {230, "-1"}})
+      .entity("LINE", {{10, "1"}, {20, "1"}, {11, "1"}, {21, "1"}})
+      .open();
+  // clang-format on
+};
+
+TEST_F(LineTest, EndsAreWhereTheyAreStored) {
+  const Bound line(*drawing, 0);
+  EXPECT_EQ((Numbers{1, 2, 3}), line.numbers(L"StartPoint"));
+  EXPECT_EQ((Numbers{4, -2, 15}), line.numbers(L"EndPoint")) << "the normal has no say in a line's ends";
+  EXPECT_EQ(2.5, line.real(L"Thickness"));
+  EXPECT_EQ((Numbers{0, 0, -1}), line.numbers(L"Normal"));
+}
+
+TEST_F(LineTest, DeltaLengthAndAngleFollowFromTheEnds) {
+  const Bound line(*drawing, 0);
+  EXPECT_EQ((Numbers{3, -4, 12}), line.numbers(L"Delta"));
+  EXPECT_EQ(13, line.real(L"Length"));
+  EXPECT_NEAR(2 * pi - std::atan2(4, 3), line.real(L"Angle"), 1e-15);
+}
+
+TEST_F(LineTest, ALineWithoutExtentHasAnAngleOfZero) {
+  const Bound line(*drawing, 1);
+  EXPECT_EQ(0, line.real(L"Length"));
+  EXPECT_EQ(0, line.real(L"Angle"));
+  EXPECT_EQ(0, line.real(L"Thickness"));
+}
+
+TEST_F(LineTest, PointsAreExpandedUnderTheirLabels) {
+  const Bound line(*drawing, 0);
+  EXPECT_EQ((std::vector<std::wstring>{L"Start X", L"Start Y", L"Start Z"}),
+            line.elementLabels(L"StartPoint"));
+  EXPECT_EQ((std::vector<std::wstring>{L"Delta X", L"Delta Y", L"Delta Z"}), line.elementLabels(L"Delta"));
+  EXPECT_EQ(15, line.element(L"EndPoint", 2));
+}
+
+}  // namespace
+}  // namespace velt::automation

@@ -1,0 +1,101 @@
+#include "embedded/database/Colors.h"
+
+#include <gtest/gtest.h>
+
+#include "embedded/database/Layer.h"
+#include "tests/embedded/database/Sample.h"
+
+namespace velt::database {
+namespace {
+
+using test::entityRecord;
+using test::Pairs;
+using test::Sample;
+
+VkCmColor ofEntity(Pairs pairs) {
+  const auto drawing = Sample().entity("LINE", pairs).open();
+  return entityColor(Lens(*drawing, entityRecord(*drawing)));
+}
+
+VkCmColor ofLayer(Pairs pairs) {
+  const auto drawing = Sample().layer("Walls", pairs).open();
+  return layerColor(Lens(*drawing, drawing->layers().entries()[0].record));
+}
+
+TEST(Colors, AnEntityWithoutAColorIsByLayer) {
+  EXPECT_EQ(0xC0000000, ofEntity({}).color());
+  EXPECT_EQ(0xC0000000, ofEntity({{62, "256"}}).color());
+  EXPECT_TRUE(ofEntity({}).isByLayer());
+}
+
+TEST(Colors, AnIndexOfZeroIsByBlock) {
+  EXPECT_EQ(0xC1000000, ofEntity({{62, "0"}}).color());
+}
+
+TEST(Colors, AnIndexIsKept) {
+  EXPECT_EQ(0xC3000001, ofEntity({{62, "1"}}).color());
+  EXPECT_EQ(0xC30000FF, ofEntity({{62, "   255"}}).color());
+}
+
+TEST(Colors, AnIndexThatMeansNothingIsByLayer) {
+  for (const char* index : {"-1", "257", "99999999999999999999", "red", ""}) {
+    EXPECT_EQ(0xC0000000, ofEntity({{62, index}}).color()) << index;
+  }
+}
+
+TEST(Colors, ATrueColorGoesBeforeAnIndex) {
+  EXPECT_EQ(0xC29B42BC, ofEntity({{62, "193"}, {420, "10175164"}}).color());
+  EXPECT_EQ(0xC2000000, ofEntity({{420, "0"}}).color());
+  EXPECT_EQ(0xC2FFFFFF, ofEntity({{62, "256"}, {420, "16777215"}}).color());
+}
+
+TEST(Colors, OnlyTheLowerThreeBytesOfATrueColorCount) {
+  EXPECT_EQ(0xC2FFFFFF, ofEntity({{420, "-1"}}).color());
+  EXPECT_EQ(0xC2123456, ofEntity({{420, "-1038994346"}}).color()) << "0xC2123456, as a signed number";
+}
+
+TEST(Colors, ATrueColorThatIsNoNumberLeavesTheIndex) {
+  EXPECT_EQ(0xC3000005, ofEntity({{62, "5"}, {420, "blue"}}).color());
+}
+
+TEST(Colors, ANameIsSplitIntoBookAndColor) {
+  const VkCmColor color = ofEntity({{62, "42"}, {420, "14848000"}, {430, "RAL CLASSIC$RAL 1006"}});
+  EXPECT_EQ(0xC2E29000, color.color());
+  EXPECT_STREQ(L"RAL CLASSIC", color.bookName());
+  EXPECT_STREQ(L"RAL 1006", color.colorName());
+}
+
+TEST(Colors, ANameWithoutABookIsTheColorsName) {
+  const VkCmColor color = ofEntity({{430, "Sky"}});
+  EXPECT_STREQ(L"Sky", color.colorName());
+  EXPECT_STREQ(L"", color.bookName());
+}
+
+TEST(Colors, ColorsOfOtherPartsOfTheEntityAreNotItsOwn) {
+  const Pairs pairs = {{100, "AcDbEntity"}, {8, "0"},   {100, "AcDbTable"},
+                       {62, "3"},           {420, "5"}, {430, "A$B"}};
+  EXPECT_EQ(0xC0000000, ofEntity(pairs).color());
+  EXPECT_STREQ(L"", ofEntity(pairs).bookName());
+}
+
+TEST(Colors, ALayerHasTheColorOfItsIndexWhetherItIsOnOrOff) {
+  EXPECT_EQ(0xC3000003, ofLayer({{62, "3"}}).color());
+  EXPECT_EQ(0xC3000003, ofLayer({{62, "-3"}}).color());
+}
+
+TEST(Colors, ALayerWithoutAUsableIndexHasTheForegroundColor) {
+  EXPECT_EQ(0xC3000007, ofLayer({}).color());
+  for (const char* index : {"0", "256", "-256", "-9223372036854775808", "x"}) {
+    EXPECT_EQ(0xC3000007, ofLayer({{62, index}}).color()) << index;
+  }
+}
+
+TEST(Colors, ALayerMayHaveATrueColorAndAName) {
+  const VkCmColor color = ofLayer({{62, "31"}, {420, "16564615"}, {430, "DIC COLOR GUIDE(R)$DIC 7"}});
+  EXPECT_EQ(0xC2FCC187, color.color());
+  EXPECT_STREQ(L"DIC COLOR GUIDE(R)", color.bookName());
+  EXPECT_STREQ(L"DIC 7", color.colorName());
+}
+
+}  // namespace
+}  // namespace velt::database

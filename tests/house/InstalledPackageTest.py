@@ -1,0 +1,84 @@
+"""What is installed is enough: a program outside the tree builds on it, links it and runs.
+
+The build is installed into a temporary folder, and a program that knows only that folder is compiled against it, once
+through pkg-config and once through the CMake package.
+"""
+
+import os
+import pathlib
+import subprocess
+import tempfile
+import unittest
+
+import house
+
+PROGRAM = """
+#include "propdata/VeltPropData.h"
+
+int main() {
+  TqVector<VeltPropData*> selection;
+  CStdStr<wchar_t> message;
+  return selection.isEmpty() ? 0 : 1;
+}
+"""
+
+LISTS = """
+cmake_minimum_required(VERSION 3.25)
+project(consumer CXX)
+find_package(VeltPropData REQUIRED)
+add_executable(consumer consumer.cpp)
+target_link_libraries(consumer Velt::VeltPropData Velt::VeltEmbeddedHost)
+"""
+
+
+def run(*command, **settings):
+    result = subprocess.run(list(map(str, command)), capture_output=True, text=True, check=False, **settings)
+    if result.returncode != 0:
+        raise AssertionError(f"{' '.join(map(str, command))}\n{result.stdout}{result.stderr}")
+    return result.stdout
+
+
+@unittest.skipUnless(house.build_root(), "started by hand, without a build folder")
+@unittest.skipIf(house.is_instrumented(), "an instrumented library is not for installing")
+@unittest.skipUnless((house.source_root() / "propdata" / "VeltPropData.h").is_file(), "no public header yet")
+class AnInstallation(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory()
+        cls.root = pathlib.Path(cls.folder.name)
+        cls.prefix = cls.root / "prefix"
+        run("cmake", "--install", house.build_root(), "--prefix", cls.prefix)
+        (cls.root / "consumer.cpp").write_text(PROGRAM, encoding="utf-8")
+        cls.compiler = os.environ.get("VELT_CXX", "g++")
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.folder.cleanup()
+
+    def library_folder(self):
+        return next(self.prefix.rglob("libVeltPropData.so")).parent
+
+    def test_serves_a_program_through_pkg_config(self):
+        settings = os.environ | {"PKG_CONFIG_PATH": str(self.library_folder() / "pkgconfig")}
+        flags = run("pkg-config", "--cflags", "--libs", "veltpropdata", env=settings).split()
+        self.assertTrue(any(str(self.prefix) in flag for flag in flags), flags)
+        run(self.compiler, "-std=c++20", self.root / "consumer.cpp", "-o", self.root / "consumer", *flags)
+        run(self.root / "consumer", env=os.environ | {"LD_LIBRARY_PATH": str(self.library_folder())})
+
+    def test_serves_a_program_through_the_cmake_package(self):
+        (self.root / "CMakeLists.txt").write_text(LISTS, encoding="utf-8")
+        run("cmake", "-S", self.root, "-B", self.root / "build", "-G", "Ninja",
+            f"-DCMAKE_PREFIX_PATH={self.prefix}", f"-DCMAKE_CXX_COMPILER={self.compiler}")
+        run("cmake", "--build", self.root / "build")
+        run(self.root / "build" / "consumer")
+
+    def test_holds_a_tool_that_finds_its_libraries(self):
+        tool = self.prefix / "bin" / "veltprops"
+        if not tool.is_file():
+            self.skipTest("no tool yet")
+        clean = {name: value for name, value in os.environ.items() if name != "LD_LIBRARY_PATH"}
+        run(tool, "--help", env=clean)
+
+
+if __name__ == "__main__":
+    unittest.main()

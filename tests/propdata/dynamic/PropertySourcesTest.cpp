@@ -1,0 +1,257 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "host/automation/IVeltBaseObject.h"
+#include "propdata/VeltPropData.h"
+#include "tests/support/LayerTest.h"
+#include "tests/support/Row.h"
+#include "tests/support/ToyDatabase.h"
+#include "tests/support/ToyDynamicProperty.h"
+#include "tests/support/ToyObject.h"
+#include "tests/support/ToySourceRegistry.h"
+
+namespace velt::toys {
+namespace {
+
+constexpr long entityId = 77;
+
+class PropertySources : public LayerTest {
+ protected:
+  PropertySources() {
+    entity.objectId.setFromOldId(entityId);
+    for (ToyDynamicProperty* const property : {&oak, &steel, &price}) {
+      property->displayName = std::wstring(property->name().begin(), property->name().end());
+    }
+    materials.properties = {oak.unknown(), steel.unknown()};
+    prices.properties = {price.unknown()};
+  }
+
+  std::vector<std::string> collect() {
+    host.mark();
+    host.log.clear();
+    answer = GetDynPropSourcesPropInfo(entity.dispatch(), out);
+    EXPECT_EQ(host.balance(), "balanced");
+    EXPECT_EQ(inDatabase.opened, 0);
+    return names(std::as_const(out));
+  }
+  using Names = std::vector<std::string>;
+
+  ToyEntity inDatabase{host, "entityInDatabase", entityId};
+  ToyObject entity{host, "entity"};
+  ToySourceRegistry registry{host};
+  ToyPropertySource materials{host, "materials"};
+  ToyPropertySource prices{host, "prices"};
+  ToyDynamicProperty oak{host, "oak"};
+  ToyDynamicProperty steel{host, "steel"};
+  ToyDynamicProperty price{host, "price"};
+  TqVector<PROPINFO> out;
+  int answer = -1;
+};
+
+TEST_F(PropertySources, TheRowsOfAllSourcesComeInTheirOrder) {
+  registry.add(L"Materials", &materials);
+  registry.add(L"Prices", &prices);
+
+  EXPECT_EQ(collect(), (Names{"oak", "steel", "price"}));
+  EXPECT_EQ(answer, 1);
+}
+
+TEST_F(PropertySources, SourcesAreFoundByThisOrderOfCalls) {
+  registry.add(L"Materials", &materials);
+  registry.add(L"Prices", &prices);
+
+  COleSafeArray sources;
+  host.log.clear();
+  EXPECT_EQ(GetDynProperteySources(entity.dispatch(), sources), 1);
+
+  EXPECT_EQ(host.log.only({"QueryInterface(IVeltBaseObject)", "GetObjectId", "CreateOPM",
+                           "GetObjectPropertySourceNames", "GetPropertySourceAt"}),
+            (Lines{"QueryInterface(IVeltBaseObject) on entity", "GetObjectId() on entity",
+                   "CreateOPMInstancePropertyExtension(VkDbEntity)", "GetObjectPropertySourceNames(77)",
+                   "GetPropertySourceAt(Materials)", "GetPropertySourceAt(Prices)"}));
+}
+
+TEST_F(PropertySources, ANameIsFreedBeforeTheNextSourceIsLookedUp) {
+  registry.add(L"Materials", &materials);
+  registry.add(L"Prices", &prices);
+
+  COleSafeArray sources;
+  host.log.clear();
+  GetDynProperteySources(entity.dispatch(), sources);
+
+  const Lines calls = host.log.only({"GetPropertySourceAt", "SysFreeString(Materials)"});
+  const auto asked = std::find(calls.begin(), calls.end(), "GetPropertySourceAt(Materials)");
+  ASSERT_NE(asked, calls.end());
+  EXPECT_EQ(*(asked + 1), "SysFreeString(Materials)");
+  EXPECT_EQ(*(asked + 2), "GetPropertySourceAt(Prices)");
+}
+
+TEST_F(PropertySources, TheFactoryIsAskedForTheClassOfTheEntity) {
+  registry.add(L"Materials", &materials);
+
+  collect();
+
+  EXPECT_EQ(registry.asked, VkDbEntity::desc());
+}
+
+TEST_F(PropertySources, RowsAreAppendedBehindWhatIsThere) {
+  registry.add(L"Materials", &materials);
+  out.push_back(Row(L"before"));
+
+  EXPECT_EQ(collect(), (Names{"before", "oak", "steel"}));
+}
+
+TEST_F(PropertySources, AnEntityWithoutABaseObjectHasNone) {
+  registry.add(L"Materials", &materials);
+  entity.withhold(IID_IVeltBaseObject);
+
+  EXPECT_EQ(collect(), Names{});
+  EXPECT_EQ(answer, 0);
+  EXPECT_EQ(host.log.lines(), Lines{"QueryInterface(IVeltBaseObject) on entity"});
+}
+
+TEST_F(PropertySources, AnEntityThatCannotBeOpenedHasNone) {
+  registry.add(L"Materials", &materials);
+  entity.objectId.setFromOldId(123456789);
+
+  EXPECT_EQ(collect(), Names{});
+  EXPECT_EQ(answer, 0);
+}
+
+TEST_F(PropertySources, AClassWithoutSourcesHasNone) {
+  registry.add(L"Materials", &materials);
+  registry.answersFalse = true;
+  EXPECT_EQ(collect(), Names{});
+  EXPECT_EQ(answer, 0);
+
+  registry.answersFalse = false;
+  registry.answersEmpty = true;
+  EXPECT_EQ(collect(), Names{});
+  EXPECT_EQ(answer, 0);
+}
+
+TEST_F(PropertySources, WithoutFactoryExtensionOrRegistryThereAreNoRows) {
+  registry.add(L"Materials", &materials);
+  registry.noExtension = true;
+  EXPECT_EQ(collect(), Names{});
+  EXPECT_EQ(answer, 0);
+
+  registry.noExtension = false;
+  registry.withoutSources();
+  EXPECT_EQ(collect(), Names{});
+
+  registry.withoutFactory();
+  EXPECT_EQ(collect(), Names{});
+  EXPECT_EQ(answer, 0);
+}
+
+TEST_F(PropertySources, AnEmptyListOfNamesIsEnumeratedAllTheSame) {
+  EXPECT_EQ(collect(), Names{});
+  EXPECT_EQ(answer, 1);
+}
+
+TEST_F(PropertySources, ANameWithoutASourceIsPassedOver) {
+  registry.add(L"Gone", nullptr);
+  registry.add(L"Prices", &prices);
+
+  EXPECT_EQ(collect(), Names{"price"});
+}
+
+TEST_F(PropertySources, AnElementThatIsNoPropertySourceIsPassedOver) {
+  registry.add(L"Materials", &materials);
+  registry.add(L"Prices", &prices);
+  materials.withhold(IID_IPropertySource);
+
+  EXPECT_EQ(collect(), Names{"price"});
+}
+
+TEST_F(PropertySources, Quirk_source_array_from_zero) {
+  registry.add(L"Materials", &materials);
+  registry.add(L"Prices", &prices);
+  registry.lowerBound = 1;
+
+  COleSafeArray sources;
+  EXPECT_EQ(GetDynProperteySources(entity.dispatch(), sources), 1);
+
+  LONG lower = -1;
+  LONG upper = -1;
+  SafeArrayGetLBound(sources.parray, 1, &lower);
+  SafeArrayGetUBound(sources.parray, 1, &upper);
+  EXPECT_EQ(lower, 0);
+  EXPECT_EQ(upper, 1);
+  IUnknown* element = nullptr;
+  LONG index = 0;
+  SafeArrayGetElement(sources.parray, &index, &element);
+  EXPECT_EQ(element, nullptr);
+  sources.Clear();
+  EXPECT_EQ(collect(), (Names{"oak", "steel"})) << "the last source falls outside";
+}
+
+TEST_F(PropertySources, AFailingSourceDoesNotStopTheOthers) {
+  registry.add(L"Materials", &materials);
+  registry.add(L"Prices", &prices);
+  host.on("GetProperties(dispatch) on materials").fail();
+  EXPECT_EQ(collect(), Names{"price"});
+
+  out.clear();
+  host.on("GetProperties(dispatch) on materials").answerNull();
+  EXPECT_EQ(collect(), Names{"price"});
+}
+
+// --- one source ----------------------------------------------------------------------------------------------------
+
+TEST_F(PropertySources, ASourceThatFailsOrAnswersNothingIsToldApart) {
+  IPropertySource* const source = materials.as<IPropertySource>(IID_IPropertySource);
+  EXPECT_EQ(GetDynPropSourcePropInfo(entity.dispatch(), source, out), 1);
+
+  materials.answersEmpty = true;
+  EXPECT_EQ(GetDynPropSourcePropInfo(entity.dispatch(), source, out), 0);
+
+  host.on("GetProperties").fail();
+  EXPECT_EQ(GetDynPropSourcePropInfo(entity.dispatch(), source, out), 0);
+}
+
+TEST_F(PropertySources, ASourceWithoutUsablePropertiesHasAnswered) {
+  materials.properties = {};
+
+  EXPECT_EQ(
+      GetDynPropSourcePropInfo(entity.dispatch(), materials.as<IPropertySource>(IID_IPropertySource), out),
+      1);
+  EXPECT_TRUE(out.isEmpty());
+}
+
+TEST_F(PropertySources, NullAndDisabledPropertiesAreLeftOutWithoutTheOthers) {
+  registry.add(L"Materials", &materials);
+  oak.enabled = BOOL{0};
+  materials.properties = {nullptr, oak.unknown(), steel.unknown(), nullptr};
+
+  EXPECT_EQ(collect(), Names{"steel"});
+}
+
+TEST_F(PropertySources, AnArrayOfPropertiesMayStartAnywhere) {
+  registry.add(L"Materials", &materials);
+  materials.lowerBound = -5;
+
+  EXPECT_EQ(collect(), (Names{"oak", "steel"}));
+}
+
+TEST_F(PropertySources, APropertyOfTheOlderGenerationIsDescribedByIt) {
+  registry.add(L"Materials", &materials);
+  oak.withhold(IID_IDynamicProperty2);
+
+  EXPECT_EQ(collect(), (Names{"oak", "steel"}));
+  EXPECT_EQ(host.log.count("IsPropertyEnabled(id 77) on oak"), 1);
+  EXPECT_EQ(host.log.count("IsPropertyEnabled(dispatch) on steel"), 1);
+}
+
+TEST_F(PropertySources, APropertyThatFailsOtherwiseIsNotTriedAgain) {
+  registry.add(L"Materials", &materials);
+  host.on("QueryInterface(IDynamicProperty2) on oak").fail(E_FAIL);
+
+  EXPECT_EQ(collect(), Names{"steel"});
+  EXPECT_EQ(host.log.count("QueryInterface(IDynamicProperty) on oak"), 0);
+}
+
+}  // namespace
+}  // namespace velt::toys

@@ -1,0 +1,300 @@
+#include <gtest/gtest.h>
+
+#include <list>
+
+#include "host/palette/IDynamicProperty2.h"
+#include "host/palette/IOPMPropertyExpander.h"
+#include "propdata/VeltPropData.h"
+#include "tests/support/LayerTest.h"
+#include "tests/support/Row.h"
+#include "tests/support/ToyDatabase.h"
+#include "tests/support/ToyDynamicProperty.h"
+#include "tests/support/ToyObject.h"
+#include "tests/support/ToySelection.h"
+
+namespace velt::toys {
+namespace {
+
+constexpr long openLayerId = 900;
+constexpr long lockedLayerId = 901;
+constexpr std::uint32_t anyColour = 0xC3000001;
+
+class SetPropertiesValueTest : public LayerTest {
+ protected:
+  // An entity on an unlocked layer whose object knows the property "Radius" under DISPID 4.
+  ToyObject& add(long id, long layerId = openLayerId) {
+    ToyEntity& entity = entities.emplace_back(host, say("db", id), id);
+    entity.layer.setFromOldId(layerId);
+    ToyObject& object = objects.emplace_back(host, say("object", id));
+    object.property(4, L"Radius").holds(r8(1.0));
+    selection.add(object, id, CLSID_VeltCircle);
+    return object;
+  }
+  int set(bool elementWrite = false, unsigned int cookie = 0) {
+    host.mark();
+    host.log.clear();
+    const int result =
+        SetPropertiesValue(selection.entries, row, value, elementWrite, errorText, locked, touched, cookie);
+    EXPECT_EQ(host.balance(), "balanced");
+    for (const auto& [id, object] : host.database)
+      EXPECT_EQ(object->opened, 0) << object->name();
+    return result;
+  }
+  std::vector<long> touchedIds() const {
+    std::vector<long> ids;
+    for (int i = 0; i < touched.length(); ++i)
+      ids.push_back(touched[i].asOldId());
+    return ids;
+  }
+  using Ids = std::vector<long>;
+  Lines puts() const { return host.log.only({"Invoke(", "SetElementValue("}); }
+
+  ToyLayer openLayer{host, "openLayer", openLayerId, anyColour};
+  ToyLayer lockedLayer{host, "lockedLayer", lockedLayerId, anyColour, true};
+  std::list<ToyEntity> entities;
+  std::list<ToyObject> objects;
+  ToySelection selection;
+  PROPINFO row = Row(L"Radius").dispId(4);
+  VARIANT value = r8(2.5);
+  int locked = 0;
+  VkArray<VkDbObjectId> touched;
+};
+
+TEST_F(SetPropertiesValueTest, AnEmptySelectionIsDone) {
+  EXPECT_EQ(set(), 1);
+
+  EXPECT_EQ(touchedIds(), Ids{});
+  EXPECT_EQ(locked, 0);
+  EXPECT_EQ(error(), untouched);
+}
+
+TEST_F(SetPropertiesValueTest, AnEntityIsOpenedAskedAndClosedBeforeItIsWritten) {
+  add(11);
+
+  EXPECT_EQ(set(), 1);
+
+  const Lines calls = host.log.lines();
+  ASSERT_GE(calls.size(), 3U);
+  EXPECT_EQ(calls.front().substr(0, 19), "vkdbOpenObject(11, ");
+  EXPECT_EQ(calls[calls.size() - 3], "GetIDsOfNames(Radius, locale 0x800) on object11");
+  EXPECT_EQ(calls.back().substr(0, 9), "Invoke(4,");
+  EXPECT_EQ(touchedIds(), Ids{11});
+}
+
+TEST_F(SetPropertiesValueTest, Quirk_two_locales) {
+  add(11);
+
+  set();
+
+  EXPECT_EQ(host.log.only({"GetIDsOfNames"}), Lines{"GetIDsOfNames(Radius, locale 0x800) on object11"});
+  EXPECT_EQ(puts().front().find(", locale 0x807, ") != std::string::npos, true) << puts().front();
+}
+
+TEST_F(SetPropertiesValueTest, Quirk_result_slot_tag) {
+  add(11);
+
+  set();
+
+  EXPECT_EQ(puts(), Lines{"Invoke(4, put VT_R8 2.5 named -3, locale 0x807, result VT_R8) on object11"})
+      << "tagged like the new value; neither exception information nor an argument error is asked for";
+}
+
+TEST_F(SetPropertiesValueTest, TheValueIsPassedOnAsItIs) {
+  add(11);
+  const BSTR oak = SysAllocString(L"oak");
+  value = borrowed(oak);
+
+  EXPECT_EQ(set(), 1);
+
+  EXPECT_EQ(puts(),
+            Lines{"Invoke(4, put VT_BSTR \"oak\" named -3, locale 0x807, result VT_BSTR) on object11"});
+  EXPECT_EQ(value.bstrVal, oak);
+  SysFreeString(oak);
+}
+
+TEST_F(SetPropertiesValueTest, EveryEntityIsWrittenInOrder) {
+  for (const long id : {11, 12, 13})
+    add(id);
+
+  EXPECT_EQ(set(), 1);
+
+  EXPECT_EQ(puts().size(), 3U);
+  EXPECT_EQ(touchedIds(), (Ids{11, 12, 13}));
+}
+
+TEST_F(SetPropertiesValueTest, EntitiesOnLockedLayersAreCountedAndSkipped) {
+  add(11, lockedLayerId);
+  add(12);
+  add(13, lockedLayerId);
+  locked = 5;
+
+  EXPECT_EQ(set(), 1);
+
+  EXPECT_EQ(locked, 7);
+  EXPECT_EQ(touchedIds(), Ids{12});
+  EXPECT_EQ(puts().size(), 1U);
+  EXPECT_EQ(error(), untouched);
+}
+
+TEST_F(SetPropertiesValueTest, ASelectionOnLockedLayersIsDoneWithoutATouch) {
+  add(11, lockedLayerId);
+  add(12, lockedLayerId);
+
+  EXPECT_EQ(set(), 1);
+
+  EXPECT_EQ(locked, 2);
+  EXPECT_EQ(touchedIds(), Ids{});
+}
+
+TEST_F(SetPropertiesValueTest, WhatCannotBeOpenedIsSkippedWithoutAWord) {
+  add(11);
+  add(12, 0);
+  add(13, 999999);
+  ToyObject& stranger = objects.emplace_back(host, "stranger");
+  selection.add(stranger, 123456789, CLSID_VeltCircle);
+  selection.addNull();
+  add(14);
+
+  EXPECT_EQ(set(), 1);
+
+  EXPECT_EQ(touchedIds(), (Ids{11, 14}));
+  EXPECT_EQ(locked, 0);
+  EXPECT_EQ(error(), untouched);
+}
+
+TEST_F(SetPropertiesValueTest, AnEntryWithoutDispatchStopsTheWrite) {
+  add(11);
+  add(12);
+  add(13);
+  IDispatch* const taken = std::exchange(selection.entries[1]->pDispatch, nullptr);
+
+  EXPECT_EQ(set(), 0);
+
+  EXPECT_EQ(error(), message(1003));
+  EXPECT_EQ(touchedIds(), (Ids{11, 12}));
+  selection.entries[1]->pDispatch = taken;
+}
+
+TEST_F(SetPropertiesValueTest, ANameThatIsNotKnownStopsTheWrite) {
+  host.texts[1019] = L"no property \"%ls\"";
+  add(11).dispIds.clear();
+  add(12);
+
+  EXPECT_EQ(set(), 0);
+
+  EXPECT_EQ(error(), L"no property \"Radius\"");
+  EXPECT_EQ(touchedIds(), Ids{11});
+  EXPECT_EQ(puts(), Lines{});
+}
+
+TEST_F(SetPropertiesValueTest, Quirk_dispid_zero_refused) {
+  host.texts[1019] = L"no property \"%s\"";
+  add(11).dispIds[L"Radius"] = 0;
+
+  EXPECT_EQ(set(), 0);
+
+  EXPECT_EQ(error(), L"no property \"Radius\"");
+  EXPECT_EQ(puts(), Lines{});
+}
+
+TEST_F(SetPropertiesValueTest, APutThatFailsStopsAndLeavesTheErrorTextAlone) {
+  for (const long id : {11, 12, 13, 14, 15})
+    add(id);
+  host.on("Invoke(").nth(3).fail(DISP_E_TYPEMISMATCH);
+
+  EXPECT_EQ(set(), 0);
+
+  EXPECT_EQ(error(), untouched);
+  EXPECT_EQ(touchedIds(), (Ids{11, 12, 13}));
+  EXPECT_EQ(puts().size(), 3U);
+}
+
+TEST_F(SetPropertiesValueTest, EachEntityResolvesTheNameForItself) {
+  add(11);
+  ToyObject& other = add(12);
+  other.dispIds[L"Radius"] = 9;
+  other.property(9, L"Radius").holds(r8(1.0));
+
+  EXPECT_EQ(set(), 1);
+
+  EXPECT_EQ(puts()[1].substr(0, 9), "Invoke(9,");
+}
+
+// --- elements ------------------------------------------------------------------------------------------------------
+
+TEST_F(SetPropertiesValueTest, AnElementIsWrittenThroughTheExpander) {
+  add(11);
+
+  EXPECT_EQ(set(true, 7), 1);
+
+  EXPECT_EQ(host.log.only({"QueryInterface", "SetElementValue", "Release", "Invoke"}),
+            (Lines{"QueryInterface(IOPMPropertyExpander) on object11",
+                   "SetElementValue(4, cookie 7, VT_R8 2.5) on object11",
+                   "Release(IOPMPropertyExpander) on object11"}));
+}
+
+TEST_F(SetPropertiesValueTest, AnObjectWithoutExpanderGivesTheMessageAsItStands) {
+  host.texts[1014] = L"no elements of \"%ls\"";
+  add(11).withhold(IID_IOPMPropertyExpander);
+  add(12);
+
+  EXPECT_EQ(set(true, 7), 0);
+
+  EXPECT_EQ(error(), L"no elements of \"%ls\"");
+  EXPECT_EQ(touchedIds(), Ids{11});
+}
+
+TEST_F(SetPropertiesValueTest, ARefusedElementGivesTheMessageWithTheName) {
+  host.texts[1014] = L"no elements of \"%ls\"";
+  add(11);
+  add(12);
+  host.on("SetElementValue").nth(2).fail();
+
+  EXPECT_EQ(set(true, 7), 0);
+
+  EXPECT_EQ(error(), L"no elements of \"Radius\"");
+  EXPECT_EQ(touchedIds(), (Ids{11, 12}));
+}
+
+// --- dynamic properties --------------------------------------------------------------------------------------------
+
+TEST_F(SetPropertiesValueTest, ADynamicRowGoesToItsSourcesAndNowhereElse) {
+  ToyObject& object = add(11);
+  ToyDynamicProperty dynamic(host, "dynamic");
+  row = Row(L"Dyn").dynamic(dynamic.unknown()).source(object.unknown(), dynamic.unknown());
+
+  EXPECT_EQ(set(), 1);
+
+  EXPECT_EQ(host.log.only({"SetCurrentValueData"}),
+            Lines{"SetCurrentValueData(dispatch, VT_R8 2.5) on dynamic"});
+  EXPECT_EQ(puts(), Lines{});
+  EXPECT_EQ(touchedIds(), Ids{});
+}
+
+TEST_F(SetPropertiesValueTest, ADynamicRowWithoutTheNewerInterfaceGoesToTheOlderWriter) {
+  ToyObject& object = add(11);
+  object.objectId.setFromOldId(11);
+  ToyDynamicProperty dynamic(host, "dynamic");
+  dynamic.withhold(IID_IDynamicProperty2);
+  row = Row(L"Dyn").dynamic(dynamic.unknown()).source(object.unknown(), dynamic.unknown());
+
+  EXPECT_EQ(set(), 1);
+
+  EXPECT_EQ(host.log.only({"SetCurrentValueData"}),
+            Lines{"SetCurrentValueData(id 11, VT_R8 2.5) on dynamic"});
+}
+
+TEST_F(SetPropertiesValueTest, ADynamicRowIsDoneEvenWhenNobodyTakesTheValue) {
+  row = Row(L"Dyn").dispId(dynamicPropertyDispId);
+  EXPECT_EQ(set(), 1);
+
+  ToyObject& object = add(11);
+  ToyDynamicProperty dynamic(host, "dynamic");
+  row = Row(L"Dyn").dynamic(dynamic.unknown()).source(object.unknown(), dynamic.unknown());
+  host.on("SetCurrentValueData").fail();
+  EXPECT_EQ(set(), 1);
+  EXPECT_EQ(error(), untouched);
+}
+
+}  // namespace
+}  // namespace velt::toys

@@ -1,0 +1,58 @@
+#pragma once
+
+// A colour object: offers IVeltVkCmColor (and IDispatch) and nothing else.
+
+#include "host/automation/IVeltVkCmColor.h"
+#include "tests/support/Toy.h"
+#include "tests/support/ToyValue.h"
+
+namespace velt::toys {
+
+class ToyColour : public Toy {
+ public:
+  static constexpr std::uint32_t byLayer = 0xC0000000U;
+  static constexpr std::uint32_t indexed(std::uint32_t index) { return 0xC3000000U | index; }
+
+  ToyColour(ToyHost& host, std::string name, std::uint32_t colour)
+      : Toy(host, std::move(name)), value(colour), dispatch_(*this, IID_IDispatch), colour_(*this) {}
+
+  std::uint32_t value;
+  std::optional<std::wstring> colorName, bookName;  // null string when unset
+
+ private:
+  struct ColourFacet final : DualFacet<IVeltVkCmColor> {
+    explicit ColourFacet(ToyColour& owner) : DualFacet(owner, IID_IVeltVkCmColor), toy(owner) {}
+
+    HRESULT put_EntityColor(LONG) override { return refuse("put_EntityColor()"); }
+    HRESULT get_EntityColor(LONG* out) override {
+      const tests::AllocationPause pause;
+      return toy.call(
+          "get_EntityColor()",
+          [&] {
+            *out = static_cast<LONG>(toy.value);
+            return S_OK;
+          },
+          [&] { *out = 0; });
+    }
+    HRESULT get_ColorName(BSTR* name) override { return string("get_ColorName()", toy.colorName, name); }
+    HRESULT get_BookName(BSTR* name) override { return string("get_BookName()", toy.bookName, name); }
+    HRESULT SetNames(BSTR, BSTR) override { return refuse("SetNames()"); }
+
+    HRESULT string(const char* line, const std::optional<std::wstring>& text, BSTR* out) {
+      const tests::AllocationPause pause;
+      return toy.call(
+          line,
+          [&] {
+            *out = text.has_value() ? SysAllocString(text->c_str()) : nullptr;
+            return S_OK;
+          },
+          [&] { *out = nullptr; });
+    }
+    ToyColour& toy;
+  };
+
+  DualFacet<IDispatch> dispatch_;
+  ColourFacet colour_;
+};
+
+}  // namespace velt::toys

@@ -1,0 +1,204 @@
+#include "tests/support/ToyHost.h"
+
+#include <gtest/gtest.h>
+
+#include "embedded/automation/HostIds.h"
+#include "host/com/ComError.h"
+#include "host/com/IPerPropertyBrowsing.h"
+#include "host/com/TypeInfo.h"
+#include "host/palette/ICategorizeProperties.h"
+#include "host/palette/IDynamicEnumProperty.h"
+#include "host/palette/IDynamicProperty.h"
+#include "host/palette/IDynamicProperty2.h"
+#include "host/palette/IOPMPropertyExpander.h"
+#include "host/palette/IOPMPropertyExtension.h"
+#include "host/palette/IPropertySource.h"
+#include "tests/support/Interposers.h"
+#include "tests/support/Toy.h"
+
+namespace velt::toys {
+
+namespace {
+
+ToyHost* theHost = nullptr;
+
+struct NamedInterface {
+  IID iid;
+  const char* name;
+};
+
+constexpr NamedInterface interfaces[] = {
+    {IID_IUnknown, "IUnknown"},
+    {IID_IDispatch, "IDispatch"},
+    {IID_ITypeInfo, "ITypeInfo"},
+    {IID_ITypeLib, "ITypeLib"},
+    {IID_IPerPropertyBrowsing, "IPerPropertyBrowsing"},
+    {IID_ICategorizeProperties, "ICategorizeProperties"},
+    {IID_IDynamicEnumProperty, "IDynamicEnumProperty"},
+    {IID_IDynamicProperty, "IDynamicProperty"},
+    {IID_IDynamicProperty2, "IDynamicProperty2"},
+    {IID_IOPMPropertyExpander, "IOPMPropertyExpander"},
+    {IID_IOPMPropertyExtension, "IOPMPropertyExtension"},
+    {IID_IPropertySource, "IPropertySource"},
+#define VELT_CLSID(name, ...)
+#define VELT_IID(name, ...) {IID_##name, #name},
+#include "host/automation/Ids.inc"
+};
+
+}  // namespace
+
+ToyHost* ToyHost::current() {
+  return theHost;
+}
+
+ToyHost::ToyHost() {
+  EXPECT_EQ(theHost, nullptr) << "one ToyHost at a time";
+  useInterposers();
+  theHost = this;
+  mark();
+}
+
+ToyHost::~ToyHost() {
+  EXPECT_TRUE(toys.empty()) << "a toy outlives its host: declare the host first";
+  theHost = nullptr;
+}
+
+Rule& ToyHost::on(std::string call) {
+  rules_.push_back(std::make_unique<Rule>(std::move(call)));
+  return *rules_.back();
+}
+
+void ToyHost::failCall(int n, HRESULT result) {
+  countdown_ = n;
+  countdownResult_ = result;
+  countdownText_.reset();
+  failedCall_.clear();
+}
+
+void ToyHost::raiseCall(int n, std::wstring text) {
+  failCall(n);
+  countdownText_ = std::move(text);
+}
+
+Rule* ToyHost::ruleFor(const std::string& line) {
+  Rule* chosen = nullptr;
+  for (const auto& rule : rules_) {
+    if (!line.starts_with(rule->call_)) continue;
+    ++rule->seen_;
+    if (rule->occurrence_ == 0 || rule->occurrence_ == rule->seen_) chosen = rule.get();
+  }
+  return chosen;
+}
+
+bool ToyHost::isDue(const std::string& line) {
+  if (countdown_ == 0 || --countdown_ != 0) return false;
+  failedCall_ = line;
+  return true;
+}
+
+HRESULT ToyHost::perform(const std::string& line, const std::function<HRESULT()>& work,
+                         const Action& answerNull) {
+  log.add(line);
+  if (isDue(line)) {
+    if (countdownText_.has_value()) _com_raise_error(countdownResult_, countdownText_->c_str());
+    return countdownResult_;
+  }
+  Rule* const rule = ruleFor(line);
+  if (rule == nullptr) return work();
+  switch (rule->kind_) {
+    case Rule::Kind::Work:
+      if (rule->action_) rule->action_();
+      return work();
+    case Rule::Kind::Fail:
+      return rule->result_;
+    case Rule::Kind::Raise:
+      _com_raise_error(rule->result_, rule->text_.c_str());
+    case Rule::Kind::AnswerNull:
+      if (answerNull) answerNull();
+      return rule->result_;
+    case Rule::Kind::WorkThenReturn:
+      static_cast<void>(work());
+      return rule->result_;
+  }
+  return E_UNEXPECTED;
+}
+
+bool ToyHost::allows(const std::string& line) {
+  log.add(line);
+  const Rule* const rule = ruleFor(line);
+  if (rule == nullptr) return true;
+  if (rule->action_) rule->action_();
+  return rule->kind_ == Rule::Kind::Work;
+}
+
+bool ToyHost::takeBackBlock(const char* kind, void* block) {
+  const auto found = lent_.find(block);
+  if (found == lent_.end() || found->second != kind) {
+    ADD_FAILURE() << kind << " given back that was not handed out";
+    return false;
+  }
+  lent_.erase(found);
+  return true;
+}
+
+std::map<std::string, long> ToyHost::counts() const {
+  std::map<std::string, long> out;
+  for (const auto& [block, kind] : lent_)
+    ++out[kind];
+  for (const Toy* toy : toys) {
+    for (const auto& [iid, facet] : toy->facets_)
+      out[toy->name() + "." + iid] += facet.references;
+  }
+  return out;
+}
+
+void ToyHost::mark() {
+  marked_ = counts();
+  ledgerAtMark_ = platform::Ledger::snapshot();
+}
+
+std::string ToyHost::balance() const {
+  std::map<std::string, long> difference = counts();
+  for (const auto& [what, count] : marked_)
+    difference[what] -= count;
+  for (const auto& [what, count] :
+       platform::Ledger::difference(ledgerAtMark_, platform::Ledger::snapshot())) {
+    difference[what] += static_cast<long>(count);
+  }
+  std::string text;
+  for (const auto& [what, count] : difference) {
+    if (count != 0) text += say(text.empty() ? "" : ", ", what, count > 0 ? " +" : " ", count);
+  }
+  return text.empty() ? "balanced" : text;
+}
+
+std::string nameOf(const GUID& id) {
+  for (const NamedInterface& named : interfaces) {
+    if (named.iid == id) return named.name;
+  }
+  if (const NamedClass* const named = findClass(id)) return std::string("CLSID_") + named->name;
+  if (id == GUID_NULL) return "GUID_NULL";
+  return "GUID " + hex(id.Data1);
+}
+
+std::string narrow(const wchar_t* text) {
+  if (text == nullptr) return "null";
+  std::string bytes;
+  for (; *text != L'\0'; ++text) {
+    const auto code = static_cast<std::uint32_t>(*text);
+    if (code < 0x80) {
+      bytes += static_cast<char>(code);
+    } else {
+      bytes += "\\u" + hex(code).substr(2);
+    }
+  }
+  return bytes;
+}
+
+std::string hex(std::uint32_t number) {
+  std::ostringstream stream;
+  stream << "0x" << std::hex << std::uppercase << number;
+  return stream.str();
+}
+
+}  // namespace velt::toys

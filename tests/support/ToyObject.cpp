@@ -1,0 +1,560 @@
+#include "tests/support/ToyObject.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace velt::toys {
+
+namespace {
+
+constexpr MEMBERID memidOffset = 1000;
+
+BSTR newString(const std::wstring& text) {
+  return SysAllocString(text.c_str());
+}
+
+// Counted arrays as the caller is to free them.
+void fill(CALPOLESTR* out, const std::vector<std::wstring>& texts) {
+  out->cElems = static_cast<ULONG>(texts.size());
+  out->pElems = static_cast<LPOLESTR*>(CoTaskMemAlloc((texts.size() + 1) * sizeof(LPOLESTR)));
+  for (std::size_t i = 0; i < texts.size(); ++i)
+    out->pElems[i] = newString(texts[i]);
+}
+
+void fill(CADWORD* out, const std::vector<DWORD>& numbers) {
+  out->cElems = static_cast<ULONG>(numbers.size());
+  out->pElems = static_cast<DWORD*>(CoTaskMemAlloc((numbers.size() + 1) * sizeof(DWORD)));
+  std::copy(numbers.begin(), numbers.end(), out->pElems);
+}
+
+void fillNull(CALPOLESTR* strings, CADWORD* cookies) {
+  *strings = {0, nullptr};
+  *cookies = {0, nullptr};
+}
+
+// Implements the host's own entries of the hatch, from Slot down to 7: nobody may call one.
+template <int Slot, class Base>
+struct ForbiddenSlots : ForbiddenSlots<Slot - 1, Base> {
+  using ForbiddenSlots<Slot - 1, Base>::ForbiddenSlots;
+  using ForbiddenSlots<Slot - 1, Base>::hostSlot;
+  HRESULT hostSlot(automation::SlotNumber<Slot>) override {
+    const tests::AllocationPause pause;
+    ADD_FAILURE() << "entry " << Slot + 1 << " of the hatch called";
+    return E_NOTIMPL;
+  }
+};
+template <class Base>
+struct ForbiddenSlots<6, Base> : Base {
+  using Base::Base;
+  using Base::hostSlot;
+};
+
+}  // namespace
+
+void ToyObject::freeLastArrays() {
+  for (ULONG i = 0; i < lastStrings.cElems; ++i)
+    SysFreeString(lastStrings.pElems[i]);
+  CoTaskMemFree(lastStrings.pElems);
+  CoTaskMemFree(lastCookies.pElems);
+  fillNull(&lastStrings, &lastCookies);
+}
+
+struct ToyObject::Facets {
+  struct Dispatch final : Facet<IDispatch> {
+    explicit Dispatch(ToyObject& owner) : Facet(owner, IID_IDispatch), toy(owner) {}
+
+    HRESULT GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    HRESULT GetTypeInfo(UINT index, LCID locale, ITypeInfo** typeInfo) override {
+      const tests::AllocationPause pause;
+      return toy.call(
+          say("GetTypeInfo(", index, ", locale ", hex(locale), ")"),
+          [&] {
+            toy.type.referenced(IID_ITypeInfo);
+            *typeInfo = toy.type.typeInfo();
+            return S_OK;
+          },
+          [&] { *typeInfo = nullptr; });
+    }
+    HRESULT GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override {
+      const tests::AllocationPause pause;
+      const std::string notNull = iid == GUID_NULL ? "" : ", iid " + nameOf(iid);
+      return toy.call(
+          say("GetIDsOfNames(", narrow(names[0]), count == 1 ? "" : say(", ", count, " names"), ", locale ",
+              hex(locale), notNull, ")"),
+          [&] {
+            if (names[0] == nullptr) return DISP_E_UNKNOWNNAME;
+            const auto found = toy.dispIds.find(names[0]);
+            if (found == toy.dispIds.end()) return DISP_E_UNKNOWNNAME;
+            *ids = found->second;
+            return S_OK;
+          },
+          [&] { *ids = 0; });
+    }
+    HRESULT Invoke(DISPID dispId, REFIID iid, LCID locale, WORD flags, DISPPARAMS* params, VARIANT* result,
+                   EXCEPINFO* exception, UINT* argumentError) override {
+      const tests::AllocationPause pause;
+      std::string line = say("Invoke(", dispId);
+      if (flags == DISPATCH_PROPERTYGET) line += ", get";
+      if (flags == DISPATCH_PROPERTYPUT) line += ", put";
+      if (flags != DISPATCH_PROPERTYGET && flags != DISPATCH_PROPERTYPUT) line += say(", flags ", flags);
+      for (UINT i = 0; i < params->cArgs; ++i)
+        line += " " + print(params->rgvarg[i]);
+      for (UINT i = 0; i < params->cNamedArgs; ++i)
+        line += say(" named ", params->rgdispidNamedArgs[i]);
+      line += ", locale " + hex(locale);
+      line += result != nullptr ? ", result " + nameOfType(result->vt) : ", no result";
+      line += exception != nullptr ? ", exception" : "";
+      line += argumentError != nullptr ? ", argument error" : "";
+      line += iid == GUID_NULL ? ")" : ", iid " + nameOf(iid) + ")";
+      return toy.call(
+          line,
+          [&] {
+            static constexpr EXCEPINFO zeroed{};
+            toy.exceptionWasZeroed =
+                exception != nullptr && std::memcmp(exception, &zeroed, sizeof zeroed) == 0;
+            ToyProperty* const property = toy.find(dispId);
+            if (property == nullptr) return DISP_E_MEMBERNOTFOUND;
+            if (property->exception.has_value()) {
+              if (exception != nullptr) {
+                exception->bstrSource = newString(property->exception->source);
+                exception->bstrDescription = newString(property->exception->description);
+                exception->bstrHelpFile = newString(property->exception->helpFile);
+              }
+              return DISP_E_EXCEPTION;
+            }
+            if (!property->value.has_value()) return E_FAIL;
+            if (flags == DISPATCH_PROPERTYGET) *result = property->value->make();
+            return S_OK;
+          },
+          [&] {
+            if (result != nullptr) *result = empty();
+          });
+    }
+    ToyObject& toy;
+  };
+
+  struct BaseObject final : Facet<IVeltBaseObject> {
+    explicit BaseObject(ToyObject& owner) : Facet(owner, IID_IVeltBaseObject), toy(owner) {}
+
+    HRESULT SetObjectId(VkDbObjectId& object, VkDbObjectId owner, wchar_t* keyword) override {
+      const tests::AllocationPause pause;
+      return toy.call(
+          say("SetObjectId(", object.asOldId(), ", owner ", owner.asOldId(), ", ", narrow(keyword), ")"),
+          [&] {
+            toy.objectId = object;
+            return S_OK;
+          });
+    }
+    HRESULT GetObjectId(VkDbObjectId* object) override {
+      const tests::AllocationPause pause;
+      return toy.call(
+          "GetObjectId()",
+          [&] {
+            *object = toy.objectId;
+            return S_OK;
+          },
+          [&] { *object = VkDbObjectId(); });
+    }
+    ToyObject& toy;
+  };
+
+  struct Extension final : Facet<IOPMPropertyExtension> {
+    explicit Extension(ToyObject& owner) : Facet(owner, IID_IOPMPropertyExtension), toy(owner) {}
+
+    HRESULT GetDisplayName(DISPID dispId, BSTR* name) override {
+      const tests::AllocationPause pause;
+      return toy.call(
+          say("GetDisplayName(", dispId, ")"),
+          [&] {
+            const ToyProperty* const property = toy.find(dispId);
+            if (property == nullptr) return E_INVALIDARG;
+            *name = property->label.has_value() ? newString(*property->label) : nullptr;
+            return S_OK;
+          },
+          [&] { *name = nullptr; });
+    }
+    HRESULT Editable(DISPID dispId, BOOL* editable) override {
+      const tests::AllocationPause pause;
+      return flag(say("Editable(", dispId, ")"), dispId, editable, &ToyProperty::edit);
+    }
+    HRESULT ShowProperty(DISPID dispId, BOOL* show) override {
+      const tests::AllocationPause pause;
+      return flag(say("ShowProperty(", dispId, ")"), dispId, show, &ToyProperty::show);
+    }
+    HRESULT flag(const std::string& line, DISPID dispId, BOOL* out,
+                 std::optional<BOOL> ToyProperty::*answer) {
+      const tests::AllocationPause pause;
+      return toy.call(
+          line,
+          [&] {
+            const ToyProperty* const property = toy.find(dispId);
+            if (property == nullptr) return E_INVALIDARG;
+            if ((property->*answer).has_value()) *out = *(property->*answer);
+            return S_OK;
+          },
+          [&] { *out = 0; });
+    }
+    ToyObject& toy;
+  };
+
+  struct Expander final : Facet<IOPMPropertyExpander> {
+    explicit Expander(ToyObject& owner) : Facet(owner, IID_IOPMPropertyExpander), toy(owner) {}
+
+    HRESULT GetElementValue(DISPID dispId, DWORD cookie, VARIANT* value) override {
+      const tests::AllocationPause pause;
+      return toy.call(
+          say("GetElementValue(", dispId, ", cookie ", cookie, ")"),
+          [&] {
+            const ToyProperty* const property = toy.find(dispId);
+            if (property == nullptr) return E_INVALIDARG;
+            for (const ToyElement& element : property->elements) {
+              if (element.cookie != cookie) continue;
+              *value = element.value.make();
+              return S_OK;
+            }
+            return E_INVALIDARG;
+          },
+          [&] { *value = empty(); });
+    }
+    HRESULT SetElementValue(DISPID dispId, DWORD cookie, VARIANT value) override {
+      const tests::AllocationPause pause;
+      return toy.call(say("SetElementValue(", dispId, ", cookie ", cookie, ", ", print(value), ")"),
+                      [] { return S_OK; });
+    }
+    HRESULT GetElementStrings(DISPID dispId, CALPOLESTR* strings, CADWORD* cookies) override {
+      const tests::AllocationPause pause;
+      return toy.call(
+          say("GetElementStrings(", dispId, ")"),
+          [&] {
+            const ToyProperty* const property = toy.find(dispId);
+            if (property == nullptr || !property->expands) return E_FAIL;
+            std::vector<std::wstring> names;
+            std::vector<DWORD> numbers;
+            for (const ToyElement& element : property->elements) {
+              names.push_back(element.name);
+              numbers.push_back(element.cookie);
+            }
+            names.insert(names.end(), property->extraNames.begin(), property->extraNames.end());
+            fill(strings, names);
+            fill(cookies, numbers);
+            toy.lastStrings = *strings;
+            toy.lastCookies = *cookies;
+            return S_OK;
+          },
+          [&] { fillNull(strings, cookies); });
+    }
+    HRESULT GetElementGrouping(DISPID dispId, SHORT* grouping) override {
+      const tests::AllocationPause pause;
+      return toy.call(
+          say("GetElementGrouping(", dispId, ")"),
+          [&] {
+            const ToyProperty* const property = toy.find(dispId);
+            if (property == nullptr || !property->grouping.has_value()) return E_FAIL;
+            *grouping = *property->grouping;
+            return S_OK;
+          },
+          [&] { *grouping = 0; });
+    }
+    HRESULT GetGroupCount(DISPID dispId, long* groups) override {
+      const tests::AllocationPause pause;
+      return toy.call(
+          say("GetGroupCount(", dispId, ")"),
+          [&] {
+            const ToyProperty* const property = toy.find(dispId);
+            if (property == nullptr || !property->groups.has_value()) return E_FAIL;
+            *groups = *property->groups;
+            return S_OK;
+          },
+          [&] { *groups = 0; });
+    }
+    ToyObject& toy;
+  };
+
+  struct Categories final : Facet<ICategorizeProperties> {
+    explicit Categories(ToyObject& owner) : Facet(owner, IID_ICategorizeProperties), toy(owner) {}
+
+    HRESULT MapPropertyToCategory(DISPID dispId, PROPCAT* category) override {
+      const tests::AllocationPause pause;
+      return toy.call(
+          say("MapPropertyToCategory(", dispId, ")"),
+          [&] {
+            const ToyProperty* const property = toy.find(dispId);
+            if (property == nullptr || !property->category.has_value()) return E_FAIL;
+            *category = *property->category;
+            return S_OK;
+          },
+          [&] { *category = 0; });
+    }
+    HRESULT GetCategoryName(PROPCAT category, LCID locale, BSTR* name) override {
+      const tests::AllocationPause pause;
+      return toy.call(
+          say("GetCategoryName(", category, ", locale ", locale, ")"),
+          [&] {
+            const auto found = toy.categories.find(category);
+            if (found == toy.categories.end()) return E_FAIL;
+            *name = newString(found->second);
+            return S_OK;
+          },
+          [&] { *name = nullptr; });
+    }
+    ToyObject& toy;
+  };
+
+  struct Browsing final : Facet<IPerPropertyBrowsing> {
+    explicit Browsing(ToyObject& owner) : Facet(owner, IID_IPerPropertyBrowsing), toy(owner) {}
+
+    HRESULT GetDisplayString(DISPID, BSTR*) override { return E_NOTIMPL; }
+    HRESULT MapPropertyToPage(DISPID, CLSID*) override { return E_NOTIMPL; }
+    HRESULT GetPredefinedStrings(DISPID dispId, CALPOLESTR* strings, CADWORD* cookies) override {
+      const tests::AllocationPause pause;
+      return toy.call(
+          say("GetPredefinedStrings(", dispId, ")"),
+          [&] {
+            const ToyProperty* const property = toy.find(dispId);
+            if (property == nullptr || !property->offersChoices) return E_NOTIMPL;
+            std::vector<std::wstring> names;
+            std::vector<DWORD> numbers;
+            for (const ToyChoice& choice : property->choices) {
+              numbers.push_back(static_cast<DWORD>(100 + names.size()));
+              names.push_back(choice.name);
+            }
+            fill(strings, names);
+            fill(cookies, numbers);
+            toy.lastStrings = *strings;
+            toy.lastCookies = *cookies;
+            return S_OK;
+          },
+          [&] { fillNull(strings, cookies); });
+    }
+    HRESULT GetPredefinedValue(DISPID dispId, DWORD cookie, VARIANT* value) override {
+      const tests::AllocationPause pause;
+      return toy.call(
+          say("GetPredefinedValue(", dispId, ", cookie ", cookie, ")"),
+          [&] {
+            const ToyProperty* const property = toy.find(dispId);
+            if (property == nullptr || cookie >= property->choices.size()) return E_INVALIDARG;
+            const ToyChoice& choice = property->choices[cookie];
+            if (SUCCEEDED(choice.result)) *value = choice.value.make();
+            return choice.result;
+          },
+          [&] { *value = empty(); });
+    }
+    ToyObject& toy;
+  };
+
+  struct Display final : Facet<IVkPiPropertyDisplay> {
+    explicit Display(ToyObject& owner) : Facet(owner, IID_IVkPiPropertyDisplay), toy(owner) {}
+
+    HRESULT GetCustomPropertyCtrl(VARIANT, LCID, BSTR*) override { return E_NOTIMPL; }
+    HRESULT GetPropertyColor(VARIANT, ULONG*) override { return E_NOTIMPL; }
+    HRESULT GetPropertyTextColor(VARIANT, ULONG*) override { return E_NOTIMPL; }
+    HRESULT IsFullView(VARIANT, BOOL*) override { return E_NOTIMPL; }
+    HRESULT GetPropertyWeight(VARIANT property, long* weight) override {
+      const tests::AllocationPause pause;
+      return toy.call(
+          say("GetPropertyWeight(", print(property), ")"),
+          [&] {
+            const ToyProperty* const found = toy.find(property.lVal);
+            if (found == nullptr || !found->displayWeight.has_value()) return E_FAIL;
+            *weight = *found->displayWeight;
+            return S_OK;
+          },
+          [&] { *weight = 0; });
+    }
+    ToyObject& toy;
+  };
+
+  struct Hatch final : ForbiddenSlots<91, DualFacet<IVeltHatch>> {
+    explicit Hatch(ToyObject& owner) : ForbiddenSlots(owner, IID_IVeltHatch), toy(owner) {}
+
+    HRESULT get_PropertyVariant(INT* variant) override {
+      const tests::AllocationPause pause;
+      return toy.call(
+          "get_PropertyVariant()",
+          [&] {
+            *variant = toy.hatchVariant;
+            return S_OK;
+          },
+          [&] { *variant = 0; });
+    }
+    ToyObject& toy;
+  };
+
+  explicit Facets(ToyObject& toy)
+      : dispatch(toy),
+        baseObject(toy),
+        extension(toy),
+        expander(toy),
+        categories(toy),
+        browsing(toy),
+        display(toy),
+        hatch(toy) {}
+
+  Dispatch dispatch;
+  BaseObject baseObject;
+  Extension extension;
+  Expander expander;
+  Categories categories;
+  Browsing browsing;
+  Display display;
+  Hatch hatch;
+};
+
+ToyObject::ToyObject(ToyHost& host, std::string name)
+    : Toy(host, name), type(host, name + ".type"), facets_(std::make_unique<Facets>(*this)) {}
+
+ToyObject::~ToyObject() = default;
+
+ToyProperty& ToyObject::property(DISPID dispId, std::wstring propertyName) {
+  addFunction(dispId, propertyName, INVOKE_PROPERTYGET);
+  addFunction(dispId, propertyName, INVOKE_PROPERTYPUT);
+  return propertyOf(dispId, propertyName);
+}
+
+ToyProperty& ToyObject::readOnly(DISPID dispId, std::wstring propertyName) {
+  addFunction(dispId, propertyName, INVOKE_PROPERTYGET);
+  return propertyOf(dispId, propertyName);
+}
+
+ToyProperty& ToyObject::writeOnly(DISPID dispId, std::wstring propertyName) {
+  addFunction(dispId, propertyName, INVOKE_PROPERTYPUT);
+  return propertyOf(dispId, propertyName);
+}
+
+void ToyObject::method(DISPID dispId, std::wstring methodName) {
+  addFunction(dispId, methodName, INVOKE_FUNC);
+  dispIds[methodName] = dispId;
+}
+
+ToyProperty& ToyObject::propertyOf(DISPID dispId, const std::wstring& propertyName) {
+  dispIds[propertyName] = dispId;
+  ToyProperty& made = properties_[dispId];
+  made.object = this;
+  made.dispId = dispId;
+  made.name = propertyName;
+  made.inCategory(1, L"General");
+  return made;
+}
+
+ToyProperty* ToyObject::find(DISPID dispId) {
+  const auto found = properties_.find(dispId);
+  return found == properties_.end() ? nullptr : &found->second;
+}
+
+void ToyObject::addFunction(DISPID dispId, const std::wstring& functionName, INVOKEKIND kind) {
+  ToyFunction function;
+  function.name = functionName;
+  function.memid = dispId + memidOffset;
+  function.kind = kind;
+  function.returns = kind == INVOKE_PROPERTYGET ? VT_I4 : VT_VOID;
+  type.functions.push_back(function);
+}
+
+namespace {
+
+void forEachFunctionOf(const ToyProperty& property, const std::function<void(ToyFunction&)>& change) {
+  for (ToyFunction& function : property.object->type.functions) {
+    if (function.memid == property.dispId + memidOffset) change(function);
+  }
+}
+
+}  // namespace
+
+ToyProperty& ToyProperty::returns(VARTYPE type) {
+  forEachFunctionOf(*this, [type](ToyFunction& function) {
+    if (function.kind == INVOKE_PROPERTYGET) function.returns = type;
+  });
+  return *this;
+}
+
+ToyProperty& ToyProperty::returns(ToyTypeInfo& userType) {
+  forEachFunctionOf(*this, [&userType](ToyFunction& function) {
+    if (function.kind != INVOKE_PROPERTYGET) return;
+    function.returns = VT_USERDEFINED;
+    function.type = &userType;
+  });
+  return *this;
+}
+
+ToyProperty& ToyProperty::flagged(WORD flags) {
+  forEachFunctionOf(*this, [flags](ToyFunction& function) { function.flags = flags; });
+  return *this;
+}
+
+ToyProperty& ToyProperty::documented(std::wstring text) {
+  forEachFunctionOf(*this, [&text](ToyFunction& function) { function.documentation = text; });
+  return *this;
+}
+
+ToyProperty& ToyProperty::holds(ToyValue content) {
+  value = std::move(content);
+  return *this;
+}
+
+ToyProperty& ToyProperty::labelled(std::wstring text) {
+  label = std::move(text);
+  return *this;
+}
+
+ToyProperty& ToyProperty::shown(BOOL flag) {
+  show = flag;
+  return *this;
+}
+
+ToyProperty& ToyProperty::editable(BOOL flag) {
+  edit = flag;
+  return *this;
+}
+
+ToyProperty& ToyProperty::inCategory(PROPCAT number) {
+  category = number;
+  return *this;
+}
+
+ToyProperty& ToyProperty::inCategory(PROPCAT number, std::wstring categoryName) {
+  object->categories[number] = std::move(categoryName);
+  return inCategory(number);
+}
+
+ToyProperty& ToyProperty::weighs(long weight) {
+  displayWeight = weight;
+  return *this;
+}
+
+ToyProperty& ToyProperty::raises(ToyException texts) {
+  exception = std::move(texts);
+  return *this;
+}
+
+ToyProperty& ToyProperty::choice(std::wstring choiceName, ToyValue content, HRESULT result) {
+  offersChoices = true;
+  choices.push_back({std::move(choiceName), std::move(content), result});
+  return *this;
+}
+
+ToyProperty& ToyProperty::noChoices() {
+  offersChoices = true;
+  choices.clear();
+  return *this;
+}
+
+ToyProperty& ToyProperty::element(DWORD cookie, std::wstring elementName, ToyValue content) {
+  expands = true;
+  elements.push_back({cookie, std::move(elementName), std::move(content)});
+  return *this;
+}
+
+ToyProperty& ToyProperty::noElements() {
+  expands = true;
+  elements.clear();
+  return *this;
+}
+
+ToyProperty& ToyProperty::grouped(SHORT number, std::optional<long> groupCount) {
+  grouping = number;
+  groups = groupCount;
+  return *this;
+}
+
+}  // namespace velt::toys

@@ -1,0 +1,116 @@
+#include "tool/CommandLine.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "tests/tool/Drawings.h"
+
+using namespace velt::tests;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+struct Outcome {
+  int exitCode;
+  std::string out;
+  std::string err;
+};
+
+Outcome veltprops(std::vector<const char*> arguments) {
+  arguments.insert(arguments.begin(), "veltprops");
+  std::ostringstream out;
+  std::ostringstream err;
+  const int exitCode = velt::tool::run(static_cast<int>(arguments.size()), arguments.data(), out, err);
+  return {exitCode, out.str(), err.str()};
+}
+
+}  // namespace
+
+TEST(CommandLine, HelpIsAnswered) {
+  const Outcome help = veltprops({"--help"});
+  EXPECT_EQ(help.exitCode, 0);
+  EXPECT_THAT(help.out, HasSubstr("show"));
+  EXPECT_THAT(help.out, HasSubstr("Exit codes: 0 done, 1 failed, 2 wrong usage"));
+  EXPECT_EQ(veltprops({"show", "--help"}).exitCode, 0);
+  EXPECT_THAT(veltprops({"show", "--help"}).out, HasSubstr("--handle"));
+}
+
+TEST(CommandLine, NoCommandIsWrongUsage) {
+  EXPECT_EQ(veltprops({}).exitCode, 2);
+}
+
+TEST(CommandLine, UnknownCommandsAndOptionsAreWrongUsage) {
+  EXPECT_EQ(veltprops({"shwo"}).exitCode, 2);
+  EXPECT_EQ(veltprops({"show", "a.dxf", "--al"}).exitCode, 2);
+  EXPECT_NE(veltprops({"show", "a.dxf", "--al"}).err, "");
+}
+
+TEST(CommandLine, ShowWithoutADrawingIsWrongUsage) {
+  EXPECT_EQ(veltprops({"show", "--all"}).exitCode, 2);
+}
+
+TEST(CommandLine, ShowWithoutASelectionSaysHowToSelect) {
+  const Outcome outcome = veltprops({"show", "a.dxf"});
+  EXPECT_EQ(outcome.exitCode, 2);
+  EXPECT_THAT(outcome.err, HasSubstr("--all, --handle, --layer or --type"));
+}
+
+TEST(CommandLine, AMissingDrawingIsNamed) {
+  const TemporaryFolder folder;
+  const std::string file = folder.path("missing.dxf");
+  const Outcome outcome = veltprops({"show", file.c_str(), "--all"});
+  EXPECT_EQ(outcome.exitCode, 1);
+  EXPECT_THAT(outcome.err, StartsWith("veltprops: " + file + ": "));
+  EXPECT_EQ(outcome.out, "");
+}
+
+TEST(CommandLine, ATruncatedDrawingIsNamedWithTheLine) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("cut.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\n");
+  const Outcome outcome = veltprops({"list", file.c_str()});
+  EXPECT_EQ(outcome.exitCode, 1);
+  EXPECT_THAT(outcome.err, StartsWith("veltprops: " + file + ":5: "));
+}
+
+TEST(CommandLine, BinaryEmptyAndForeignFilesAreRefused) {
+  const TemporaryFolder folder;
+  const std::string binary =
+      folder.write("binary.dxf", std::string("AutoCAD Binary DXF\r\n\x1A\0", 22) + "xyz");
+  const std::string empty = folder.write("empty.dxf", "");
+  const std::string foreign = folder.write("foreign.dxf", "%PDF-1.4\nnot a drawing\n");
+  EXPECT_THAT(veltprops({"list", binary.c_str()}).err, HasSubstr("binary"));
+  for (const std::string& file : {binary, empty, foreign}) {
+    const Outcome outcome = veltprops({"list", file.c_str()});
+    EXPECT_EQ(outcome.exitCode, 1) << file;
+    EXPECT_THAT(outcome.err, StartsWith("veltprops: " + file)) << file;
+  }
+}
+
+TEST(CommandLine, HandlesMayBeGivenInOneListAndLayersMayHoldCommas) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write(
+      "a.dxf", drawingOf({{"0"}, {"A, B"}}, line("2F", "A, B") + line("30", "0") + line("31", "0")));
+  EXPECT_THAT(veltprops({"list", file.c_str(), "--handle", "2F,31"}).out, HasSubstr("31"));
+  EXPECT_THAT(veltprops({"list", file.c_str(), "--layer", "A, B"}).out, HasSubstr("2F"));
+}
+
+TEST(CommandLine, LookingWritesNothing) {
+  const TemporaryFolder folder;
+  const std::string bytes = drawingOf({{"0"}}, line("2F", "0") + circle("30", "0"));
+  const std::string file = folder.write("a.dxf", bytes);
+  EXPECT_EQ(veltprops({"show", file.c_str(), "--all", "--choices"}).exitCode, 0);
+  EXPECT_EQ(readFile(file), bytes);
+}
+
+TEST(CommandLine, AnAnswerThatCannotBeWrittenIsAFailure) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("a.dxf", drawingOf({{"0"}}, line("2F", "0")));
+  const char* const arguments[] = {"veltprops", "list", file.c_str()};
+  std::ostringstream broken;
+  broken.setstate(std::ios::badbit);
+  std::ostringstream err;
+  EXPECT_EQ(velt::tool::run(3, arguments, broken, err), 1);
+}

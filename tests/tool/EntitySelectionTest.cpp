@@ -1,0 +1,141 @@
+#include "tool/EntitySelection.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/tool/Drawings.h"
+#include "tool/Failure.h"
+
+using namespace velt::tool;
+using namespace velt::tests;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Property;
+using testing::Throws;
+using velt::database::Drawing;
+
+namespace {
+
+std::unique_ptr<Drawing> sampleOf() {
+  const std::string block = pairs({{0, "BLOCK"}, {5, "50"}, {8, "0"}, {2, "Door"}, {10, "0"}, {20, "0"}})
+                            + line("51", "Doors") + pairs({{0, "ENDBLK"}, {5, "52"}, {8, "0"}});
+  return Drawing::parse(
+      drawingOf({{"0"}, {"Walls"}, {"Doors"}, {"Empty"}},
+                line("2F", "Walls") + circle("30", "walls") + line("31", "Doors") + line("32", "Forgotten")
+                    + pairs({{0, "3DFACE"}, {5, "33"}, {8, "Doors"}}),
+                block),
+      "house.dxf");
+}
+
+std::vector<std::string> handlesOf(Drawing& drawing, const SelectionRequest& request) {
+  std::vector<std::string> handles;
+  for (const VkDbObjectId id : select(drawing, request).ids)
+    handles.push_back(handleText(id));
+  return handles;
+}
+
+std::string failureOf(Drawing& drawing, const SelectionRequest& request) {
+  try {
+    select(drawing, request);
+  } catch (const Failure& failure) {
+    return failure.what();
+  }
+  return "";
+}
+
+}  // namespace
+
+TEST(EntitySelection, AllTakesEverythingOutsideBlockDefinitionsInFileOrder) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(handlesOf(*drawing, {.all = true}), ElementsAre("2F", "30", "31", "32", "33"));
+  EXPECT_EQ(select(*drawing, {.all = true}).leftOutInBlocks, 1U);
+}
+
+TEST(EntitySelection, BlockDefinitionsAreTakenInOnRequest) {
+  const auto drawing = sampleOf();
+  EXPECT_EQ(handlesOf(*drawing, {.all = true, .inBlocks = true}).size(), 6U);
+  EXPECT_EQ(select(*drawing, {.all = true, .inBlocks = true}).leftOutInBlocks, 0U);
+}
+
+TEST(EntitySelection, AHandleReachesIntoABlockDefinition) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(handlesOf(*drawing, {.handles = {"51"}}), ElementsAre("51"));
+}
+
+TEST(EntitySelection, HandlesAreHexadecimalInEitherCaseAndComeOutInFileOrder) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(handlesOf(*drawing, {.handles = {"31", "2f"}}), ElementsAre("2F", "31"));
+}
+
+TEST(EntitySelection, LayersAreFoundWhateverTheirCase) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(handlesOf(*drawing, {.layers = {"WALLS"}}), ElementsAre("2F", "30"));
+}
+
+TEST(EntitySelection, ALayerThatOnlyEntitiesNameCanBeSelected) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(handlesOf(*drawing, {.layers = {"Forgotten"}}), ElementsAre("32"));
+}
+
+TEST(EntitySelection, ALayerWithoutEntitiesSelectsNothing) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(handlesOf(*drawing, {.layers = {"Empty"}}), IsEmpty());
+}
+
+TEST(EntitySelection, TypesAreClassNamesOrNamesOfTheFile) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(handlesOf(*drawing, {.types = {"circle"}}), ElementsAre("30"));
+  EXPECT_THAT(handlesOf(*drawing, {.types = {"3dface"}}), ElementsAre("33"));
+}
+
+TEST(EntitySelection, AKnownClassThatTheDrawingLacksSelectsNothing) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(handlesOf(*drawing, {.types = {"Hatch"}}), IsEmpty());
+}
+
+TEST(EntitySelection, FiltersOfOneKindAddUpAndDifferentKindsNarrow) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(handlesOf(*drawing, {.layers = {"Walls", "Doors"}, .types = {"Line"}}),
+              ElementsAre("2F", "31"));
+  EXPECT_THAT(handlesOf(*drawing, {.handles = {"30", "31"}, .types = {"Circle"}}), ElementsAre("30"));
+}
+
+TEST(EntitySelection, AnUnknownHandleIsNamed) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(failureOf(*drawing, {.handles = {"2F", "abc"}}),
+              HasSubstr("house.dxf: no entity has the handle ABC"));
+}
+
+TEST(EntitySelection, TheHandleOfSomethingElseIsNoEntity) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(failureOf(*drawing, {.handles = {"10"}}), HasSubstr("no entity has the handle 10"));
+}
+
+TEST(EntitySelection, WhatIsNoHandleIsSaidToBeNone) {
+  const auto drawing = sampleOf();
+  for (const char* const text : {"", "xyz", "2F ", "-1", "0", "11112222333344445"}) {
+    EXPECT_THAT(failureOf(*drawing, {.handles = {text}}), HasSubstr("is no handle")) << text;
+  }
+}
+
+TEST(EntitySelection, AnUnknownLayerIsAnsweredWithTheLayersThereAre) {
+  const auto drawing = sampleOf();
+  EXPECT_EQ(failureOf(*drawing, {.layers = {"Wals"}}),
+            "house.dxf: no layer \"Wals\"; the drawing has: 0, Walls, Doors, Empty");
+}
+
+TEST(EntitySelection, AnUnknownTypeIsAnsweredWithTheTypesThereAre) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(failureOf(*drawing, {.types = {"Lien"}}),
+              HasSubstr("no entities of type \"Lien\"; the drawing has: "));
+  EXPECT_THAT(failureOf(*drawing, {.types = {"Lien"}}), HasSubstr("3DFACE"));
+}
+
+TEST(EntitySelection, AnEntityIsDescribedByClassTypeAndLayer) {
+  const auto drawing = sampleOf();
+  const VkDbObjectId face = drawing->entityByHandle(0x33);
+  EXPECT_EQ(className(drawing->entityByHandle(0x2F)), "Line");
+  EXPECT_EQ(dxfName(face), "3DFACE");
+  EXPECT_EQ(layerName(face), "Doors");
+}

@@ -1,0 +1,52 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "tests/tool/Drawings.h"
+#include "tool/Commands.h"
+
+using namespace velt::tool;
+using namespace velt::tests;
+
+namespace {
+
+class ListCommand : public testing::Test {
+ protected:
+  std::string listed(ListRequest request) const {
+    request.drawing = file_;
+    std::ostringstream out;
+    list(request, out);
+    return out.str();
+  }
+
+ private:
+  TemporaryFolder folder_;
+  std::string file_ = folder_.write(
+      "house.dxf", drawingOf({{"0"}, {"Walls"}}, line("2F", "Walls") + circle("131", "0")
+                                                     + pairs({{0, "3DFACE"}, {5, "33"}, {8, "Walls"}})));
+};
+
+}  // namespace
+
+TEST_F(ListCommand, EntitiesAreListedInColumns) {
+  EXPECT_EQ(listed({}),
+            "Handle  Class   Type    Layer\n"
+            "2F      Line    LINE    Walls\n"
+            "131     Circle  CIRCLE  0\n"
+            "33      Entity  3DFACE  Walls\n");
+}
+
+TEST_F(ListCommand, ASelectionNarrowsTheList) {
+  EXPECT_EQ(listed({.selection = {.layers = {"0"}}}),
+            "Handle  Class   Type    Layer\n"
+            "131     Circle  CIRCLE  0\n");
+}
+
+TEST_F(ListCommand, JsonHasOneObjectPerEntity) {
+  const nlohmann::json json = nlohmann::json::parse(listed({.json = true}));
+  EXPECT_EQ(json["count"], 3);
+  EXPECT_EQ(json["entities"][0],
+            (nlohmann::json{{"handle", "2F"}, {"class", "Line"}, {"type", "LINE"}, {"layer", "Walls"}}));
+}

@@ -1,0 +1,128 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "tests/tool/Drawings.h"
+#include "tool/Commands.h"
+#include "tool/Failure.h"
+
+using namespace velt::tool;
+using namespace velt::tests;
+using testing::ContainsRegex;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+class ShowCommand : public testing::Test {
+ protected:
+  std::string shown(ShowRequest request) const {
+    request.drawing = file_;
+    std::ostringstream out;
+    show(request, out);
+    return out.str();
+  }
+
+  nlohmann::json shownJson(SelectionRequest selection) const {
+    return nlohmann::json::parse(shown({.selection = std::move(selection), .json = true}));
+  }
+
+  static const nlohmann::json* rowNamed(const nlohmann::json& json, const std::string& name) {
+    for (const auto& row : json["rows"]) {
+      if (row["displayName"] == name) return &row;
+    }
+    return nullptr;
+  }
+
+ private:
+  TemporaryFolder folder_;
+  std::string file_ = folder_.write(
+      "house.dxf", drawingOf({{"0"}, {"Walls", 1}, {"Empty"}},
+                             line("2F", "Walls") + line("30", "Walls", 20.0) + circle("31", "0"),
+                             pairs({{0, "BLOCK"}, {5, "50"}, {8, "0"}, {2, "Door"}}) + line("51", "0")
+                                 + pairs({{0, "ENDBLK"}})));
+};
+
+}  // namespace
+
+TEST_F(ShowCommand, TheSelectionIsCountedByClass) {
+  EXPECT_THAT(shown({.selection = {.all = true}}),
+              HasSubstr("house.dxf: 3 entities selected (1 Circle, 2 Line)\n"));
+  EXPECT_THAT(shown({.selection = {.handles = {"2F"}}}), HasSubstr("1 entity selected (1 Line)\n"));
+}
+
+TEST_F(ShowCommand, RowsStandUnderTheirCategory) {
+  const std::string text = shown({.selection = {.handles = {"2F"}}});
+  EXPECT_LT(text.find("\nGeneral\n"), text.find("\n  Layer "));
+  EXPECT_LT(text.find("\nGeometry\n"), text.find("\n  Start X "));
+  EXPECT_THAT(text, ContainsRegex("\n  Start X +1.500"));
+}
+
+TEST_F(ShowCommand, DifferingValuesVary) {
+  EXPECT_THAT(shown({.selection = {.types = {"Line"}}}), ContainsRegex("\n  End X +\\*VARIES\\*"));
+  EXPECT_THAT(shown({.selection = {.types = {"Line"}}}), ContainsRegex("\n  Start X +1.500"));
+}
+
+TEST_F(ShowCommand, ReadOnlyRowsAndRowsWithChoicesAreMarked) {
+  const std::string text = shown({.selection = {.handles = {"2F"}}});
+  EXPECT_THAT(text, ContainsRegex("\n  Layer +Walls +\\[choices\\]"));
+  EXPECT_THAT(text, ContainsRegex("\n  Handle +2F +\\(read-only\\)\n"));
+}
+
+TEST_F(ShowCommand, ChoicesAreShownOnRequest) {
+  EXPECT_THAT(shown({.selection = {.handles = {"2F"}}, .choices = true}), HasSubstr(" = Empty\n"));
+  EXPECT_THAT(shown({.selection = {.handles = {"2F"}}}), Not(HasSubstr(" = Empty\n")));
+}
+
+TEST_F(ShowCommand, EntitiesLeftOutInBlocksAreMentioned) {
+  EXPECT_THAT(shown({.selection = {.all = true}}), HasSubstr("1 entity inside block definitions left out"));
+  EXPECT_THAT(shown({.selection = {.all = true, .inBlocks = true}}), Not(HasSubstr("left out")));
+}
+
+TEST_F(ShowCommand, AnEmptySelectionIsNoError) {
+  EXPECT_THAT(shown({.selection = {.layers = {"Empty"}}}), HasSubstr("nothing selected"));
+  const nlohmann::json json = shownJson({.layers = {"Empty"}});
+  EXPECT_EQ(json["selection"]["count"], 0);
+  EXPECT_TRUE(json["rows"].empty());
+}
+
+TEST_F(ShowCommand, JsonNamesDrawingSelectionAndRows) {
+  const nlohmann::json json = shownJson({.all = true});
+  EXPECT_THAT(json["drawing"].get<std::string>(), HasSubstr("house.dxf"));
+  EXPECT_EQ(json["selection"]["count"], 3);
+  EXPECT_EQ(json["selection"]["classes"], (nlohmann::json{{"Circle", 1}, {"Line", 2}}));
+  ASSERT_NE(rowNamed(json, "Layer"), nullptr);
+  EXPECT_EQ((*rowNamed(json, "Layer"))["isVaries"], true);
+}
+
+TEST_F(ShowCommand, JsonValuesAreNatural) {
+  const nlohmann::json json = shownJson({.handles = {"2F"}});
+  EXPECT_EQ((*rowNamed(json, "Start X"))["value"], 1.5);
+  EXPECT_EQ((*rowNamed(json, "Layer"))["value"], "Walls");
+  EXPECT_EQ((*rowNamed(json, "Layer"))["objectId"], "2F");
+  EXPECT_EQ((*rowNamed(json, "Layer"))["pDispatch"], "2F");
+}
+
+TEST_F(ShowCommand, WithoutASelectionTheUsageIsWrong) {
+  EXPECT_THROW(shown({}), UsageFailure);
+}
+
+TEST_F(ShowCommand, EveryClassAndTypeOfTheDrawingsAnswers) {
+  const char* const folder = std::getenv("VELT_DRAWINGS");
+  if (folder == nullptr) GTEST_SKIP() << "VELT_DRAWINGS names no folder of drawings";
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    if (entry.path().extension() != ".dxf") continue;
+    std::ostringstream out;
+    show({.drawing = entry.path().string(), .selection = {.all = true}, .json = true}, out);
+    const nlohmann::json json = nlohmann::json::parse(out.str());
+    EXPECT_GT(json["rows"].size(), 0U) << entry.path();
+    for (const auto& [name, count] : json["selection"]["classes"].items()) {
+      std::ostringstream ofClass;
+      show({.drawing = entry.path().string(), .selection = {.types = {name}}, .json = true}, ofClass);
+      EXPECT_GE(nlohmann::json::parse(ofClass.str())["selection"]["count"], count)
+          << entry.path() << " " << name;
+    }
+  }
+}

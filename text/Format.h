@@ -1,0 +1,64 @@
+#pragma once
+
+// printf-style formatting that knows its arguments.
+//
+// Formats come from resource libraries that are translated apart from the program, so a format is not trusted
+// to fit: a placeholder is filled only by an argument of its kind, in order, and stands in the result as it
+// is when there is none. Nothing beyond the arguments given is ever read.
+//
+//   %s %ls %S %hs   a string, wide or narrow (precision: at most so many characters)
+//   %d %i %u %x %X %o %c   an integer
+//   %f %F %e %E %g %G      a floating-point number
+//   %%              a percent sign
+//
+// Flags, width and precision are honoured up to 4095; '*' is never a placeholder.
+
+#include <array>
+#include <concepts>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+template <class CharT>
+class CStdStr;
+
+namespace velt::text {
+
+class FormatArgument {
+ public:
+  enum class Kind { WideString, NarrowString, Signed, Unsigned, Real };
+
+  FormatArgument(const wchar_t* text) : kind(Kind::WideString), wide(text != nullptr ? text : L"") {}
+  FormatArgument(const char* text) : kind(Kind::NarrowString), narrow(text != nullptr ? text : "") {}
+  FormatArgument(const std::wstring& text) : kind(Kind::WideString), wide(text) {}
+  FormatArgument(const std::string& text) : kind(Kind::NarrowString), narrow(text) {}
+  FormatArgument(const CStdStr<wchar_t>& text);
+  FormatArgument(const CStdStr<char>& text);
+  FormatArgument(std::signed_integral auto number) : kind(Kind::Signed), signedNumber(number) {}
+  FormatArgument(std::unsigned_integral auto number) : kind(Kind::Unsigned), unsignedNumber(number) {}
+  FormatArgument(std::floating_point auto number)
+      : kind(Kind::Real), realNumber(static_cast<double>(number)) {}
+
+  Kind kind;
+  std::wstring_view wide;
+  std::string_view narrow;
+  long long signedNumber = 0;
+  unsigned long long unsignedNumber = 0;
+  double realNumber = 0.0;
+};
+
+std::wstring formatWide(std::wstring_view format, const FormatArgument* arguments, std::size_t count);
+std::string formatNarrow(std::string_view format, const FormatArgument* arguments, std::size_t count);
+
+template <class CharT, class... Arguments>
+std::basic_string<CharT> formatted(const CharT* format, const Arguments&... arguments) {
+  const std::array<FormatArgument, sizeof...(Arguments)> list{FormatArgument(arguments)...};
+  if (format == nullptr) return {};
+  if constexpr (std::same_as<CharT, wchar_t>) {
+    return formatWide(format, list.data(), list.size());
+  } else {
+    return formatNarrow(format, list.data(), list.size());
+  }
+}
+
+}  // namespace velt::text

@@ -1,0 +1,104 @@
+#include "tool/CommandLine.h"
+
+#include <fmt/format.h>
+#include <CLI/CLI.hpp>
+#include <new>
+
+#include "embedded/dxf/Error.h"
+#include "host/com/ComError.h"
+#include "tool/Commands.h"
+#include "tool/Failure.h"
+#include "tool/Text.h"
+
+namespace velt::tool {
+
+namespace {
+
+void addSelection(CLI::App& command, SelectionRequest& selection) {
+  command.add_flag("--all", selection.all, "Every entity of model space and the layouts");
+  command
+      .add_option("--handle", selection.handles, "Entities by handle, hexadecimal (2F, or several: 2F,30)")
+      ->delimiter(',')
+      ->type_name("H,...");
+  command.add_option("--layer", selection.layers, "Entities on a layer (may be given again)")
+      ->type_name("NAME")
+      ->take_all()
+      ->expected(1);
+  command.add_option("--type", selection.types, "Entities of a class (Line) or DXF type (LINE)")
+      ->type_name("TYPE")
+      ->delimiter(',');
+  command.add_flag("--in-blocks", selection.inBlocks, "Also the entities inside block definitions");
+  command.footer(
+      "Filters of one kind add up, filters of different kinds narrow each other:\n"
+      "  --layer Walls --layer Doors --type Line   the lines on either layer");
+}
+
+struct CommandLine {
+  CLI::App app{"The properties of entities in a DXF drawing, as the property palette shows them",
+               "veltprops"};
+  ShowRequest showRequest;
+  ListRequest listRequest;
+  SampleRequest sampleRequest;
+  CLI::App* showCommand = nullptr;
+  CLI::App* listCommand = nullptr;
+  CLI::App* sampleCommand = nullptr;
+
+  CommandLine() {
+    app.require_subcommand(1);
+    app.footer("Exit codes: 0 done, 1 failed, 2 wrong usage. \"veltprops COMMAND --help\" tells more.");
+
+    showCommand = app.add_subcommand("show", "Show the merged property list of a selection");
+    showCommand->add_option("DRAWING", showRequest.drawing, "DXF file")->required();
+    addSelection(*showCommand, showRequest.selection);
+    showCommand->add_flag("--choices", showRequest.choices,
+                          "Also the choices of each property that has some");
+    showCommand->add_flag("--json", showRequest.json, "Every field of every row, as JSON");
+
+    listCommand = app.add_subcommand("list", "List entities: handle, class, DXF type, layer");
+    listCommand->add_option("DRAWING", listRequest.drawing, "DXF file")->required();
+    addSelection(*listCommand, listRequest.selection);
+    listCommand->add_flag("--json", listRequest.json, "As JSON");
+
+    sampleCommand = app.add_subcommand("sample", "Write a sample drawing, a small floor plan");
+    sampleCommand->add_option("FILE", sampleRequest.file, "DXF file to write")->required();
+    sampleCommand->add_flag("--force", sampleRequest.force, "Replace an existing file");
+  }
+
+  void runCommand(std::ostream& out) const {
+    if (showCommand->parsed()) show(showRequest, out);
+    if (listCommand->parsed()) list(listRequest, out);
+    if (sampleCommand->parsed()) sample(sampleRequest, out);
+  }
+};
+
+int fail(std::ostream& err, ExitCode code, std::string_view message) {
+  err << "veltprops: " << message << '\n';
+  return code;
+}
+
+}  // namespace
+
+int run(int argumentCount, const char* const* arguments, std::ostream& out, std::ostream& err) {
+  CommandLine commandLine;
+  try {
+    commandLine.app.parse(argumentCount, arguments);
+  } catch (const CLI::ParseError& error) {
+    // Help is no failure; everything else that stops the parser is wrong usage.
+    return commandLine.app.exit(error, out, err) == 0 ? succeeded : wrongUsage;
+  }
+  try {
+    commandLine.runCommand(out);
+    out.flush();
+    return out ? succeeded : fail(err, failed, "the answer could not be written");
+  } catch (const UsageFailure& failure) {
+    return fail(err, wrongUsage, failure.what());
+  } catch (const _com_error& error) {
+    return fail(err, failed, toUtf8(static_cast<const wchar_t*>(error.Description())));
+  } catch (const std::bad_alloc&) {
+    return fail(err, failed, "out of memory");
+  } catch (const std::exception& failure) {
+    return fail(err, failed, failure.what());
+  }
+}
+
+}  // namespace velt::tool

@@ -1,0 +1,37 @@
+#pragma once
+
+// The commands of veltprops. Each writes its answer to `out` and throws Failure or dxf::Error.
+
+#include <ostream>
+#include <string>
+
+#include "tool/EntitySelection.h"
+
+namespace velt::tool {
+
+struct ShowRequest {
+  std::string drawing{};
+  SelectionRequest selection{};
+  bool json = false;
+  bool choices = false;
+};
+
+struct ListRequest {
+  std::string drawing{};
+  SelectionRequest selection{};  // everything when it is empty
+  bool json = false;
+};
+
+struct SampleRequest {
+  std::string file{};
+  bool force = false;
+};
+
+// The merged property list of a selection.
+void show(const ShowRequest& request, std::ostream& out);
+// Handle, class and layer of entities.
+void list(const ListRequest& request, std::ostream& out);
+// Writes the sample drawing; an existing file is replaced only when forced.
+void sample(const SampleRequest& request, std::ostream& out);
+
+}  // namespace velt::tool

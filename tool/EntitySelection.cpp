@@ -1,0 +1,166 @@
+#include "tool/EntitySelection.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+#include <set>
+#include <unordered_set>
+
+#include "embedded/automation/HostIds.h"
+#include "embedded/database/Entity.h"
+#include "propdata/VeltPropData.h"
+#include "tool/Failure.h"
+#include "tool/Text.h"
+
+namespace velt::tool {
+
+namespace {
+
+database::Entity entityOf(VkDbObjectId id) {
+  const std::optional<database::ObjectRef> object = database::resolve(id);
+  if (!object) throw Failure("an entity of the selection is gone");
+  return database::Entity(*object);
+}
+
+std::uint64_t parseHandle(const std::string& text) {
+  std::uint64_t handle = 0;
+  const char* const end = text.data() + text.size();
+  const auto [parsed, error] = std::from_chars(text.data(), end, handle, 16);
+  if (error != std::errc() || parsed != end || handle == 0) {
+    throw Failure(fmt::format("\"{}\" is no handle: handles are hexadecimal numbers such as 2F", text));
+  }
+  return handle;
+}
+
+std::unordered_set<std::uint64_t> requestedHandles(const database::Drawing& drawing,
+                                                   const SelectionRequest& request) {
+  std::unordered_set<std::uint64_t> handles;
+  for (const std::string& text : request.handles) {
+    const std::uint64_t handle = parseHandle(text);
+    if (drawing.entityByHandle(handle).isNull()) {
+      throw Failure(fmt::format("{}: no entity has the handle {:X} (\"veltprops list\" names them all)",
+                                drawing.document().displayName(), handle));
+    }
+    handles.insert(handle);
+  }
+  return handles;
+}
+
+// Layers by their entry in the table; a name that entities use without a table entry counts too.
+class LayerFilter {
+ public:
+  LayerFilter(const database::Drawing& drawing, const SelectionRequest& request) : table_(drawing.layers()) {
+    for (const std::string& name : request.layers)
+      add(drawing, name);
+  }
+
+  bool passes(const database::Entity& entity) const {
+    if (entries_.empty() && names_.empty()) return true;
+    if (const database::TableEntry* const layer = entity.layer()) return entries_.contains(layer);
+    return names_.contains(entity.layerName());
+  }
+
+ private:
+  void add(const database::Drawing& drawing, const std::string& name) {
+    const std::wstring wide = fromUtf8(name);
+    if (const database::TableEntry* const entry = table_.find(wide)) {
+      entries_.insert(entry);
+      return;
+    }
+    for (const VkDbObjectId id : drawing.entities()) {
+      if (entityOf(id).layerName() == wide) {
+        names_.insert(wide);
+        return;
+      }
+    }
+    std::vector<std::string> known;
+    for (const database::TableEntry& entry : table_.entries())
+      known.push_back(toUtf8(entry.name));
+    throw Failure(fmt::format("{}: no layer \"{}\"; the drawing has: {}", drawing.document().displayName(),
+                              name, fmt::join(known, ", ")));
+  }
+
+  const database::Table& table_;
+  std::set<const database::TableEntry*> entries_;
+  std::set<std::wstring> names_;
+};
+
+bool isKnownClass(std::string_view name) {
+  constexpr std::size_t prefix = std::string_view("Velt").size();
+  return std::any_of(std::begin(namedClasses), std::end(namedClasses), [&](const NamedClass& known) {
+    return equalIgnoringCase(std::string_view(known.name).substr(prefix), name);
+  });
+}
+
+void requireKnownTypes(const database::Drawing& drawing, const SelectionRequest& request) {
+  if (request.types.empty()) return;
+  std::set<std::string> present;
+  for (const VkDbObjectId id : drawing.entities()) {
+    present.insert(className(id));
+    present.insert(dxfName(id));
+  }
+  for (const std::string& type : request.types) {
+    const bool isPresent = std::any_of(present.begin(), present.end(), [&](const std::string& name) {
+      return equalIgnoringCase(name, type);
+    });
+    if (isPresent || isKnownClass(type)) continue;
+    throw Failure(fmt::format("{}: no entities of type \"{}\"; the drawing has: {}",
+                              drawing.document().displayName(), type, fmt::join(present, ", ")));
+  }
+}
+
+bool passesTypes(VkDbObjectId id, const std::vector<std::string>& types) {
+  if (types.empty()) return true;
+  const std::string automationClass = className(id);
+  const std::string dxf = dxfName(id);
+  return std::any_of(types.begin(), types.end(), [&](const std::string& type) {
+    return equalIgnoringCase(type, automationClass) || equalIgnoringCase(type, dxf);
+  });
+}
+
+}  // namespace
+
+SelectedEntities select(database::Drawing& drawing, const SelectionRequest& request) {
+  const std::unordered_set<std::uint64_t> handles = requestedHandles(drawing, request);
+  const LayerFilter layers(drawing, request);
+  requireKnownTypes(drawing, request);
+
+  SelectedEntities selected;
+  for (const VkDbObjectId id : drawing.entities()) {
+    const database::Entity entity = entityOf(id);
+    if (entity.isErased() || !layers.passes(entity) || !passesTypes(id, request.types)) continue;
+    if (!handles.empty()) {
+      if (drawing.entityByHandle(entity.handle()) != id || !handles.contains(entity.handle())) continue;
+    } else if (!request.inBlocks && entity.space() == database::Space::Block) {
+      ++selected.leftOutInBlocks;
+      continue;
+    }
+    selected.ids.push_back(id);
+  }
+  return selected;
+}
+
+std::string className(VkDbObjectId id) {
+  constexpr std::size_t prefix = std::string_view("Velt").size();
+  GUID clsid = GUID_NULL;
+  if (!GetCLSID(clsid, id.asOldId())) return "Entity";
+  const NamedClass* const named = findClass(clsid);
+  return named != nullptr ? std::string(named->name).substr(prefix) : "Entity";
+}
+
+std::string dxfName(VkDbObjectId id) {
+  return std::string(entityOf(id).dxfName());
+}
+
+std::string handleText(VkDbObjectId id) {
+  return fmt::format("{:X}", entityOf(id).handle());
+}
+
+std::string layerName(VkDbObjectId id) {
+  return toUtf8(entityOf(id).layerName());
+}
+
+}  // namespace velt::tool

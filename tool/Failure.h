@@ -1,0 +1,24 @@
+#pragma once
+
+// What ends a command: a message for people and an exit code.
+
+#include <stdexcept>
+#include <string>
+
+namespace velt::tool {
+
+enum ExitCode : int { succeeded = 0, failed = 1, wrongUsage = 2 };
+
+// The command could not do what was asked. Ends the program with exit code 1.
+class Failure : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// The command line asks for nothing that can be done. Ends the program with exit code 2.
+class UsageFailure : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+}  // namespace velt::tool

@@ -1,0 +1,72 @@
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+#include <vector>
+
+#include "tool/Commands.h"
+#include "tool/OpenDrawing.h"
+#include "tool/Text.h"
+
+namespace velt::tool {
+
+namespace {
+
+struct ListedEntity {
+  std::string handle;
+  std::string className;
+  std::string dxfName;
+  std::string layer;
+};
+
+void printForPeople(const std::vector<ListedEntity>& entities, std::ostream& out) {
+  const ListedEntity headings{"Handle", "Class", "Type", "Layer"};
+  ListedEntity widest = headings;
+  const auto widen = [](std::string& widestText, const std::string& text) {
+    if (columns(text) > columns(widestText)) widestText = text;
+  };
+  for (const ListedEntity& entity : entities) {
+    widen(widest.handle, entity.handle);
+    widen(widest.className, entity.className);
+    widen(widest.dxfName, entity.dxfName);
+  }
+  const auto print = [&](const ListedEntity& entity) {
+    out << fmt::format("{}  {}  {}  {}\n", padded(entity.handle, columns(widest.handle)),
+                       padded(entity.className, columns(widest.className)),
+                       padded(entity.dxfName, columns(widest.dxfName)), entity.layer);
+  };
+  print(headings);
+  for (const ListedEntity& entity : entities)
+    print(entity);
+}
+
+void printAsJson(const ListRequest& request, const std::vector<ListedEntity>& entities, std::ostream& out) {
+  nlohmann::ordered_json json = {{"drawing", request.drawing},
+                                 {"count", entities.size()},
+                                 {"entities", nlohmann::ordered_json::array()}};
+  for (const ListedEntity& entity : entities) {
+    json["entities"].push_back({{"handle", entity.handle},
+                                {"class", entity.className},
+                                {"type", entity.dxfName},
+                                {"layer", entity.layer}});
+  }
+  out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+}
+
+}  // namespace
+
+void list(const ListRequest& request, std::ostream& out) {
+  const std::unique_ptr<database::Drawing> drawing = openDrawing(request.drawing);
+  const SelectedEntities selected = select(*drawing, request.selection);
+  std::vector<ListedEntity> entities;
+  entities.reserve(selected.ids.size());
+  for (const VkDbObjectId id : selected.ids) {
+    entities.push_back({handleText(id), className(id), dxfName(id), layerName(id)});
+  }
+  if (request.json) {
+    printAsJson(request, entities, out);
+  } else {
+    printForPeople(entities, out);
+  }
+}
+
+}  // namespace velt::tool

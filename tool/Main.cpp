@@ -1,0 +1,7 @@
+#include <iostream>
+
+#include "tool/CommandLine.h"
+
+int main(int argumentCount, char** arguments) {
+  return velt::tool::run(argumentCount, arguments, std::cout, std::cerr);
+}

@@ -1,0 +1,111 @@
+#include "tool/Text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdint>
+
+namespace velt::tool {
+
+namespace {
+
+constexpr char32_t replacement = 0xFFFD;
+
+bool isCharacter(char32_t c) {
+  return c < 0x110000 && !(c >= 0xD800 && c < 0xE000);
+}
+
+void append(std::string& utf8, char32_t c) {
+  const auto byte = [&](char32_t value) { utf8 += static_cast<char>(static_cast<unsigned char>(value)); };
+  if (c < 0x80) {
+    byte(c);
+  } else if (c < 0x800) {
+    byte(0xC0 | (c >> 6));
+    byte(0x80 | (c & 0x3F));
+  } else if (c < 0x10000) {
+    byte(0xE0 | (c >> 12));
+    byte(0x80 | ((c >> 6) & 0x3F));
+    byte(0x80 | (c & 0x3F));
+  } else {
+    byte(0xF0 | (c >> 18));
+    byte(0x80 | ((c >> 12) & 0x3F));
+    byte(0x80 | ((c >> 6) & 0x3F));
+    byte(0x80 | (c & 0x3F));
+  }
+}
+
+struct Sequence {
+  char32_t character;
+  std::size_t length;
+};
+
+Sequence readSequence(std::string_view text) {
+  const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+  const unsigned char lead = byte(0);
+  if (lead < 0x80) return {lead, 1};
+  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+  constexpr char32_t leastOfLength[] = {0, 0, 0x80, 0x800, 0x10000};
+  if (lead < 0xC2 || lead > 0xF4 || text.size() < length) return {replacement, 1};
+  char32_t c = lead & (0x7FU >> length);
+  for (std::size_t i = 1; i < length; ++i) {
+    if ((byte(i) & 0xC0) != 0x80) return {replacement, 1};
+    c = (c << 6) | (byte(i) & 0x3FU);
+  }
+  if (c < leastOfLength[length] || !isCharacter(c)) return {replacement, 1};
+  return {c, length};
+}
+
+}  // namespace
+
+std::string toUtf8(std::wstring_view text) {
+  std::string utf8;
+  utf8.reserve(text.size());
+  for (const wchar_t c : text) {
+    const auto character = static_cast<char32_t>(c);
+    append(utf8, isCharacter(character) ? character : replacement);
+  }
+  return utf8;
+}
+
+std::wstring fromUtf8(std::string_view text) {
+  std::wstring wide;
+  while (!text.empty()) {
+    const Sequence sequence = readSequence(text);
+    wide += static_cast<wchar_t>(sequence.character);
+    text.remove_prefix(sequence.length);
+  }
+  return wide;
+}
+
+std::string oneLine(std::wstring_view text) {
+  std::wstring line;
+  for (const wchar_t c : text) {
+    if (c == L'\r') continue;
+    if (c == L'\n') {
+      line += L"\u21B5";
+    } else {
+      const bool isControl = c < 0x20 || (c >= 0x7F && c < 0xA0);
+      line += isControl ? L' ' : c;
+    }
+  }
+  return toUtf8(line);
+}
+
+bool equalIgnoringCase(std::string_view a, std::string_view b) {
+  const auto lower = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [&](char x, char y) { return lower(x) == lower(y); });
+}
+
+std::size_t columns(std::string_view utf8) {
+  return static_cast<std::size_t>(std::count_if(
+      utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
+std::string padded(std::string_view utf8, std::size_t width) {
+  std::string result(utf8);
+  const std::size_t used = columns(utf8);
+  if (used < width) result.append(width - used, ' ');
+  return result;
+}
+
+}  // namespace velt::tool
