@@ -179,8 +179,11 @@ std::string drawingOf(Content content, std::uint32_t entities) {
   });
 }
 
-std::string drawingOfPolyline(std::uint32_t vertices) {
-  return drawingWith([&](Text& text) { polylineOf(text, lookOf(0, true), vertices); });
+std::string drawingOfPolylines(std::uint32_t vertices) {
+  return drawingWith([&](Text& text) {
+    polylineOf(text, lookOf(0, true), vertices);
+    polylineOf(text, lookOf(1, true), vertices);
+  });
 }
 
 }  // namespace velt::bench

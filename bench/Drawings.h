@@ -15,7 +15,7 @@ enum class Content {
 /// The entities stand in model space, and nothing else does. The same text for the same arguments.
 [[nodiscard]] std::string drawingOf(Content content, std::uint32_t entities);
 
-/// One polyline in model space.
-[[nodiscard]] std::string drawingOfPolyline(std::uint32_t vertices);
+/// Two polylines in model space.
+[[nodiscard]] std::string drawingOfPolylines(std::uint32_t vertices);
 
 }  // namespace velt::bench

@@ -9,6 +9,7 @@
 
 #include <fmt/format.h>
 
+#include "bench/Drawings.h"
 #include "bench/Floor.h"
 #include "bench/Groups.h"
 #include "bench/HostTraffic.h"
@@ -112,7 +113,7 @@ void addMemory(const std::string& name, std::size_t peak, std::size_t values, co
 
 void measureSize(const NamedContent& named, std::uint32_t entities, const Scale& scale, Growth& growth,
                  Report& report) {
-  Selection selection(named.content, entities);
+  Selection selection(drawingOf(named.content, entities));
   const Spread setUp = spreadOf(sampleSetUp(selection));
   queryAndClear(selection);  // the cache of property lists is warm from here on
   const std::optional<std::size_t> peak = peakMemoryOf([&] { queryAndClear(selection); });
@@ -159,12 +160,34 @@ void measureContent(const NamedContent& named, const Settings& settings, Report&
               {exactly("exponent", "", ofQuery), exactly("floorExponent", "", ofFloor)}});
 }
 
+// Two polylines: every vertex is an element of its own, thousands of them under one name.
+void measurePolylines(const Settings& settings, Report& report) {
+  const Scale scale = scaleFor(settings);
+  const std::vector<std::uint32_t> sizes =
+      settings.quick ? std::vector<std::uint32_t>{10, 100} : std::vector<std::uint32_t>{100, 1'000, 10'000};
+  std::vector<Point> growth;
+  for (const std::uint32_t vertices : sizes) {
+    Selection selection(drawingOfPolylines(vertices));
+    selection.setUp();
+    queryAndClear(selection);
+    const Spread time = spreadOf(sample(scale.pairs, [&] { queryAndClear(selection); }));
+    growth.push_back({static_cast<double>(vertices), time.median});
+    report.add({fmt::format("query/polylines/{}", vertices),
+                {{"vertices", static_cast<double>(vertices)}},
+                {{"query", "ns per vertex", time.over(static_cast<double>(vertices))}}});
+  }
+  report.add({"growth/query/polylines",
+              {{"from", growth.front().size}, {"to", growth.back().size}},
+              {exactly("exponent", "", growthExponent(growth))}});
+}
+
 }  // namespace
 
 void measureQueries(const Settings& settings, Report& report) {
   for (const NamedContent& named : contents) {
     if (settings.wants(fmt::format("query/{}", named.name))) measureContent(named, settings, report);
   }
+  if (settings.wants("query/polylines")) measurePolylines(settings, report);
 }
 
 }  // namespace velt::bench

@@ -3,6 +3,7 @@
 #include <span>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace velt::bench {
 
@@ -14,13 +15,11 @@ std::string narrow(const CStdStr<wchar_t>& text) {
 
 }  // namespace
 
-Selection::Selection(Content content, std::uint32_t entities)
-    : drawing_(database::Drawing::parse(drawingOf(content, entities), "benchmark")) {
+Selection::Selection(std::string drawing)
+    : drawing_(database::Drawing::parse(std::move(drawing), "benchmark")) {
   const std::span<const VkDbObjectId> ids = drawing_->entities();
-  if (ids.size() != entities)
-    throw std::logic_error("the drawing has not the entities that were written into it");
   data_.resize(ids.size());
-  entries_.setPhysicalLength(entities);
+  entries_.setPhysicalLength(static_cast<std::uint32_t>(ids.size()));
   for (std::size_t i = 0; i < ids.size(); ++i) {
     data_[i].oldId = ids[i].asOldId();
     entries_.append(&data_[i]);

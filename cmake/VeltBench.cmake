@@ -22,3 +22,10 @@ set_target_properties(velt_bench_counts PROPERTIES
   ENABLE_EXPORTS ON
   CXX_VISIBILITY_PRESET default
   VISIBILITY_INLINES_HIDDEN OFF)
+
+# The benchmark goes on running, and the floor stays honest. Neither looks at a time.
+if(TARGET velt_test_support)
+  add_test(NAME bench.quick COMMAND velt_bench --quick --allow-debug)
+  add_test(NAME bench.counts COMMAND velt_bench_counts)
+  set_tests_properties(bench.quick bench.counts PROPERTIES TIMEOUT 300)
+endif()

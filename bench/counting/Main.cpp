@@ -11,6 +11,7 @@
 
 #include <fmt/format.h>
 
+#include "bench/Drawings.h"
 #include "bench/Floor.h"
 #include "bench/HostTraffic.h"
 #include "bench/Selection.h"
@@ -80,7 +81,7 @@ bool compare(const char* what, std::uint32_t entities, CallCounts ofQuery, CallC
 }
 
 bool check(const NamedContent& named, std::uint32_t entities) {
-  Selection selection(named.content, entities);
+  Selection selection(drawingOf(named.content, entities));
   selection.setUp();
   countObjectsOf(selection);
   const auto query = [&] {

@@ -1,6 +1,7 @@
 // Intersecting the per-entity lists: the rows that all entities have.
 
 #include <algorithm>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -61,7 +62,7 @@ void setPairs(PROPINFO& row, const Pairs& pairs) {
 class Merge {
  public:
   Merge(Lists& lists, CStdStr<wchar_t>& errorText)
-      : lists_(lists.begin()), layouts_(lists.length()), errorText_(errorText) {}
+      : lists_(writable(lists)), layouts_(lists.length()), errorText_(errorText) {}
 
   TqVector<PROPINFO> run() {
     TqVector<PROPINFO> candidates = expanded(lists_[0], false);
@@ -71,7 +72,7 @@ class Merge {
                       [](const PROPINFO& row) { return row.isElement && row.elementGrouping == 0; }));
     TqVector<PROPINFO> merged;
     reserve(merged, candidates.length());
-    for (PROPINFO& row : candidates) {
+    for (PROPINFO& row : writable(candidates)) {
       // QUIRK(varying_rows_dropped_on_arrival): a row that comes in marked is not searched for at all.
       if (row.isVaries) continue;
       // QUIRK(dropped_values_not_released): the value of a row that is dropped here is given back by nobody; hosts
@@ -127,17 +128,17 @@ class Merge {
   // True when the search in this list is over; found then tells how it ended.
   bool compareAt(PROPINFO& row, TqVector<PROPINFO>& list, ListLayout*& layout, std::uint32_t place,
                  KeyNumber sameness, bool& found) {
-    if (!list.copyBeforeWrite()) throw ListIsFull();
-    PROPINFO& other = list[place];
+    PROPINFO& other = writable(list)[place];
     readUnlessRead(other, elements_);
     if (elements_.isEmpty()) return comparePropInfo(row, other, found, errorText_);
 
     other.name = CStdStr<wchar_t>();  // never matches again
     makeRoom(list, *layout);
     layout = &table_.brokenUp(*layout, place, sameness, list[place], elements_);
-    const auto firstElement = static_cast<std::ptrdiff_t>(list.length());
+    const std::size_t firstElement = list.length();
     list.append(std::move(elements_));
-    return std::any_of(list.begin() + firstElement, list.end(),
+    const std::span<PROPINFO> appended = writable(list).subspan(firstElement);
+    return std::any_of(appended.begin(), appended.end(),
                        [&](PROPINFO& element) { return comparePropInfo(row, element, found, errorText_); });
   }
 
@@ -152,7 +153,7 @@ class Merge {
     }
   }
 
-  TqVector<PROPINFO>* lists_;
+  std::span<TqVector<PROPINFO>> lists_;
   std::vector<ListLayout*> layouts_;  // null until the first search in a list
   CStdStr<wchar_t>& errorText_;
   KeyTable keys_;
@@ -170,7 +171,6 @@ bool ExcuteIntersect([[maybe_unused]] TqVector<VeltPropData*>& entities, TqVecto
     if (lists.length() == 1) {
       result = expanded(std::as_const(lists)[0], true);
     } else {
-      if (!lists.copyBeforeWrite()) throw ListIsFull();
       result = Merge(lists, errorText).run();
     }
     return true;

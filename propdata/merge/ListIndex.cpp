@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <functional>
 
+#include "propdata/support/Guards.h"
+
 namespace velt::propdata {
 
 namespace {
@@ -114,7 +116,7 @@ ListLayout& LayoutTable::brokenUp(ListLayout& layout, std::uint32_t place, KeyNu
   if (!std::equal(known->elements.begin(), known->elements.end(), elements.begin(), elements.end(), hasKey)) {
     return extend(layout, place, before, row, elements);
   }
-  for (std::uint32_t i = 0; PROPINFO & element : elements)
+  for (std::uint32_t i = 0; PROPINFO & element : writable(elements))
     element.displayName = known->elements[i++].displayName;
   return *known->layout;
 }

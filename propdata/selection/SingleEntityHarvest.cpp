@@ -101,7 +101,7 @@ bool harvest(VeltPropData& entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& er
   const SetterNames setters = namesIn(setterNames);
   int categoryId = categoryBeforeTheFirst;
   CStdStr<wchar_t> categoryName;
-  for (PROPINFO& prop : list) {
+  for (PROPINFO& prop : writable(list)) {
     if (!completeRow(entry, prop, setters, categoryId, categoryName, errorText)) return false;
   }
   // Every entity of the class gets a copy of the list, and a copy has as many slots.
@@ -119,7 +119,6 @@ bool GetSingleEntPropInfo(VeltPropData* entry, TqVector<PROPINFO>& list, CStdStr
     PropertyListCache& cache = *getTqPROPINFOCache();
     if (const auto hit = cache.find(key); hit != cache.end()) {
       list = hit->second;
-      if (!list.copyBeforeWrite()) throw ListIsFull();  // the cached rows must not be written
       resetObjectInfo(list, entry);
       return true;
     }
@@ -130,13 +129,15 @@ bool GetSingleEntPropInfo(VeltPropData* entry, TqVector<PROPINFO>& list, CStdStr
 }
 
 void resetObjectInfo(TqVector<PROPINFO>& list, const VeltPropData* entry) {
-  for (PROPINFO& prop : list) {
-    prop.clsid = entry->clsid;
-    prop.pDispatch = entry->pDispatch;
-    prop.objectId.setFromOldId(entry->oldId);
-    if (!prop.isWritable) continue;
-    ComPtr<IOPMPropertyExtension> extension;
-    if (SUCCEEDED(query(entry->pUnknown, IID_IOPMPropertyExtension, extension)))
-      askEditable(*extension.get(), prop);
-  }
+  orNothingOnNoMemory([&] {
+    for (PROPINFO& prop : writable(list)) {
+      prop.clsid = entry->clsid;
+      prop.pDispatch = entry->pDispatch;
+      prop.objectId.setFromOldId(entry->oldId);
+      if (!prop.isWritable) continue;
+      ComPtr<IOPMPropertyExtension> extension;
+      if (SUCCEEDED(query(entry->pUnknown, IID_IOPMPropertyExtension, extension)))
+        askEditable(*extension.get(), prop);
+    }
+  });
 }

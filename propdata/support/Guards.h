@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <new>
+#include <span>
 
 #include "container/TqVector.h"
 #include "errors/CrashReport.h"
@@ -29,6 +30,14 @@ void reserve(TqVector<T>& list, std::uint32_t elements) {
   const std::uint32_t physical = list.physicalLength();
   if (elements <= physical) return;
   if (!list.setPhysicalLength(std::max(elements, physical + physical / 2))) throw ListIsFull();
+}
+
+// The elements to write to. Not begin() and end(), each of which gives a shared list a block of its own: with memory
+// short, one may succeed after the other failed, and the two then point into different blocks.
+template <class T>
+std::span<T> writable(TqVector<T>& list) {
+  if (!list.copyBeforeWrite()) throw ListIsFull();
+  return {list.begin(), list.length()};
 }
 
 // How many guarded operations this thread is in: exported operations call each other, and the outermost one

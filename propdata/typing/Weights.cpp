@@ -105,8 +105,7 @@ void sortByWeight(TqVector<PROPINFO>& list) {
   sorted.reserve(order.size());
   for (const std::uint32_t index : order)
     sorted.push_back(rows[index]);
-  if (!list.copyBeforeWrite()) throw ListIsFull();  // others share the rows: they keep their order
-  std::copy(sorted.begin(), sorted.end(), list.begin());
+  std::copy(sorted.begin(), sorted.end(), writable(list).begin());  // who shares the rows keeps their order
 }
 
 }  // namespace

@@ -75,7 +75,7 @@ void fillFromBrowsing(PROPINFO& prop) {
 
 void fillPropComboBox(TqVector<PROPINFO>& properties) {
   orNothingOnNoMemory([&] {
-    for (PROPINFO& prop : properties) {
+    for (PROPINFO& prop : writable(properties)) {
       if (!prop.hasChoices) continue;
       if (prop.dispId == dynamicPropertyDispId) {
         if (fillDynPropComboBox(prop) != 0) continue;
@@ -88,8 +88,12 @@ void fillPropComboBox(TqVector<PROPINFO>& properties) {
 }
 
 void freePropInfoVariantValue(TqVector<TqVector<PROPINFO>>& lists) {
-  for (TqVector<PROPINFO>& list : lists) {
-    for (PROPINFO& prop : list)
-      VariantClear(&prop.value);
-  }
+  orNothingOnNoMemory([&] {
+    for (TqVector<PROPINFO>& list : writable(lists)) {
+      // A list that stays shared holds rows of the cache, which were not read into and have nothing to give back.
+      if (!list.copyBeforeWrite()) continue;
+      for (PROPINFO& prop : writable(list))
+        VariantClear(&prop.value);
+    }
+  });
 }

@@ -82,8 +82,9 @@ class ToySourceRegistry {
     BOOL GetPropertySourceAt(BSTR name, IPropertySource** source) override {
       const tests::AllocationPause pause;
       registry.host_.log.add("GetPropertySourceAt(" + narrow(name) + ")");
+      const std::wstring_view wanted = name != nullptr ? name : L"";  // the two are one text
       for (const Named& named : registry.named_) {
-        if (named.name != name || named.source == nullptr) continue;
+        if (named.name != wanted || named.source == nullptr) continue;
         named.source->referenced(IID_IPropertySource);
         *source = named.source->as<IPropertySource>(IID_IPropertySource);
         return 1;
