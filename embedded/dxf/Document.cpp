@@ -88,11 +88,22 @@ Document::Document(std::string bytes, std::string displayName, const Progress& p
     return recordType == "SECTION" || recordType == "EOF";
   });
   if (!isDrawing) throw Error(name_, 0, "not a DXF drawing: it holds no section");
+  requireLastSectionClosed();
   learnStyle();
   encoding_ = bytes_.starts_with("\xEF\xBB\xBF")
                   ? Encoding::utf8()
                   : Encoding::ofDrawing(headerValue("$ACADVER", 1).value_or(std::string_view{}),
                                         headerValue("$DWGCODEPAGE", 3).value_or(std::string_view{}));
+}
+
+/// Old writers leave out EOF, but none leaves a section open: the rest of such a file is missing, and its last value may
+/// be cut short.
+void Document::requireLastSectionClosed() const {
+  const auto last = static_cast<std::uint32_t>(records_.size() - 1);
+  const std::string_view lastType = trimmed(type(last));
+  if (lastType == "EOF" || lastType == "ENDSEC" || records_[last].section == Section::Outside) return;
+  const auto lines = std::count(bytes_.begin(), bytes_.end(), '\n') + (bytes_.ends_with('\n') ? 0 : 1);
+  throw Error(name_, static_cast<std::uint64_t>(lines), "truncated: the drawing ends inside a section");
 }
 
 void Document::learnStyle() {

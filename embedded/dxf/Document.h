@@ -36,7 +36,8 @@ struct HeaderVariable {
 /// Threads: any number may read at once; an edit needs the document alone.
 class Document {
  public:
-  /// Throws Error when there is no such file, it cannot be read, or it is no drawing that can be read (see readTags).
+  /// Throws Error when there is no such file, it cannot be read, it is no drawing that can be read (see readTags),
+  /// or it ends inside a section.
   [[nodiscard]] static Document open(const std::filesystem::path& file, const Progress& progress = {});
   /// The same for bytes in memory; the name is for messages.
   [[nodiscard]] static Document parse(std::string bytes, std::string displayName,
@@ -105,6 +106,7 @@ class Document {
   Document(std::string bytes, std::string displayName, const Progress& progress);
 
   [[nodiscard]] std::optional<std::uint32_t> headerRecord() const;
+  void requireLastSectionClosed() const;
   void learnStyle();
 
   [[nodiscard]] std::uint32_t tagEnd(std::uint32_t tag) const noexcept;

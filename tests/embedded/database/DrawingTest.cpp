@@ -401,7 +401,7 @@ TEST(Drawing, RecordsInWrongPlacesAreNoProblem) {
                             + record("TABLE", {{2, "LAYER"}}) + record("SECTION", {{2, "TABLES"}})
                             + record("LAYER", {{2, "Doors"}}) + record("LINE", {{8, "Doors"}})
                             + record("SECTION", {{2, "BLOCKS"}}) + record("ENDBLK", {}) + record("VERTEX", {})
-                            + record("SECTION", {}) + record("LINE", {});
+                            + record("SECTION", {}) + record("LINE", {}) + record("EOF", {});
   const auto drawing = Drawing::parse(bytes, "sample.dxf");
   EXPECT_EQ((Names{L"Doors"}), namesOf(drawing->layers()));
   for (std::uint32_t index = 0; index < drawing->document().recordCount(); ++index) {

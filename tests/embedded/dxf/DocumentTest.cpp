@@ -114,7 +114,7 @@ TEST(Document, ASaveWithoutAnEditGivesBackTheBytes) {
            entities({"0|LINE", "8| padded  ", "0|UNKNOWN", "1|\x81\xFF"}),
            std::string("0\r\nSECTION\n  2\r\nENTITIES\n\t0 \r\nLINE\r\n  8\n\xC3(\n0\nENDSEC\n0\nEOF"),
            std::string("\xEF\xBB\xBF  0\nSECTION\n  2\nENTITIES\n  0\nEOF\n\n\x1A"),
-           std::string("  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n  8\nno eof"),
+           std::string("  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n  8\nno eof\n  0\nENDSEC"),
            std::string("  0\nEOF\nanything\0behind", 23),
        }) {
     // given, when
@@ -203,6 +203,17 @@ TEST(Document, AnErrorNamesFileLineAndWhatWasFound) {
   EXPECT_EQ(errorOfParsing("  0\nSECTION\n  2\n"), "a.dxf:3: truncated: group code 2 has no value");
 }
 
+TEST(Document, ADrawingThatEndsInsideASectionIsTruncated) {
+  EXPECT_EQ(errorOfParsing("  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n 10\n1.2"),
+            "a.dxf:8: truncated: the drawing ends inside a section");
+  EXPECT_EQ(errorOfParsing("  0\nSECTION\n  2\nHEADER\n"),
+            "a.dxf:4: truncated: the drawing ends inside a section");
+}
+
+TEST(Document, AnOpenSectionIsClosedByEof) {
+  EXPECT_EQ(parsed("  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n  0\nEOF\n").recordCount(), 3U);
+}
+
 TEST(Document, NumbersInPairsMakeNoDrawing) {
   EXPECT_EQ(errorOfParsing("1\n2\n3\n4\n"), "a.dxf: not a DXF drawing: it holds no section");
   EXPECT_EQ(errorOfParsing("  0\nLINE\n"), "a.dxf: not a DXF drawing: it holds no section");
@@ -210,8 +221,8 @@ TEST(Document, NumbersInPairsMakeNoDrawing) {
 }
 
 TEST(Document, ADrawingWithoutHeaderOrEofIsRead) {
-  const Document document = parsed("  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n");
-  EXPECT_EQ(document.recordCount(), 2U);
+  const Document document = parsed("  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n  0\nENDSEC\n");
+  EXPECT_EQ(document.recordCount(), 3U);
   EXPECT_EQ(document.headerValue("$ACADVER", 1), std::nullopt);
   EXPECT_EQ(document.headerNames(), std::vector<std::string_view>{});
 }
@@ -309,11 +320,11 @@ TEST(Document, AnErasedPairIsGone) {
 }
 
 TEST(Document, APairBehindAnUnendedLastLineGetsItsOwnLine) {
-  Document document = parsed("  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n  8\nWalls");
+  Document document = parsed("  0\nSECTION\n  0\nENDSEC\n  0\nLINE\n  8\nWalls");
   document.insert(recordOf(document, "LINE"), 2, 62, "1");
-  EXPECT_EQ(document.bytes(), "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n  8\nWalls\n 62\n1\n");
+  EXPECT_EQ(document.bytes(), "  0\nSECTION\n  0\nENDSEC\n  0\nLINE\n  8\nWalls\n 62\n1\n");
   document.replace(recordOf(document, "LINE"), 1, "Doors");
-  EXPECT_EQ(document.bytes(), "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n  8\nDoors\n 62\n1\n");
+  EXPECT_EQ(document.bytes(), "  0\nSECTION\n  0\nENDSEC\n  0\nLINE\n  8\nDoors\n 62\n1\n");
 }
 
 TEST(Document, SetReplacesWhatIsThereAndInsertsWhatIsNot) {
