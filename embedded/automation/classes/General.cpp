@@ -77,6 +77,7 @@ void putLayer(const Subject& subject, const std::wstring& name) {
   constexpr int code = 8;
   const auto& layer =
       requireEntry(subject.drawing().layers(), name, L"The drawing has no layer of that name.");
+  if (getLayer(subject) == name) return;
   changeParts(subject, [&](Editor editor, std::uint32_t) {
     // Where it is read: behind another marker, when the usual place has none.
     const bool isElsewhere = !editor.lens().has(code, common) && editor.lens().has(code, dxf::anySubclass);
@@ -91,7 +92,7 @@ std::wstring getLinetype(const Subject& subject) {
 void putLinetype(const Subject& subject, const std::wstring& name) {
   const auto& linetype =
       requireEntry(subject.drawing().linetypes(), name, L"The drawing has no line type of that name.");
-  if (database::sameName(subject.entity().linetypeName(), linetype.name)) return;
+  if (getLinetype(subject) == name) return;
   changeParts(subject, [&](Editor editor, std::uint32_t) { editor.name(6, common, linetype); });
 }
 

@@ -10,7 +10,6 @@
 #include "embedded/automation/Refusal.h"
 #include "embedded/automation/classes/General.h"
 #include "embedded/automation/geometry/Angle.h"
-#include "embedded/database/NameFolding.h"
 #include "embedded/dxf/Numbers.h"
 
 namespace velt::automation {
@@ -134,7 +133,7 @@ void putTextString(const Subject& subject, const std::wstring& given) {
 void putStyle(const Subject& subject, const std::wstring& name) {
   const database::TableEntry* const style = subject.drawing().textStyles().find(name);
   if (style == nullptr) throw Refusal(E_INVALIDARG, L"The drawing has no text style of that name.");
-  if (!database::sameName(getStyle(subject), style->name)) Editor(subject).name(7, mtext, *style);
+  if (getStyle(subject) != name) Editor(subject).name(7, mtext, *style);
 }
 
 template <int Code>

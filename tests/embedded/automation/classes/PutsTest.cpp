@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <filesystem>
 #include <limits>
+#include <map>
 #include <string>
 
 #include "embedded/automation/ClassIndex.h"
@@ -13,7 +16,7 @@
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/database/RecordEditor.h"
 #include "embedded/dxf/SampleDrawing.h"
-#include "tests/embedded/automation/Automation.h"
+#include "tests/embedded/automation/Edits.h"
 
 namespace velt::automation {
 namespace {
@@ -149,6 +152,15 @@ std::vector<VariantHolder> impossibleValues(const PropertyRow& row) {
   return impossible;
 }
 
+CLSID classOf(VkDbObjectId id) {
+  CLSID clsid = CLSID_VeltEntity;
+  VkDbEntity* entity = nullptr;
+  EXPECT_EQ(Velt::eOk, vkdbOpenVkDbEntity(entity, id, VkDb::kForRead));
+  [[maybe_unused]] const auto status = entity->getClassID(&clsid);
+  entity->close();
+  return clsid;
+}
+
 /// The sample, and what it lacks: a hatch of plain lines.
 std::string sampleWithPlainLines() {
   const std::string hatch = database::test::record("HATCH", {{5, "FFFF0"},
@@ -232,19 +244,10 @@ class EveryWritableRow : public ::testing::TestWithParam<const AutomationClass*>
       const auto object = *database::resolve(read->entities()[entity]);
       const database::TableEntry* layer = database::Entity(object).layer();
       if (layer != nullptr && database::Layer(*read, layer->record).isLocked()) continue;
-      if (isOfClass(read->entities()[entity])) places_.push_back(entity);
+      if (classOf(read->entities()[entity]) == kind.clsid) places_.push_back(entity);
     }
     return places_;
   }
-  [[nodiscard]] bool isOfClass(VkDbObjectId id) const {
-    CLSID clsid = CLSID_VeltEntity;
-    VkDbEntity* entity = nullptr;
-    EXPECT_EQ(Velt::eOk, vkdbOpenVkDbEntity(entity, id, VkDb::kForRead));
-    [[maybe_unused]] const auto status = entity->getClassID(&clsid);
-    entity->close();
-    return clsid == kind.clsid;
-  }
-
   std::vector<std::size_t> places_;
 };
 
@@ -361,6 +364,78 @@ TEST_P(EveryWritableRow, RefusesWhatTheFormatOfTheDrawingCannotHold) {
 INSTANTIATE_TEST_SUITE_P(Of, EveryWritableRow,
                          ::testing::ValuesIn(automationClasses().begin(), automationClasses().end()),
                          [](const auto& parameter) { return narrow(parameter.param->name); });
+
+// --- drawings of others ---
+
+/// The entity with what belongs to it, pair by pair.
+std::string pairsWithMembers(const Drawing& drawing, std::uint32_t record) {
+  std::string pairs = pairsOf(drawing, record);
+  const database::RecordRange members = drawing.members(record);
+  for (std::uint32_t member = members.first; member < members.first + members.count; ++member)
+    pairs += "\n" + pairsOf(drawing, member);
+  return pairs;
+}
+
+/// Some of each kind, from all over the drawing.
+std::vector<std::size_t> someOfEachType(const Drawing& drawing) {
+  constexpr std::size_t most = 12;
+  std::map<std::string, std::vector<std::size_t>> byType;
+  for (std::size_t entity = 0; entity < drawing.entities().size(); ++entity)
+    byType[std::string(drawing.view(recordOf(drawing, entity)).type())].push_back(entity);
+  std::vector<std::size_t> some;
+  for (const auto& [type, entities] : byType) {
+    const std::size_t step = entities.size() / most + 1;
+    for (std::size_t i = 0; i < entities.size(); i += step)
+      some.push_back(entities[i]);
+  }
+  return some;
+}
+
+/// True when a value was taken.
+bool putAny(const Drawing& drawing, std::uint32_t record, const Bound& bound, const PropertyRow& row) {
+  for (const VariantHolder& other : otherValues(bound, row)) {
+    const std::string before = pairsWithMembers(drawing, record);
+    const Answer answer = bound.put(row.name, other.get());
+    if (answer.result == S_OK) {
+      EXPECT_TRUE(isSame(row, other.get(), bound.get(row.name).value.get()));
+      return true;
+    }
+    EXPECT_EQ(DISP_E_EXCEPTION, answer.result);
+    EXPECT_NE(E_UNEXPECTED, answer.scode) << narrow(answer.description);
+    EXPECT_EQ(before, pairsWithMembers(drawing, record));
+  }
+  return false;
+}
+
+TEST(Puts, OnDrawingsOfOthersAreTakenOrRefusedAsAWhole) {
+  const char* const folder = std::getenv("VELT_DRAWINGS");
+  if (folder == nullptr) GTEST_SKIP() << "VELT_DRAWINGS names no folder of drawings";
+  for (const auto& file : std::filesystem::directory_iterator(folder)) {
+    if (file.path().extension() != ".dxf") continue;
+    SCOPED_TRACE(file.path().string());
+    const auto drawing = Drawing::open(file.path());
+    const std::vector<std::size_t> entities = someOfEachType(*drawing);
+    std::size_t taken = 0;
+    for (const std::size_t entity : entities) {
+      const std::uint32_t record = recordOf(*drawing, entity);
+      SCOPED_TRACE(std::string(drawing->view(record).type()) + " "
+                   + std::string(drawing->view(record).handle()));
+      const Bound bound(*drawing, entity);
+      for (const PropertyRow* row :
+           ClassRegistry::ofHost().find(classOf(drawing->entities()[entity]))->index.rows()) {
+        SCOPED_TRACE(narrow(row->name));
+        if (row->isWritable() && putAny(*drawing, record, bound, *row)) ++taken;
+      }
+    }
+    EXPECT_GT(taken, 0U);
+    const auto again = Drawing::parse(drawing->document().bytes(), "saved.dxf");
+    ASSERT_EQ(drawing->entities().size(), again->entities().size());
+    for (const std::size_t entity : entities) {
+      EXPECT_EQ(pairsWithMembers(*drawing, recordOf(*drawing, entity)),
+                pairsWithMembers(*again, recordOf(*again, entity)));
+    }
+  }
+}
 
 }  // namespace
 }  // namespace velt::automation
