@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "embedded/automation/Editor.h"
 #include "embedded/automation/EntityGeometry.h"
 #include "embedded/automation/Refusal.h"
 #include "embedded/automation/geometry/Angle.h"
@@ -79,6 +80,56 @@ Value getWorldPoint(const Subject& subject, const PropertyRow& row) {
 Value getObjectPoint(const Subject& subject, const PropertyRow& row) {
   const database::Lens lens = subject.lens();
   return frameOf(lens, row.access.subclass).toWorld(pointAt(lens, row.access.code, row.access.subclass));
+}
+
+void putReal(const Subject& subject, const PropertyRow& row, const Value& value) {
+  const auto& number = valueAs<double>(value);
+  requireWithin(row.access.limit, number);
+  if (std::get<double>(getReal(subject, row)) == number) return;
+  Editor(subject).real(row.access.code, row.access.subclass, number);
+}
+
+void putDegrees(const Subject& subject, const PropertyRow& row, const Value& value) {
+  const auto& angle = valueAs<double>(value);
+  if (std::get<double>(getDegrees(subject, row)) == angle) return;
+  Editor(subject).real(row.access.code, row.access.subclass, storedDegreesOf(angle));
+}
+
+void putDirection(const Subject& subject, const PropertyRow& row, const Value& value) {
+  const double angle = normalizedAngle(valueAs<double>(value));
+  if (std::get<double>(getDirection(subject, row)) == angle) return;
+  Editor(subject).real(row.access.code, row.access.subclass, storedDegreesOf(angle));
+}
+
+void putInteger(const Subject& subject, const PropertyRow& row, const Value& value) {
+  const Access& at = row.access;
+  const auto& number = valueAs<std::int32_t>(value);
+  requireWithin(at.limit, number);
+  Editor(subject).integer(at.code, at.subclass, number, static_cast<std::int64_t>(at.otherwise));
+}
+
+void putBit(const Subject& subject, const PropertyRow& row, const Value& value) {
+  const Access& at = row.access;
+  const std::int32_t before = storedInteger(subject, row);
+  const std::int32_t after = valueAs<bool>(value) ? before | at.mask : before & ~at.mask;
+  if (after != before) Editor(subject).integer(at.code, at.subclass, after);
+}
+
+void putText(const Subject& subject, const PropertyRow& row, const Value& value) {
+  const auto& text = valueAs<std::wstring>(value);
+  requireLine(text);
+  Editor(subject).text(row.access.code, row.access.subclass, text);
+}
+
+void putWorldPoint(const Subject& subject, const PropertyRow& row, const Value& value) {
+  Editor(subject).point(row.access.code, row.access.subclass, valueAs<Vector3>(value));
+}
+
+void putObjectPoint(const Subject& subject, const PropertyRow& row, const Value& value) {
+  const auto& point = valueAs<Vector3>(value);
+  if (std::get<Vector3>(getObjectPoint(subject, row)) == point) return;
+  const ObjectFrame frame = frameOf(subject.lens(), row.access.subclass);
+  Editor(subject).point(row.access.code, row.access.subclass, frame.toObject(point));
 }
 
 }  // namespace access

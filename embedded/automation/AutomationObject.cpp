@@ -2,6 +2,7 @@
 
 #include "embedded/automation/Choices.h"
 #include "embedded/automation/CountedStrings.h"
+#include "embedded/automation/Editor.h"
 #include "embedded/automation/Guard.h"
 #include "embedded/automation/Refusal.h"
 
@@ -119,7 +120,9 @@ HRESULT AutomationObject<Dispatch>::put(const PropertyRow& row, WORD flags, cons
     if (argumentError != nullptr) *argumentError = 0;
     return DISP_E_TYPEMISMATCH;
   }
-  row.access.put(target, row, *value);
+  requireMember(row.type, *value);
+  requireChangeable(target, row);
+  target.drawing().atomically([&] { row.access.put(target, row, *value); });
   return S_OK;
 }
 
@@ -200,7 +203,8 @@ HRESULT AutomationObject<Dispatch>::SetElementValue(DISPID dispId, DWORD cookie,
     if (cookie >= elementCount(target, *row)) return E_INVALIDARG;
     const std::optional<Value> number = fromVariant(value, VT_R8);
     if (!number) return DISP_E_TYPEMISMATCH;
-    elements->put(target, *row, cookie, std::get<double>(*number));
+    requireChangeable(target, *row);
+    target.drawing().atomically([&] { elements->put(target, *row, cookie, std::get<double>(*number)); });
     return S_OK;
   });
 }

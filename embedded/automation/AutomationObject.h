@@ -5,7 +5,8 @@
 // date, and it does not keep the drawing open.
 // Threads: those of the drawing that it is bound to.
 // Failure: what a getter or a setter refuses becomes DISP_E_EXCEPTION with the reason in the exception information, or
-// the reason's own result where an interface has no room for a text. Out-parameters stay untouched.
+// the reason's own result where an interface has no room for a text. Out-parameters stay untouched. A put that fails
+// changes nothing. No entity on a locked layer is changed, whatever the caller has looked at before.
 #pragma once
 
 #include <string_view>

@@ -59,10 +59,26 @@ struct Access {
   Value (*get)(const Subject&, const PropertyRow&);
   void (*put)(const Subject&, const PropertyRow&, const Value&);  ///< null: read-only
   const ElementAccess* elements;                                  ///< null: not expanded
+  const char* since = "";  ///< the version of the first format that can hold it; empty: all can
+
+  // The same with one thing different, for rows of a table.
 
   [[nodiscard]] constexpr Access readOnly() const {
     Access same = *this;
     same.put = nullptr;
+    return same;
+  }
+  [[nodiscard]] constexpr Access limited(Limit to) const {
+    Access same = *this;
+    same.limit = to;
+    return same;
+  }
+  [[nodiscard]] constexpr Access positive() const { return limited(Limit::Positive); }
+  [[nodiscard]] constexpr Access notNegative() const { return limited(Limit::NotNegative); }
+  [[nodiscard]] constexpr Access notZero() const { return limited(Limit::NotZero); }
+  [[nodiscard]] constexpr Access from(const char* version) const {
+    Access same = *this;
+    same.since = version;
     return same;
   }
 };

@@ -127,8 +127,12 @@ std::optional<Value> fromVariant(const VARIANT& variant, const ValueType& type) 
   const bool isArray = (variant.vt & VT_ARRAY) != 0;
   const bool isObject = variant.vt == VT_DISPATCH || variant.vt == VT_UNKNOWN;
   if (type.base() == VT_DISPATCH) {
-    // Objects that have a number (a colour and its index) take the number too.
-    if (variant.vt != VT_DISPATCH) return isArray || isObject ? std::nullopt : valueOf(integerFrom(variant));
+    // Objects that have a number (a colour and its index) or a name take these too.
+    if (variant.vt != VT_DISPATCH) {
+      if (isArray || isObject) return std::nullopt;
+      const std::optional<std::int32_t> number = integerFrom(variant);
+      return number || variant.vt != VT_BSTR ? valueOf(number) : valueOf(textFrom(variant));
+    }
     if (variant.pdispVal == nullptr) return std::nullopt;
     return Value(OwnedDispatch::sharing(variant.pdispVal));
   }

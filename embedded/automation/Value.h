@@ -7,6 +7,7 @@
 #include <variant>
 #include <vector>
 
+#include "embedded/automation/Refusal.h"
 #include "embedded/automation/UserTypes.h"
 #include "embedded/automation/geometry/Vector.h"
 #include "embedded/com/InterfaceHolder.h"
@@ -19,6 +20,13 @@ using OwnedDispatch = com::InterfaceHolder<IDispatch>;
 /// Lists of numbers are the coordinates of several points, one after the other.
 using Value =
     std::variant<double, std::int32_t, bool, std::wstring, Vector3, std::vector<double>, OwnedDispatch>;
+
+/// Throws Refusal for a value of another type.
+template <class T>
+[[nodiscard]] const T& valueAs(const Value& value) {
+  if (const T* held = std::get_if<T>(&value)) return *held;
+  throw Refusal(DISP_E_TYPEMISMATCH, L"The property takes no value of this type.");
+}
 
 /// A VARIANT for the caller, who clears it. The value must be one that the type can have: R8 from a real number, I4
 /// from an integer, BOOL, BSTR (never a null one, so that empty texts compare equal), DISPATCH, and for VT_VARIANT

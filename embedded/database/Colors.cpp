@@ -1,7 +1,10 @@
 #include "embedded/database/Colors.h"
 
 #include <limits>
+#include <optional>
 #include <string>
+
+#include "embedded/database/RecordEditor.h"
 
 namespace velt::database {
 namespace {
@@ -43,6 +46,37 @@ VkCmColor entityColor(const Lens& entity) {
   if (index == byBlockIndex) value = colorByBlock;
   if (isPlainIndex(index)) value = colorOfIndex(static_cast<std::uint32_t>(index));
   return colorOf(entity, commonSubclass, value);
+}
+
+bool setEntityColor(Drawing& drawing, std::uint32_t record, const VkCmColor& color) {
+  const std::uint32_t value = color.color();
+  const std::uint32_t method = value & 0xFF000000;
+  std::optional<std::int64_t> index;
+  if (method == colorByLayer) index = byLayerIndex;
+  if (method == colorByBlock) index = byBlockIndex;
+  if (method == colorOfIndex(0)) index = value & 0xFFFFFF;
+  const bool isRgb = method == colorOfRgb(0);
+  const bool isKnown =
+      isRgb || method == colorByLayer || method == colorByBlock || (index && isPlainIndex(*index));
+  if (!isKnown) return false;
+
+  RecordEditor editor(drawing, record);
+  // A new colour's own index first: when the record has no place for it, nothing has been changed.
+  const RecordEditor::Codes behind = {8, 6};
+  if (isRgb && !editor.setInteger(rgbCode, commonSubclass, value & 0xFFFFFF, {8, 6, 62, 370, 48, 60}))
+    return false;
+  if (index && *index != byLayerIndex && !editor.setInteger(indexCode, commonSubclass, *index, behind))
+    return false;
+  if (!isRgb) editor.remove(rgbCode, commonSubclass);
+  if (!index || *index == byLayerIndex) editor.remove(indexCode, commonSubclass);
+
+  const std::wstring book = color.bookName();
+  const std::wstring name = (book.empty() ? L"" : book + L"$") + color.colorName();
+  if (name.empty()) {
+    editor.remove(nameCode, commonSubclass);
+    return true;
+  }
+  return editor.setText(nameCode, commonSubclass, name, {8, 6, 62, 370, 48, 60, 420});
 }
 
 VkCmColor layerColor(const Lens& layer) {

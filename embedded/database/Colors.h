@@ -25,6 +25,10 @@ inline constexpr std::uint32_t colorByBlock = 0xC1000000;
 /// with an index that means nothing, the entity is coloured by its layer.
 [[nodiscard]] VkCmColor entityColor(const Lens& entity);
 
+/// Writes a colour that is by layer, by block, an index or a true colour, and takes away what is left of the one before.
+/// False, and nothing changed, for any other value, and for a record without the part that entities have in common.
+bool setEntityColor(Drawing& drawing, std::uint32_t record, const VkCmColor& color);
+
 /// The same for a layer. A negative index only says that the layer is off. A layer without a usable one has colour 7.
 [[nodiscard]] VkCmColor layerColor(const Lens& layer);
 

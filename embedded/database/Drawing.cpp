@@ -81,6 +81,12 @@ class Drawing::Contents {
   std::vector<Layout> layouts;
   std::vector<std::uint32_t> layoutOfBlock;  ///< the first that names it
   std::uint64_t revision = 0;
+  std::vector<dxf::Document::Backup>* kept = nullptr;  ///< of records that were edited within atomically()
+
+  /// For kept, before the first edit of the record.
+  void keep(std::uint32_t record);
+  [[nodiscard]] bool namesSomething(std::uint32_t record) const;
+  void restore(std::vector<dxf::Document::Backup>& backups);
 
  private:
   void assignHandles(std::span<const std::uint32_t> records, std::uint64_t highest);
@@ -253,6 +259,28 @@ void Drawing::Contents::makeLayouts() {
   }
 }
 
+void Drawing::Contents::keep(std::uint32_t record) {
+  if (kept == nullptr) return;
+  const auto isOfRecord = [record](const dxf::Document::Backup& it) { return it.record() == record; };
+  // Mostly it is the record that was edited last.
+  if (std::none_of(kept->rbegin(), kept->rend(), isOfRecord)) kept->push_back(document.backup(record));
+}
+
+bool Drawing::Contents::namesSomething(std::uint32_t record) const {
+  const Role role = roles[record];
+  return role == Role::TableRecord || role == Role::Block || document.type(record) == "LAYOUT";
+}
+
+void Drawing::Contents::restore(std::vector<dxf::Document::Backup>& backups) {
+  ++revision;
+  bool namesChanged = false;
+  for (dxf::Document::Backup& backup : backups) {
+    namesChanged = namesChanged || namesSomething(backup.record());
+    document.restore(std::move(backup));
+  }
+  if (namesChanged) makeTables();
+}
+
 Drawing::Drawing(dxf::Document document) : contents_(std::make_unique<Contents>(*this, std::move(document))) {
   contents_->load();
 }
@@ -356,11 +384,27 @@ void Drawing::setErased(std::uint32_t record, bool erased) {
 }
 
 void Drawing::edit(std::uint32_t record, const std::function<void(dxf::Document&)>& change) {
+  contents_->keep(record);
   ++contents_->revision;
   change(contents_->document);
-  const Role role = contents_->roles[record];
-  const bool names = role == Role::TableRecord || role == Role::Block || document().type(record) == "LAYOUT";
-  if (names) contents_->makeTables();
+  if (contents_->namesSomething(record)) contents_->makeTables();
+}
+
+void Drawing::atomically(const std::function<void()>& changes) {
+  if (contents_->kept != nullptr) {
+    changes();
+    return;
+  }
+  std::vector<dxf::Document::Backup> backups;
+  contents_->kept = &backups;
+  try {
+    changes();
+    contents_->kept = nullptr;
+  } catch (...) {
+    contents_->kept = nullptr;
+    contents_->restore(backups);
+    throw;
+  }
 }
 
 std::uint64_t Drawing::revision() const {

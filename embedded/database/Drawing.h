@@ -103,6 +103,9 @@ class Drawing {
   /// Runs `change`, which edits this one record. Tables follow when the name in a table record changes; handles, owners
   /// and kinds stay what they were when the drawing was read. Passes exceptions of `change` on.
   void edit(std::uint32_t record, const std::function<void(dxf::Document&)>& change);
+  /// Runs `changes`, which may edit any records: when it throws, all of them hold again what they held before, and the
+  /// exception is passed on. Within another such call it is a part of that one.
+  void atomically(const std::function<void()>& changes);
   /// Grows with every edit, one that failed included.
   [[nodiscard]] std::uint64_t revision() const;
 

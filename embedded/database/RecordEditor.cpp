@@ -1,6 +1,7 @@
 #include "embedded/database/RecordEditor.h"
 
-#include <span>
+#include <cmath>
+#include <stdexcept>
 #include <string>
 
 #include "embedded/dxf/Numbers.h"
@@ -8,28 +9,43 @@
 namespace velt::database {
 
 bool RecordEditor::setReal(int code, std::string_view subclass, double value, Codes after) {
-  return set(code, subclass, dxf::formatReal(value), after);
+  std::string written = dxf::formatReal(value);
+  const auto stored = Lens(*drawing_, record_).value(code, subclass);
+  if (stored && dxf::parseReal(*stored) == value) return true;
+  return set(code, subclass, written, after);
 }
 
 bool RecordEditor::setInteger(int code, std::string_view subclass, std::int64_t value, Codes after) {
+  const auto stored = Lens(*drawing_, record_).value(code, subclass);
+  if (stored && dxf::parseInteger<std::int64_t>(*stored) == value) return true;
   return set(code, subclass, dxf::formatInteger(value), after);
 }
 
 bool RecordEditor::setHandle(int code, std::string_view subclass, std::uint64_t value, Codes after) {
+  const auto stored = Lens(*drawing_, record_).value(code, subclass);
+  if (stored && dxf::parseHandle(*stored) == value) return true;
   return set(code, subclass, dxf::formatHandle(value), after);
 }
 
 bool RecordEditor::setText(int code, std::string_view subclass, std::wstring_view value, Codes after) {
+  const auto stored = Lens(*drawing_, record_).value(code, subclass);
+  if (stored && drawing_->decode(*stored) == value) return true;
   return set(code, subclass, drawing_->document().encode(value), after);
 }
 
+bool RecordEditor::setBytes(int code, std::string_view subclass, std::string_view value, Codes after) {
+  if (Lens(*drawing_, record_).value(code, subclass) == value) return true;
+  return set(code, subclass, value, after);
+}
+
 bool RecordEditor::setPoint(int code, std::string_view subclass, const Point& value, Codes after) {
-  const std::string y = dxf::formatReal(value[1]);
-  const std::string z = dxf::formatReal(value[2]);
-  if (!set(code, subclass, dxf::formatReal(value[0]), after) || !set(code + 10, subclass, y, {code}))
+  for (const double coordinate : value) {
+    if (!std::isfinite(coordinate)) throw std::invalid_argument("a drawing cannot hold such a point");
+  }
+  if (!setReal(code, subclass, value[0], after) || !setReal(code + 10, subclass, value[1], {code}))
     return false;
   const bool isFlat = value[2] == 0.0 && !Lens(*drawing_, record_).has(code + 20, subclass);
-  return isFlat || set(code + 20, subclass, z, {code + 10});
+  return isFlat || setReal(code + 20, subclass, value[2], {code + 10});
 }
 
 bool RecordEditor::remove(int code, std::string_view subclass) {
@@ -44,12 +60,11 @@ bool RecordEditor::remove(int code, std::string_view subclass) {
 
 bool RecordEditor::set(int code, std::string_view subclass, std::string_view value, Codes after) {
   const Lens before(*drawing_, record_);
-  const std::span<const int> hints(after.begin(), after.size());
   auto pair = before.find(code, subclass);
   const bool isThere = pair.has_value();
-  if (!pair) pair = before.view().insertionPoint(subclass, hints);
+  if (!pair) pair = before.view().insertionPoint(subclass, after);
   // The part before the first marker is common to all entities, too.
-  if (!pair && subclass == commonSubclass) pair = before.view().insertionPoint("", hints);
+  if (!pair && subclass == commonSubclass) pair = before.view().insertionPoint("", after);
   if (!pair) return false;
   drawing_->edit(record_, [&](dxf::Document& document) {
     if (isThere) {

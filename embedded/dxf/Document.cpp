@@ -188,6 +188,8 @@ Document::Pairs& Document::pairsForEdit(std::uint32_t record) {
       (*pairs)[i].origin = it.firstTag + i;
     }
     if (freeEdits_.empty()) {
+      // Taking an edit back must not need memory.
+      freeEdits_.reserve(edits_.size() + 1);
       edits_.push_back(std::move(pairs));
       it.edit = static_cast<std::uint32_t>(edits_.size() - 1);
     } else {
@@ -252,6 +254,19 @@ void Document::revert(std::uint32_t record) {
   freeEdits_.push_back(edit);
   edits_[edit].reset();
   edit = none;
+}
+
+Document::Backup Document::backup(std::uint32_t record) const {
+  const std::uint32_t edit = records_[record].edit;
+  return {record, edit == none ? nullptr : std::make_unique<Pairs>(*edits_[edit])};
+}
+
+void Document::restore(Backup backup) {
+  if (backup.pairs_ == nullptr) {
+    revert(backup.record_);
+  } else {
+    pairsForEdit(backup.record_) = std::move(*backup.pairs_);
+  }
 }
 
 template <class Sink>

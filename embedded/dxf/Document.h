@@ -10,6 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "embedded/dxf/Encoding.h"
@@ -92,6 +93,12 @@ class Document {
   /// Back to what was read.
   void revert(std::uint32_t record);
 
+  class Backup;
+  /// What the record holds now.
+  [[nodiscard]] Backup backup(std::uint32_t record) const;
+  /// Back to what the record of this document held then. Needs no memory unless the record was reverted in between.
+  void restore(Backup backup);
+
   [[nodiscard]] bool isEdited(std::uint32_t record) const { return records_[record].edit != none; }
   [[nodiscard]] bool isEdited() const noexcept { return edits_.size() != freeEdits_.size(); }
 
@@ -129,6 +136,19 @@ class Document {
   Encoding encoding_ = Encoding::utf8();
   std::string_view lineEnd_ = "\n";
   bool padsCodes_ = true;
+};
+
+/// Of one record; see Document::backup.
+class Document::Backup {
+ public:
+  [[nodiscard]] std::uint32_t record() const noexcept { return record_; }
+
+ private:
+  friend class Document;
+  Backup(std::uint32_t record, std::unique_ptr<Pairs> pairs) : record_(record), pairs_(std::move(pairs)) {}
+
+  std::uint32_t record_;
+  std::unique_ptr<Pairs> pairs_;  ///< null: as it was read
 };
 
 }  // namespace velt::dxf

@@ -57,17 +57,17 @@ TEST_F(ShowCommand, RowsStandUnderTheirCategory) {
   const std::string text = shown({.selection = {.handles = {"2F"}}});
   EXPECT_LT(text.find("\nGeneral\n"), text.find("\n  Layer "));
   EXPECT_LT(text.find("\nGeometry\n"), text.find("\n  Start X "));
-  EXPECT_THAT(text, ContainsRegex("\n  Start X +1.500"));
+  EXPECT_THAT(text, ContainsRegex("\n  Start X +1.500\n"));
 }
 
 TEST_F(ShowCommand, DifferingValuesVary) {
   EXPECT_THAT(shown({.selection = {.types = {"Line"}}}), ContainsRegex("\n  End X +\\*VARIES\\*"));
-  EXPECT_THAT(shown({.selection = {.types = {"Line"}}}), ContainsRegex("\n  Start X +1.500"));
+  EXPECT_THAT(shown({.selection = {.types = {"Line"}}}), ContainsRegex("\n  Start X +1.500\n"));
 }
 
 TEST_F(ShowCommand, ReadOnlyRowsAndRowsWithChoicesAreMarked) {
   const std::string text = shown({.selection = {.handles = {"2F"}}});
-  EXPECT_THAT(text, ContainsRegex("\n  Layer +Walls +\\[choices\\]"));
+  EXPECT_THAT(text, ContainsRegex("\n  Layer +Walls +\\[choices\\]\n"));
   EXPECT_THAT(text, ContainsRegex("\n  Handle +2F +\\(read-only\\)\n"));
 }
 

@@ -2,8 +2,10 @@
 
 #include "embedded/automation/Access.h"
 #include "embedded/automation/ClassList.h"
+#include "embedded/automation/Editor.h"
 #include "embedded/automation/EntityGeometry.h"
 #include "embedded/automation/HostIds.h"
+#include "embedded/automation/Refusal.h"
 #include "embedded/automation/classes/General.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/automation/geometry/EllipticalArc.h"
@@ -22,6 +24,16 @@ double radiusOf(const Subject& subject) {
 
 double endOf(const Subject& subject, int code) {
   return radians(subject.lens().real(code, arc, 0));
+}
+
+/// Of one end; of two that coincide readers make nothing, or a full circle.
+template <int Code, int OtherCode>
+void putEnd(const Subject& subject, const double& angle) {
+  const double direction = normalizedAngle(angle);
+  const double other = normalizedAngle(endOf(subject, OtherCode));
+  if (normalizedAngle(endOf(subject, Code)) == direction) return;
+  if (direction == other) throw Refusal(E_INVALIDARG, L"The ends of an arc cannot coincide.");
+  Editor(subject).real(Code, arc, storedDegreesOf(direction));
 }
 
 Vector3 pointOf(const Subject& subject, double direction) {
@@ -54,18 +66,18 @@ double getArea(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name           label          type             category                   access                          choices       weight  help
-  {  1, L"Thickness",   L"Thickness",  types::distance, Category::General,         storedReal(39, circle),         Choices::None,  90, L"How far the arc is pulled along its normal."},
-  {  2, L"StartPoint",  L"Start",      VT_VARIANT,      Category::Geometry,        computedPoint<getStartPoint>(), Choices::None, 110, L"Where the arc begins. Read-only: it follows from center, radius and angle."},
-  {  3, L"Center",      L"Center",     VT_VARIANT,      Category::Geometry,        objectPoint(10, circle),        Choices::None, 120, L"Center of the arc."},
-  {  4, L"EndPoint",    L"End",        VT_VARIANT,      Category::Geometry,        computedPoint<getEndPoint>(),   Choices::None, 130, L"Where the arc ends. Read-only: it follows from center, radius and angle."},
-  {  5, L"Radius",      L"Radius",     types::distance, Category::Geometry,        storedReal(40, circle),         Choices::None, 140, L"Radius of the arc."},
-  {  6, L"StartAngle",  L"Start angle", types::angle,   Category::Geometry,        storedDirection(50, arc),       Choices::None, 150, L"Direction from the center to the start, in the plane of the arc."},
-  {  7, L"EndAngle",    L"End angle",  types::angle,    Category::Geometry,        storedDirection(51, arc),       Choices::None, 160, L"Direction from the center to the end, in the plane of the arc."},
-  {  8, L"TotalAngle",  L"Total angle", types::angle,   Category::Geometry,        computed<getTotalAngle>(),      Choices::None, 170, L"Angle that the arc spans. Read-only: it follows from its ends."},
-  {  9, L"ArcLength",   L"Arc length", types::distance, Category::Geometry,        computed<getArcLength>(),       Choices::None, 180, L"Length along the arc. Read-only: it follows from radius and angles."},
-  { 10, L"Area",        L"Area",       types::area,     Category::Geometry,        computed<getArea>(),            Choices::None, 190, L"Between the arc and its chord. Read-only: it follows from radius and angles."},
-  { 11, L"Normal",      L"Normal",     VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),     Choices::None, 200, L"Upright on the arc's plane. Read-only: center and angles would have to follow it."},
+  // id name           label           type             category                   access                                               choices        weight help
+  {  1, L"Thickness",  L"Thickness",   types::distance, Category::General,         storedReal(39, circle),                              Choices::None,  90, L"How far the arc is pulled along its normal."},
+  {  2, L"StartPoint", L"Start",       VT_VARIANT,      Category::Geometry,        computedPoint<getStartPoint>(),                      Choices::None, 110, L"Where the arc begins. Read-only: it follows from center, radius and angle."},
+  {  3, L"Center",     L"Center",      VT_VARIANT,      Category::Geometry,        objectPoint(10, circle),                             Choices::None, 120, L"Center of the arc."},
+  {  4, L"EndPoint",   L"End",         VT_VARIANT,      Category::Geometry,        computedPoint<getEndPoint>(),                        Choices::None, 130, L"Where the arc ends. Read-only: it follows from center, radius and angle."},
+  {  5, L"Radius",     L"Radius",      types::distance, Category::Geometry,        storedReal(40, circle).positive(),                   Choices::None, 140, L"Radius of the arc."},
+  {  6, L"StartAngle", L"Start angle", types::angle,    Category::Geometry,        writtenBy<putEnd<50, 51>>(storedDirection(50, arc)), Choices::None, 150, L"Direction from the center to the start, in the plane of the arc."},
+  {  7, L"EndAngle",   L"End angle",   types::angle,    Category::Geometry,        writtenBy<putEnd<51, 50>>(storedDirection(51, arc)), Choices::None, 160, L"Direction from the center to the end, in the plane of the arc."},
+  {  8, L"TotalAngle", L"Total angle", types::angle,    Category::Geometry,        computed<getTotalAngle>(),                           Choices::None, 170, L"Angle that the arc spans. Read-only: it follows from its ends."},
+  {  9, L"ArcLength",  L"Arc length",  types::distance, Category::Geometry,        computed<getArcLength>(),                            Choices::None, 180, L"Length along the arc. Read-only: it follows from radius and angles."},
+  { 10, L"Area",       L"Area",        types::area,     Category::Geometry,        computed<getArea>(),                                 Choices::None, 190, L"Between the arc and its chord. Read-only: it follows from radius and angles."},
+  { 11, L"Normal",     L"Normal",      VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                          Choices::None, 200, L"Upright on the arc's plane. Read-only: center and angles would have to follow it."},
 };
 // clang-format on
 

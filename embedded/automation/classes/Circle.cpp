@@ -1,7 +1,9 @@
+#include <cmath>
 #include <numbers>
 
 #include "embedded/automation/Access.h"
 #include "embedded/automation/ClassList.h"
+#include "embedded/automation/Editor.h"
 #include "embedded/automation/HostIds.h"
 #include "embedded/automation/classes/General.h"
 #include "embedded/automation/geometry/Angle.h"
@@ -17,12 +19,25 @@ double radiusOf(const Subject& subject) {
   return subject.lens().real(40, circle, 0);
 }
 
+void putRadius(const Subject& subject, double radius) {
+  requireWithin(Limit::Positive, radius);  // a number too small for the drawing may have become 0 on the way
+  Editor(subject).real(40, circle, radius);
+}
+
 double getDiameter(const Subject& subject) {
   return 2 * radiusOf(subject);
 }
 
+void putDiameter(const Subject& subject, const double& diameter) {
+  if (getDiameter(subject) != diameter) putRadius(subject, diameter / 2);
+}
+
 double getCircumference(const Subject& subject) {
   return fullTurn * radiusOf(subject);
+}
+
+void putCircumference(const Subject& subject, const double& circumference) {
+  if (getCircumference(subject) != circumference) putRadius(subject, circumference / fullTurn);
 }
 
 double getArea(const Subject& subject) {
@@ -30,16 +45,21 @@ double getArea(const Subject& subject) {
   return std::numbers::pi * radius * radius;
 }
 
+void putArea(const Subject& subject, const double& area) {
+  requireWithin(Limit::Positive, area);
+  if (getArea(subject) != area) putRadius(subject, std::sqrt(area / std::numbers::pi));
+}
+
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name             label            type             category                   access                         choices       weight  help
-  {  1, L"Thickness",     L"Thickness",    types::distance, Category::General,         storedReal(39, circle),        Choices::None,  90, L"How far the circle is pulled along its normal."},
-  {  2, L"Center",        L"Center",       VT_VARIANT,      Category::Geometry,        objectPoint(10, circle),       Choices::None, 110, L"Center of the circle."},
-  {  3, L"Radius",        L"Radius",       types::distance, Category::Geometry,        storedReal(40, circle),        Choices::None, 120, L"Radius of the circle."},
-  {  4, L"Diameter",      L"Diameter",     types::distance, Category::Geometry,        computed<getDiameter>(),       Choices::None, 130, L"Diameter of the circle."},
-  {  5, L"Circumference", L"Circumference", types::distance, Category::Geometry,       computed<getCircumference>(),  Choices::None, 140, L"Length of the circle."},
-  {  6, L"Area",          L"Area",         types::area,     Category::Geometry,        computed<getArea>(),           Choices::None, 150, L"Area that the circle encloses."},
-  {  7, L"Normal",        L"Normal",       VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),    Choices::None, 160, L"Upright on the circle's plane. Read-only: the center would have to follow it."},
+  // id name              label             type             category                   access                                                     choices        weight help
+  {  1, L"Thickness",     L"Thickness",     types::distance, Category::General,         storedReal(39, circle),                                    Choices::None,  90, L"How far the circle is pulled along its normal."},
+  {  2, L"Center",        L"Center",        VT_VARIANT,      Category::Geometry,        objectPoint(10, circle),                                   Choices::None, 110, L"Center of the circle."},
+  {  3, L"Radius",        L"Radius",        types::distance, Category::Geometry,        storedReal(40, circle).positive(),                         Choices::None, 120, L"Radius of the circle."},
+  {  4, L"Diameter",      L"Diameter",      types::distance, Category::Geometry,        computed<getDiameter, putDiameter>().positive(),           Choices::None, 130, L"Diameter of the circle; the radius follows it."},
+  {  5, L"Circumference", L"Circumference", types::distance, Category::Geometry,        computed<getCircumference, putCircumference>().positive(), Choices::None, 140, L"Length of the circle; the radius follows it."},
+  {  6, L"Area",          L"Area",          types::area,     Category::Geometry,        computed<getArea, putArea>().positive(),                   Choices::None, 150, L"Area that the circle encloses; the radius follows it."},
+  {  7, L"Normal",        L"Normal",        VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                                Choices::None, 160, L"Upright on the circle's plane. Read-only: the center would have to follow it."},
 };
 // clang-format on
 

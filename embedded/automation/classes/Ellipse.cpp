@@ -3,8 +3,10 @@
 
 #include "embedded/automation/Access.h"
 #include "embedded/automation/ClassList.h"
+#include "embedded/automation/Editor.h"
 #include "embedded/automation/EntityGeometry.h"
 #include "embedded/automation/HostIds.h"
+#include "embedded/automation/Refusal.h"
 #include "embedded/automation/classes/General.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/automation/geometry/EllipticalArc.h"
@@ -31,12 +33,17 @@ Vector3 minorOf(const database::Lens& lens) {
   return ratioOf(lens) * cross(normal, majorOf(lens));
 }
 
+constexpr int startCode = 41;
+constexpr int endCode = 42;
+/// What programs take for an ellipse at all.
+constexpr double smallestRatio = 1e-6;
+
 double startOf(const database::Lens& lens) {
-  return lens.real(41, ellipse, 0);
+  return lens.real(startCode, ellipse, 0);
 }
 
 double endOf(const database::Lens& lens) {
-  return lens.real(42, ellipse, fullTurn);
+  return lens.real(endCode, ellipse, fullTurn);
 }
 
 Vector3 pointOf(const database::Lens& lens, double parameter) {
@@ -58,6 +65,52 @@ double getMajorRadius(const Subject& subject) {
 
 double getMinorRadius(const Subject& subject) {
   return length(minorOf(subject.lens()));
+}
+
+void putRatio(const Subject& subject, const double& ratio) {
+  if (ratio > 1) throw Refusal(E_INVALIDARG, L"The minor radius cannot be greater than the major one.");
+  if (ratio < smallestRatio) throw Refusal(E_INVALIDARG, L"An ellipse cannot be that flat.");
+  if (ratioOf(subject.lens()) != ratio) Editor(subject).real(40, ellipse, ratio);
+}
+
+/// The minor radius stays what it is.
+void putMajorRadius(const Subject& subject, const double& radius) {
+  const database::Lens lens = subject.lens();
+  const Vector3 major = majorOf(lens);
+  const double before = length(major);
+  if (before == radius) return;
+  if (!(before > 0)) throw Refusal(E_FAIL, L"The ellipse has no major axis that could tell the direction.");
+  const double ratio = ratioOf(lens) * before / radius;
+  putRatio(subject, ratio);
+  Editor(subject).point(11, ellipse, (radius / before) * major);
+}
+
+void putMinorRadius(const Subject& subject, const double& radius) {
+  const double major = getMajorRadius(subject);
+  if (!(major > 0)) throw Refusal(E_FAIL, L"The ellipse has no major axis.");
+  if (getMinorRadius(subject) != radius) putRatio(subject, radius / major);
+}
+
+/// Of one end; of two that coincide readers make nothing, or a full ellipse, which one that is full already stays.
+template <int Code>
+void putParameter(const Subject& subject, const double& parameter) {
+  const database::Lens lens = subject.lens();
+  const double before = Code == startCode ? startOf(lens) : endOf(lens);
+  const double other = Code == startCode ? endOf(lens) : startOf(lens);
+  if (before == parameter) return;
+  if (normalizedAngle(parameter) == normalizedAngle(other)) {
+    throw Refusal(E_INVALIDARG, L"The ends of a part of an ellipse cannot coincide.");
+  }
+  Editor(subject).real(Code, ellipse, parameter);
+}
+
+template <int Code>
+void putAngle(const Subject& subject, const double& angle) {
+  const database::Lens lens = subject.lens();
+  const double before = Code == startCode ? startOf(lens) : endOf(lens);
+  const double direction = normalizedAngle(angle);
+  if (normalizedAngle(angleOfParameter(before, ratioOf(lens))) == direction) return;
+  putParameter<Code>(subject, normalizedAngle(parameterOfAngle(direction, ratioOf(lens))));
 }
 
 Vector3 getStartPoint(const Subject& subject) {
@@ -85,21 +138,21 @@ double getArea(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name              label              type             category                   access                           choices       weight  help
-  {  1, L"StartPoint",     L"Start",          VT_VARIANT,      Category::Geometry,        computedPoint<getStartPoint>(),  Choices::None, 110, L"Where the ellipse begins. Read-only: it follows from the axes and the start parameter."},
-  {  2, L"Center",         L"Center",         VT_VARIANT,      Category::Geometry,        worldPoint(10, ellipse),         Choices::None, 120, L"Center of the ellipse."},
-  {  3, L"EndPoint",       L"End",            VT_VARIANT,      Category::Geometry,        computedPoint<getEndPoint>(),    Choices::None, 130, L"Where the ellipse ends. Read-only: it follows from the axes and the end parameter."},
-  {  4, L"MajorRadius",    L"Major radius",   types::distance, Category::Geometry,        computed<getMajorRadius>(),      Choices::None, 140, L"Half the long axis."},
-  {  5, L"MinorRadius",    L"Minor radius",   types::distance, Category::Geometry,        computed<getMinorRadius>(),      Choices::None, 150, L"Half the short axis."},
-  {  6, L"RadiusRatio",    L"Radius ratio",   types::noUnits,  Category::Geometry,        storedReal(40, ellipse, 1),      Choices::None, 160, L"The minor radius divided by the major one."},
-  {  7, L"StartAngle",     L"Start angle",    types::angle,    Category::Geometry,        computed<getStartAngle>(),       Choices::None, 170, L"Direction from the center to the start, against the major axis."},
-  {  8, L"EndAngle",       L"End angle",      types::angle,    Category::Geometry,        computed<getEndAngle>(),         Choices::None, 180, L"Direction from the center to the end, against the major axis."},
-  {  9, L"StartParameter", L"Start parameter", types::angle,   Category::Geometry,        storedReal(41, ellipse),         Choices::None, 190, L"Parameter of the start."},
-  { 10, L"EndParameter",   L"End parameter",  types::angle,    Category::Geometry,        storedReal(42, ellipse, fullTurn), Choices::None, 200, L"Parameter of the end."},
-  { 11, L"MajorAxis",      L"Major axis",     VT_VARIANT,      Category::Geometry,        computedPoint<getMajorAxis>(),   Choices::None, 210, L"From the center to the end of the long axis. Read-only: the plane would have to follow it."},
-  { 12, L"MinorAxis",      L"Minor axis",     VT_VARIANT,      Category::Geometry,        computedPoint<getMinorAxis>(),   Choices::None, 220, L"From the center to the end of the short axis. Read-only: it follows from the long one."},
-  { 13, L"Area",           L"Area",           types::area,     Category::Geometry,        computed<getArea>(),             Choices::None, 230, L"Of a part of an ellipse: between it and its chord. Read-only: it follows from radii and angles."},
-  { 14, L"Normal",         L"Normal",         VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),      Choices::None, 240, L"Upright on the plane of the ellipse. Read-only: the axes would have to follow it."},
+  // id name               label               type             category                   access                                                                    choices        weight help
+  {  1, L"StartPoint",     L"Start",           VT_VARIANT,      Category::Geometry,        computedPoint<getStartPoint>(),                                           Choices::None, 110, L"Where the ellipse begins. Read-only: it follows from the axes and the start parameter."},
+  {  2, L"Center",         L"Center",          VT_VARIANT,      Category::Geometry,        worldPoint(10, ellipse),                                                  Choices::None, 120, L"Center of the ellipse."},
+  {  3, L"EndPoint",       L"End",             VT_VARIANT,      Category::Geometry,        computedPoint<getEndPoint>(),                                             Choices::None, 130, L"Where the ellipse ends. Read-only: it follows from the axes and the end parameter."},
+  {  4, L"MajorRadius",    L"Major radius",    types::distance, Category::Geometry,        computed<getMajorRadius, putMajorRadius>().positive(),                    Choices::None, 140, L"Half the long axis; the minor radius stays."},
+  {  5, L"MinorRadius",    L"Minor radius",    types::distance, Category::Geometry,        computed<getMinorRadius, putMinorRadius>().positive(),                    Choices::None, 150, L"Half the short axis; the ratio follows it."},
+  {  6, L"RadiusRatio",    L"Radius ratio",    types::noUnits,  Category::Geometry,        writtenBy<putRatio>(storedReal(40, ellipse, 1)).positive(),               Choices::None, 160, L"The minor radius divided by the major one."},
+  {  7, L"StartAngle",     L"Start angle",     types::angle,    Category::Geometry,        computed<getStartAngle, putAngle<startCode>>(),                           Choices::None, 170, L"Direction from the center to the start, against the major axis."},
+  {  8, L"EndAngle",       L"End angle",       types::angle,    Category::Geometry,        computed<getEndAngle, putAngle<endCode>>(),                               Choices::None, 180, L"Direction from the center to the end, against the major axis."},
+  {  9, L"StartParameter", L"Start parameter", types::angle,    Category::Geometry,        writtenBy<putParameter<startCode>>(storedReal(startCode, ellipse)),       Choices::None, 190, L"Parameter of the start."},
+  { 10, L"EndParameter",   L"End parameter",   types::angle,    Category::Geometry,        writtenBy<putParameter<endCode>>(storedReal(endCode, ellipse, fullTurn)), Choices::None, 200, L"Parameter of the end."},
+  { 11, L"MajorAxis",      L"Major axis",      VT_VARIANT,      Category::Geometry,        computedPoint<getMajorAxis>(),                                            Choices::None, 210, L"From the center to the end of the long axis. Read-only: the plane would have to follow it."},
+  { 12, L"MinorAxis",      L"Minor axis",      VT_VARIANT,      Category::Geometry,        computedPoint<getMinorAxis>(),                                            Choices::None, 220, L"From the center to the end of the short axis. Read-only: it follows from the long one."},
+  { 13, L"Area",           L"Area",            types::area,     Category::Geometry,        computed<getArea>(),                                                      Choices::None, 230, L"Of a part of an ellipse: between it and its chord. Read-only: it follows from radii and angles."},
+  { 14, L"Normal",         L"Normal",          VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                                               Choices::None, 240, L"Upright on the plane of the ellipse. Read-only: the axes would have to follow it."},
 };
 // clang-format on
 

@@ -5,13 +5,17 @@
 #include "embedded/automation/Access.h"
 #include "embedded/automation/ClassList.h"
 #include "embedded/automation/ColorObject.h"
+#include "embedded/automation/Editor.h"
 #include "embedded/automation/EntityGeometry.h"
+#include "embedded/automation/GradientNames.h"
 #include "embedded/automation/HatchBoundary.h"
+#include "embedded/automation/HatchPattern.h"
 #include "embedded/automation/HostIds.h"
 #include "embedded/automation/Refusal.h"
 #include "embedded/automation/classes/General.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/database/Colors.h"
+#include "embedded/database/NameFolding.h"
 #include "embedded/dxf/Numbers.h"
 
 namespace velt::automation {
@@ -123,6 +127,62 @@ OwnedDispatch getBackgroundColor(const Subject& subject) {
   return ColorObject::make(color);
 }
 
+void requireVariant(const Subject& subject, Variants wanted, const wchar_t* refusal) {
+  if ((variant(getVariant(subject)) & wanted) == 0) throw Refusal(E_FAIL, refusal);
+}
+
+void putAngle(const Subject& subject, const double& angle) {
+  requireVariant(subject, lined, L"The hatch is filled with no pattern.");
+  const double before = radians(subject.lens().real(52, hatch, 0));
+  const double after = normalizedAngle(angle);
+  if (normalizedAngle(before) == after) return;
+  const Vector3 origin = getOrigin(subject);
+  Editor(subject).real(52, hatch, storedDegreesOf(after));
+  changePatternLines(subject, {origin.x, origin.y}, after - before, 1);
+}
+
+/// 41 is the scale of a pattern, and the spacing of plain lines.
+void putSize(const Subject& subject, double before, double after) {
+  if (before == after) return;
+  if (!(before > 0)) throw Refusal(E_FAIL, L"The size that the lines of the pattern have now is not known.");
+  const Vector3 origin = getOrigin(subject);
+  Editor(subject).real(41, hatch, after);
+  changePatternLines(subject, {origin.x, origin.y}, 0, after / before);
+}
+
+void putScale(const Subject& subject, const double& scale) {
+  requireVariant(subject, variant(pattern), L"The hatch is filled with no pattern that has a scale.");
+  putSize(subject, subject.lens().real(41, hatch, 1), scale);
+}
+
+void putSpacing(const Subject& subject, const double& spacing) {
+  requireVariant(subject, variant(userPattern), L"The hatch is filled with no plain lines.");
+  putSize(subject, getSpacing(subject), spacing);
+}
+
+/// The first point of a hatch; those behind it belong to the boundary and to the places that it was made from.
+void putElevation(const Subject& subject, const double& elevation) {
+  if (getElevation(subject) == elevation) return;
+  if (subject.lens().integer(71, hatch, 0) != 0) {
+    throw Refusal(E_FAIL, L"The hatch follows the entities around it, which would have to move, too.");
+  }
+  const database::Lens lens = subject.lens();
+  const std::optional<std::size_t> x = lens.find(10, hatch);
+  const auto isAt = [&](std::size_t index, int code) {
+    return index < lens.view().size() && lens.view().code(index) == code;
+  };
+  if (!x || !isAt(*x + 1, 20)) throw Refusal(E_FAIL, L"The hatch has no place for its elevation.");
+  const bool isThere = isAt(*x + 2, 30);
+  subject.drawing().edit(subject.record(), [&](dxf::Document& document) {
+    const std::string height = dxf::formatReal(elevation);
+    if (isThere) {
+      document.replace(subject.record(), *x + 2, height);
+    } else {
+      document.insert(subject.record(), *x + 2, 30, height);
+    }
+  });
+}
+
 // --- gradient ---
 
 std::wstring getGradientName(const Subject& subject) {
@@ -160,27 +220,47 @@ double getGradientAngle(const Subject& subject) {
   return normalizedAngle(subject.lens().real(460, hatch, 0));
 }
 
+void requireGradient(const Subject& subject) {
+  requireVariant(subject, variant(gradient), L"The hatch is filled with no gradient.");
+}
+
+void putGradientName(const Subject& subject, const std::wstring& name) {
+  requireGradient(subject);
+  for (const wchar_t* const known : gradientNames) {
+    if (!database::sameName(known, name)) continue;
+    if (!database::sameName(getGradientName(subject), known)) Editor(subject).text(470, hatch, known);
+    return;
+  }
+  throw Refusal(E_INVALIDARG, L"There is no gradient of that name.");
+}
+
+void putGradientAngle(const Subject& subject, const double& angle) {
+  requireGradient(subject);
+  const double after = normalizedAngle(angle);
+  if (getGradientAngle(subject) != after) Editor(subject).real(460, hatch, after);
+}
+
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name              label                type                category               access                           choices               weight  help                                                                                              flags shown for
-  {  1, L"Type",           L"Type",             types::hatchType,   Category::Pattern,     computed<getType>(),             Choices::Enumeration,  110, L"Where the pattern comes from. Read-only: the lines of the pattern are stored and would stay what they are."},
-  {  2, L"PatternName",    L"Pattern name",     VT_BSTR,            Category::Pattern,     computed<getPatternName>(),      Choices::None,         120, L"Name of the pattern. Read-only: the lines of the pattern are stored and would stay what they are."},
-  {  3, L"Angle",          L"Angle",            types::angle,       Category::Pattern,     storedDirection(52, hatch),      Choices::None,         130, L"How far the pattern is turned.",                                                                0, lined},
-  {  4, L"HatchScale",     L"Scale",            types::noUnits,     Category::Pattern,     storedReal(41, hatch, 1),        Choices::None,         140, L"Scale of the pattern.",                                                                         0, variant(pattern)},
-  {  5, L"Spacing",        L"Spacing",          types::distance,    Category::Pattern,     computed<getSpacing>(),          Choices::None,         150, L"Distance of the lines.",                                                                        0, variant(userPattern)},
-  {  6, L"ISOPenWidth",    L"ISO pen width",    types::isoPenWidth, Category::Pattern,     computed<getIsoPenWidth>(),      Choices::Enumeration,  160, L"Pen width that an ISO pattern is drawn for. Read-only: it is the scale in another form.",       0, variant(pattern)},
-  {  7, L"Double",         L"Double",           VT_BOOL,            Category::Pattern,     storedBit(77, hatch, 1),         Choices::None,         170, L"Whether a second family crosses the lines. Read-only: its lines would have to be made.",        0, variant(userPattern)},
-  {  8, L"Origin",         L"Origin",           VT_VARIANT,         Category::Pattern,     computedPoint<getOrigin>(),      Choices::None,         180, L"Where the pattern begins. Read-only: the lines of the pattern would have to follow it.",        0, lined},
-  {  9, L"BackgroundColor", L"Background color", VT_DISPATCH,       Category::Pattern,     computed<getBackgroundColor>(),  Choices::None,         190, L"Colour between the lines. Read-only: it stands in data of another application.",                0, lined},
-  { 10, L"Associative",    L"Associative",      VT_BOOL,            Category::Pattern,     storedBit(71, hatch, 1),         Choices::None,         200, L"Whether the hatch follows its boundary. Read-only: the boundary would have to be found."},
-  { 11, L"IslandStyle",    L"Island detection", types::islandStyle, Category::Pattern,     computed<getIslandStyle>(),      Choices::Enumeration,  210, L"What the hatch does with islands. Read-only: the stored boundary is the one of this style."},
-  { 12, L"GradientName",   L"Gradient name",    VT_BSTR,            OwnCategory::Gradient, computed<getGradientName>(),     Choices::Gradients,    220, L"Name of the gradient.",                                                                         0, variant(gradient)},
-  { 13, L"GradientAngle",  L"Gradient angle",   types::angle,       OwnCategory::Gradient, computed<getGradientAngle>(),    Choices::None,         230, L"How far the gradient is turned.",                                                               0, variant(gradient)},
-  { 14, L"GradientColor1", L"Color 1",          VT_DISPATCH,        OwnCategory::Gradient, computed<getGradientColor1>(),   Choices::None,         240, L"Colour that the gradient begins with.",                                                         0, variant(gradient)},
-  { 15, L"GradientColor2", L"Color 2",          VT_DISPATCH,        OwnCategory::Gradient, computed<getGradientColor2>(),   Choices::None,         250, L"Colour that the gradient ends with.",                                                           0, variant(gradient)},
-  { 16, L"Elevation",      L"Elevation",        types::distance,    Category::Geometry,    computed<getElevation>(),        Choices::None,         260, L"Height of the hatch over the origin, along its normal."},
-  { 17, L"Area",           L"Area",             types::area,        Category::Geometry,    computed<getArea>(),             Choices::None,         270, L"What is filled, without the islands. Read-only: it follows from the boundary."},
-  { 18, L"Normal",         L"Normal",           VT_VARIANT,         Category::Visualization3D, computedPoint<getNormal>(),  Choices::None,         280, L"Upright on the plane of the hatch. Read-only: the boundary would have to follow it."},
+  // id name                label                type                category                   access                                                    choices               weight help                                                                                                              flags shown for
+  {  1, L"Type",            L"Type",             types::hatchType,   Category::Pattern,         computed<getType>(),                                      Choices::Enumeration, 110, L"Where the pattern comes from. Read-only: the lines of the pattern are stored and would stay what they are."},
+  {  2, L"PatternName",     L"Pattern name",     VT_BSTR,            Category::Pattern,         computed<getPatternName>(),                               Choices::None,        120, L"Name of the pattern. Read-only: the lines of the pattern are stored and would stay what they are."},
+  {  3, L"Angle",           L"Angle",            types::angle,       Category::Pattern,         writtenBy<putAngle>(storedDirection(52, hatch)),          Choices::None,        130, L"How far the pattern is turned.",                                                                                  0, lined},
+  {  4, L"HatchScale",      L"Scale",            types::noUnits,     Category::Pattern,         writtenBy<putScale>(storedReal(41, hatch, 1)).positive(), Choices::None,        140, L"Scale of the pattern.",                                                                                           0, variant(pattern)},
+  {  5, L"Spacing",         L"Spacing",          types::distance,    Category::Pattern,         computed<getSpacing, putSpacing>().positive(),            Choices::None,        150, L"Distance of the lines.",                                                                                          0, variant(userPattern)},
+  {  6, L"ISOPenWidth",     L"ISO pen width",    types::isoPenWidth, Category::Pattern,         computed<getIsoPenWidth>(),                               Choices::Enumeration, 160, L"Pen width that an ISO pattern is drawn for. Read-only: it is the scale in another form.",                         0, variant(pattern)},
+  {  7, L"Double",          L"Double",           VT_BOOL,            Category::Pattern,         storedBit(77, hatch, 1).readOnly(),                       Choices::None,        170, L"Whether a second family crosses the lines. Read-only: its lines would have to be made.",                          0, variant(userPattern)},
+  {  8, L"Origin",          L"Origin",           VT_VARIANT,         Category::Pattern,         computedPoint<getOrigin>(),                               Choices::None,        180, L"Where the pattern begins. Read-only: the lines of the pattern would have to follow it.",                          0, lined},
+  {  9, L"BackgroundColor", L"Background color", VT_DISPATCH,        Category::Pattern,         computed<getBackgroundColor>(),                           Choices::None,        190, L"Colour between the lines. Read-only: it stands in data of another application.",                                  0, lined},
+  { 10, L"Associative",     L"Associative",      VT_BOOL,            Category::Pattern,         storedBit(71, hatch, 1).readOnly(),                       Choices::None,        200, L"Whether the hatch follows its boundary. Read-only: the boundary would have to be found."},
+  { 11, L"IslandStyle",     L"Island detection", types::islandStyle, Category::Pattern,         computed<getIslandStyle>(),                               Choices::Enumeration, 210, L"What the hatch does with islands. Read-only: the stored boundary is the one of this style."},
+  { 12, L"GradientName",    L"Gradient name",    VT_BSTR,            OwnCategory::Gradient,     computed<getGradientName, putGradientName>(),             Choices::Gradients,   220, L"Name of the gradient.",                                                                                           0, variant(gradient)},
+  { 13, L"GradientAngle",   L"Gradient angle",   types::angle,       OwnCategory::Gradient,     computed<getGradientAngle, putGradientAngle>(),           Choices::None,        230, L"How far the gradient is turned.",                                                                                 0, variant(gradient)},
+  { 14, L"GradientColor1",  L"Color 1",          VT_DISPATCH,        OwnCategory::Gradient,     computed<getGradientColor1>(),                            Choices::None,        240, L"Colour that the gradient begins with. Read-only: it is stored a second time as the nearest colour of the index.", 0, variant(gradient)},
+  { 15, L"GradientColor2",  L"Color 2",          VT_DISPATCH,        OwnCategory::Gradient,     computed<getGradientColor2>(),                            Choices::None,        250, L"Colour that the gradient ends with. Read-only: it is stored a second time as the nearest colour of the index.",   0, variant(gradient)},
+  { 16, L"Elevation",       L"Elevation",        types::distance,    Category::Geometry,        computed<getElevation, putElevation>(),                   Choices::None,        260, L"Height of the hatch over the origin, along its normal."},
+  { 17, L"Area",            L"Area",             types::area,        Category::Geometry,        computed<getArea>(),                                      Choices::None,        270, L"What is filled, without the islands. Read-only: it follows from the boundary."},
+  { 18, L"Normal",          L"Normal",           VT_VARIANT,         Category::Visualization3D, computedPoint<getNormal>(),                               Choices::None,        280, L"Upright on the plane of the hatch. Read-only: the boundary would have to follow it."},
 };
 // clang-format on
 

@@ -5,6 +5,7 @@
 #include "embedded/automation/ClassList.h"
 #include "embedded/automation/HostIds.h"
 #include "embedded/automation/PolylineShape.h"
+#include "embedded/automation/VertexEditor.h"
 #include "embedded/automation/classes/General.h"
 
 namespace velt::automation {
@@ -24,6 +25,11 @@ std::vector<double> getVertices(const Subject& subject) {
   return coordinates;
 }
 
+/// Three numbers come as a point, and are no vertices.
+void putVertices(const Subject& subject, const std::vector<double>& coordinates) {
+  putVertexPlaces(subject, coordinates);
+}
+
 // --- vertices as elements: those of vertex n have the numbers 4n to 4n + 3 ---
 
 // Palettes know the third and fourth element of a vertex as the widths of its segment.
@@ -41,15 +47,25 @@ double getVertexElement(const Subject& subject, const PropertyRow&, std::size_t 
   return elements[element % elementsOfVertex];
 }
 
-constexpr ElementAccess vertexElements = {vertexLabels, false, 1, vertexCount, getVertexElement, nullptr};
+void putVertexElement(const Subject& subject, const PropertyRow&, std::size_t element, double value) {
+  constexpr VertexPart parts[] = {VertexPart::X, VertexPart::Y, VertexPart::StartWidth, VertexPart::EndWidth};
+  putVertexPart(subject, element / elementsOfVertex, parts[element % elementsOfVertex], value);
+}
+
+constexpr ElementAccess vertexElements = {vertexLabels,     false,           1, vertexCount,
+                                          getVertexElement, putVertexElement};
 
 constexpr Access vertices() {
-  Access made = computed<getVertices>();
+  Access made = computed<getVertices, putVertices>();
   made.elements = &vertexElements;
   return made;
 }
 
 // --- the whole ---
+
+void putConstantWidth(const Subject& subject, const double& width) {
+  putCommonWidth(subject, width);
+}
 
 double getArea(const Subject& subject) {
   const PolylineShape& shape = polylineShape(subject);
@@ -63,16 +79,16 @@ double getLength(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name                  label                    type             category                   access                        choices       weight  help
-  {  1, L"Thickness",          L"Thickness",            types::distance, Category::General,         storedReal(39, polyline),     Choices::None,  90, L"How far the polyline is pulled along its normal."},
-  {  2, L"Vertex",             L"Vertex",               VT_VARIANT,      Category::Geometry,        vertices(),                   Choices::None, 110, L"The vertices, in the plane of the polyline."},
-  {  3, L"ConstantWidth",      L"Global width",         types::distance, Category::Geometry,        storedReal(43, polyline),     Choices::None, 120, L"Width of all segments that have none of their own."},
-  {  4, L"Elevation",          L"Elevation",            types::distance, Category::Geometry,        storedReal(38, polyline),     Choices::None, 130, L"Height of the polyline's plane over the origin, along its normal."},
-  {  5, L"Area",               L"Area",                 types::area,     Category::Geometry,        computed<getArea>(),          Choices::None, 140, L"Of an open polyline: as if a straight line closed it. Read-only: it follows from the vertices."},
-  {  6, L"Length",             L"Length",               types::distance, Category::Geometry,        computed<getLength>(),        Choices::None, 150, L"Along all segments. Read-only: it follows from the vertices."},
-  {  7, L"Closed",             L"Closed",               VT_BOOL,         Category::Misc,            storedBit(70, polyline, 1),   Choices::None, 160, L"Whether a segment leads from the last vertex back to the first."},
-  {  8, L"LinetypeGeneration", L"Linetype generation",  VT_BOOL,         Category::Misc,            storedBit(70, polyline, 128), Choices::None, 170, L"Whether the pattern of the line type runs on through the vertices."},
-  {  9, L"Normal",             L"Normal",               VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),   Choices::None, 180, L"Upright on the plane of the polyline. Read-only: the vertices would have to follow it."},
+  // id name                   label                   type             category                   access                                                               choices        weight help
+  {  1, L"Thickness",          L"Thickness",           types::distance, Category::General,         storedReal(39, polyline),                                            Choices::None,  90, L"How far the polyline is pulled along its normal."},
+  {  2, L"Vertex",             L"Vertex",              VT_VARIANT,      Category::Geometry,        vertices(),                                                          Choices::None, 110, L"The vertices, in the plane of the polyline."},
+  {  3, L"ConstantWidth",      L"Global width",        types::distance, Category::Geometry,        writtenBy<putConstantWidth>(storedReal(43, polyline)).notNegative(), Choices::None, 120, L"Width of all segments that have none of their own; putting it takes these away."},
+  {  4, L"Elevation",          L"Elevation",           types::distance, Category::Geometry,        storedReal(38, polyline),                                            Choices::None, 130, L"Height of the polyline's plane over the origin, along its normal."},
+  {  5, L"Area",               L"Area",                types::area,     Category::Geometry,        computed<getArea>(),                                                 Choices::None, 140, L"Of an open polyline: as if a straight line closed it. Read-only: it follows from the vertices."},
+  {  6, L"Length",             L"Length",              types::distance, Category::Geometry,        computed<getLength>(),                                               Choices::None, 150, L"Along all segments. Read-only: it follows from the vertices."},
+  {  7, L"Closed",             L"Closed",              VT_BOOL,         Category::Misc,            storedBit(70, polyline, 1),                                          Choices::None, 160, L"Whether a segment leads from the last vertex back to the first."},
+  {  8, L"LinetypeGeneration", L"Linetype generation", VT_BOOL,         Category::Misc,            storedBit(70, polyline, 128),                                        Choices::None, 170, L"Whether the pattern of the line type runs on through the vertices."},
+  {  9, L"Normal",             L"Normal",              VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                                          Choices::None, 180, L"Upright on the plane of the polyline. Read-only: the vertices would have to follow it."},
 };
 // clang-format on
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 namespace velt::automation {
@@ -13,6 +14,16 @@ constexpr double radians(double degrees) {
 }
 constexpr double degrees(double radians) {
   return radians / std::numbers::pi * 180;
+}
+
+/// What a drawing stores for an angle: round degrees where the angle comes from round ones and the radians between them
+/// are to blame for what is left.
+inline double storedDegreesOf(double angle) {
+  constexpr double roundest = 1e9;
+  const double exact = degrees(angle);
+  const double rounded = std::round(exact * roundest) / roundest;
+  const double slack = 4 * std::numeric_limits<double>::epsilon() * std::abs(angle);
+  return std::abs(radians(rounded) - angle) <= slack ? rounded : exact;
 }
 
 /// The same direction, from 0 up to, not including, a full turn.

@@ -120,11 +120,14 @@ TEST_F(ValueTest, ObjectsAreHeldWithAReferenceOfTheirOwn) {
   EXPECT_TRUE(balance.now().empty());
 }
 
-TEST_F(ValueTest, WhereAnObjectIsWantedANumberMayStandForIt) {
+TEST_F(ValueTest, WhereAnObjectIsWantedANumberOrANameMayStandForIt) {
   const StringHolder letters(L"Red");
+  const StringHolder digits(L"5");
   EXPECT_EQ(5, as<std::int32_t>(fromVariant(integer(5), VT_DISPATCH)));
+  EXPECT_EQ(5, as<std::int32_t>(fromVariant(text(digits), VT_DISPATCH)));
+  EXPECT_EQ(L"Red", as<std::wstring>(fromVariant(text(letters), VT_DISPATCH)));
+  EXPECT_FALSE(fromVariant(number(1.5), VT_DISPATCH));
   EXPECT_FALSE(fromVariant(object(nullptr), VT_DISPATCH));
-  EXPECT_FALSE(fromVariant(text(letters), VT_DISPATCH));
 }
 
 TEST_F(ValueTest, NothingIsTakenFromNothing) {
