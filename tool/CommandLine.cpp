@@ -38,9 +38,11 @@ struct CommandLine {
                "veltprops"};
   ShowRequest showRequest;
   ListRequest listRequest;
+  SetRequest setRequest;
   SampleRequest sampleRequest;
   CLI::App* showCommand = nullptr;
   CLI::App* listCommand = nullptr;
+  CLI::App* setCommand = nullptr;
   CLI::App* sampleCommand = nullptr;
 
   CommandLine() {
@@ -59,15 +61,44 @@ struct CommandLine {
     addSelection(*listCommand, listRequest.selection);
     listCommand->add_flag("--json", listRequest.json, "As JSON");
 
+    setCommand =
+        app.add_subcommand("set", "Write values to every entity of a selection, and save the drawing");
+    setCommand->add_option("DRAWING", setRequest.drawing, "DXF file")->required();
+    setCommand
+        ->add_option("NAME=VALUE", setRequest.assignments,
+                     "A property by the name that show gives it, and its new value")
+        ->required();
+    addSelection(*setCommand, setRequest.selection);
+    CLI::Option* const output = setCommand->add_option("-o,--output", setRequest.output, "File to save to");
+    CLI::Option* const inPlace =
+        setCommand->add_flag("--in-place", setRequest.inPlace, "Save to the drawing itself");
+    CLI::Option* const dryRun =
+        setCommand->add_flag("--dry-run", setRequest.dryRun, "Only tell what would happen");
+    output->excludes(inPlace)->excludes(dryRun);
+    inPlace->excludes(dryRun);
+    setCommand->add_flag("--force", setRequest.force, "Replace an existing file at the output");
+    setCommand->add_flag("--keep-going", setRequest.keepGoing,
+                         "Go on behind a refusal, and save what was not refused");
+    setCommand->add_flag("--json", setRequest.json,
+                         "The report as JSON, with the handles behind each number");
+    setCommand->footer(
+        "Values are written as show shows them: a choice by its name, an angle in degrees.\n"
+        "Of several rows with one name, NAME#2 is the second.\n"
+        "  veltprops set plan.dxf --layer Walls Layer=Doors \"Start X=1.5\" -o new.dxf\n"
+        "Entities on locked layers stay as they are. With the first refusal nothing is saved, unless "
+        "--keep-going.");
+
     sampleCommand = app.add_subcommand("sample", "Write a sample drawing, a small floor plan");
     sampleCommand->add_option("FILE", sampleRequest.file, "DXF file to write")->required();
     sampleCommand->add_flag("--force", sampleRequest.force, "Replace an existing file");
   }
 
-  void runCommand(std::ostream& out) const {
+  ExitCode runCommand(std::ostream& out) const {
+    if (setCommand->parsed()) return set(setRequest, out);
     if (showCommand->parsed()) show(showRequest, out);
     if (listCommand->parsed()) list(listRequest, out);
     if (sampleCommand->parsed()) sample(sampleRequest, out);
+    return succeeded;
   }
 };
 
@@ -87,9 +118,9 @@ int run(int argumentCount, const char* const* arguments, std::ostream& out, std:
     return commandLine.app.exit(error, out, err) == 0 ? succeeded : wrongUsage;
   }
   try {
-    commandLine.runCommand(out);
+    const ExitCode code = commandLine.runCommand(out);
     out.flush();
-    return out ? succeeded : fail(err, failed, "the answer could not be written");
+    return out ? code : fail(err, failed, "the answer could not be written");
   } catch (const UsageFailure& failure) {
     return fail(err, wrongUsage, failure.what());
   } catch (const _com_error& error) {

@@ -4,8 +4,10 @@
 
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include "tool/EntitySelection.h"
+#include "tool/Failure.h"
 
 namespace velt::tool {
 
@@ -22,6 +24,18 @@ struct ListRequest {
   bool json = false;
 };
 
+struct SetRequest {
+  std::string drawing{};
+  SelectionRequest selection{};
+  std::vector<std::string> assignments{};  // NAME=VALUE, applied in order
+  std::string output{};                    // empty: in place
+  bool inPlace = false;
+  bool dryRun = false;
+  bool force = false;  // replaces another file at `output`
+  bool keepGoing = false;
+  bool json = false;
+};
+
 struct SampleRequest {
   std::string file{};
   bool force = false;
@@ -31,6 +45,9 @@ struct SampleRequest {
 void show(const ShowRequest& request, std::ostream& out);
 // Handle, class and layer of entities.
 void list(const ListRequest& request, std::ostream& out);
+// Writes values to every selected entity and saves the drawing. Gives the exit code: failed when anything was refused,
+// with the report on `out` all the same.
+ExitCode set(const SetRequest& request, std::ostream& out);
 // Writes the sample drawing; an existing file is replaced only when forced.
 void sample(const SampleRequest& request, std::ostream& out);
 

@@ -21,6 +21,10 @@ class Palette {
   // The merged rows in display order. Nothing for an empty selection. Throws Failure with the layer's message.
   const TqVector<PROPINFO>& query();
 
+  std::size_t size() const { return entries_.size(); }
+  // In the order of the entities.
+  VeltPropData& entry(std::size_t index) { return entries_[index]; }
+
  private:
   void tearDown();
 

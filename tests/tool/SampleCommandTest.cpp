@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <system_error>
 
 #include "embedded/database/Drawing.h"
 #include "tests/tool/Drawings.h"
@@ -33,7 +34,7 @@ TEST(SampleCommand, AFolderThatIsMissingIsSaidToBe) {
   try {
     sample({.file = folder.path("no/such/a.dxf")}, out);
     FAIL() << "written into a folder that is missing";
-  } catch (const Failure& failure) {
+  } catch (const std::system_error& failure) {
     EXPECT_NE(std::string(failure.what()).find("No such file or directory"), std::string::npos);
   }
 }

@@ -1,0 +1,184 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "tests/tool/Drawings.h"
+#include "tool/Commands.h"
+#include "tool/Failure.h"
+
+using namespace velt::tool;
+using namespace velt::tests;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+using Json = nlohmann::json;
+
+class SetCommand : public testing::Test {
+ protected:
+  std::string run(SetRequest request) {
+    request.drawing = file;
+    if (request.output.empty() && !request.inPlace && !request.dryRun) request.output = saved;
+    std::ostringstream out;
+    code = set(request, out);
+    return out.str();
+  }
+  Json runJson(SetRequest request) {
+    request.json = true;
+    return Json::parse(run(std::move(request)));
+  }
+  std::string failureOf(SetRequest request) {
+    try {
+      run(std::move(request));
+    } catch (const std::runtime_error& failure) {
+      return failure.what();
+    }
+    return "no failure";
+  }
+  static Json rowOf(const std::string& drawing, const std::string& handle, const std::string& name) {
+    std::ostringstream out;
+    show({.drawing = drawing, .selection = {.handles = {handle}}, .json = true}, out);
+    const Json json = Json::parse(out.str());
+    for (const auto& row : json["rows"]) {
+      if (row["displayName"] == name) return row["value"];
+    }
+    return "no such row";
+  }
+  static bool exists(const std::string& path) { return std::filesystem::exists(path); }
+
+  const TemporaryFolder folder;
+  const std::string bytes = drawingOf({{"0"}, {"Walls", 1}, {"Locked", 3, 4}, {"Frozen", 5, 1}},
+                                      line("2F", "Walls") + line("30", "Walls", 20.0) + line("31", "Locked")
+                                          + line("32", "Frozen") + circle("33", "0"));
+  const std::string file = folder.write("house.dxf", bytes);
+  const std::string saved = folder.path("saved.dxf");
+  ExitCode code = succeeded;
+};
+
+}  // namespace
+
+TEST_F(SetCommand, WritesTheValueToTheSelectionAndSavesItElsewhere) {
+  const std::string report = run({.selection = {.types = {"Line"}}, .assignments = {"layer=0"}});
+  EXPECT_EQ(code, succeeded);
+  EXPECT_THAT(report, HasSubstr("house.dxf: 4 entities selected\n\nlayer=0\n       3 changed\n"));
+  EXPECT_THAT(report, HasSubstr("1 left as they are: on a locked layer\n"));
+  EXPECT_THAT(report, HasSubstr("saved.dxf: saved\n"));
+  EXPECT_EQ(rowOf(saved, "2F", "Layer"), "0");
+  EXPECT_EQ(rowOf(saved, "31", "Layer"), "Locked");
+  EXPECT_EQ(rowOf(saved, "32", "Layer"), "0") << "a frozen layer's entities can be changed";
+  EXPECT_EQ(readFile(file), bytes);
+}
+
+TEST_F(SetCommand, OnlyTheWrittenPairsDiffer) {
+  run({.selection = {.handles = {"33"}}, .assignments = {"Radius=7.25"}});
+  std::string expected = bytes;
+  const std::string before = "40\n2.5\n";
+  expected.replace(expected.find(before), before.size(), "40\n7.25\n");
+  EXPECT_EQ(readFile(saved), expected);
+}
+
+TEST_F(SetCommand, OneElementOfAPointIsWritten) {
+  run({.selection = {.handles = {"2F", "30"}}, .assignments = {"Start X=3"}});
+  EXPECT_EQ(rowOf(saved, "30", "Start X"), 3.0);
+  EXPECT_EQ(rowOf(saved, "30", "Start Y"), 2.0);
+  EXPECT_EQ(rowOf(saved, "30", "End X"), 20.0);
+}
+
+TEST_F(SetCommand, AnEntityThatHasTheValueAlreadyIsUnchanged) {
+  const Json json = runJson({.selection = {.handles = {"2F", "32"}}, .assignments = {"Layer=walls"}});
+  EXPECT_THAT(json["assignments"][0]["unchanged"], ElementsAre("2F"));
+  EXPECT_THAT(json["assignments"][0]["changed"], ElementsAre("32"));
+}
+
+TEST_F(SetCommand, AssignmentsAreAppliedInOrder) {
+  run({.selection = {.handles = {"33"}}, .assignments = {"Radius=2", "Color=Red", "Radius=4"}});
+  EXPECT_EQ(rowOf(saved, "33", "Radius"), 4.0);
+  EXPECT_EQ(rowOf(saved, "33", "Color"), "Red");
+}
+
+TEST_F(SetCommand, InPlaceReplacesTheDrawing) {
+  run({.selection = {.handles = {"33"}}, .assignments = {"Radius=2"}, .inPlace = true});
+  EXPECT_EQ(rowOf(file, "33", "Radius"), 2.0);
+  EXPECT_FALSE(exists(saved));
+}
+
+TEST_F(SetCommand, ADryRunTellsAndSavesNothing) {
+  EXPECT_THAT(run({.selection = {.handles = {"33"}}, .assignments = {"Radius=2"}, .dryRun = true}),
+              HasSubstr("1 changed\n\nNothing was saved: --dry-run\n"));
+  EXPECT_EQ(readFile(file), bytes);
+}
+
+TEST_F(SetCommand, ARefusalSavesNothingAndSaysWhy) {
+  const Json json =
+      runJson({.selection = {.handles = {"33"}}, .assignments = {"Color=Red", "Radius=-1", "Layer=Walls"}});
+  EXPECT_EQ(code, failed);
+  EXPECT_EQ(json["saved"], nullptr);
+  EXPECT_EQ(json["assignments"].size(), 2U) << "the third is not tried";
+  EXPECT_EQ(json["assignments"][1]["refused"][0]["handle"], "33");
+  EXPECT_NE(json["assignments"][1]["refused"][0]["reason"], "");
+  EXPECT_FALSE(exists(saved));
+}
+
+TEST_F(SetCommand, KeepGoingSavesWhatWasNotRefused) {
+  const std::string report =
+      run({.selection = {.handles = {"33"}}, .assignments = {"Radius=-1", "Layer=Walls"}, .keepGoing = true});
+  EXPECT_EQ(code, failed);
+  EXPECT_THAT(report, HasSubstr("1 refused\n    33: "));
+  EXPECT_EQ(rowOf(saved, "33", "Layer"), "Walls");
+  EXPECT_EQ(rowOf(saved, "33", "Radius"), 2.5);
+}
+
+TEST_F(SetCommand, AWrongValueNamesTheChoices) {
+  EXPECT_THAT(failureOf({.selection = {.handles = {"33"}}, .assignments = {"Layer=Nowhere"}}),
+              HasSubstr("none of its choices: 0, Walls, Locked, Frozen"));
+}
+
+TEST_F(SetCommand, AWrongNameNamesWhatCanBeEdited) {
+  EXPECT_THAT(failureOf({.selection = {.handles = {"33"}}, .assignments = {"Radios=1"}}),
+              HasSubstr("Radius"));
+}
+
+TEST_F(SetCommand, AReadOnlyPropertyCannotBeSet) {
+  EXPECT_THAT(failureOf({.selection = {.handles = {"33"}}, .assignments = {"Handle=1"}}),
+              HasSubstr("Handle cannot be edited"));
+}
+
+TEST_F(SetCommand, ASelectionOfLockedLayersAloneChangesNothingAndIsNoFailure) {
+  const Json json = runJson({.selection = {.layers = {"Locked"}}, .assignments = {"Layer=0"}});
+  EXPECT_EQ(code, succeeded);
+  EXPECT_THAT(json["assignments"][0]["locked"], ElementsAre("31"));
+  EXPECT_THAT(json["assignments"][0]["changed"], IsEmpty());
+}
+
+TEST_F(SetCommand, WithoutASelectionOrATargetTheUsageIsWrong) {
+  std::ostringstream out;
+  EXPECT_THROW(set({.drawing = file, .assignments = {"Layer=0"}, .dryRun = true}, out), UsageFailure);
+  EXPECT_THROW(set({.drawing = file, .selection = {.all = true}, .assignments = {"Layer=0"}}, out),
+               UsageFailure);
+}
+
+TEST_F(SetCommand, AnExistingOutputIsKeptUnlessForced) {
+  folder.write("saved.dxf", "mine");
+  EXPECT_THAT(failureOf({.selection = {.handles = {"33"}}, .assignments = {"Radius=2"}}),
+              HasSubstr("exists already (--force replaces it)"));
+  EXPECT_EQ(readFile(saved), "mine");
+  run({.selection = {.handles = {"33"}}, .assignments = {"Radius=2"}, .force = true});
+  EXPECT_EQ(rowOf(saved, "33", "Radius"), 2.0);
+}
+
+TEST_F(SetCommand, TheDrawingItselfIsNoOutput) {
+  EXPECT_THAT(failureOf({.selection = {.handles = {"33"}}, .assignments = {"Radius=2"}, .output = file}),
+              HasSubstr("is the drawing itself (--in-place saves to it)"));
+  EXPECT_EQ(readFile(file), bytes);
+}
+
+TEST_F(SetCommand, AFileThatCannotBeWrittenIsNamed) {
+  EXPECT_THAT(failureOf({.selection = {.handles = {"33"}},
+                         .assignments = {"Radius=2"},
+                         .output = folder.path("no/such/plan.dxf")}),
+              HasSubstr("plan.dxf: cannot be written: No such file or directory"));
+}
