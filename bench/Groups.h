@@ -18,6 +18,9 @@ struct Settings {
 /// The query beside its floor, over the number of entities.
 void measureQueries(const Settings& settings, Report& report);
 
+/// Writing a value beside its floor, over the number of entities.
+void measureWriting(const Settings& settings, Report& report);
+
 /// The merge, copying and sorting of lists made up in memory, over the number of rows.
 void measureLists(const Settings& settings, Report& report);
 

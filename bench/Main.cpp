@@ -75,6 +75,7 @@ int run(const CommandLine& line) {
   }
   Report report(environment());
   measureQueries(line.settings, report);
+  measureWriting(line.settings, report);
   measureLists(line.settings, report);
   if (line.json) report.writeJson(*line.json);
   return 0;

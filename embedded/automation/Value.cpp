@@ -97,7 +97,7 @@ std::optional<std::vector<double>> numbersFrom(const VARIANT& source) {
 template <class T>
 std::optional<Value> valueOf(std::optional<T> converted) {
   if (!converted) return std::nullopt;
-  return Value(*std::move(converted));
+  return std::optional<Value>(std::in_place, std::in_place_type<T>, *std::move(converted));
 }
 
 }  // namespace
@@ -131,7 +131,8 @@ std::optional<Value> fromVariant(const VARIANT& variant, const ValueType& type) 
     if (variant.vt != VT_DISPATCH) {
       if (isArray || isObject) return std::nullopt;
       const std::optional<std::int32_t> number = integerFrom(variant);
-      return number || variant.vt != VT_BSTR ? valueOf(number) : valueOf(textFrom(variant));
+      if (!number && variant.vt == VT_BSTR) return valueOf(textFrom(variant));
+      return valueOf(number);
     }
     if (variant.pdispVal == nullptr) return std::nullopt;
     return Value(OwnedDispatch::sharing(variant.pdispVal));

@@ -1,0 +1,123 @@
+// Writing one value to a whole selection, beside its floor: the lookups and puts that it must make, in a bare loop.
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "bench/Drawings.h"
+#include "bench/Groups.h"
+#include "bench/Selection.h"
+#include "host/com/Bstr.h"
+#include "host/com/ComRuntime.h"
+#include "host/com/IDispatch.h"
+#include "host/database/OpenObject.h"
+
+namespace velt::bench {
+
+namespace {
+
+constexpr const wchar_t* written = L"LinetypeScale";
+
+VARIANT real(double number) {
+  VARIANT made{};
+  made.vt = VT_R8;
+  made.dblVal = number;
+  return made;
+}
+
+PROPINFO rowOf(Selection& selection) {
+  TqVector<PROPINFO> rows;
+  selection.query(rows);
+  PROPINFO found;
+  for (PROPINFO& row : rows) {
+    if (row.name == CStdStr<wchar_t>(written)) found = row;
+    VariantClear(&row.value);
+  }
+  if (!found.isEditable) throw std::logic_error("the property that is to be written cannot be written");
+  return found;
+}
+
+void write(Selection& selection, const PROPINFO& row, VARIANT& value) {
+  CStdStr<wchar_t> errorText;
+  int lockedCount = 0;
+  VkArray<VkDbObjectId> touched;
+  const int result =
+      SetPropertiesValue(selection.entries(), row, value, false, errorText, lockedCount, touched, 0);
+  if (result != 1 || touched.length() != static_cast<int>(selection.entries().length()))
+    throw std::logic_error("not every entity was written to");
+}
+
+bool isLocked(VkDbObjectId id) {
+  VkDbEntity* entity = nullptr;
+  vkdbOpenObject(entity, id, VkDb::kForRead);
+  const VkDbObjectId layerId = entity->layerId();
+  entity->close();
+  VkDbLayerTableRecord* layer = nullptr;
+  vkdbOpenObject<VkDbLayerTableRecord>(layer, layerId, VkDb::kForRead, false);
+  const bool locked = layer->isLocked();
+  layer->close();
+  return locked;
+}
+
+void writeBare(Selection& selection, VARIANT& value) {
+  BSTR name = SysAllocString(written);
+  DISPID namedArgument = DISPID_PROPERTYPUT;
+  for (VeltPropData* const entry : std::as_const(selection.entries())) {
+    VkDbObjectId id;
+    id.setFromOldId(entry->oldId);
+    if (isLocked(id)) continue;
+    DISPID dispId = 0;
+    entry->pDispatch->GetIDsOfNames(GUID_NULL, &name, 1, LOCALE_SYSTEM_DEFAULT, &dispId);
+    DISPPARAMS parameters{&value, &namedArgument, 1, 1};
+    VARIANT result{};
+    entry->pDispatch->Invoke(dispId, GUID_NULL, GetUserDefaultLCID(), DISPATCH_PROPERTYPUT, &parameters,
+                             &result, nullptr, nullptr);
+  }
+  SysFreeString(name);
+}
+
+}  // namespace
+
+void measureWriting(const Settings& settings, Report& report) {
+  if (!settings.wants("write/lines")) return;
+  const std::vector<std::uint32_t> sizes = settings.quick ? std::vector<std::uint32_t>{10, 100}
+                                                          : std::vector<std::uint32_t>{1'000, 10'000, 50'000};
+  const Repetitions repetitions = settings.quick ? Repetitions{.atLeast = 2, .atMost = 2} : Repetitions{};
+  std::vector<Point> growth;
+  for (const std::uint32_t entities : sizes) {
+    Selection selection(drawingOf(Content::Lines, entities));
+    selection.setUp();
+    const PROPINFO row = rowOf(selection);
+    // Another value each time: the value that is there already is not written again.
+    double next = 1.0;
+    const auto another = [&] { return real(next += 0.25); };
+    VARIANT first = another();
+    writeBare(selection, first);  // from here on every record has been edited before
+    const Pairs times = samplePairs(
+        repetitions,
+        [&] {
+          VARIANT value = another();
+          write(selection, row, value);
+        },
+        [&] {
+          VARIANT value = another();
+          writeBare(selection, value);
+        });
+    const Spread time = spreadOf(times.first);
+    growth.push_back({static_cast<double>(entities), time.median});
+    report.add({fmt::format("write/lines/{}", entities),
+                {{"entities", static_cast<double>(entities)}},
+                {{"ratio", "", spreadOf(times.ratio)},
+                 {"write", "ns per entity", time.over(static_cast<double>(entities))},
+                 {"floor", "ns per entity", spreadOf(times.second).over(static_cast<double>(entities))}}});
+  }
+  const double exponent = growthExponent(growth);
+  report.add({"growth/write/lines",
+              {{"from", growth.front().size}, {"to", growth.back().size}},
+              {{"exponent", "", {exponent, exponent, exponent}}}});
+}
+
+}  // namespace velt::bench
