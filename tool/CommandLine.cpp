@@ -19,13 +19,14 @@ void addSelection(CLI::App& command, SelectionRequest& selection) {
   command
       .add_option("--handle", selection.handles, "Entities by handle, hexadecimal (2F, or several: 2F,30)")
       ->delimiter(',')
-      ->type_name("H,...");
+      ->allow_extra_args(false)  // what follows is something else, such as an assignment
+      ->type_name("HANDLE");
   command.add_option("--layer", selection.layers, "Entities on a layer (may be given again)")
       ->type_name("NAME")
-      ->take_all()
-      ->expected(1);
+      ->allow_extra_args(false);
   command.add_option("--type", selection.types, "Entities of a class (Line) or DXF type (LINE)")
       ->type_name("TYPE")
+      ->allow_extra_args(false)
       ->delimiter(',');
   command.add_flag("--in-blocks", selection.inBlocks, "Also the entities inside block definitions");
   command.footer(

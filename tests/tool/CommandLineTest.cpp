@@ -58,6 +58,23 @@ TEST(CommandLine, ShowWithoutASelectionSaysHowToSelect) {
   EXPECT_THAT(outcome.err, HasSubstr("--all, --handle, --layer or --type"));
 }
 
+TEST(CommandLine, WhatFollowsASelectionIsAnAssignment) {
+  const TemporaryFolder folder;
+  const std::string file =
+      folder.write("a.dxf", drawingOf({{"0"}, {"Walls"}}, line("2F", "0") + line("30", "Walls")));
+  for (const std::vector<const char*>& selection : {std::vector<const char*>{"--handle", "2F"},
+                                                    {"--layer", "0"},
+                                                    {"--type", "Line"},
+                                                    {"--layer", "0", "--layer", "Walls"}}) {
+    std::vector<const char*> arguments{"set", file.c_str()};
+    arguments.insert(arguments.end(), selection.begin(), selection.end());
+    arguments.insert(arguments.end(), {"Color=Red", "Thickness=2", "--dry-run"});
+    const Outcome outcome = veltprops(arguments);
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr("Color=Red\n"));
+  }
+}
+
 TEST(CommandLine, AMissingDrawingIsNamed) {
   const TemporaryFolder folder;
   const std::string file = folder.path("missing.dxf");

@@ -182,3 +182,29 @@ TEST_F(SetCommand, AFileThatCannotBeWrittenIsNamed) {
                          .output = folder.path("no/such/plan.dxf")}),
               HasSubstr("plan.dxf: cannot be written: No such file or directory"));
 }
+
+TEST_F(SetCommand, OfFiveEntitiesTheThirdRefuses) {
+  // A circle without the part of its data that the radius belongs in.
+  const std::string lame = pairs({{0, "CIRCLE"}, {5, "42"}, {100, "AcDbEntity"}, {8, "0"}});
+  folder.write("house.dxf", drawingOf({{"0"}}, circle("40", "0") + circle("41", "0") + lame
+                                                   + circle("43", "0") + circle("44", "0")));
+  const SetRequest request{.selection = {.all = true}, .assignments = {"Radius=7"}};
+
+  const Json stopped = runJson(request)["assignments"][0];
+  EXPECT_EQ(code, failed);
+  EXPECT_THAT(stopped["changed"], ElementsAre("40", "41"));
+  ASSERT_EQ(stopped["refused"].size(), 1U);
+  EXPECT_EQ(stopped["refused"][0]["handle"], "42");
+  EXPECT_THAT(stopped["notReached"], ElementsAre("43", "44"));
+  EXPECT_FALSE(exists(saved));
+
+  const std::string report = run(request);
+  EXPECT_THAT(report, HasSubstr("       2 changed\n       1 refused\n    42: "));
+  EXPECT_THAT(report, HasSubstr("\n       2 not reached behind the refusal\n"));
+  EXPECT_THAT(report, HasSubstr("A value was refused, so nothing was saved (--keep-going saves the rest)"));
+
+  SetRequest onwards = request;
+  onwards.keepGoing = true;
+  EXPECT_THAT(runJson(onwards)["assignments"][0]["changed"], ElementsAre("40", "41", "43", "44"));
+  EXPECT_EQ(rowOf(saved, "44", "Radius"), 7.0);
+}

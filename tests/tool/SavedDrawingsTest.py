@@ -1,0 +1,183 @@
+"""Every seventh entity of real drawings is changed and saved: nothing but what was changed differs, the values are read
+back, and an independent reader finds no more to complain of than before."""
+
+import collections
+import json
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+try:
+    import ezdxf
+    import ezdxf.recover
+except ImportError:
+    ezdxf = None
+
+TOOL = pathlib.Path(os.environ["VELT_BINARY_DIR"]) / "bin" / "veltprops"
+DRAWINGS = os.environ.get("VELT_DRAWINGS")
+
+# Group codes of what is written to all of them: layer, colour in its three forms, line weight, line type.
+GENERAL_CODES = {8, 62, 420, 430, 370, 6}
+# What is never geometry: handles, names, owners, markers, extended data.
+NEVER_GEOMETRY = {0, 1, 2, 3, 5, 6, 8, 62, 100, 102, 105, 330, 360, 370, 420, 430} | set(range(1000, 1072))
+
+
+def veltprops(*arguments, may_refuse=False):
+    result = subprocess.run([TOOL, *map(str, arguments)], capture_output=True, check=False)
+    if result.returncode != 0 and not (may_refuse and result.returncode == 1 and result.stdout):
+        raise AssertionError(f"veltprops {' '.join(map(str, arguments))[:300]}: exit {result.returncode}\n"
+                             f"{result.stderr.decode(errors='replace')[:2000]}")
+    return result.stdout
+
+
+def answer(*arguments, **options):
+    return json.loads(veltprops(*arguments, "--json", **options))
+
+
+def rows_of(drawing, handles):
+    return {row["displayName"]: row for row in answer("show", drawing, "--handle", ",".join(handles))["rows"]}
+
+
+def records_of(drawing):
+    """Lists of (code, value), a new one at each code 0."""
+    lines = pathlib.Path(drawing).read_bytes().split(b"\n")
+    records = []
+    for code, value in zip(lines[0::2], lines[1::2]):
+        pair = (int(code.strip() or -1), value.rstrip(b"\r"))
+        if pair[0] == 0 or not records:
+            records.append([])
+        records[-1].append(pair)
+        if pair == (0, b"EOF"):
+            break
+    return records
+
+
+def handle_of(record):
+    return next((value.strip().decode().upper() for code, value in record if code in (5, 105)), "")
+
+
+def differences(before, after):
+    """Handles of the entities that differ, each with the codes of the pairs that were added or went. Vertices belong to
+    their polyline, attributes to their block reference."""
+    old, new = records_of(before), records_of(after)
+    assert len(old) == len(new), f"{len(old)} records became {len(new)}"
+    found = collections.defaultdict(set)
+    head = ""
+    for one, other in zip(old, new):
+        if one[0] not in ((0, b"VERTEX"), (0, b"ATTRIB"), (0, b"SEQEND")):
+            head = handle_of(one)
+        if one == other:
+            continue
+        gone = collections.Counter(one) - collections.Counter(other)
+        come = collections.Counter(other) - collections.Counter(one)
+        found[head] |= {code for code, _ in (gone + come)}
+    return found
+
+
+def findings(drawing):
+    _, auditor = ezdxf.recover.readfile(drawing)
+    return len(auditor.errors) + len(auditor.fixes)
+
+
+@unittest.skipUnless(DRAWINGS, "VELT_DRAWINGS names no folder of drawings")
+class SavedDrawings(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(prefix="velt-saved-")
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+
+    def every_drawing(self):
+        drawings = sorted(pathlib.Path(DRAWINGS).glob("*.dxf"))
+        self.assertTrue(drawings, f"no drawing in {DRAWINGS}")
+        for drawing in drawings:
+            entities = answer("list", drawing)["entities"][::7]
+            if entities:
+                yield drawing, entities
+
+    def changed_in(self, report):
+        return [set(one["changed"]) for one in report["assignments"]]
+
+    def test_general_properties(self):
+        for drawing, entities in self.every_drawing():
+            with self.subTest(drawing.name):
+                handles = [entity["handle"] for entity in entities]
+                rows = rows_of(drawing, handles)
+                wanted = {"Color": "Red", "Lineweight": "0.35 mm", "Linetype": rows["Linetype"]["choiceNames"][-1],
+                          "Layer": rows["Layer"]["choiceNames"][-1]}
+                saved = self.folder / drawing.name
+
+                report = answer("set", drawing, "--handle", ",".join(handles), "--keep-going", "-o", saved,
+                                *(f"{name}={value}" for name, value in wanted.items()), may_refuse=True)
+
+                changed = set().union(*self.changed_in(report))
+                self.assertTrue(changed)
+                found = differences(drawing, saved)
+                self.assertEqual(sorted(set(found) ^ {handle.upper() for handle in changed})[:9], [])
+                for handle, codes in found.items():
+                    self.assertLessEqual(codes, GENERAL_CODES, handle)
+                for assignment in report["assignments"]:
+                    name = assignment["name"]
+                    if assignment["changed"]:
+                        row = rows_of(saved, assignment["changed"])[name]
+                        self.assertFalse(row["isVaries"], name)
+                        self.assertEqual(row["text"], wanted[name])
+                    for refusal in assignment["refused"]:
+                        self.assertEqual(name, "Lineweight", refusal)
+                        self.assertTrue(refusal["reason"])
+
+    def geometry_of(self, drawing, handle):
+        """The first number of an entity's geometry that can be written, by the name that tells it from all others."""
+        rows = [row for row in answer("show", drawing, "--handle", handle)["rows"]]
+        names = collections.Counter(row["displayName"].lower() for row in rows)
+        for row in rows:
+            if (row["categoryName"] == "Geometry" and row["isEditable"] and isinstance(row["value"], float)
+                    and row["customType"] != 543 and names[row["displayName"].lower()] == 1):
+                return row["displayName"], row["value"] + 1.5
+        return None, None
+
+    def test_a_value_of_the_geometry(self):
+        for drawing, entities in self.every_drawing():
+            with self.subTest(drawing.name):
+                by_class = collections.defaultdict(list)
+                for entity in entities:
+                    by_class[entity["class"]].append(entity["handle"])
+                for kind, handles in by_class.items():
+                    name, value = self.geometry_of(drawing, handles[0])
+                    if name is None:
+                        continue
+                    saved = self.folder / f"{kind}-{drawing.name}"
+
+                    report = answer("set", drawing, "--handle", ",".join(handles), "--keep-going", "-o", saved,
+                                    f"{name}={value!r}", may_refuse=True)
+
+                    changed = self.changed_in(report)[0]
+                    found = differences(drawing, saved)
+                    self.assertEqual(sorted({handle.upper() for handle in changed} - set(found))[:9], [], f"{kind} {name}")
+                    for handle, codes in found.items():
+                        self.assertFalse(codes & NEVER_GEOMETRY, f"{kind} {handle} {name}: {codes}")
+                    if changed:
+                        row = rows_of(saved, list(changed))[name]
+                        self.assertFalse(row["isVaries"], f"{kind} {name}")
+                        self.assertAlmostEqual(row["value"], value, places=9)
+
+    @unittest.skipUnless(ezdxf, "python3-ezdxf is not installed")
+    def test_an_independent_reader_finds_no_more_than_before(self):
+        for drawing, entities in self.every_drawing():
+            with self.subTest(drawing.name):
+                saved = self.folder / drawing.name
+                handles = ",".join(entity["handle"] for entity in entities)
+                rows = rows_of(drawing, handles.split(","))
+                veltprops("set", drawing, "--handle", handles, "--keep-going", "-o", saved, "Color=12,34,56",
+                          "Lineweight=0.35 mm", f"Layer={rows['Layer']['choiceNames'][-1]}",
+                          f"Linetype={rows['Linetype']['choiceNames'][-1]}", may_refuse=True)
+                self.assertLessEqual(findings(saved), findings(drawing))
+
+
+if __name__ == "__main__":
+    if not DRAWINGS:
+        print("skipped: VELT_DRAWINGS names no folder of drawings")
+        sys.exit(77)
+    unittest.main()
