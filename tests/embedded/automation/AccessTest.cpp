@@ -6,7 +6,8 @@
 
 #include "embedded/automation/Refusal.h"
 #include "embedded/automation/classes/General.h"
-#include "tests/embedded/automation/Toys.h"
+#include "embedded/automation/geometry/Angle.h"
+#include "tests/embedded/automation/Edits.h"
 
 namespace velt::automation {
 namespace {
@@ -103,6 +104,87 @@ TEST_F(AccessTest, ReadOnlyTakesThePutAway) {
   EXPECT_TRUE(row(access).isWritable());
   EXPECT_FALSE(row(access.readOnly()).isWritable());
   EXPECT_EQ(access.get, access.readOnly().get);
+}
+
+// --- putting ---
+
+class AccessPutTest : public AccessTest {
+ protected:
+  AccessPutTest() { toy = {}; }
+  /// The pairs behind a put.
+  std::string put(const Access& access, Pairs pairs, const Value& value) {
+    const Subject subject = subjectOf(pairs);
+    access.put(subject, row(access), value);
+    return pairsOf(*drawing);
+  }
+  HRESULT refusal(const Access& access, Pairs pairs, const Value& value) {
+    return refusalOf([&] { put(access, pairs, value); });
+  }
+};
+
+TEST_F(AccessPutTest, NumbersAreStoredInTheirUnit) {
+  EXPECT_EQ("40=2.5", put(storedReal(40, "*"), {{40, "1"}}, 2.5));
+  EXPECT_EQ("50=30.0", put(storedDegrees(50, "*"), {{50, "1"}}, pi / 6)) << "round degrees stay round";
+  EXPECT_EQ("50=-30.0", put(storedDegrees(50, "*"), {{50, "1"}}, -pi / 6));
+  EXPECT_EQ("50=330.0", put(storedDirection(50, "*"), {{50, "1"}}, -pi / 6));
+  EXPECT_EQ("70=7", put(storedInteger(70, "*"), {{70, "1"}}, 7));
+  EXPECT_EQ("1=\xE4 \\U+2264", put(storedText(1, "*"), {{1, "x"}}, std::wstring(L"\u00E4 \u2264")));
+}
+
+TEST_F(AccessPutTest, AnAngleThatIsNotRoundKeepsAllItsDigits) {
+  const std::string written = put(storedDegrees(50, "*"), {{50, "1"}}, 1.0);
+  EXPECT_EQ(1.0, get<double>(storedDegrees(50, "*"), {{50, written.substr(3)}}));
+}
+
+TEST_F(AccessPutTest, ABitLeavesTheOthers) {
+  EXPECT_EQ("70=133", put(storedBit(70, "*", 4), {{70, "129"}}, true));
+  EXPECT_EQ("70=128", put(storedBit(70, "*", 1), {{70, "129"}}, false));
+  EXPECT_EQ("8=0 70=1", put(storedBit(70, "*", 1), {{8, "0"}}, true));
+}
+
+TEST_F(AccessPutTest, PointsAreStoredInTheirPlane) {
+  EXPECT_EQ("10=4.0 20=5.0 30=6.0",
+            put(worldPoint(10, "*"), {{10, "1"}, {20, "2"}, {30, "3"}}, Vector3{4, 5, 6}));
+  EXPECT_EQ("10=-4.0 20=5.0 30=-6.0 210=0 220=0 230=-1",
+            put(objectPoint(10, "*"), {{10, "1"}, {20, "2"}, {30, "3"}, {210, "0"}, {220, "0"}, {230, "-1"}},
+                Vector3{4, 5, 6}));
+}
+
+TEST_F(AccessPutTest, ACoordinateIsChangedAlone) {
+  const Access access = worldPoint(10, "*");
+  const Subject subject = subjectOf({{10, "1"}, {20, "2.00"}, {30, "3"}});
+  pointElements.put(subject, row(access), 2, 7);
+  EXPECT_EQ("10=1 20=2.00 30=7.0", pairsOf(*drawing));
+}
+
+TEST_F(AccessPutTest, TheValueThatIsThereChangesNothing) {
+  EXPECT_EQ("40=1.50", put(storedReal(40, "*"), {{40, "1.50"}}, 1.5));
+  EXPECT_EQ("50=33.333333333333336",
+            put(storedDegrees(50, "*"), {{50, "33.333333333333336"}}, 33.333333333333336 / 180 * pi));
+  EXPECT_EQ("50=-30", put(storedDirection(50, "*"), {{50, "-30"}}, normalizedAngle(-pi / 6)));
+  EXPECT_EQ("1=\\U+00E4", put(storedText(1, "*"), {{1, "\\U+00E4"}}, std::wstring(L"\u00E4")));
+  EXPECT_EQ("8=0", put(storedReal(40, "*", 1), {{8, "0"}}, 1.0)) << "a missing value is its default";
+}
+
+TEST_F(AccessPutTest, LimitsAndTypesAreKept) {
+  const Pairs pairs = {{40, "1"}};
+  EXPECT_EQ(E_INVALIDARG, refusal(storedReal(40, "*").positive(), pairs, 0.0));
+  EXPECT_EQ(E_INVALIDARG, refusal(storedReal(40, "*").notNegative(), pairs, -1.0));
+  EXPECT_EQ(E_INVALIDARG, refusal(storedReal(40, "*").notZero(), pairs, 0.0));
+  EXPECT_EQ(E_INVALIDARG, refusal(storedInteger(40, "*").positive(), pairs, 0));
+  EXPECT_EQ(E_INVALIDARG, refusal(computed<getToyReal, putToyReal>().positive(), pairs, -1.0));
+  EXPECT_EQ(DISP_E_TYPEMISMATCH, refusal(storedReal(40, "*"), pairs, 1));
+  EXPECT_EQ(DISP_E_TYPEMISMATCH, refusal(worldPoint(10, "*"), pairs, std::vector<double>{1, 2}));
+  EXPECT_EQ(DISP_E_TYPEMISMATCH, refusal(computed<getToyReal, putToyReal>(), pairs, 1));
+  EXPECT_EQ(E_INVALIDARG, refusal(storedText(1, "*"), pairs, std::wstring(L"two\nlines")));
+  EXPECT_EQ("40=1", pairsOf(*drawing));
+}
+
+TEST_F(AccessPutTest, AStoredValueCanHaveAPutOfItsClass) {
+  const Access access = writtenBy<putToyReal>(storedReal(40, "*"));
+  EXPECT_EQ("40=1", put(access, {{40, "1"}}, 2.5));
+  EXPECT_EQ(std::vector<double>{2.5}, toy.put);
+  EXPECT_EQ(AccessKind::Real, access.kind);
 }
 
 }  // namespace

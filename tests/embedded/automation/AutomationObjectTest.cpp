@@ -293,6 +293,43 @@ TEST_F(AutomationObjectTest, APutNamesItsArgument) {
   EXPECT_TRUE(toy.put.empty());
 }
 
+TEST_F(AutomationObjectTest, APutThatIsRefusedHalfWayLeavesNothingBehind) {
+  const Bound made = bound();
+  const std::string before = drawing->document().bytes();
+  const Answer refused = made.put(L"Half", number(1));
+  EXPECT_EQ(DISP_E_EXCEPTION, refused.result);
+  EXPECT_EQ(E_FAIL, refused.scode);
+  EXPECT_EQ(L"Only half of it.", refused.description);
+  EXPECT_EQ(before, drawing->document().bytes());
+  EXPECT_EQ(S_OK, made.put(L"Half", number(-1)).result);
+  EXPECT_NE(before, drawing->document().bytes());
+}
+
+TEST_F(AutomationObjectTest, AnEntityOnALockedLayerTakesNoPut) {
+  drawing = Sample().layer("Walls", {{70, "4"}}).entity("TOY", {{8, "Walls"}}).open();
+  const Bound made = bound();
+  const Answer refused = made.put(L"Real", number(1));
+  EXPECT_EQ(DISP_E_EXCEPTION, refused.result);
+  EXPECT_EQ(E_ACCESSDENIED, refused.scode);
+  EXPECT_EQ(L"The layer Walls is locked.", refused.description);
+  EXPECT_EQ(E_ACCESSDENIED, made.putElement(L"Spot", 0, 1));
+  EXPECT_TRUE(toy.put.empty());
+}
+
+TEST_F(AutomationObjectTest, APutNeedsAFormatThatHasAPlaceForIt) {
+  EXPECT_EQ(E_FAIL, bound().put(L"Newer", number(1)).scode);
+  EXPECT_TRUE(toy.put.empty());
+  drawing = Sample().version("AC1018").entity("TOY").open();
+  EXPECT_EQ(S_OK, bound().put(L"Newer", number(1)).result);
+}
+
+TEST_F(AutomationObjectTest, AnEnumerationTakesItsMembersOnly) {
+  EXPECT_EQ(E_INVALIDARG, bound().put(L"Tens", integer(15)).scode);
+  EXPECT_TRUE(toy.put.empty());
+  EXPECT_EQ(S_OK, bound().put(L"Tens", integer(10)).result);
+  EXPECT_EQ(std::vector<double>{10}, toy.put);
+}
+
 // --- how properties are shown ---
 
 TEST_F(AutomationObjectTest, GivesLabels) {

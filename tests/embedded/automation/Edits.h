@@ -34,6 +34,12 @@ inline Subject subjectOf(const Drawing& drawing, std::size_t entity = 0) {
   return Subject(*database::resolve(id), id, toyClass);
 }
 
+inline VariantHolder pointValue(const Vector3& point) {
+  VariantHolder held;
+  *held.put() = toVariant(Value(point), VT_VARIANT);
+  return held;
+}
+
 /// The result that the refusal stands for; S_OK when there is none.
 template <class Body>
 HRESULT refusalOf(Body&& body) {

@@ -28,6 +28,11 @@ inline double getToyReal(const Subject&) {
 inline void putToyReal(const Subject&, const double& value) {
   toy.put.push_back(value);
 }
+/// Refuses when it has changed something already.
+inline void putToyHalf(const Subject& subject, const double& value) {
+  Editor(subject).text(8, "*", L"half");
+  if (value > 0) throw Refusal(E_FAIL, L"Only half of it.");
+}
 inline double getToyRefusal(const Subject&) {
   throw Refusal(E_FAIL, L"Not today.");
 }
@@ -39,6 +44,9 @@ inline double getToyMistake(const Subject&) {
 }
 inline std::int32_t getToyChoice(const Subject&) {
   return 20;
+}
+inline void putToyChoice(const Subject&, const std::int32_t& value) {
+  toy.put.push_back(value);
 }
 inline std::wstring getToyText(const Subject&) {
   return L"";
@@ -99,6 +107,9 @@ inline constexpr PropertyRow toyRows[] = {
   { 31, L"Refusal",      L"Refusal",         VT_R8,            palette::Category::Misc,      computed<getToyRefusal>(),          Choices::None,           0, L""},
   { 32, L"Overflow",     L"Overflow",        VT_R8,            palette::Category::Misc,      computed<getToyOverflow>(),         Choices::None,           0, L""},
   { 33, L"Mistake",      L"Mistake",         VT_R8,            palette::Category::Misc,      computed<getToyMistake>(),          Choices::None,           0, L""},
+  { 35, L"Half",         L"Half",            VT_R8,            palette::Category::Misc,      computed<getToyReal, putToyHalf>(), Choices::None,           0, L""},
+  { 36, L"Newer",        L"Newer",           VT_R8,            palette::Category::Misc,      computed<getToyReal, putToyReal>().from("AC1018"), Choices::None, 0, L""},
+  { 37, L"Tens",         L"Tens",            toyEnumeration,   palette::Category::Misc,      computed<getToyChoice, putToyChoice>(), Choices::Enumeration, 0, L""},
   { 34, L"WrongType",    L"Wrong type",      VT_R8,            palette::Category::Misc,      computed<getToyWrongType>(),        Choices::None,           0, L""},
 };
 // clang-format on

@@ -97,5 +97,48 @@ TEST(Colors, ALayerMayHaveATrueColorAndAName) {
   EXPECT_STREQ(L"DIC 7", color.colorName());
 }
 
+// --- writing ---
+
+/// The pairs of an entity that had these before and is given that colour.
+std::string recolored(Pairs pairs, std::uint32_t value, const wchar_t* name = L"",
+                      const wchar_t* book = L"") {
+  const auto drawing = Sample().entity("LINE", pairs).open();
+  const std::uint32_t line = test::entityRecord(*drawing);
+  VkCmColor color;
+  color.setColor(value);
+  color.setNames(name, book);
+  EXPECT_TRUE(setEntityColor(*drawing, line, color));
+  EXPECT_TRUE(color == entityColor(Lens(*drawing, line)));
+  std::string written;
+  const dxf::RecordView view = drawing->view(line);
+  for (std::size_t index = 1; index < view.size(); ++index)
+    written += std::to_string(view.code(index)) + "=" + std::string(view.value(index)) + " ";
+  return written;
+}
+
+TEST(Colors, ANewColorLeavesNothingOfTheOldOne) {
+  const Pairs named = {{8, "0"}, {62, "5"}, {48, "2.0"}, {420, "255"}, {430, "A$B"}};
+  EXPECT_EQ("8=0 62=3 48=2.0 ", recolored(named, 0xC3000003));
+  EXPECT_EQ("8=0 48=2.0 ", recolored(named, 0xC0000000));
+  EXPECT_EQ("8=0 62=0 48=2.0 ", recolored(named, 0xC1000000));
+  EXPECT_EQ("8=0 48=2.0 420=1 ", recolored(named, 0xC2000001));
+  EXPECT_EQ("8=0 48=2.0 420=1 430=RAL$1006 ", recolored(named, 0xC2000001, L"1006", L"RAL"));
+}
+
+TEST(Colors, AColorGoesWhereColorsStand) {
+  EXPECT_EQ("8=0 62=3 10=1.0 ", recolored({{8, "0"}, {10, "1.0"}}, 0xC3000003));
+  EXPECT_EQ("8=0 420=1 430=Sky 10=1.0 ", recolored({{8, "0"}, {10, "1.0"}}, 0xC2000001, L"Sky"));
+}
+
+TEST(Colors, WhatIsNoColorOfAnEntityIsNotWritten) {
+  const auto drawing = Sample().entity("LINE", {{62, "5"}}).open();
+  for (const std::uint32_t value : {0U, 0xC8000000U, 0xC3000000U, 0xC3000100U}) {
+    VkCmColor color;
+    color.setColor(value);
+    EXPECT_FALSE(setEntityColor(*drawing, test::entityRecord(*drawing), color)) << value;
+  }
+  EXPECT_EQ(0U, drawing->revision());
+}
+
 }  // namespace
 }  // namespace velt::database

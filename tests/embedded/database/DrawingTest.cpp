@@ -367,6 +367,36 @@ TEST(Drawing, EveryEditCounts) {
   EXPECT_EQ(2U, drawing->revision());
 }
 
+TEST(Drawing, ChangesThatFailHalfWayLeaveNothingBehind) {
+  const auto drawing = Sample().layer("A").entity("LINE", {{8, "A"}}).entity("LINE", {{8, "A"}}).open();
+  const std::uint32_t layer = drawing->layers().find(L"A")->record;
+  const std::uint32_t first = test::entityRecord(*drawing, 0);
+  const std::uint32_t second = test::entityRecord(*drawing, 1);
+  const auto rename = [&](std::uint32_t record, int code, const char* name) {
+    drawing->edit(record,
+                  [&](dxf::Document& document) { document.set(record, code, dxf::anySubclass, name); });
+  };
+  rename(second, 8, "B");
+  const std::string before = drawing->document().bytes();
+
+  EXPECT_THROW(drawing->atomically([&] {
+    rename(first, 8, "C");
+    drawing->atomically([&] { rename(second, 8, "D"); });
+    rename(layer, 2, "E");
+    rename(first, 8, "F");
+    throw std::runtime_error("no");
+  }),
+               std::runtime_error);
+  EXPECT_EQ(before, drawing->document().bytes());
+  EXPECT_NE(nullptr, drawing->layers().find(L"A")) << "the tables follow";
+  EXPECT_EQ(nullptr, drawing->layers().find(L"E"));
+
+  drawing->atomically([&] { rename(first, 8, "C"); });
+  EXPECT_EQ(L"C", Entity(*drawing, first).layerName()) << "what succeeds stays";
+  EXPECT_THROW(drawing->atomically([] { throw std::runtime_error("no"); }), std::runtime_error);
+  EXPECT_EQ(L"C", Entity(*drawing, first).layerName()) << "what was done before, too";
+}
+
 TEST(Drawing, TextsAreDecodedAsTheDrawingIsEncoded) {
   const auto modern = Sample().version("AC1032").entity("LINE").open();
   const auto old = Sample().version("AC1015").entity("LINE").open();

@@ -120,5 +120,23 @@ TEST_F(RecordEditorTest, WhatNoDrawingCanHoldIsRefused) {
   expectLine(pairs);
 }
 
+TEST_F(RecordEditorTest, WhatIsThereAlreadyStaysAsItIsWritten) {
+  const Pairs pairs = {{100, "AcDbLine"}, {40, "1.50"}, {70, " 3"}, {340, "0aB"},
+                       {1, "\\U+00E4"},   {10, "+1."},  {20, "2"},  {30, "3.000"}};
+  RecordEditor editor = editorOf(pairs);
+  EXPECT_TRUE(editor.setReal(40, "AcDbLine", 1.5));
+  EXPECT_TRUE(editor.setInteger(70, "AcDbLine", 3));
+  EXPECT_TRUE(editor.setHandle(340, "AcDbLine", 0xAB));
+  EXPECT_TRUE(editor.setText(1, "AcDbLine", L"\u00E4"));
+  EXPECT_TRUE(editor.setPoint(10, "AcDbLine", {1, 2, 3}));
+  EXPECT_EQ(0U, drawing_->revision());
+}
+
+TEST_F(RecordEditorTest, BytesAreWrittenAsTheyAre) {
+  RecordEditor editor = editorOf({{100, "AcDbLine"}, {1, "\\U+00E4"}});
+  EXPECT_TRUE(editor.setBytes(1, "AcDbLine", "\\U+00e4"));
+  expectLine({{100, "AcDbLine"}, {1, "\\U+00e4"}});
+}
+
 }  // namespace
 }  // namespace velt::database

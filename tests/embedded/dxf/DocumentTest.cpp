@@ -390,6 +390,24 @@ TEST(Document, ARevertedRecordIsAsItWasRead) {
   EXPECT_EQ(document.bytes(), smallDrawing());
 }
 
+TEST(Document, ARecordGoesBackToWhatItWasBacked) {
+  Document document = parsed("0\nSECTION\n2\nENTITIES\n0\nLINE\n8\nA\n0\nENDSEC\n0\nEOF\n");
+  const std::uint32_t line = recordOf(document, "LINE");
+  const std::string asRead = document.bytes();
+  Document::Backup untouched = document.backup(line);
+  EXPECT_EQ(line, untouched.record());
+  document.replace(line, 1, "B");
+  const std::string edited = document.bytes();
+  Document::Backup once = document.backup(line);
+  document.insert(line, 2, 62, "3");
+  document.erase(line, 1);
+  document.restore(std::move(once));
+  EXPECT_EQ(edited, document.bytes());
+  document.restore(std::move(untouched));
+  EXPECT_EQ(asRead, document.bytes());
+  EXPECT_FALSE(document.isEdited());
+}
+
 TEST(Document, AnEditThatWouldBreakTheDrawingIsRefused) {
   Document document = parsed(entities({"0|LINE", "8|A"}));
   const std::uint32_t line = recordOf(document, "LINE");

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "tests/embedded/automation/Automation.h"
+#include "tests/embedded/automation/Edits.h"
 
 namespace velt::automation {
 namespace {
@@ -62,6 +62,25 @@ TEST_F(ArcTest, AMirroredArcIsOfferedInTheWorldWithTheAnglesOfItsPlane) {
   expectPoint({-3, 2, -3}, made.numbers(L"StartPoint"));
   expectPoint({-1, 4, -3}, made.numbers(L"EndPoint"));
   EXPECT_EQ(0, made.real(L"StartAngle"));
+}
+
+TEST_F(ArcTest, AnglesArePutAsDirections) {
+  const Bound made = arc("0", "90");
+  EXPECT_EQ(S_OK, made.put(L"StartAngle", number(-pi / 6)).result);
+  EXPECT_NEAR(11 * pi / 6, made.real(L"StartAngle"), 1e-14);
+  EXPECT_EQ(L"330.0", database::Lens(*drawing, recordOf(*drawing, 0)).text(50, "AcDbArc"));
+  EXPECT_NEAR(2 * pi / 3, made.real(L"TotalAngle"), 1e-14);
+  EXPECT_EQ(S_OK, made.put(L"Radius", number(3)).result);
+  EXPECT_EQ(3, made.real(L"Radius"));
+}
+
+TEST_F(ArcTest, TheEndsOfAnArcDoNotCoincide) {
+  const Bound made = arc("0", "90");
+  const std::string before = pairsOf(*drawing);
+  EXPECT_EQ(E_INVALIDARG, made.put(L"StartAngle", number(pi / 2)).scode);
+  EXPECT_EQ(E_INVALIDARG, made.put(L"EndAngle", number(2 * pi)).scode);
+  EXPECT_EQ(E_INVALIDARG, made.put(L"Radius", number(0)).scode);
+  EXPECT_EQ(before, pairsOf(*drawing));
 }
 
 }  // namespace

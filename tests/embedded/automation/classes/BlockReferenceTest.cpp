@@ -2,7 +2,7 @@
 
 #include <numbers>
 
-#include "tests/embedded/automation/Automation.h"
+#include "tests/embedded/automation/Edits.h"
 
 namespace velt::automation {
 namespace {
@@ -73,6 +73,66 @@ TEST_F(BlockReferenceTest, ADynamicBlockIsNamedByItsDefinition) {
   const Bound made(*drawing, 0);
   EXPECT_EQ(L"*U1", made.text(L"Name"));
   EXPECT_EQ(L"DOOR", made.text(L"EffectiveName"));
+}
+
+// --- putting ---
+
+class BlockReferencePutTest : public ::testing::Test {
+ protected:
+  // clang-format off
+  std::unique_ptr<Drawing> drawing = Sample()
+      .entity("INSERT", {{66, "1"}, {2, "DOOR"}, {10, "1.0"}, {20, "2.0"}, {50, "0.0"}})
+      .entity("ATTRIB", {{2, "NO"}, {10, "3.0"}, {20, "2.0"}, {50, "10.0"}})
+      .entity("ATTRIB", {{2, "OF"}, {10, "1.0"}, {20, "2.0"}})
+      .entity("SEQEND")
+      .entity("INSERT", {{2, "DOOR"}, {10, "1.0"}, {20, "2.0"}})
+      .entity("INSERT", {{66, "1"}, {2, "DOOR"}, {10, "1.0"}, {20, "2.0"}})
+      .entity("ATTRIB", {{2, "NO"}, {10, "3.0"}, {20, "2.0"}})
+      .entity("ATTRIB", {{100, "AcDbText"}, {10, "3.0"}, {101, "Embedded Object"}, {10, "3.0"}})
+      .entity("SEQEND")
+      .open();
+  // clang-format on
+  std::string attribute(std::uint32_t number) const {
+    return pairsOf(*drawing, recordOf(*drawing, 0) + 1 + number);
+  }
+};
+
+TEST_F(BlockReferencePutTest, AttributesMoveAlong) {
+  const Bound made(*drawing, 0);
+  EXPECT_EQ(S_OK, made.put(L"InsertionPoint", pointValue(Vector3{5, 1, 4}).get()).result);
+  EXPECT_EQ("66=1 2=DOOR 10=5.0 20=1.0 30=4.0 50=0.0", pairsOf(*drawing));
+  EXPECT_EQ("2=NO 10=7.0 20=1.0 30=4.0 50=10.0", attribute(0));
+  EXPECT_EQ("2=OF 10=5.0 20=1.0 30=4.0", attribute(1));
+}
+
+TEST_F(BlockReferencePutTest, AttributesTurnAlong) {
+  const Bound made(*drawing, 0);
+  EXPECT_EQ(S_OK, made.put(L"Rotation", number(pi / 2)).result);
+  const database::Lens turned(*drawing, recordOf(*drawing, 0) + 1);
+  EXPECT_NEAR(1, turned.point(10, "*")[0], 1e-12);
+  EXPECT_NEAR(4, turned.point(10, "*")[1], 1e-12);
+  EXPECT_NEAR(100, turned.real(50, "*", 0), 1e-9);
+  EXPECT_EQ("2=OF 10=1.0 20=2.0 50=90.0", attribute(1));
+}
+
+TEST_F(BlockReferencePutTest, AttributesAreNotStretched) {
+  const Bound made(*drawing, 0);
+  const std::string before = drawing->document().bytes();
+  for (const wchar_t* name : {L"XScaleFactor", L"YScaleFactor", L"ZScaleFactor"})
+    EXPECT_EQ(E_FAIL, made.put(name, number(2)).scode);
+  EXPECT_EQ(before, drawing->document().bytes());
+  const Bound bare(*drawing, 1);
+  EXPECT_EQ(S_OK, bare.put(L"YScaleFactor", number(-2)).result);
+  EXPECT_EQ(E_INVALIDARG, bare.put(L"XScaleFactor", number(0)).scode);
+  EXPECT_EQ("2=DOOR 10=1.0 20=2.0 42=-2.0", pairsOf(*drawing, recordOf(*drawing, 1)));
+}
+
+TEST_F(BlockReferencePutTest, WhenAnAttributeCannotFollowNothingMoves) {
+  const Bound made(*drawing, 2);
+  const std::string before = drawing->document().bytes();
+  EXPECT_EQ(E_FAIL, made.putElement(L"InsertionPoint", 0, 7));
+  EXPECT_EQ(E_FAIL, made.put(L"Rotation", number(1)).scode);
+  EXPECT_EQ(before, drawing->document().bytes());
 }
 
 }  // namespace

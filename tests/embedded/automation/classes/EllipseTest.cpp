@@ -3,7 +3,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "tests/embedded/automation/Automation.h"
+#include "tests/embedded/automation/Edits.h"
 
 namespace velt::automation {
 namespace {
@@ -62,6 +62,48 @@ TEST_F(EllipseTest, PartsHaveEndsAnglesAndASegment) {
   EXPECT_EQ(0, made.real(L"StartParameter"));
   EXPECT_NEAR(pi / 4, made.real(L"EndParameter"), 1e-12);
   EXPECT_NEAR(4 * (pi / 4 - std::sin(pi / 4)), made.real(L"Area"), 1e-12);
+}
+
+TEST_F(EllipseTest, ARadiusLeavesTheOther) {
+  const Bound made = ellipse("0", whole);
+  EXPECT_EQ(S_OK, made.put(L"MajorRadius", number(8)).result);
+  expectPoint({0, 8, 0}, made.numbers(L"MajorAxis"));
+  EXPECT_NEAR(2, made.real(L"MinorRadius"), 1e-15);
+  EXPECT_EQ(S_OK, made.put(L"MinorRadius", number(4)).result);
+  EXPECT_EQ(8, made.real(L"MajorRadius"));
+  EXPECT_EQ(0.5, made.real(L"RadiusRatio"));
+}
+
+TEST_F(EllipseTest, TheMinorRadiusIsNotGreaterThanTheMajorOne) {
+  const Bound made = ellipse("0", whole);
+  const std::string before = pairsOf(*drawing);
+  EXPECT_EQ(E_INVALIDARG, made.put(L"MajorRadius", number(1)).scode);
+  EXPECT_EQ(E_INVALIDARG, made.put(L"MinorRadius", number(5)).scode);
+  EXPECT_EQ(E_INVALIDARG, made.put(L"RadiusRatio", number(1.01)).scode);
+  EXPECT_EQ(E_INVALIDARG, made.put(L"RadiusRatio", number(1e-9)).scode);
+  EXPECT_EQ(E_INVALIDARG, made.put(L"MinorRadius", number(0)).scode);
+  EXPECT_EQ(DISP_E_EXCEPTION, made.put(L"MajorRadius", number(1e308)).result) << "too flat";
+  EXPECT_EQ(before, pairsOf(*drawing));
+}
+
+TEST_F(EllipseTest, AnglesAndParametersOfTheEndsBelongTogether) {
+  const Bound made = ellipse("0", quarter);
+  EXPECT_EQ(S_OK, made.put(L"EndAngle", number(std::atan(0.5))).result);
+  EXPECT_NEAR(pi / 4, made.real(L"EndParameter"), 1e-12);
+  EXPECT_EQ(S_OK, made.put(L"StartParameter", number(5)).result);
+  EXPECT_EQ(5, made.real(L"StartParameter"));
+}
+
+TEST_F(EllipseTest, TheEndsOfAPartDoNotCoincide) {
+  const Bound part = ellipse("0", quarter);
+  EXPECT_EQ(E_INVALIDARG, part.put(L"EndAngle", number(2 * pi)).scode);
+  EXPECT_EQ(E_INVALIDARG, part.put(L"StartParameter", number(std::stod(quarter))).scode);
+  const Bound full = ellipse("0", whole);
+  const std::string before = pairsOf(*drawing);
+  EXPECT_EQ(S_OK, full.put(L"StartAngle", number(0)).result) << "a whole ellipse stays one";
+  EXPECT_EQ(before, pairsOf(*drawing));
+  EXPECT_EQ(S_OK, full.put(L"StartAngle", number(pi / 2)).result);
+  EXPECT_NEAR(pi / 2, full.real(L"StartParameter"), 1e-12);
 }
 
 }  // namespace

@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/embedded/automation/Automation.h"
+#include "embedded/automation/ColorObject.h"
+#include "tests/embedded/automation/Edits.h"
 
 namespace velt::automation {
 namespace {
@@ -156,6 +157,105 @@ TEST(ObjectClass, TellsHandleAndKindOfAnyObject) {
   EXPECT_EQ(L"A1", object.text(L"Handle"));
   EXPECT_EQ(L"LAYER", object.text(L"EntityName"));
   EXPECT_EQ(0, object.id(L"Color"));
+}
+
+// --- putting ---
+
+class GeneralPutTest : public GeneralTest {
+ protected:
+  Bound modern(Pairs pairs) {
+    sample.version("AC1027").layer("0").layer("W\\U+00E4nde").tableRecord("LTYPE", {{2, "DASHED"}});
+    return entity(pairs, "LINE");
+  }
+};
+
+TEST_F(GeneralPutTest, AColourIsPutInManyForms) {
+  const Bound made = modern({{8, "0"}, {62, "5"}, {420, "255"}, {430, "A$B"}});
+  EXPECT_EQ(S_OK, made.put(L"Color", integer(3)).result);
+  EXPECT_EQ("8=0 62=3", pairsOf(*drawing));
+  EXPECT_EQ(S_OK, made.put(L"Color", std::wstring(L"16,32,48")).result);
+  EXPECT_EQ("8=0 420=1056816", pairsOf(*drawing));
+  EXPECT_EQ(S_OK, made.put(L"Color", std::wstring(L"Red")).result);
+  EXPECT_EQ("8=0 62=1", pairsOf(*drawing));
+  VkCmColor color;
+  color.setColor(0xC2102030);
+  color.setNames(L"Ocean", L"SEAS");
+  const OwnedDispatch object = ColorObject::make(color);
+  EXPECT_EQ(S_OK, made.put(L"Color", test::object(object.get())).result);
+  EXPECT_EQ("8=0 420=1056816 430=SEAS$Ocean", pairsOf(*drawing));
+  EXPECT_EQ(S_OK, made.put(L"Color", std::wstring(L"ByLayer")).result);
+  EXPECT_EQ("8=0", pairsOf(*drawing));
+}
+
+TEST_F(GeneralPutTest, AnOldFormatKnowsColoursByTheirIndexOnly) {
+  sample.version("AC1015");
+  const Bound made = entity({{8, "0"}, {62, "5"}});
+  EXPECT_EQ(E_FAIL, made.put(L"Color", std::wstring(L"16,32,48")).scode);
+  EXPECT_EQ("8=0 62=5", pairsOf(*drawing));
+  EXPECT_EQ(S_OK, made.put(L"Color", integer(6)).result);
+}
+
+TEST_F(GeneralPutTest, LayersAndLineTypesMustBeThereAndKeepTheirSpelling) {
+  const Bound made = modern({{8, "0"}});
+  EXPECT_EQ(S_OK, made.put(L"Layer", std::wstring(L"W\u00C4NDE")).result);
+  EXPECT_EQ(S_OK, made.put(L"Linetype", std::wstring(L"dashed")).result);
+  EXPECT_EQ("8=W\\U+00E4nde 6=DASHED", pairsOf(*drawing));
+  EXPECT_EQ(E_INVALIDARG, made.put(L"Layer", std::wstring(L"Lost")).scode);
+  EXPECT_EQ(E_INVALIDARG, made.put(L"Linetype", std::wstring(L"Lost")).scode);
+  EXPECT_EQ(E_INVALIDARG, made.put(L"Layer", std::wstring()).scode);
+  EXPECT_EQ("8=W\\U+00E4nde 6=DASHED", pairsOf(*drawing));
+}
+
+TEST_F(GeneralPutTest, ALayerIsPutWhereItIsRead) {
+  const Bound made = modern({{100, "AcDbEntity"}, {62, "1"}, {100, "AcDbLine"}, {8, "0"}});
+  EXPECT_EQ(S_OK, made.put(L"Layer", std::wstring(L"W\u00E4nde")).result);
+  EXPECT_EQ("100=AcDbEntity 62=1 100=AcDbLine 8=W\\U+00E4nde", pairsOf(*drawing));
+}
+
+TEST_F(GeneralPutTest, WhatIsByLayerIsNotWritten) {
+  const Bound made = modern({{8, "0"}});
+  EXPECT_EQ(S_OK, made.put(L"Lineweight", integer(-1)).result);
+  EXPECT_EQ(S_OK, made.put(L"EntityTransparency", std::wstring(L"ByLayer")).result);
+  EXPECT_EQ(S_OK, made.put(L"Visible", flag(true)).result);
+  EXPECT_EQ("8=0", pairsOf(*drawing));
+  EXPECT_EQ(S_OK, made.put(L"EntityTransparency", std::wstring(L"50")).result);
+  EXPECT_EQ(S_OK, made.put(L"Lineweight", integer(35)).result);
+  EXPECT_EQ(S_OK, made.put(L"Visible", flag(false)).result);
+  EXPECT_EQ(S_OK, made.put(L"LinetypeScale", number(2.5)).result);
+  EXPECT_EQ("8=0 370=35 48=2.5 60=1 440=33554559", pairsOf(*drawing));
+}
+
+TEST_F(GeneralPutTest, ATransparencyIsByLayerByBlockOrUpTo90Percent) {
+  const Bound made = modern({{8, "0"}});
+  for (int percent = 0; percent <= 90; ++percent) {
+    EXPECT_EQ(S_OK, made.put(L"EntityTransparency", integer(percent)).result);
+    EXPECT_EQ(std::to_wstring(percent), made.text(L"EntityTransparency"));
+  }
+  EXPECT_EQ(S_OK, made.put(L"EntityTransparency", std::wstring(L"BYBLOCK")).result);
+  EXPECT_EQ(L"ByBlock", made.text(L"EntityTransparency"));
+  for (const wchar_t* wrong : {L"91", L"-1", L"5.5", L"", L"100", L"half"})
+    EXPECT_EQ(E_INVALIDARG, made.put(L"EntityTransparency", std::wstring(wrong)).scode) << wrong;
+}
+
+TEST_F(GeneralPutTest, TheVerticesOfAPolylineInPiecesFollow) {
+  drawing = sample.version("AC1027")
+                .layer("0")
+                .layer("Walls")
+                .entity("POLYLINE", {{8, "0"}, {66, "1"}})
+                .entity("VERTEX", {{8, "0"}, {62, "5"}, {10, "1.0"}})
+                .entity("VERTEX", {{8, "0"}, {10, "2.0"}})
+                .entity("SEQEND", {{8, "0"}})
+                .entity("LINE", {{8, "0"}})
+                .open();
+  const Bound made(*drawing, 0);
+  const std::uint32_t head = recordOf(*drawing, 0);
+  EXPECT_EQ(S_OK, made.put(L"Layer", std::wstring(L"Walls")).result);
+  EXPECT_EQ(S_OK, made.put(L"Color", integer(3)).result);
+  EXPECT_EQ("8=Walls 62=3 66=1", pairsOf(*drawing, head));
+  EXPECT_EQ("8=Walls 62=3 10=1.0", pairsOf(*drawing, head + 1));
+  EXPECT_EQ("8=Walls 62=3 10=2.0", pairsOf(*drawing, head + 2));
+  EXPECT_EQ("8=Walls 62=3", pairsOf(*drawing, head + 3));
+  EXPECT_EQ("8=0", pairsOf(*drawing, head + 4));
 }
 
 }  // namespace

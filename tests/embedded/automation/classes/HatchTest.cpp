@@ -2,7 +2,7 @@
 
 #include <numbers>
 
-#include "tests/embedded/automation/Automation.h"
+#include "tests/embedded/automation/Edits.h"
 
 namespace velt::automation {
 namespace {
@@ -145,6 +145,72 @@ TEST_F(HatchTest, TheAreaIsTheOneOfItsBoundary) {
                      {73, "1"}})
                   .real(L"Area"),
               1e-13);
+}
+
+// --- putting ---
+
+const Pairs linedHatch = {{10, "0.0"}, {20, "0.0"},  {30, "7.0"}, {2, "ANSI31"}, {70, "0"},
+                          {71, "0"},   {91, "0"},    {75, "0"},   {76, "1"},     {52, "0.0"},
+                          {41, "2.0"}, {77, "0"},    {78, "1"},   {53, "45.0"},  {43, "1.0"},
+                          {44, "0.0"}, {45, "-3.0"}, {46, "3.0"}, {79, "0"}};
+
+TEST_F(HatchTest, TheLinesOfAPatternFollowItsAngleAndScale) {
+  const Bound made = hatch(linedHatch);
+  EXPECT_EQ(S_OK, made.put(L"HatchScale", number(4)).result);
+  EXPECT_EQ(S_OK, made.put(L"Angle", number(pi / 2)).result);
+  const database::Lens lens(*drawing, recordOf(*drawing, 0));
+  EXPECT_EQ(4, lens.real(41, "*", 0));
+  EXPECT_EQ(90, lens.real(52, "*", 0));
+  EXPECT_EQ(135, lens.real(53, "*", 0));
+  EXPECT_NEAR(0, lens.real(43, "*", 9), 1e-12);
+  EXPECT_NEAR(2, lens.real(44, "*", 9), 1e-12);
+  EXPECT_NEAR(-6, lens.real(45, "*", 9), 1e-12);
+  EXPECT_NEAR(-6, lens.real(46, "*", 9), 1e-12);
+}
+
+TEST_F(HatchTest, ThePlainLinesFollowTheirSpacing) {
+  const Bound made = hatch({{70, "0"},
+                            {76, "0"},
+                            {52, "0.0"},
+                            {41, "2.0"},
+                            {78, "1"},
+                            {53, "0.0"},
+                            {43, "0.0"},
+                            {44, "0.0"},
+                            {45, "0.0"},
+                            {46, "2.0"},
+                            {79, "0"}});
+  EXPECT_EQ(S_OK, made.put(L"Spacing", number(3)).result);
+  EXPECT_EQ(3, made.real(L"Spacing"));
+  EXPECT_EQ("70=0 76=0 52=0.0 41=3.0 78=1 53=0.0 43=0.0 44=0.0 45=0.0 46=3.0 79=0", pairsOf(*drawing));
+  EXPECT_EQ(E_FAIL, made.put(L"HatchScale", number(3)).scode) << "it has a spacing instead";
+}
+
+TEST_F(HatchTest, WhatAFillingLacksIsRefused) {
+  const Bound solid = hatch({{70, "1"}, {41, "2.0"}, {52, "0.0"}});
+  for (const wchar_t* name : {L"Angle", L"HatchScale", L"Spacing", L"GradientAngle"})
+    EXPECT_EQ(E_FAIL, solid.put(name, number(1)).scode);
+  EXPECT_EQ(E_FAIL, solid.put(L"GradientName", std::wstring(L"CURVED")).scode);
+  EXPECT_EQ("70=1 41=2.0 52=0.0", pairsOf(*drawing));
+}
+
+TEST_F(HatchTest, AGradientTakesAKnownNameAndAnAngle) {
+  const Bound made = hatch({{70, "1"}, {450, "1"}, {460, "0.0"}, {470, "LINEAR"}});
+  EXPECT_EQ(S_OK, made.put(L"GradientName", std::wstring(L"curved")).result);
+  EXPECT_EQ(S_OK, made.put(L"GradientAngle", number(1)).result);
+  EXPECT_EQ("70=1 450=1 460=1.0 470=CURVED", pairsOf(*drawing));
+  EXPECT_EQ(E_INVALIDARG, made.put(L"GradientName", std::wstring(L"SPIRAL")).scode);
+}
+
+TEST_F(HatchTest, AHatchThatFollowsItsBoundaryKeepsItsElevation) {
+  const Bound made = hatch(linedHatch);
+  EXPECT_EQ(S_OK, made.put(L"Elevation", number(9)).result);
+  EXPECT_EQ(9, made.real(L"Elevation"));
+  EXPECT_EQ(S_OK,
+            hatch({{10, "0.0"}, {20, "0.0"}, {91, "1"}, {10, "5.0"}}).put(L"Elevation", number(9)).result);
+  EXPECT_EQ("10=0.0 20=0.0 30=9.0 91=1 10=5.0", pairsOf(*drawing));
+  EXPECT_EQ(E_FAIL,
+            hatch({{10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {71, "1"}}).put(L"Elevation", number(9)).scode);
 }
 
 }  // namespace

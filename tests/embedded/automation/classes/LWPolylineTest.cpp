@@ -2,7 +2,7 @@
 
 #include <numbers>
 
-#include "tests/embedded/automation/Automation.h"
+#include "tests/embedded/automation/Edits.h"
 
 namespace velt::automation {
 namespace {
@@ -75,6 +75,38 @@ TEST_F(LWPolylineTest, APolylineWithoutVerticesIsNothing) {
   EXPECT_EQ(0, made.real(L"Length"));
   EXPECT_EQ(0, made.real(L"Area"));
   EXPECT_EQ(Numbers(), made.numbers(L"Vertex"));
+}
+
+TEST_F(LWPolylineTest, AVertexIsPutElementByElement) {
+  const Bound made(*drawing, 0);
+  EXPECT_EQ(S_OK, made.putElement(L"Vertex", 9, 5));
+  EXPECT_EQ((Numbers{0, 0, 4, 0, 4, 5}), made.numbers(L"Vertex"));
+  EXPECT_EQ(S_OK, made.putElement(L"Vertex", 6, 0.25));
+  EXPECT_EQ(0.25, made.element(L"Vertex", 6));
+  EXPECT_EQ(0.2, made.element(L"Vertex", 3));
+  EXPECT_EQ(E_INVALIDARG, made.putElement(L"Vertex", 6, -1));
+  EXPECT_EQ(E_INVALIDARG, made.putElement(L"Vertex", 12, 1)) << "there are three vertices";
+}
+
+TEST_F(LWPolylineTest, AllVerticesArePutAtOnce) {
+  const Bound made(*drawing, 0);
+  VariantHolder places;
+  *places.put() = toVariant(Value(Numbers{1, 1, 5, 1, 5, 4}), VT_VARIANT);
+  EXPECT_EQ(S_OK, made.put(L"Vertex", places.get()).result);
+  EXPECT_EQ((Numbers{1, 1, 5, 1, 5, 4}), made.numbers(L"Vertex"));
+  EXPECT_EQ(0.1, made.element(L"Vertex", 2));
+  VariantHolder fewer;
+  *fewer.put() = toVariant(Value(Numbers{1, 1, 5, 1}), VT_VARIANT);
+  EXPECT_EQ(E_INVALIDARG, made.put(L"Vertex", fewer.get()).scode);
+}
+
+TEST_F(LWPolylineTest, FlagsArePutOneByOne) {
+  const Bound made(*drawing, 0);
+  EXPECT_EQ(S_OK, made.put(L"Closed", flag(false)).result);
+  EXPECT_FALSE(made.flag(L"Closed"));
+  EXPECT_TRUE(made.flag(L"LinetypeGeneration"));
+  EXPECT_EQ(S_OK, made.put(L"ConstantWidth", number(3)).result);
+  EXPECT_EQ(3, made.element(L"Vertex", 2));
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <numbers>
 
-#include "tests/embedded/automation/Automation.h"
+#include "tests/embedded/automation/Edits.h"
 
 namespace velt::automation {
 namespace {
@@ -50,6 +50,17 @@ TEST_F(LineTest, PointsAreExpandedUnderTheirLabels) {
             line.elementLabels(L"StartPoint"));
   EXPECT_EQ((std::vector<std::wstring>{L"Delta X", L"Delta Y", L"Delta Z"}), line.elementLabels(L"Delta"));
   EXPECT_EQ(15, line.element(L"EndPoint", 2));
+}
+
+TEST_F(LineTest, AnEndIsPutWhereItIsWanted) {
+  const Bound line(*drawing, 1);
+  EXPECT_EQ(S_OK, line.putElement(L"EndPoint", 0, 4));
+  EXPECT_EQ("10=1 20=1 11=4.0 21=1", pairsOf(*drawing, recordOf(*drawing, 1))) << "a flat line stays flat";
+  EXPECT_EQ(S_OK, line.putElement(L"EndPoint", 2, 5));
+  EXPECT_EQ("10=1 20=1 11=4.0 21=1 31=5.0", pairsOf(*drawing, recordOf(*drawing, 1)));
+  EXPECT_EQ((Numbers{3, 0, 5}), line.numbers(L"Delta"));
+  EXPECT_EQ(DISP_E_MEMBERNOTFOUND, line.put(L"Length", number(1)).result);
+  EXPECT_EQ(E_ACCESSDENIED, line.putElement(L"Delta", 0, 1));
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <numbers>
 
-#include "tests/embedded/automation/Automation.h"
+#include "tests/embedded/automation/Edits.h"
 
 namespace velt::automation {
 namespace {
@@ -104,6 +104,126 @@ TEST_F(TextTest, PointsAreOfferedInTheWorld) {
                            {100, "AcDbText"}});
   EXPECT_EQ((Numbers{-1, 2, -3}), made.numbers(L"InsertionPoint"));
   EXPECT_EQ((Numbers{-5, 6, -7}), made.numbers(L"TextAlignmentPoint"));
+}
+
+// --- putting ---
+
+class TextPutTest : public TextTest {
+ protected:
+  /// A first point 4 to the left of the second one and 3 below it.
+  Bound hanging(const std::string& across, const std::string& up = "0") {
+    return text({{100, "AcDbText"},
+                 {10, "1"},
+                 {20, "2"},
+                 {30, "3"},
+                 {40, "2"},
+                 {1, "x"},
+                 {72, across},
+                 {11, "5"},
+                 {21, "5"},
+                 {31, "3"},
+                 {100, "AcDbText"},
+                 {73, up}});
+  }
+  static void expectPoint(const Numbers& expected, const Numbers& actual) {
+    ASSERT_EQ(3U, actual.size());
+    for (std::size_t i = 0; i < 3; ++i)
+      EXPECT_NEAR(expected[i], actual[i], 1e-12) << i;
+  }
+};
+
+TEST_F(TextPutTest, ATextThatHangsOnItsSecondPointMovesAsAWhole) {
+  const Bound made = hanging("1");
+  EXPECT_EQ(S_OK, made.putElement(L"TextAlignmentPoint", 0, 7));
+  EXPECT_EQ((Numbers{3, 2, 3}), made.numbers(L"InsertionPoint"));
+  EXPECT_EQ(S_OK, made.putElement(L"InsertionPoint", 2, 9));
+  EXPECT_EQ((Numbers{7, 5, 9}), made.numbers(L"TextAlignmentPoint")) << "both lie in the plane of the text";
+}
+
+TEST_F(TextPutTest, ATextThatIsJustifiedLeftHasOnePoint) {
+  const Bound made = hanging("0");
+  const std::string before = pairsOf(*drawing);
+  EXPECT_EQ(E_FAIL, made.putElement(L"TextAlignmentPoint", 0, 7));
+  EXPECT_EQ(before, pairsOf(*drawing));
+  EXPECT_EQ(S_OK, made.putElement(L"InsertionPoint", 0, 7));
+  EXPECT_EQ((Numbers{5, 5, 3}), made.numbers(L"TextAlignmentPoint"));
+}
+
+TEST_F(TextPutTest, LettersGrowAroundThePointThatTheTextHangsOn) {
+  const Bound made = hanging("2", "3");
+  EXPECT_EQ(S_OK, made.put(L"Height", number(4)).result);
+  expectPoint({-3, -1, 3}, made.numbers(L"InsertionPoint"));
+  EXPECT_EQ(S_OK, made.put(L"ScaleFactor", number(0.5)).result);
+  expectPoint({1, -1, 3}, made.numbers(L"InsertionPoint"));
+  EXPECT_EQ(S_OK, made.put(L"Rotation", number(pi / 2)).result);
+  expectPoint({11, 1, 3}, made.numbers(L"InsertionPoint"));
+  expectPoint({5, 5, 3}, made.numbers(L"TextAlignmentPoint"));
+  const Bound left = hanging("0");
+  EXPECT_EQ(S_OK, left.put(L"Height", number(4)).result);
+  EXPECT_EQ((Numbers{1, 2, 3}), left.numbers(L"InsertionPoint"));
+}
+
+TEST_F(TextPutTest, ATextBetweenTwoPointsTurnsWithThemAndKeepsItsLetters) {
+  const Bound made = hanging("5");
+  EXPECT_EQ(E_FAIL, made.put(L"Height", number(4)).scode);
+  EXPECT_EQ(E_FAIL, made.put(L"ScaleFactor", number(4)).scode);
+  EXPECT_EQ(S_OK, made.put(L"Rotation", number(pi / 2)).result);
+  expectPoint({1, 2, 3}, made.numbers(L"InsertionPoint"));
+  expectPoint({-2, 6, 3}, made.numbers(L"TextAlignmentPoint"));
+}
+
+TEST_F(TextPutTest, TheTextKeepsThePointThatItHangsOnWhenItIsJustifiedAnew) {
+  const Bound made = text({{100, "AcDbText"},
+                           {10, "1"},
+                           {20, "2"},
+                           {40, "2"},
+                           {1, "x"},
+                           {210, "0"},
+                           {220, "0"},
+                           {230, "1"},
+                           {100, "AcDbText"}});
+  EXPECT_EQ(S_OK, made.put(L"Justify", integer(7)).result);
+  EXPECT_EQ("100=AcDbText 10=1 20=2 40=2 1=x 72=1 11=1.0 21=2.0 210=0 220=0 230=1 100=AcDbText 73=3",
+            pairsOf(*drawing));
+  EXPECT_EQ(S_OK, made.put(L"TextAlignmentPoint", pointValue(Vector3{5, 6, 0}).get()).result);
+  EXPECT_EQ(S_OK, made.put(L"Justify", integer(0)).result);
+  EXPECT_EQ("100=AcDbText 10=5.0 20=6.0 40=2 1=x 72=0 11=5.0 21=6.0 210=0 220=0 230=1 100=AcDbText 73=0",
+            pairsOf(*drawing));
+}
+
+TEST_F(TextPutTest, EveryJustificationWithOnePointCanBePut) {
+  const Bound made = hanging("0");
+  for (int justification = 14; justification >= 0; --justification) {
+    const bool isBetweenPoints = justification == 3 || justification == 5;
+    EXPECT_EQ(isBetweenPoints ? DISP_E_EXCEPTION : S_OK, made.put(L"Justify", integer(justification)).result);
+    if (!isBetweenPoints) {
+      EXPECT_EQ(justification, made.integer(L"Justify"));
+    }
+  }
+}
+
+TEST_F(TextPutTest, AnOldTextHasOnePartOnly) {
+  const Bound made = text({{10, "1"}, {20, "2"}, {40, "2"}, {1, "x"}});
+  EXPECT_EQ(S_OK, made.put(L"Justify", integer(10)).result);
+  EXPECT_EQ(10, made.integer(L"Justify"));
+  EXPECT_EQ("10=1 20=2 40=2 1=x 72=1 11=1.0 21=2.0 73=2", pairsOf(*drawing));
+}
+
+TEST_F(TextPutTest, TheWordingIsOneLineInTheDrawingsEncoding) {
+  const Bound made = hanging("0");
+  EXPECT_EQ(S_OK, made.put(L"TextString", std::wstring(L"\u00E4 \u2264 %%c")).result);
+  EXPECT_EQ(L"\u00E4 \u2264 %%c", made.text(L"TextString"));
+  EXPECT_NE(std::string::npos, pairsOf(*drawing).find("1=\xE4 \\U+2264 %%c"));
+  EXPECT_EQ(E_INVALIDARG, made.put(L"TextString", std::wstring(L"two\nlines")).scode);
+}
+
+TEST_F(TextPutTest, StyleAndLeanHaveTheirBounds) {
+  const Bound made = hanging("0");
+  EXPECT_EQ(S_OK, made.put(L"Style", std::wstring(L"NOTES")).result);
+  EXPECT_EQ(L"Notes", made.text(L"Style"));
+  EXPECT_EQ(E_INVALIDARG, made.put(L"Style", std::wstring(L"Lost")).scode);
+  EXPECT_EQ(S_OK, made.put(L"ObliqueAngle", number(-85 * pi / 180)).result);
+  EXPECT_EQ(E_INVALIDARG, made.put(L"ObliqueAngle", number(86 * pi / 180)).scode);
 }
 
 }  // namespace
