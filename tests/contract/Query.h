@@ -36,6 +36,7 @@ class Query {
     bool typeFlag = false;
     return GetPropertiesInfo(selection_, rows, errorText, mergeFlag, typeFlag);
   }
+  TqVector<VeltPropData*>& selection() { return selection_; }
   std::int64_t hatches() const {
     return std::count_if(entries_.begin(), entries_.end(),
                          [](const VeltPropData& entry) { return entry.clsid == ::CLSID_VeltHatch; });

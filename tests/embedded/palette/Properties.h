@@ -39,8 +39,9 @@ inline std::vector<InterfaceHolder<IUnknown>> elementsOf(const VARIANT& array) {
 /// One property of a source, with the entity that it was offered for.
 class Row {
  public:
-  Row(IDispatch& entity, IUnknown& property)
-      : entity_(&entity), property_(automation::test::ask<IDynamicProperty2>(property)) {}
+  Row(IDispatch& entity, IUnknown& property) : Row(&entity, property) {}
+  Row(IDispatch* entity, IUnknown& property)
+      : entity_(entity), property_(automation::test::ask<IDynamicProperty2>(property)) {}
 
   [[nodiscard]] IDynamicProperty2& property() const { return *property_.get(); }
   [[nodiscard]] std::wstring name() const {
