@@ -76,6 +76,7 @@ int run(const CommandLine& line) {
   Report report(environment());
   measureQueries(line.settings, report);
   measureLists(line.settings, report);
+  measureDynamicRows(line.settings, report);
   if (line.json) report.writeJson(*line.json);
   return 0;
 }
