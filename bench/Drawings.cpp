@@ -3,8 +3,11 @@
 #include <array>
 #include <iterator>
 #include <string_view>
+#include <vector>
 
 #include <fmt/format.h>
+
+#include "embedded/dxf/Generator.h"
 
 namespace velt::bench {
 
@@ -184,6 +187,26 @@ std::string drawingOfPolylines(std::uint32_t vertices) {
     polylineOf(text, lookOf(0, true), vertices);
     polylineOf(text, lookOf(1, true), vertices);
   });
+}
+
+std::string drawingOfReferences(std::uint32_t references, std::uint32_t attributes) {
+  dxf::DrawingBuilder drawing;
+  dxf::BlockBuilder& symbol = drawing.block("SYMBOL");
+  std::vector<dxf::Attribute> list;
+  for (std::uint32_t number = 0; number < attributes; ++number) {
+    list.push_back({.tag = fmt::format("TAG{}", number)});
+    symbol.attributeDefinition(list.back(), "What is to be entered");
+  }
+  for (const char* const shape : {"*U1", "*U2"})
+    drawing.block(shape).isMadeOf(symbol);
+  for (std::uint32_t number = 0; number < references; ++number) {
+    // Half of the attributes are alike everywhere, so that the merge has to look at all of them.
+    for (std::uint32_t tag = 0; tag < attributes; ++tag)
+      list[tag].value = tag % 2 == 0 ? "alike" : fmt::format("{}", number);
+    const Look look = lookOf(number, true);
+    drawing.model().insert(number % 2 == 0 ? "*U1" : "*U2", {.at = {look.x, look.y}, .attributes = list});
+  }
+  return drawing.bytes();
 }
 
 }  // namespace velt::bench

@@ -24,4 +24,7 @@ void measureWriting(const Settings& settings, Report& report);
 /// The merge, copying and sorting of lists made up in memory, over the number of rows.
 void measureLists(const Settings& settings, Report& report);
 
+/// The dynamic rows of references to one dynamic block, over their number.
+void measureDynamicRows(const Settings& settings, Report& report);
+
 }  // namespace velt::bench

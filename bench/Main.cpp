@@ -77,6 +77,7 @@ int run(const CommandLine& line) {
   measureQueries(line.settings, report);
   measureWriting(line.settings, report);
   measureLists(line.settings, report);
+  measureDynamicRows(line.settings, report);
   if (line.json) report.writeJson(*line.json);
   return 0;
 }

@@ -14,6 +14,23 @@ target_compile_definitions(velt_test_support PUBLIC
   VELT_PLUGIN_DIR="${VELT_PLUGIN_DIR}"
   VELT_GOLDEN_OUT="${CMAKE_BINARY_DIR}/golden")
 
+# --- plug-ins that behave badly, and one that does not: one module per file of tests/plugins that is no test --------
+set(VELT_TEST_PLUGIN_DIR "${CMAKE_BINARY_DIR}/test-plugins")
+target_compile_definitions(velt_test_support PUBLIC VELT_TEST_PLUGIN_DIR="${VELT_TEST_PLUGIN_DIR}")
+file(GLOB veltTestPlugins CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/plugins/*.cpp")
+list(FILTER veltTestPlugins EXCLUDE REGEX "Test\\.cpp$")
+set(veltTestPluginTargets)
+foreach(source IN LISTS veltTestPlugins)
+  get_filename_component(name "${source}" NAME_WE)
+  add_library(test_plugin_${name} MODULE "${source}")
+  target_link_libraries(test_plugin_${name} PRIVATE velt_common VeltEmbeddedHost)
+  set_target_properties(test_plugin_${name} PROPERTIES
+    PREFIX ""
+    OUTPUT_NAME "${name}"
+    LIBRARY_OUTPUT_DIRECTORY "${VELT_TEST_PLUGIN_DIR}")
+  list(APPEND veltTestPluginTargets test_plugin_${name})
+endforeach()
+
 # --- one executable per folder of tests/ --------------------------------------------------------------------------
 #
 # Tests of the folders of the layer link the archive and reach its inner parts; tests of the host see no layer; all
@@ -43,8 +60,8 @@ foreach(folder IN LISTS veltTestFolders)
       ENABLE_EXPORTS ON
       CXX_VISIBILITY_PRESET default
       VISIBILITY_INLINES_HIDDEN OFF)
-    if(VELT_PLUGIN_TARGETS)
-      add_dependencies(${target} ${VELT_PLUGIN_TARGETS})
+    if(VELT_PLUGIN_TARGETS OR veltTestPluginTargets)
+      add_dependencies(${target} ${VELT_PLUGIN_TARGETS} ${veltTestPluginTargets})
     endif()
     if(folder STREQUAL "tool" AND TARGET veltprops)
       add_dependencies(${target} veltprops)
@@ -75,6 +92,7 @@ file(GLOB_RECURSE veltPublicHeaders CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE
 if(EXISTS "${PROJECT_SOURCE_DIR}/propdata/VeltPropData.h")
   list(APPEND veltPublicHeaders propdata/VeltPropData.h)
 endif()
+list(APPEND veltPublicHeaders embedded/palette/Plugin.h)
 set(veltHeaderUnits)
 foreach(header IN LISTS veltPublicHeaders)
   set(unit "${CMAKE_BINARY_DIR}/generated/headers/${header}.cpp")

@@ -2,9 +2,13 @@
 
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
+#include <filesystem>
 #include <new>
+#include <string>
+#include <vector>
 
 #include "embedded/dxf/Error.h"
+#include "embedded/palette/LoadedPlugins.h"
 #include "host/com/ComError.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
@@ -34,6 +38,21 @@ void addSelection(CLI::App& command, SelectionRequest& selection) {
       "  --layer Walls --layer Doors --type Line   the lines on either layer");
 }
 
+void addPlugins(CLI::App& command, std::vector<std::string>& plugins) {
+  command.add_option("--plugin", plugins, "Plug-in whose rows are there too (may be given again)")
+      ->type_name("FILE.so")
+      ->take_all()
+      ->expected(1);
+}
+
+// What goes wrong in a plug-in is a message, and its rows are missing; a file that is not there is a mistake.
+void loadPlugins(palette::LoadedPlugins& plugins, const std::vector<std::string>& files) {
+  for (const std::string& file : files) {
+    if (!std::filesystem::exists(file)) throw Failure(fmt::format("{}: no such plug-in", file));
+    plugins.load(file);
+  }
+}
+
 struct CommandLine {
   CLI::App app{"The properties of entities in a DXF drawing, as the property palette shows them",
                "veltprops"};
@@ -41,6 +60,7 @@ struct CommandLine {
   ListRequest listRequest;
   SetRequest setRequest;
   SampleRequest sampleRequest;
+  std::vector<std::string> plugins;
   CLI::App* showCommand = nullptr;
   CLI::App* listCommand = nullptr;
   CLI::App* setCommand = nullptr;
@@ -56,6 +76,7 @@ struct CommandLine {
     showCommand->add_flag("--choices", showRequest.choices,
                           "Also the choices of each property that has some");
     showCommand->add_flag("--json", showRequest.json, "Every field of every row, as JSON");
+    addPlugins(*showCommand, plugins);
 
     listCommand = app.add_subcommand("list", "List entities: handle, class, DXF type, layer");
     listCommand->add_option("DRAWING", listRequest.drawing, "DXF file")->required();
@@ -82,6 +103,7 @@ struct CommandLine {
                          "Go on behind a refusal, and save what was not refused");
     setCommand->add_flag("--json", setRequest.json,
                          "The report as JSON, with the handles behind each number");
+    addPlugins(*setCommand, plugins);
     setCommand->footer(
         "Values are written as show shows them: a choice by its name, an angle in degrees.\n"
         "Of several rows with one name, NAME#2 is the second.\n"
@@ -94,7 +116,9 @@ struct CommandLine {
     sampleCommand->add_flag("--force", sampleRequest.force, "Replace an existing file");
   }
 
-  ExitCode runCommand(std::ostream& out) const {
+  ExitCode runCommand(std::ostream& out, std::ostream& err) const {
+    palette::LoadedPlugins loaded([&](const std::string& line) { err << "veltprops: " << line << '\n'; });
+    loadPlugins(loaded, plugins);
     if (setCommand->parsed()) return set(setRequest, out);
     if (showCommand->parsed()) show(showRequest, out);
     if (listCommand->parsed()) list(listRequest, out);
@@ -119,7 +143,7 @@ int run(int argumentCount, const char* const* arguments, std::ostream& out, std:
     return commandLine.app.exit(error, out, err) == 0 ? succeeded : wrongUsage;
   }
   try {
-    const ExitCode code = commandLine.runCommand(out);
+    const ExitCode code = commandLine.runCommand(out, err);
     out.flush();
     return out ? code : fail(err, failed, "the answer could not be written");
   } catch (const UsageFailure& failure) {

@@ -73,7 +73,7 @@ void printRows(const TqVector<PROPINFO>& rows, const NumberStyle& style, bool wi
     valueWidth = std::max(valueWidth, std::min(columns(valueText(row, style)), widestAlignedValue));
   }
   for (const CategoryRows& category : byCategory(rows)) {
-    out << fmt::format("\n{}\n", category.name);
+    out << fmt::format("\n{}\n", category.name.empty() ? "(no category)" : category.name);
     for (const PROPINFO* const row : category.rows) {
       std::string line = fmt::format("  {}  {}{}", padded(oneLine(row->displayName.str()), nameWidth),
                                      padded(valueText(*row, style), valueWidth), marksOf(*row));

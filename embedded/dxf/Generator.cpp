@@ -12,6 +12,7 @@ namespace {
 constexpr std::string_view modelSpace = "*Model_Space";
 constexpr std::string_view paperSpace = "*Paper_Space";
 constexpr std::string_view hyperlinkApplication = "PE_URL";
+constexpr std::string_view dynamicBlockApplication = "AcDbBlockRepBTag";
 constexpr std::size_t longestChunk = 250;
 
 constexpr std::array<std::string_view, 9> tableNames{"VPORT", "LTYPE", "LAYER",    "STYLE",       "VIEW",
@@ -106,6 +107,12 @@ Handle BlockBuilder::begin(std::string_view type, const EntityStyle& style, std:
 }
 
 void BlockBuilder::end(const EntityStyle& style) {
+  for (const ExtendedData& data : style.extendedData) {
+    drawing_.application(data.application);
+    entities_.text(1001, data.application);
+    for (const RawPair& value : data.values)
+      entities_.verbatim(value.code, value.value);
+  }
   if (!style.hyperlink) return;
   drawing_.application(hyperlinkApplication);
   entities_.verbatim(1001, hyperlinkApplication);
@@ -113,6 +120,11 @@ void BlockBuilder::end(const EntityStyle& style) {
   entities_.verbatim(1002, "{");
   entities_.text(1000, style.hyperlink->description);
   entities_.verbatim(1002, "}");
+}
+
+void BlockBuilder::isMadeOf(const BlockBuilder& definition) {
+  madeOf_ = definition.recordHandle_;
+  drawing_.application(dynamicBlockApplication);
 }
 
 Handle BlockBuilder::line(const Point& from, const Point& to, const EntityStyle& style) {
@@ -624,6 +636,10 @@ void DrawingBuilder::writeBlockRecords(PairWriter& out) const {
     out.integer(70, 0);
     out.integer(280, 1);
     out.integer(281, 0);
+    if (it.madeOf_ == 0) continue;
+    out.verbatim(1001, dynamicBlockApplication);
+    out.integer(1070, 1);
+    out.handle(1005, it.madeOf_);
   }
 }
 

@@ -50,6 +50,12 @@ struct Hyperlink {
   std::string description{};
 };
 
+/// What an application attaches to an entity; it is registered with the drawing.
+struct ExtendedData {
+  std::string application{};
+  std::vector<RawPair> values{};  ///< codes from 1000 on, without the 1001
+};
+
 /// What every entity has.
 struct EntityStyle {
   std::string layer = "0";
@@ -60,6 +66,7 @@ struct EntityStyle {
   double lineTypeScale = 1.0;
   bool visible = true;
   std::optional<Hyperlink> hyperlink{};
+  std::vector<ExtendedData> extendedData{};
 };
 
 /// Of a polyline or of a hatch's boundary. The bulge of the segment that begins here is the tangent of a quarter of its
@@ -171,6 +178,8 @@ class BlockBuilder {
                       const EntityStyle& style = {});
   Handle gradientHatch(std::span<const Outline> boundary, const HatchGradient& gradient,
                        const EntityStyle& style = {});
+  /// Makes this block, an anonymous one, one of the shapes that a dynamic block takes.
+  void isMadeOf(const BlockBuilder& definition);
   /// Anything else: the pairs behind the common ones of every entity, subclass markers included. Owned by the block,
   /// or by the entity with the given handle (a vertex by its polyline).
   Handle raw(std::string_view type, std::initializer_list<RawPair> pairs, const EntityStyle& style = {},
@@ -193,6 +202,7 @@ class BlockBuilder {
   Handle beginHandle_;
   Handle endHandle_;
   bool hasAttributes_ = false;
+  Handle madeOf_ = 0;
   PairWriter entities_;
 };
 

@@ -63,15 +63,27 @@ void addTables(DrawingBuilder& drawing) {
 
 // --- blocks -------------------------------------------------------------------------------------------------------------
 
-/// One unit wide: hinged at the origin, opening to the left of the way from the hinge to the other jamb.
-void addDoorBlock(DrawingBuilder& drawing) {
-  BlockBuilder& door = drawing.block("DOOR");
-  door.polyline(rectangle(0, 0, 0.05, 1), {.closed = true});
-  door.arc({0, 0}, 1, 0, 90, {.lineWeight = 13});
+/// One unit wide: hinged at the origin, opening to the left of the way from the hinge to the other jamb, or to its
+/// right.
+void drawDoor(BlockBuilder& door, bool isMirrored) {
+  const double side = isMirrored ? -1 : 1;
+  door.polyline(rectangle(0, 0, 0.05, side), {.closed = true});
+  door.arc({0, 0}, 1, isMirrored ? 270 : 0, isMirrored ? 360 : 90, {.lineWeight = 13});
   door.line({0, 0}, {1, 0}, {.lineType = "DASHED", .lineTypeScale = 0.5});
   door.attributeDefinition(
-      {.tag = "NUMBER", .value = "0", .at = {0.5, 0.3}, .height = 0.2, .align = Align::Centre},
+      {.tag = "NUMBER", .value = "0", .at = {0.5, 0.3 * side}, .height = 0.2, .align = Align::Centre},
       "Number of the door");
+}
+
+/// A dynamic block, which may be mirrored: its references refer to the shape that they take.
+void addDoorBlocks(DrawingBuilder& drawing) {
+  BlockBuilder& door = drawing.block("DOOR");
+  drawDoor(door, false);
+  for (const bool isMirrored : {false, true}) {
+    BlockBuilder& shape = drawing.block(isMirrored ? "*U2" : "*U1");
+    drawDoor(shape, isMirrored);
+    shape.isMadeOf(door);
+  }
 }
 
 /// One unit long and one unit thick, so that its inserts are scaled unevenly.
@@ -207,10 +219,10 @@ void addDoors(BlockBuilder& model) {
   };
   // clang-format on
   for (const Door& door : doors) {
-    model.insert("DOOR",
+    model.insert(door.isMirrored ? "*U2" : "*U1",
                  {.at = door.hinge,
                   .scaleX = door.width,
-                  .scaleY = door.isMirrored ? -door.width : door.width,
+                  .scaleY = door.width,
                   .scaleZ = door.width,
                   .rotation = door.rotation,
                   .attributes = {{.tag = "NUMBER",
@@ -274,7 +286,10 @@ void addFurniture(BlockBuilder& model) {
   model.solidHatch({{rectangle(11100, 3500, 11680, 4180)}}, {.layer = "Hatching", .colour = 254});
   model.polyline(rectangle(11100, 3500, 11680, 4180), {.closed = true}, furniture);
 
-  model.insert("DESK", {.at = {11680, 4750}, .rotation = 90}, furniture);
+  model.insert(
+      "DESK", {.at = {11680, 4750}, .rotation = 90},
+      {.layer = "Furniture",
+       .extendedData = {{"VELT_INVENTORY", {{1000, "Desk, oak"}, {1071, "4711"}, {1040, "349.0"}}}}});
   model.insert("CHAIR", {.at = {10600, 5550}, .rotation = 90}, furniture);
   model.insert("WARDROBE", {.at = {8200, 6660}, .scaleY = 1.1, .rotation = 270}, furniture);
 
@@ -530,7 +545,9 @@ void addHidden(BlockBuilder& model) {
   for (const Point& lamp :
        {Point{3650, 2650}, Point{9400, 2250}, Point{9400, 5500}, Point{9400, 7750}, Point{2250, 6900}}) {
     model.circle(lamp, 150, {.layer = "Electrical"});
-    model.line({lamp.x - 106, lamp.y - 106}, {lamp.x + 106, lamp.y + 106}, {.layer = "Electrical"});
+    model.line({lamp.x - 106, lamp.y - 106}, {lamp.x + 106, lamp.y + 106},
+               {.layer = "Electrical",
+                .extendedData = {{"VELT_INVENTORY", {{1000, "Lamp, 12 W"}, {1071, "4720"}}}}});
     model.line({lamp.x - 106, lamp.y + 106}, {lamp.x + 106, lamp.y - 106}, {.layer = "Electrical"});
   }
   model.raw(
@@ -588,7 +605,7 @@ void addOtherTypes(BlockBuilder& model) {
 std::string sampleFloorPlan() {
   DrawingBuilder drawing(DrawingVersion::AC1027);
   addTables(drawing);
-  addDoorBlock(drawing);
+  addDoorBlocks(drawing);
   addWindowBlock(drawing);
   addFurnitureBlocks(drawing);
 

@@ -22,52 +22,14 @@
 #include "host/automation/IVeltHyperlinks.h"
 #include "host/automation/IVeltVkCmColor.h"
 #include "propdata/VeltPropData.h"
+#include "tests/contract/Query.h"
 
 namespace velt::tests {
 namespace {
 
 using database::Drawing;
 using platform::Ledger;
-using Ids = std::vector<VkDbObjectId>;
 using Losses = std::map<std::string, std::int64_t>;
-
-// What a palette does with a selection.
-class Query {
- public:
-  explicit Query(const Ids& ids) : entries_(ids.size()) {
-    for (std::size_t i = 0; i < ids.size(); ++i) {
-      entries_[i].oldId = ids[i].asOldId();
-      selection_.push_back(&entries_[i]);
-    }
-    bool mixedClasses = false;
-    isSetUp = InitializePropData(selection_, errorText, mixedClasses);
-  }
-  Query(const Query&) = delete;
-  Query& operator=(const Query&) = delete;
-  ~Query() {
-    for (PROPINFO& row : rows)
-      VariantClear(&row.value);
-    UnInitializePropData(selection_);
-  }
-
-  bool ask() {
-    bool mergeFlag = false;
-    bool typeFlag = false;
-    return GetPropertiesInfo(selection_, rows, errorText, mergeFlag, typeFlag);
-  }
-  std::int64_t hatches() const {
-    return std::count_if(entries_.begin(), entries_.end(),
-                         [](const VeltPropData& entry) { return entry.clsid == ::CLSID_VeltHatch; });
-  }
-
-  bool isSetUp = false;
-  CStdStr<wchar_t> errorText;
-  TqVector<PROPINFO> rows;
-
- private:
-  std::vector<VeltPropData> entries_;
-  TqVector<VeltPropData*> selection_;
-};
 
 std::string accountOf(IDispatch* object) {
   const auto offers = [&](REFIID iid) {
@@ -87,15 +49,25 @@ bool isIn(const TqVector<PROPINFO>& rows, const PROPINFO& wanted) {
   });
 }
 
-// QUIRK entries of the balance: the values of the first entity's rows that the merge drops, and one reference to each
-// hatch that was asked for its variant.
-Losses prescribedLosses(const Ids& selection, const TqVector<PROPINFO>& merged, std::int64_t hatches) {
+// QUIRK entries of the balance: the values of the first entity's rows that the merge drops, those of all dynamic lists
+// that do not leave with the merged rows, and one reference to each hatch that was asked for its variant.
+Losses prescribedLosses(const Ids& selection, Query& query) {
+  const TqVector<PROPINFO>& merged = query.rows;
   Losses losses;
-  if (hatches > 0) losses["VeltHatch"] = hatches;
+  if (const std::int64_t hatches = query.hatches(); hatches > 0) losses["VeltHatch"] = hatches;
+  if (query.hasDynamicRows()) {
+    std::int64_t texts = -query.dynamicTexts();
+    for (const VkDbObjectId id : selection) {
+      Query alone({id});
+      EXPECT_TRUE(alone.ask());
+      texts += alone.dynamicTexts();
+    }
+    if (texts > 0) losses["BSTR"] = texts;
+  }
   Query first({selection.front()});
   EXPECT_TRUE(first.ask());
   for (const PROPINFO& row : std::as_const(first.rows)) {
-    if (isIn(merged, row)) continue;
+    if (row.dispId == dynamicPropertyDispId || isIn(merged, row)) continue;
     if (row.value.vt == VT_BSTR && row.value.bstrVal != nullptr) ++losses["BSTR"];
     if (row.value.vt == VT_DISPATCH && row.value.pdispVal != nullptr) ++losses[accountOf(row.value.pdispVal)];
   }
@@ -113,7 +85,7 @@ std::uint32_t askAndCheck(const Drawing& drawing, const Ids& selection, const st
     Query warm(selection);  // classes that are met for the first time make what lasts as long as the process
     EXPECT_TRUE(warm.isSetUp && warm.ask());
     rows = warm.rows.length();
-    expected = prescribedLosses(selection, warm.rows, warm.hatches());
+    expected = prescribedLosses(selection, warm);
   }
   const Ledger::Snapshot before = Ledger::snapshot();
   {

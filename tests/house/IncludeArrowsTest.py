@@ -23,6 +23,9 @@ MAY_INCLUDE = {
     "examples": EVERYTHING_SHIPPED | {"examples"},
 }
 
+# All that plug-ins may include of the host that they are loaded into.
+PLUGIN_HEADER = "embedded/palette/Plugin.h"
+
 # First component of an include in angle brackets, and the folders that may use it.
 THIRD_PARTY = {
     "CLI": {"tool", "tests"},
@@ -59,6 +62,8 @@ def violation_of(root, path, quoted, angled, other):
             return f'"{quoted}" is not written from the root of the tree'
         if target not in MAY_INCLUDE[folder]:
             return f'"{quoted}": {folder}/ may not include {target}/'
+        if folder == "plugins" and target == "embedded" and quoted != PLUGIN_HEADER:
+            return f'"{quoted}": plug-ins may include no header of embedded/ but {PLUGIN_HEADER}'
         if not (root / quoted).is_file():
             return f'"{quoted}" does not exist'
         return None
@@ -104,7 +109,7 @@ class TheCheck(house.Check):
             "container": "host text errors container",
             "propdata": "host text errors container propdata",
             "embedded": "host embedded",
-            "plugins": "host embedded plugins",
+            "plugins": "host plugins",
             "tool": "host text errors container propdata embedded tool",
             "tests": "host text errors container propdata embedded tool tests",
             "bench": "host text errors container propdata embedded bench",
@@ -116,6 +121,14 @@ class TheCheck(house.Check):
                 with self.subTest(folder=folder, target=target):
                     found = self.check(f"{folder}/sub/B.cpp", f'#include "{target}/A.h"')
                     self.assertEqual(target not in targets.split(), bool(found), found)
+
+    def test_lets_plugins_include_their_header_of_the_embedded_host_and_no_other(self):
+        with house.small_tree({**self.HEADERS, "embedded/palette/Plugin.h": "",
+                               "plugins/a/B.cpp": '#include "embedded/palette/Plugin.h"\n',
+                               "plugins/a/C.cpp": '#include "embedded/A.h"\n'}) as root:
+            found = violations(root)
+        self.assertEqual(1, len(found), found)
+        self.assertIn("plugins/a/C.cpp", found[0])
 
     def test_finds_what_is_not_written_from_the_root(self):
         self.assertTrue(self.check("propdata/B.cpp", '#include "A.h"'))

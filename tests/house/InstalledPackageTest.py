@@ -72,6 +72,22 @@ class AnInstallation(unittest.TestCase):
         run("cmake", "--build", self.root / "build")
         run(self.root / "build" / "consumer")
 
+    def test_serves_a_plugin_that_begins_as_a_copy_of_a_sample(self):
+        tool = self.prefix / "bin" / "veltprops"
+        if not tool.is_file():
+            self.skipTest("no tool yet")
+        settings = os.environ | {"PKG_CONFIG_PATH": str(self.library_folder() / "pkgconfig")}
+        flags = run("pkg-config", "--cflags", "--libs", "veltpropdata", env=settings).split()
+        sample = house.text_of(house.source_root() / "plugins" / "material" / "Material.cpp")
+        (self.root / "mine.cpp").write_text(sample.replace("Sample.Material", "Mine"), encoding="utf-8")
+        run(self.compiler, "-std=c++20", "-fPIC", "-shared", "-o", self.root / "mine.so", self.root / "mine.cpp", *flags)
+        clean = {name: value for name, value in os.environ.items() if name != "LD_LIBRARY_PATH"}
+        run(tool, "sample", self.root / "plan.dxf", env=clean)
+        shown = run(tool, "show", self.root / "plan.dxf", "--layer", "Doors", "--plugin", self.root / "mine.so", env=clean)
+        self.assertRegex(shown, r"NUMBER +\*VARIES\*")
+        self.assertRegex(shown, r"Material +Concrete")
+        self.assertTrue((self.library_folder() / "velt" / "plugins" / "serial.so").is_file())
+
     def test_holds_a_tool_that_finds_its_libraries(self):
         tool = self.prefix / "bin" / "veltprops"
         if not tool.is_file():

@@ -3,12 +3,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 
 #include "tests/tool/Drawings.h"
 
 using namespace velt::tests;
+using testing::ContainsRegex;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 namespace {
@@ -120,6 +123,86 @@ TEST(CommandLine, LookingWritesNothing) {
   const std::string file = folder.write("a.dxf", bytes);
   EXPECT_EQ(veltprops({"show", file.c_str(), "--all", "--choices"}).exitCode, 0);
   EXPECT_EQ(readFile(file), bytes);
+}
+
+// --- plug-ins -------------------------------------------------------------------------------------------
+
+namespace {
+
+std::string plugin(const std::string& name) {
+  return std::string(VELT_TEST_PLUGIN_DIR) + "/" + name + ".so";
+}
+
+// What a line with extended data shows under a plug-in.
+Outcome shownWith(const std::vector<std::string>& plugins) {
+  const TemporaryFolder folder;
+  const std::string file =
+      folder.write("a.dxf", drawingOf({{"0"}}, line("2F", "0") + pairs({{1001, "ACME"}, {1000, "oak"}})));
+  std::vector<const char*> arguments{"show", file.c_str(), "--handle", "2F"};
+  for (const std::string& name : plugins) {
+    arguments.push_back("--plugin");
+    arguments.push_back(name.c_str());
+  }
+  return veltprops(arguments);
+}
+
+// The outcome when a plug-in misbehaves: done, everybody else's rows are there, and the plug-in is named.
+void expectSurvived(const Outcome& outcome, const std::string& plugin) {
+  EXPECT_EQ(outcome.exitCode, 0);
+  EXPECT_THAT(outcome.out, ContainsRegex("ACME 1 +oak"));
+  EXPECT_THAT(outcome.out, ContainsRegex("Layer +0"));
+  EXPECT_THAT(outcome.out, ContainsRegex("Good newer +fine"));
+  EXPECT_THAT(outcome.err, HasSubstr("veltprops: plug-in " + plugin + ".so: "));
+}
+
+}  // namespace
+
+TEST(CommandLinePlugins, TheRowsOfAPluginAreShown) {
+  const Outcome outcome = shownWith({plugin("Good")});
+  EXPECT_EQ(outcome.exitCode, 0);
+  EXPECT_THAT(outcome.out, ContainsRegex("\nTest\n  Good newer +fine"));
+  EXPECT_THAT(outcome.out, ContainsRegex("Good older +fine"));
+  EXPECT_EQ(outcome.err, "");
+  EXPECT_THAT(shownWith({}).out, Not(HasSubstr("Good newer"))) << "it is let go of at the end of the command";
+}
+
+TEST(CommandLinePlugins, PluginsThatCannotBeUsedAreNamedAndSurvived) {
+  for (const char* const name : {"NoEntryPoint", "WrongVersion", "Refuses", "ThrowsOnEntry"}) {
+    SCOPED_TRACE(name);
+    expectSurvived(shownWith({plugin(name), plugin("Good")}), name);
+  }
+}
+
+TEST(CommandLinePlugins, PluginsThatThrowAreNamedAndSurvived) {
+  const Outcome outcome = shownWith({plugin("Throws"), plugin("Good")});
+  expectSurvived(outcome, "Throws");
+  EXPECT_THAT(outcome.out, ContainsRegex("Good among throwers +fine"));
+  EXPECT_THAT(outcome.out, HasSubstr("Without a value"));
+  EXPECT_THAT(outcome.out, Not(HasSubstr("Never seen")));
+  EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+}
+
+TEST(CommandLinePlugins, PluginsThatLieAreNamedAndSurvived) {
+  const Outcome outcome = shownWith({plugin("Lies"), plugin("Good")});
+  expectSurvived(outcome, "Lies");
+  EXPECT_THAT(outcome.out, ContainsRegex("Good among liars +fine"));
+  EXPECT_THAT(outcome.err, HasSubstr("GetProperties failed"));
+  EXPECT_THAT(outcome.err, HasSubstr("array of objects"));
+  EXPECT_THAT(outcome.err, HasSubstr("null property"));
+  EXPECT_THAT(outcome.err, HasSubstr("no dynamic property"));
+  EXPECT_THAT(outcome.err, HasSubstr("has declared 8"));
+  EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 5) << outcome.err;
+}
+
+TEST(CommandLinePlugins, AFileThatIsNotThereIsAFailure) {
+  const Outcome outcome = shownWith({"/nowhere/missing.so"});
+  EXPECT_EQ(outcome.exitCode, 1);
+  EXPECT_EQ(outcome.err, "veltprops: /nowhere/missing.so: no such plug-in\n");
+}
+
+TEST(CommandLinePlugins, AFileThatIsNoSharedObjectIsNamedAndSurvived) {
+  const TemporaryFolder folder;
+  expectSurvived(shownWith({folder.write("text.so", "hello"), plugin("Good")}), "text");
 }
 
 TEST(CommandLine, AnAnswerThatCannotBeWrittenIsAFailure) {

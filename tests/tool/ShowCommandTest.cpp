@@ -1,9 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "embedded/dxf/SampleDrawing.h"
 #include "tests/tool/Drawings.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
@@ -107,6 +110,72 @@ TEST_F(ShowCommand, JsonValuesAreNatural) {
 
 TEST_F(ShowCommand, WithoutASelectionTheUsageIsWrong) {
   EXPECT_THROW(shown({}), UsageFailure);
+}
+
+// --- dynamic rows, in the sample drawing ------------------------------------------------------------------
+
+namespace {
+
+class ShowSample : public testing::Test {
+ protected:
+  nlohmann::json shown(SelectionRequest selection) const {
+    std::ostringstream out;
+    show({.drawing = file_, .selection = std::move(selection), .json = true}, out);
+    return nlohmann::json::parse(out.str());
+  }
+  // Their texts by name.
+  std::map<std::string, std::string> dynamicRows(SelectionRequest selection) const {
+    std::map<std::string, std::string> rows;
+    const nlohmann::json json = shown(std::move(selection));
+    for (const auto& row : json["rows"]) {
+      if (row["dispId"] == -23) rows[row["displayName"]] = row["text"];
+    }
+    return rows;
+  }
+  // The first entities on a layer.
+  std::vector<std::string> handles(const std::string& layer, const std::string& type,
+                                   std::size_t count) const {
+    std::ostringstream out;
+    list({.drawing = file_, .selection = {.layers = {layer}, .types = {type}}, .json = true}, out);
+    std::vector<std::string> found;
+    const nlohmann::json json = nlohmann::json::parse(out.str());
+    for (std::size_t i = 0; i < count; ++i)
+      found.push_back(json["entities"].at(i)["handle"]);
+    return found;
+  }
+  using Rows = std::map<std::string, std::string>;
+
+ private:
+  TemporaryFolder folder_;
+  std::string file_ = folder_.write("plan.dxf", velt::dxf::sampleFloorPlan());
+};
+
+}  // namespace
+
+TEST_F(ShowSample, ADoorShowsItsNumberAsADynamicRow) {
+  const nlohmann::json json = shown({.handles = handles("Doors", "INSERT", 1)});
+  const auto found = std::find_if(json["rows"].begin(), json["rows"].end(),
+                                  [](const nlohmann::json& row) { return row["displayName"] == "NUMBER"; });
+  ASSERT_NE(found, json["rows"].end());
+  EXPECT_EQ((*found)["dispId"], -23);
+  EXPECT_EQ((*found)["value"], "D1");
+  EXPECT_EQ((*found)["description"], "Number of the door");
+  EXPECT_EQ((*found)["categoryName"], "Attributes");
+  EXPECT_EQ((*found)["isEditable"], true);
+  EXPECT_EQ((*found)["pDynamicProperty"], true);
+  EXPECT_EQ((*found)["dynSources"].size(), 1U);
+}
+
+TEST_F(ShowSample, DoorsOfBothShapesShowTheirNumbersTogether) {
+  EXPECT_EQ(dynamicRows({.layers = {"Doors"}}), (Rows{{"NUMBER", "*VARIES*"}}));
+}
+
+TEST_F(ShowSample, TwoLinesShowNoDynamicRowsAndOneShowsItsExtendedData) {
+  const std::vector<std::string> lines = handles("Electrical", "LINE", 2);
+  EXPECT_EQ(dynamicRows({.handles = lines}), Rows{});
+  EXPECT_EQ(dynamicRows({.handles = {lines[0]}}),
+            (Rows{{"VELT_INVENTORY 1", "Lamp, 12 W"}, {"VELT_INVENTORY 2", "4720"}}));
+  EXPECT_EQ(dynamicRows({.handles = {lines[1]}}), Rows{});
 }
 
 TEST_F(ShowCommand, EveryClassAndTypeOfTheDrawingsAnswers) {

@@ -53,6 +53,11 @@ class Sample {
     entities_ += record(type, pairs);
     return *this;
   }
+  /// Behind the entities: further pairs of the last one, or records that belong to it.
+  Sample& append(const std::string& more) {
+    entities_ += more;
+    return *this;
+  }
   Sample& object(const std::string& type, Pairs pairs) {
     objects_ += record(type, pairs);
     return *this;

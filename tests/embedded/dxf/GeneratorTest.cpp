@@ -75,6 +75,8 @@ void fill(DrawingBuilder& drawing) {
                         .rotation = 45,
                         .attributes = {{.tag = "NUMBER", .value = "12", .at = {3, 3}, .height = 0.2}}});
   model.insert("DOOR", {});
+  drawing.block("*U1").isMadeOf(door);
+  model.insert("*U1", {}, {.extendedData = {{"ACME", {{1000, "oak"}, {1040, "2.5"}}}}});
   model.solidHatch({{square}}, {.colour = 8});
   model.patternHatch({{square}}, {.name = "LINES",
                                   .lines = {{.angle = 45, .offset = {0, 2}, .dashes = {1, -1}}},
@@ -109,7 +111,7 @@ TEST_P(MadeIn, IsFoundSoundByAnotherReader) {
   if (!findings) GTEST_SKIP() << "python3-ezdxf is not installed";
   EXPECT_EQ(
       *findings,
-      "3DFACE=1 ARC=1 CIRCLE=1 ELLIPSE=1 HATCH=3 INSERT=2 LINE=1 LWPOLYLINE=1 MTEXT=1 POINT=1 TEXT=2\n");
+      "3DFACE=1 ARC=1 CIRCLE=1 ELLIPSE=1 HATCH=3 INSERT=3 LINE=1 LWPOLYLINE=1 MTEXT=1 POINT=1 TEXT=2\n");
 }
 
 TEST_P(MadeIn, IsReadHere) {
@@ -418,6 +420,41 @@ TEST(Generator, AHatchIsSolidPatternedOrAGradient) {
   EXPECT_EQ(gradient.real(460, "AcDbHatch"), std::numbers::pi);
   EXPECT_THAT(values(gradient, 421, "AcDbHatch"), ElementsAre("255", "256"));
   EXPECT_EQ(text(gradient, 470, "AcDbHatch"), "SPHERICAL");
+}
+
+TEST(Generator, ExtendedDataStandBehindTheEntityAndTheirApplicationIsRegistered) {
+  DrawingBuilder drawing;
+  drawing.model().line(
+      {}, {1, 0}, {.extendedData = {{"ACME", {{1000, "oak"}, {1070, "3"}}}, {"Other", {{1040, "1.5"}}}}});
+  const Document document = documentOf(drawing);
+  const RecordView line = viewOf(document, "LINE");
+  const auto data = line.extendedData("ACME");
+  ASSERT_TRUE(data.has_value());
+  ASSERT_EQ(data->count, 2U);
+  EXPECT_EQ(line.code(data->first), 1000);
+  EXPECT_EQ(line.value(data->first), "oak");
+  EXPECT_EQ(line.value(data->first + 1), "3");
+  EXPECT_TRUE(line.extendedData("Other").has_value());
+  std::set<std::string> applications;
+  for (std::size_t entry = 0; entry < 3; ++entry)
+    applications.emplace(text(viewOf(document, "APPID", entry), 2, "AcDbRegAppTableRecord"));
+  EXPECT_EQ(applications, (std::set<std::string>{"ACAD", "ACME", "Other"}));
+}
+
+TEST(Generator, AShapeOfADynamicBlockNamesItsDefinition) {
+  DrawingBuilder drawing;
+  drawing.block("*U1").isMadeOf(drawing.block("DOOR"));
+  const Document document = documentOf(drawing);
+  std::map<std::string, RecordView> blocks;
+  for (std::size_t entry = 0; entry < 4; ++entry) {
+    const RecordView view = viewOf(document, "BLOCK_RECORD", entry);
+    blocks.emplace(text(view, 2, "AcDbBlockTableRecord"), view);
+  }
+  const RecordView& shape = blocks.at("*U1");
+  const auto data = shape.extendedData("AcDbBlockRepBTag");
+  ASSERT_TRUE(data.has_value());
+  EXPECT_EQ(shape.value(data->first + 1), blocks.at("DOOR").handle());
+  EXPECT_FALSE(blocks.at("DOOR").extendedData("AcDbBlockRepBTag").has_value());
 }
 
 TEST(Generator, RawPairsAreWrittenAsTheyAre) {

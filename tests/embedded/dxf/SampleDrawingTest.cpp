@@ -12,6 +12,8 @@
 #include <string_view>
 #include <vector>
 
+#include "embedded/database/Drawing.h"
+#include "embedded/database/EnhancedBlocks.h"
 #include "embedded/dxf/Document.h"
 #include "embedded/dxf/Numbers.h"
 #include "tests/embedded/dxf/Audit.h"
@@ -163,6 +165,30 @@ TEST_F(SampleDrawing, HasDoorsWithTheirNumbers) {
     numbers.push_back(document.view(record).text(1, "AcDbText").value());
   }
   EXPECT_THAT(numbers, ::testing::ElementsAre("D1", "D2", "D3", "D4", "D5", "D6"));
+}
+
+TEST_F(SampleDrawing, ItsDoorsAreShapesOfOneDynamicBlock) {
+  const auto drawing = database::Drawing::parse(sampleFloorPlan(), "sample.dxf");
+  std::map<std::wstring, int> shapes;
+  for (const VkDbObjectId id : drawing->entities()) {
+    const auto object = database::resolve(id);
+    if (drawing->members(object->record).count == 0 || drawing->view(object->record).type() != "INSERT")
+      continue;
+    ++shapes[database::referredBlock(*drawing, object->record)->name];
+    const database::TableEntry* const original = database::originalBlock(*drawing, object->record);
+    ASSERT_NE(original, nullptr);
+    EXPECT_EQ(original->name, L"DOOR");
+  }
+  EXPECT_EQ(shapes, (std::map<std::wstring, int>{{L"*U1", 2}, {L"*U2", 4}}));
+}
+
+TEST_F(SampleDrawing, HasExtendedDataAtAReferenceAndAtLines) {
+  for (const char* const type : {"INSERT", "LINE"}) {
+    const auto all = entities(type);
+    EXPECT_TRUE(std::any_of(all.begin(), all.end(), [&](std::uint32_t record) {
+      return document.view(record).extendedData("VELT_INVENTORY").has_value();
+    })) << type;
+  }
 }
 
 TEST_F(SampleDrawing, HasHyperlinks) {

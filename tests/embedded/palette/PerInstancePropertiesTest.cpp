@@ -49,13 +49,19 @@ TEST(PerInstanceProperties, ACastGivesTheObjectOrNull) {
   EXPECT_EQ(nullptr, OPMPerInstancePropertySources::cast(nullptr));
 }
 
-TEST(PerInstanceProperties, AFactoryRegisteredOnTheDatabaseIsFoundThere) {
+TEST(PerInstanceProperties, AFactoryRegisteredOnTheDatabaseTakesThePlaceOfTheHosts) {
   Factory factory;
-  VkDbDatabase::desc()->addX(OPMPerInstancePropertyExtensionFactory::desc(), &factory);
-  EXPECT_EQ(&factory, OPMPerInstancePropertyExtensionFactory::cast(
-                          VkDbDatabase::desc()->queryX(OPMPerInstancePropertyExtensionFactory::desc())));
-  EXPECT_EQ(nullptr, VkDbDatabase::desc()->queryX(OPMPerInstancePropertySources::desc()));
-  EXPECT_EQ(&factory, VkDbDatabase::desc()->delX(OPMPerInstancePropertyExtensionFactory::desc()));
+  VkRxClass* const protocol = OPMPerInstancePropertyExtensionFactory::desc();
+  const auto registered = [&] {
+    return OPMPerInstancePropertyExtensionFactory::cast(VkDbDatabase::desc()->queryX(protocol));
+  };
+  VkRxObject* const ofHost = VkDbDatabase::desc()->addX(protocol, &factory);
+  EXPECT_NE(nullptr, ofHost);
+  EXPECT_EQ(&factory, registered());
+  EXPECT_EQ(&factory, VkDbDatabase::desc()->delX(protocol));
+  EXPECT_EQ(nullptr, registered());
+  VkDbDatabase::desc()->addX(protocol, ofHost);
+  EXPECT_EQ(ofHost, registered());
 }
 
 }  // namespace

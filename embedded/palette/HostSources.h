@@ -1,0 +1,13 @@
+// The property sources that the host brings along.
+#pragma once
+
+namespace velt::palette {
+
+class SourceRegistry;
+
+inline constexpr const wchar_t* blockAttributesSource = L"Velt.BlockAttributes";
+inline constexpr const wchar_t* extendedDataSource = L"Velt.ExtendedData";
+
+void attachHostSources(SourceRegistry& registry);
+
+}  // namespace velt::palette

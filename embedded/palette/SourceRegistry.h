@@ -1,0 +1,56 @@
+// Which property sources the host has, and for which entities it offers them.
+//
+// A source has a name and is attached to one or more entity classes. It is offered for the entities of such a class and
+// of the classes derived from it: a source of VkDbEntity for everything, one of VkDbBlockReference for references only.
+// For one entity the sources of its own class come first, then those of the parent classes, each in the order in which
+// they were attached.
+//
+// Whoever shows properties finds the registry through the two protocol extensions that are published on the class of
+// the database when this library is loaded (see host/palette/PerInstanceProperties.h): the factory gives one extension
+// per class, which tells the names for an entity in an array from 0, and the other one turns a name into its source.
+// Entities that no open drawing has are offered nothing.
+//
+// Ownership: the registry holds one reference to each source, until it is taken out.
+// Threads: every function may be called on every thread; the sources themselves are called on the thread of the drawing.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "embedded/com/InterfaceHolder.h"
+#include "host/database/VkRxObject.h"
+#include "host/palette/IPropertySource.h"
+
+namespace velt::palette {
+
+class SourceRegistry {
+ public:
+  /// With the sources of the host itself in it: attributes of block references, then extended data of all entities.
+  [[nodiscard]] static SourceRegistry& ofProcess();
+
+  SourceRegistry();
+  ~SourceRegistry();
+  SourceRegistry(const SourceRegistry&) = delete;
+  SourceRegistry& operator=(const SourceRegistry&) = delete;
+
+  /// Attaches a source to a class. The same source may be attached to further classes under the same name.
+  /// E_POINTER for a missing source, E_INVALIDARG for an empty name or a class that is none of entities,
+  /// E_ACCESSDENIED for a name that another source has.
+  HRESULT attach(std::wstring_view name, VkRxClass* entityClass, IPropertySource* source);
+
+  /// From all its classes. False for an unknown name.
+  bool remove(std::wstring_view name);
+
+  /// The names of the sources that are offered for entities of this very class.
+  [[nodiscard]] std::vector<std::wstring> namesFor(const VkRxClass* entityClass) const;
+
+  /// Empty for an unknown name.
+  [[nodiscard]] com::InterfaceHolder<IPropertySource> find(std::wstring_view name) const;
+
+ private:
+  class Contents;
+  Contents* contents_;
+};
+
+}  // namespace velt::palette

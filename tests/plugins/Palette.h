@@ -1,0 +1,78 @@
+// What a palette shows and sets of one selection, by the names of the rows.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "embedded/database/Drawing.h"
+#include "embedded/palette/LoadedPlugins.h"
+#include "host/com/Bstr.h"
+#include "tests/contract/Query.h"
+#include "tests/embedded/database/Sample.h"
+
+namespace velt::tests {
+
+/// The sample plug-in of that name, for the length of a test. What it has to tell goes into the list.
+inline std::unique_ptr<palette::LoadedPlugins> loadSample(const std::string& name,
+                                                          std::vector<std::string>& told) {
+  auto plugins =
+      std::make_unique<palette::LoadedPlugins>([&told](const std::string& line) { told.push_back(line); });
+  EXPECT_TRUE(plugins->load(std::filesystem::path(VELT_PLUGIN_DIR) / (name + ".so")));
+  return plugins;
+}
+
+class PaletteOf {
+ public:
+  explicit PaletteOf(const Ids& ids) : query_(ids) { EXPECT_TRUE(query_.isSetUp && query_.ask()); }
+
+  bool has(const std::wstring& name) const { return find(name) != nullptr; }
+  const PROPINFO& row(const std::wstring& name) const {
+    const PROPINFO* const found = find(name);
+    if (found == nullptr) throw std::runtime_error("there is no such row");
+    return *found;
+  }
+  std::wstring text(const std::wstring& name) const {
+    const VARIANT& value = row(name).value;
+    EXPECT_EQ(VT_BSTR, value.vt);
+    return value.vt == VT_BSTR && value.bstrVal != nullptr ? value.bstrVal : L"";
+  }
+
+  // Whether a property takes the value is not told: ask a new palette.
+  void set(const std::wstring& name, VARIANT value) {
+    CStdStr<wchar_t> errorText;
+    int lockedCount = 0;
+    VkArray<VkDbObjectId> touchedIds;
+    EXPECT_EQ(1, SetPropertiesValue(query_.selection(), row(name), value, false, errorText, lockedCount,
+                                    touchedIds, 0));
+  }
+  void set(const std::wstring& name, LONG number) {
+    VARIANT value{};
+    value.vt = VT_I4;
+    value.lVal = number;
+    set(name, value);
+  }
+  void set(const std::wstring& name, const wchar_t* text) {
+    VARIANT value{};
+    value.vt = VT_BSTR;
+    value.bstrVal = SysAllocString(text);
+    set(name, value);
+    VariantClear(&value);
+  }
+
+ private:
+  const PROPINFO* find(const std::wstring& name) const {
+    for (const PROPINFO& row : query_.rows) {
+      if (row.displayName == name.c_str()) return &row;
+    }
+    return nullptr;
+  }
+
+  Query query_;
+};
+
+}  // namespace velt::tests

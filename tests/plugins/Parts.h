@@ -1,0 +1,120 @@
+// What plug-ins of tests are made of: sources and properties that do what they are told, well or badly. Each counts its
+// references and is never ended by them.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "embedded/palette/Plugin.h"
+#include "host/com/Bstr.h"
+#include "host/com/Variant.h"
+#include "host/palette/ICategorizeProperties.h"
+#include "host/palette/IDynamicEnumProperty.h"
+#include "host/palette/IDynamicProperty.h"
+#include "host/palette/IDynamicProperty2.h"
+#include "host/palette/IPropertySource.h"
+
+namespace velt::tests {
+
+/// Of the newer generation (Interface is IDynamicProperty2, Entity IDispatch*) or the older one (IDynamicProperty, long).
+template <class Interface, class Entity, const IID& InterfaceId>
+class ScriptedProperty : public Interface, public IDynamicEnumProperty, public ICategorizeProperties {
+ public:
+  explicit ScriptedProperty(const wchar_t* propertyName) : name(propertyName) {}
+
+  std::wstring name;
+  VARTYPE declared = VT_BSTR;
+  LONG choices = 0;
+  long references = 0;
+  bool isBare = false;  ///< only the one interface, no choices and no category
+  std::function<HRESULT(BOOL*)> enabled = [](BOOL* out) { return *out = 1, S_OK; };
+  std::function<HRESULT(BSTR*)> displayName = [this](BSTR* out) {
+    return *out = SysAllocString(name.c_str()), S_OK;
+  };
+  std::function<HRESULT(VARIANT*)> value = [](VARIANT* out) {
+    out->vt = VT_BSTR;
+    out->bstrVal = SysAllocString(L"fine");
+    return S_OK;
+  };
+  std::function<HRESULT(const VARIANT&)> set = [](const VARIANT&) { return S_OK; };
+
+  HRESULT QueryInterface(REFIID iid, void** object) override {
+    *object = nullptr;
+    if (iid == IID_IUnknown || iid == InterfaceId) *object = static_cast<Interface*>(this);
+    if (!isBare && iid == IID_IDynamicEnumProperty) *object = static_cast<IDynamicEnumProperty*>(this);
+    if (!isBare && iid == IID_ICategorizeProperties) *object = static_cast<ICategorizeProperties*>(this);
+    if (*object == nullptr) return E_NOINTERFACE;
+    ++references;
+    return S_OK;
+  }
+  ULONG AddRef() override { return static_cast<ULONG>(++references); }
+  ULONG Release() override { return static_cast<ULONG>(--references); }
+
+  HRESULT GetGUID(GUID* guid) override { return *guid = GUID{7, 0, 0, {}}, S_OK; }
+  HRESULT GetDisplayName(BSTR* out) override { return displayName(out); }
+  HRESULT IsPropertyEnabled(Entity, BOOL* out) override { return enabled(out); }
+  HRESULT IsPropertyReadOnly(BOOL* out) override { return *out = 0, S_OK; }
+  HRESULT GetDescription(BSTR* out) override { return *out = SysAllocString(L"described"), S_OK; }
+  HRESULT GetCurrentValueName(BSTR*) override { return E_NOTIMPL; }
+  HRESULT GetCurrentValueType(VARTYPE* out) override { return *out = declared, S_OK; }
+  HRESULT GetCurrentValueData(Entity, VARIANT* out) override { return value(out); }
+  HRESULT SetCurrentValueData(Entity, VARIANT newValue) override { return set(newValue); }
+
+  HRESULT GetNumPropertyValues(LONG* out) override { return *out = choices, S_OK; }
+  HRESULT GetPropValueName(LONG, BSTR* out) override { return *out = SysAllocString(L"choice"), S_OK; }
+  HRESULT GetPropValueData(LONG index, VARIANT* out) override {
+    out->vt = VT_I4;
+    out->lVal = index;
+    return S_OK;
+  }
+  HRESULT MapPropertyToCategory(DISPID, PROPCAT* out) override { return *out = 900, S_OK; }
+  HRESULT GetCategoryName(PROPCAT, LCID, BSTR* out) override { return *out = SysAllocString(L"Test"), S_OK; }
+};
+
+using NewerProperty = ScriptedProperty<IDynamicProperty2, IDispatch*, IID_IDynamicProperty2>;
+using OlderProperty = ScriptedProperty<IDynamicProperty, long, IID_IDynamicProperty>;
+
+/// A null stays one.
+template <class Property>
+IUnknown* unknown(Property& property) {
+  IUnknown* found = nullptr;
+  property.QueryInterface(IID_IUnknown, reinterpret_cast<void**>(&found));
+  property.Release();
+  return found;
+}
+
+inline HRESULT giveArray(const std::vector<IUnknown*>& elements, VARIANT* out) {
+  out->vt = VT_ARRAY | VT_UNKNOWN;
+  out->parray = SafeArrayCreateVector(VT_UNKNOWN, 0, static_cast<ULONG>(elements.size()));
+  for (LONG index = 0; index < static_cast<LONG>(elements.size()); ++index)
+    SafeArrayPutElement(out->parray, &index, elements[static_cast<std::size_t>(index)]);
+  return S_OK;
+}
+
+class ScriptedSource final : public IPropertySource {
+ public:
+  long references = 0;
+  std::function<HRESULT(VARIANT*)> properties = [](VARIANT*) { return S_OK; };
+
+  HRESULT QueryInterface(REFIID iid, void** object) override {
+    *object = iid == IID_IUnknown || iid == IID_IPropertySource ? this : nullptr;
+    if (*object == nullptr) return E_NOINTERFACE;
+    ++references;
+    return S_OK;
+  }
+  ULONG AddRef() override { return static_cast<ULONG>(++references); }
+  ULONG Release() override { return static_cast<ULONG>(--references); }
+  HRESULT GetProperties(IDispatch*, VARIANT* out) override { return properties(out); }
+};
+
+/// A source that offers these, for all entities; both live as long as the process.
+template <class... Properties>
+HRESULT addSource(const VeltPluginHost* host, const wchar_t* name, Properties&... properties) {
+  auto* const source = new ScriptedSource;
+  const std::vector<IUnknown*> elements{unknown(properties)...};
+  source->properties = [elements](VARIANT* out) { return giveArray(elements, out); };
+  return host->addPropertySource(host, name, L"VkDbEntity", source);
+}
+
+}  // namespace velt::tests
