@@ -1,9 +1,10 @@
 #include "bench/Selection.h"
 
-#include <span>
 #include <stdexcept>
 #include <string>
 #include <utility>
+
+#include "embedded/database/Entity.h"
 
 namespace velt::bench {
 
@@ -17,13 +18,14 @@ std::string narrow(const CStdStr<wchar_t>& text) {
 
 Selection::Selection(std::string drawing)
     : drawing_(database::Drawing::parse(std::move(drawing), "benchmark")) {
-  const std::span<const VkDbObjectId> ids = drawing_->entities();
-  data_.resize(ids.size());
-  entries_.setPhysicalLength(static_cast<std::uint32_t>(ids.size()));
-  for (std::size_t i = 0; i < ids.size(); ++i) {
-    data_[i].oldId = ids[i].asOldId();
-    entries_.append(&data_[i]);
+  for (const VkDbObjectId id : drawing_->entities()) {
+    const auto object = database::resolve(id);
+    if (!object || database::Entity(*object).space() != database::Space::Model) continue;
+    data_.emplace_back().oldId = id.asOldId();
   }
+  entries_.setPhysicalLength(static_cast<std::uint32_t>(data_.size()));
+  for (VeltPropData& entry : data_)
+    entries_.append(&entry);
 }
 
 Selection::~Selection() {

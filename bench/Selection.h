@@ -1,4 +1,4 @@
-// What is selected, everything of a drawing, between InitializePropData and UnInitializePropData.
+// What is selected, everything in the model space of a drawing, between InitializePropData and UnInitializePropData.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@ namespace velt::bench {
 
 class Selection {
  public:
-  /// Reads the drawing (DXF text), of which everything is selected; the automation objects are made by setUp().
+  /// Reads the drawing (DXF text), of whose model space everything is selected; the automation objects are made by setUp().
   explicit Selection(std::string drawing);
   ~Selection();
   Selection(const Selection&) = delete;

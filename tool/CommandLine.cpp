@@ -41,8 +41,7 @@ void addSelection(CLI::App& command, SelectionRequest& selection) {
 void addPlugins(CLI::App& command, std::vector<std::string>& plugins) {
   command.add_option("--plugin", plugins, "Plug-in whose rows are there too (may be given again)")
       ->type_name("FILE.so")
-      ->take_all()
-      ->expected(1);
+      ->allow_extra_args(false);
 }
 
 // What goes wrong in a plug-in is a message, and its rows are missing; a file that is not there is a mistake.
