@@ -157,7 +157,7 @@ TEST(PublishedRegistry, OffersNothingForWhatIsNoEntityOrNotThere) {
 }
 
 TEST(PublishedRegistry, GivesASourceByItsNameWithAReference) {
-  SourceRegistry::ofProcess();  // makes the host's own sources, which stay
+  static_cast<void>(SourceRegistry::ofProcess());  // makes the host's own sources, which stay
   const com::Balance balance;
   const StringHolder known(extendedDataSource);
   const StringHolder unknown(L"nobody's");
