@@ -4,6 +4,7 @@
 
 #include "embedded/automation/Editor.h"
 #include "embedded/automation/EntityGeometry.h"
+#include "embedded/automation/Followers.h"
 #include "embedded/automation/Refusal.h"
 #include "embedded/automation/geometry/Angle.h"
 
@@ -40,6 +41,7 @@ void changeEach(const Subject& reference, Change&& change) {
   for (std::uint32_t record = members.first; record < members.first + members.count; ++record) {
     Editor editor(reference.drawing(), record);
     requireSingleLine(editor.lens());
+    requireFreeShape(reference.drawing(), record);
     change(editor);
   }
 }

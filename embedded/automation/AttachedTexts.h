@@ -8,7 +8,7 @@ namespace velt::automation {
 
 [[nodiscard]] bool hasAttachedTexts(const Subject& reference);
 
-// Both throw Refusal for an attribute of several lines, whose place is stored several times.
+// Both throw Refusal for an attribute of several lines or in several scales, whose place is stored several times.
 
 /// Moves them by a vector of the world.
 void moveAttachedTexts(const Subject& reference, const Vector3& by);

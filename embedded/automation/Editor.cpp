@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 
+#include "embedded/automation/Followers.h"
 #include "embedded/automation/Refusal.h"
 #include "embedded/database/Layer.h"
 
@@ -80,6 +81,14 @@ std::wstring widened(std::string_view ascii) {
   return {ascii.begin(), ascii.end()};
 }
 
+/// What all entities have in common has nothing to do with their shape.
+bool changesShape(const AutomationClass& kind, const PropertyRow& row) {
+  if (row.access.keepsShape) return false;
+  return kind.general == nullptr
+         || std::none_of(kind.general->begin(), kind.general->end(),
+                         [&](const PropertyRow& general) { return &general == &row; });
+}
+
 }  // namespace
 
 bool isOfFormat(const database::Drawing& drawing, std::string_view version) {
@@ -98,6 +107,7 @@ void requireChangeable(const Subject& subject, const PropertyRow& row) {
     throw Refusal(E_FAIL, L"The drawing's format has no place for this property: it has one from "
                               + widened(since) + L" on.");
   }
+  if (changesShape(subject.kind(), row)) requireFreeShape(subject.drawing(), subject.record());
 }
 
 void requireWithin(Limit limit, double number) {

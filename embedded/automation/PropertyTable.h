@@ -61,6 +61,9 @@ struct Access {
   const ElementAccess* elements;                                  ///< null: not expanded
   const char* since = "";  ///< the version of the first format that can hold it; empty: all can
 
+  bool keepsShape =
+      false;  ///< of a class's own row: whoever follows the entity's place and size need not know
+
   // The same with one thing different, for rows of a table.
 
   [[nodiscard]] constexpr Access readOnly() const {
@@ -79,6 +82,11 @@ struct Access {
   [[nodiscard]] constexpr Access from(const char* version) const {
     Access same = *this;
     same.since = version;
+    return same;
+  }
+  [[nodiscard]] constexpr Access keepingShape() const {
+    Access same = *this;
+    same.keepsShape = true;
     return same;
   }
 };

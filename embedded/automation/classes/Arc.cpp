@@ -67,7 +67,7 @@ double getArea(const Subject& subject) {
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name           label           type             category                   access                                               choices        weight help
-  {  1, L"Thickness",  L"Thickness",   types::distance, Category::General,         storedReal(39, circle),                              Choices::None,  90, L"How far the arc is pulled along its normal."},
+  {  1, L"Thickness",  L"Thickness",   types::distance, Category::General,         storedReal(39, circle).keepingShape(),               Choices::None,  90, L"How far the arc is pulled along its normal."},
   {  2, L"StartPoint", L"Start",       VT_VARIANT,      Category::Geometry,        computedPoint<getStartPoint>(),                      Choices::None, 110, L"Where the arc begins. Read-only: it follows from center, radius and angle."},
   {  3, L"Center",     L"Center",      VT_VARIANT,      Category::Geometry,        objectPoint(10, circle),                             Choices::None, 120, L"Center of the arc."},
   {  4, L"EndPoint",   L"End",         VT_VARIANT,      Category::Geometry,        computedPoint<getEndPoint>(),                        Choices::None, 130, L"Where the arc ends. Read-only: it follows from center, radius and angle."},

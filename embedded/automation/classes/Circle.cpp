@@ -53,7 +53,7 @@ void putArea(const Subject& subject, const double& area) {
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name              label             type             category                   access                                                     choices        weight help
-  {  1, L"Thickness",     L"Thickness",     types::distance, Category::General,         storedReal(39, circle),                                    Choices::None,  90, L"How far the circle is pulled along its normal."},
+  {  1, L"Thickness",     L"Thickness",     types::distance, Category::General,         storedReal(39, circle).keepingShape(),                     Choices::None,  90, L"How far the circle is pulled along its normal."},
   {  2, L"Center",        L"Center",        VT_VARIANT,      Category::Geometry,        objectPoint(10, circle),                                   Choices::None, 110, L"Center of the circle."},
   {  3, L"Radius",        L"Radius",        types::distance, Category::Geometry,        storedReal(40, circle).positive(),                         Choices::None, 120, L"Radius of the circle."},
   {  4, L"Diameter",      L"Diameter",      types::distance, Category::Geometry,        computed<getDiameter, putDiameter>().positive(),           Choices::None, 130, L"Diameter of the circle; the radius follows it."},

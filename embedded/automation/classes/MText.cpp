@@ -6,6 +6,7 @@
 #include "embedded/automation/ClassList.h"
 #include "embedded/automation/Editor.h"
 #include "embedded/automation/EntityGeometry.h"
+#include "embedded/automation/Followers.h"
 #include "embedded/automation/HostIds.h"
 #include "embedded/automation/Refusal.h"
 #include "embedded/automation/classes/General.h"
@@ -112,6 +113,7 @@ void putTextString(const Subject& subject, const std::wstring& given) {
   const std::wstring wording = codedWording(given);
   requireLine(wording);
   if (getTextString(subject) == wording) return;
+  requireOwnWording(subject);
   const std::uint32_t record = subject.record();
   subject.drawing().edit(record, [&](dxf::Document& document) {
     constexpr int before[] = {10, 20, 30, 40, 41, 46, 71, 72};
@@ -192,8 +194,8 @@ void putWidth(const Subject& subject, const double& width) {
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name                  label                   type                     category                   access                                                                  choices               weight help
-  {  1, L"TextString",        L"Contents",            VT_BSTR,                 Category::Text,            computed<getTextString, putTextString>(),                               Choices::None,        110, L"The wording, with its formatting codes."},
-  {  2, L"Style",             L"Style",               VT_BSTR,                 Category::Text,            computed<getStyle, putStyle>(),                                         Choices::TextStyles,  120, L"Name of the text style."},
+  {  1, L"TextString",        L"Contents",            VT_BSTR,                 Category::Text,            computed<getTextString, putTextString>().keepingShape(),                Choices::None,        110, L"The wording, with its formatting codes."},
+  {  2, L"Style",             L"Style",               VT_BSTR,                 Category::Text,            computed<getStyle, putStyle>().keepingShape(),                          Choices::TextStyles,  120, L"Name of the text style."},
   {  3, L"Justify",           L"Justify",             types::attachment,       Category::Text,            computed<getJustify, putMember<71>>(),                                  Choices::Enumeration, 130, L"Where the insertion point lies against the text box."},
   {  4, L"Direction",         L"Direction",           types::drawingDirection, Category::Text,            computed<getDirection, putMember<72>>(),                                Choices::Enumeration, 140, L"How the lines of the text run."},
   {  5, L"Height",            L"Text height",         types::distance,         Category::Text,            storedReal(40, mtext).positive(),                                       Choices::None,        150, L"Height of capital letters where the wording says nothing else."},

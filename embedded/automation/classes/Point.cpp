@@ -12,10 +12,10 @@ constexpr const char* point = "AcDbPoint";
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name           label         type             category                   access                        choices       weight  help
-  {  1, L"Thickness",   L"Thickness", types::distance, Category::General,         storedReal(39, point),        Choices::None,  90, L"How far the point is pulled along its normal."},
-  {  2, L"Coordinates", L"Position",  VT_VARIANT,      Category::Geometry,        worldPoint(10, point),        Choices::None, 110, L"Where the point is."},
-  {  3, L"Normal",      L"Normal",    VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),   Choices::None, 120, L"Direction of the thickness. Read-only: the thickness belongs to it."},
+  // id name            label         type             category                   access                                choices        weight help
+  {  1, L"Thickness",   L"Thickness", types::distance, Category::General,         storedReal(39, point).keepingShape(), Choices::None,  90, L"How far the point is pulled along its normal."},
+  {  2, L"Coordinates", L"Position",  VT_VARIANT,      Category::Geometry,        worldPoint(10, point),                Choices::None, 110, L"Where the point is."},
+  {  3, L"Normal",      L"Normal",    VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),           Choices::None, 120, L"Direction of the thickness. Read-only: the thickness belongs to it."},
 };
 // clang-format on
 

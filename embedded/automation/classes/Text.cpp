@@ -6,6 +6,7 @@
 #include "embedded/automation/ClassList.h"
 #include "embedded/automation/Editor.h"
 #include "embedded/automation/EntityGeometry.h"
+#include "embedded/automation/Followers.h"
 #include "embedded/automation/HostIds.h"
 #include "embedded/automation/Refusal.h"
 #include "embedded/automation/classes/General.h"
@@ -141,6 +142,13 @@ void putObliqueAngle(const Subject& subject, const double& angle) {
   Editor(subject).real(51, text, stored);
 }
 
+void putTextString(const Subject& subject, const std::wstring& wording) {
+  requireLine(wording);
+  if (subject.lens().text(1, text) == wording) return;
+  requireOwnWording(subject);
+  Editor(subject).text(1, text, wording);
+}
+
 void putStyle(const Subject& subject, const std::wstring& name) {
   const database::TableEntry* const style = subject.drawing().textStyles().find(name);
   if (style == nullptr) throw Refusal(E_INVALIDARG, L"The drawing has no text style of that name.");
@@ -188,9 +196,9 @@ void putJustify(const Subject& subject, const std::int32_t& justification) {
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name                   label              type                      category                   access                                                         choices               weight help
-  {  1, L"Thickness",          L"Thickness",      types::distance,          Category::General,         storedReal(39, text),                                          Choices::None,         90, L"How far the text is pulled along its normal."},
-  {  2, L"TextString",         L"Contents",       VT_BSTR,                  Category::Text,            storedText(1, text),                                           Choices::None,        110, L"The wording, with its codes."},
-  {  3, L"Style",              L"Style",          VT_BSTR,                  Category::Text,            computed<getStyle, putStyle>(),                                Choices::TextStyles,  120, L"Name of the text style."},
+  {  1, L"Thickness",          L"Thickness",      types::distance,          Category::General,         storedReal(39, text).keepingShape(),                           Choices::None,         90, L"How far the text is pulled along its normal."},
+  {  2, L"TextString",         L"Contents",       VT_BSTR,                  Category::Text,            writtenBy<putTextString>(storedText(1, text)).keepingShape(),  Choices::None,        110, L"The wording, with its codes."},
+  {  3, L"Style",              L"Style",          VT_BSTR,                  Category::Text,            computed<getStyle, putStyle>().keepingShape(),                 Choices::TextStyles,  120, L"Name of the text style."},
   {  4, L"Justify",            L"Justify",        types::textJustification, Category::Text,            computed<getJustify, putJustify>(),                            Choices::Enumeration, 130, L"Where the points of the text lie against it."},
   {  5, L"Height",             L"Height",         types::distance,          Category::Text,            writtenBy<putHeight>(storedReal(40, text)).positive(),         Choices::None,        140, L"Height of capital letters."},
   {  6, L"Rotation",           L"Rotation",       types::angle,             Category::Text,            writtenBy<putRotation>(storedDirection(50, text)),             Choices::None,        150, L"Direction of the text in its plane."},

@@ -139,5 +139,20 @@ TEST_F(EditorTest, ALineHoldsCharactersOnly) {
     EXPECT_EQ(E_INVALIDARG, refusalOf([&] { requireLine(std::wstring(1, character)); }));
 }
 
+TEST_F(EditorTest, OnlyAnOwnRowThatChangesTheShapeDisturbsAFollower) {
+  drawing = Sample()
+                .entity("TOY", {{5, "A"}, {102, "{ACAD_REACTORS"}, {330, "B"}, {102, "}"}, {40, "1.0"}})
+                .entity("HATCH", {{5, "B"}, {71, "1"}})
+                .open();
+  const PropertyRow shape{
+      1, L"Toy", L"Toy", VT_R8, palette::Category::Misc, storedReal(40, "*"), Choices::None, 0, L""};
+  PropertyRow keeping = shape;
+  keeping.access = storedReal(40, "*").keepingShape();
+  const Subject subject = subjectOf(*drawing);
+  EXPECT_EQ(E_FAIL, refusalOf([&] { requireChangeable(subject, shape); }));
+  EXPECT_EQ(S_OK, refusalOf([&] { requireChangeable(subject, keeping); }));
+  EXPECT_EQ(S_OK, refusalOf([&] { requireChangeable(subject, toyGeneralRows[0]); }));
+}
+
 }  // namespace
 }  // namespace velt::automation

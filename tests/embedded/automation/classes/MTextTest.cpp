@@ -158,5 +158,16 @@ TEST_F(MTextTest, NumbersHaveTheirBounds) {
   EXPECT_EQ(S_OK, made.put(L"Width", number(0)).result) << "lines are not broken";
 }
 
+TEST_F(MTextTest, AFieldKeepsItsWording) {
+  drawing = Sample()
+                .entity("MTEXT", {{102, "{ACAD_XDICTIONARY"}, {360, "B"}, {102, "}"}, {40, "2.0"}, {1, "x"}})
+                .object("DICTIONARY", {{5, "B"}, {3, "ACAD_FIELD"}, {360, "C"}})
+                .object("DICTIONARY", {{5, "C"}})
+                .open();
+  const Bound made(*drawing, 0);
+  EXPECT_EQ(E_FAIL, made.put(L"TextString", std::wstring(L"y")).scode);
+  EXPECT_EQ(S_OK, made.put(L"Height", number(3)).result);
+}
+
 }  // namespace
 }  // namespace velt::automation
