@@ -70,5 +70,16 @@ TEST_F(AttachedTextsTest, OneOfSeveralLinesCannotFollow) {
   }
 }
 
+TEST_F(AttachedTextsTest, OneInSeveralScalesCannotFollow) {
+  drawing = Sample()
+                .entity("INSERT", {{66, "1"}, {10, "1.0"}})
+                .entity("ATTRIB", {{102, "{ACAD_XDICTIONARY"}, {360, "B"}, {102, "}"}, {10, "1.0"}})
+                .entity("SEQEND")
+                .object("DICTIONARY", {{5, "B"}, {3, "AcDbContextDataManager"}, {360, "C"}})
+                .object("DICTIONARY", {{5, "C"}})
+                .open();
+  EXPECT_EQ(E_FAIL, refusalOf([&] { moveAttachedTexts(subjectOf(*drawing), {1, 0, 0}); }));
+}
+
 }  // namespace
 }  // namespace velt::automation

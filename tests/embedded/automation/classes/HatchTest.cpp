@@ -213,5 +213,17 @@ TEST_F(HatchTest, AHatchThatFollowsItsBoundaryKeepsItsElevation) {
             hatch({{10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {71, "1"}}).put(L"Elevation", number(9)).scode);
 }
 
+TEST_F(HatchTest, ThePatternTurnsAndGrowsAboutItsOrigin) {
+  const Pairs pairs = {{70, "0"},   {76, "1"},      {52, "0.0"},   {41, "1.0"},  {78, "1"},
+                       {53, "0.0"}, {43, "3.0"},    {44, "1.0"},   {45, "0.0"},  {46, "2.0"},
+                       {79, "0"},   {1001, "ACAD"}, {1010, "1.0"}, {1020, "1.0"}};
+  EXPECT_EQ(S_OK, hatch(pairs).put(L"HatchScale", number(2)).result);
+  EXPECT_EQ(5, database::Lens(*drawing, recordOf(*drawing, 0)).real(43, "*", 0));
+  EXPECT_EQ(S_OK, hatch(pairs).put(L"Angle", number(pi / 2)).result);
+  const database::Lens turned(*drawing, recordOf(*drawing, 0));
+  EXPECT_NEAR(1, turned.real(43, "*", 0), 1e-12);
+  EXPECT_NEAR(3, turned.real(44, "*", 0), 1e-12);
+}
+
 }  // namespace
 }  // namespace velt::automation

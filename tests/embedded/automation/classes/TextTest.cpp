@@ -226,5 +226,17 @@ TEST_F(TextPutTest, StyleAndLeanHaveTheirBounds) {
   EXPECT_EQ(E_INVALIDARG, made.put(L"ObliqueAngle", number(86 * pi / 180)).scode);
 }
 
+TEST_F(TextPutTest, AFieldKeepsItsWording) {
+  drawing = Sample()
+                .entity("TEXT", {{102, "{ACAD_XDICTIONARY"}, {360, "B"}, {102, "}"}, {40, "2.0"}, {1, "x"}})
+                .object("DICTIONARY", {{5, "B"}, {3, "ACAD_FIELD"}, {360, "C"}})
+                .object("DICTIONARY", {{5, "C"}})
+                .open();
+  const Bound made(*drawing, 0);
+  EXPECT_EQ(E_FAIL, made.put(L"TextString", std::wstring(L"y")).scode);
+  EXPECT_EQ(S_OK, made.put(L"TextString", std::wstring(L"x")).result) << "it has that already";
+  EXPECT_EQ(S_OK, made.put(L"Height", number(3)).result);
+}
+
 }  // namespace
 }  // namespace velt::automation
