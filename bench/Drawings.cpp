@@ -189,16 +189,16 @@ std::string drawingOfPolylines(std::uint32_t vertices) {
   });
 }
 
-std::string drawingOfReferences(std::uint32_t references, std::uint32_t attributes) {
+std::string drawingOfReferences(std::uint32_t references, std::uint32_t attributes, bool isDynamic) {
   dxf::DrawingBuilder drawing;
   dxf::BlockBuilder& symbol = drawing.block("SYMBOL");
-  std::vector<dxf::Attribute> list;
-  for (std::uint32_t number = 0; number < attributes; ++number) {
-    list.push_back({.tag = fmt::format("TAG{}", number)});
-    symbol.attributeDefinition(list.back(), "What is to be entered");
+  for (const char* const shape : {"*U1", "*U2"}) {
+    dxf::BlockBuilder& made = drawing.block(shape);
+    if (isDynamic) made.isMadeOf(symbol);
   }
-  for (const char* const shape : {"*U1", "*U2"})
-    drawing.block(shape).isMadeOf(symbol);
+  std::vector<dxf::Attribute> list(attributes);
+  for (std::uint32_t tag = 0; tag < attributes; ++tag)
+    list[tag].tag = fmt::format("TAG{}", tag);
   for (std::uint32_t number = 0; number < references; ++number) {
     // Half of the attributes are alike everywhere, so that the merge has to look at all of them.
     for (std::uint32_t tag = 0; tag < attributes; ++tag)

@@ -18,7 +18,9 @@ enum class Content {
 /// Two polylines in model space.
 [[nodiscard]] std::string drawingOfPolylines(std::uint32_t vertices);
 
-/// References to one dynamic block, by way of two anonymous ones, each with so many attributes.
-[[nodiscard]] std::string drawingOfReferences(std::uint32_t references, std::uint32_t attributes);
+/// References to one dynamic block, by way of two anonymous ones, each with so many attributes; or the same to two
+/// ordinary ones.
+[[nodiscard]] std::string drawingOfReferences(std::uint32_t references, std::uint32_t attributes,
+                                              bool isDynamic);
 
 }  // namespace velt::bench

@@ -14,6 +14,7 @@
 #include "embedded/dxf/FileReplacement.h"
 #include "tool/Assignment.h"
 #include "tool/Commands.h"
+#include "tool/DynamicNodes.h"
 #include "tool/EntityValue.h"
 #include "tool/Failure.h"
 #include "tool/OpenDrawing.h"
@@ -264,7 +265,7 @@ void checkOutput(const SetRequest& request) {
 Outcome apply(const Assignment& assignment, const std::vector<VkDbObjectId>& ids, bool keepGoing) {
   Progress progress("Writing " + assignment.name);
   Palette palette(ids);
-  const PROPINFO row = rowFor(assignment, palette.query());
+  const PROPINFO row = withOneNodePerEntity(rowFor(assignment, palette.query()));
   OwnedVariant value = valueFor(assignment, row);
   return Writing(palette, ids, row, value.get(), keepGoing).run(progress);
 }

@@ -194,6 +194,18 @@ TEST(CommandLinePlugins, PluginsThatLieAreNamedAndSurvived) {
   EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 5) << outcome.err;
 }
 
+TEST(CommandLinePlugins, ARowOfAPluginCanBeSetForAllReferencesOfADynamicBlock) {
+  const TemporaryFolder folder;
+  const std::string file = folder.path("plan.dxf");
+  EXPECT_EQ(veltprops({"sample", file.c_str()}).exitCode, 0);
+  const std::string material = std::string(VELT_PLUGIN_DIR) + "/material.so";
+  const Outcome outcome = veltprops(
+      {"set", file.c_str(), "--layer", "Doors", "Material=Oak", "--dry-run", "--plugin", material.c_str()});
+  EXPECT_EQ(outcome.exitCode, 0) << outcome.out << outcome.err;
+  EXPECT_THAT(outcome.out, HasSubstr("6 changed"));
+  EXPECT_EQ(outcome.err, "") << "nothing else is written to";
+}
+
 TEST(CommandLinePlugins, AFileThatIsNotThereIsAFailure) {
   const Outcome outcome = shownWith({"/nowhere/missing.so"});
   EXPECT_EQ(outcome.exitCode, 1);

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "embedded/dxf/Generator.h"
 #include "tests/tool/Drawings.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
@@ -207,4 +208,73 @@ TEST_F(SetCommand, OfFiveEntitiesTheThirdRefuses) {
   onwards.keepGoing = true;
   EXPECT_THAT(runJson(onwards)["assignments"][0]["changed"], ElementsAre("40", "41", "43", "44"));
   EXPECT_EQ(rowOf(saved, "44", "Radius"), 7.0);
+}
+
+// --- dynamic rows -----------------------------------------------------------------------------------------
+
+namespace {
+
+// Three references to one dynamic block, the last on a locked layer, each with the attributes NUMBER and RATING.
+std::string drawingOfDoors() {
+  velt::dxf::DrawingBuilder drawing;
+  drawing.layer("Locked", {.locked = true});
+  drawing.block("*U1").isMadeOf(drawing.block("DOOR"));
+  for (const char* const number : {"1", "2", "3"}) {
+    const bool isLast = number[0] == '3';
+    drawing.model().insert(
+        "*U1", {.attributes = {{.tag = "NUMBER", .value = number}, {.tag = "RATING", .value = "T30"}}},
+        {.layer = isLast ? "Locked" : "0", .extendedData = {{"ACME", {{1071, "5"}}}}});
+  }
+  return drawing.bytes();
+}
+
+class SetDynamicRows : public SetCommand {
+ protected:
+  SetDynamicRows() { std::ofstream(file, std::ios::binary) << doors; }
+
+  // Of all references in file order.
+  std::vector<std::string> values(const std::string& drawing, const std::string& name) const {
+    std::ostringstream out;
+    list({.drawing = drawing, .selection = {.types = {"INSERT"}}, .json = true}, out);
+    const Json entities = Json::parse(out.str())["entities"];
+    std::vector<std::string> found;
+    for (const auto& entity : entities)
+      found.push_back(rowOf(drawing, entity["handle"], name).dump());
+    return found;
+  }
+
+  const std::string doors = drawingOfDoors();
+};
+
+}  // namespace
+
+TEST_F(SetDynamicRows, OnlyTheAttributeThatIsMeantIsWritten) {
+  const Json report = runJson({.selection = {.types = {"INSERT"}}, .assignments = {"RATING=T90"}});
+  EXPECT_EQ(code, succeeded);
+  EXPECT_EQ(report["assignments"][0]["changed"].size(), 2U);
+  EXPECT_EQ(report["assignments"][0]["locked"].size(), 1U);
+  EXPECT_THAT(values(saved, "RATING"), ElementsAre("\"T90\"", "\"T90\"", "\"T30\""));
+  EXPECT_THAT(values(saved, "NUMBER"), ElementsAre("\"1\"", "\"2\"", "\"3\""));
+}
+
+TEST_F(SetDynamicRows, TheFirstAttributeIsWrittenToAllToo) {
+  const Json report = runJson({.selection = {.types = {"INSERT"}}, .assignments = {"NUMBER=9"}});
+  EXPECT_EQ(report["assignments"][0]["changed"].size(), 2U);
+  EXPECT_THAT(values(saved, "NUMBER"), ElementsAre("\"9\"", "\"9\"", "\"3\""));
+  EXPECT_THAT(values(saved, "RATING"), ElementsAre("\"T30\"", "\"T30\"", "\"T30\""));
+}
+
+TEST_F(SetDynamicRows, ExtendedDataAreWrittenAsWhatTheyAre) {
+  run({.selection = {.types = {"INSERT"}}, .assignments = {"ACME 1=70000"}});
+  EXPECT_THAT(values(saved, "ACME 1"), ElementsAre("70000", "70000", "5"));
+}
+
+TEST_F(SetDynamicRows, OnlyTheWrittenPairsDiffer) {
+  run({.selection = {.types = {"INSERT"}}, .assignments = {"RATING=T90"}, .inPlace = true});
+  std::string expected = doors;
+  for (std::size_t from = 0, door = 0; door < 2; ++door) {
+    from = expected.find("T30", from);
+    expected.replace(from, 3, "T90");
+  }
+  EXPECT_EQ(readFile(file), expected);
 }
