@@ -46,6 +46,7 @@ enum class AccessKind : std::uint8_t {
   Text,
   WorldPoint,   ///< stored in world coordinates, expanded into X, Y and Z
   ObjectPoint,  ///< stored in the entity's own plane, offered in world coordinates, expanded
+  StyleVariable,  ///< of the entity's dimension style, or overridden by the entity
 };
 
 /// How a property is read and written.

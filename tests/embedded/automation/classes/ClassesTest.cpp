@@ -45,11 +45,11 @@ std::string typeName(const ValueType& type) {
 }
 
 std::string accessName(const Access& access) {
-  const char* kinds[] = {"computed", "real", "degrees",     "direction",   "integer",
-                         "bit",      "text", "world point", "object point"};
+  const char* kinds[] = {"computed", "real", "degrees",     "direction",    "integer",
+                         "bit",      "text", "world point", "object point", "style variable"};
   std::string name = kinds[static_cast<std::size_t>(access.kind)];
   if (access.kind != AccessKind::Computed) name += " " + std::to_string(access.code) + " " + access.subclass;
-  if (access.kind == AccessKind::Bit) name += " & " + std::to_string(access.mask);
+  if (access.mask != 0) name += " & " + std::to_string(access.mask);
   if (access.elements != nullptr) name += access.elements->grouping == 0 ? ", expanded" : ", grouped";
   return name;
 }
@@ -61,7 +61,7 @@ std::string choicesName(Choices choices) {
 }
 
 std::string padded(std::string text, std::size_t width) {
-  text.resize(std::max(text.size(), width), ' ');
+  text.resize(std::max(text.size() + 1, width), ' ');
   return text;
 }
 
