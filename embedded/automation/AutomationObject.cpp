@@ -132,8 +132,7 @@ template <class Dispatch>
 HRESULT AutomationObject<Dispatch>::SetObjectId(VkDbObjectId& object, VkDbObjectId, wchar_t*) {
   const std::optional<database::ObjectRef> found = database::resolve(object);
   if (!found) return E_INVALIDARG;
-  const std::string_view wanted = kind().dxfName;
-  if (!wanted.empty() && found->drawing->view(found->record).type() != wanted) return E_INVALIDARG;
+  if (!kind().takes(*found->drawing, found->record)) return E_INVALIDARG;
   id_ = object;
   return S_OK;
 }

@@ -17,6 +17,8 @@ const database::Table* tableOf(const Subject& subject, Choices choices) {
       return &subject.drawing().linetypes();
     case Choices::TextStyles:
       return &subject.drawing().textStyles();
+    case Choices::DimStyles:
+      return &subject.drawing().dimStyles();
     default:
       return nullptr;
   }

@@ -24,24 +24,27 @@ WORD functionFlags(const PropertyRow& row) {
 
 ClassIndex::ClassIndex(const AutomationClass& kind)
     : kind_(&kind), account_(&platform::Ledger::account(narrowName(kind.name))) {
-  const std::span<const PropertyRow> none;
-  for (const std::span<const PropertyRow> table :
-       {kind.general == nullptr ? none : *kind.general, kind.rows}) {
-    for (const PropertyRow& row : table) {
-      std::vector<std::wstring> labels;
-      if (row.access.elements != nullptr) {
-        for (const wchar_t* label : row.access.elements->labels) {
-          labels.push_back(row.access.elements->labelsFollowRow ? std::wstring(row.label) + L" " + label
-                                                                : label);
-        }
-      }
-      names_.add(row.name, rows_.size());
-      rows_.push_back(&row);
-      byDispId_.push_back({row.dispId, &row, std::move(labels)});
-    }
-  }
+  if (kind.general != nullptr) addRows(*kind.general);
+  for (const std::span<const PropertyRow>* family : kind.families)
+    addRows(*family);
+  addRows(kind.rows);
   std::stable_sort(byDispId_.begin(), byDispId_.end(),
                    [](const Entry& a, const Entry& b) { return a.dispId < b.dispId; });
+}
+
+void ClassIndex::addRows(std::span<const PropertyRow> table) {
+  for (const PropertyRow& row : table) {
+    std::vector<std::wstring> labels;
+    if (row.access.elements != nullptr) {
+      for (const wchar_t* label : row.access.elements->labels) {
+        labels.push_back(row.access.elements->labelsFollowRow ? std::wstring(row.label) + L" " + label
+                                                              : label);
+      }
+    }
+    names_.add(row.name, rows_.size());
+    rows_.push_back(&row);
+    byDispId_.push_back({row.dispId, &row, std::move(labels)});
+  }
 }
 
 const ClassIndex::Entry* ClassIndex::findEntry(DISPID dispId) const noexcept {

@@ -21,7 +21,7 @@ class ClassIndex {
   explicit ClassIndex(const AutomationClass& kind);
 
   [[nodiscard]] const AutomationClass& kind() const noexcept { return *kind_; }
-  /// The general rows and then the class's own.
+  /// The general rows, those of the families, and then the class's own.
   [[nodiscard]] std::span<const PropertyRow* const> rows() const noexcept { return rows_; }
   /// Null for an id that no row has.
   [[nodiscard]] const PropertyRow* find(DISPID dispId) const noexcept;
@@ -39,6 +39,7 @@ class ClassIndex {
     std::vector<std::wstring> labels;
   };
 
+  void addRows(std::span<const PropertyRow> table);
   [[nodiscard]] const Entry* findEntry(DISPID dispId) const noexcept;
 
   const AutomationClass* kind_;

@@ -46,6 +46,7 @@ enum class AccessKind : std::uint8_t {
   Text,
   WorldPoint,   ///< stored in world coordinates, expanded into X, Y and Z
   ObjectPoint,  ///< stored in the entity's own plane, offered in world coordinates, expanded
+  StyleVariable,  ///< of the entity's dimension style, or overridden by the entity
 };
 
 /// How a property is read and written.
@@ -98,6 +99,7 @@ enum class Choices : std::uint8_t {
   Layers,       ///< the drawing's own table at the moment of the call, as are the following
   Linetypes,
   TextStyles,
+  DimStyles,
   Colors,     ///< ByLayer, ByBlock and the named colours
   Gradients,  ///< the known gradient patterns
 };
@@ -144,6 +146,16 @@ struct AutomationClass {
   /// Which of its variants an object is, 0 to 7; null when there is only one. A property list that was harvested from
   /// one object serves all others of the same class and variant, so whether a row is shown may depend on nothing else.
   std::int32_t (*variant)(const Subject&) = nullptr;
+  /// Rows that it shares with related classes; they stand between the general ones and its own.
+  std::span<const std::span<const PropertyRow>* const> families = {};
+  /// Picks the class's records among those of the name; null for all that no other class picks.
+  bool (*standsFor)(const database::Drawing&, std::uint32_t record) = nullptr;
+
+  /// An object of the class can be bound to that record.
+  [[nodiscard]] bool takes(const database::Drawing& drawing, std::uint32_t record) const {
+    if (dxfName.empty()) return true;
+    return drawing.view(record).type() == dxfName && (standsFor == nullptr || standsFor(drawing, record));
+  }
 };
 
 }  // namespace velt::automation

@@ -60,6 +60,9 @@ inline constexpr UserType distance       = {L"VELT_DISTANCE",     L"Length in dr
 inline constexpr UserType angle          = {L"VELT_ANGLE",        L"Angle in radians.",                           VT_R8,   {}};
 inline constexpr UserType area           = {L"VELT_AREA",         L"Area in square drawing units.",               VT_R8,   {}};
 inline constexpr UserType noUnits        = {L"VELT_NOUNITS",      L"Number without a unit.",                      VT_R8,   {}};
+inline constexpr UserType color          = {L"VELT_COLOR",        L"Index of a colour.",                          VT_I4,   {}};
+inline constexpr UserType plotStyleTable = {L"VELT_PLOTSTYLETABLE", L"Name of a table of plot styles.",           VT_BSTR, {}};
+inline constexpr UserType noEditor       = {L"VELT_NULL",         L"A value that no editor is offered for.",      VT_BSTR, {}};
 
 // --- enumerations ----------------------------------------------------------------------------------------------------
 inline constexpr EnumMember lineweightMembers[] = {
@@ -205,6 +208,103 @@ inline constexpr EnumMember insertUnitsMembers[] = {
   { 24,     L"SurveyMiles",        L"US survey miles"},
 };
 inline constexpr UserType insertUnits = {L"VeltInsertUnits", L"Unit that a block is drawn in.", VT_I4, insertUnitsMembers};
+
+inline constexpr EnumMember polylineFitMembers[] = {
+  // value  name               label
+  { 0,      L"NoFit",          L"None"},
+  { 1,      L"CurveFit",       L"Fit curve"},
+  { 5,      L"Quadratic",      L"Quadratic"},
+  { 6,      L"Cubic",          L"Cubic"},
+};
+inline constexpr UserType polylineFit = {L"VeltPolylineFit", L"How a polyline is smoothed.", VT_I4, polylineFitMembers};
+
+inline constexpr EnumMember spatialPolylineFitMembers[] = {
+  // value  name               label
+  { 0,      L"NoFit",          L"None"},
+  { 5,      L"Quadratic",      L"Quadratic"},
+  { 6,      L"Cubic",          L"Cubic"},
+};
+inline constexpr UserType spatialPolylineFit = {L"VeltSpatialPolylineFit", L"How a polyline in space is smoothed.", VT_I4, spatialPolylineFitMembers};
+
+inline constexpr EnumMember meshFitMembers[] = {
+  // value  name               label
+  { 0,      L"NoFit",          L"None"},
+  { 5,      L"Quadratic",      L"Quadratic"},
+  { 6,      L"Cubic",          L"Cubic"},
+  { 8,      L"Bezier",         L"Bezier"},
+};
+inline constexpr UserType meshFit = {L"VeltMeshFit", L"How a mesh is smoothed.", VT_I4, meshFitMembers};
+
+inline constexpr EnumMember multilineJustificationMembers[] = {
+  // value  name               label
+  { 0,      L"Top",            L"Top"},
+  { 1,      L"Zero",           L"Zero"},
+  { 2,      L"Bottom",         L"Bottom"},
+};
+inline constexpr UserType multilineJustification = {L"VeltMultilineJustification", L"Which of its lines a multiline was drawn along.", VT_I4, multilineJustificationMembers};
+
+inline constexpr EnumMember leaderTypeMembers[] = {
+  // value  name               label
+  { 0,      L"LineNoArrow",    L"Line"},
+  { 1,      L"SplineNoArrow",  L"Spline"},
+  { 2,      L"LineWithArrow",  L"Line with arrow"},
+  { 3,      L"SplineWithArrow", L"Spline with arrow"},
+};
+inline constexpr UserType leaderType = {L"VeltLeaderType", L"How a leader is drawn.", VT_I4, leaderTypeMembers};
+
+inline constexpr EnumMember leaderAnnotationMembers[] = {
+  // value  name               label
+  { 0,      L"Text",           L"Text"},
+  { 1,      L"Tolerance",      L"Tolerance"},
+  { 2,      L"Block",          L"Block"},
+  { 3,      L"None",           L"None"},
+};
+inline constexpr UserType leaderAnnotation = {L"VeltLeaderAnnotation", L"What a leader leads to.", VT_I4, leaderAnnotationMembers};
+
+inline constexpr EnumMember multileaderLineMembers[] = {
+  // value  name               label
+  { 0,      L"NoLine",         L"None"},
+  { 1,      L"Straight",       L"Straight"},
+  { 2,      L"Spline",         L"Spline"},
+};
+inline constexpr UserType multileaderLine = {L"VeltMultileaderLine", L"How the lines of a multileader are drawn.", VT_I4, multileaderLineMembers};
+
+inline constexpr EnumMember multileaderContentMembers[] = {
+  // value  name               label
+  { 0,      L"NoContent",      L"None"},
+  { 1,      L"BlockContent",   L"Block"},
+  { 2,      L"TextContent",    L"Text"},
+  { 3,      L"ToleranceContent", L"Tolerance"},
+};
+inline constexpr UserType multileaderContent = {L"VeltMultileaderContent", L"What a multileader shows.", VT_I4, multileaderContentMembers};
+
+inline constexpr EnumMember viewRenderingMembers[] = {
+  // value  name               label
+  { 0,      L"Optimized2D",    L"2D optimized"},
+  { 1,      L"Wireframe",      L"Wireframe"},
+  { 2,      L"HiddenLine",     L"Hidden lines"},
+  { 3,      L"FlatShaded",     L"Flat shaded"},
+  { 4,      L"GouraudShaded",  L"Gouraud shaded"},
+  { 5,      L"FlatShadedEdges", L"Flat shaded with edges"},
+  { 6,      L"GouraudShadedEdges", L"Gouraud shaded with edges"},
+};
+inline constexpr UserType viewRendering = {L"VeltViewRendering", L"How a viewport shows its contents.", VT_I4, viewRenderingMembers};
+
+inline constexpr EnumMember shadePlotMembers[] = {
+  // value  name               label
+  { 0,      L"AsDisplayed",    L"As displayed"},
+  { 1,      L"Wireframe",      L"Wireframe"},
+  { 2,      L"Hidden",         L"Hidden lines"},
+  { 3,      L"Rendered",       L"Rendered"},
+};
+inline constexpr UserType shadePlot = {L"VeltShadePlot", L"How a viewport is plotted.", VT_I4, shadePlotMembers};
+
+inline constexpr EnumMember flowDirectionMembers[] = {
+  // value  name               label
+  { 0,      L"Down",           L"Down"},
+  { 1,      L"Up",             L"Up"},
+};
+inline constexpr UserType flowDirection = {L"VeltFlowDirection", L"Which way the rows of a table follow each other.", VT_I4, flowDirectionMembers};
 
 // clang-format on
 

@@ -9,7 +9,6 @@
 #include <string_view>
 
 #include "embedded/dxf/RecordView.h"
-#include "host/com/Guid.h"
 #include "host/database/VkRxObject.h"
 
 namespace velt::database {
@@ -32,7 +31,6 @@ struct ObjectClass {
   FlagTest flags;
   Shape shape;
   const wchar_t* name;
-  const CLSID* automationClass;  ///< null for none
 
   /// Of a row of the table, not of a copy.
   [[nodiscard]] VkRxClass* runtimeClass() const;

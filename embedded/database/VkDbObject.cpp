@@ -1,5 +1,7 @@
 #include "host/database/VkDbObject.h"
 
+#include "embedded/automation/RecordClasses.h"
+#include "embedded/database/ObjectClass.h"
 #include "embedded/database/ObjectTable.h"
 #include "embedded/database/OpenAccount.h"
 
@@ -14,8 +16,13 @@ VkRxClass* VkDbObject::isA() const {
 
 Velt::ErrorStatus VkDbObject::getClassID(CLSID* clsid) const {
   if (clsid == nullptr) return Velt::eInvalidInput;
-  if (imp_ == nullptr || imp_->objectClass->automationClass == nullptr) return Velt::eNoAutomationClass;
-  *clsid = *imp_->objectClass->automationClass;
+  // What stands among the objects is none of the entities whose name it may have.
+  if (imp_ == nullptr || imp_->drawing == nullptr || !isEntityShape(imp_->objectClass->shape))
+    return Velt::eNoAutomationClass;
+  const velt::automation::AutomationClass* kind =
+      velt::automation::classOfRecord(*imp_->drawing, imp_->record);
+  if (kind == nullptr) return Velt::eNoAutomationClass;
+  *clsid = kind->clsid;
   return Velt::eOk;
 }
 

@@ -361,8 +361,8 @@ Handle BlockBuilder::gradientHatch(std::span<const Outline> boundary, const Hatc
   return handle;
 }
 
-Handle BlockBuilder::raw(std::string_view type, std::initializer_list<RawPair> pairs,
-                         const EntityStyle& style, std::optional<Handle> owner) {
+Handle BlockBuilder::raw(std::string_view type, std::span<const RawPair> pairs, const EntityStyle& style,
+                         std::optional<Handle> owner) {
   const Handle handle = begin(type, style, owner);
   for (const RawPair& pair : pairs)
     entities_.verbatim(pair.code, pair.value);
@@ -408,6 +408,37 @@ void DrawingBuilder::lineType(std::string_view name, std::string_view descriptio
 
 void DrawingBuilder::textStyle(std::string_view name, std::string_view font, double widthFactor) {
   fonts_.push_back({std::string(name), std::string(font), widthFactor, newHandle()});
+}
+
+Handle DrawingBuilder::dimensionStyle(std::string_view name, std::span<const RawPair> variables) {
+  dimensionStyles_.push_back({std::string(name), {variables.begin(), variables.end()}, newHandle()});
+  return dimensionStyles_.back().handle;
+}
+
+Handle DrawingBuilder::textStyleHandle(std::string_view name) const {
+  return std::find_if(fonts_.begin(), fonts_.end(), [&](const Font& it) { return it.name == name; })->handle;
+}
+
+Handle DrawingBuilder::lineTypeHandle(std::string_view name) const {
+  return std::find_if(lineTypes_.begin(), lineTypes_.end(),
+                      [&](const LineType& it) { return it.name == name; })
+      ->handle;
+}
+
+Handle DrawingBuilder::object(std::string_view dictionary, std::string_view name, std::string_view type,
+                              std::span<const RawPair> pairs) {
+  auto holder = std::find_if(dictionaries_.begin(), dictionaries_.end(),
+                             [&](const Dictionary& it) { return it.name == dictionary; });
+  if (holder == dictionaries_.end()) {
+    holder = dictionaries_.insert(holder, {std::string(dictionary), newHandle(), {}});
+  }
+  holder->objects.push_back(
+      {std::string(name), std::string(type), {pairs.begin(), pairs.end()}, newHandle()});
+  return holder->objects.back().handle;
+}
+
+void DrawingBuilder::externalReference(std::string_view name, std::string_view path) {
+  block(name).path_ = path;
 }
 
 void DrawingBuilder::application(std::string_view name) {
@@ -533,7 +564,7 @@ void DrawingBuilder::writeTables(PairWriter& out) const {
       out.integer(70, 0);
     }
   });
-  table("DIMSTYLE", 1, [&] { writeDimensionStyles(out); });
+  table("DIMSTYLE", 1 + dimensionStyles_.size(), [&] { writeDimensionStyles(out); });
   table("BLOCK_RECORD", blocks_.size(), [&] { writeBlockRecords(out); });
   endSection(out);
 }
@@ -623,6 +654,13 @@ void DrawingBuilder::writeDimensionStyles(PairWriter& out) const {
   out.verbatim(2, "Standard");
   out.integer(70, 0);
   out.handle(340, fonts_.front().handle);
+  for (const DimensionStyle& it : dimensionStyles_) {
+    beginEntry(out, "DIMSTYLE", it.handle, tableHandle("DIMSTYLE"), "AcDbDimStyleTableRecord");
+    out.text(2, it.name);
+    out.integer(70, 0);
+    for (const RawPair& pair : it.variables)
+      out.verbatim(pair.code, pair.value);
+  }
 }
 
 void DrawingBuilder::writeBlockRecords(PairWriter& out) const {
@@ -646,6 +684,7 @@ void DrawingBuilder::writeBlockRecords(PairWriter& out) const {
 void DrawingBuilder::writeBlocks(PairWriter& out) const {
   constexpr int anonymousFlag = 1;
   constexpr int attributesFlag = 2;
+  constexpr int externalFlags = 4 + 32;
   beginSection(out, "BLOCKS");
   for (const BlockBuilder& it : blocks_) {
     const bool isLayout = it.name_ == modelSpace || it.name_ == paperSpace;
@@ -656,10 +695,11 @@ void DrawingBuilder::writeBlocks(PairWriter& out) const {
     out.verbatim(8, "0");
     out.verbatim(100, "AcDbBlockBegin");
     out.text(2, it.name_);
-    out.integer(70, (isAnonymous ? anonymousFlag : 0) + (it.hasAttributes_ ? attributesFlag : 0));
+    out.integer(70, (isAnonymous ? anonymousFlag : 0) + (it.hasAttributes_ ? attributesFlag : 0)
+                        + (it.path_.empty() ? 0 : externalFlags));
     out.point(10, it.base_);
     out.text(3, it.name_);
-    out.verbatim(1, "");
+    out.text(1, it.path_);
     // What stands in model and paper space follows in a section of its own.
     if (!isLayout) out.append(it.entities_);
     beginObject(out, "ENDBLK", it.endHandle_, it.recordHandle_);
@@ -686,6 +726,8 @@ void DrawingBuilder::writeObjects(PairWriter& out) const {
   entry("ACAD_GROUP", groups_);
   entry("ACAD_LAYOUT", layouts_);
   entry("ACAD_PLOTSTYLENAME", plotStyles_);
+  for (const Dictionary& it : dictionaries_)
+    entry(it.name, it.handle);
   beginDictionary("DICTIONARY", groups_, rootDictionary_);
   beginDictionary("DICTIONARY", layouts_, rootDictionary_);
   entry("Layout1", paperLayout_);
@@ -695,6 +737,16 @@ void DrawingBuilder::writeObjects(PairWriter& out) const {
   out.verbatim(100, "AcDbDictionaryWithDefault");
   out.handle(340, normalPlotStyle_);
   beginObject(out, "ACDBPLACEHOLDER", normalPlotStyle_, plotStyles_);
+  for (const Dictionary& dictionary : dictionaries_) {
+    beginDictionary("DICTIONARY", dictionary.handle, rootDictionary_);
+    for (const NamedObject& it : dictionary.objects)
+      entry(it.name, it.handle);
+    for (const NamedObject& it : dictionary.objects) {
+      beginObject(out, it.type, it.handle, dictionary.handle);
+      for (const RawPair& pair : it.pairs)
+        out.verbatim(pair.code, pair.value);
+    }
+  }
   writeLayout(out, blocks_[0], "Model", modelLayout_, 0);
   writeLayout(out, blocks_[1], "Layout1", paperLayout_, 1);
   endSection(out);

@@ -182,8 +182,14 @@ class BlockBuilder {
   void isMadeOf(const BlockBuilder& definition);
   /// Anything else: the pairs behind the common ones of every entity, subclass markers included. Owned by the block,
   /// or by the entity with the given handle (a vertex by its polyline).
-  Handle raw(std::string_view type, std::initializer_list<RawPair> pairs, const EntityStyle& style = {},
+  Handle raw(std::string_view type, std::span<const RawPair> pairs, const EntityStyle& style = {},
              std::optional<Handle> owner = std::nullopt);
+  Handle raw(std::string_view type, std::initializer_list<RawPair> pairs, const EntityStyle& style = {},
+             std::optional<Handle> owner = std::nullopt) {
+    return raw(type, std::span<const RawPair>(pairs.begin(), pairs.size()), style, owner);
+  }
+  /// Of its table record, for those that refer to the block by it.
+  [[nodiscard]] Handle handle() const { return recordHandle_; }
 
  private:
   friend class DrawingBuilder;
@@ -198,6 +204,7 @@ class BlockBuilder {
   DrawingBuilder& drawing_;
   std::string name_;
   Point base_;
+  std::string path_{};  ///< of the drawing that the block stands for
   Handle recordHandle_;
   Handle beginHandle_;
   Handle endHandle_;
@@ -218,6 +225,16 @@ class DrawingBuilder {
   /// Dashes are positive, gaps negative, dots zero.
   void lineType(std::string_view name, std::string_view description, std::vector<double> dashes);
   void textStyle(std::string_view name, std::string_view font, double widthFactor = 1.0);
+  /// A further one beside Standard; the pairs are its variables. Gives its handle.
+  Handle dimensionStyle(std::string_view name, std::span<const RawPair> variables);
+  /// The handle of a text style or a line type of that name, which must be there.
+  [[nodiscard]] Handle textStyleHandle(std::string_view name) const;
+  [[nodiscard]] Handle lineTypeHandle(std::string_view name) const;
+  /// An object that a dictionary holds under that name; the dictionary is made when it is first named.
+  Handle object(std::string_view dictionary, std::string_view name, std::string_view type,
+                std::span<const RawPair> pairs);
+  /// A block that stands for another drawing.
+  void externalReference(std::string_view name, std::string_view path);
   /// A registered application, as extended data needs one.
   void application(std::string_view name);
   /// A further variable of the header, by its name with the dollar sign.
@@ -257,6 +274,23 @@ class DrawingBuilder {
     Handle handle;
   };
 
+  struct DimensionStyle {
+    std::string name;
+    std::vector<RawPair> variables;
+    Handle handle;
+  };
+  struct NamedObject {
+    std::string name;
+    std::string type;
+    std::vector<RawPair> pairs;
+    Handle handle;
+  };
+  struct Dictionary {
+    std::string name;
+    Handle handle;
+    std::vector<NamedObject> objects;
+  };
+
   Handle newHandle() { return nextHandle_++; }
   [[nodiscard]] Handle tableHandle(std::string_view table) const { return tables_.at(std::string(table)); }
   void writeHeader(PairWriter& out) const;
@@ -290,6 +324,8 @@ class DrawingBuilder {
   std::vector<LineType> lineTypes_;
   std::vector<Font> fonts_;
   std::vector<Application> applications_;
+  std::vector<DimensionStyle> dimensionStyles_;
+  std::vector<Dictionary> dictionaries_;
   PairWriter variables_;
   Point low_{};
   Point high_{100.0, 100.0};

@@ -10,6 +10,7 @@
 #include "embedded/automation/HostIds.h"
 #include "embedded/automation/Refusal.h"
 #include "embedded/automation/classes/General.h"
+#include "embedded/automation/classes/SingleLineText.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/dxf/Numbers.h"
 
@@ -28,10 +29,19 @@ std::wstring getStyle(const Subject& subject) {
 constexpr std::int32_t firstOfRow[] = {0, 12, 9,
                                        6};  // by what is stored for up: baseline, bottom, middle, top
 
+/// Attributes have it under another code, behind a marker of their own.
+bool isAttribute(const database::Lens& lens) {
+  return lens.type() != "TEXT";
+}
+
+std::int64_t storedUp(const database::Lens& lens) {
+  return isAttribute(lens) ? lens.integer(74, dxf::anySubclass, 0) : lens.integer(73, text, 0);
+}
+
 std::int32_t getJustify(const Subject& subject) {
   const database::Lens lens = subject.lens();
   const std::int64_t across = lens.integer(72, text, 0);
-  const std::int64_t up = lens.integer(73, text, 0);
+  const std::int64_t up = storedUp(lens);
   if (across < 0 || across > 5) return 0;
   // Aligned, middle and fit have no rows.
   if (up < 1 || up > 3 || across > 2) return static_cast<std::int32_t>(across);
@@ -157,6 +167,11 @@ void putStyle(const Subject& subject, const std::wstring& name) {
 
 /// Stands behind the second of the two markers of the same name, where there are two.
 void putUp(const Subject& subject, std::int64_t up) {
+  if (isAttribute(subject.lens())) {
+    const bool isValue = subject.lens().type() == "ATTRIB";
+    Editor(subject).integer(74, isValue ? "AcDbAttribute" : "AcDbAttributeDefinition", up, 0);
+    return;
+  }
   const dxf::RecordView view = subject.lens().view();
   std::size_t markers = 0;
   std::size_t behindLast = 0;
@@ -213,6 +228,8 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+
+const std::span<const PropertyRow> singleLineRows = rows;
 
 constinit const AutomationClass textClass = {
     CLSID_VeltText, L"VeltText", L"Text", "TEXT", L"A single line of text.", &entityRows, rows,

@@ -20,6 +20,7 @@ class Spline {
   [[nodiscard]] double firstParameter() const { return knots_[degree_]; }
   [[nodiscard]] double lastParameter() const { return knots_[points_.size()]; }
   [[nodiscard]] Vector2 at(double parameter) const { return evaluate(parameter).point; }
+  [[nodiscard]] Vector2 derivativeAt(double parameter) const { return evaluate(parameter).derivative; }
   [[nodiscard]] Vector2 first() const { return at(firstParameter()); }
   [[nodiscard]] Vector2 last() const { return at(lastParameter()); }
 

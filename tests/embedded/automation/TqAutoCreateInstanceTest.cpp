@@ -2,11 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
-
 #include "embedded/automation/ClassList.h"
 #include "embedded/automation/HostIds.h"
-#include "embedded/database/ObjectClass.h"
 #include "embedded/platform/Allocation.h"
 #include "tests/embedded/automation/Automation.h"
 
@@ -37,27 +34,6 @@ TEST_F(TqAutoCreateInstanceTest, MakesAnObjectOfEveryClassWithOneReference) {
     EXPECT_EQ(kind->clsid == CLSID_VeltHatch, static_cast<bool>(ask<IVeltHatch>(*made.get())));
     IUnknown* last = made.detach();
     EXPECT_EQ(0U, last->Release());
-  }
-}
-
-TEST_F(TqAutoCreateInstanceTest, EveryClassThatTheDatabaseNamesCanBeMade) {
-  for (const database::ObjectClass& row : database::objectClasses()) {
-    if (row.automationClass == nullptr) continue;
-    InterfaceHolder<IUnknown> made;
-    EXPECT_EQ(S_OK, create(*row.automationClass, made)) << row.dxfName;
-  }
-}
-
-TEST_F(TqAutoCreateInstanceTest, TheDatabaseNamesEveryClassThatHasARecordOfItsOwn) {
-  for (const AutomationClass* kind : automationClasses()) {
-    if (kind->dxfName.empty()) continue;
-    bool named = false;
-    for (const database::ObjectClass& row : database::objectClasses()) {
-      if (row.automationClass == nullptr || !(*row.automationClass == kind->clsid)) continue;
-      EXPECT_EQ(kind->dxfName, row.dxfName);
-      named = true;
-    }
-    EXPECT_TRUE(named) << kind->dxfName;
   }
 }
 

@@ -5,7 +5,6 @@
 #include <map>
 #include <set>
 
-#include "embedded/automation/HostIds.h"
 #include "host/database/VkDbEntity.h"
 #include "tests/embedded/database/Sample.h"
 
@@ -51,17 +50,6 @@ TEST(ObjectClass, TheDeclaredClassesAreUsedWhereThereAreSome) {
   EXPECT_EQ(VkDbEntity::desc(), runtimeClassNamed(L"VkDbEntity"));
   EXPECT_EQ(VkDbDatabase::desc(), runtimeClassNamed(L"VkDbDatabase"));
   EXPECT_EQ(nullptr, runtimeClassNamed(L"VkDbNoSuchThing"));
-}
-
-TEST(ObjectClass, AutomationClassesAreThoseOfTheHost) {
-  std::set<const CLSID*> used;
-  for (const ObjectClass& row : objectClasses()) {
-    if (row.automationClass == nullptr) continue;
-    EXPECT_NE(nullptr, findClass(*row.automationClass)) << row.dxfName;
-    EXPECT_TRUE(used.insert(row.automationClass).second) << row.dxfName;
-    EXPECT_TRUE(isEntityShape(row.shape)) << row.dxfName;
-  }
-  EXPECT_LE(10U, used.size());
 }
 
 TEST(ObjectClass, TheDxfNameTellsTheClass) {

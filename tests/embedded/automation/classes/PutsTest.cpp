@@ -15,6 +15,7 @@
 #include "embedded/automation/ColorObject.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/database/RecordEditor.h"
+#include "embedded/dxf/GalleryDrawing.h"
 #include "embedded/dxf/SampleDrawing.h"
 #include "tests/embedded/automation/Edits.h"
 
@@ -102,6 +103,9 @@ std::vector<VariantHolder> otherValues(const Bound& entity, const PropertyRow& r
   } else if (row.type.base() == VT_R8) {
     for (const double other : {value.dblVal * 0.75, value.dblVal + 1, value.dblVal * 1.5 + 0.25, 0.5})
       add(holding(number(other)));
+  } else if (row.type.base() == VT_I4) {
+    for (const LONG other : {value.lVal + 1, value.lVal - 1})
+      add(holding(integer(other)));
   } else if (row.type.base() == VT_BOOL) {
     add(holding(flag(value.boolVal == VARIANT_FALSE)));
   } else if (row.type.base() == VT_BSTR) {
@@ -197,6 +201,14 @@ std::string sampleWithPlainLines() {
 
 class EveryWritableRow : public ::testing::TestWithParam<const AutomationClass*> {
  protected:
+  /// The sample where it has entities of the class, else the gallery.
+  void SetUp() override {
+    places_ = placesIn(bytes, kind.clsid);
+    if (!places_.empty()) return;
+    bytes = dxf::galleryDrawing();
+    places_ = placesIn(bytes, kind.clsid);
+  }
+
   /// Runs `test(bound, row)` for each writable row and each entity of the class until it gives true, each time on a
   /// drawing as it was read. A row for which it never does fails.
   template <class Test>
@@ -205,10 +217,10 @@ class EveryWritableRow : public ::testing::TestWithParam<const AutomationClass*>
       if (!row->isWritable()) continue;
       SCOPED_TRACE(narrow(row->name));
       bool done = false;
-      for (std::size_t entity = 0; entity < places().size() && !done; ++entity) {
+      for (std::size_t each = 0; each < places_.size() && !done; ++each) {
         drawing = Drawing::parse(bytes, "sample.dxf");
-        place = places()[entity];
-        done = test(Bound(*drawing, place), *row);
+        place = places_[each];
+        done = test(Bound(drawing->idOf(place)), *row);
       }
       EXPECT_TRUE(done) << "no entity of the sample can take another value";
     }
@@ -225,7 +237,7 @@ class EveryWritableRow : public ::testing::TestWithParam<const AutomationClass*>
   /// The same entity in the drawing that would be saved now.
   [[nodiscard]] std::pair<std::unique_ptr<Drawing>, Bound> saved() const {
     auto read = Drawing::parse(written(), "saved.dxf");
-    Bound bound(*read, place);
+    Bound bound(read->idOf(place));
     return {std::move(read), std::move(bound)};
   }
 
@@ -233,22 +245,30 @@ class EveryWritableRow : public ::testing::TestWithParam<const AutomationClass*>
   const ClassIndex index{kind};
   std::string bytes = sampleWithPlainLines();
   std::unique_ptr<Drawing> drawing;
-  std::size_t place = 0;
+  std::uint32_t place = 0;  ///< the record of the entity
 
  private:
-  /// Of the entities of the class that are on no locked layer.
-  const std::vector<std::size_t>& places() {
-    if (!places_.empty()) return places_;
+  /// Of the entities of the class that are on no locked layer; attributes are entities, too.
+  static std::vector<std::uint32_t> placesIn(const std::string& bytes, const CLSID& clsid) {
+    std::vector<std::uint32_t> places;
     const auto read = Drawing::parse(bytes, "sample.dxf");
+    const auto add = [&](std::uint32_t record) {
+      const database::TableEntry* layer = database::Entity(*read, record).layer();
+      if (layer != nullptr && database::Layer(*read, layer->record).isLocked()) return;
+      if (classOf(read->idOf(record)) == clsid) places.push_back(record);
+    };
     for (std::size_t entity = 0; entity < read->entities().size(); ++entity) {
-      const auto object = *database::resolve(read->entities()[entity]);
-      const database::TableEntry* layer = database::Entity(object).layer();
-      if (layer != nullptr && database::Layer(*read, layer->record).isLocked()) continue;
-      if (classOf(read->entities()[entity]) == kind.clsid) places_.push_back(entity);
+      const std::uint32_t record = recordOf(*read, entity);
+      add(record);
+      const database::RecordRange members = read->members(record);
+      for (std::uint32_t member = members.first; member < members.first + members.count; ++member) {
+        if (read->view(member).type() == "ATTRIB") add(member);
+      }
     }
-    return places_;
+    return places;
   }
-  std::vector<std::size_t> places_;
+
+  std::vector<std::uint32_t> places_;
 };
 
 TEST_P(EveryWritableRow, TakesAnotherValueAndKeepsItInTheFile) {

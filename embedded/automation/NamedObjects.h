@@ -1,0 +1,18 @@
+// Names of what an entity refers to by its handle.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "embedded/database/Drawing.h"
+
+namespace velt::automation {
+
+/// What a table calls the entry of that handle; empty for none.
+[[nodiscard]] std::wstring entryName(const database::Drawing& drawing, const database::Table& table,
+                                     std::uint64_t handle);
+
+/// What the dictionary that owns it calls an object, such as a style or an image; empty for none.
+[[nodiscard]] std::wstring objectName(const database::Drawing& drawing, std::uint64_t handle);
+
+}  // namespace velt::automation

@@ -1,0 +1,52 @@
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/classes/DimensionGeometry.h"
+#include "embedded/automation/classes/DimensionRows.h"
+#include "embedded/automation/classes/General.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+double getMeasurement(const Subject& subject) {
+  return angleAround(subject, dimensionPointOf(subject, 15), dimensionPointOf(subject, 13),
+                     dimensionPointOf(subject, 14), dimensionPointOf(subject, 10));
+}
+
+#define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id   name              label           type          category                   access                      choices        weight help
+  { 101, L"AngleVertex",   L"Vertex",      VT_VARIANT,   Category::Geometry,        dimensionPoint(15),         Choices::None, 1101,  L"Where the two directions part." DRAWN},
+  { 102, L"ExtLine1Point", L"Ext line 1",  VT_VARIANT,   Category::Geometry,        dimensionPoint(13),         Choices::None, 1102,  L"A point of the first direction." DRAWN},
+  { 103, L"ExtLine2Point", L"Ext line 2",  VT_VARIANT,   Category::Geometry,        dimensionPoint(14),         Choices::None, 1103,  L"A point of the second direction." DRAWN},
+  { 104, L"DimArcPoint",   L"Dim arc",     VT_VARIANT,   Category::Geometry,        dimensionPoint(10),         Choices::None, 1104,  L"A point of the dimension line." DRAWN},
+  { 5,   L"Measurement",   L"Measurement", types::angle, Category::PrimaryUnits,    computed<getMeasurement>(), Choices::None, 1056,  L"What is measured, before any scale. Read-only: it follows from the points."},
+  { 105, L"Normal",        L"Normal",      VT_VARIANT,   Category::Visualization3D, computedPoint<getNormal>(), Choices::None, 1105,  L"Upright on the dimension's plane." DRAWN},
+};
+// clang-format on
+
+#undef DRAWN
+
+constexpr const std::span<const PropertyRow>* families[] = {
+    &dimensionRows, &arrowRows, &twoArrowRows, &dimensionLineRows, &extensionLineRows, &angleUnitRows};
+
+}  // namespace
+
+constinit const AutomationClass dim3PointAngularClass = {
+    CLSID_VeltDim3PointAngular,
+    L"VeltDim3PointAngular",
+    L"3-Point Angular Dimension",
+    "DIMENSION",
+    L"The angle between two directions.",
+    &entityRows,
+    rows,
+    nullptr,
+    families,
+    isDimension<5>,
+};
+
+}  // namespace velt::automation

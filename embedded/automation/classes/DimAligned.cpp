@@ -1,0 +1,52 @@
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/classes/DimensionGeometry.h"
+#include "embedded/automation/classes/DimensionRows.h"
+#include "embedded/automation/classes/General.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+double getMeasurement(const Subject& subject) {
+  return length(inDimensionPlane(subject, dimensionPointOf(subject, 14) - dimensionPointOf(subject, 13)));
+}
+
+#define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id   name              label           type             category                   access                                     choices        weight help
+  { 101, L"ExtLine1Point", L"Ext line 1",  VT_VARIANT,      Category::Geometry,        dimensionPoint(13),                        Choices::None, 1101,  L"First point that is measured." DRAWN},
+  { 102, L"ExtLine2Point", L"Ext line 2",  VT_VARIANT,      Category::Geometry,        dimensionPoint(14),                        Choices::None, 1102,  L"Second point that is measured." DRAWN},
+  { 103, L"DimLinePoint",  L"Dim line",    VT_VARIANT,      Category::Geometry,        dimensionPoint(10),                        Choices::None, 1103,  L"A point of the dimension line." DRAWN},
+  { 104, L"ObliqueAngle",  L"Oblique",     types::angle,    Category::Geometry,        storedDirection(52, dimension).readOnly(), Choices::None, 1104,  L"Direction of the extension lines; 0 where they stand upright on the dimension line." DRAWN},
+  { 5,   L"Measurement",   L"Measurement", types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),                Choices::None, 1056,  L"What is measured, before any scale. Read-only: it follows from the points."},
+  { 105, L"Normal",        L"Normal",      VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                Choices::None, 1105,  L"Upright on the dimension's plane." DRAWN},
+};
+// clang-format on
+
+#undef DRAWN
+
+constexpr const std::span<const PropertyRow>* families[] = {
+    &dimensionRows,     &arrowRows,      &twoArrowRows, &dimensionLineRows,
+    &extensionLineRows, &lengthUnitRows, &alternateRows};
+
+}  // namespace
+
+constinit const AutomationClass dimAlignedClass = {
+    CLSID_VeltDimAligned,
+    L"VeltDimAligned",
+    L"Aligned Dimension",
+    "DIMENSION",
+    L"The distance of two points.",
+    &entityRows,
+    rows,
+    nullptr,
+    families,
+    isDimension<1>,
+};
+
+}  // namespace velt::automation

@@ -1,0 +1,82 @@
+#include <cmath>
+#include <numbers>
+#include <optional>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/Refusal.h"
+#include "embedded/automation/classes/DimensionGeometry.h"
+#include "embedded/automation/classes/DimensionRows.h"
+#include "embedded/automation/classes/General.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+/// Of the two measured lines, drawn out, in the plane; nothing for parallel ones.
+std::optional<Vector2> crossing(const Subject& subject) {
+  const auto flat = [&](int pointCode) {
+    const Vector3 point = inDimensionPlane(subject, dimensionPointOf(subject, pointCode));
+    return Vector2{point.x, point.y};
+  };
+  const Vector2 from = flat(13);
+  const Vector2 first = flat(14) - from;
+  const Vector2 second = flat(10) - flat(15);
+  const double turn = cross(first, second);
+  if (std::abs(turn) <= 1e-12 * length(first) * length(second)) return std::nullopt;
+  return from + (cross(flat(15) - from, second) / turn) * first;
+}
+
+/// Two lines make four angles, of which two are equal; the one that the arc runs through counts.
+double getMeasurement(const Subject& subject) {
+  const double first =
+      directionInPlane(subject, dimensionPointOf(subject, 13), dimensionPointOf(subject, 14));
+  const double second =
+      directionInPlane(subject, dimensionPointOf(subject, 15), dimensionPointOf(subject, 10));
+  const std::optional<Vector2> vertex = crossing(subject);
+  if (!vertex) throw Refusal(E_FAIL, L"The lines that the dimension measures are parallel.");
+  const Vector3 arcPoint = pointAt(subject.lens(), 16, dimension);
+  const double through = std::atan2(arcPoint.y - vertex->y, arcPoint.x - vertex->x);
+  const double between = std::fmod(normalizedAngle(second - first), std::numbers::pi);
+  const double reach = std::fmod(normalizedAngle(through - first), std::numbers::pi);
+  return reach <= between ? between : std::numbers::pi - between;
+}
+
+#define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id   name                   label                type          category                   access                                 choices        weight help
+  { 101, L"ExtLine1StartPoint", L"Ext line 1 start", VT_VARIANT,   Category::Geometry,        dimensionPoint(13),                    Choices::None, 1101,  L"Start of the first line." DRAWN},
+  { 102, L"ExtLine1EndPoint",   L"Ext line 1 end",   VT_VARIANT,   Category::Geometry,        dimensionPoint(14),                    Choices::None, 1102,  L"End of the first line." DRAWN},
+  { 103, L"ExtLine2StartPoint", L"Ext line 2 start", VT_VARIANT,   Category::Geometry,        dimensionPoint(15),                    Choices::None, 1103,  L"Start of the second line." DRAWN},
+  { 104, L"ExtLine2EndPoint",   L"Ext line 2 end",   VT_VARIANT,   Category::Geometry,        dimensionPoint(10),                    Choices::None, 1104,  L"End of the second line." DRAWN},
+  { 105, L"DimArcPoint",        L"Dim arc",          VT_VARIANT,   Category::Geometry,        objectPoint(16, dimension).readOnly(), Choices::None, 1105,  L"A point of the dimension line." DRAWN},
+  { 5,   L"Measurement",        L"Measurement",      types::angle, Category::PrimaryUnits,    computed<getMeasurement>(),            Choices::None, 1056,  L"What is measured, before any scale. Read-only: it follows from the points."},
+  { 106, L"Normal",             L"Normal",           VT_VARIANT,   Category::Visualization3D, computedPoint<getNormal>(),            Choices::None, 1106,  L"Upright on the dimension's plane." DRAWN},
+};
+// clang-format on
+
+#undef DRAWN
+
+constexpr const std::span<const PropertyRow>* families[] = {
+    &dimensionRows, &arrowRows, &twoArrowRows, &dimensionLineRows, &extensionLineRows, &angleUnitRows};
+
+}  // namespace
+
+constinit const AutomationClass dimAngularClass = {
+    CLSID_VeltDimAngular,
+    L"VeltDimAngular",
+    L"Angular Dimension",
+    "DIMENSION",
+    L"The angle between two lines.",
+    &entityRows,
+    rows,
+    nullptr,
+    families,
+    isDimension<2>,
+};
+
+}  // namespace velt::automation

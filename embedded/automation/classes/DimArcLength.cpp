@@ -1,0 +1,64 @@
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/DimensionStyle.h"
+#include "embedded/automation/DimensionTypes.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/classes/DimensionGeometry.h"
+#include "embedded/automation/classes/DimensionRows.h"
+#include "embedded/automation/classes/General.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+/// From one end to the other, along the side that the dimension line is on.
+double getMeasurement(const Subject& subject) {
+  const Vector3 center = dimensionPointOf(subject, 15);
+  const Vector3 first = dimensionPointOf(subject, 13);
+  return length(first - center)
+         * angleAround(subject, center, first, dimensionPointOf(subject, 14), dimensionPointOf(subject, 10));
+}
+
+std::int32_t getSymbol(const Subject& subject) {
+  const EnumMember* const member = findMember(types::arcSymbol, DimensionStyle(subject).integer(90, 0));
+  return member == nullptr ? 0 : member->value;
+}
+
+#define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id   name              label                 type              category                   access                      choices               weight help
+  { 101, L"AngleVertex",   L"Center",            VT_VARIANT,       Category::Geometry,        dimensionPoint(15),         Choices::None,        1101,  L"Center of the arc." DRAWN},
+  { 102, L"ExtLine1Point", L"Ext line 1",        VT_VARIANT,       Category::Geometry,        dimensionPoint(13),         Choices::None,        1102,  L"Where the measured part of the arc begins." DRAWN},
+  { 103, L"ExtLine2Point", L"Ext line 2",        VT_VARIANT,       Category::Geometry,        dimensionPoint(14),         Choices::None,        1103,  L"Where it ends." DRAWN},
+  { 104, L"DimArcPoint",   L"Dim arc",           VT_VARIANT,       Category::Geometry,        dimensionPoint(10),         Choices::None,        1104,  L"A point of the dimension line." DRAWN},
+  { 105, L"Symbol",        L"Arc length symbol", types::arcSymbol, Category::Text,            computed<getSymbol>(),      Choices::Enumeration, 1105,  L"Where the symbol of an arc stands." DRAWN},
+  { 5,   L"Measurement",   L"Measurement",       types::distance,  Category::PrimaryUnits,    computed<getMeasurement>(), Choices::None,        1056,  L"What is measured, before any scale. Read-only: it follows from the points."},
+  { 106, L"Normal",        L"Normal",            VT_VARIANT,       Category::Visualization3D, computedPoint<getNormal>(), Choices::None,        1106,  L"Upright on the dimension's plane." DRAWN},
+};
+// clang-format on
+
+#undef DRAWN
+
+constexpr const std::span<const PropertyRow>* families[] = {
+    &dimensionRows,     &arrowRows,      &twoArrowRows, &dimensionLineRows,
+    &extensionLineRows, &lengthUnitRows, &alternateRows};
+
+}  // namespace
+
+constinit const AutomationClass dimArcLengthClass = {
+    CLSID_VeltDimArcLength,
+    L"VeltDimArcLength",
+    L"Arc Length Dimension",
+    "ARC_DIMENSION",
+    L"The length along an arc.",
+    &entityRows,
+    rows,
+    nullptr,
+    families,
+    nullptr,
+};
+
+}  // namespace velt::automation

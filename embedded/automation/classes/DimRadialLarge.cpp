@@ -1,0 +1,59 @@
+#include <numbers>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/DimensionStyle.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/classes/DimensionGeometry.h"
+#include "embedded/automation/classes/DimensionRows.h"
+#include "embedded/automation/classes/General.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+double getMeasurement(const Subject& subject) {
+  return length(dimensionPointOf(subject, 15) - dimensionPointOf(subject, 10));
+}
+
+double getJogAngle(const Subject& subject) {
+  return DimensionStyle(subject).real(50, std::numbers::pi / 4);
+}
+
+#define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id   name               label            type             category                   access                      choices        weight help
+  { 101, L"Center",         L"Center",       VT_VARIANT,      Category::Geometry,        dimensionPoint(10),         Choices::None, 1101,  L"Center of what is measured." DRAWN},
+  { 102, L"ChordPoint",     L"Chord point",  VT_VARIANT,      Category::Geometry,        dimensionPoint(15),         Choices::None, 1102,  L"Where the dimension line meets the curve." DRAWN},
+  { 103, L"OverrideCenter", L"Center shown", VT_VARIANT,      Category::Geometry,        dimensionPoint(13),         Choices::None, 1103,  L"Where the dimension line begins in place of the center." DRAWN},
+  { 104, L"JogPoint",       L"Jog",          VT_VARIANT,      Category::Geometry,        dimensionPoint(14),         Choices::None, 1104,  L"Middle of the jog." DRAWN},
+  { 105, L"JogAngle",       L"Jog angle",    types::angle,    Category::Geometry,        computed<getJogAngle>(),    Choices::None, 1105,  L"Angle of the jog." DRAWN},
+  { 5,   L"Measurement",    L"Measurement",  types::distance, Category::PrimaryUnits,    computed<getMeasurement>(), Choices::None, 1056,  L"What is measured, before any scale. Read-only: it follows from the points."},
+  { 106, L"Normal",         L"Normal",       VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(), Choices::None, 1106,  L"Upright on the dimension's plane." DRAWN},
+};
+// clang-format on
+
+#undef DRAWN
+
+constexpr const std::span<const PropertyRow>* families[] = {&dimensionRows,  &arrowRows,      &oneArrowRows,
+                                                            &centerMarkRows, &lengthUnitRows, &alternateRows};
+
+}  // namespace
+
+constinit const AutomationClass dimRadialLargeClass = {
+    CLSID_VeltDimRadialLarge,
+    L"VeltDimRadialLarge",
+    L"Jogged Radial Dimension",
+    "LARGE_RADIAL_DIMENSION",
+    L"The radius of a curve whose center is far away.",
+    &entityRows,
+    rows,
+    nullptr,
+    families,
+    nullptr,
+};
+
+}  // namespace velt::automation

@@ -1,0 +1,110 @@
+#include <cmath>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/DimensionStyle.h"
+#include "embedded/automation/DimensionTypes.h"
+#include "embedded/automation/Editor.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/classes/General.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+constexpr const char* leader = "AcDbLeader";
+
+std::wstring getStyleName(const Subject& subject) {
+  return DimensionStyle(subject).name();
+}
+
+/// Two flags make four members.
+std::int32_t getType(const Subject& subject) {
+  const database::Lens lens = subject.lens();
+  const bool isSpline = lens.integer(72, leader, 0) == 1;
+  const bool hasArrow = lens.integer(71, leader, 1) != 0;
+  return (isSpline ? 1 : 0) + (hasArrow ? 2 : 0);
+}
+
+void putType(const Subject& subject, const std::int32_t& type) {
+  Editor editor(subject);
+  editor.integer(72, leader, type % 2, 0);
+  editor.integer(71, leader, type / 2, 1);
+}
+
+std::int32_t getAnnotation(const Subject& subject) {
+  constexpr std::int64_t nothing = 3;
+  const std::int64_t stored = subject.lens().integer(73, leader, nothing);
+  return static_cast<std::int32_t>(stored >= 0 && stored <= nothing ? stored : nothing);
+}
+
+std::wstring getArrowheadBlock(const Subject& subject) {
+  return DimensionStyle(subject).blockName(341, 5);
+}
+
+std::int32_t getArrow(const Subject& subject) {
+  return arrowheadOfBlock(getArrowheadBlock(subject));
+}
+
+/// Negative for a text in a frame.
+double getTextGap(const Subject& subject) {
+  return std::abs(DimensionStyle(subject).real(147, 0.09));
+}
+
+std::vector<double> getVertices(const Subject& subject) {
+  std::vector<double> coordinates;
+  for (const database::Point& point : subject.lens().points(10, leader))
+    coordinates.insert(coordinates.end(), point.begin(), point.end());
+  return coordinates;
+}
+
+constexpr const wchar_t* vertexLabels[] = {L"Vertex X", L"Vertex Y", L"Vertex Z"};
+
+std::size_t vertexCount(const Subject& subject, const PropertyRow&) {
+  return subject.lens().view().findAll(10, leader).size();
+}
+
+double getVertexElement(const Subject& subject, const PropertyRow&, std::size_t element) {
+  const auto point = subject.lens().view().point(10, leader, element / 3);
+  return point ? (*point)[element % 3] : 0;
+}
+
+constexpr ElementAccess vertexElements = {vertexLabels, false, 1, vertexCount, getVertexElement, nullptr};
+
+constexpr Access vertices() {
+  Access made = computed<getVertices>();
+  made.elements = &vertexElements;
+  return made;
+}
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id    name                     label                   type                     category                   access                               choices               weight help
+  { 64,   L"Type",                 L"Type",                types::leaderType,       Category::Misc,            computed<getType, putType>(),        Choices::Enumeration, 110,   L"Whether the leader is straight, and whether it has an arrowhead."},
+  { 1542, L"DimStyle",             L"Dim style",           VT_BSTR,                 Category::Misc,            computed<getStyleName>(),            Choices::DimStyles,   120,   L"Name of the dimension style. Read-only: it is read from the style here."},
+  { 65,   L"Annotation",           L"Annotation",          types::leaderAnnotation, Category::Misc,            computed<getAnnotation>(),           Choices::Enumeration, 130,   L"What the leader leads to. Read-only: that is an entity of its own."},
+  { 1553, L"Arrow",                L"Arrow",               types::arrowhead,        Category::LinesAndArrows,  computed<getArrow>(),                Choices::Enumeration, 140,   L"What stands at the end of the leader. Read-only: it is read from the style here."},
+  { 69,   L"ArrowheadSize",        L"Arrow size",          types::distance,         Category::LinesAndArrows,  styleReal(41, 0.18),                 Choices::None,        150,   L"Size of the arrowhead, before the overall scale. Read-only: it is read from the style here."},
+  { 1543, L"DimensionLineWeight",  L"Dim line lineweight", types::lineweight,       Category::LinesAndArrows,  styleMember(371, -2),                Choices::Enumeration, 160,   L"Width of the line on paper. Read-only: it is read from the style here."},
+  { 1550, L"ArrowheadBlock",       L"Arrow block",         VT_BSTR,                 Category::LinesAndArrows,  computed<getArrowheadBlock>(),       Choices::None,        170,   L"Block that is the arrowhead; empty for the usual one. Read-only: it is read from the style here."},
+  { 13,   L"DimensionLineColor",   L"Dim line color",      types::color,            Category::LinesAndArrows,  styleInteger(176, 0),                Choices::Colors,      180,   L"Colour of the line. Read-only: it is read from the style here."},
+  { 1549, L"TextGap",              L"Text offset",         types::distance,         Category::Text,            computed<getTextGap>(),              Choices::None,        190,   L"Room around the text. Read-only: it is read from the style here."},
+  { 1554, L"VerticalTextPosition", L"Text pos vert",       types::verticalPosition, Category::Text,            styleMember(77, 0),                  Choices::Enumeration, 200,   L"Where the text stands against the line. Read-only: it is read from the style here."},
+  { 101,  L"Vertex",               L"Vertex",              VT_VARIANT,              Category::Geometry,        vertices(),                          Choices::None,        210,   L"The vertices, from the arrowhead on. Read-only: the end would leave the text that it leads to."},
+  { 102,  L"HasHookLine",          L"Hook line",           VT_BOOL,                 Category::Misc,            storedBit(75, leader, 1).readOnly(), Choices::None,        220,   L"Whether a short piece leads to the text. Read-only: it follows from the vertices."},
+  { 103,  L"Normal",               L"Normal",              VT_VARIANT,              Category::Visualization3D, computedPoint<getNormal>(),          Choices::None,        230,   L"Upright on the plane of the leader. Read-only: the vertices would have to follow it."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass leaderClass = {
+    CLSID_VeltLeader, L"VeltLeader", L"Leader", "LEADER", L"A line with an arrowhead that leads to a text.",
+    &entityRows,      rows,
+};
+
+}  // namespace velt::automation

@@ -1,0 +1,189 @@
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/ColorObject.h"
+#include "embedded/automation/DimensionStyle.h"
+#include "embedded/automation/DimensionTypes.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/MultileaderRecord.h"
+#include "embedded/automation/NamedObjects.h"
+#include "embedded/automation/classes/General.h"
+#include "embedded/automation/geometry/Angle.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+using enum MultileaderPart;
+
+template <int Code>
+double getContentReal(const Subject& subject) {
+  return MultileaderRecord(subject).real(Contents, Code, 0);
+}
+
+template <int Code>
+bool getFlag(const Subject& subject) {
+  return MultileaderRecord(subject).integer(Itself, Code, 0) != 0;
+}
+
+std::int32_t memberOr(const UserType& type, std::int64_t value, std::int32_t otherwise) {
+  const EnumMember* const member = findMember(type, value);
+  return member == nullptr ? otherwise : member->value;
+}
+
+std::wstring getStyleName(const Subject& subject) {
+  const std::wstring name = objectName(subject.drawing(), MultileaderRecord(subject).handle(Itself, 340));
+  return name.empty() ? std::wstring(L"Standard") : name;
+}
+
+// --- leaders ---
+
+std::int32_t getLeaderType(const Subject& subject) {
+  return memberOr(types::multileaderLine, MultileaderRecord(subject).integer(Itself, 170, 1), 1);
+}
+
+OwnedDispatch getLeaderLineColor(const Subject& subject) {
+  VkCmColor color;
+  constexpr std::int64_t byBlock = 0xC1000000;
+  color.setColor(static_cast<std::uint32_t>(MultileaderRecord(subject).integer(Itself, 91, byBlock)));
+  return ColorObject::make(color);
+}
+
+std::wstring getLeaderLinetype(const Subject& subject) {
+  const std::wstring name = entryName(subject.drawing(), subject.drawing().linetypes(),
+                                      MultileaderRecord(subject).handle(Itself, 341));
+  return name.empty() ? std::wstring(L"ByBlock") : name;
+}
+
+std::int32_t getLeaderLineweight(const Subject& subject) {
+  return memberOr(types::lineweight, MultileaderRecord(subject).integer(Itself, 171, -2), -2);
+}
+
+std::wstring getArrowheadBlock(const Subject& subject) {
+  return entryName(subject.drawing(), subject.drawing().blocks(),
+                   MultileaderRecord(subject).handle(Itself, 342));
+}
+
+std::int32_t getArrow(const Subject& subject) {
+  return arrowheadOfBlock(getArrowheadBlock(subject));
+}
+
+std::int32_t getLeaderCount(const Subject& subject) {
+  return static_cast<std::int32_t>(MultileaderRecord(subject).count(Leader));
+}
+
+double getDoglegLength(const Subject& subject) {
+  return MultileaderRecord(subject).real(Itself, 41, 0);
+}
+
+// --- contents ---
+
+std::int32_t getContentType(const Subject& subject) {
+  return memberOr(types::multileaderContent, MultileaderRecord(subject).integer(Itself, 172, 2), 2);
+}
+
+std::wstring getTextString(const Subject& subject) {
+  return MultileaderRecord(subject).text(Contents, 304);
+}
+
+std::wstring getTextStyle(const Subject& subject) {
+  const std::wstring name = entryName(subject.drawing(), subject.drawing().textStyles(),
+                                      MultileaderRecord(subject).handle(Itself, 343));
+  return name.empty() ? std::wstring(L"Standard") : name;
+}
+
+std::int32_t getDirection(const Subject& subject) {
+  return memberOr(types::drawingDirection, MultileaderRecord(subject).integer(Contents, 172, 1), 1);
+}
+
+double getTextRotation(const Subject& subject) {
+  return normalizedAngle(MultileaderRecord(subject).real(Contents, 42, 0));
+}
+
+std::wstring getContentBlockName(const Subject& subject) {
+  return entryName(subject.drawing(), subject.drawing().blocks(),
+                   MultileaderRecord(subject).handle(Itself, 344));
+}
+
+double getScaleFactor(const Subject& subject) {
+  return MultileaderRecord(subject).real(Contents, 40, 1);
+}
+
+Vector3 getTextLocation(const Subject& subject) {
+  return MultileaderRecord(subject).point(Contents, 12);
+}
+
+std::vector<double> getVertices(const Subject& subject) {
+  std::vector<double> coordinates;
+  for (const Vector3& vertex : MultileaderRecord(subject).vertices())
+    coordinates.insert(coordinates.end(), {vertex.x, vertex.y, vertex.z});
+  return coordinates;
+}
+
+constexpr const wchar_t* vertexLabels[] = {L"Vertex X", L"Vertex Y", L"Vertex Z"};
+
+std::size_t vertexCount(const Subject& subject, const PropertyRow&) {
+  return MultileaderRecord(subject).vertices().size();
+}
+
+double getVertexElement(const Subject& subject, const PropertyRow&, std::size_t element) {
+  const Vector3 vertex = MultileaderRecord(subject).vertices()[element / 3];
+  const double elements[] = {vertex.x, vertex.y, vertex.z};
+  return elements[element % 3];
+}
+
+constexpr ElementAccess vertexElements = {vertexLabels, false, 1, vertexCount, getVertexElement, nullptr};
+
+constexpr Access vertices() {
+  Access made = computed<getVertices>();
+  made.elements = &vertexElements;
+  return made;
+}
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id  name                 label                  type                       category            access                            choices               weight help
+  { 1,  L"MLeaderStyle",     L"Multileader style",  VT_BSTR,                   Category::Misc,     computed<getStyleName>(),         Choices::None,        110,   L"Name of the style. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 2,  L"ScaleFactor",      L"Overall scale",      types::noUnits,            Category::Misc,     computed<getScaleFactor>(),       Choices::None,        120,   L"Scale of all sizes. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 3,  L"LeaderType",       L"Leader type",        types::multileaderLine,    Category::Leaders,  computed<getLeaderType>(),        Choices::Enumeration, 130,   L"How the lines are drawn. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 4,  L"LeaderLineColor",  L"Leader color",       VT_DISPATCH,               Category::Leaders,  computed<getLeaderLineColor>(),   Choices::Colors,      140,   L"Colour of the lines. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 5,  L"LeaderLinetype",   L"Leader linetype",    types::linetypeName,       Category::Leaders,  computed<getLeaderLinetype>(),    Choices::Linetypes,   150,   L"Line type of the lines. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 6,  L"LeaderLineWeight", L"Leader lineweight",  types::lineweight,         Category::Leaders,  computed<getLeaderLineweight>(),  Choices::Enumeration, 160,   L"Width of the lines on paper. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 7,  L"Arrow",            L"Arrowhead",          types::arrowhead,          Category::Leaders,  computed<getArrow>(),             Choices::Enumeration, 170,   L"What stands at the ends of the lines. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 8,  L"ArrowheadBlock",   L"Arrowhead block",    VT_BSTR,                   Category::Leaders,  computed<getArrowheadBlock>(),    Choices::None,        180,   L"Block that is the arrowhead; empty for the usual one. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 9,  L"ArrowheadSize",    L"Arrowhead size",     types::distance,           Category::Leaders,  computed<getContentReal<140>>(),  Choices::None,        190,   L"Size of the arrowheads. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 10, L"Landing",          L"Horizontal landing", VT_BOOL,                   Category::Leaders,  computed<getFlag<290>>(),         Choices::None,        200,   L"Whether the lines end at a landing. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 11, L"DoglegLength",     L"Landing distance",   types::distance,           Category::Leaders,  computed<getDoglegLength>(),      Choices::None,        210,   L"Length of the piece between the lines and the contents. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 12, L"LeaderCount",      L"Leader count",       VT_I4,                     Category::Leaders,  computed<getLeaderCount>(),       Choices::None,        220,   L"How many leaders there are. Read-only: it follows from them."},
+  { 13, L"ContentType",      L"Content type",       types::multileaderContent, Category::Misc,     computed<getContentType>(),       Choices::Enumeration, 230,   L"What the multileader shows. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 14, L"TextString",       L"Contents",           VT_BSTR,                   Category::Text,     computed<getTextString>(),        Choices::None,        240,   L"The wording, with its formatting codes. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 15, L"TextStyle",        L"Text style",         VT_BSTR,                   Category::Text,     computed<getTextStyle>(),         Choices::TextStyles,  250,   L"Name of the text style. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 16, L"Height",           L"Height",             types::distance,           Category::Text,     computed<getContentReal<41>>(),   Choices::None,        260,   L"Height of the text. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 17, L"Direction",        L"Direction",          types::drawingDirection,   Category::Text,     computed<getDirection>(),         Choices::Enumeration, 270,   L"How the lines of the text run. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 18, L"Rotation",         L"Rotation",           types::angle,              Category::Text,     computed<getTextRotation>(),      Choices::None,        280,   L"Direction of the text. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 19, L"Width",            L"Width",              types::distance,           Category::Text,     computed<getContentReal<43>>(),   Choices::None,        290,   L"Width at which lines are broken; 0 for none. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 20, L"LandingGap",       L"Landing gap",        types::distance,           Category::Text,     computed<getContentReal<145>>(),  Choices::None,        300,   L"Room between the landing and the text. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 21, L"TextFrame",        L"Text frame",         VT_BOOL,                   Category::Text,     computed<getFlag<292>>(),         Choices::None,        310,   L"Whether the text stands in a frame. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 22, L"ContentBlockName", L"Source block",       VT_BSTR,                   Category::Block,    computed<getContentBlockName>(),  Choices::None,        320,   L"Block that the multileader shows; empty for a text. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 23, L"TextLocation",     L"Text position",      VT_VARIANT,                Category::Geometry, computedPoint<getTextLocation>(), Choices::None,        330,   L"Where the text is. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 24, L"Vertex",           L"Vertex",             VT_VARIANT,                Category::Geometry, vertices(),                       Choices::None,        340,   L"The vertices of all lines. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass mLeaderClass = {
+    CLSID_VeltMLeader,
+    L"VeltMLeader",
+    L"Multileader",
+    "MULTILEADER",
+    L"Leaders that lead to one text or block.",
+    &entityRows,
+    rows,
+};
+
+}  // namespace velt::automation

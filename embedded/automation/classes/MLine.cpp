@@ -1,0 +1,71 @@
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/classes/General.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+constexpr const char* mline = "AcDbMline";
+
+std::wstring getStyleName(const Subject& subject) {
+  return subject.lens().name(2, mline, L"STANDARD");
+}
+
+std::int32_t getJustification(const Subject& subject) {
+  const std::int64_t stored = subject.lens().integer(70, mline, 0);
+  return static_cast<std::int32_t>(stored >= 0 && stored <= 2 ? stored : 0);
+}
+
+std::vector<double> getVertices(const Subject& subject) {
+  std::vector<double> coordinates;
+  for (const database::Point& point : subject.lens().points(11, mline))
+    coordinates.insert(coordinates.end(), point.begin(), point.end());
+  return coordinates;
+}
+
+constexpr const wchar_t* vertexLabels[] = {L"Vertex X", L"Vertex Y", L"Vertex Z"};
+
+std::size_t vertexCount(const Subject& subject, const PropertyRow&) {
+  return subject.lens().view().findAll(11, mline).size();
+}
+
+double getVertexElement(const Subject& subject, const PropertyRow&, std::size_t element) {
+  const auto point = subject.lens().view().point(11, mline, element / 3);
+  return point ? (*point)[element % 3] : 0;
+}
+
+constexpr ElementAccess vertexElements = {vertexLabels, false, 1, vertexCount, getVertexElement, nullptr};
+
+constexpr Access vertices() {
+  Access made = computed<getVertices>();
+  made.elements = &vertexElements;
+  return made;
+}
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id name              label             type                           category                   access                               choices               weight help
+  { 1, L"StyleName",     L"Style",         VT_BSTR,                       Category::Misc,            computed<getStyleName>(),            Choices::None,        110,   L"Name of the style. Read-only: the lines are stored and would stay what they are."},
+  { 2, L"Scale",         L"Scale",         types::noUnits,                Category::Misc,            storedReal(40, mline, 1).readOnly(), Choices::None,        120,   L"Distance of the lines, relative to the style. Read-only: the lines are stored and would stay what they are."},
+  { 3, L"Justification", L"Justification", types::multilineJustification, Category::Misc,            computed<getJustification>(),        Choices::Enumeration, 130,   L"Which of its lines it was drawn along. Read-only: the lines are stored and would stay what they are."},
+  { 4, L"Closed",        L"Closed",        VT_BOOL,                       Category::Misc,            storedBit(71, mline, 2).readOnly(),  Choices::None,        140,   L"Whether the last vertex leads back to the first. Read-only: the joints are stored and would stay what they are."},
+  { 5, L"Vertex",        L"Vertex",        VT_VARIANT,                    Category::Geometry,        vertices(),                          Choices::None,        150,   L"The vertices. Read-only: the joints are stored and would stay what they are."},
+  { 6, L"Normal",        L"Normal",        VT_VARIANT,                    Category::Visualization3D, computedPoint<getNormal>(),          Choices::None,        160,   L"Upright on the plane of the multiline. Read-only: the vertices would have to follow it."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass mLineClass = {
+    CLSID_VeltMLine, L"VeltMLine", L"Multiline", "MLINE", L"Several lines that run side by side.",
+    &entityRows,     rows,
+};
+
+}  // namespace velt::automation

@@ -1,0 +1,116 @@
+#include <cstdint>
+#include <string>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/Editor.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/Refusal.h"
+#include "embedded/automation/classes/General.h"
+#include "embedded/database/Entity.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+constexpr const char* viewport = "AcDbViewport";
+constexpr std::int64_t lockedFlag = 0x4000;
+constexpr std::int64_t offFlag = 0x20000;
+
+/// Old drawings know the number of the window only, which is 0 or less for one that is off.
+bool getOn(const Subject& subject) {
+  const database::Lens lens = subject.lens();
+  if (lens.has(90, viewport)) return (lens.integer(90, viewport, 0) & offFlag) == 0;
+  return lens.integer(68, viewport, 1) > 0;
+}
+
+bool getClipped(const Subject& subject) {
+  return subject.lens().handle(340, viewport) != 0;
+}
+
+/// Paper over model.
+double getCustomScale(const Subject& subject) {
+  const database::Lens lens = subject.lens();
+  const double seen = lens.real(45, viewport, 0);
+  if (!(seen > 0)) throw Refusal(E_FAIL, L"The drawing does not tell how much the viewport shows.");
+  return lens.real(41, viewport, 0) / seen;
+}
+
+void putCustomScale(const Subject& subject, const double& scale) {
+  if (getCustomScale(subject) == scale) return;
+  Editor(subject).real(45, viewport, subject.lens().real(41, viewport, 0) / scale);
+}
+
+template <int Code, std::int64_t Otherwise>
+std::int64_t storedOr(const Subject& subject) {
+  return subject.lens().integer(Code, viewport, Otherwise);
+}
+
+std::int32_t getRenderMode(const Subject& subject) {
+  const EnumMember* const member = findMember(types::viewRendering, storedOr<281, 0>(subject));
+  return member == nullptr ? 0 : member->value;
+}
+
+std::int32_t getShadePlot(const Subject& subject) {
+  const EnumMember* const member = findMember(types::shadePlot, storedOr<170, 0>(subject));
+  return member == nullptr ? 0 : member->value;
+}
+
+std::wstring getPlotStyleTable(const Subject& subject) {
+  return subject.lens().name(1, viewport);
+}
+
+const database::Layout* sheetOf(const Subject& subject) {
+  const database::TableEntry* const owner = subject.entity().owner();
+  return owner == nullptr ? nullptr : subject.drawing().layoutOf(*owner);
+}
+
+std::wstring getSheetPlotStyleTable(const Subject& subject) {
+  const database::Layout* const sheet = sheetOf(subject);
+  if (sheet == nullptr || sheet->record == dxf::none) return {};
+  return database::Lens(subject.drawing(), sheet->record).name(7, "AcDbPlotSettings");
+}
+
+std::wstring getSheetName(const Subject& subject) {
+  const database::Layout* const sheet = sheetOf(subject);
+  return sheet == nullptr ? std::wstring() : sheet->name;
+}
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id  name                    label                             type                   category            access                                                 choices               weight help
+  { 1,  L"On",                  L"On",                            VT_BOOL,               Category::Misc,     computed<getOn>(),                                     Choices::None,        110,   L"Whether the viewport shows anything. Read-only: two numbers of the drawing would have to agree."},
+  { 2,  L"Clipped",             L"Clipped",                       VT_BOOL,               Category::Misc,     computed<getClipped>(),                                Choices::None,        120,   L"Whether another entity is its boundary. Read-only: that entity would have to be found."},
+  { 3,  L"DisplayLocked",       L"Display locked",                VT_BOOL,               Category::Misc,     storedBit(90, viewport, lockedFlag).readOnly(),        Choices::None,        130,   L"Whether the view stays what it is. Read-only: it protects what is read here."},
+  { 4,  L"CustomScale",         L"Custom scale",                  types::noUnits,        Category::Misc,     computed<getCustomScale, putCustomScale>().positive(), Choices::None,        140,   L"How large the model is on paper."},
+  { 5,  L"UCSPerViewport",      L"UCS per viewport",              VT_BOOL,               Category::Misc,     storedBit(71, viewport, 1).readOnly(),                 Choices::None,        150,   L"Whether the viewport has coordinate axes of its own. Read-only: these would have to be made."},
+  { 6,  L"RenderMode",          L"Visual style",                  types::viewRendering,  Category::Misc,     computed<getRenderMode>(),                             Choices::Enumeration, 160,   L"How the contents are shown. Read-only: newer drawings have a style beside it."},
+  { 7,  L"ShadePlot",           L"Shade plot",                    types::shadePlot,      Category::Misc,     computed<getShadePlot>(),                              Choices::Enumeration, 170,   L"How the contents are plotted. Read-only: newer drawings have a style beside it."},
+  { 8,  L"PlotStyleTable",      L"Plot style table",              VT_BSTR,               Category::Misc,     computed<getPlotStyleTable>(),                         Choices::None,        180,   L"Table of plot styles of the viewport; empty for that of the sheet. Read-only: the tables stand outside of the drawing."},
+  { 9,  L"SheetPlotStyleTable", L"Plot style table of the sheet", types::plotStyleTable, Category::Misc,     computed<getSheetPlotStyleTable>(),                    Choices::None,        190,   L"Table of plot styles of the whole sheet. Read-only: it belongs to the sheet."},
+  { 10, L"SheetName",           L"Sheet",                         VT_BSTR,               Category::Misc,     computed<getSheetName>(),                              Choices::None,        200,   L"Name of the sheet that the viewport is on. Read-only: it belongs to the sheet."},
+  { 11, L"Center",              L"Center",                        VT_VARIANT,            Category::Geometry, worldPoint(10, viewport).readOnly(),                   Choices::None,        210,   L"Center of the viewport on its sheet. Read-only: the boundary of a clipped one would have to follow it."},
+  { 12, L"Height",              L"Height",                        types::distance,       Category::Geometry, storedReal(41, viewport).readOnly(),                   Choices::None,        220,   L"Height on the sheet. Read-only: the boundary of a clipped one would have to follow it."},
+  { 13, L"Width",               L"Width",                         types::distance,       Category::Geometry, storedReal(40, viewport).readOnly(),                   Choices::None,        230,   L"Width on the sheet. Read-only: the boundary of a clipped one would have to follow it."},
+  { 14, L"ViewHeight",          L"View height",                   types::distance,       Category::View,     storedReal(45, viewport).positive(),                   Choices::None,        240,   L"How much of the model is seen from bottom to top."},
+  { 15, L"Target",              L"Target",                        VT_VARIANT,            Category::View,     worldPoint(17, viewport),                              Choices::None,        250,   L"Point of the model that is looked at."},
+  { 16, L"Direction",           L"Direction",                     VT_VARIANT,            Category::View,     worldPoint(16, viewport).readOnly(),                   Choices::None,        260,   L"From the target to the eye. Read-only: the center of the view would have to follow it."},
+  { 17, L"TwistAngle",          L"Twist",                         types::angle,          Category::View,     storedDirection(51, viewport),                         Choices::None,        270,   L"How far the view is turned."},
+  { 18, L"LensLength",          L"Lens length",                   types::noUnits,        Category::View,     storedReal(42, viewport, 50).positive(),               Choices::None,        280,   L"Focal length of a perspective view, in millimetres."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass pViewportClass = {
+    CLSID_VeltPViewport,
+    L"VeltPViewport",
+    L"Viewport",
+    "VIEWPORT",
+    L"A window in a sheet of paper.",
+    &entityRows,
+    rows,
+};
+
+}  // namespace velt::automation

@@ -1,0 +1,88 @@
+#include <cstdint>
+#include <vector>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/HeavyPolyline.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/classes/General.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+constexpr const char* mesh = "AcDbPolygonMesh";
+
+bool isMesh(const database::Drawing& drawing, std::uint32_t record) {
+  constexpr std::int64_t polygonMesh = 16;
+  constexpr std::int64_t polyfaceMesh = 64;
+  return (database::Lens(drawing, record).integer(70, "*", 0) & (polygonMesh | polyfaceMesh)) == polygonMesh;
+}
+
+std::vector<double> getVertices(const Subject& subject) {
+  std::vector<double> coordinates;
+  for (const Vector3& place : heavyPolyline(subject).places)
+    coordinates.insert(coordinates.end(), {place.x, place.y, place.z});
+  return coordinates;
+}
+
+constexpr const wchar_t* vertexLabels[] = {L"Vertex X", L"Vertex Y", L"Vertex Z"};
+
+std::size_t vertexCount(const Subject& subject, const PropertyRow&) {
+  return heavyPolyline(subject).places.size();
+}
+
+double getVertexElement(const Subject& subject, const PropertyRow&, std::size_t element) {
+  const Vector3& place = heavyPolyline(subject).places[element / 3];
+  const double elements[] = {place.x, place.y, place.z};
+  return elements[element % 3];
+}
+
+constexpr ElementAccess vertexElements = {vertexLabels, false, 1, vertexCount, getVertexElement, nullptr};
+
+constexpr Access vertices() {
+  Access made = computed<getVertices>();
+  made.elements = &vertexElements;
+  return made;
+}
+
+/// The kind of the curve counts only while the flag says that there is one.
+std::int32_t getFitSmooth(const Subject& subject) {
+  constexpr std::int64_t splineFit = 4;
+  const std::int64_t flags = subject.lens().integer(70, mesh, 0);
+  if ((flags & splineFit) == 0) return 0;
+  const EnumMember* const member = findMember(types::meshFit, subject.lens().integer(75, mesh, 6));
+  return member == nullptr ? 6 : member->value;
+}
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id name             label              type            category            access                              choices               weight help
+  { 1, L"Vertex",       L"Vertex",         VT_VARIANT,     Category::Geometry, vertices(),                         Choices::None,        110,   L"The vertices, column by column; of a smoothed mesh those that it was drawn with. Read-only: the vertices are entities of their own."},
+  { 2, L"MVertexCount", L"M vertex count", VT_I4,          Category::Mesh,     storedInteger(71, mesh).readOnly(), Choices::None,        120,   L"How many rows of vertices there are. Read-only: it follows from the vertices."},
+  { 3, L"NVertexCount", L"N vertex count", VT_I4,          Category::Mesh,     storedInteger(72, mesh).readOnly(), Choices::None,        130,   L"How many columns of vertices there are. Read-only: it follows from the vertices."},
+  { 4, L"MDensity",     L"M density",      VT_I4,          Category::Mesh,     storedInteger(73, mesh).readOnly(), Choices::None,        140,   L"How many rows the smoothed mesh has. Read-only: the vertices that smooth it would have to be made."},
+  { 5, L"NDensity",     L"N density",      VT_I4,          Category::Mesh,     storedInteger(74, mesh).readOnly(), Choices::None,        150,   L"How many columns the smoothed mesh has. Read-only: the vertices that smooth it would have to be made."},
+  { 6, L"MClose",       L"M closed",       VT_BOOL,        Category::Mesh,     storedBit(70, mesh, 1).readOnly(),  Choices::None,        160,   L"Whether the last row leads back to the first. Read-only: the vertices that smooth it would have to be made."},
+  { 7, L"NClose",       L"N closed",       VT_BOOL,        Category::Mesh,     storedBit(70, mesh, 32).readOnly(), Choices::None,        170,   L"Whether the last column leads back to the first. Read-only: the vertices that smooth it would have to be made."},
+  { 8, L"FitSmooth",    L"Fit/Smooth",     types::meshFit, Category::Mesh,     computed<getFitSmooth>(),           Choices::Enumeration, 180,   L"How the mesh is smoothed. Read-only: the vertices that smooth it would have to be made."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass polygonMeshClass = {
+    CLSID_VeltPolygonMesh,
+    L"VeltPolygonMesh",
+    L"Polygon Mesh",
+    "POLYLINE",
+    L"A net of vertices in rows and columns.",
+    &entityRows,
+    rows,
+    nullptr,
+    {},
+    isMesh,
+};
+
+}  // namespace velt::automation

@@ -1,0 +1,133 @@
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/EntityGeometry.h"
+#include "embedded/automation/HeavyPolyline.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/classes/General.h"
+#include "embedded/automation/geometry/BulgePath.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+constexpr const char* polyline = "AcDb2dPolyline";
+
+/// Whatever none of the other kinds takes.
+bool isFlat(const database::Drawing& drawing, std::uint32_t record) {
+  constexpr std::int64_t otherKinds = 8 | 16 | 64;
+  return (database::Lens(drawing, record).integer(70, "*", 0) & otherKinds) == 0;
+}
+
+/// The coordinates of all vertices in the plane of the polyline, x and y in turn.
+std::vector<double> getVertices(const Subject& subject) {
+  std::vector<double> coordinates;
+  for (const Vector3& place : heavyPolyline(subject).places)
+    coordinates.insert(coordinates.end(), {place.x, place.y});
+  return coordinates;
+}
+
+constexpr const wchar_t* vertexLabels[] = {L"Vertex X", L"Vertex Y", L"Start segment width",
+                                           L"End segment width"};
+
+std::size_t vertexCount(const Subject& subject, const PropertyRow&) {
+  return heavyPolyline(subject).places.size();
+}
+
+double getVertexElement(const Subject& subject, const PropertyRow&, std::size_t element) {
+  const HeavyPolyline& shape = heavyPolyline(subject);
+  const std::size_t vertex = element / 4;
+  const double elements[] = {shape.places[vertex].x, shape.places[vertex].y, shape.widths[vertex].start,
+                             shape.widths[vertex].end};
+  return elements[element % 4];
+}
+
+constexpr ElementAccess vertexElements = {vertexLabels, false, 1, vertexCount, getVertexElement, nullptr};
+
+constexpr Access vertices() {
+  Access made = computed<getVertices>();
+  made.elements = &vertexElements;
+  return made;
+}
+
+// --- the whole ---
+
+double getStartSeg(const Subject& subject) {
+  const HeavyPolyline& shape = heavyPolyline(subject);
+  return shape.widths.empty() ? 0 : shape.widths.front().start;
+}
+
+double getEndSeg(const Subject& subject) {
+  const HeavyPolyline& shape = heavyPolyline(subject);
+  return shape.widths.empty() ? 0 : shape.widths.front().end;
+}
+
+double getElevation(const Subject& subject) {
+  return pointAt(subject.lens(), 10, polyline).z;
+}
+
+std::vector<BulgeVertex> pathOf(const HeavyPolyline& shape) {
+  std::vector<BulgeVertex> path;
+  for (const DrawnVertex& vertex : shape.drawn)
+    path.push_back({{vertex.place.x, vertex.place.y}, vertex.bulge});
+  return path;
+}
+
+double getArea(const Subject& subject) {
+  const HeavyPolyline& shape = heavyPolyline(subject);
+  return std::abs(signedPathArea(pathOf(shape), shape.closed));
+}
+
+double getLength(const Subject& subject) {
+  const HeavyPolyline& shape = heavyPolyline(subject);
+  return pathLength(pathOf(shape), shape.closed);
+}
+
+/// The kind of the curve counts only while the flag says that there is one.
+std::int32_t getFitSmooth(const Subject& subject) {
+  constexpr std::int64_t splineFit = 4;
+  const std::int64_t flags = subject.lens().integer(70, polyline, 0);
+  if ((flags & 2) != 0) return 1;
+  if ((flags & splineFit) == 0) return 0;
+  const EnumMember* const member = findMember(types::polylineFit, subject.lens().integer(75, polyline, 6));
+  return member == nullptr ? 6 : member->value;
+}
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id  name                   label                   type                category                   access                                 choices               weight help
+  { 1,  L"Thickness",          L"Thickness",           types::distance,    Category::General,         storedReal(39, polyline),              Choices::None,        90,    L"How far the polyline is pulled along its normal."},
+  { 2,  L"Vertex",             L"Vertex",              VT_VARIANT,         Category::Geometry,        vertices(),                            Choices::None,        110,   L"The vertices, in the plane of the polyline; of a smoothed one those that it was drawn with. Read-only: the vertices are entities of their own."},
+  { 3,  L"StartSeg",           L"Start segment width", VT_R8,              Category::Geometry,        computed<getStartSeg>(),               Choices::None,        120,   L"Width at which the first segment begins. Read-only: the vertices are entities of their own."},
+  { 4,  L"EndSeg",             L"End segment width",   VT_R8,              Category::Geometry,        computed<getEndSeg>(),                 Choices::None,        130,   L"Width at which the first segment ends. Read-only: the vertices are entities of their own."},
+  { 5,  L"ConstantWidth",      L"Global width",        types::distance,    Category::Geometry,        storedReal(40, polyline).readOnly(),   Choices::None,        140,   L"Width of all segments that have none of their own. Read-only: the vertices are entities of their own."},
+  { 6,  L"Elevation",          L"Elevation",           types::distance,    Category::Geometry,        computed<getElevation>(),              Choices::None,        150,   L"Height of the polyline's plane over the origin, along its normal. Read-only: each vertex repeats it."},
+  { 7,  L"Area",               L"Area",                VT_R8,              Category::Geometry,        computed<getArea>(),                   Choices::None,        160,   L"Of an open polyline: as if a straight line closed it. Read-only: it follows from the vertices."},
+  { 8,  L"Length",             L"Length",              types::distance,    Category::Geometry,        computed<getLength>(),                 Choices::None,        170,   L"Along all segments. Read-only: it follows from the vertices."},
+  { 9,  L"Closed",             L"Closed",              VT_BOOL,            Category::Misc,            storedBit(70, polyline, 1).readOnly(), Choices::None,        180,   L"Whether a segment leads from the last vertex back to the first. Read-only: a smoothed polyline would have to be drawn anew."},
+  { 10, L"LinetypeGeneration", L"Linetype generation", VT_BOOL,            Category::Misc,            storedBit(70, polyline, 128),          Choices::None,        190,   L"Whether the pattern of the line type runs on through the vertices."},
+  { 11, L"FitSmooth",          L"Fit/Smooth",          types::polylineFit, Category::Misc,            computed<getFitSmooth>(),              Choices::Enumeration, 200,   L"How the polyline is smoothed. Read-only: the vertices that smooth it would have to be made."},
+  { 12, L"Normal",             L"Normal",              VT_VARIANT,         Category::Visualization3D, computedPoint<getNormal>(),            Choices::None,        210,   L"Upright on the plane of the polyline. Read-only: the vertices would have to follow it."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass polylineClass = {
+    CLSID_VeltPolyline,
+    L"VeltPolyline",
+    L"2D Polyline",
+    "POLYLINE",
+    L"A flat polyline whose vertices are entities of their own.",
+    &entityRows,
+    rows,
+    nullptr,
+    {},
+    isFlat,
+};
+
+}  // namespace velt::automation

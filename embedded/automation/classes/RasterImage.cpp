@@ -1,0 +1,111 @@
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <string>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/Editor.h"
+#include "embedded/automation/EntityGeometry.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/NamedObjects.h"
+#include "embedded/automation/Refusal.h"
+#include "embedded/automation/classes/General.h"
+#include "embedded/automation/geometry/Angle.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+constexpr const char* image = "AcDbRasterImage";
+
+Vector3 across(const Subject& subject) {
+  return pointAt(subject.lens(), 11, image, {1, 0, 0});
+}
+
+Vector3 upwards(const Subject& subject) {
+  return pointAt(subject.lens(), 12, image, {0, 1, 0});
+}
+
+/// In pixels; the vectors are those of one pixel.
+Vector3 sizeOf(const Subject& subject) {
+  return pointAt(subject.lens(), 13, image, {1, 1, 0});
+}
+
+double getWidth(const Subject& subject) {
+  return sizeOf(subject).x * length(across(subject));
+}
+
+double getHeight(const Subject& subject) {
+  return sizeOf(subject).y * length(upwards(subject));
+}
+
+double getRotation(const Subject& subject) {
+  const Vector3 along = across(subject);
+  return normalizedAngle(std::atan2(along.y, along.x));
+}
+
+std::uint64_t definitionOf(const Subject& subject) {
+  return subject.lens().handle(340, image);
+}
+
+std::wstring getName(const Subject& subject) {
+  return objectName(subject.drawing(), definitionOf(subject));
+}
+
+std::wstring getImageFile(const Subject& subject) {
+  const auto definition = subject.drawing().recordByHandle(definitionOf(subject));
+  return definition ? database::Lens(subject.drawing(), *definition).text(1, "AcDbRasterImageDef")
+                    : std::wstring();
+}
+
+double getScaleFactor(const Subject& subject) {
+  return getWidth(subject);
+}
+
+template <int Code>
+std::int32_t getPercent(const Subject& subject) {
+  constexpr std::int64_t middle = Code == 283 ? 0 : 50;
+  return static_cast<std::int32_t>(
+      std::clamp<std::int64_t>(subject.lens().integer(Code, image, middle), 0, 100));
+}
+
+template <int Code>
+void putPercent(const Subject& subject, const std::int32_t& percent) {
+  if (percent < 0 || percent > 100) throw Refusal(E_INVALIDARG, L"The value lies between 0 and 100.");
+  if (getPercent<Code>(subject) != percent) Editor(subject).integer(Code, image, percent);
+}
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id  name                label                       type            category               access                                        choices        weight help
+  { 1,  L"Origin",          L"Position",                VT_VARIANT,     Category::Geometry,    worldPoint(10, image),                        Choices::None, 110,   L"Lower left corner of the image."},
+  { 2,  L"Rotation",        L"Rotation",                types::angle,   Category::Geometry,    computed<getRotation>(),                      Choices::None, 120,   L"Direction of the lower edge. Read-only: both edges would have to follow it."},
+  { 3,  L"Width",           L"Width",                   VT_R8,          Category::Geometry,    computed<getWidth>(),                         Choices::None, 130,   L"Length of the lower edge. Read-only: the boundary would have to follow it."},
+  { 4,  L"Height",          L"Height",                  VT_R8,          Category::Geometry,    computed<getHeight>(),                        Choices::None, 140,   L"Length of the left edge. Read-only: the boundary would have to follow it."},
+  { 5,  L"ScaleFactor",     L"Scale",                   types::noUnits, Category::Geometry,    computed<getScaleFactor>(),                   Choices::None, 150,   L"How many drawing units the image is wide. Read-only: the edges would have to follow it."},
+  { 6,  L"Name",            L"Name",                    VT_BSTR,        Category::Misc,        computed<getName>(),                          Choices::None, 160,   L"What the drawing calls the picture. Read-only: other images may show the same."},
+  { 7,  L"ImageFile",       L"Path",                    VT_BSTR,        Category::Misc,        computed<getImageFile>(),                     Choices::None, 170,   L"File of the picture. Read-only: other images may show the same."},
+  { 8,  L"ImageVisibility", L"Show image",              VT_BOOL,        Category::Misc,        storedBit(70, image, 1),                      Choices::None, 180,   L"Whether more than the frame is drawn."},
+  { 9,  L"ClippingEnabled", L"Show clipped",            VT_BOOL,        Category::Misc,        storedBit(280, image, 1).readOnly(),          Choices::None, 190,   L"Whether only what lies inside the boundary is drawn. Read-only: the boundary would have to be made."},
+  { 10, L"Transparency",    L"Background transparency", VT_BOOL,        Category::Misc,        storedBit(70, image, 8),                      Choices::None, 200,   L"Whether the background of the picture lets through what lies behind it."},
+  { 11, L"Brightness",      L"Brightness",              VT_I4,          Category::ImageAdjust, computed<getPercent<281>, putPercent<281>>(), Choices::None, 210,   L"From 0 to 100; 50 for the picture as it is."},
+  { 12, L"Contrast",        L"Contrast",                VT_I4,          Category::ImageAdjust, computed<getPercent<282>, putPercent<282>>(), Choices::None, 220,   L"From 0 to 100; 50 for the picture as it is."},
+  { 13, L"Fade",            L"Fade",                    VT_I4,          Category::ImageAdjust, computed<getPercent<283>, putPercent<283>>(), Choices::None, 230,   L"From 0 to 100; 0 for the picture as it is."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass rasterImageClass = {
+    CLSID_VeltRasterImage,
+    L"VeltRasterImage",
+    L"Raster Image",
+    "IMAGE",
+    L"A placed picture.",
+    &entityRows,
+    rows,
+};
+
+}  // namespace velt::automation

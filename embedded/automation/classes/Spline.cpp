@@ -1,0 +1,178 @@
+#include <cmath>
+#include <cstdint>
+#include <iterator>
+#include <optional>
+#include <vector>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/EntityGeometry.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/Refusal.h"
+#include "embedded/automation/classes/General.h"
+#include "embedded/automation/geometry/Spline.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+constexpr const char* spline = "AcDbSpline";
+constexpr std::int64_t planarFlag = 8;
+
+// --- the points ---
+
+std::vector<double> coordinatesOf(const Subject& subject, int code) {
+  std::vector<double> coordinates;
+  for (const database::Point& point : subject.lens().points(code, spline))
+    coordinates.insert(coordinates.end(), point.begin(), point.end());
+  return coordinates;
+}
+
+template <int Code>
+std::vector<double> getPoints(const Subject& subject) {
+  return coordinatesOf(subject, Code);
+}
+
+constexpr const wchar_t* controlLabels[] = {L"Control point X", L"Control point Y", L"Control point Z"};
+constexpr const wchar_t* fitLabels[] = {L"Fit point X", L"Fit point Y", L"Fit point Z"};
+
+template <int Code>
+std::size_t pointCount(const Subject& subject, const PropertyRow&) {
+  return subject.lens().view().findAll(Code, spline).size();
+}
+
+template <int Code>
+double getPointElement(const Subject& subject, const PropertyRow&, std::size_t element) {
+  const auto point = subject.lens().view().point(Code, spline, element / 3);
+  return point ? (*point)[element % 3] : 0;
+}
+
+constexpr ElementAccess controlElements = {controlLabels,       false,  1, pointCount<10>,
+                                           getPointElement<10>, nullptr};
+constexpr ElementAccess fitElements = {fitLabels, false, 1, pointCount<11>, getPointElement<11>, nullptr};
+
+template <int Code>
+constexpr Access pointsWith(const ElementAccess& elements) {
+  Access made = computed<getPoints<Code>>();
+  made.elements = &elements;
+  return made;
+}
+
+std::int32_t getControlPointCount(const Subject& subject) {
+  return static_cast<std::int32_t>(subject.lens().view().findAll(10, spline).size());
+}
+
+std::int32_t getFitPointCount(const Subject& subject) {
+  return static_cast<std::int32_t>(subject.lens().view().findAll(11, spline).size());
+}
+
+// --- the curve ---
+
+/// In the plane that it lies in and, as a curve over the same parameters, above it.
+struct Curve {
+  automation::Spline flat;
+  automation::Spline height;
+};
+
+Curve curveOf(const Subject& subject) {
+  const database::Lens lens = subject.lens();
+  const ObjectFrame frame = frameOf(lens, spline);
+  std::vector<Vector2> flat;
+  std::vector<Vector2> height;
+  for (const database::Point& point : lens.points(10, spline)) {
+    const Vector3 inPlane = frame.toObject(vectorOf(point));
+    flat.push_back({inPlane.x, inPlane.y});
+    height.push_back({inPlane.z, 0});
+  }
+  const auto degree = static_cast<int>(lens.integer(71, spline, 3));
+  const std::vector<double> knots = lens.reals(40, spline);
+  const std::vector<double> weights = lens.reals(41, spline);
+  auto flatCurve = automation::Spline::make(degree, knots, flat, weights);
+  auto heightCurve = automation::Spline::make(degree, knots, height, weights);
+  if (!flatCurve || !heightCurve) {
+    throw Refusal(E_FAIL, L"The control points of the spline make no curve.");
+  }
+  return {*flatCurve, *heightCurve};
+}
+
+double speedAt(const Curve& curve, double parameter) {
+  const Vector2 flat = curve.flat.derivativeAt(parameter);
+  return std::hypot(flat.x, flat.y, curve.height.derivativeAt(parameter).x);
+}
+
+/// Gauss and Legendre's rule with five points.
+double lengthBetween(const Curve& curve, double from, double to) {
+  constexpr double positions[] = {-0.9061798459386640, -0.5384693101056831, 0, 0.5384693101056831,
+                                  0.9061798459386640};
+  constexpr double weights[] = {0.2369268850561891, 0.4786286704993665, 0.5688888888888889,
+                                0.4786286704993665, 0.2369268850561891};
+  double total = 0;
+  for (std::size_t i = 0; i < std::size(positions); ++i)
+    total += weights[i] * speedAt(curve, (from + to) / 2 + (to - from) / 2 * positions[i]);
+  return total * (to - from) / 2;
+}
+
+/// Halved until the halves agree with the whole.
+double refinedLength(const Curve& curve, double from, double to, double whole, int depth) {
+  const double middle = (from + to) / 2;
+  const double first = lengthBetween(curve, from, middle);
+  const double second = lengthBetween(curve, middle, to);
+  if (depth == 0 || std::abs(first + second - whole) <= 1e-13 * (first + second)) return first + second;
+  return refinedLength(curve, from, middle, first, depth - 1)
+         + refinedLength(curve, middle, to, second, depth - 1);
+}
+
+double getLength(const Subject& subject) {
+  constexpr int deepest = 20;
+  const Curve curve = curveOf(subject);
+  double total = 0;
+  for (const auto& [from, to] : curve.flat.spans())
+    total += refinedLength(curve, from, to, lengthBetween(curve, from, to), deepest);
+  return total;
+}
+
+double getArea(const Subject& subject) {
+  const Curve curve = curveOf(subject);
+  const double height = curve.height.first().x;
+  const double size = std::abs(height) + length(curve.flat.first());
+  for (const auto& [from, to] : curve.height.spans()) {
+    for (const double at : {from, (from + to) / 2, to}) {
+      if (std::abs(curve.height.at(at).x - height) > 1e-6 * (1 + size))
+        throw Refusal(E_FAIL, L"The spline does not lie in a plane.");
+    }
+  }
+  const automation::Spline moved = curve.flat.movedBy(Vector2{} - curve.flat.first());
+  const std::optional<double> integral = moved.boundaryIntegral();
+  if (!integral) throw Refusal(E_FAIL, L"The spline is too uneven to be integrated.");
+  return std::abs(*integral + cross(moved.last(), moved.first()) / 2);
+}
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id  name                      label                        type             category            access                                        choices        weight help
+  { 1,  L"ControlPoint",          L"Control points",           VT_VARIANT,      Category::Geometry, pointsWith<10>(controlElements),              Choices::None, 110,   L"The points that the curve is drawn to. Read-only: fit points and tangents would have to follow them."},
+  { 2,  L"NumberOfControlPoints", L"Number of control points", VT_I4,           Category::Geometry, computed<getControlPointCount>(),             Choices::None, 120,   L"How many control points there are. Read-only: it follows from them."},
+  { 3,  L"Weight",                L"Weight",                   VT_R8,           Category::Geometry, storedReal(41, spline, 1).readOnly(),         Choices::None, 130,   L"How strongly the first control point draws the curve. Read-only: fit points would have to follow it."},
+  { 4,  L"FitPoint",              L"Fit points",               VT_VARIANT,      Category::Geometry, pointsWith<11>(fitElements),                  Choices::None, 140,   L"The points that the curve was drawn through. Read-only: the control points would have to follow them."},
+  { 5,  L"NumberOfFitPoints",     L"Number of fit points",     VT_I4,           Category::Geometry, computed<getFitPointCount>(),                 Choices::None, 150,   L"How many fit points there are. Read-only: it follows from them."},
+  { 6,  L"Degree",                L"Degree",                   VT_I4,           Category::Misc,     storedInteger(71, spline, 3).readOnly(),      Choices::None, 160,   L"Degree of the curve. Read-only: knots and control points would have to be made."},
+  { 7,  L"FitTolerance",          L"Fit tolerance",            types::distance, Category::Misc,     storedReal(44, spline, 1e-10).readOnly(),     Choices::None, 170,   L"How far from its fit points the curve may run. Read-only: the control points would have to follow it."},
+  { 8,  L"StartTangent",          L"Start tangent",            VT_VARIANT,      Category::Geometry, worldPoint(12, spline).readOnly(),            Choices::None, 180,   L"Direction in which the curve was made to begin. Read-only: the control points would have to follow it."},
+  { 9,  L"EndTangent",            L"End tangent",              VT_VARIANT,      Category::Geometry, worldPoint(13, spline).readOnly(),            Choices::None, 190,   L"Direction in which the curve was made to end. Read-only: the control points would have to follow it."},
+  { 10, L"Length",                L"Length",                   types::distance, Category::Geometry, computed<getLength>(),                        Choices::None, 200,   L"Along the curve. Read-only: it follows from the control points."},
+  { 11, L"Area",                  L"Area",                     VT_R8,           Category::Geometry, computed<getArea>(),                          Choices::None, 210,   L"Of an open spline: as if a straight line closed it. Read-only: it follows from the control points."},
+  { 12, L"Closed",                L"Closed",                   VT_BOOL,         Category::Misc,     storedBit(70, spline, 1).readOnly(),          Choices::None, 220,   L"Whether the curve ends where it begins. Read-only: it follows from the control points."},
+  { 13, L"Periodic",              L"Periodic",                 VT_BOOL,         Category::Misc,     storedBit(70, spline, 2).readOnly(),          Choices::None, 230,   L"Whether the curve is smooth where it closes. Read-only: it follows from the knots."},
+  { 14, L"Rational",              L"Rational",                 VT_BOOL,         Category::Misc,     storedBit(70, spline, 4).readOnly(),          Choices::None, 240,   L"Whether control points have weights. Read-only: it follows from them."},
+  { 15, L"Planar",                L"Planar",                   VT_BOOL,         Category::Misc,     storedBit(70, spline, planarFlag).readOnly(), Choices::None, 250,   L"Whether the curve lies in a plane. Read-only: it follows from the control points."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass splineClass = {
+    CLSID_VeltSpline, L"VeltSpline", L"Spline", "SPLINE", L"A smooth curve.", &entityRows, rows,
+};
+
+}  // namespace velt::automation

@@ -1,0 +1,72 @@
+#include <cstdint>
+#include <numeric>
+#include <string>
+#include <vector>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/EntityGeometry.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/NamedObjects.h"
+#include "embedded/automation/classes/General.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+constexpr const char* reference = "AcDbBlockReference";
+constexpr const char* table = "AcDbTable";
+
+std::wstring getStyleName(const Subject& subject) {
+  const std::wstring name = objectName(subject.drawing(), subject.lens().handle(342, table));
+  return name.empty() ? std::wstring(L"Standard") : name;
+}
+
+double sumOf(const Subject& subject, int code) {
+  const std::vector<double> parts = subject.lens().reals(code, table);
+  return std::accumulate(parts.begin(), parts.end(), 0.0);
+}
+
+double getWidth(const Subject& subject) {
+  return sumOf(subject, 142);
+}
+
+double getHeight(const Subject& subject) {
+  return sumOf(subject, 141);
+}
+
+Vector3 getDirectionVector(const Subject& subject) {
+  return direction(pointAt(subject.lens(), 11, table, {1, 0, 0}), {1, 0, 0});
+}
+
+std::int32_t getFlowDirection(const Subject& subject) {
+  return subject.lens().integer(70, table, 0) == 1 ? 1 : 0;
+}
+
+std::wstring getTitle(const Subject& subject) {
+  return subject.lens().text(1, table);
+}
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id name                label                type                  category            access                                choices               weight help
+  { 1, L"StyleName",       L"Table style",      VT_BSTR,              Category::Table,    computed<getStyleName>(),             Choices::None,        110,   L"Name of the style. Read-only: the drawing stores how the table looks, which would stay what it is."},
+  { 2, L"Rows",            L"Rows",             VT_I4,                Category::Table,    storedInteger(91, table).readOnly(),  Choices::None,        120,   L"How many rows there are. Read-only: their cells would have to be made."},
+  { 3, L"Columns",         L"Columns",          VT_I4,                Category::Table,    storedInteger(92, table).readOnly(),  Choices::None,        130,   L"How many columns there are. Read-only: their cells would have to be made."},
+  { 4, L"FlowDirection",   L"Direction",        types::flowDirection, Category::Table,    computed<getFlowDirection>(),         Choices::Enumeration, 140,   L"Which way the rows follow each other. Read-only: the drawing stores how the table looks, which would stay what it is."},
+  { 5, L"Width",           L"Table width",      types::distance,      Category::Table,    computed<getWidth>(),                 Choices::None,        150,   L"Of all columns. Read-only: it follows from them."},
+  { 6, L"Height",          L"Table height",     types::distance,      Category::Table,    computed<getHeight>(),                Choices::None,        160,   L"Of all rows. Read-only: it follows from them."},
+  { 7, L"FirstCell",       L"First cell",       VT_BSTR,              Category::Cell,     computed<getTitle>(),                 Choices::None,        170,   L"Text of the first cell that has one. Read-only: the drawing stores how the table looks, which would stay what it is."},
+  { 8, L"InsertionPoint",  L"Position",         VT_VARIANT,           Category::Geometry, worldPoint(10, reference).readOnly(), Choices::None,        180,   L"Upper left corner of the table. Read-only: newer drawings store it several times."},
+  { 9, L"DirectionVector", L"Direction vector", VT_VARIANT,           Category::Geometry, computedPoint<getDirectionVector>(),  Choices::None,        190,   L"Direction of the rows. Read-only: the drawing stores how the table looks, which would stay what it is."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass tableClass = {
+    CLSID_VeltTable, L"VeltTable", L"Table", "ACAD_TABLE", L"Cells in rows and columns.", &entityRows, rows,
+};
+
+}  // namespace velt::automation

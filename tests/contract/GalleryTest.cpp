@@ -1,0 +1,369 @@
+// The gallery through the layer's exported query: every class, every editor that a palette picks, every place in the
+// order of rows; and the list of all of it in the documentation.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "embedded/automation/ClassIndex.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/RecordClasses.h"
+#include "embedded/database/Drawing.h"
+#include "embedded/dxf/GalleryDrawing.h"
+#include "propdata/VeltPropData.h"
+#include "tests/support/Golden.h"
+
+namespace velt::tests {
+namespace {
+
+using automation::AutomationClass;
+using automation::ClassIndex;
+using automation::PropertyRow;
+using database::Drawing;
+
+struct Shown {
+  std::wstring name;
+  DISPID dispId;
+  std::int32_t customType;
+  std::int32_t weight;
+  bool isEditable;
+};
+
+/// What a palette is told of one entity; every value is given back.
+std::vector<Shown> rowsOf(VkDbObjectId id) {
+  VeltPropData entry{};
+  entry.oldId = id.asOldId();
+  TqVector<VeltPropData*> selection;
+  selection.push_back(&entry);
+  CStdStr<wchar_t> errorText;
+  bool mixedClasses = false;
+  EXPECT_TRUE(InitializePropData(selection, errorText, mixedClasses));
+  TqVector<PROPINFO> rows;
+  bool mergeFlag = false;
+  bool typeFlag = false;
+  EXPECT_TRUE(GetPropertiesInfo(selection, rows, errorText, mergeFlag, typeFlag));
+  std::vector<Shown> shown;
+  for (PROPINFO& row : rows) {
+    shown.push_back({row.name.str(), row.dispId, row.customType, row.weight, row.isEditable != 0});
+    VariantClear(&row.value);
+  }
+  UnInitializePropData(selection);
+  return shown;
+}
+
+/// All entities of a drawing by their class, attributes included; those of no class under null.
+std::map<const AutomationClass*, std::vector<VkDbObjectId>> entitiesByClass(Drawing& drawing) {
+  std::map<const AutomationClass*, std::vector<VkDbObjectId>> found;
+  const auto add = [&](std::uint32_t record) {
+    found[automation::classOfRecord(drawing, record)].push_back(drawing.idOf(record));
+  };
+  for (const VkDbObjectId id : drawing.entities()) {
+    const std::uint32_t record = database::resolve(id)->record;
+    add(record);
+    const database::RecordRange members = drawing.members(record);
+    for (std::uint32_t member = members.first; member < members.first + members.count; ++member) {
+      if (drawing.view(member).type() == "ATTRIB") add(member);
+    }
+  }
+  return found;
+}
+
+class Gallery : public ::testing::Test {
+ protected:
+  static const std::map<std::wstring, std::vector<Shown>>& rowsByClass() {
+    static const auto rows = [] {
+      std::map<std::wstring, std::vector<Shown>> all;
+      const auto drawing = Drawing::parse(dxf::galleryDrawing(), "gallery.dxf");
+      for (const auto& [kind, ids] : entitiesByClass(*drawing)) {
+        std::vector<Shown>& ofClass = all[kind == nullptr ? L"VeltEntity" : kind->name];
+        for (const VkDbObjectId id : ids) {
+          const std::vector<Shown> shown = rowsOf(id);
+          ofClass.insert(ofClass.end(), shown.begin(), shown.end());
+        }
+      }
+      return all;
+    }();
+    return rows;
+  }
+
+  static bool shows(const std::wstring& className, const std::wstring& property, std::int32_t customType) {
+    const auto found = rowsByClass().find(className);
+    return found != rowsByClass().end()
+           && std::any_of(found->second.begin(), found->second.end(), [&](const Shown& row) {
+                return row.name == property && row.customType == customType;
+              });
+  }
+};
+
+struct Editor {
+  const wchar_t* kind;
+  const wchar_t* property;
+  std::int32_t code;
+};
+
+// clang-format off
+constexpr Editor editors[] = {
+  // class                   property            code
+  {L"VeltPolyline",          L"FitSmooth",       500},
+  {L"Velt3DPolyline",        L"FitSmooth",       501},
+  {L"VeltPolyline",          L"StartSeg",        502},
+  {L"VeltPolyline",          L"EndSeg",          502},
+  {L"VeltPolyline",          L"Vertex",          503},
+  {L"VeltLWPolyline",        L"Vertex",          503},
+  {L"VeltLWPolyline",        L"Closed",          504},
+  {L"VeltLine",              L"Color",           505},
+  {L"VeltMLeader",           L"LeaderLineColor", 505},
+  {L"VeltDimRotated",        L"Arrowhead1Type",  506},
+  {L"VeltDimDiametric",      L"Arrowhead2Type",  506},
+  {L"VeltDimRadial",         L"Arrow",           506},
+  {L"VeltDimRadialLarge",    L"Arrow",           506},
+  {L"VeltLeader",            L"Arrow",           506},
+  {L"VeltMLeader",           L"Arrow",           506},
+  {L"VeltDimRotated",        L"DimStyle",        507},
+  {L"VeltDimAligned",        L"DimStyle",        507},
+  {L"VeltDimRadial",         L"DimStyle",        507},
+  {L"VeltDimDiametric",      L"DimStyle",        507},
+  {L"VeltDimAngular",        L"DimStyle",        507},
+  {L"VeltDim3PointAngular",  L"DimStyle",        507},
+  {L"VeltDimOrdinate",       L"DimStyle",        507},
+  {L"VeltDimRadialLarge",    L"DimStyle",        507},
+  {L"VeltDimArcLength",      L"DimStyle",        507},
+  {L"VeltLeader",            L"DimStyle",        507},
+  {L"VeltTolerance",         L"DimStyle",        507},
+  {L"VeltHatch",             L"Type",            509},
+  {L"VeltLine",              L"Hyperlinks",      510},
+  {L"VeltDimRotated",        L"TextStyle",       511},
+  {L"VeltDimRotated",        L"Precision",       511},
+  {L"VeltDimAngular",        L"AnglePrecision",  511},
+  {L"VeltMLine",             L"Justification",   511},
+  {L"VeltHatch",             L"GradientName",    512},
+  {L"VeltHatch",             L"Double",          514},
+  {L"VeltHatch",             L"Associative",     514},
+  {L"VeltHatch",             L"IslandStyle",     516},
+  {L"VeltHatch",             L"ISOPenWidth",     517},
+  {L"VeltHatch",             L"PatternName",     518},
+  {L"VeltMLeader",           L"ContentBlockName", 524},
+  {L"VeltMText",             L"Direction",       525},
+  {L"VeltMLeader",           L"Direction",       525},
+  {L"VeltMText",             L"Style",           526},
+  {L"VeltSolid",             L"Elevation",       527},
+  {L"VeltTrace",             L"Elevation",       527},
+  {L"VeltSpline",            L"Degree",          528},
+  {L"VeltPolyline",          L"Area",            529},
+  {L"VeltSpline",            L"Area",            529},
+  {L"VeltRegion",            L"Area",            529},
+  {L"VeltPViewport",         L"PlotStyleTable",  531},
+  {L"VeltPolygonMesh",       L"FitSmooth",       532},
+  {L"VeltRasterImage",       L"Height",          533},
+  {L"VeltRasterImage",       L"Width",           534},
+  {L"VeltLine",              L"Handle",          535},
+  {L"VeltText",              L"Justify",         536},
+  {L"VeltAttribute",         L"Justify",         536},
+  {L"VeltText",              L"Style",           537},
+  {L"VeltAttribute",         L"Style",           537},
+  {L"VeltSpline",            L"Weight",          538},
+  {L"VeltDimRotated",        L"DimensionLineColor", 540},
+  {L"VeltAttribute",         L"ReferenceLayer",  541},
+  {L"VeltCircle",            L"Radius",          542},
+  {L"VeltDimAngular",        L"Measurement",     543},
+  {L"VeltBlockReference",    L"XScaleFactor",    544},
+  {L"VeltDimRotated",        L"DimensionLineWeight", 545},
+  {L"VeltDimRotated",        L"DimensionLinetype", 547},
+  {L"VeltRegion",            L"ModelData",       548},
+  {L"VeltPViewport",         L"SheetPlotStyleTable", 549},
+  {L"Velt3DFace",            L"Area",            550},
+  // None of the codes above says anything about it.
+  {L"VeltLine",              L"StartPoint",      0},
+};
+// clang-format on
+
+TEST_F(Gallery, LeadsToEveryEditor) {
+  for (const Editor& it : editors)
+    EXPECT_TRUE(shows(it.kind, it.property, it.code))
+        << std::filesystem::path(it.kind) << " " << std::filesystem::path(it.property) << " " << it.code;
+}
+
+TEST_F(Gallery, ShowsEveryRowOfEveryClass) {
+  for (const AutomationClass* kind : automation::automationClasses()) {
+    if (kind->general == nullptr || std::wstring_view(kind->name) == L"VeltObject") continue;
+    ASSERT_TRUE(rowsByClass().contains(kind->name)) << std::filesystem::path(kind->name);
+    std::set<std::wstring> shown;
+    for (const Shown& row : rowsByClass().at(kind->name))
+      shown.insert(row.name);
+    const ClassIndex index(*kind);
+    for (const PropertyRow* row : index.rows()) {
+      // A list that is empty has no elements.
+      EXPECT_TRUE(shown.contains(row->name) || row->access.elements != nullptr)
+          << std::filesystem::path(kind->name) << " " << std::filesystem::path(row->name);
+    }
+  }
+}
+
+/// A class's rows whose place the layer itself fixes, in the order of their own weights within each category.
+TEST_F(Gallery, RowsWithAFixedPlaceAreOrderedAsTheirTablesAre) {
+  for (const AutomationClass* kind : automation::automationClasses()) {
+    const bool isFixed = std::wstring_view(kind->name).starts_with(L"VeltDim")
+                         || kind->clsid == velt::CLSID_VeltLeader || kind->clsid == velt::CLSID_VeltTolerance;
+    if (!isFixed) continue;
+    const ClassIndex index(*kind);
+    std::map<PROPCAT, std::map<std::int32_t, std::int32_t>> places;
+    std::size_t fixed = 0;
+    for (const PropertyRow* row : index.rows()) {
+      PROPINFO info;
+      info.dispId = row->dispId;
+      SetPropertyWeight(kind->clsid, info);
+      if (info.weight == 0) continue;
+      ++fixed;
+      places[row->category.number][row->weight] = info.weight;
+    }
+    EXPECT_GE(fixed, 9U) << std::filesystem::path(kind->name);
+    for (const auto& [category, byOwnWeight] : places) {
+      std::int32_t last = 0;
+      for (const auto& [own, place] : byOwnWeight) {
+        EXPECT_LT(last, place) << std::filesystem::path(kind->name) << " " << category;
+        last = place;
+      }
+    }
+  }
+}
+
+TEST_F(Gallery, EveryFixedPlaceIsTakenBySomeRow) {
+  const auto places = [](const wchar_t* className) {
+    std::set<std::int32_t> taken;
+    for (const AutomationClass* kind : automation::automationClasses()) {
+      if (!std::wstring_view(kind->name).starts_with(className)) continue;
+      for (const Shown& row : rowsByClass().at(kind->name)) {
+        PROPINFO info;
+        info.dispId = row.dispId;
+        SetPropertyWeight(kind->clsid, info);
+        if (info.weight != 0) {
+          EXPECT_EQ(info.weight, row.weight) << std::filesystem::path(row.name);
+          taken.insert(info.weight);
+        }
+      }
+    }
+    return taken.size();
+  };
+  EXPECT_EQ(78U, places(L"VeltDim")) << "all but 55, which has no row";
+  EXPECT_EQ(10U, places(L"VeltLeader"));
+  EXPECT_EQ(9U, places(L"VeltTolerance"));
+  EXPECT_EQ(1U, places(L"VeltExternalReference"));
+}
+
+// --- the list in the documentation ---
+
+std::string utf8(std::wstring_view ascii) {
+  return {ascii.begin(), ascii.end()};
+}
+
+std::string typeOf(const PropertyRow& row) {
+  if (row.type.user != nullptr) return utf8(row.type.user->name);
+  switch (row.type.declared) {
+    case VT_R8:
+      return "real";
+    case VT_I4:
+      return "integer";
+    case VT_BSTR:
+      return "text";
+    case VT_BOOL:
+      return "flag";
+    case VT_DISPATCH:
+      return "object";
+    default:
+      return row.access.elements != nullptr && row.access.elements->grouping != 0 ? "points" : "point";
+  }
+}
+
+std::string listing(const std::map<std::wstring, std::vector<Shown>>& rowsByClass) {
+  std::string text =
+      "# Automation classes\n\nMade from the tables of the classes and from what a query of the gallery "
+      "drawing answers; "
+      "a test keeps it\ncurrent. The kind is the code by which a palette picks an editor; elements of points "
+      "have none. "
+      "The weight is the\nplace among the rows of a category.\n";
+  for (const AutomationClass* kind : automation::automationClasses()) {
+    if (!rowsByClass.contains(kind->name)) continue;
+    const std::vector<Shown>& rows = rowsByClass.at(kind->name);
+    const ClassIndex index(*kind);
+    text += "\n## " + utf8(kind->label) + "\n\n" + utf8(kind->help) + " `" + utf8(kind->name) + "`"
+            + (kind->dxfName.empty() ? "" : ", from `" + std::string(kind->dxfName) + "`")
+            + ".\n\n| property | label | type | category | editable | kind | weight |\n|---|---|---|---|---|---|---|\n";
+    for (const PropertyRow* row : index.rows()) {
+      const auto shown =
+          std::find_if(rows.begin(), rows.end(), [&](const Shown& it) { return it.dispId == row->dispId; });
+      const bool hasKind = shown != rows.end() && row->access.elements == nullptr;
+      text += "| " + utf8(row->name) + " | " + utf8(row->label) + " | " + typeOf(*row) + " | "
+              + utf8(automation::categoryName(row->category.number)) + " | "
+              + (row->isWritable() ? "yes" : "no") + " | "
+              + (hasKind ? std::to_string(shown->customType) : "") + " | "
+              + std::to_string(shown != rows.end() ? shown->weight : row->weight) + " |\n";
+    }
+  }
+  return text;
+}
+
+TEST_F(Gallery, TheListInTheDocumentationIsCurrent) {
+  const GoldenPlaces places = goldenPlaces();
+  EXPECT_TRUE(matchesGolden("docs/classes.md", listing(rowsByClass()),
+                            {places.accepted.parent_path(), places.produced}));
+}
+
+// --- drawings of others ---
+
+TEST_F(Gallery, FewEntitiesOfOthersHaveNoClass) {
+  const char* const folder = std::getenv("VELT_DRAWINGS");
+  if (folder == nullptr) GTEST_SKIP() << "VELT_DRAWINGS names no folder of drawings";
+  for (const auto& file : std::filesystem::directory_iterator(folder)) {
+    if (file.path().extension() != ".dxf") continue;
+    const auto drawing = Drawing::open(file.path());
+    const auto byClass = entitiesByClass(*drawing);
+    const auto none = byClass.find(nullptr);
+    const std::size_t without = none == byClass.end() ? 0 : none->second.size();
+    EXPECT_LE(static_cast<double>(without), 0.02 * static_cast<double>(drawing->entities().size()))
+        << file.path();
+    std::map<std::string, int> types;
+    for (std::size_t i = 0; i < without; ++i)
+      ++types[std::string(drawing->view(database::resolve(none->second[i])->record).type())];
+    for (const auto& [type, count] : types)
+      RecordProperty(file.path().stem().string() + "_" + type, count);
+  }
+}
+
+/// The measurement that a dimension stores, where it does, was made by whoever drew it.
+TEST_F(Gallery, DimensionsOfOthersMeasureWhatTheyStore) {
+  const char* const folder = std::getenv("VELT_DRAWINGS");
+  if (folder == nullptr) GTEST_SKIP() << "VELT_DRAWINGS names no folder of drawings";
+  std::size_t checked = 0;
+  for (const auto& file : std::filesystem::directory_iterator(folder)) {
+    if (file.path().extension() != ".dxf") continue;
+    const auto drawing = Drawing::open(file.path());
+    for (const auto& [kind, ids] : entitiesByClass(*drawing)) {
+      if (kind == nullptr || !std::wstring_view(kind->name).starts_with(L"VeltDim")) continue;
+      const ClassIndex index(*kind);
+      const PropertyRow* const row = index.find(std::wstring_view(L"Measurement"));
+      for (const VkDbObjectId id : ids) {
+        const automation::Subject subject(*database::resolve(id), id, *kind);
+        if (!subject.lens().has(42, "*")) continue;
+        const double stored = subject.lens().real(42, "*", 0);
+        const double measured = std::get<double>(row->access.get(subject, *row));
+        EXPECT_NEAR(stored, measured, 1e-9 * (1 + std::abs(stored)))
+            << file.path() << " " << drawing->view(subject.record()).handle() << " " << utf8(kind->name);
+        ++checked;
+      }
+    }
+  }
+  EXPECT_GT(checked, 0U);
+}
+
+}  // namespace
+}  // namespace velt::tests

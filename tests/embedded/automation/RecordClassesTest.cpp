@@ -1,0 +1,57 @@
+#include "embedded/automation/RecordClasses.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/database/ObjectClass.h"
+#include "tests/embedded/database/Sample.h"
+
+namespace velt::automation {
+namespace {
+
+using database::test::entityRecord;
+using database::test::Sample;
+
+const AutomationClass* classOfEntity(const std::string& type) {
+  const auto drawing = Sample().entity(type).open();
+  return classOfRecord(*drawing, entityRecord(*drawing));
+}
+
+TEST(RecordClasses, TheTypeOfTheRecordNamesTheClass) {
+  EXPECT_EQ(CLSID_VeltLine, classOfEntity("LINE")->clsid);
+  EXPECT_EQ(CLSID_VeltHatch, classOfEntity("HATCH")->clsid);
+  EXPECT_EQ(CLSID_VeltBlockReference, classOfEntity("INSERT")->clsid);
+}
+
+TEST(RecordClasses, AnUnknownTypeHasNoClass) {
+  EXPECT_EQ(nullptr, classOfEntity("SPACESHIP"));
+}
+
+TEST(RecordClasses, OfEachTypeOneClassAtMostTakesWhatTheOthersLeave) {
+  std::set<std::string_view> left;
+  for (const AutomationClass* kind : automationClasses()) {
+    if (kind->dxfName.empty() || kind->standsFor != nullptr) continue;
+    EXPECT_TRUE(left.insert(kind->dxfName).second) << kind->dxfName;
+  }
+}
+
+TEST(RecordClasses, EveryTypeIsOneThatTheDatabaseKnows) {
+  std::set<std::string_view> known;
+  for (const database::ObjectClass& row : database::objectClasses()) {
+    if (isEntityShape(row.shape)) known.insert(row.dxfName);
+  }
+  for (const AutomationClass* kind : automationClasses())
+    EXPECT_TRUE(known.contains(kind->dxfName)) << kind->dxfName;
+}
+
+TEST(RecordClasses, EveryClassIsOneOfTheHost) {
+  for (const AutomationClass* kind : automationClasses())
+    EXPECT_NE(nullptr, findClass(kind->clsid));
+}
+
+}  // namespace
+}  // namespace velt::automation
