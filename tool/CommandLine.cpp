@@ -80,7 +80,11 @@ struct CommandLine {
     listCommand = app.add_subcommand("list", "List entities: handle, class, DXF type, layer");
     listCommand->add_option("DRAWING", listRequest.drawing, "DXF file")->required();
     addSelection(*listCommand, listRequest.selection);
-    listCommand->add_flag("--json", listRequest.json, "As JSON");
+    CLI::Option* const listAsJson = listCommand->add_flag("--json", listRequest.json, "As JSON");
+    listCommand
+        ->add_flag("--values", listRequest.values,
+                   "With --json: also the properties of each entity by itself")
+        ->needs(listAsJson);
 
     setCommand =
         app.add_subcommand("set", "Write values to every entity of a selection, and save the drawing");

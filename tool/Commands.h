@@ -22,6 +22,7 @@ struct ListRequest {
   std::string drawing{};
   SelectionRequest selection{};  // everything when it is empty
   bool json = false;
+  bool values = false;  // with JSON: also the properties of each entity
 };
 
 struct SetRequest {

@@ -84,7 +84,7 @@ std::wstring comparable(const VARIANT& value) {
       bare.value = value;
       bare.valueType = value.vt;
       return fromUtf8(
-          rowJson(bare, {})["value"].dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
+          valueJson(bare, {}).dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
     }
   }
 }

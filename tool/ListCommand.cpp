@@ -5,6 +5,9 @@
 
 #include "tool/Commands.h"
 #include "tool/OpenDrawing.h"
+#include "tool/Palette.h"
+#include "tool/Progress.h"
+#include "tool/RowText.h"
 #include "tool/Text.h"
 
 namespace velt::tool {
@@ -16,10 +19,23 @@ struct ListedEntity {
   std::string className;
   std::string dxfName;
   std::string layer;
+  nlohmann::ordered_json values{};  // null when they were not asked for
 };
 
+// Name, label and value of each property, in display order.
+nlohmann::ordered_json valuesOf(VkDbObjectId id) {
+  auto values = nlohmann::ordered_json::array();
+  Palette palette({id});
+  for (const PROPINFO& row : palette.query()) {
+    values.push_back({{"name", toUtf8(row.name.str())},
+                      {"displayName", toUtf8(row.displayName.str())},
+                      {"value", valueJson(row, {})}});
+  }
+  return values;
+}
+
 void printForPeople(const std::vector<ListedEntity>& entities, std::ostream& out) {
-  const ListedEntity headings{"Handle", "Class", "Type", "Layer"};
+  const ListedEntity headings{"Handle", "Class", "Type", "Layer", {}};
   ListedEntity widest = headings;
   const auto widen = [](std::string& widestText, const std::string& text) {
     if (columns(text) > columns(widestText)) widestText = text;
@@ -48,6 +64,7 @@ void printAsJson(const ListRequest& request, const std::vector<ListedEntity>& en
                                 {"class", entity.className},
                                 {"type", entity.dxfName},
                                 {"layer", entity.layer}});
+    if (!entity.values.is_null()) json["entities"].back()["values"] = entity.values;
   }
   out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
 }
@@ -59,8 +76,12 @@ void list(const ListRequest& request, std::ostream& out) {
   const SelectedEntities selected = select(*drawing, request.selection);
   std::vector<ListedEntity> entities;
   entities.reserve(selected.ids.size());
+  Progress progress("Reading " + request.drawing);
   for (const VkDbObjectId id : selected.ids) {
-    entities.push_back({handleText(id), className(id), dxfName(id), layerName(id)});
+    entities.push_back({handleText(id), className(id), dxfName(id), layerName(id), {}});
+    if (!request.values) continue;
+    entities.back().values = valuesOf(id);
+    progress.report(entities.size(), selected.ids.size());
   }
   if (request.json) {
     printAsJson(request, entities, out);

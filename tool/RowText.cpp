@@ -197,27 +197,6 @@ std::string ownValueText(const PROPINFO& row, const NumberStyle& style) {
   }
 }
 
-nlohmann::ordered_json valueJson(const PROPINFO& row, const NumberStyle& style) {
-  const VARIANT& value = row.value;
-  if (const std::optional<long long> integer = integerIn(value)) return *integer;
-  switch (value.vt) {
-    case VT_UI8:
-      return value.ullVal;
-    case VT_R4:
-      return static_cast<double>(value.fltVal);
-    case VT_R8:
-      return value.dblVal;
-    case VT_BOOL:
-      return value.boolVal != VARIANT_FALSE;
-    case VT_BSTR:
-      return value.bstrVal != nullptr ? toUtf8(value.bstrVal) : "";
-    case VT_DISPATCH:
-      return ownValueText(row, style);
-    default:
-      return nullptr;
-  }
-}
-
 // --- what JSON says in place of pointers -----------------------------------------------------------------
 
 nlohmann::ordered_json handleJson(VkDbObjectId id) {
@@ -261,6 +240,27 @@ NumberStyle numberStyleOf(const database::Drawing& drawing) {
 
 std::string valueText(const PROPINFO& row, const NumberStyle& style) {
   return row.isVaries ? variesText : ownValueText(row, style);
+}
+
+nlohmann::ordered_json valueJson(const PROPINFO& row, const NumberStyle& style) {
+  const VARIANT& value = row.value;
+  if (const std::optional<long long> integer = integerIn(value)) return *integer;
+  switch (value.vt) {
+    case VT_UI8:
+      return value.ullVal;
+    case VT_R4:
+      return static_cast<double>(value.fltVal);
+    case VT_R8:
+      return value.dblVal;
+    case VT_BOOL:
+      return value.boolVal != VARIANT_FALSE;
+    case VT_BSTR:
+      return value.bstrVal != nullptr ? toUtf8(value.bstrVal) : "";
+    case VT_DISPATCH:
+      return ownValueText(row, style);
+    default:
+      return nullptr;
+  }
 }
 
 std::string guidText(const GUID& guid) {

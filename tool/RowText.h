@@ -23,6 +23,9 @@ inline constexpr const char* variesText = "*VARIES*";
 // As a palette shows it: *VARIES*, the choice's label, angles in degrees, colours by name.
 std::string valueText(const PROPINFO& row, const NumberStyle& style);
 
+// The value as the natural JSON value; objects as their text.
+nlohmann::ordered_json valueJson(const PROPINFO& row, const NumberStyle& style);
+
 // Every field of the record under its own name, `value` as the natural JSON value, and `text`.
 nlohmann::ordered_json rowJson(const PROPINFO& row, const NumberStyle& style);
 

@@ -50,3 +50,17 @@ TEST_F(ListCommand, JsonHasOneObjectPerEntity) {
   EXPECT_EQ(json["entities"][0],
             (nlohmann::json{{"handle", "2F"}, {"class", "Line"}, {"type", "LINE"}, {"layer", "Walls"}}));
 }
+
+TEST_F(ListCommand, ValuesAreThoseOfEachEntityByItself) {
+  const nlohmann::json json = nlohmann::json::parse(listed({.json = true, .values = true}));
+  const auto valueOf = [&](std::size_t entity, const std::string& shown) {
+    for (const auto& value : json["entities"][entity]["values"]) {
+      if (value["displayName"] == shown) return value["value"];
+    }
+    return nlohmann::json("no such value");
+  };
+  EXPECT_EQ(valueOf(0, "Layer"), "Walls");
+  EXPECT_EQ(valueOf(0, "Start X"), 1.5);
+  EXPECT_EQ(valueOf(1, "Radius"), 2.5);
+  EXPECT_EQ(valueOf(0, "Radius"), "no such value");
+}

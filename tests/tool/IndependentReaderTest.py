@@ -1,0 +1,236 @@
+"""Values of real drawings agree with those of an independent reader, python3-ezdxf.
+
+Compared is what both know: layer, colour, line type and its scale, line weight, points, radii, angles, texts, styles,
+scales, and lengths and areas where the other reader can compute them. Numbers agree within 1e-9 of their size.
+"""
+
+import json
+import math
+import os
+import pathlib
+import subprocess
+import sys
+import unittest
+
+try:
+    import ezdxf
+    import ezdxf.recover
+    from ezdxf.math import OCS, Vec3, ConstructionArc
+except ImportError:
+    ezdxf = None
+
+TOOL = pathlib.Path(os.environ["VELT_BINARY_DIR"]) / "bin" / "veltprops"
+DRAWINGS = os.environ.get("VELT_DRAWINGS")
+COLOURS = {0: "ByBlock", 1: "Red", 2: "Yellow", 3: "Green", 4: "Cyan", 5: "Blue", 6: "Magenta", 7: "White",
+           256: "ByLayer"}
+
+
+def degrees(angle):
+    return math.radians(angle) % math.tau
+
+
+class Expected(dict):
+    """By label, as the palette shows them."""
+
+    def point(self, label, point):
+        for axis, value in zip("XYZ", Vec3(point)):
+            self[f"{label} {axis}"] = value
+
+
+def in_world(entity, point):
+    return OCS(entity.dxf.get("extrusion", (0, 0, 1))).to_wcs(Vec3(point))
+
+
+def general(entity, expected):
+    dxf = entity.dxf
+    expected["Layer"] = dxf.get("layer", "0").casefold()
+    expected["Linetype scale"] = dxf.get("ltscale", 1.0)
+    linetype = dxf.get("linetype", "ByLayer").casefold()
+    expected["Linetype"] = linetype
+    if not dxf.hasattr("true_color"):
+        index = dxf.get("color", 256)
+        expected["Color"] = COLOURS.get(index, str(index))
+    elif not dxf.hasattr("color_name"):
+        expected["Color"] = ",".join(str(part) for part in entity.rgb)
+    expected["Lineweight"] = dxf.get("lineweight", -1)
+
+
+def line(entity, expected):
+    expected.point("Start", entity.dxf.start)
+    expected.point("End", entity.dxf.end)
+    expected["Length"] = entity.dxf.start.distance(entity.dxf.end)
+    expected["Thickness"] = entity.dxf.get("thickness", 0.0)
+
+
+def point(entity, expected):
+    expected.point("Position", entity.dxf.location)
+
+
+def circle(entity, expected):
+    expected.point("Center", in_world(entity, entity.dxf.center))
+    expected["Radius"] = entity.dxf.radius
+    expected["Area"] = math.pi * entity.dxf.radius ** 2
+    expected["Circumference"] = math.tau * entity.dxf.radius
+
+
+def arc(entity, expected):
+    expected.point("Center", in_world(entity, entity.dxf.center))
+    expected["Radius"] = entity.dxf.radius
+    expected["Start angle"] = degrees(entity.dxf.start_angle)
+    expected["End angle"] = degrees(entity.dxf.end_angle)
+    expected.point("Start", entity.start_point)
+    expected.point("End", entity.end_point)
+    sweep = (entity.dxf.end_angle - entity.dxf.start_angle) % 360.0 or 360.0
+    expected["Arc length"] = math.radians(sweep) * entity.dxf.radius
+
+
+def ellipse(entity, expected):
+    expected.point("Center", entity.dxf.center)
+    major = Vec3(entity.dxf.major_axis)
+    expected.point("Major axis", major)
+    expected["Major radius"] = major.magnitude
+    expected["Minor radius"] = major.magnitude * abs(entity.dxf.ratio)
+    expected["Radius ratio"] = entity.dxf.ratio
+    expected.point("Minor axis", entity.minor_axis)
+
+
+def lwpolyline(entity, expected):
+    expected["Closed"] = entity.closed
+    expected["Elevation"] = entity.dxf.get("elevation", 0.0)
+    points = list(entity.get_points("xyb"))
+    ends = points[1:] + (points[:1] if entity.closed else [])
+    length = 0.0
+    for (x1, y1, bulge), (x2, y2, _) in zip(points, ends):
+        chord = math.hypot(x2 - x1, y2 - y1)
+        if chord == 0.0:
+            continue
+        if bulge == 0.0:
+            length += chord
+        else:
+            angle = 4.0 * math.atan(abs(bulge))
+            length += angle * chord / 2.0 / math.sin(angle / 2.0)
+    if points:
+        expected["Length"] = length
+
+
+def text(entity, expected):
+    dxf = entity.dxf
+    expected["Height"] = dxf.height
+    expected["Rotation"] = degrees(dxf.get("rotation", 0.0))
+    expected["Width factor"] = dxf.get("width", 1.0)
+    expected["Style"] = dxf.get("style", "Standard").casefold()
+    expected.point("Position", in_world(entity, dxf.insert))
+    if "%%" not in dxf.text and "\\" not in dxf.text and "^" not in dxf.text:
+        expected["Contents"] = dxf.text
+
+
+def mtext(entity, expected):
+    dxf = entity.dxf
+    expected["Text height"] = dxf.char_height
+    expected["Defined width"] = dxf.get("width", 0.0)
+    expected["Style"] = dxf.get("style", "Standard").casefold()
+    expected["Line space factor"] = dxf.get("line_spacing_factor", 1.0)
+    expected.point("Position", dxf.insert)
+
+
+def insert(entity, expected):
+    dxf = entity.dxf
+    expected.point("Position", in_world(entity, dxf.insert))
+    expected["Scale X"] = dxf.get("xscale", 1.0)
+    expected["Scale Y"] = dxf.get("yscale", 1.0)
+    expected["Scale Z"] = dxf.get("zscale", 1.0)
+    expected["Rotation"] = degrees(dxf.get("rotation", 0.0))
+    expected["Block"] = dxf.name.casefold()
+
+
+def face(entity, expected):
+    for number in range(4):
+        expected.point(f"Corner {number + 1}", entity.dxf.get(f"vtx{number}"))
+
+
+def solid(entity, expected):
+    for number in range(4):
+        expected.point(f"Corner {number + 1}", in_world(entity, entity.dxf.get(f"vtx{number}")))
+
+
+def ray(entity, expected):
+    expected.point("Base point", entity.dxf.start)
+    expected.point("Direction vector", Vec3(entity.dxf.unit_vector).normalize())
+
+
+def spline(entity, expected):
+    expected["Degree"] = entity.dxf.degree
+    expected["Number of control points"] = entity.control_point_count()
+    expected["Number of fit points"] = entity.fit_point_count()
+    expected["Closed"] = entity.closed
+
+
+def viewport(entity, expected):
+    expected.point("Center", entity.dxf.center)
+    expected["Height"] = entity.dxf.height
+    expected["Width"] = entity.dxf.width
+
+
+def image(entity, expected):
+    expected.point("Position", entity.dxf.insert)
+
+
+READERS = {"LINE": line, "POINT": point, "CIRCLE": circle, "ARC": arc, "ELLIPSE": ellipse, "LWPOLYLINE": lwpolyline,
+           "TEXT": text, "MTEXT": mtext, "INSERT": insert, "3DFACE": face, "SOLID": solid, "TRACE": solid, "RAY": ray,
+           "XLINE": ray, "SPLINE": spline, "VIEWPORT": viewport, "IMAGE": image}
+
+
+def agree(ours, theirs, label):
+    if isinstance(theirs, bool) or isinstance(ours, bool):
+        return bool(ours) == bool(theirs)
+    if isinstance(theirs, (int, float)) and isinstance(ours, (int, float)):
+        if label.lower().endswith(("angle", "rotation")):
+            away = abs(ours - theirs) % math.tau
+            return min(away, math.tau - away) <= 1e-9
+        return abs(ours - theirs) <= 1e-9 * max(1.0, abs(theirs))
+    if isinstance(ours, str) and label in ("Layer", "Linetype", "Style", "Block"):
+        return ours.casefold() == theirs
+    return ours == theirs
+
+
+@unittest.skipUnless(DRAWINGS, "VELT_DRAWINGS names no folder of drawings")
+@unittest.skipUnless(ezdxf, "python3-ezdxf is not installed")
+class IndependentReader(unittest.TestCase):
+    def test_values_agree(self):
+        drawings = sorted(pathlib.Path(DRAWINGS).glob("*.dxf"))
+        self.assertTrue(drawings, f"no drawing in {DRAWINGS}")
+        compared = 0
+        for drawing in drawings:
+            with self.subTest(drawing.name):
+                document, _ = ezdxf.recover.readfile(drawing)
+                listed = json.loads(subprocess.run(
+                    [TOOL, "list", drawing, "--in-blocks", "--json", "--values"], stdout=subprocess.PIPE,
+                    check=True).stdout)
+                different = []
+                for entity in listed["entities"]:
+                    theirs = document.entitydb.get(entity["handle"])
+                    if theirs is None or theirs.dxftype() != entity["type"]:
+                        continue
+                    expected = Expected()
+                    general(theirs, expected)
+                    READERS.get(entity["type"], lambda *_: None)(theirs, expected)
+                    values = {}
+                    for value in entity["values"]:
+                        values.setdefault(value["displayName"], value["value"])
+                    for label, wanted in expected.items():
+                        if label not in values:
+                            continue
+                        compared += 1
+                        if not agree(values[label], wanted, label):
+                            different.append(f"{entity['type']} {entity['handle']} {label}: "
+                                             f"{values[label]!r}, the other reader has {wanted!r}")
+                self.assertEqual(different[:20], [], f"{len(different)} differ")
+        print(f"{compared} values compared")
+        self.assertGreater(compared, 10_000)
+
+
+if __name__ == "__main__":
+    if not DRAWINGS or not ezdxf:
+        print("skipped: VELT_DRAWINGS names no folder of drawings, or python3-ezdxf is missing")
+        sys.exit(77)
+    unittest.main()
