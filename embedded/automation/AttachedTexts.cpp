@@ -14,16 +14,6 @@ namespace {
 constexpr const char* text = "AcDbText";
 constexpr const char* attribute = "AcDbAttribute";
 
-void requireSingleLine(const database::Lens& lens) {
-  const bool hasSecondText =
-      lens.view().embeddedObject().has_value() || lens.view().hasSubclass("AcDbXrecord");
-  // Tells in drawings with markers whether it is one; in others there is no such attribute.
-  const bool saysSo = lens.view().hasSubclass(attribute) && lens.integer(71, attribute, 0) != 0;
-  if (lens.type() != "ATTRIB" || hasSecondText || saysSo) {
-    throw Refusal(E_FAIL, L"An attribute of the block reference cannot follow it: it has several lines.");
-  }
-}
-
 /// Of a text that is justified left the second point has no meaning.
 bool hangsOnSecondPoint(const database::Lens& lens) {
   return lens.has(11, text) && (lens.integer(72, text, 0) != 0 || lens.integer(74, attribute, 0) != 0);
@@ -40,7 +30,9 @@ void changeEach(const Subject& reference, Change&& change) {
   const database::RecordRange members = reference.drawing().members(reference.record());
   for (std::uint32_t record = members.first; record < members.first + members.count; ++record) {
     Editor editor(reference.drawing(), record);
-    requireSingleLine(editor.lens());
+    if (editor.lens().type() != "ATTRIB") {
+      throw Refusal(E_FAIL, L"What belongs to the block reference is no attribute, and cannot follow it.");
+    }
     requireFreeShape(reference.drawing(), record);
     change(editor);
   }

@@ -58,5 +58,35 @@ TEST_F(FollowersTest, AFieldMakesTheWording) {
   EXPECT_EQ(S_OK, refusalOf([&] { requireOwnWording(subjectOf(*drawing)); }));
 }
 
+TEST_F(FollowersTest, ADimensionIsNotFollowedByWhatMakesItFollow) {
+  drawing = Sample()
+                .entity("DIMENSION", {{5, "A"}, {102, "{ACAD_REACTORS"}, {330, "B"}, {102, "}"}})
+                .object("DIMASSOC", {{5, "B"}})
+                .open();
+  EXPECT_EQ(S_OK, refusalOf([&] { requireFreeShape(*drawing, recordOf(*drawing, 0)); }));
+}
+
+TEST_F(FollowersTest, AnAttributeOfSeveralLinesKeepsItsTextAndItsShape) {
+  const auto result = [&](const std::string& type, Pairs pairs) {
+    drawing = Sample()
+                  .entity(type, pairs)
+                  .object("DICTIONARY", {{5, "B"}, {3, "ACAD_MLATT"}, {360, "C"}})
+                  .object("XRECORD", {{5, "C"}})
+                  .open();
+    const HRESULT shape = refusalOf([&] { requireFreeShape(*drawing, recordOf(*drawing, 0)); });
+    EXPECT_EQ(shape, refusalOf([&] { requireOwnWording(subjectOf(*drawing)); }));
+    return shape;
+  };
+  const Pairs attached = {{102, "{ACAD_XDICTIONARY"}, {360, "B"}, {102, "}"}, {1, "x"}};
+  EXPECT_EQ(S_OK,
+            result("ATTDEF", {{100, "AcDbText"}, {71, "2"}, {100, "AcDbAttributeDefinition"}, {71, "0"}}));
+  EXPECT_EQ(S_OK, result("ATTDEF", {{1, "x"}, {71, "2"}}))
+      << "in old drawings this tells that it is mirrored";
+  EXPECT_EQ(E_FAIL, result("ATTDEF", {{100, "AcDbText"}, {100, "AcDbAttributeDefinition"}, {71, "4"}}));
+  EXPECT_EQ(E_FAIL, result("ATTDEF", {{100, "AcDbText"}, {101, "Embedded Object"}}));
+  EXPECT_EQ(E_FAIL, result("ATTDEF", attached));
+  EXPECT_EQ(S_OK, result("TEXT", attached));
+}
+
 }  // namespace
 }  // namespace velt::automation
