@@ -209,8 +209,8 @@ class IndependentReader(unittest.TestCase):
                 different = []
                 for entity in listed["entities"]:
                     theirs = document.entitydb.get(entity["handle"])
-                    if theirs is None or theirs.dxftype() != entity["type"]:
-                        continue
+                    if theirs is None or theirs.dxftype() != entity["type"] or not theirs.dxf.is_supported("layer"):
+                        continue  # not an entity that it understands
                     expected = Expected()
                     general(theirs, expected)
                     READERS.get(entity["type"], lambda *_: None)(theirs, expected)
