@@ -114,10 +114,11 @@ double getArea(const Subject& subject) {
         throw Refusal(E_FAIL, L"The spline does not lie in a plane.");
     }
   }
+  // Seen from its first point, a straight line back to it encloses nothing more.
   const automation::Spline moved = curve.flat.movedBy(Vector2{} - curve.flat.first());
   const std::optional<double> integral = moved.boundaryIntegral();
   if (!integral) throw Refusal(E_FAIL, L"The spline is too uneven to be integrated.");
-  return std::abs(*integral + cross(moved.last(), moved.first()) / 2);
+  return std::abs(*integral);
 }
 
 // clang-format off
