@@ -5,6 +5,7 @@
 #include "embedded/automation/ClassList.h"
 #include "embedded/automation/HeavyPolyline.h"
 #include "embedded/automation/HostIds.h"
+#include "embedded/automation/PointList.h"
 #include "embedded/automation/classes/General.h"
 
 namespace velt::automation {
@@ -20,31 +21,8 @@ bool isSpatial(const database::Drawing& drawing, std::uint32_t record) {
   return (database::Lens(drawing, record).integer(70, "*", 0) & (spatial | meshes)) == spatial;
 }
 
-std::vector<double> getVertices(const Subject& subject) {
-  std::vector<double> coordinates;
-  for (const Vector3& place : heavyPolyline(subject).places)
-    coordinates.insert(coordinates.end(), {place.x, place.y, place.z});
-  return coordinates;
-}
-
-constexpr const wchar_t* vertexLabels[] = {L"Vertex X", L"Vertex Y", L"Vertex Z"};
-
-std::size_t vertexCount(const Subject& subject, const PropertyRow&) {
-  return heavyPolyline(subject).places.size();
-}
-
-double getVertexElement(const Subject& subject, const PropertyRow&, std::size_t element) {
-  const Vector3& place = heavyPolyline(subject).places[element / 3];
-  const double elements[] = {place.x, place.y, place.z};
-  return elements[element % 3];
-}
-
-constexpr ElementAccess vertexElements = {vertexLabels, false, 1, vertexCount, getVertexElement, nullptr};
-
-constexpr Access vertices() {
-  Access made = computed<getVertices>();
-  made.elements = &vertexElements;
-  return made;
+std::vector<Vector3> getVertices(const Subject& subject) {
+  return heavyPolyline(subject).places;
 }
 
 double getLength(const Subject& subject) {
@@ -70,7 +48,7 @@ std::int32_t getFitSmooth(const Subject& subject) {
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name          label          type                       category            access                                 choices               weight help
-  { 1, L"Vertex",    L"Vertex",     VT_VARIANT,                Category::Geometry, vertices(),                            Choices::None,        110,   L"The vertices; of a smoothed polyline those that it was drawn with. Read-only: the vertices are entities of their own."},
+  { 1, L"Vertex",    L"Vertex",     VT_VARIANT,                Category::Geometry, computedPoints<getVertices>(),                            Choices::None,        110,   L"The vertices; of a smoothed polyline those that it was drawn with. Read-only: the vertices are entities of their own."},
   { 2, L"Length",    L"Length",     types::distance,           Category::Geometry, computed<getLength>(),                 Choices::None,        120,   L"Along all segments. Read-only: it follows from the vertices."},
   { 3, L"Closed",    L"Closed",     VT_BOOL,                   Category::Misc,     storedBit(70, polyline, 1).readOnly(), Choices::None,        130,   L"Whether a segment leads from the last vertex back to the first. Read-only: a smoothed polyline would have to be drawn anew."},
   { 4, L"FitSmooth", L"Fit/Smooth", types::spatialPolylineFit, Category::Misc,     computed<getFitSmooth>(),              Choices::Enumeration, 140,   L"How the polyline is smoothed. Read-only: the vertices that smooth it would have to be made."},

@@ -76,7 +76,7 @@ constexpr PropertyRow rows[] = {
   {  7, L"EndAngle",   L"End angle",   types::angle,    Category::Geometry,        writtenBy<putEnd<51, 50>>(storedDirection(51, arc)), Choices::None, 160, L"Direction from the center to the end, in the plane of the arc."},
   {  8, L"TotalAngle", L"Total angle", types::angle,    Category::Geometry,        computed<getTotalAngle>(),                           Choices::None, 170, L"Angle that the arc spans. Read-only: it follows from its ends."},
   {  9, L"ArcLength",  L"Arc length",  types::distance, Category::Geometry,        computed<getArcLength>(),                            Choices::None, 180, L"Length along the arc. Read-only: it follows from radius and angles."},
-  { 10, L"Area",       L"Area",        types::area,     Category::Geometry,        computed<getArea>(),                                 Choices::None, 190, L"Between the arc and its chord. Read-only: it follows from radius and angles."},
+  { 10, L"Area",       L"Area",        VT_R8,           Category::Geometry,        computed<getArea>(),                                 Choices::None, 190, L"Between the arc and its chord. Read-only: it follows from radius and angles."},
   { 11, L"Normal",     L"Normal",      VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                          Choices::None, 200, L"Upright on the arc's plane. Read-only: center and angles would have to follow it."},
 };
 // clang-format on

@@ -1,12 +1,13 @@
+#include <algorithm>
 #include <cstdint>
 #include <string>
+#include <variant>
 
 #include "embedded/automation/Access.h"
 #include "embedded/automation/ClassList.h"
 #include "embedded/automation/HostIds.h"
 #include "embedded/automation/classes/General.h"
 #include "embedded/automation/classes/SingleLineText.h"
-#include "embedded/database/Entity.h"
 
 namespace velt::automation {
 namespace {
@@ -24,27 +25,28 @@ std::uint32_t referenceOf(const Subject& subject) {
   return subject.drawing().document().records()[subject.record()].sequenceHead;
 }
 
-std::wstring getReferenceLayer(const Subject& subject) {
+/// What the reference has for a row that all entities share.
+template <DISPID Id>
+std::wstring getOfReference(const Subject& subject) {
   const std::uint32_t reference = referenceOf(subject);
-  return reference == dxf::none ? std::wstring() : database::Entity(subject.drawing(), reference).layerName();
-}
-
-std::wstring getReferenceLinetype(const Subject& subject) {
-  const std::uint32_t reference = referenceOf(subject);
-  return reference == dxf::none ? std::wstring()
-                                : database::Entity(subject.drawing(), reference).linetypeName();
+  if (reference == dxf::none) return {};
+  const Subject owner({&subject.drawing(), reference}, subject.drawing().idOf(reference), subject.kind());
+  const auto row = std::find_if(entityRows.begin(), entityRows.end(),
+                                [](const PropertyRow& it) { return it.dispId == Id; });
+  return std::get<std::wstring>(row->access.get(owner, *row));
 }
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name                  label                         type                 category              access                                  choices        weight help
-  { 21, L"TagString",         L"Tag",                       VT_BSTR,             Category::Attributes, computed<getTag>(),                     Choices::None, 310,   L"What the attribute is called in its block. Read-only: the block has the same name for it."},
-  { 22, L"Invisible",         L"Invisible",                 VT_BOOL,             Category::Attributes, storedBit(70, attribute, 1),            Choices::None, 320,   L"Whether the attribute is not drawn."},
-  { 23, L"Constant",          L"Constant",                  VT_BOOL,             Category::Attributes, storedBit(70, attribute, 2).readOnly(), Choices::None, 330,   L"Whether the text is the same in every reference. Read-only: references would have to gain or lose it."},
-  { 24, L"Verify",            L"Verify",                    VT_BOOL,             Category::Attributes, storedBit(70, attribute, 4),            Choices::None, 340,   L"Whether the text is asked for twice when the block is placed."},
-  { 25, L"Preset",            L"Preset",                    VT_BOOL,             Category::Attributes, storedBit(70, attribute, 8),            Choices::None, 350,   L"Whether the text is not asked for when the block is placed."},
-  { 26, L"ReferenceLayer",    L"Layer of the reference",    types::layerName,    Category::Misc,       computed<getReferenceLayer>(),          Choices::None, 360,   L"Layer of the block reference, which an attribute on layer 0 follows. Read-only: it belongs to the reference."},
-  { 27, L"ReferenceLinetype", L"Linetype of the reference", types::linetypeName, Category::Misc,       computed<getReferenceLinetype>(),       Choices::None, 370,   L"Line type of the block reference, which an attribute by block follows. Read-only: it belongs to the reference."},
+  // id  name                  label                          type                  category              access                                  choices        weight help
+  {21, L"TagString",          L"Tag",                         VT_BSTR,              Category::Attributes, computed<getTag>(),                     Choices::None, 310, L"What the attribute is called in its block. Read-only: the block has the same name for it."},
+  {22, L"Invisible",          L"Invisible",                   VT_BOOL,              Category::Attributes, storedBit(70, attribute, 1),            Choices::None, 320, L"Whether the attribute is not drawn."},
+  {23, L"Constant",           L"Constant",                    VT_BOOL,              Category::Attributes, storedBit(70, attribute, 2).readOnly(), Choices::None, 330, L"Whether the text is the same in every reference. Read-only: references would have to gain or lose it."},
+  {24, L"Verify",             L"Verify",                      VT_BOOL,              Category::Attributes, storedBit(70, attribute, 4),            Choices::None, 340, L"Whether the text is asked for twice when the block is placed."},
+  {25, L"Preset",             L"Preset",                      VT_BOOL,              Category::Attributes, storedBit(70, attribute, 8),            Choices::None, 350, L"Whether the text is not asked for when the block is placed."},
+  {26, L"ReferenceLayer",     L"Layer of the reference",      types::layerName,     Category::Misc,       computed<getOfReference<1281>>(),       Choices::None, 360, L"Layer of the block reference, which an attribute on layer 0 follows. Read-only: it belongs to the reference."},
+  {27, L"ReferenceLinetype",  L"Linetype of the reference",   types::linetypeName,  Category::Misc,       computed<getOfReference<1282>>(),       Choices::None, 370, L"Line type of the block reference, which an attribute by block follows. Read-only: it belongs to the reference."},
+  {28, L"ReferencePlotStyle", L"Plot style of the reference", types::plotStyleName, Category::Misc,       computed<getOfReference<1300>>(),       Choices::None, 380, L"How the block reference is plotted. Read-only: it belongs to the reference."},
 };
 // clang-format on
 

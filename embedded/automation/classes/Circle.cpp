@@ -58,7 +58,7 @@ constexpr PropertyRow rows[] = {
   {  3, L"Radius",        L"Radius",        types::distance, Category::Geometry,        storedReal(40, circle).positive(),                         Choices::None, 120, L"Radius of the circle."},
   {  4, L"Diameter",      L"Diameter",      types::distance, Category::Geometry,        computed<getDiameter, putDiameter>().positive(),           Choices::None, 130, L"Diameter of the circle; the radius follows it."},
   {  5, L"Circumference", L"Circumference", types::distance, Category::Geometry,        computed<getCircumference, putCircumference>().positive(), Choices::None, 140, L"Length of the circle; the radius follows it."},
-  {  6, L"Area",          L"Area",          types::area,     Category::Geometry,        computed<getArea, putArea>().positive(),                   Choices::None, 150, L"Area that the circle encloses; the radius follows it."},
+  {  6, L"Area",          L"Area",          VT_R8,           Category::Geometry,        computed<getArea, putArea>().positive(),                   Choices::None, 150, L"Area that the circle encloses; the radius follows it."},
   {  7, L"Normal",        L"Normal",        VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                                Choices::None, 160, L"Upright on the circle's plane. Read-only: the center would have to follow it."},
 };
 // clang-format on

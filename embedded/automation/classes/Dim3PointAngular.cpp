@@ -24,7 +24,7 @@ constexpr PropertyRow rows[] = {
   { 102, L"ExtLine1Point", L"Ext line 1",  VT_VARIANT,   Category::Geometry,        dimensionPoint(13),         Choices::None, 1102,  L"A point of the first direction." DRAWN},
   { 103, L"ExtLine2Point", L"Ext line 2",  VT_VARIANT,   Category::Geometry,        dimensionPoint(14),         Choices::None, 1103,  L"A point of the second direction." DRAWN},
   { 104, L"DimArcPoint",   L"Dim arc",     VT_VARIANT,   Category::Geometry,        dimensionPoint(10),         Choices::None, 1104,  L"A point of the dimension line." DRAWN},
-  { 5,   L"Measurement",   L"Measurement", types::angle, Category::PrimaryUnits,    computed<getMeasurement>(), Choices::None, 1056,  L"What is measured, before any scale. Read-only: it follows from the points."},
+  { 5,   L"Measurement",   L"Measurement", types::angle, Category::PrimaryUnits,    computed<getMeasurement>(), Choices::None, 1056,  L"What is measured. Read-only: it follows from the points."},
   { 105, L"Normal",        L"Normal",      VT_VARIANT,   Category::Visualization3D, computedPoint<getNormal>(), Choices::None, 1105,  L"Upright on the dimension's plane." DRAWN},
 };
 // clang-format on

@@ -11,7 +11,8 @@ namespace {
 using palette::Category;
 
 double getMeasurement(const Subject& subject) {
-  return length(inDimensionPlane(subject, dimensionPointOf(subject, 14) - dimensionPointOf(subject, 13)));
+  return scaledLength(subject, length(inDimensionPlane(
+                                   subject, dimensionPointOf(subject, 14) - dimensionPointOf(subject, 13))));
 }
 
 #define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
@@ -23,7 +24,7 @@ constexpr PropertyRow rows[] = {
   { 102, L"ExtLine2Point", L"Ext line 2",  VT_VARIANT,      Category::Geometry,        dimensionPoint(14),                        Choices::None, 1102,  L"Second point that is measured." DRAWN},
   { 103, L"DimLinePoint",  L"Dim line",    VT_VARIANT,      Category::Geometry,        dimensionPoint(10),                        Choices::None, 1103,  L"A point of the dimension line." DRAWN},
   { 104, L"ObliqueAngle",  L"Oblique",     types::angle,    Category::Geometry,        storedDirection(52, dimension).readOnly(), Choices::None, 1104,  L"Direction of the extension lines; 0 where they stand upright on the dimension line." DRAWN},
-  { 5,   L"Measurement",   L"Measurement", types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),                Choices::None, 1056,  L"What is measured, before any scale. Read-only: it follows from the points."},
+  { 5,   L"Measurement",   L"Measurement", types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),                Choices::None, 1056,  L"What is measured, times the linear scale. Read-only: it follows from the points."},
   { 105, L"Normal",        L"Normal",      VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                Choices::None, 1105,  L"Upright on the dimension's plane." DRAWN},
 };
 // clang-format on

@@ -54,7 +54,7 @@ constexpr PropertyRow rows[] = {
   { 103, L"ExtLine2StartPoint", L"Ext line 2 start", VT_VARIANT,   Category::Geometry,        dimensionPoint(15),                    Choices::None, 1103,  L"Start of the second line." DRAWN},
   { 104, L"ExtLine2EndPoint",   L"Ext line 2 end",   VT_VARIANT,   Category::Geometry,        dimensionPoint(10),                    Choices::None, 1104,  L"End of the second line." DRAWN},
   { 105, L"DimArcPoint",        L"Dim arc",          VT_VARIANT,   Category::Geometry,        objectPoint(16, dimension).readOnly(), Choices::None, 1105,  L"A point of the dimension line." DRAWN},
-  { 5,   L"Measurement",        L"Measurement",      types::angle, Category::PrimaryUnits,    computed<getMeasurement>(),            Choices::None, 1056,  L"What is measured, before any scale. Read-only: it follows from the points."},
+  { 5,   L"Measurement",        L"Measurement",      types::angle, Category::PrimaryUnits,    computed<getMeasurement>(),            Choices::None, 1056,  L"What is measured. Read-only: it follows from the points."},
   { 106, L"Normal",             L"Normal",           VT_VARIANT,   Category::Visualization3D, computedPoint<getNormal>(),            Choices::None, 1106,  L"Upright on the dimension's plane." DRAWN},
 };
 // clang-format on

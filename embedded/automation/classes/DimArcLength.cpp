@@ -16,8 +16,9 @@ using palette::Category;
 double getMeasurement(const Subject& subject) {
   const Vector3 center = dimensionPointOf(subject, 15);
   const Vector3 first = dimensionPointOf(subject, 13);
-  return length(first - center)
-         * angleAround(subject, center, first, dimensionPointOf(subject, 14), dimensionPointOf(subject, 10));
+  return scaledLength(subject, length(first - center)
+                                   * angleAround(subject, center, first, dimensionPointOf(subject, 14),
+                                                 dimensionPointOf(subject, 10)));
 }
 
 std::int32_t getSymbol(const Subject& subject) {
@@ -35,7 +36,7 @@ constexpr PropertyRow rows[] = {
   { 103, L"ExtLine2Point", L"Ext line 2",        VT_VARIANT,       Category::Geometry,        dimensionPoint(14),         Choices::None,        1103,  L"Where it ends." DRAWN},
   { 104, L"DimArcPoint",   L"Dim arc",           VT_VARIANT,       Category::Geometry,        dimensionPoint(10),         Choices::None,        1104,  L"A point of the dimension line." DRAWN},
   { 105, L"Symbol",        L"Arc length symbol", types::arcSymbol, Category::Text,            computed<getSymbol>(),      Choices::Enumeration, 1105,  L"Where the symbol of an arc stands." DRAWN},
-  { 5,   L"Measurement",   L"Measurement",       types::distance,  Category::PrimaryUnits,    computed<getMeasurement>(), Choices::None,        1056,  L"What is measured, before any scale. Read-only: it follows from the points."},
+  { 5,   L"Measurement",   L"Measurement",       types::distance,  Category::PrimaryUnits,    computed<getMeasurement>(), Choices::None,        1056,  L"What is measured, times the linear scale. Read-only: it follows from the points."},
   { 106, L"Normal",        L"Normal",            VT_VARIANT,       Category::Visualization3D, computedPoint<getNormal>(), Choices::None,        1106,  L"Upright on the dimension's plane." DRAWN},
 };
 // clang-format on

@@ -11,7 +11,7 @@ namespace {
 using palette::Category;
 
 double getMeasurement(const Subject& subject) {
-  return length(dimensionPointOf(subject, 15) - dimensionPointOf(subject, 10));
+  return scaledLength(subject, length(dimensionPointOf(subject, 15) - dimensionPointOf(subject, 10)));
 }
 
 #define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
@@ -22,7 +22,7 @@ constexpr PropertyRow rows[] = {
   { 101, L"ChordPoint",    L"Chord point",     VT_VARIANT,      Category::Geometry,        dimensionPoint(15),                   Choices::None, 1101,  L"Where the dimension line meets the curve." DRAWN},
   { 102, L"FarChordPoint", L"Far chord point", VT_VARIANT,      Category::Geometry,        dimensionPoint(10),                   Choices::None, 1102,  L"Where it meets the curve on the other side." DRAWN},
   { 103, L"LeaderLength",  L"Leader length",   types::distance, Category::Geometry,        storedReal(40, dimension).readOnly(), Choices::None, 1103,  L"How far the dimension line runs on outside of the curve." DRAWN},
-  { 5,   L"Measurement",   L"Measurement",     types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),           Choices::None, 1056,  L"What is measured, before any scale. Read-only: it follows from the points."},
+  { 5,   L"Measurement",   L"Measurement",     types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),           Choices::None, 1056,  L"What is measured, times the linear scale. Read-only: it follows from the points."},
   { 104, L"Normal",        L"Normal",          VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),           Choices::None, 1104,  L"Upright on the dimension's plane." DRAWN},
 };
 // clang-format on

@@ -21,8 +21,8 @@ double getMeasurement(const Subject& subject) {
       inDimensionPlane(subject, dimensionPointOf(subject, 13) - dimensionPointOf(subject, 10));
   const double turn = -radians(lens.real(51, dimension, 0));
   const bool isX = (lens.integer(70, dimension, 0) & alongX) != 0;
-  return std::abs(isX ? arm.x * std::cos(turn) + arm.y * std::sin(turn)
-                      : arm.y * std::cos(turn) - arm.x * std::sin(turn));
+  return scaledLength(subject, std::abs(isX ? arm.x * std::cos(turn) + arm.y * std::sin(turn)
+                                            : arm.y * std::cos(turn) - arm.x * std::sin(turn)));
 }
 
 #define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
@@ -34,7 +34,7 @@ constexpr PropertyRow rows[] = {
   { 102, L"FeaturePoint",   L"Feature",     VT_VARIANT,      Category::Geometry,        dimensionPoint(13),                      Choices::None, 1102,  L"Point that is measured." DRAWN},
   { 103, L"LeaderEndPoint", L"Leader end",  VT_VARIANT,      Category::Geometry,        dimensionPoint(14),                      Choices::None, 1103,  L"Where the leader ends." DRAWN},
   { 104, L"AlongX",         L"Along X",     VT_BOOL,         Category::Geometry,        storedBit(70, dimension, 64).readOnly(), Choices::None, 1104,  L"Whether the distance along the X axis is measured, not the one along the Y axis." DRAWN},
-  { 5,   L"Measurement",    L"Measurement", types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),              Choices::None, 1056,  L"What is measured, before any scale. Read-only: it follows from the points."},
+  { 5,   L"Measurement",    L"Measurement", types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),              Choices::None, 1056,  L"What is measured, times the linear scale. Read-only: it follows from the points."},
   { 105, L"Normal",         L"Normal",      VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),              Choices::None, 1105,  L"Upright on the dimension's plane." DRAWN},
 };
 // clang-format on

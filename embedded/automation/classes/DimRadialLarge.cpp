@@ -14,7 +14,7 @@ namespace {
 using palette::Category;
 
 double getMeasurement(const Subject& subject) {
-  return length(dimensionPointOf(subject, 15) - dimensionPointOf(subject, 10));
+  return scaledLength(subject, length(dimensionPointOf(subject, 15) - dimensionPointOf(subject, 10)));
 }
 
 double getJogAngle(const Subject& subject) {
@@ -31,7 +31,7 @@ constexpr PropertyRow rows[] = {
   { 103, L"OverrideCenter", L"Center shown", VT_VARIANT,      Category::Geometry,        dimensionPoint(13),         Choices::None, 1103,  L"Where the dimension line begins in place of the center." DRAWN},
   { 104, L"JogPoint",       L"Jog",          VT_VARIANT,      Category::Geometry,        dimensionPoint(14),         Choices::None, 1104,  L"Middle of the jog." DRAWN},
   { 105, L"JogAngle",       L"Jog angle",    types::angle,    Category::Geometry,        computed<getJogAngle>(),    Choices::None, 1105,  L"Angle of the jog." DRAWN},
-  { 5,   L"Measurement",    L"Measurement",  types::distance, Category::PrimaryUnits,    computed<getMeasurement>(), Choices::None, 1056,  L"What is measured, before any scale. Read-only: it follows from the points."},
+  { 5,   L"Measurement",    L"Measurement",  types::distance, Category::PrimaryUnits,    computed<getMeasurement>(), Choices::None, 1056,  L"What is measured, times the linear scale. Read-only: it follows from the points."},
   { 106, L"Normal",         L"Normal",       VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(), Choices::None, 1106,  L"Upright on the dimension's plane." DRAWN},
 };
 // clang-format on

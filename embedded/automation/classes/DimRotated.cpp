@@ -17,7 +17,7 @@ double getMeasurement(const Subject& subject) {
   const Vector3 between =
       inDimensionPlane(subject, dimensionPointOf(subject, 14) - dimensionPointOf(subject, 13));
   const double along = radians(subject.lens().real(50, dimension, 0));
-  return std::abs(between.x * std::cos(along) + between.y * std::sin(along));
+  return scaledLength(subject, std::abs(between.x * std::cos(along) + between.y * std::sin(along)));
 }
 
 #define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
@@ -30,7 +30,7 @@ constexpr PropertyRow rows[] = {
   { 103, L"DimLinePoint",  L"Dim line",    VT_VARIANT,      Category::Geometry,        dimensionPoint(10),                        Choices::None, 1103,  L"A point of the dimension line." DRAWN},
   { 104, L"Rotation",      L"Rotation",    types::angle,    Category::Geometry,        storedDirection(50, dimension).readOnly(), Choices::None, 1104,  L"Direction of the dimension line." DRAWN},
   { 105, L"ObliqueAngle",  L"Oblique",     types::angle,    Category::Geometry,        storedDirection(52, dimension).readOnly(), Choices::None, 1105,  L"Direction of the extension lines; 0 where they stand upright on the dimension line." DRAWN},
-  { 5,   L"Measurement",   L"Measurement", types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),                Choices::None, 1056,  L"What is measured, before any scale. Read-only: it follows from the points."},
+  { 5,   L"Measurement",   L"Measurement", types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),                Choices::None, 1056,  L"What is measured, times the linear scale. Read-only: it follows from the points."},
   { 106, L"Normal",        L"Normal",      VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                Choices::None, 1106,  L"Upright on the dimension's plane." DRAWN},
 };
 // clang-format on

@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "embedded/automation/Access.h"
+#include "embedded/automation/DimensionStyle.h"
 #include "embedded/automation/EntityGeometry.h"
 #include "embedded/automation/geometry/Angle.h"
 
@@ -27,6 +28,13 @@ constexpr Access dimensionPoint(int code) {
 
 inline Vector3 dimensionPointOf(const Subject& subject, int code) {
   return pointAt(subject.lens(), code, dimension);
+}
+
+/// As drawings store it: times the scale of the style. A negative one counts on sheets of paper only.
+inline double scaledLength(const Subject& subject, double measured) {
+  const double scale = DimensionStyle(subject).real(144, 1);
+  if (scale < 0 && subject.entity().space() != database::Space::Paper) return measured;
+  return measured * std::abs(scale);
 }
 
 /// As seen from above the dimension's plane.

@@ -151,7 +151,7 @@ constexpr PropertyRow rows[] = {
   { 10, L"EndParameter",   L"End parameter",   types::angle,    Category::Geometry,        writtenBy<putParameter<endCode>>(storedReal(endCode, ellipse, fullTurn)), Choices::None, 200, L"Parameter of the end."},
   { 11, L"MajorAxis",      L"Major axis",      VT_VARIANT,      Category::Geometry,        computedPoint<getMajorAxis>(),                                            Choices::None, 210, L"From the center to the end of the long axis. Read-only: the plane would have to follow it."},
   { 12, L"MinorAxis",      L"Minor axis",      VT_VARIANT,      Category::Geometry,        computedPoint<getMinorAxis>(),                                            Choices::None, 220, L"From the center to the end of the short axis. Read-only: it follows from the long one."},
-  { 13, L"Area",           L"Area",            types::area,     Category::Geometry,        computed<getArea>(),                                                      Choices::None, 230, L"Of a part of an ellipse: between it and its chord. Read-only: it follows from radii and angles."},
+  { 13, L"Area",           L"Area",            VT_R8,           Category::Geometry,        computed<getArea>(),                                                      Choices::None, 230, L"Of a part of an ellipse: between it and its chord. Read-only: it follows from radii and angles."},
   { 14, L"Normal",         L"Normal",          VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                                               Choices::None, 240, L"Upright on the plane of the ellipse. Read-only: the axes would have to follow it."},
 };
 // clang-format on

@@ -9,6 +9,7 @@
 #include "embedded/automation/DimensionTypes.h"
 #include "embedded/automation/Editor.h"
 #include "embedded/automation/HostIds.h"
+#include "embedded/automation/PointList.h"
 #include "embedded/automation/classes/General.h"
 
 namespace velt::automation {
@@ -55,30 +56,8 @@ double getTextGap(const Subject& subject) {
   return std::abs(DimensionStyle(subject).real(147, 0.09));
 }
 
-std::vector<double> getVertices(const Subject& subject) {
-  std::vector<double> coordinates;
-  for (const database::Point& point : subject.lens().points(10, leader))
-    coordinates.insert(coordinates.end(), point.begin(), point.end());
-  return coordinates;
-}
-
-constexpr const wchar_t* vertexLabels[] = {L"Vertex X", L"Vertex Y", L"Vertex Z"};
-
-std::size_t vertexCount(const Subject& subject, const PropertyRow&) {
-  return subject.lens().view().findAll(10, leader).size();
-}
-
-double getVertexElement(const Subject& subject, const PropertyRow&, std::size_t element) {
-  const auto point = subject.lens().view().point(10, leader, element / 3);
-  return point ? (*point)[element % 3] : 0;
-}
-
-constexpr ElementAccess vertexElements = {vertexLabels, false, 1, vertexCount, getVertexElement, nullptr};
-
-constexpr Access vertices() {
-  Access made = computed<getVertices>();
-  made.elements = &vertexElements;
-  return made;
+std::vector<Vector3> getVertices(const Subject& subject) {
+  return storedPoints(subject, 10, leader);
 }
 
 // clang-format off
@@ -94,7 +73,7 @@ constexpr PropertyRow rows[] = {
   { 13,   L"DimensionLineColor",   L"Dim line color",      types::color,            Category::LinesAndArrows,  styleInteger(176, 0),                Choices::Colors,      180,   L"Colour of the line. Read-only: it is read from the style here."},
   { 1549, L"TextGap",              L"Text offset",         types::distance,         Category::Text,            computed<getTextGap>(),              Choices::None,        190,   L"Room around the text. Read-only: it is read from the style here."},
   { 1554, L"VerticalTextPosition", L"Text pos vert",       types::verticalPosition, Category::Text,            styleMember(77, 0),                  Choices::Enumeration, 200,   L"Where the text stands against the line. Read-only: it is read from the style here."},
-  { 101,  L"Vertex",               L"Vertex",              VT_VARIANT,              Category::Geometry,        vertices(),                          Choices::None,        210,   L"The vertices, from the arrowhead on. Read-only: the end would leave the text that it leads to."},
+  { 101,  L"Vertex",               L"Vertex",              VT_VARIANT,              Category::Geometry,        computedPoints<getVertices>(),                          Choices::None,        210,   L"The vertices, from the arrowhead on. Read-only: the end would leave the text that it leads to."},
   { 102,  L"HasHookLine",          L"Hook line",           VT_BOOL,                 Category::Misc,            storedBit(75, leader, 1).readOnly(), Choices::None,        220,   L"Whether a short piece leads to the text. Read-only: it follows from the vertices."},
   { 103,  L"Normal",               L"Normal",              VT_VARIANT,              Category::Visualization3D, computedPoint<getNormal>(),          Choices::None,        230,   L"Upright on the plane of the leader. Read-only: the vertices would have to follow it."},
 };

@@ -10,6 +10,7 @@
 #include "embedded/automation/HostIds.h"
 #include "embedded/automation/MultileaderRecord.h"
 #include "embedded/automation/NamedObjects.h"
+#include "embedded/automation/PointList.h"
 #include "embedded/automation/classes/General.h"
 #include "embedded/automation/geometry/Angle.h"
 
@@ -117,31 +118,8 @@ Vector3 getTextLocation(const Subject& subject) {
   return MultileaderRecord(subject).point(Contents, 12);
 }
 
-std::vector<double> getVertices(const Subject& subject) {
-  std::vector<double> coordinates;
-  for (const Vector3& vertex : MultileaderRecord(subject).vertices())
-    coordinates.insert(coordinates.end(), {vertex.x, vertex.y, vertex.z});
-  return coordinates;
-}
-
-constexpr const wchar_t* vertexLabels[] = {L"Vertex X", L"Vertex Y", L"Vertex Z"};
-
-std::size_t vertexCount(const Subject& subject, const PropertyRow&) {
-  return MultileaderRecord(subject).vertices().size();
-}
-
-double getVertexElement(const Subject& subject, const PropertyRow&, std::size_t element) {
-  const Vector3 vertex = MultileaderRecord(subject).vertices()[element / 3];
-  const double elements[] = {vertex.x, vertex.y, vertex.z};
-  return elements[element % 3];
-}
-
-constexpr ElementAccess vertexElements = {vertexLabels, false, 1, vertexCount, getVertexElement, nullptr};
-
-constexpr Access vertices() {
-  Access made = computed<getVertices>();
-  made.elements = &vertexElements;
-  return made;
+std::vector<Vector3> getVertices(const Subject& subject) {
+  return MultileaderRecord(subject).vertices();
 }
 
 // clang-format off
@@ -170,7 +148,7 @@ constexpr PropertyRow rows[] = {
   { 21, L"TextFrame",        L"Text frame",         VT_BOOL,                   Category::Text,     computed<getFlag<292>>(),         Choices::None,        310,   L"Whether the text stands in a frame. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
   { 22, L"ContentBlockName", L"Source block",       VT_BSTR,                   Category::Block,    computed<getContentBlockName>(),  Choices::None,        320,   L"Block that the multileader shows; empty for a text. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
   { 23, L"TextLocation",     L"Text position",      VT_VARIANT,                Category::Geometry, computedPoint<getTextLocation>(), Choices::None,        330,   L"Where the text is. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 24, L"Vertex",           L"Vertex",             VT_VARIANT,                Category::Geometry, vertices(),                       Choices::None,        340,   L"The vertices of all lines. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  { 24, L"Vertex",           L"Vertex",             VT_VARIANT,                Category::Geometry, computedPoints<getVertices>(),                       Choices::None,        340,   L"The vertices of all lines. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
 };
 // clang-format on
 

@@ -5,6 +5,7 @@
 #include "embedded/automation/Access.h"
 #include "embedded/automation/ClassList.h"
 #include "embedded/automation/HostIds.h"
+#include "embedded/automation/PointList.h"
 #include "embedded/automation/classes/General.h"
 
 namespace velt::automation {
@@ -23,30 +24,8 @@ std::int32_t getJustification(const Subject& subject) {
   return static_cast<std::int32_t>(stored >= 0 && stored <= 2 ? stored : 0);
 }
 
-std::vector<double> getVertices(const Subject& subject) {
-  std::vector<double> coordinates;
-  for (const database::Point& point : subject.lens().points(11, mline))
-    coordinates.insert(coordinates.end(), point.begin(), point.end());
-  return coordinates;
-}
-
-constexpr const wchar_t* vertexLabels[] = {L"Vertex X", L"Vertex Y", L"Vertex Z"};
-
-std::size_t vertexCount(const Subject& subject, const PropertyRow&) {
-  return subject.lens().view().findAll(11, mline).size();
-}
-
-double getVertexElement(const Subject& subject, const PropertyRow&, std::size_t element) {
-  const auto point = subject.lens().view().point(11, mline, element / 3);
-  return point ? (*point)[element % 3] : 0;
-}
-
-constexpr ElementAccess vertexElements = {vertexLabels, false, 1, vertexCount, getVertexElement, nullptr};
-
-constexpr Access vertices() {
-  Access made = computed<getVertices>();
-  made.elements = &vertexElements;
-  return made;
+std::vector<Vector3> getVertices(const Subject& subject) {
+  return storedPoints(subject, 11, mline);
 }
 
 // clang-format off
@@ -56,7 +35,7 @@ constexpr PropertyRow rows[] = {
   { 2, L"Scale",         L"Scale",         types::noUnits,                Category::Misc,            storedReal(40, mline, 1).readOnly(), Choices::None,        120,   L"Distance of the lines, relative to the style. Read-only: the lines are stored and would stay what they are."},
   { 3, L"Justification", L"Justification", types::multilineJustification, Category::Misc,            computed<getJustification>(),        Choices::Enumeration, 130,   L"Which of its lines it was drawn along. Read-only: the lines are stored and would stay what they are."},
   { 4, L"Closed",        L"Closed",        VT_BOOL,                       Category::Misc,            storedBit(71, mline, 2).readOnly(),  Choices::None,        140,   L"Whether the last vertex leads back to the first. Read-only: the joints are stored and would stay what they are."},
-  { 5, L"Vertex",        L"Vertex",        VT_VARIANT,                    Category::Geometry,        vertices(),                          Choices::None,        150,   L"The vertices. Read-only: the joints are stored and would stay what they are."},
+  { 5, L"Vertex",        L"Vertex",        VT_VARIANT,                    Category::Geometry,        computedPoints<getVertices>(),                          Choices::None,        150,   L"The vertices. Read-only: the joints are stored and would stay what they are."},
   { 6, L"Normal",        L"Normal",        VT_VARIANT,                    Category::Visualization3D, computedPoint<getNormal>(),          Choices::None,        160,   L"Upright on the plane of the multiline. Read-only: the vertices would have to follow it."},
 };
 // clang-format on

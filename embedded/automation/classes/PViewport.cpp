@@ -1,4 +1,5 @@
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "embedded/automation/Access.h"
@@ -8,6 +9,7 @@
 #include "embedded/automation/Refusal.h"
 #include "embedded/automation/classes/General.h"
 #include "embedded/database/Entity.h"
+#include "embedded/dxf/Numbers.h"
 
 namespace velt::automation {
 namespace {
@@ -29,17 +31,34 @@ bool getClipped(const Subject& subject) {
   return subject.lens().handle(340, viewport) != 0;
 }
 
+/// Old drawings keep it in extended data: the second number of a list.
+double getViewHeight(const Subject& subject) {
+  constexpr int numberCode = 1040;
+  const database::Lens lens = subject.lens();
+  if (lens.has(45, viewport)) return lens.real(45, viewport, 0);
+  const std::optional<dxf::PairRange> range = lens.xdata("ACAD");
+  if (!range) return 0;
+  int numbers = 0;
+  for (std::size_t index = range->first; index < range->first + range->count; ++index) {
+    if (lens.view().code(index) == numberCode && ++numbers == 2)
+      return dxf::parseReal(lens.view().value(index)).value_or(0);
+  }
+  return 0;
+}
+
+void putViewHeight(const Subject& subject, const double& height) {
+  if (getViewHeight(subject) != height) Editor(subject).real(45, viewport, height);
+}
+
 /// Paper over model.
 double getCustomScale(const Subject& subject) {
-  const database::Lens lens = subject.lens();
-  const double seen = lens.real(45, viewport, 0);
+  const double seen = getViewHeight(subject);
   if (!(seen > 0)) throw Refusal(E_FAIL, L"The drawing does not tell how much the viewport shows.");
-  return lens.real(41, viewport, 0) / seen;
+  return subject.lens().real(41, viewport, 0) / seen;
 }
 
 void putCustomScale(const Subject& subject, const double& scale) {
-  if (getCustomScale(subject) == scale) return;
-  Editor(subject).real(45, viewport, subject.lens().real(41, viewport, 0) / scale);
+  if (getCustomScale(subject) != scale) putViewHeight(subject, subject.lens().real(41, viewport, 0) / scale);
 }
 
 template <int Code, std::int64_t Otherwise>
@@ -83,7 +102,7 @@ constexpr PropertyRow rows[] = {
   { 1,  L"On",                  L"On",                            VT_BOOL,               Category::Misc,     computed<getOn>(),                                     Choices::None,        110,   L"Whether the viewport shows anything. Read-only: two numbers of the drawing would have to agree."},
   { 2,  L"Clipped",             L"Clipped",                       VT_BOOL,               Category::Misc,     computed<getClipped>(),                                Choices::None,        120,   L"Whether another entity is its boundary. Read-only: that entity would have to be found."},
   { 3,  L"DisplayLocked",       L"Display locked",                VT_BOOL,               Category::Misc,     storedBit(90, viewport, lockedFlag).readOnly(),        Choices::None,        130,   L"Whether the view stays what it is. Read-only: it protects what is read here."},
-  { 4,  L"CustomScale",         L"Custom scale",                  types::noUnits,        Category::Misc,     computed<getCustomScale, putCustomScale>().positive(), Choices::None,        140,   L"How large the model is on paper."},
+  { 4,  L"CustomScale",         L"Custom scale",                  types::noUnits,        Category::Misc,     computed<getCustomScale, putCustomScale>().positive().from("AC1015"), Choices::None,        140,   L"How large the model is on paper."},
   { 5,  L"UCSPerViewport",      L"UCS per viewport",              VT_BOOL,               Category::Misc,     storedBit(71, viewport, 1).readOnly(),                 Choices::None,        150,   L"Whether the viewport has coordinate axes of its own. Read-only: these would have to be made."},
   { 6,  L"RenderMode",          L"Visual style",                  types::viewRendering,  Category::Misc,     computed<getRenderMode>(),                             Choices::Enumeration, 160,   L"How the contents are shown. Read-only: newer drawings have a style beside it."},
   { 7,  L"ShadePlot",           L"Shade plot",                    types::shadePlot,      Category::Misc,     computed<getShadePlot>(),                              Choices::Enumeration, 170,   L"How the contents are plotted. Read-only: newer drawings have a style beside it."},
@@ -93,11 +112,11 @@ constexpr PropertyRow rows[] = {
   { 11, L"Center",              L"Center",                        VT_VARIANT,            Category::Geometry, worldPoint(10, viewport).readOnly(),                   Choices::None,        210,   L"Center of the viewport on its sheet. Read-only: the boundary of a clipped one would have to follow it."},
   { 12, L"Height",              L"Height",                        types::distance,       Category::Geometry, storedReal(41, viewport).readOnly(),                   Choices::None,        220,   L"Height on the sheet. Read-only: the boundary of a clipped one would have to follow it."},
   { 13, L"Width",               L"Width",                         types::distance,       Category::Geometry, storedReal(40, viewport).readOnly(),                   Choices::None,        230,   L"Width on the sheet. Read-only: the boundary of a clipped one would have to follow it."},
-  { 14, L"ViewHeight",          L"View height",                   types::distance,       Category::View,     storedReal(45, viewport).positive(),                   Choices::None,        240,   L"How much of the model is seen from bottom to top."},
-  { 15, L"Target",              L"Target",                        VT_VARIANT,            Category::View,     worldPoint(17, viewport),                              Choices::None,        250,   L"Point of the model that is looked at."},
+  { 14, L"ViewHeight",          L"View height",                   types::distance,       Category::View,     computed<getViewHeight, putViewHeight>().positive().from("AC1015"),                   Choices::None,        240,   L"How much of the model is seen from bottom to top."},
+  { 15, L"Target",              L"Target",                        VT_VARIANT,            Category::View,     worldPoint(17, viewport).from("AC1015"),                              Choices::None,        250,   L"Point of the model that is looked at."},
   { 16, L"Direction",           L"Direction",                     VT_VARIANT,            Category::View,     worldPoint(16, viewport).readOnly(),                   Choices::None,        260,   L"From the target to the eye. Read-only: the center of the view would have to follow it."},
-  { 17, L"TwistAngle",          L"Twist",                         types::angle,          Category::View,     storedDirection(51, viewport),                         Choices::None,        270,   L"How far the view is turned."},
-  { 18, L"LensLength",          L"Lens length",                   types::noUnits,        Category::View,     storedReal(42, viewport, 50).positive(),               Choices::None,        280,   L"Focal length of a perspective view, in millimetres."},
+  { 17, L"TwistAngle",          L"Twist",                         types::angle,          Category::View,     storedDirection(51, viewport).from("AC1015"),                         Choices::None,        270,   L"How far the view is turned."},
+  { 18, L"LensLength",          L"Lens length",                   types::noUnits,        Category::View,     storedReal(42, viewport, 50).positive().from("AC1015"),               Choices::None,        280,   L"Focal length of a perspective view, in millimetres."},
 };
 // clang-format on
 

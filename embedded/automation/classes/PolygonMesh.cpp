@@ -5,6 +5,7 @@
 #include "embedded/automation/ClassList.h"
 #include "embedded/automation/HeavyPolyline.h"
 #include "embedded/automation/HostIds.h"
+#include "embedded/automation/PointList.h"
 #include "embedded/automation/classes/General.h"
 
 namespace velt::automation {
@@ -20,31 +21,8 @@ bool isMesh(const database::Drawing& drawing, std::uint32_t record) {
   return (database::Lens(drawing, record).integer(70, "*", 0) & (polygonMesh | polyfaceMesh)) == polygonMesh;
 }
 
-std::vector<double> getVertices(const Subject& subject) {
-  std::vector<double> coordinates;
-  for (const Vector3& place : heavyPolyline(subject).places)
-    coordinates.insert(coordinates.end(), {place.x, place.y, place.z});
-  return coordinates;
-}
-
-constexpr const wchar_t* vertexLabels[] = {L"Vertex X", L"Vertex Y", L"Vertex Z"};
-
-std::size_t vertexCount(const Subject& subject, const PropertyRow&) {
-  return heavyPolyline(subject).places.size();
-}
-
-double getVertexElement(const Subject& subject, const PropertyRow&, std::size_t element) {
-  const Vector3& place = heavyPolyline(subject).places[element / 3];
-  const double elements[] = {place.x, place.y, place.z};
-  return elements[element % 3];
-}
-
-constexpr ElementAccess vertexElements = {vertexLabels, false, 1, vertexCount, getVertexElement, nullptr};
-
-constexpr Access vertices() {
-  Access made = computed<getVertices>();
-  made.elements = &vertexElements;
-  return made;
+std::vector<Vector3> getVertices(const Subject& subject) {
+  return heavyPolyline(subject).places;
 }
 
 /// The kind of the curve counts only while the flag says that there is one.
@@ -59,7 +37,7 @@ std::int32_t getFitSmooth(const Subject& subject) {
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name             label              type            category            access                              choices               weight help
-  { 1, L"Vertex",       L"Vertex",         VT_VARIANT,     Category::Geometry, vertices(),                         Choices::None,        110,   L"The vertices, column by column; of a smoothed mesh those that it was drawn with. Read-only: the vertices are entities of their own."},
+  { 1, L"Vertex",       L"Vertex",         VT_VARIANT,     Category::Geometry, computedPoints<getVertices>(),                         Choices::None,        110,   L"The vertices, column by column; of a smoothed mesh those that it was drawn with. Read-only: the vertices are entities of their own."},
   { 2, L"MVertexCount", L"M vertex count", VT_I4,          Category::Mesh,     storedInteger(71, mesh).readOnly(), Choices::None,        120,   L"How many rows of vertices there are. Read-only: it follows from the vertices."},
   { 3, L"NVertexCount", L"N vertex count", VT_I4,          Category::Mesh,     storedInteger(72, mesh).readOnly(), Choices::None,        130,   L"How many columns of vertices there are. Read-only: it follows from the vertices."},
   { 4, L"MDensity",     L"M density",      VT_I4,          Category::Mesh,     storedInteger(73, mesh).readOnly(), Choices::None,        140,   L"How many rows the smoothed mesh has. Read-only: the vertices that smooth it would have to be made."},

@@ -8,6 +8,7 @@
 #include "embedded/automation/ClassList.h"
 #include "embedded/automation/EntityGeometry.h"
 #include "embedded/automation/HostIds.h"
+#include "embedded/automation/PointList.h"
 #include "embedded/automation/Refusal.h"
 #include "embedded/automation/classes/General.h"
 #include "embedded/automation/geometry/Spline.h"
@@ -22,42 +23,13 @@ constexpr std::int64_t planarFlag = 8;
 
 // --- the points ---
 
-std::vector<double> coordinatesOf(const Subject& subject, int code) {
-  std::vector<double> coordinates;
-  for (const database::Point& point : subject.lens().points(code, spline))
-    coordinates.insert(coordinates.end(), point.begin(), point.end());
-  return coordinates;
-}
-
 template <int Code>
-std::vector<double> getPoints(const Subject& subject) {
-  return coordinatesOf(subject, Code);
+std::vector<Vector3> getPoints(const Subject& subject) {
+  return storedPoints(subject, Code, spline);
 }
 
 constexpr const wchar_t* controlLabels[] = {L"Control point X", L"Control point Y", L"Control point Z"};
 constexpr const wchar_t* fitLabels[] = {L"Fit point X", L"Fit point Y", L"Fit point Z"};
-
-template <int Code>
-std::size_t pointCount(const Subject& subject, const PropertyRow&) {
-  return subject.lens().view().findAll(Code, spline).size();
-}
-
-template <int Code>
-double getPointElement(const Subject& subject, const PropertyRow&, std::size_t element) {
-  const auto point = subject.lens().view().point(Code, spline, element / 3);
-  return point ? (*point)[element % 3] : 0;
-}
-
-constexpr ElementAccess controlElements = {controlLabels,       false,  1, pointCount<10>,
-                                           getPointElement<10>, nullptr};
-constexpr ElementAccess fitElements = {fitLabels, false, 1, pointCount<11>, getPointElement<11>, nullptr};
-
-template <int Code>
-constexpr Access pointsWith(const ElementAccess& elements) {
-  Access made = computed<getPoints<Code>>();
-  made.elements = &elements;
-  return made;
-}
 
 std::int32_t getControlPointCount(const Subject& subject) {
   return static_cast<std::int32_t>(subject.lens().view().findAll(10, spline).size());
@@ -142,19 +114,20 @@ double getArea(const Subject& subject) {
         throw Refusal(E_FAIL, L"The spline does not lie in a plane.");
     }
   }
+  // Seen from its first point, a straight line back to it encloses nothing more.
   const automation::Spline moved = curve.flat.movedBy(Vector2{} - curve.flat.first());
   const std::optional<double> integral = moved.boundaryIntegral();
   if (!integral) throw Refusal(E_FAIL, L"The spline is too uneven to be integrated.");
-  return std::abs(*integral + cross(moved.last(), moved.first()) / 2);
+  return std::abs(*integral);
 }
 
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id  name                      label                        type             category            access                                        choices        weight help
-  { 1,  L"ControlPoint",          L"Control points",           VT_VARIANT,      Category::Geometry, pointsWith<10>(controlElements),              Choices::None, 110,   L"The points that the curve is drawn to. Read-only: fit points and tangents would have to follow them."},
+  { 1,  L"ControlPoint",          L"Control points",           VT_VARIANT,      Category::Geometry, computedPoints<getPoints<10>, controlLabels>(),              Choices::None, 110,   L"The points that the curve is drawn to. Read-only: fit points and tangents would have to follow them."},
   { 2,  L"NumberOfControlPoints", L"Number of control points", VT_I4,           Category::Geometry, computed<getControlPointCount>(),             Choices::None, 120,   L"How many control points there are. Read-only: it follows from them."},
   { 3,  L"Weight",                L"Weight",                   VT_R8,           Category::Geometry, storedReal(41, spline, 1).readOnly(),         Choices::None, 130,   L"How strongly the first control point draws the curve. Read-only: fit points would have to follow it."},
-  { 4,  L"FitPoint",              L"Fit points",               VT_VARIANT,      Category::Geometry, pointsWith<11>(fitElements),                  Choices::None, 140,   L"The points that the curve was drawn through. Read-only: the control points would have to follow them."},
+  { 4,  L"FitPoint",              L"Fit points",               VT_VARIANT,      Category::Geometry, computedPoints<getPoints<11>, fitLabels>(),                  Choices::None, 140,   L"The points that the curve was drawn through. Read-only: the control points would have to follow them."},
   { 5,  L"NumberOfFitPoints",     L"Number of fit points",     VT_I4,           Category::Geometry, computed<getFitPointCount>(),                 Choices::None, 150,   L"How many fit points there are. Read-only: it follows from them."},
   { 6,  L"Degree",                L"Degree",                   VT_I4,           Category::Misc,     storedInteger(71, spline, 3).readOnly(),      Choices::None, 160,   L"Degree of the curve. Read-only: knots and control points would have to be made."},
   { 7,  L"FitTolerance",          L"Fit tolerance",            types::distance, Category::Misc,     storedReal(44, spline, 1e-10).readOnly(),     Choices::None, 170,   L"How far from its fit points the curve may run. Read-only: the control points would have to follow it."},

@@ -5,6 +5,7 @@
 #include "embedded/automation/ClassList.h"
 #include "embedded/automation/EntityGeometry.h"
 #include "embedded/automation/HostIds.h"
+#include "embedded/automation/PointList.h"
 #include "embedded/automation/classes/General.h"
 #include "embedded/automation/geometry/Angle.h"
 
@@ -42,34 +43,15 @@ double getRotation(const Subject& subject) {
 }
 
 /// Corners of the boundary in the world; stored against the middle of the first pixel, downwards.
-std::vector<double> getVertices(const Subject& subject) {
-  std::vector<double> coordinates;
+std::vector<Vector3> getVertices(const Subject& subject) {
   const Vector3 size = sizeOf(subject);
   const Vector3 origin = pointAt(subject.lens(), 10, image);
-  for (const database::Point& stored : subject.lens().points(14, image)) {
-    const Vector3 corner =
-        origin + (stored[0] + 0.5) * across(subject) + (size.y - 0.5 - stored[1]) * upwards(subject);
-    coordinates.insert(coordinates.end(), {corner.x, corner.y, corner.z});
+  std::vector<Vector3> corners;
+  for (const Vector3& stored : storedPoints(subject, 14, image)) {
+    corners.push_back(origin + (stored.x + 0.5) * across(subject)
+                      + (size.y - 0.5 - stored.y) * upwards(subject));
   }
-  return coordinates;
-}
-
-constexpr const wchar_t* vertexLabels[] = {L"Vertex X", L"Vertex Y", L"Vertex Z"};
-
-std::size_t vertexCount(const Subject& subject, const PropertyRow&) {
-  return subject.lens().view().findAll(14, image).size();
-}
-
-double getVertexElement(const Subject& subject, const PropertyRow&, std::size_t element) {
-  return getVertices(subject)[element];
-}
-
-constexpr ElementAccess vertexElements = {vertexLabels, false, 1, vertexCount, getVertexElement, nullptr};
-
-constexpr Access vertices() {
-  Access made = computed<getVertices>();
-  made.elements = &vertexElements;
-  return made;
+  return corners;
 }
 
 // clang-format off
@@ -79,7 +61,7 @@ constexpr PropertyRow rows[] = {
   { 2, L"Rotation",        L"Rotation",     types::angle, Category::Geometry, computed<getRotation>(),             Choices::None, 120,   L"Direction of the lower edge. Read-only: both edges would have to follow it."},
   { 3, L"Width",           L"Width",        VT_R8,        Category::Geometry, computed<getWidth>(),                Choices::None, 130,   L"Length of the lower edge. Read-only: the boundary would have to follow it."},
   { 4, L"Height",          L"Height",       VT_R8,        Category::Geometry, computed<getHeight>(),               Choices::None, 140,   L"Length of the left edge. Read-only: the boundary would have to follow it."},
-  { 5, L"Vertex",          L"Vertex",       VT_VARIANT,   Category::Geometry, vertices(),                          Choices::None, 150,   L"Corners of the boundary. Read-only: they are stored against the edges."},
+  { 5, L"Vertex",          L"Vertex",       VT_VARIANT,   Category::Geometry, computedPoints<getVertices>(),                          Choices::None, 150,   L"Corners of the boundary. Read-only: they are stored against the edges."},
   { 6, L"ClippingEnabled", L"Show clipped", VT_BOOL,      Category::Misc,     storedBit(280, image, 1).readOnly(), Choices::None, 160,   L"Whether only what lies inside the boundary is hidden. Read-only: the boundary would have to be made."},
 };
 // clang-format on

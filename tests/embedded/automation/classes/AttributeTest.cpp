@@ -35,6 +35,7 @@ TEST_F(AttributeTest, IsATextWithATag) {
 TEST_F(AttributeTest, KnowsItsReference) {
   EXPECT_EQ(L"Doors", attribute.text(L"ReferenceLayer"));
   EXPECT_EQ(L"DASHED", attribute.text(L"ReferenceLinetype"));
+  EXPECT_EQ(L"ByColor", attribute.text(L"ReferencePlotStyle"));
 }
 
 TEST_F(AttributeTest, IsJustifiedUnderItsOwnCode) {

@@ -28,5 +28,20 @@ TEST(DimRotatedTest, MeasuresAlongItsDirection) {
   EXPECT_EQ(3, old.real(L"Measurement"));
 }
 
+TEST(DimRotatedTest, TellsTheMeasurementInTheScaleOfItsStyle) {
+  // clang-format off
+  const auto drawing = Sample()
+      .tableRecord("DIMSTYLE", {{2, "Mine"}, {144, "2.5"}})
+      .tableRecord("DIMSTYLE", {{2, "Paper"}, {144, "-2.5"}})
+      .entity("DIMENSION", {{3, "Mine"}, {70, "32"}, {13, "1"}, {14, "5"}})
+      .entity("DIMENSION", {{3, "Paper"}, {70, "32"}, {13, "1"}, {14, "5"}})
+      .entity("DIMENSION", {{67, "1"}, {3, "Paper"}, {70, "32"}, {13, "1"}, {14, "5"}})
+      .open();
+  // clang-format on
+  EXPECT_EQ(10, Bound(*drawing, 0).real(L"Measurement"));
+  EXPECT_EQ(4, Bound(*drawing, 1).real(L"Measurement")) << "counts on sheets only";
+  EXPECT_EQ(10, Bound(*drawing, 2).real(L"Measurement"));
+}
+
 }  // namespace
 }  // namespace velt::automation

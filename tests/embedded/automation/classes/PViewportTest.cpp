@@ -10,6 +10,7 @@ using Numbers = std::vector<double>;
 std::unique_ptr<Drawing> sample() {
   // clang-format off
   return Sample()
+      .version("AC1027")
       .tableRecord("BLOCK_RECORD", {{5, "70"}, {2, "*Paper_Space"}, {340, "71"}})
       .entity("VIEWPORT", {{5, "72"}, {330, "70"}, {100, "AcDbEntity"}, {67, "1"}, {100, "AcDbViewport"}, {10, "5"}, {20, "6"}, {30, "0"}, {40, "150"}, {41, "100"}, {17, "1"}, {27, "2"}, {37, "3"}, {16, "0"}, {26, "0"}, {36, "1"}, {42, "35"}, {45, "200"}, {51, "90"}, {71, "1"}, {90, "16384"}, {1, "plain.ctb"}, {281, "2"}, {170, "3"}})
       .entity("VIEWPORT", {{100, "AcDbViewport"}, {68, "0"}, {340, "5"}})
@@ -44,6 +45,19 @@ TEST(PViewportTest, IsOffByAFlagOrByItsNumber) {
   EXPECT_TRUE(Bound(*drawing, 1).flag(L"Clipped"));
   EXPECT_FALSE(Bound(*drawing, 2).flag(L"On"));
   EXPECT_EQ(DISP_E_EXCEPTION, Bound(*drawing, 1).get(L"CustomScale").result);
+}
+
+TEST(PViewportTest, OldDrawingsTellWhatIsSeenAmongOtherData) {
+  // clang-format off
+  const auto drawing = Sample()
+      .entity("VIEWPORT", {{10, "1"}, {40, "20"}, {41, "10"}, {1001, "ACAD"}, {1000, "MVIEW"}, {1002, "{"}, {1070, "16"}, {1040, "0.5"}, {1040, "40"},
+                           {1040, "3"}, {1002, "}"}})
+      .open();
+  // clang-format on
+  const Bound made(*drawing, 0);
+  EXPECT_EQ(40, made.real(L"ViewHeight"));
+  EXPECT_EQ(0.25, made.real(L"CustomScale"));
+  EXPECT_EQ(DISP_E_EXCEPTION, made.put(L"CustomScale", test::number(1)).result);
 }
 
 TEST(PViewportTest, AnotherScaleShowsMoreOrLess) {
