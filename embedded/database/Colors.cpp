@@ -62,7 +62,8 @@ bool setEntityColor(Drawing& drawing, std::uint32_t record, const VkCmColor& col
 
   RecordEditor editor(drawing, record);
   // A new colour's own index first: when the record has no place for it, nothing has been changed.
-  const RecordEditor::Codes behind = {8, 6};
+  static constexpr int codesBefore[] = {8, 6};
+  const RecordEditor::Codes behind(codesBefore);
   if (isRgb && !editor.setInteger(rgbCode, commonSubclass, value & 0xFFFFFF, {8, 6, 62, 370, 48, 60}))
     return false;
   if (index && *index != byLayerIndex && !editor.setInteger(indexCode, commonSubclass, *index, behind))

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -111,7 +112,8 @@ class ScriptedSource final : public IPropertySource {
 /// A source that offers these, for all entities; both live as long as the process.
 template <class... Properties>
 HRESULT addSource(const VeltPluginHost* host, const wchar_t* name, Properties&... properties) {
-  auto* const source = new ScriptedSource;
+  static auto& kept = *new std::vector<std::unique_ptr<ScriptedSource>>;
+  ScriptedSource* const source = kept.emplace_back(std::make_unique<ScriptedSource>()).get();
   const std::vector<IUnknown*> elements{unknown(properties)...};
   source->properties = [elements](VARIANT* out) { return giveArray(elements, out); };
   return host->addPropertySource(host, name, L"VkDbEntity", source);
