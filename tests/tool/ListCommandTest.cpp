@@ -35,7 +35,7 @@ TEST_F(ListCommand, EntitiesAreListedInColumns) {
             "Handle  Class   Type    Layer\n"
             "2F      Line    LINE    Walls\n"
             "131     Circle  CIRCLE  0\n"
-            "33      Entity  3DFACE  Walls\n");
+            "33      3DFace  3DFACE  Walls\n");
 }
 
 TEST_F(ListCommand, ASelectionNarrowsTheList) {
