@@ -43,6 +43,8 @@ def in_world(entity, point):
 
 def general(entity, expected):
     dxf = entity.dxf
+    if not dxf.is_supported("layer"):  # of a kind that it only carries along
+        return
     expected["Layer"] = dxf.get("layer", "0").casefold()
     expected["Linetype scale"] = dxf.get("ltscale", 1.0)
     linetype = dxf.get("linetype", "ByLayer").casefold()
