@@ -177,7 +177,48 @@ def image(entity, expected):
     expected.point("Position", entity.dxf.insert)
 
 
-READERS = {"LINE": line, "POINT": point, "CIRCLE": circle, "ARC": arc, "ELLIPSE": ellipse, "LWPOLYLINE": lwpolyline,
+def dimension(entity, expected):
+    style = entity.override()
+    for label, variable in (("Arrow size", "dimasz"), ("Text height", "dimtxt"), ("Dim scale overall", "dimscale"),
+                            ("Ext line offset", "dimexo"), ("Ext line extension", "dimexe"),
+                            ("Dim line color", "dimclrd"), ("Text color", "dimclrt"), ("Precision", "dimdec"),
+                            ("Dim roundoff", "dimrnd"), ("Tolerance limit upper", "dimtp"),
+                            ("Tolerance limit lower", "dimtm"), ("Alt scale factor", "dimaltf")):
+        if style.get(variable) is not None:
+            expected[label] = style.get(variable)
+    expected["Text override"] = entity.dxf.get("text", "")
+    expected.point("Text position", in_world(entity, entity.dxf.get("text_midpoint", (0, 0, 0))))
+
+
+def multileader(entity, expected):
+    expected["Overall scale"] = entity.context.scale
+    expected["Arrowhead size"] = entity.context.arrow_head_size
+    expected["Leader count"] = len(entity.context.leaders)
+    expected["Landing distance"] = entity.dxf.dogleg_length
+    if entity.context.mtext:
+        expected["Contents"] = entity.context.mtext.default_content
+        expected.point("Text position", entity.context.mtext.insert)
+
+
+def tolerance(entity, expected):
+    expected["Contents"] = entity.dxf.content
+    expected.point("Position", entity.dxf.insert)
+
+
+def mline(entity, expected):
+    expected["Scale"] = entity.dxf.scale_factor
+    expected.point("Vertex", entity.vertices[0].location)
+
+
+def shape(entity, expected):
+    expected["Name"] = entity.dxf.name
+    expected["Size"] = entity.dxf.size
+    expected.point("Position", in_world(entity, entity.dxf.insert))
+
+
+READERS = {"DIMENSION": dimension, "ARC_DIMENSION": dimension, "LARGE_RADIAL_DIMENSION": dimension,
+           "MULTILEADER": multileader, "TOLERANCE": tolerance, "MLINE": mline, "SHAPE": shape,
+           "LINE": line, "POINT": point, "CIRCLE": circle, "ARC": arc, "ELLIPSE": ellipse, "LWPOLYLINE": lwpolyline,
            "TEXT": text, "MTEXT": mtext, "INSERT": insert, "3DFACE": face, "SOLID": solid, "TRACE": solid, "RAY": ray,
            "XLINE": ray, "SPLINE": spline, "VIEWPORT": viewport, "IMAGE": image}
 
