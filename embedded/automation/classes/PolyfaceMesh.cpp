@@ -13,8 +13,6 @@ namespace {
 
 using palette::Category;
 
-constexpr const char* mesh = "AcDbPolyFaceMesh";
-
 bool isMesh(const database::Drawing& drawing, std::uint32_t record) {
   constexpr std::int64_t polyfaceMesh = 64;
   return (database::Lens(drawing, record).integer(70, "*", 0) & polyfaceMesh) != 0;
