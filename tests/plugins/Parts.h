@@ -20,7 +20,7 @@ namespace velt::tests {
 
 /// Of the newer generation (Interface is IDynamicProperty2, Entity IDispatch*) or the older one (IDynamicProperty, long).
 template <class Interface, class Entity, const IID& InterfaceId>
-class ScriptedProperty : public Interface, public IDynamicEnumProperty, public ICategorizeProperties {
+class ScriptedProperty final : public Interface, public IDynamicEnumProperty, public ICategorizeProperties {
  public:
   explicit ScriptedProperty(const wchar_t* propertyName) : name(propertyName) {}
 
