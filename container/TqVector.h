@@ -12,13 +12,14 @@
 //
 // Failures are reported to the crash recorder and never thrown. Status 24: an index outside the logical
 // length, which is then used all the same. Status 2: last() of an empty vector, which gives a new element
-// that nobody frees. Status 6: memory cannot be had; the vector keeps its previous state, so a push_back adds
+// that nobody frees, or with no memory for it the same one each time. Status 6: memory cannot be had; the vector keeps its previous state, so a push_back adds
 // nothing, and copyBeforeWrite() answers false while the block stays shared.
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <new>
 #include <utility>
 
 #include "container/TqHeapOp.h"
@@ -186,7 +187,10 @@ class TqVector {
   static T& lastOfNothing() {
     // QUIRK(last_of_empty): callers hold a reference for as long as they like, so the element is never freed.
     velt::errors::reportToCrashRecorder(Velt::eNoElement);
-    return *new T();
+    if (T* const made = new (std::nothrow) T()) return *made;
+    velt::errors::reportToCrashRecorder(Velt::eOutOfMemory);
+    static T standIn;
+    return standIn = T();
   }
 
   TqVectorBlock* clone(size_type keep) const {

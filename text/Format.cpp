@@ -139,7 +139,11 @@ void appendNumber(std::basic_string<CharT>& result, const Placeholder& placehold
   };
   switch (argument.kind) {
     case FormatArgument::Kind::Signed:
-      print(argument.signedNumber, "ll");
+      if (std::string_view("xXou").find(placeholder.conversion) != std::string_view::npos) {
+        print(argument.unsignedNumber, "ll");
+      } else {
+        print(argument.signedNumber, "ll");
+      }
       break;
     case FormatArgument::Kind::Unsigned:
       print(argument.unsignedNumber, "ll");

@@ -18,6 +18,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 template <class CharT>
 class CStdStr;
@@ -34,7 +35,12 @@ class FormatArgument {
   FormatArgument(const std::string& text) : kind(Kind::NarrowString), narrow(text) {}
   FormatArgument(const CStdStr<wchar_t>& text);
   FormatArgument(const CStdStr<char>& text);
-  FormatArgument(std::signed_integral auto number) : kind(Kind::Signed), signedNumber(number) {}
+  // Both, because a conversion may ask for the bits of a negative number, as many as it has once promoted.
+  FormatArgument(std::signed_integral auto number)
+      : kind(Kind::Signed),
+        signedNumber(number),
+        unsignedNumber(
+            static_cast<unsigned long long>(static_cast<std::make_unsigned_t<decltype(+number)>>(+number))) {}
   FormatArgument(std::unsigned_integral auto number) : kind(Kind::Unsigned), unsignedNumber(number) {}
   FormatArgument(std::floating_point auto number)
       : kind(Kind::Real), realNumber(static_cast<double>(number)) {}

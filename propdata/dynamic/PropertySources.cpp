@@ -25,6 +25,12 @@ SAFEARRAY* arrayOf(const VARIANT& variant, VARTYPE elementType) {
   return variant.parray;
 }
 
+// Of objects by either interface that each of them has.
+SAFEARRAY* objectsOf(const VARIANT& variant) {
+  SAFEARRAY* const array = arrayOf(variant, VT_UNKNOWN);
+  return array != nullptr ? array : arrayOf(variant, VT_DISPATCH);
+}
+
 struct Bounds {
   LONG lower = 0;
   LONG upper = -1;
@@ -67,21 +73,34 @@ bool readSourceNames(VkDbObjectId id, ScopedVariant& names) {
   return extension->GetObjectPropertySourceNames(id, names.put()) != 0 && names.get().vt != VT_EMPTY;
 }
 
-void putSource(SAFEARRAY* names, LONG index, COleSafeArray& out) {
+// False when there is no registry to ask.
+bool putSource(SAFEARRAY* names, LONG index, COleSafeArray& out) {
   BStr name;
-  if (FAILED(SafeArrayGetElement(names, &index, name.put()))) return;
+  if (FAILED(SafeArrayGetElement(names, &index, name.put()))) return true;
   // Looked up for each name: a source may register or remove others while it is asked.
   auto* const registry = extensionOfDatabase<OPMPerInstancePropertySources>();
+  if (registry == nullptr) return false;
   ComPtr<IPropertySource> source;
-  const bool has = registry != nullptr && registry->GetPropertySourceAt(name.get(), source.put()) != 0;
+  const bool has = registry->GetPropertySourceAt(name.get(), source.put()) != 0;
   name.free();
-  if (!has) return;
+  if (!has) return true;
   try {
     // QUIRK(source_array_from_zero): the array starts at 0 whatever the names start at, so that the indexes
     // coincide only for names from 0; what falls outside is left out.
     out.PutElement(&index, source.get());
   } catch (const _com_error&) {
-    return;
+    return true;
+  }
+  return true;
+}
+
+// False when the array cannot be had.
+bool createFor(const Bounds& bounds, COleSafeArray& out) {
+  try {
+    out.CreateOneDim(VT_UNKNOWN, static_cast<DWORD>(LONGLONG{bounds.upper} + 1 - bounds.lower));
+    return true;
+  } catch (const _com_error&) {
+    return false;
   }
 }
 
@@ -102,10 +121,10 @@ int GetDynProperteySources(IDispatch* entity, COleSafeArray& out) {
   if (!readSourceNames(id, names)) return none;
   SAFEARRAY* const array = arrayOf(names.get(), VT_BSTR);
   if (array == nullptr) return none;
-  const Bounds bounds = boundsOf(array);
-  out.CreateOneDim(VT_UNKNOWN, static_cast<DWORD>(LONGLONG{bounds.upper} + 1 - bounds.lower));
-  forEachIndex(array, [&](LONG index) { putSource(array, index, out); });
-  return enumerated;
+  if (!createFor(boundsOf(array), out)) return none;
+  bool hasRegistry = true;
+  forEachIndex(array, [&](LONG index) { hasRegistry = hasRegistry && putSource(array, index, out); });
+  return hasRegistry ? enumerated : none;
 }
 
 int GetDynPropSourcePropInfo(IDispatch* entity, IPropertySource* source, TqVector<PROPINFO>& out) {
@@ -113,8 +132,9 @@ int GetDynPropSourcePropInfo(IDispatch* entity, IPropertySource* source, TqVecto
     ScopedVariant properties;
     if (FAILED(source->GetProperties(entity, properties.put())) || properties.get().vt == VT_EMPTY)
       return none;
-    SAFEARRAY* const array = arrayOf(properties.get(), VT_UNKNOWN);
-    if (array == nullptr) return none;
+    // Whatever else it is, it is an answer; only that there may be no property in it.
+    SAFEARRAY* const array = objectsOf(properties.get());
+    if (array == nullptr) return enumerated;
     forEachIndex(array, [&](LONG index) {
       ComPtr<IUnknown> element;
       if (FAILED(SafeArrayGetElement(array, &index, element.put())) || !element) return;

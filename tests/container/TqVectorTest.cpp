@@ -897,6 +897,26 @@ TEST_F(TqVectorTest, Quirk_last_of_empty) {
   leftBehind().clear();
 }
 
+TEST(TqVectorOfNumbers, TheLastOfAnEmptyVectorIsThereWhateverMemoryIsMissing) {
+  if (!tests::AllocationSpy::seesNew()) GTEST_SKIP() << "operator new cannot be failed in this build";
+  static std::vector<int*> owned;  // nobody frees them
+  Ints vector;
+  std::uint64_t n = 0;
+  for (std::uint64_t refused = 1; refused > 0;) {
+    SCOPED_TRACE(++n);
+    int* element = nullptr;
+    {
+      const tests::AllocationSpy spy = tests::AllocationSpy::failNth(n);
+      element = &vector.last();
+      refused = spy.counts().failures;
+    }
+    EXPECT_EQ(*element, 0);
+    *element = 7;  // a stand-in must not hand it on
+    owned.push_back(element);
+  }
+  EXPECT_GT(n, 2u);
+}
+
 TEST_F(TqVectorTest, TheLastOfAnEmptyVectorLeavesTheVectorAlone) {
   expectReports({2});
   Slots vector;

@@ -192,13 +192,17 @@ struct ToyPropertySource::SourceFacet final : Facet<IPropertySource> {
         "GetProperties(" + entityOf(entity) + ")",
         [&] {
           if (toy.answersEmpty) return S_OK;
-          SAFEARRAY* const array =
-              SafeArrayCreateVector(VT_UNKNOWN, toy.lowerBound, static_cast<ULONG>(toy.properties.size()));
+          if (toy.answerWith.has_value()) {
+            *out = toy.answerWith->make();
+            return S_OK;
+          }
+          SAFEARRAY* const array = SafeArrayCreateVector(toy.elementType, toy.lowerBound,
+                                                         static_cast<ULONG>(toy.properties.size()));
           for (std::size_t i = 0; i < toy.properties.size(); ++i) {
             const LONG index = toy.lowerBound + static_cast<LONG>(i);
             if (toy.properties[i] != nullptr) SafeArrayPutElement(array, &index, toy.properties[i]);
           }
-          VARIANT made = ofType(VT_ARRAY | VT_UNKNOWN);
+          VARIANT made = ofType(static_cast<VARTYPE>(VT_ARRAY | toy.elementType));
           made.parray = array;
           *out = made;
           return S_OK;

@@ -49,7 +49,9 @@ class ToyPropertySource : public Toy {
 
   std::vector<IUnknown*> properties;  // null elements are handed out as they are
   LONG lowerBound = 0;
-  bool answersEmpty = false;  // success with VT_EMPTY
+  VARTYPE elementType = VT_UNKNOWN;
+  bool answersEmpty = false;           // success with VT_EMPTY
+  std::optional<ToyValue> answerWith;  // success with this instead of an array
 
  private:
   struct SourceFacet;

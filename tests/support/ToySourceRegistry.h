@@ -35,6 +35,7 @@ class ToySourceRegistry {
   LONG lowerBound = 0;         // of the array of names
   bool answersFalse = false;   // GetObjectPropertySourceNames: false, and the names all the same
   bool answersEmpty = false;   // true, and VT_EMPTY
+  int removesItselfAfter = 0;  // so many calls of GetPropertySourceAt take the sources away
   bool noExtension = false;    // CreateOPMInstancePropertyExtension: null
   VkRxClass* asked = nullptr;  // the class for which an extension was made last
 
@@ -82,6 +83,7 @@ class ToySourceRegistry {
     BOOL GetPropertySourceAt(BSTR name, IPropertySource** source) override {
       const tests::AllocationPause pause;
       registry.host_.log.add("GetPropertySourceAt(" + narrow(name) + ")");
+      if (--registry.removesItselfAfter == 0) registry.withoutSources();
       const std::wstring_view wanted = name != nullptr ? name : L"";  // the two are one text
       for (const Named& named : registry.named_) {
         if (named.name != wanted || named.source == nullptr) continue;

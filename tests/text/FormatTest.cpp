@@ -238,6 +238,14 @@ RC_GTEST_PROP(Format, WritesUnsignedNumbersAsTheCLibraryDoes, (unsigned int numb
   RC_ASSERT(wide(widened(format).c_str(), number) == widened(expected));
 }
 
+TEST(Format, TheBitsOfANegativeNumberAreThoseOfItsType) {
+  for (const char* const format : {"%x", "%X", "%o", "%u"}) {
+    EXPECT_EQ(narrow(format, -1), printed(format, -1)) << format;
+    EXPECT_EQ(narrow(format, static_cast<signed char>(-2)), printed(format, -2)) << format;
+    EXPECT_EQ(narrow(format, -1LL), printed(std::string("%ll") + (format + 1), -1LL)) << format;
+  }
+}
+
 RC_GTEST_PROP(Format, WritesRealNumbersAsTheCLibraryDoes, (double number)) {
   std::string format = "%";
   for (const char flag : {'-', '+', ' ', '0', '#'}) {

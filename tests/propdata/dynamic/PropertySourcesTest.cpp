@@ -72,6 +72,76 @@ TEST_F(PropertySources, SourcesAreFoundByThisOrderOfCalls) {
                    "GetPropertySourceAt(Materials)", "GetPropertySourceAt(Prices)"}));
 }
 
+TEST_F(PropertySources, AnEntityIsClosedBeforeTheFactoryIsAskedAndEachSourceReadBeforeTheNext) {
+  registry.add(L"Materials", &materials);
+  registry.add(L"Prices", &prices);
+
+  collect();
+
+  EXPECT_EQ(host.log.only({"vkdbOpen", "close", "CreateOPM", "GetObjectPropertySourceNames",
+                           "GetPropertySourceAt", "QueryInterface(IPropertySource)", "GetProperties(",
+                           "QueryInterface(IDynamicProperty2)"}),
+            (Lines{"vkdbOpenVkDbObject(77, mode 0)", "close() on entityInDatabase",
+                   "CreateOPMInstancePropertyExtension(VkDbEntity)", "GetObjectPropertySourceNames(77)",
+                   "GetPropertySourceAt(Materials)", "GetPropertySourceAt(Prices)",
+                   "QueryInterface(IPropertySource) on materials", "GetProperties(dispatch) on materials",
+                   "QueryInterface(IDynamicProperty2) on oak", "QueryInterface(IDynamicProperty2) on steel",
+                   "QueryInterface(IPropertySource) on prices", "GetProperties(dispatch) on prices",
+                   "QueryInterface(IDynamicProperty2) on price"}));
+}
+
+TEST_F(PropertySources, TheRegistryIsLookedUpAgainForEachName) {
+  registry.add(L"Materials", &materials);
+  registry.add(L"Prices", &prices);
+  registry.removesItselfAfter = 1;
+
+  EXPECT_EQ(collect(), Names{});
+  EXPECT_EQ(answer, 0) << "gone when the second name was looked up";
+  EXPECT_EQ(host.log.count("GetPropertySourceAt"), 1);
+}
+
+TEST_F(PropertySources, AnAnswerWithoutPropertiesIsAnAnswer) {
+  materials.answerWith = ToyValue(r8(1.0));
+  EXPECT_EQ(
+      GetDynPropSourcePropInfo(entity.dispatch(), materials.as<IPropertySource>(IID_IPropertySource), out),
+      1);
+  materials.answerWith.reset();
+  materials.answersEmpty = true;
+  EXPECT_EQ(
+      GetDynPropSourcePropInfo(entity.dispatch(), materials.as<IPropertySource>(IID_IPropertySource), out),
+      0);
+  EXPECT_TRUE(out.isEmpty());
+}
+
+TEST_F(PropertySources, PropertiesMayBeHandedOutByTheirAutomationInterface) {
+  materials.elementType = VT_DISPATCH;
+  registry.add(L"Materials", &materials);
+
+  EXPECT_EQ(collect(), (Names{"oak", "steel"}));
+}
+
+TEST_F(PropertySources, AnArrayThatCannotBeMadeIsAnEntityWithoutSources) {
+  registry.add(L"Materials", &materials);
+  for (std::uint64_t n = 1;; ++n) {
+    SCOPED_TRACE(n);
+    host.mark();
+    std::uint64_t refused = 0;
+    int made = -1;
+    {
+      COleSafeArray sources;
+      const auto fault = platform::AllocationFault::failFrom(n, platform::Heap::Arrays);
+      made = GetDynProperteySources(entity.dispatch(), sources);
+      refused = fault.failures();
+    }
+    EXPECT_EQ(host.balance(), "balanced");
+    EXPECT_EQ(made, refused == 0 ? 1 : 0);
+    if (refused == 0) {
+      EXPECT_GT(n, 2U) << "the array of names and the array of sources";
+      break;
+    }
+  }
+}
+
 TEST_F(PropertySources, ANameIsFreedBeforeTheNextSourceIsLookedUp) {
   registry.add(L"Materials", &materials);
   registry.add(L"Prices", &prices);
@@ -140,6 +210,7 @@ TEST_F(PropertySources, WithoutFactoryExtensionOrRegistryThereAreNoRows) {
   registry.noExtension = false;
   registry.withoutSources();
   EXPECT_EQ(collect(), Names{});
+  EXPECT_EQ(answer, 0);
 
   registry.withoutFactory();
   EXPECT_EQ(collect(), Names{});

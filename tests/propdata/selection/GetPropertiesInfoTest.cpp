@@ -413,6 +413,16 @@ TEST_F(PropertyQuery, AnEntryThatFailsTheHarvestEndsTheQueryBeforeAnythingIsMerg
   EXPECT_EQ(host.balance(), "balanced");
 }
 
+TEST_F(PropertyQuery, WithoutTheMessageLibraryAHarvestEndsAsItDoesWithItAndTheTextIsEmpty) {
+  host.on("LoadLibraryExW").answerNull();
+  select().object.withhold(IID_IOPMPropertyExtension);
+
+  EXPECT_FALSE(query());
+
+  EXPECT_EQ(error(), L"");
+  EXPECT_TRUE(result.isEmpty());
+}
+
 TEST_F(PropertyQuery, ANullEntryFailsWithoutAMessage) {
   select();
   selection.addNull();

@@ -73,11 +73,46 @@ TEST_F(SetPropertiesValueTest, AnEntityIsOpenedAskedAndClosedBeforeItIsWritten) 
 
   EXPECT_EQ(set(), 1);
 
-  const Lines calls = host.log.lines();
-  ASSERT_GE(calls.size(), 3U);
-  EXPECT_EQ(calls.front().substr(0, 19), "vkdbOpenObject(11, ");
-  EXPECT_EQ(calls[calls.size() - 3], "GetIDsOfNames(Radius, locale 0x800) on object11");
-  EXPECT_EQ(calls.back().substr(0, 9), "Invoke(4,");
+  EXPECT_EQ(host.log.lines(),
+            (Lines{"vkdbOpenObject(11, mode 0)", "layerId() on db11", "close() on db11",
+                   "vkdbOpenVkDbObject(900, mode 0)", "isLocked() on openLayer", "close() on openLayer",
+                   "GetIDsOfNames(Radius, locale 0x800) on object11", "GetUserDefaultLCID()",
+                   "Invoke(4, put VT_R8 2.5 named -3, locale 0x807, result VT_R8) on object11"}));
+  EXPECT_EQ(touchedIds(), Ids{11});
+}
+
+TEST_F(SetPropertiesValueTest, AnEntityOnALockedLayerIsAskedAndClosedAndNothingElse) {
+  add(11, lockedLayerId);
+
+  EXPECT_EQ(set(), 1);
+
+  EXPECT_EQ(host.log.lines(), (Lines{"vkdbOpenObject(11, mode 0)", "layerId() on db11", "close() on db11",
+                                     "vkdbOpenVkDbObject(901, mode 0)", "isLocked() on lockedLayer",
+                                     "close() on lockedLayer"}));
+}
+
+TEST_F(SetPropertiesValueTest, AnElementIsLookedUpByNameAndWrittenThroughTheExpander) {
+  add(11).property(4, L"Radius").element(1, L"X", r8(1.5));
+
+  EXPECT_EQ(set(true, 1), 1);
+
+  EXPECT_EQ(host.log.lines(),
+            (Lines{"vkdbOpenObject(11, mode 0)", "layerId() on db11", "close() on db11",
+                   "vkdbOpenVkDbObject(900, mode 0)", "isLocked() on openLayer", "close() on openLayer",
+                   "GetIDsOfNames(Radius, locale 0x800) on object11",
+                   "QueryInterface(IOPMPropertyExpander) on object11",
+                   "SetElementValue(4, cookie 1, VT_R8 2.5) on object11",
+                   "Release(IOPMPropertyExpander) on object11"}));
+}
+
+TEST_F(SetPropertiesValueTest, WithoutTheMessageLibraryTheResultIsTheSameAndTheTextEmpty) {
+  host.on("LoadLibraryExW").answerNull();
+  add(11);
+  row.name = L"Unknown";
+
+  EXPECT_EQ(set(), 0);
+
+  EXPECT_EQ(error(), L"");
   EXPECT_EQ(touchedIds(), Ids{11});
 }
 
