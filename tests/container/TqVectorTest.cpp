@@ -899,7 +899,7 @@ TEST_F(TqVectorTest, Quirk_last_of_empty) {
 
 TEST(TqVectorOfNumbers, TheLastOfAnEmptyVectorIsThereWhateverMemoryIsMissing) {
   if (!tests::AllocationSpy::seesNew()) GTEST_SKIP() << "operator new cannot be failed in this build";
-  static std::vector<int*> owned;  // nobody frees them
+  static auto& owned = *new std::vector<int*>;  // nobody frees them
   Ints vector;
   std::uint64_t n = 0;
   for (std::uint64_t refused = 1; refused > 0;) {
