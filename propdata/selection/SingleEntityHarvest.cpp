@@ -1,5 +1,6 @@
 // The static rows of one entity, and the cache that saves walking the type information again.
 
+#include <algorithm>
 #include <string>
 #include <unordered_set>
 #include <utility>
@@ -104,8 +105,13 @@ bool harvest(VeltPropData& entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& er
   for (PROPINFO& prop : writable(list)) {
     if (!completeRow(entry, prop, setters, categoryId, categoryName, errorText)) return false;
   }
-  // Every entity of the class gets a copy of the list, and a copy has as many slots.
-  if (!list.setPhysicalLength(list.length())) throw ListIsFull();
+  // Every entity of the class gets a copy of the list, and a copy has as many slots: room for the elements that a point
+  // breaks up into, so that the merge need not move the list, and for nothing else.
+  constexpr std::uint32_t elementsOfAPoint = 3;
+  const auto points = std::count_if(std::as_const(list).begin(), std::as_const(list).end(),
+                                    [](const PROPINFO& prop) { return prop.valueType == VT_VARIANT; });
+  if (!list.setPhysicalLength(list.length() + elementsOfAPoint * static_cast<std::uint32_t>(points)))
+    throw ListIsFull();
   return true;
 }
 
