@@ -12,8 +12,9 @@
 //
 // Failures are reported to the crash recorder and never thrown. Status 24: an index outside the logical
 // length, which is then used all the same. Status 2: last() of an empty vector, which gives a new element
-// that nobody frees, or with no memory for it the same one each time. Status 6: memory cannot be had; the vector keeps its previous state, so a push_back adds
-// nothing, and copyBeforeWrite() answers false while the block stays shared.
+// that nobody frees, or with no memory for it the same one each time. Status 6: memory cannot be had; the
+// vector keeps its previous state, so a push_back adds nothing, and copyBeforeWrite() answers false while the
+// block stays shared.
 
 #include <algorithm>
 #include <cstddef>

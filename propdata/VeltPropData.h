@@ -260,9 +260,9 @@ VELT_PROPDATA_EXPORT void getPropValue(PROPINFO& prop, TqVector<PROPINFO>& eleme
 // Merge
 // ---------------------------------------------------------------------------------------------------------
 
-// Merges the lists of the selection's entities into one. False only when there is no list (result is then
-// untouched). entities and flag are not used; errorText may receive 1014, 1015 or 1019 although the merge
-// succeeds. lists 1 onward are changed in place: values read, names emptied, elements appended.
+// Merges the lists of the selection's entities into one. False only when there is no list or memory runs out
+// (result is then untouched). entities and flag are not used; errorText may receive 1014, 1015 or 1019
+// although the merge succeeds. lists 1 onward are changed in place: values read, names emptied, elements appended.
 VELT_PROPDATA_EXPORT bool ExcuteIntersect(TqVector<VeltPropData*>& entities,
                                           TqVector<TqVector<PROPINFO>>& lists, TqVector<PROPINFO>& result,
                                           CStdStr<wchar_t>& errorText, bool& flag);
