@@ -12,13 +12,12 @@
 #include <vector>
 
 #include "tool/Failure.h"
+#include "tool/NumberKinds.h"
 #include "tool/Text.h"
 
 namespace velt::tool {
 
 namespace {
-
-constexpr int customAngle = 543;
 
 std::string_view trimmed(std::string_view text) {
   const std::size_t first = text.find_first_not_of(" \t");
@@ -108,13 +107,13 @@ OwnedVariant textValue(const std::wstring& text) {
 
 OwnedVariant realValue(const Assignment& assignment, const PROPINFO& row) {
   std::string_view text = trimmed(assignment.value);
-  const bool isAngle = row.customType == customAngle;
+  const bool inDegrees = isAngle(row.customType);
   constexpr std::string_view degree = "\u00B0";
-  if (isAngle && text.ends_with(degree)) text.remove_suffix(degree.size());
+  if (inDegrees && text.ends_with(degree)) text.remove_suffix(degree.size());
   const std::optional<double> number = numberIn<double>(text);
-  if (!number || !std::isfinite(*number)) refuse(assignment, isAngle ? "no angle in degrees" : "no number");
+  if (!number || !std::isfinite(*number)) refuse(assignment, inDegrees ? "no angle in degrees" : "no number");
   OwnedVariant made;
-  const double value = isAngle ? *number * std::numbers::pi / 180.0 : *number;
+  const double value = inDegrees ? *number * std::numbers::pi / 180.0 : *number;
   if (typeOf(row) == VT_R4) {
     made.get().fltVal = static_cast<float>(value);
   } else {

@@ -14,14 +14,12 @@
 #include "host/automation/IVeltBaseObject.h"
 #include "host/automation/IVeltHyperlinks.h"
 #include "host/automation/IVeltVkCmColor.h"
+#include "tool/NumberKinds.h"
 #include "tool/Text.h"
 
 namespace velt::tool {
 
 namespace {
-
-constexpr int customAngle = 543;
-constexpr int customNoUnits = 544;
 
 // One reference, released at the end of its scope.
 template <class Interface>
@@ -62,9 +60,8 @@ std::string realText(const PROPINFO& row, double number, const NumberStyle& styl
   if (!std::isfinite(number)) return fmt::format("{}", number);
   constexpr double tooLongForFixed = 1e15;
   if (std::fabs(number) >= tooLongForFixed) return fmt::format("{:g}", number);
-  if (row.customType == customAngle)
-    return fixed(number * 180.0 / std::numbers::pi, style.anglePlaces) + "\u00B0";
-  if (row.customType == customNoUnits)
+  if (isAngle(row.customType)) return fixed(number * 180.0 / std::numbers::pi, style.anglePlaces) + "\u00B0";
+  if (isWithoutUnits(row.customType))
     return fmt::format("{:.{}g}", number, std::max(style.lengthPlaces + 1, 6));
   return fixed(number, style.lengthPlaces);
 }

@@ -140,6 +140,7 @@ constexpr Editor editors[] = {
   {L"VeltDimArcLength",      L"DimStyle",        507},
   {L"VeltLeader",            L"DimStyle",        507},
   {L"VeltTolerance",         L"DimStyle",        507},
+  {L"VeltEllipse",           L"EndAngle",        508},
   {L"VeltHatch",             L"Type",            509},
   {L"VeltLine",              L"Hyperlinks",      510},
   {L"VeltDimRotated",        L"TextStyle",       511},
@@ -147,6 +148,7 @@ constexpr Editor editors[] = {
   {L"VeltDimAngular",        L"AnglePrecision",  511},
   {L"VeltMLine",             L"Justification",   511},
   {L"VeltHatch",             L"GradientName",    512},
+  {L"VeltHatch",             L"Angle",           513},
   {L"VeltHatch",             L"Double",          514},
   {L"VeltHatch",             L"Associative",     514},
   {L"VeltHatch",             L"IslandStyle",     516},
@@ -154,6 +156,7 @@ constexpr Editor editors[] = {
   {L"VeltHatch",             L"PatternName",     518},
   {L"VeltMLeader",           L"ContentBlockName", 524},
   {L"VeltHatch",             L"Elevation",       515},
+  {L"VeltHatch",             L"HatchScale",      519},
   {L"VeltHatch",             L"Spacing",         520},
   {L"VeltLine",              L"Layer",           521},
   {L"VeltLine",              L"Linetype",        522},
@@ -182,6 +185,7 @@ constexpr Editor editors[] = {
   {L"VeltText",              L"Style",           537},
   {L"VeltAttribute",         L"Style",           537},
   {L"VeltSpline",            L"Weight",          538},
+  {L"VeltLine",              L"LinetypeScale",   539},
   {L"VeltDimRotated",        L"DimensionLineColor", 540},
   {L"VeltAttribute",         L"ReferenceLayer",  541},
   {L"VeltCircle",            L"Radius",          542},
@@ -202,6 +206,21 @@ TEST_F(Gallery, LeadsToEveryEditor) {
   for (const Editor& it : editors)
     EXPECT_TRUE(shows(it.kind, it.property, it.code))
         << std::filesystem::path(it.kind) << " " << std::filesystem::path(it.property) << " " << it.code;
+}
+
+/// A type that no editor is known for does not reach a palette: the kind of the property takes its place. So it is looked
+/// for where the rows of a class are kept.
+TEST_F(Gallery, LeadsToATypeNameThatNoEditorIsKnownFor) {
+  constexpr std::int32_t unknownName = 551;
+  ASSERT_FALSE(rowsByClass().empty());
+  std::set<std::int32_t> codes;
+  for (const auto& [key, rows] : *getTqPROPINFOCache()) {
+    for (const PROPINFO& row : rows) {
+      if (row.name == L"Justification") codes.insert(row.customType);
+    }
+  }
+  EXPECT_TRUE(codes.contains(unknownName));
+  EXPECT_FALSE(shows(L"VeltMLine", L"Justification", unknownName));
 }
 
 TEST_F(Gallery, ShowsEveryRowOfEveryClass) {

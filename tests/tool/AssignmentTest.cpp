@@ -13,8 +13,6 @@ using testing::HasSubstr;
 
 namespace {
 
-constexpr int customAngle = 543;
-
 PROPINFO row(const wchar_t* shown, VARTYPE type, const wchar_t* name = L"") {
   PROPINFO made;
   made.displayName = shown;
@@ -122,9 +120,11 @@ TEST(Assignment, NumbersAreTakenAsTheyAre) {
 
 TEST(Assignment, AnglesAreInDegrees) {
   PROPINFO angle = row(L"Rotation", VT_R8);
-  angle.customType = customAngle;
-  EXPECT_DOUBLE_EQ(valueIn("Rotation=90", angle).get().dblVal, std::numbers::pi / 2);
-  EXPECT_DOUBLE_EQ(valueIn("Rotation=90\u00B0", angle).get().dblVal, std::numbers::pi / 2);
+  for (const int kind : {543, 508, 513}) {
+    angle.customType = kind;
+    EXPECT_DOUBLE_EQ(valueIn("Rotation=90", angle).get().dblVal, std::numbers::pi / 2) << kind;
+    EXPECT_DOUBLE_EQ(valueIn("Rotation=90\u00B0", angle).get().dblVal, std::numbers::pi / 2) << kind;
+  }
 }
 
 TEST(Assignment, WhatIsNoNumberIsRefused) {
