@@ -1,4 +1,7 @@
-// The tables of all automation classes.
+// The tables of all automation classes: every class id has one.
+//
+// So a new class is its line in the list of ids, and a file under classes/ that defines its table:
+//   constinit const AutomationClass classes::VeltLine = {CLSID_VeltLine, L"VeltLine", ...};
 #pragma once
 
 #include <span>
@@ -7,14 +10,18 @@
 
 namespace velt::automation {
 
-#define VELT_AUTOMATION_CLASS(name) extern const AutomationClass name;
-#include "embedded/automation/ClassList.inc"
+namespace classes {
+#define VELT_CLSID(name, ...) extern const AutomationClass name;
+#define VELT_IID(name, ...)
+#include "host/automation/Ids.inc"
+}  // namespace classes
 
 /// In the order of the list.
 [[nodiscard]] inline std::span<const AutomationClass* const> automationClasses() {
-#define VELT_AUTOMATION_CLASS(name) &name,
+#define VELT_CLSID(name, ...) &classes::name,
+#define VELT_IID(name, ...)
   static constexpr const AutomationClass* list[] = {
-#include "embedded/automation/ClassList.inc"
+#include "host/automation/Ids.inc"
   };
   return list;
 }

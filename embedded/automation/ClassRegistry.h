@@ -23,7 +23,7 @@ struct RegisteredClass {
 
 class ClassRegistry {
  public:
-  /// The classes of the host, those of ClassList.inc. Lives as long as the process.
+  /// The classes of the host, one for each class id. Lives as long as the process.
   [[nodiscard]] static const ClassRegistry& ofHost();
 
   /// `further` are types of objects that are no entities, such as colours; they stand behind the classes.

@@ -62,7 +62,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass threeDFaceClass = {
+constinit const AutomationClass classes::Velt3DFace = {
     CLSID_Velt3DFace, L"Velt3DFace", L"3D Face", "3DFACE", L"A plane of three or four corners in space.",
     &entityRows,      rows,
 };

@@ -57,7 +57,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass threeDPolylineClass = {
+constinit const AutomationClass classes::Velt3DPolyline = {
     CLSID_Velt3DPolyline,
     L"Velt3DPolyline",
     L"3D Polyline",

@@ -83,7 +83,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass arcClass = {
+constinit const AutomationClass classes::VeltArc = {
     CLSID_VeltArc, L"VeltArc", L"Arc", "ARC", L"A part of a circle.", &entityRows, rows,
 };
 

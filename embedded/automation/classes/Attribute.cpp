@@ -54,7 +54,7 @@ constexpr const std::span<const PropertyRow>* families[] = {&singleLineRows};
 
 }  // namespace
 
-constinit const AutomationClass attributeClass = {
+constinit const AutomationClass classes::VeltAttribute = {
     CLSID_VeltAttribute,
     L"VeltAttribute",
     L"Attribute",

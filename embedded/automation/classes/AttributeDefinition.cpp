@@ -33,7 +33,7 @@ constexpr const std::span<const PropertyRow>* families[] = {&singleLineRows};
 
 }  // namespace
 
-constinit const AutomationClass attributeDefinitionClass = {
+constinit const AutomationClass classes::VeltAttributeDefinition = {
     CLSID_VeltAttributeDefinition,
     L"VeltAttributeDefinition",
     L"Attribute Definition",

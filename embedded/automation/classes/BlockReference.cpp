@@ -91,7 +91,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass blockReferenceClass = {
+constinit const AutomationClass classes::VeltBlockReference = {
     CLSID_VeltBlockReference,
     L"VeltBlockReference",
     L"Block Reference",

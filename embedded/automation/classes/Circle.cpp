@@ -65,7 +65,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass circleClass = {
+constinit const AutomationClass classes::VeltCircle = {
     CLSID_VeltCircle, L"VeltCircle", L"Circle", "CIRCLE", L"A full circle.", &entityRows, rows,
 };
 

@@ -36,7 +36,7 @@ constexpr const std::span<const PropertyRow>* families[] = {
 
 }  // namespace
 
-constinit const AutomationClass dim3PointAngularClass = {
+constinit const AutomationClass classes::VeltDim3PointAngular = {
     CLSID_VeltDim3PointAngular,
     L"VeltDim3PointAngular",
     L"3-Point Angular Dimension",

@@ -37,7 +37,7 @@ constexpr const std::span<const PropertyRow>* families[] = {
 
 }  // namespace
 
-constinit const AutomationClass dimAlignedClass = {
+constinit const AutomationClass classes::VeltDimAligned = {
     CLSID_VeltDimAligned,
     L"VeltDimAligned",
     L"Aligned Dimension",

@@ -66,7 +66,7 @@ constexpr const std::span<const PropertyRow>* families[] = {
 
 }  // namespace
 
-constinit const AutomationClass dimAngularClass = {
+constinit const AutomationClass classes::VeltDimAngular = {
     CLSID_VeltDimAngular,
     L"VeltDimAngular",
     L"Angular Dimension",

@@ -49,7 +49,7 @@ constexpr const std::span<const PropertyRow>* families[] = {
 
 }  // namespace
 
-constinit const AutomationClass dimArcLengthClass = {
+constinit const AutomationClass classes::VeltDimArcLength = {
     CLSID_VeltDimArcLength,
     L"VeltDimArcLength",
     L"Arc Length Dimension",

@@ -35,7 +35,7 @@ constexpr const std::span<const PropertyRow>* families[] = {
 
 }  // namespace
 
-constinit const AutomationClass dimDiametricClass = {
+constinit const AutomationClass classes::VeltDimDiametric = {
     CLSID_VeltDimDiametric,
     L"VeltDimDiametric",
     L"Diametric Dimension",

@@ -45,7 +45,7 @@ constexpr const std::span<const PropertyRow>* families[] = {&dimensionRows, &len
 
 }  // namespace
 
-constinit const AutomationClass dimOrdinateClass = {
+constinit const AutomationClass classes::VeltDimOrdinate = {
     CLSID_VeltDimOrdinate,
     L"VeltDimOrdinate",
     L"Ordinate Dimension",

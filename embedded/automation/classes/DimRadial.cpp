@@ -34,7 +34,7 @@ constexpr const std::span<const PropertyRow>* families[] = {&dimensionRows,  &ar
 
 }  // namespace
 
-constinit const AutomationClass dimRadialClass = {
+constinit const AutomationClass classes::VeltDimRadial = {
     CLSID_VeltDimRadial,
     L"VeltDimRadial",
     L"Radial Dimension",

@@ -43,7 +43,7 @@ constexpr const std::span<const PropertyRow>* families[] = {&dimensionRows,  &ar
 
 }  // namespace
 
-constinit const AutomationClass dimRadialLargeClass = {
+constinit const AutomationClass classes::VeltDimRadialLarge = {
     CLSID_VeltDimRadialLarge,
     L"VeltDimRadialLarge",
     L"Jogged Radial Dimension",

@@ -43,7 +43,7 @@ constexpr const std::span<const PropertyRow>* families[] = {
 
 }  // namespace
 
-constinit const AutomationClass dimRotatedClass = {
+constinit const AutomationClass classes::VeltDimRotated = {
     CLSID_VeltDimRotated,
     L"VeltDimRotated",
     L"Rotated Dimension",

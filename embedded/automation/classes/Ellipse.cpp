@@ -158,7 +158,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass ellipseClass = {
+constinit const AutomationClass classes::VeltEllipse = {
     CLSID_VeltEllipse, L"VeltEllipse", L"Ellipse", "ELLIPSE", L"An ellipse or a part of one.",
     &entityRows,       rows,
 };

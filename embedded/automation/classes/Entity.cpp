@@ -5,7 +5,7 @@
 namespace velt::automation {
 
 // Entities that have no class of their own.
-constinit const AutomationClass entityClass = {
+constinit const AutomationClass classes::VeltEntity = {
     CLSID_VeltEntity, L"VeltEntity", L"Entity", "", L"An entity of a drawing.", &entityRows, {},
 };
 

@@ -62,7 +62,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass externalReferenceClass = {
+constinit const AutomationClass classes::VeltExternalReference = {
     CLSID_VeltExternalReference,
     L"VeltExternalReference",
     L"External Reference",

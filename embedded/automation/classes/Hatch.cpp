@@ -266,7 +266,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass hatchClass = {
+constinit const AutomationClass classes::VeltHatch = {
     CLSID_VeltHatch, L"VeltHatch", L"Hatch", "HATCH", L"A filled area.", &entityRows, rows, getVariant,
 };
 

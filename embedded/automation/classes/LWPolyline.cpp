@@ -94,7 +94,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass lwPolylineClass = {
+constinit const AutomationClass classes::VeltLWPolyline = {
     CLSID_VeltLWPolyline,
     L"VeltLWPolyline",
     L"Polyline",

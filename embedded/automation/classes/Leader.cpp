@@ -81,7 +81,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass leaderClass = {
+constinit const AutomationClass classes::VeltLeader = {
     CLSID_VeltLeader, L"VeltLeader", L"Leader", "LEADER", L"A line with an arrowhead that leads to a text.",
     &entityRows,      rows,
 };

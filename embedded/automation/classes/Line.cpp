@@ -43,7 +43,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass lineClass = {
+constinit const AutomationClass classes::VeltLine = {
     CLSID_VeltLine, L"VeltLine", L"Line", "LINE", L"A straight line between two points.", &entityRows, rows,
 };
 

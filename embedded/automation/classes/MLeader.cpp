@@ -154,7 +154,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass mLeaderClass = {
+constinit const AutomationClass classes::VeltMLeader = {
     CLSID_VeltMLeader,
     L"VeltMLeader",
     L"Multileader",

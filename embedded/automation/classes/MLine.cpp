@@ -42,7 +42,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass mLineClass = {
+constinit const AutomationClass classes::VeltMLine = {
     CLSID_VeltMLine, L"VeltMLine", L"Multiline", "MLINE", L"Several lines that run side by side.",
     &entityRows,     rows,
 };

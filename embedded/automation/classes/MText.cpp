@@ -212,7 +212,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass mTextClass = {
+constinit const AutomationClass classes::VeltMText = {
     CLSID_VeltMText, L"VeltMText", L"MText", "MTEXT", L"A text of several lines.", &entityRows, rows,
 };
 

@@ -5,7 +5,7 @@
 namespace velt::automation {
 
 // Whatever is no entity and has no class of its own.
-constinit const AutomationClass objectClass = {
+constinit const AutomationClass classes::VeltObject = {
     CLSID_VeltObject, L"VeltObject", L"Object", "", L"An object of a drawing.", &objectRows, {},
 };
 

@@ -122,7 +122,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass pViewportClass = {
+constinit const AutomationClass classes::VeltPViewport = {
     CLSID_VeltPViewport,
     L"VeltPViewport",
     L"Viewport",

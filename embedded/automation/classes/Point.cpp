@@ -21,7 +21,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass pointClass = {
+constinit const AutomationClass classes::VeltPoint = {
     CLSID_VeltPoint, L"VeltPoint", L"Point", "POINT", L"A single point.", &entityRows, rows,
 };
 

@@ -43,7 +43,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass polyfaceMeshClass = {
+constinit const AutomationClass classes::VeltPolyfaceMesh = {
     CLSID_VeltPolyfaceMesh,
     L"VeltPolyfaceMesh",
     L"Polyface Mesh",

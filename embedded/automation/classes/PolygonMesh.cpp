@@ -50,7 +50,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass polygonMeshClass = {
+constinit const AutomationClass classes::VeltPolygonMesh = {
     CLSID_VeltPolygonMesh,
     L"VeltPolygonMesh",
     L"Polygon Mesh",

@@ -117,7 +117,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass polylineClass = {
+constinit const AutomationClass classes::VeltPolyline = {
     CLSID_VeltPolyline,
     L"VeltPolyline",
     L"2D Polyline",

@@ -98,7 +98,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass rasterImageClass = {
+constinit const AutomationClass classes::VeltRasterImage = {
     CLSID_VeltRasterImage,
     L"VeltRasterImage",
     L"Raster Image",

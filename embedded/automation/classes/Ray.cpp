@@ -34,7 +34,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass rayClass = {
+constinit const AutomationClass classes::VeltRay = {
     CLSID_VeltRay, L"VeltRay", L"Ray", "RAY", L"A line without an end.", &entityRows, rows,
 };
 

@@ -33,7 +33,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass regionClass = {
+constinit const AutomationClass classes::VeltRegion = {
     CLSID_VeltRegion, L"VeltRegion", L"Region", "REGION", L"An area of any outline.", &entityRows, rows,
 };
 

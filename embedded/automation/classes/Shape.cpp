@@ -32,7 +32,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass shapeClass = {
+constinit const AutomationClass classes::VeltShape = {
     CLSID_VeltShape, L"VeltShape", L"Shape", "SHAPE", L"A sign of a shape file.", &entityRows, rows,
 };
 

@@ -59,7 +59,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass solidClass = {
+constinit const AutomationClass classes::VeltSolid = {
     CLSID_VeltSolid, L"VeltSolid", L"2D Solid", "SOLID", L"A filled area of three or four corners.",
     &entityRows,     rows,
 };

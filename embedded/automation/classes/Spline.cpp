@@ -144,7 +144,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass splineClass = {
+constinit const AutomationClass classes::VeltSpline = {
     CLSID_VeltSpline, L"VeltSpline", L"Spline", "SPLINE", L"A smooth curve.", &entityRows, rows,
 };
 

@@ -65,7 +65,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass tableClass = {
+constinit const AutomationClass classes::VeltTable = {
     CLSID_VeltTable, L"VeltTable", L"Table", "ACAD_TABLE", L"Cells in rows and columns.", &entityRows, rows,
 };
 

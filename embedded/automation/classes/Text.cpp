@@ -233,7 +233,7 @@ constexpr PropertyRow rows[] = {
 
 const std::span<const PropertyRow> singleLineRows = rows;
 
-constinit const AutomationClass textClass = {
+constinit const AutomationClass classes::VeltText = {
     CLSID_VeltText, L"VeltText", L"Text", "TEXT", L"A single line of text.", &entityRows, rows,
 };
 

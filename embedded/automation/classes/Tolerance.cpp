@@ -51,7 +51,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass toleranceClass = {
+constinit const AutomationClass classes::VeltTolerance = {
     CLSID_VeltTolerance,
     L"VeltTolerance",
     L"Tolerance",

@@ -59,7 +59,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass traceClass = {
+constinit const AutomationClass classes::VeltTrace = {
     CLSID_VeltTrace, L"VeltTrace", L"Trace", "TRACE", L"A filled line of its own width.", &entityRows, rows,
 };
 

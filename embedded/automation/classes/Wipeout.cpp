@@ -68,7 +68,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass wipeoutClass = {
+constinit const AutomationClass classes::VeltWipeout = {
     CLSID_VeltWipeout, L"VeltWipeout", L"Wipeout", "WIPEOUT", L"An area that hides what lies behind it.",
     &entityRows,       rows,
 };

@@ -34,7 +34,7 @@ constexpr PropertyRow rows[] = {
 
 }  // namespace
 
-constinit const AutomationClass xLineClass = {
+constinit const AutomationClass classes::VeltXLine = {
     CLSID_VeltXLine, L"VeltXLine", L"Construction Line", "XLINE", L"A line without ends.", &entityRows, rows,
 };
 

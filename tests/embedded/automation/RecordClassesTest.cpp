@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <set>
 #include <string>
+#include <string_view>
 
 #include "embedded/automation/ClassList.h"
 #include "embedded/automation/HostIds.h"
@@ -48,9 +50,13 @@ TEST(RecordClasses, EveryTypeIsOneThatTheDatabaseKnows) {
     EXPECT_TRUE(known.contains(kind->dxfName)) << kind->dxfName;
 }
 
-TEST(RecordClasses, EveryClassIsOneOfTheHost) {
-  for (const AutomationClass* kind : automationClasses())
-    EXPECT_NE(nullptr, findClass(kind->clsid));
+TEST(RecordClasses, EveryTableBearsTheIdAndTheNameThatItIsListedUnder) {
+  const auto classes = automationClasses();
+  ASSERT_EQ(std::size(namedClasses), classes.size());
+  for (std::size_t i = 0; i < classes.size(); ++i) {
+    EXPECT_EQ(namedClasses[i].clsid, classes[i]->clsid) << namedClasses[i].name;
+    EXPECT_EQ(std::wstring_view(namedClasses[i].wideName), classes[i]->name);
+  }
 }
 
 }  // namespace
