@@ -1,17 +1,15 @@
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <string>
 
 #include "embedded/automation/Access.h"
 #include "embedded/automation/ClassList.h"
 #include "embedded/automation/Editor.h"
-#include "embedded/automation/EntityGeometry.h"
 #include "embedded/automation/HostIds.h"
 #include "embedded/automation/NamedObjects.h"
 #include "embedded/automation/Refusal.h"
 #include "embedded/automation/classes/General.h"
-#include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/classes/PixelFrame.h"
 
 namespace velt::automation {
 namespace {
@@ -19,32 +17,6 @@ namespace {
 using palette::Category;
 
 constexpr const char* image = "AcDbRasterImage";
-
-Vector3 across(const Subject& subject) {
-  return pointAt(subject.lens(), 11, image, {1, 0, 0});
-}
-
-Vector3 upwards(const Subject& subject) {
-  return pointAt(subject.lens(), 12, image, {0, 1, 0});
-}
-
-/// In pixels; the vectors are those of one pixel.
-Vector3 sizeOf(const Subject& subject) {
-  return pointAt(subject.lens(), 13, image, {1, 1, 0});
-}
-
-double getWidth(const Subject& subject) {
-  return sizeOf(subject).x * length(across(subject));
-}
-
-double getHeight(const Subject& subject) {
-  return sizeOf(subject).y * length(upwards(subject));
-}
-
-double getRotation(const Subject& subject) {
-  const Vector3 along = across(subject);
-  return normalizedAngle(std::atan2(along.y, along.x));
-}
 
 std::uint64_t definitionOf(const Subject& subject) {
   return subject.lens().handle(340, image);
@@ -61,7 +33,7 @@ std::wstring getImageFile(const Subject& subject) {
 }
 
 double getScaleFactor(const Subject& subject) {
-  return getWidth(subject);
+  return pictureWidth(subject);
 }
 
 template <int Code>
@@ -81,9 +53,9 @@ void putPercent(const Subject& subject, const std::int32_t& percent) {
 constexpr PropertyRow rows[] = {
   // id  name                label                       type            category               access                                        choices        weight help
   { 1,  L"Origin",          L"Position",                VT_VARIANT,     Category::Geometry,    worldPoint(10, image),                        Choices::None, 110,   L"Lower left corner of the image."},
-  { 2,  L"Rotation",        L"Rotation",                types::angle,   Category::Geometry,    computed<getRotation>(),                      Choices::None, 120,   L"Direction of the lower edge. Read-only: both edges would have to follow it."},
-  { 3,  L"Width",           L"Width",                   VT_R8,          Category::Geometry,    computed<getWidth>(),                         Choices::None, 130,   L"Length of the lower edge. Read-only: the boundary would have to follow it."},
-  { 4,  L"Height",          L"Height",                  VT_R8,          Category::Geometry,    computed<getHeight>(),                        Choices::None, 140,   L"Length of the left edge. Read-only: the boundary would have to follow it."},
+  { 2,  L"Rotation",        L"Rotation",                types::angle,   Category::Geometry,    computed<pictureRotation>(),                      Choices::None, 120,   L"Direction of the lower edge. Read-only: both edges would have to follow it."},
+  { 3,  L"Width",           L"Width",                   VT_R8,          Category::Geometry,    computed<pictureWidth>(),                         Choices::None, 130,   L"Length of the lower edge. Read-only: the boundary would have to follow it."},
+  { 4,  L"Height",          L"Height",                  VT_R8,          Category::Geometry,    computed<pictureHeight>(),                        Choices::None, 140,   L"Length of the left edge. Read-only: the boundary would have to follow it."},
   { 5,  L"ScaleFactor",     L"Scale",                   types::noUnits, Category::Geometry,    computed<getScaleFactor>(),                   Choices::None, 150,   L"How many drawing units the image is wide. Read-only: the edges would have to follow it."},
   { 6,  L"Name",            L"Name",                    VT_BSTR,        Category::Misc,        computed<getName>(),                          Choices::None, 160,   L"What the drawing calls the picture. Read-only: other images may show the same."},
   { 7,  L"ImageFile",       L"Path",                    VT_BSTR,        Category::Misc,        computed<getImageFile>(),                     Choices::None, 170,   L"File of the picture. Read-only: other images may show the same."},

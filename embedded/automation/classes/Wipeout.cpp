@@ -1,13 +1,11 @@
-#include <cmath>
 #include <vector>
 
 #include "embedded/automation/Access.h"
 #include "embedded/automation/ClassList.h"
-#include "embedded/automation/EntityGeometry.h"
 #include "embedded/automation/HostIds.h"
 #include "embedded/automation/PointList.h"
 #include "embedded/automation/classes/General.h"
-#include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/classes/PixelFrame.h"
 
 namespace velt::automation {
 namespace {
@@ -16,40 +14,14 @@ using palette::Category;
 
 constexpr const char* image = "AcDbWipeout";
 
-Vector3 across(const Subject& subject) {
-  return pointAt(subject.lens(), 11, image, {1, 0, 0});
-}
-
-Vector3 upwards(const Subject& subject) {
-  return pointAt(subject.lens(), 12, image, {0, 1, 0});
-}
-
-/// In pixels; the vectors are those of one pixel.
-Vector3 sizeOf(const Subject& subject) {
-  return pointAt(subject.lens(), 13, image, {1, 1, 0});
-}
-
-double getWidth(const Subject& subject) {
-  return sizeOf(subject).x * length(across(subject));
-}
-
-double getHeight(const Subject& subject) {
-  return sizeOf(subject).y * length(upwards(subject));
-}
-
-double getRotation(const Subject& subject) {
-  const Vector3 along = across(subject);
-  return normalizedAngle(std::atan2(along.y, along.x));
-}
-
 /// Corners of the boundary in the world; stored against the middle of the first pixel, downwards.
 std::vector<Vector3> getVertices(const Subject& subject) {
-  const Vector3 size = sizeOf(subject);
+  const Vector3 size = sizeInPixels(subject);
   const Vector3 origin = pointAt(subject.lens(), 10, image);
   std::vector<Vector3> corners;
   for (const Vector3& stored : storedPoints(subject, 14, image)) {
-    corners.push_back(origin + (stored.x + 0.5) * across(subject)
-                      + (size.y - 0.5 - stored.y) * upwards(subject));
+    corners.push_back(origin + (stored.x + 0.5) * acrossPixel(subject)
+                      + (size.y - 0.5 - stored.y) * upPixel(subject));
   }
   return corners;
 }
@@ -58,9 +30,9 @@ std::vector<Vector3> getVertices(const Subject& subject) {
 constexpr PropertyRow rows[] = {
   // id name                label            type          category            access                               choices        weight help
   { 1, L"Origin",          L"Position",     VT_VARIANT,   Category::Geometry, worldPoint(10, image),               Choices::None, 110,   L"Lower left corner of the area."},
-  { 2, L"Rotation",        L"Rotation",     types::angle, Category::Geometry, computed<getRotation>(),             Choices::None, 120,   L"Direction of the lower edge. Read-only: both edges would have to follow it."},
-  { 3, L"Width",           L"Width",        VT_R8,        Category::Geometry, computed<getWidth>(),                Choices::None, 130,   L"Length of the lower edge. Read-only: the boundary would have to follow it."},
-  { 4, L"Height",          L"Height",       VT_R8,        Category::Geometry, computed<getHeight>(),               Choices::None, 140,   L"Length of the left edge. Read-only: the boundary would have to follow it."},
+  { 2, L"Rotation",        L"Rotation",     types::angle, Category::Geometry, computed<pictureRotation>(),             Choices::None, 120,   L"Direction of the lower edge. Read-only: both edges would have to follow it."},
+  { 3, L"Width",           L"Width",        VT_R8,        Category::Geometry, computed<pictureWidth>(),                Choices::None, 130,   L"Length of the lower edge. Read-only: the boundary would have to follow it."},
+  { 4, L"Height",          L"Height",       VT_R8,        Category::Geometry, computed<pictureHeight>(),               Choices::None, 140,   L"Length of the left edge. Read-only: the boundary would have to follow it."},
   { 5, L"Vertex",          L"Vertex",       VT_VARIANT,   Category::Geometry, computedPoints<getVertices>(),                          Choices::None, 150,   L"Corners of the boundary. Read-only: they are stored against the edges."},
   { 6, L"ClippingEnabled", L"Show clipped", VT_BOOL,      Category::Misc,     storedBit(280, image, 1).readOnly(), Choices::None, 160,   L"Whether only what lies inside the boundary is hidden. Read-only: the boundary would have to be made."},
 };

@@ -1,0 +1,92 @@
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/PointList.h"
+#include "embedded/automation/classes/General.h"
+#include "embedded/dxf/Numbers.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+constexpr const char* mesh = "AcDbSubDMesh";
+
+std::vector<Vector3> getVertices(const Subject& subject) {
+  return storedPoints(subject, 10, mesh);
+}
+
+std::int32_t getVertexCount(const Subject& subject) {
+  return static_cast<std::int32_t>(pointList(subject, getVertices).size());
+}
+
+using Face = std::vector<std::int64_t>;
+
+/// One list holds all faces: how many corners a face has, then which vertices these are. A last face that is cut off
+/// is none.
+std::vector<Face> facesOf(const Subject& subject) {
+  constexpr int sizeOfList = 93;
+  constexpr int endOfList = 94;
+  constexpr int entry = 90;
+  const database::Lens lens = subject.lens();
+  const dxf::RecordView& view = lens.view();
+  std::vector<Face> faces;
+  std::size_t missing = 0;
+  bool isInside = false;
+  for (std::size_t index = 0; index < view.size() && view.code(index) != endOfList; ++index) {
+    if (view.code(index) == sizeOfList) isInside = true;
+    if (!isInside || view.code(index) != entry) continue;
+    const std::int64_t number = dxf::parseInteger<std::int64_t>(view.value(index)).value_or(0);
+    if (missing > 0) {
+      faces.back().push_back(number);
+      --missing;
+    } else {
+      missing = number > 0 ? static_cast<std::size_t>(number) : 0;
+      faces.emplace_back();
+    }
+  }
+  if (missing > 0) faces.pop_back();
+  return faces;
+}
+
+std::int32_t getFaceCount(const Subject& subject) {
+  return static_cast<std::int32_t>(facesOf(subject).size());
+}
+
+/// Every edge lies between two faces, and these run along it in opposite directions.
+bool getIsClosed(const Subject& subject) {
+  std::map<std::pair<std::int64_t, std::int64_t>, int> edges;
+  for (const Face& face : facesOf(subject)) {
+    for (std::size_t corner = 0; corner < face.size(); ++corner)
+      ++edges[{face[corner], face[(corner + 1) % face.size()]}];
+  }
+  return !edges.empty() && std::all_of(edges.begin(), edges.end(), [&](const auto& edge) {
+    const auto back = edges.find({edge.first.second, edge.first.first});
+    return edge.second == 1 && back != edges.end() && back->second == 1;
+  });
+}
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id name                 label                  type        category            access                              choices        weight help
+  { 1, L"Vertex",           L"Vertex",             VT_VARIANT, Category::Geometry, computedPoints<getVertices>(),      Choices::None, 110,   L"The vertices of the mesh before it is smoothed. Read-only: they are what its faces are made of."},
+  { 2, L"SmoothnessLevel",  L"Smoothness",         VT_I4,      Category::Mesh,     storedInteger(91, mesh).notNegative(), Choices::None, 120,   L"How often the faces are divided when the mesh is drawn; 0 for the mesh as it is stored."},
+  { 3, L"NumberOfVertices", L"Number of vertices", VT_I4,      Category::Mesh,     computed<getVertexCount>(),         Choices::None, 130,   L"How many vertices there are before it is smoothed. Read-only: it follows from them."},
+  { 4, L"NumberOfFaces",    L"Number of faces",    VT_I4,      Category::Mesh,     computed<getFaceCount>(),           Choices::None, 140,   L"How many faces there are before it is smoothed. Read-only: it follows from them."},
+  { 5, L"Closed",           L"Watertight",         VT_BOOL,    Category::Mesh,     computed<getIsClosed>(),            Choices::None, 150,   L"Whether the faces enclose a space without a gap. Read-only: it follows from them."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass classes::VeltMesh = {
+    CLSID_VeltMesh, L"VeltMesh", L"Mesh", "MESH", L"Faces in space that can be smoothed.", &entityRows, rows,
+};
+
+}  // namespace velt::automation
