@@ -1,7 +1,5 @@
 #include "embedded/automation/HeavyPolyline.h"
 
-#include <cstdint>
-
 #include "embedded/automation/EntityGeometry.h"
 
 namespace velt::automation {
@@ -22,7 +20,8 @@ constexpr std::int64_t isPolyfacePart = 128;
 // Vertices say their kind in several markers, but no code twice.
 constexpr std::string_view any = "*";
 
-void addVertex(HeavyPolyline& shape, const database::Lens& vertex, const database::Lens& head) {
+void addVertex(HeavyPolyline& shape, std::uint32_t record, const database::Lens& head) {
+  const database::Lens vertex(head.drawing(), record);
   const std::int64_t headFlags = head.integer(70, any, 0);
   const std::int64_t flags = vertex.integer(70, any, 0);
   if ((headFlags & polyfaceFlag) != 0 && (flags & isMeshVertex) == 0) {
@@ -35,6 +34,7 @@ void addVertex(HeavyPolyline& shape, const database::Lens& vertex, const databas
       (headFlags & splineFitFlag) != 0 ? isOfFrame : (flags & (addedByFit | addedBySpline)) == 0;
   if (isKnown) {
     shape.places.push_back(place);
+    shape.records.push_back(record);
     shape.widths.push_back(
         {vertex.real(40, any, head.real(40, any, 0)), vertex.real(41, any, head.real(41, any, 0))});
   }
@@ -47,7 +47,7 @@ HeavyPolyline readPolyline(const Subject& subject) {
   shape.closed = (head.integer(70, any, 0) & closedFlag) != 0;
   const database::RecordRange members = subject.drawing().members(subject.record());
   for (std::uint32_t record = members.first; record < members.first + members.count; ++record) {
-    if (!subject.drawing().isErased(record)) addVertex(shape, {subject.drawing(), record}, head);
+    if (!subject.drawing().isErased(record)) addVertex(shape, record, head);
   }
   return shape;
 }

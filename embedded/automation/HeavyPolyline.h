@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "embedded/automation/Subject.h"
@@ -21,10 +22,11 @@ struct DrawnVertex {
 
 /// A smoothed polyline holds two sequences of vertices: those that it was drawn with, and those of the smooth curve.
 struct HeavyPolyline {
-  std::vector<Vector3> places;        ///< of the vertices that people know
-  std::vector<SegmentWidths> widths;  ///< of the segments behind these vertices
-  std::vector<DrawnVertex> drawn;     ///< what is seen
-  std::size_t faces = 0;              ///< of a polyface mesh
+  std::vector<Vector3> places;         ///< of the vertices that people know
+  std::vector<std::uint32_t> records;  ///< of these vertices
+  std::vector<SegmentWidths> widths;   ///< of the segments behind these vertices
+  std::vector<DrawnVertex> drawn;      ///< what is seen
+  std::size_t faces = 0;               ///< of a polyface mesh
   bool closed = false;
 };
 

@@ -1,11 +1,9 @@
 #include <cstdint>
-#include <vector>
 
 #include "embedded/automation/Access.h"
 #include "embedded/automation/ClassList.h"
-#include "embedded/automation/HeavyPolyline.h"
+#include "embedded/automation/HeavyVertexEditor.h"
 #include "embedded/automation/HostIds.h"
-#include "embedded/automation/PointList.h"
 #include "embedded/automation/classes/General.h"
 
 namespace velt::automation {
@@ -19,10 +17,6 @@ bool isSpatial(const database::Drawing& drawing, std::uint32_t record) {
   constexpr std::int64_t spatial = 8;
   constexpr std::int64_t meshes = 16 | 64;
   return (database::Lens(drawing, record).integer(70, "*", 0) & (spatial | meshes)) == spatial;
-}
-
-std::vector<Vector3> getVertices(const Subject& subject) {
-  return heavyPolyline(subject).places;
 }
 
 double getLength(const Subject& subject) {
@@ -48,9 +42,9 @@ std::int32_t getFitSmooth(const Subject& subject) {
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name          label          type                       category            access                                 choices               weight help
-  { 1, L"Vertex",    L"Vertex",     VT_VARIANT,                Category::Geometry, computedPoints<getVertices>(),                            Choices::None,        110,   L"The vertices; of a smoothed polyline those that it was drawn with. Read-only: the vertices are entities of their own."},
+  { 1, L"Vertex",    L"Vertex",     VT_VARIANT,                Category::Geometry, heavyVertices(),                       Choices::None,        110,   L"The vertices; of a smoothed polyline those that it was drawn with, and then they refuse a change: the curve would have to be drawn anew."},
   { 2, L"Length",    L"Length",     types::distance,           Category::Geometry, computed<getLength>(),                 Choices::None,        120,   L"Along all segments. Read-only: it follows from the vertices."},
-  { 3, L"Closed",    L"Closed",     VT_BOOL,                   Category::Misc,     storedBit(70, polyline, 1).readOnly(), Choices::None,        130,   L"Whether a segment leads from the last vertex back to the first. Read-only: a smoothed polyline would have to be drawn anew."},
+  { 3, L"Closed",    L"Closed",     VT_BOOL,                   Category::Misc,     bitUnlessSmoothed(70, polyline, 1),    Choices::None,        130,   L"Whether a segment leads from the last vertex back to the first. A smoothed polyline refuses a change: it would have to be drawn anew."},
   { 4, L"FitSmooth", L"Fit/Smooth", types::spatialPolylineFit, Category::Misc,     computed<getFitSmooth>(),              Choices::Enumeration, 140,   L"How the polyline is smoothed. Read-only: the vertices that smooth it would have to be made."},
 };
 // clang-format on

@@ -1,11 +1,9 @@
 #include <cstdint>
-#include <vector>
 
 #include "embedded/automation/Access.h"
 #include "embedded/automation/ClassList.h"
-#include "embedded/automation/HeavyPolyline.h"
+#include "embedded/automation/HeavyVertexEditor.h"
 #include "embedded/automation/HostIds.h"
-#include "embedded/automation/PointList.h"
 #include "embedded/automation/classes/General.h"
 
 namespace velt::automation {
@@ -16,10 +14,6 @@ using palette::Category;
 bool isMesh(const database::Drawing& drawing, std::uint32_t record) {
   constexpr std::int64_t polyfaceMesh = 64;
   return (database::Lens(drawing, record).integer(70, "*", 0) & polyfaceMesh) != 0;
-}
-
-std::vector<Vector3> getVertices(const Subject& subject) {
-  return heavyPolyline(subject).places;
 }
 
 // The drawing tells both numbers as well, but what is there counts.
@@ -35,7 +29,7 @@ std::int32_t getFaceCount(const Subject& subject) {
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name                 label                  type        category            access                      choices        weight help
-  { 1, L"Vertex",           L"Vertex",             VT_VARIANT, Category::Geometry, computedPoints<getVertices>(),                 Choices::None, 110,   L"The vertices. Read-only: the vertices are entities of their own."},
+  { 1, L"Vertex",           L"Vertex",             VT_VARIANT, Category::Geometry, heavyVertices(),            Choices::None, 110,   L"The vertices, which the faces name by number."},
   { 2, L"NumberOfVertices", L"Number of vertices", VT_I4,      Category::Mesh,     computed<getVertexCount>(), Choices::None, 120,   L"How many vertices there are. Read-only: it follows from them."},
   { 3, L"NumberOfFaces",    L"Number of faces",    VT_I4,      Category::Mesh,     computed<getFaceCount>(),   Choices::None, 130,   L"How many faces there are. Read-only: it follows from them."},
 };

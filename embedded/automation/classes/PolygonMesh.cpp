@@ -1,11 +1,9 @@
 #include <cstdint>
-#include <vector>
 
 #include "embedded/automation/Access.h"
 #include "embedded/automation/ClassList.h"
-#include "embedded/automation/HeavyPolyline.h"
+#include "embedded/automation/HeavyVertexEditor.h"
 #include "embedded/automation/HostIds.h"
-#include "embedded/automation/PointList.h"
 #include "embedded/automation/classes/General.h"
 
 namespace velt::automation {
@@ -21,10 +19,6 @@ bool isMesh(const database::Drawing& drawing, std::uint32_t record) {
   return (database::Lens(drawing, record).integer(70, "*", 0) & (polygonMesh | polyfaceMesh)) == polygonMesh;
 }
 
-std::vector<Vector3> getVertices(const Subject& subject) {
-  return heavyPolyline(subject).places;
-}
-
 /// The kind of the curve counts only while the flag says that there is one.
 std::int32_t getFitSmooth(const Subject& subject) {
   constexpr std::int64_t splineFit = 4;
@@ -37,13 +31,13 @@ std::int32_t getFitSmooth(const Subject& subject) {
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name             label              type            category            access                              choices               weight help
-  { 1, L"Vertex",       L"Vertex",         VT_VARIANT,     Category::Geometry, computedPoints<getVertices>(),                         Choices::None,        110,   L"The vertices, column by column; of a smoothed mesh those that it was drawn with. Read-only: the vertices are entities of their own."},
+  { 1, L"Vertex",       L"Vertex",         VT_VARIANT,     Category::Geometry, heavyVertices(),                    Choices::None,        110,   L"The vertices, column by column; of a smoothed mesh those that it was drawn with, and then they refuse a change: the surface would have to be drawn anew."},
   { 2, L"MVertexCount", L"M vertex count", VT_I4,          Category::Mesh,     storedInteger(71, mesh).readOnly(), Choices::None,        120,   L"How many rows of vertices there are. Read-only: it follows from the vertices."},
   { 3, L"NVertexCount", L"N vertex count", VT_I4,          Category::Mesh,     storedInteger(72, mesh).readOnly(), Choices::None,        130,   L"How many columns of vertices there are. Read-only: it follows from the vertices."},
   { 4, L"MDensity",     L"M density",      VT_I4,          Category::Mesh,     storedInteger(73, mesh).readOnly(), Choices::None,        140,   L"How many rows the smoothed mesh has. Read-only: the vertices that smooth it would have to be made."},
   { 5, L"NDensity",     L"N density",      VT_I4,          Category::Mesh,     storedInteger(74, mesh).readOnly(), Choices::None,        150,   L"How many columns the smoothed mesh has. Read-only: the vertices that smooth it would have to be made."},
-  { 6, L"MClose",       L"M closed",       VT_BOOL,        Category::Mesh,     storedBit(70, mesh, 1).readOnly(),  Choices::None,        160,   L"Whether the last row leads back to the first. Read-only: the vertices that smooth it would have to be made."},
-  { 7, L"NClose",       L"N closed",       VT_BOOL,        Category::Mesh,     storedBit(70, mesh, 32).readOnly(), Choices::None,        170,   L"Whether the last column leads back to the first. Read-only: the vertices that smooth it would have to be made."},
+  { 6, L"MClose",       L"M closed",       VT_BOOL,        Category::Mesh,     bitUnlessSmoothed(70, mesh, 1),     Choices::None,        160,   L"Whether the last row leads back to the first. A smoothed mesh refuses a change: it would have to be drawn anew."},
+  { 7, L"NClose",       L"N closed",       VT_BOOL,        Category::Mesh,     bitUnlessSmoothed(70, mesh, 32),    Choices::None,        170,   L"Whether the last column leads back to the first. A smoothed mesh refuses a change: it would have to be drawn anew."},
   { 8, L"FitSmooth",    L"Fit/Smooth",     types::meshFit, Category::Mesh,     computed<getFitSmooth>(),           Choices::Enumeration, 180,   L"How the mesh is smoothed. Read-only: the vertices that smooth it would have to be made."},
 };
 // clang-format on

@@ -5,8 +5,9 @@
 #include "embedded/automation/Access.h"
 #include "embedded/automation/ClassList.h"
 #include "embedded/automation/EntityGeometry.h"
-#include "embedded/automation/HeavyPolyline.h"
+#include "embedded/automation/HeavyVertexEditor.h"
 #include "embedded/automation/HostIds.h"
+#include "embedded/automation/Refusal.h"
 #include "embedded/automation/classes/General.h"
 #include "embedded/automation/geometry/BulgePath.h"
 
@@ -31,8 +32,8 @@ std::vector<double> getVertices(const Subject& subject) {
   return coordinates;
 }
 
-constexpr const wchar_t* vertexLabels[] = {L"Vertex X", L"Vertex Y", L"Start segment width",
-                                           L"End segment width"};
+constexpr const wchar_t* widthLabels[] = {L"Vertex X", L"Vertex Y", L"Start segment width",
+                                          L"End segment width"};
 
 std::size_t vertexCount(const Subject& subject, const PropertyRow&) {
   return heavyPolyline(subject).places.size();
@@ -46,10 +47,22 @@ double getVertexElement(const Subject& subject, const PropertyRow&, std::size_t 
   return elements[element % 4];
 }
 
-constexpr ElementAccess vertexElements = {vertexLabels, false, 1, vertexCount, getVertexElement, nullptr};
+void putVertexElement(const Subject& subject, const PropertyRow&, std::size_t element, double value) {
+  constexpr HeavyVertexPart parts[] = {HeavyVertexPart::X, HeavyVertexPart::Y, HeavyVertexPart::StartWidth,
+                                       HeavyVertexPart::EndWidth};
+  putHeavyVertexPart(subject, element / 4, parts[element % 4], value);
+}
+
+/// Three numbers come as a point, and are no vertices.
+void putVertices(const Subject& subject, const std::vector<double>& coordinates) {
+  putHeavyVertexPlaces(subject, 2, coordinates);
+}
+
+constexpr ElementAccess vertexElements = {widthLabels,      false,           1, vertexCount,
+                                          getVertexElement, putVertexElement};
 
 constexpr Access vertices() {
-  Access made = computed<getVertices>();
+  Access made = computed<getVertices, putVertices>();
   made.elements = &vertexElements;
   return made;
 }
@@ -66,8 +79,22 @@ double getEndSeg(const Subject& subject) {
   return shape.widths.empty() ? 0 : shape.widths.front().end;
 }
 
+template <HeavyVertexPart Part>
+void putFirst(const Subject& subject, const double& width) {
+  if (heavyPolyline(subject).places.empty()) throw Refusal(E_FAIL, L"The polyline has no vertices.");
+  putHeavyVertexPart(subject, 0, Part, width);
+}
+
 double getElevation(const Subject& subject) {
   return pointAt(subject.lens(), 10, polyline).z;
+}
+
+void putElevation(const Subject& subject, const double& elevation) {
+  putHeavyElevation(subject, elevation);
+}
+
+void putConstantWidth(const Subject& subject, const double& width) {
+  putHeavyCommonWidth(subject, width);
 }
 
 std::vector<BulgeVertex> pathOf(const HeavyPolyline& shape) {
@@ -101,14 +128,14 @@ std::int32_t getFitSmooth(const Subject& subject) {
 constexpr PropertyRow rows[] = {
   // id  name                   label                   type                category                   access                                 choices               weight help
   { 1,  L"Thickness",          L"Thickness",           types::distance,    Category::General,         storedReal(39, polyline),              Choices::None,        90,    L"How far the polyline is pulled along its normal."},
-  { 2,  L"Vertex",             L"Vertex",              VT_VARIANT,         Category::Geometry,        vertices(),                            Choices::None,        110,   L"The vertices, in the plane of the polyline; of a smoothed one those that it was drawn with. Read-only: the vertices are entities of their own."},
-  { 3,  L"StartSeg",           L"Start segment width", VT_R8,              Category::Geometry,        computed<getStartSeg>(),               Choices::None,        120,   L"Width at which the first segment begins. Read-only: the vertices are entities of their own."},
-  { 4,  L"EndSeg",             L"End segment width",   VT_R8,              Category::Geometry,        computed<getEndSeg>(),                 Choices::None,        130,   L"Width at which the first segment ends. Read-only: the vertices are entities of their own."},
-  { 5,  L"ConstantWidth",      L"Global width",        types::distance,    Category::Geometry,        storedReal(40, polyline).readOnly(),   Choices::None,        140,   L"Width of all segments that have none of their own. Read-only: the vertices are entities of their own."},
-  { 6,  L"Elevation",          L"Elevation",           types::distance,    Category::Geometry,        computed<getElevation>(),              Choices::None,        150,   L"Height of the polyline's plane over the origin, along its normal. Read-only: each vertex repeats it."},
+  { 2,  L"Vertex",             L"Vertex",              VT_VARIANT,         Category::Geometry,        vertices(),                            Choices::None,        110,   L"The vertices, in the plane of the polyline; of a smoothed one those that it was drawn with, and then they refuse a change: the curve would have to be drawn anew."},
+  { 3,  L"StartSeg",           L"Start segment width", VT_R8,              Category::Geometry,        computed<getStartSeg, putFirst<HeavyVertexPart::StartWidth>>().notNegative(),               Choices::None,        120,   L"Width at which the first segment begins."},
+  { 4,  L"EndSeg",             L"End segment width",   VT_R8,              Category::Geometry,        computed<getEndSeg, putFirst<HeavyVertexPart::EndWidth>>().notNegative(),                 Choices::None,        130,   L"Width at which the first segment ends."},
+  { 5,  L"ConstantWidth",      L"Global width",        types::distance,    Category::Geometry,        writtenBy<putConstantWidth>(storedReal(40, polyline)).notNegative(),   Choices::None,        140,   L"Width of all segments that have none of their own; once put, none has."},
+  { 6,  L"Elevation",          L"Elevation",           types::distance,    Category::Geometry,        computed<getElevation, putElevation>(),              Choices::None,        150,   L"Height of the polyline's plane over the origin, along its normal."},
   { 7,  L"Area",               L"Area",                VT_R8,              Category::Geometry,        computed<getArea>(),                   Choices::None,        160,   L"Of an open polyline: as if a straight line closed it. Read-only: it follows from the vertices."},
   { 8,  L"Length",             L"Length",              types::distance,    Category::Geometry,        computed<getLength>(),                 Choices::None,        170,   L"Along all segments. Read-only: it follows from the vertices."},
-  { 9,  L"Closed",             L"Closed",              VT_BOOL,            Category::Misc,            storedBit(70, polyline, 1).readOnly(), Choices::None,        180,   L"Whether a segment leads from the last vertex back to the first. Read-only: a smoothed polyline would have to be drawn anew."},
+  { 9,  L"Closed",             L"Closed",              VT_BOOL,            Category::Misc,            bitUnlessSmoothed(70, polyline, 1), Choices::None,        180,   L"Whether a segment leads from the last vertex back to the first. A smoothed polyline refuses a change: it would have to be drawn anew."},
   { 10, L"LinetypeGeneration", L"Linetype generation", VT_BOOL,            Category::Misc,            storedBit(70, polyline, 128),          Choices::None,        190,   L"Whether the pattern of the line type runs on through the vertices."},
   { 11, L"FitSmooth",          L"Fit/Smooth",          types::polylineFit, Category::Misc,            computed<getFitSmooth>(),              Choices::Enumeration, 200,   L"How the polyline is smoothed. Read-only: the vertices that smooth it would have to be made."},
   { 12, L"Normal",             L"Normal",              VT_VARIANT,         Category::Visualization3D, computedPoint<getNormal>(),            Choices::None,        210,   L"Upright on the plane of the polyline. Read-only: the vertices would have to follow it."},
