@@ -114,8 +114,11 @@ struct CommandLine {
         "Entities on locked layers stay as they are. With the first refusal nothing is saved, unless "
         "--keep-going.");
 
-    sampleCommand = app.add_subcommand("sample", "Write a sample drawing, a small floor plan");
+    sampleCommand =
+        app.add_subcommand("sample", "Write a sample drawing: a small floor plan, or the gallery");
     sampleCommand->add_option("FILE", sampleRequest.file, "DXF file to write")->required();
+    sampleCommand->add_flag("--gallery", sampleRequest.gallery,
+                            "A gallery with an entity at least of every class");
     sampleCommand->add_flag("--force", sampleRequest.force, "Replace an existing file");
   }
 

@@ -39,6 +39,7 @@ struct SetRequest {
 
 struct SampleRequest {
   std::string file{};
+  bool gallery = false;  // else the floor plan
   bool force = false;
 };
 
@@ -49,7 +50,7 @@ void list(const ListRequest& request, std::ostream& out);
 // Writes values to every selected entity and saves the drawing. Gives the exit code: failed when anything was refused,
 // with the report on `out` all the same.
 ExitCode set(const SetRequest& request, std::ostream& out);
-// Writes the sample drawing; an existing file is replaced only when forced.
+// Writes a sample drawing; an existing file is replaced only when forced.
 void sample(const SampleRequest& request, std::ostream& out);
 
 }  // namespace velt::tool

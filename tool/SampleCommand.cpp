@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "embedded/dxf/FileReplacement.h"
+#include "embedded/dxf/GalleryDrawing.h"
 #include "embedded/dxf/SampleDrawing.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
@@ -14,7 +15,7 @@ void sample(const SampleRequest& request, std::ostream& out) {
     throw Failure(fmt::format("{}: exists already (--force replaces it)", request.file));
   }
   dxf::FileReplacement file(request.file);
-  file.stream() << dxf::sampleFloorPlan();
+  file.stream() << (request.gallery ? dxf::galleryDrawing() : dxf::sampleFloorPlan());
   file.commit();
   out << fmt::format("{}: written\n", request.file);
 }

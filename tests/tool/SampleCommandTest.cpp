@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "embedded/database/Drawing.h"
+#include "embedded/dxf/GalleryDrawing.h"
 #include "tests/tool/Drawings.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
@@ -16,6 +17,13 @@ TEST(SampleCommand, TheSampleIsADrawing) {
   std::ostringstream out;
   sample({.file = folder.path("a.dxf")}, out);
   EXPECT_GT(velt::database::Drawing::open(folder.path("a.dxf"))->entities().size(), 20U);
+}
+
+TEST(SampleCommand, TheGalleryIsAnotherDrawing) {
+  const TemporaryFolder folder;
+  std::ostringstream out;
+  sample({.file = folder.path("a.dxf"), .gallery = true}, out);
+  EXPECT_EQ(readFile(folder.path("a.dxf")), velt::dxf::galleryDrawing());
 }
 
 TEST(SampleCommand, AnExistingFileIsKeptUnlessForced) {
