@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "embedded/dxf/Generator.h"
+#include "embedded/dxf/ModelLine.h"
 #include "embedded/dxf/Numbers.h"
 
 namespace velt::dxf {
@@ -52,12 +53,50 @@ constexpr Exhibit exhibits[] = {
     {"MULTILEADER", "100 AcDbMLeader|270 2|300 CONTEXT_DATA{|40 1|10 90|20 48|30 0|41 2.5|140 3|145 1|174 1|175 1|176 1|177 0|290 0|296 1|341 @part|14 0|24 0|34 1|15 92|25 48|35 0|16 1|26 1|36 1|46 0|93 -1056964608|47 1|47 0|47 0|47 92|47 0|47 1|47 0|47 48|47 0|47 0|47 1|47 0|47 0|47 0|47 0|47 1|110 0|120 0|130 0|111 1|121 0|131 0|112 0|122 1|132 0|297 0|302 LEADER{|290 1|291 1|10 88|20 48|30 0|11 1|21 0|31 0|90 0|40 2|304 LEADER_LINE{|10 80|20 40|30 0|91 0|305 }|303 }|301 }|340 @mleaderstyle|90 0|170 1|91 -1023410171|341 @byblock|171 25|290 1|291 1|41 2|342 @dot|42 3|172 1|343 @standard|173 1|95 1|174 1|175 0|92 -1056964608|292 0|344 @part|93 -1056964608|10 1|20 1|30 1|43 0|176 0|293 0|294 0|178 0|179 1|45 1|271 0|272 9|273 9"},
     {"IMAGE", "100 AcDbRasterImage|90 0|10 100|20 40|30 0|11 0.1|21 0|31 0|12 0|22 0.1|32 0|13 200|23 100|340 @image|70 7|280 0|281 60|282 40|283 10|360 0|71 1|91 2|14 -0.5|24 -0.5|14 199.5|24 99.5"},
     {"WIPEOUT", "100 AcDbWipeout|90 0|10 130|20 40|30 0|11 10|21 0|31 0|12 0|22 10|32 0|13 1|23 1|340 0|70 7|280 1|281 50|282 50|283 0|360 0|71 2|91 5|14 -0.5|24 0.5|14 0.5|24 0.5|14 0.5|24 -0.5|14 -0.5|24 -0.5|14 -0.5|24 0.5"},
-    {"REGION", "100 AcDbModelerGeometry|70 1|1 mogoo kl m o"},
     {"MESH", "100 AcDbSubDMesh|71 2|72 1|91 1|92 4|10 180|20 40|30 0|10 190|20 40|30 0|10 180|20 50|30 0|10 180|20 40|30 10|93 16|90 3|90 0|90 2|90 1|90 3|90 0|90 1|90 3|90 3|90 1|90 2|90 3|90 3|90 0|90 3|90 2|94 6|90 0|90 1|90 1|90 2|90 2|90 0|90 0|90 3|90 1|90 3|90 2|90 3|95 6|140 0|140 0|140 0|140 0|140 0|140 0|90 0"},
     {"PDFUNDERLAY", "100 AcDbUnderlayReference|340 @underlay|10 200|20 40|30 0|41 0.5|42 0.5|43 0.5|50 90|210 0|220 0|230 1|280 10|281 90|282 20"},
     {"BODY", "100 AcDbModelerGeometry|70 1"},
     {"INSERT", "100 AcDbBlockReference|2 SITE|10 150|20 40|30 0|41 2|42 2|43 2|50 45"},
     {"ACAD_TABLE", "100 AcDbBlockReference|2 *T1|10 160|20 50|30 0|100 AcDbTable|280 0|342 @tablestyle|343 @tableblock|11 1|21 0|31 0|90 22|91 2|92 2|93 0|94 0|95 0|96 0|141 6|141 4|142 20|142 10|171 1|172 0|173 0|174 0|175 2|176 1|91 0|178 0|145 0|92 0|301 CELL_VALUE|93 6|90 4|1 Parts|94 0|300 |302 Parts|304 ACVALUE_END|171 1|172 0|173 1|174 0|175 1|176 1|91 0|178 0|145 0|92 0|301 CELL_VALUE|93 6|90 4|1 |94 0|300 |302 |304 ACVALUE_END|171 1|172 0|173 0|174 0|175 1|176 1|91 0|178 0|145 0|92 0|301 CELL_VALUE|93 6|90 4|1 Bolt|94 0|300 |302 Bolt|304 ACVALUE_END|171 1|172 0|173 0|174 0|175 1|176 1|91 0|178 0|145 0|92 0|301 CELL_VALUE|93 6|90 4|1 12|94 0|300 |302 12|304 ACVALUE_END"},
+};
+
+// A square with a round hole, as a modeller tells it.
+constexpr std::string_view region[] = {
+    "400 32 1 0",
+    "7 Gallery 5 1.0.0 1 0",
+    "1 1e-06 1e-10",
+    "body $-1 $1 $-1 $-1 #",
+    "lump $-1 $-1 $2 $0 #",
+    "shell $-1 $-1 $-1 $3 $-1 $1 #",
+    "face $-1 $-1 $4 $2 $-1 $5 forward double out #",
+    "loop $-1 $6 $7 $3 #",
+    "plane-surface $-1 0 0 0 0 0 1 1 0 0 forward_v I I I I #",
+    "loop $-1 $-1 $27 $3 #",
+    "coedge $-1 $8 $10 $-1 $11 forward $4 $-1 #",
+    "coedge $-1 $9 $7 $-1 $12 forward $4 $-1 #",
+    "coedge $-1 $10 $8 $-1 $13 forward $4 $-1 #",
+    "coedge $-1 $7 $9 $-1 $14 forward $4 $-1 #",
+    "edge $-1 $15 $16 $7 $23 forward #",
+    "edge $-1 $16 $17 $8 $24 forward #",
+    "edge $-1 $17 $18 $9 $25 forward #",
+    "edge $-1 $18 $15 $10 $26 forward #",
+    "vertex $-1 $11 $19 #",
+    "vertex $-1 $12 $20 #",
+    "vertex $-1 $13 $21 #",
+    "vertex $-1 $14 $22 #",
+    "point $-1 140 15 0 #",
+    "point $-1 150 15 0 #",
+    "point $-1 150 25 0 #",
+    "point $-1 140 25 0 #",
+    "straight-curve $-1 140 15 0 1 0 0 I I #",
+    "straight-curve $-1 150 15 0 0 1 0 I I #",
+    "straight-curve $-1 150 25 0 -1 0 0 I I #",
+    "straight-curve $-1 140 25 0 0 -1 0 I I #",
+    "coedge $-1 $27 $27 $-1 $28 reversed $6 $-1 #",
+    "edge $-1 $29 $29 $27 $31 forward #",
+    "vertex $-1 $28 $30 #",
+    "point $-1 148 20 0 #",
+    "ellipse-curve $-1 145 20 0 0 0 1 3 0 0 1 I I #",
 };
 
 // A picture of one dimension stands for those of all.
@@ -167,6 +206,13 @@ void addHatches(BlockBuilder& model, const EntityStyle& style) {
   model.raw("HATCH", lines, style);
 }
 
+void addRegion(BlockBuilder& model, const EntityStyle& style) {
+  std::vector<RawPair> pairs = pairsOf("100 AcDbModelerGeometry|70 1", {});
+  for (const std::string_view line : region)
+    pairs.push_back({1, encodeModelLine(line)});
+  model.raw("REGION", pairs, style);
+}
+
 /// A polyline in pieces.
 void addSequence(BlockBuilder& model, std::string_view head, std::initializer_list<std::string_view> vertices,
                  const EntityStyle& style) {
@@ -240,6 +286,7 @@ std::string galleryDrawing() {
     model.raw(it.type, pairsOf(it.pairs, names), style);
   for (const Exhibit& it : dimensions)
     model.raw(it.type, pairsOf(it.pairs, names), style);
+  addRegion(model, style);
   addHatches(model, style);
   addPolylines(model, style);
   model.attributeDefinition({.tag = "MATERIAL", .value = "Steel", .at = {180, 0}}, "What it is made of",

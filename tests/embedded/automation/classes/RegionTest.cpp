@@ -1,27 +1,86 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
+#include <numbers>
+#include <stdexcept>
+
+#include "embedded/dxf/GalleryDrawing.h"
+#include "embedded/dxf/ModelLine.h"
 #include "tests/embedded/automation/Automation.h"
+#include "tests/embedded/automation/geometry/RegionText.h"
 
 namespace velt::automation {
 namespace {
 
 using namespace test;
+using std::numbers::pi;
 
-std::unique_ptr<Drawing> sample() {
-  // clang-format off
-  return Sample()
-      .entity("REGION", {{100, "AcDbModelerGeometry"}, {70, "1"}, {1, "mogoo"}, {1, "kl m o"}})
-      .open();
-  // clang-format on
+/// A region of these lines, in pieces of so many characters.
+std::unique_ptr<Drawing> drawn(const std::vector<std::string>& lines, std::size_t longest = 255) {
+  std::string pairs = "100\nAcDbModelerGeometry\n70\n1\n";
+  for (const std::string& line : lines) {
+    const std::string stored = dxf::encodeModelLine(line);
+    for (std::size_t at = 0; at < stored.size(); at += longest)
+      pairs += (at == 0 ? "1\n" : "3\n") + stored.substr(at, longest) + "\n";
+  }
+  return Sample().entity("REGION").append(pairs).open();
+}
+
+TEST(RegionTest, ItsAreaAndPerimeterFollowFromTheModellersText) {
+  const auto drawing = drawn(RegionText().face({rectangle({0, 0}, {4, 3}), {circle({2, 1}, 0.5)}}).lines());
+  const Bound made(*drawing, 0);
+  EXPECT_NEAR(12 - pi / 4, made.real(L"Area"), 1e-12);
+  EXPECT_NEAR(14 + pi, made.real(L"Perimeter"), 1e-12);
+}
+
+TEST(RegionTest, LinesThatTheDrawingCutAreJoined) {
+  const auto lines = RegionText().face({rectangle({0, 0}, {4, 3})}).lines();
+  const auto drawing = drawn(lines, 7);
+  const Bound made(*drawing, 0);
+  EXPECT_NEAR(12, made.real(L"Area"), 1e-12);
+  EXPECT_EQ(std::to_wstring(lines.size()) + L" lines", made.text(L"ModelData"));
 }
 
 TEST(RegionTest, SaysWhyItsAreaCannotBeTold) {
-  const auto drawing = sample();
-  const Bound made(*drawing, 0);
-  const Answer area = made.get(L"Area");
-  EXPECT_EQ(DISP_E_EXCEPTION, area.result);
-  EXPECT_NE(std::wstring::npos, area.description.find(L"modeller"));
-  EXPECT_EQ(L"2 lines", made.text(L"ModelData"));
+  for (const auto& [lines, reason] :
+       {std::pair<std::vector<std::string>, const wchar_t*>{{}, L"does not hold"},
+        {{"20800 43 2 0"}, L"incomplete"},
+        {{"400 0 1 0", "body $-1 $-1 $-1 $-1 #"}, L"lacks a part"}}) {
+    const auto drawing = drawn(lines);
+    const Bound made(*drawing, 0);
+    for (const wchar_t* name : {L"Area", L"Perimeter"}) {
+      const Answer answer = made.get(name);
+      EXPECT_EQ(DISP_E_EXCEPTION, answer.result);
+      EXPECT_NE(std::wstring::npos, answer.description.find(reason));
+    }
+  }
+}
+
+/// The first region of the drawing.
+Bound regionOf(const Drawing& drawing) {
+  for (const VkDbObjectId id : drawing.entities()) {
+    if (drawing.view(database::resolve(id)->record).type() == "REGION") return Bound(id);
+  }
+  throw std::runtime_error("the drawing has no region");
+}
+
+TEST(RegionTest, TheOneOfTheGalleryIsASquareWithARoundHole) {
+  const auto drawing = Drawing::parse(dxf::galleryDrawing(), "gallery.dxf");
+  const Bound made = regionOf(*drawing);
+  EXPECT_NEAR(100 - 9 * pi, made.real(L"Area"), 1e-12);
+  EXPECT_NEAR(40 + 6 * pi, made.real(L"Perimeter"), 1e-12);
+}
+
+TEST(RegionTest, OneOfARealDrawingIsThePolygonOfItsPoints) {
+  const char* const folder = std::getenv("VELT_DRAWINGS");
+  const std::filesystem::path file =
+      std::filesystem::path(folder == nullptr ? "" : folder) / "all_entities_ac1018.dxf";
+  if (!std::filesystem::exists(file)) GTEST_SKIP() << "VELT_DRAWINGS names no folder with that drawing";
+  const auto drawing = Drawing::open(file);
+  const Bound made = regionOf(*drawing);
+  EXPECT_NEAR(22.66628968179062, made.real(L"Area"), 1e-12);
+  EXPECT_NEAR(23.12560714867114, made.real(L"Perimeter"), 1e-12);
 }
 
 }  // namespace
