@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
+#include <numbers>
 #include <optional>
 #include <set>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -59,7 +62,7 @@ class Outline {
   RegionSize size();
 
  private:
-  /// As it runs; between vertices, which edges share.
+  /// From vertex to vertex; edges that meet share one.
   struct Edge {
     BoundaryEdge shape;
     Index start;
@@ -187,7 +190,7 @@ void Outline::readPlane(Index surface) {
   const Vector3 origin = fields.vector();
   const Vector3 normal = fields.vector();
   fields.vector();  // where the first parameter runs
-  fields.skip();
+  fields.skip();    // on which side the second one runs
   fields.range();
   fields.range();
   fields.end();

@@ -86,7 +86,8 @@ void ModelText::readRecords(std::size_t firstLine) {
 }
 
 ModelFields ModelText::fieldsOf(std::size_t record, std::string_view name) const {
-  if (nameOf(record) != name) throw ModelError("the modeller's text lacks a " + std::string(name));
+  if (nameOf(record) != name)
+    throw ModelError("the modeller's text has no " + std::string(name) + " where one belongs");
   const Record& found = records_[record];
   const std::string_view* const tokens = tokens_.data() + found.first;
   ModelFields fields({tokens + 1, found.count - 1}, records_.size());

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <numbers>
+#include <sstream>
 
 #include "embedded/automation/geometry/Boundary.h"
 #include "embedded/automation/geometry/EllipticalArc.h"
@@ -86,14 +87,16 @@ TEST_P(EveryVersion, AHalfEllipseIsHalfAsLargeWhicheverWayItsPartsRun) {
   }
 }
 
-TEST_P(EveryVersion, AnArcBulgesToItsOwnSide) {
-  // A square with a half circle out of it on the right, or into it.
-  const Loop out = {line({2, 2}, {0, 2}), line({0, 2}, {0, 0}), line({0, 0}, {2, 0}),
-                    arc({2, 1}, {0, -1}, 1, 0, pi)};
-  const Loop in = {line({2, 2}, {0, 2}), line({0, 2}, {0, 0}), line({0, 0}, {2, 0}),
-                   arc({2, 1}, {0, -1}, 1, 0, -pi)};
-  expectSize(4 + pi / 2, 6 + pi, RegionText(GetParam()).face({out}));
-  expectSize(4 - pi / 2, 6 + pi, RegionText(GetParam()).face({in}));
+TEST_P(EveryVersion, OfACircleThePartIsTakenThatTheArcRunsAround) {
+  // Between the same two radii: three quarters of a disc, or the quarter that is left.
+  for (const double sweep : {1.5 * pi, -0.5 * pi}) {
+    const Piece bow = arc({0, 0}, {2, 0}, 1, 0, sweep);
+    for (const Piece& piece :
+         {bow, bow.withCurveReversed(), bow.withEdgeReversed(), bow.withEdgeReversed().withCurveReversed()}) {
+      const Loop loop = {line({0, 0}, {2, 0}), piece, line({0, -2}, {0, 0})};
+      expectSize(2 * std::abs(sweep), 4 + 2 * std::abs(sweep), RegionText(GetParam()).face({loop}));
+    }
+  }
 }
 
 TEST_P(EveryVersion, LumpsAndFacesAddUp) {
@@ -171,11 +174,12 @@ TEST(ModelOutline, ARecordThatLacksAnyFieldIsRefused) {
 
 TEST(ModelOutline, AReferenceToAnyOtherRecordIsRefusedOrSaysTheSame) {
   const Lines whole =
-      RegionText().face({{circle({0, 0}, 4)}, {circle({1, 0}, 2)}}).face({{circle({9, 0}, 1)}}).lines();
+      RegionText(400).face({{circle({0, 0}, 4)}, {circle({1, 0}, 2)}}).face({{circle({9, 0}, 1)}}).lines();
   const double area = sizeOf(whole).area;
   int refused = 0;
   for (std::size_t line = 3; line < whole.size(); ++line) {
-    for (std::size_t at = whole[line].find('$'); at != std::string::npos;
+    // The first one is that of an attribute, which nobody follows.
+    for (std::size_t at = whole[line].find('$', whole[line].find("$-1 ") + 1); at != std::string::npos;
          at = whole[line].find('$', at + 1)) {
       for (int other = -1; other < static_cast<int>(whole.size()); ++other) {
         Lines damaged = whole;
@@ -224,6 +228,55 @@ TEST(ModelOutline, WhatIsNotReadIsRefused) {
   EXPECT_FALSE(sizeUnlessRefused(with(square, "1 0 0 0 1 0 0 0 1 ", "1 0 0 1 1 0 0 0 1 ")));
   EXPECT_FALSE(sizeUnlessRefused(with(square, "0 0 0 1 no_rotate", "0 0 0 0 no_rotate")));
   EXPECT_FALSE(sizeUnlessRefused(with(square, "body", "torso")));
+}
+
+TEST(ModelOutline, PartsThatContradictEachOtherAreRefused) {
+  const Lines whole = RegionText().face({{line({-3, 0}, {3, 0}), arc({0, 0}, {3, 0}, 0.5, 0, pi)}}).lines();
+  ASSERT_TRUE(sizeUnlessRefused(whole));
+  // clang-format off
+  constexpr std::pair<const char*, const char*> damages[] = {
+      // what it says               what it says then
+      {"body $-1 -1 $-1 $1 $-1",    "body $-1 -1 $-1 $1 $2"},        // wires
+      {"shell $-1 -1 $-1 $-1",      "shell $-1 -1 $-1 $2"},          // another shell
+      {"forward $4 $-1 #\ncoedge",  "reversed $4 $-1 #\ncoedge"},    // edges run against each other
+      {"$-1 $7 forward $4",         "$-1 $7 forward $3"},            // a coedge of another loop
+      {"0.0 $11 6.0",               "0.0 $11 5.0"},                  // more than the line between the ends
+      {"0.0 $9 3.14159",            "0.0 $9 3.24159"},               // or the arc
+      {"straight-curve $-1 -1 $-1 -3.0 0.0", "straight-curve $-1 -1 $-1 -3.0 0.1"},
+      {"0.0 0.0 1.0 3.0 0.0 0.0",   "0.0 0.6 0.8 3.0 0.0 0.0"},      // an ellipse out of the plane
+      {"0.0 0.0 1.0 3.0 0.0 0.0",   "0.0 0.0 0.5 3.0 0.0 0.0"},
+      {"0.0 0.0 1.0 1.0 0.0 0.0 forward_v", "0.0 0.0 0.0 1.0 0.0 0.0 forward_v"},
+      {"3.0 0.0 0.0 0.5 ",          "3.0 0.0 0.0 1.5 "},
+      {"3.0 0.0 0.0 0.5 ",          "3.0 0.0 0.0 -0.5 "},
+      {"1.0 0.0 0.0 I I",           "0.0 0.0 0.0 I I"},              // a line without a direction
+  };
+  // clang-format on
+  std::string text;
+  for (const std::string& line : whole)
+    text += line + "\n";
+  for (const auto& [before, after] : damages) {
+    const std::size_t at = text.find(before);
+    ASSERT_NE(std::string::npos, at) << before;
+    std::istringstream damaged(std::string(text).replace(at, std::string_view(before).size(), after));
+    Lines lines;
+    for (std::string line; std::getline(damaged, line);)
+      lines.push_back(line);
+    EXPECT_FALSE(sizeUnlessRefused(lines)) << after;
+  }
+}
+
+TEST(ModelOutline, EdgesThatAlmostMeetAreRefused) {
+  Loop open = rectangle({0, 0}, {10, 10});
+  open[1] = line({10, 0}, {10, 9.99999});
+  EXPECT_FALSE(sizeUnlessRefused(RegionText().face({open}).lines()));
+  open = rectangle({0, 0}, {10, 10});
+  open[3] = line({0, 10}, {0, 0.00001});
+  EXPECT_FALSE(sizeUnlessRefused(RegionText().face({open}).lines()));
+}
+
+TEST(ModelOutline, AnArcThatMayBeNothingOrAlmostFullIsRefused) {
+  const Piece bow = arc({0, 0}, {1, 0}, 1, 0, 2 * pi - 1e-8);
+  EXPECT_FALSE(sizeUnlessRefused(RegionText(400).face({{bow, line(bow.to, bow.from)}}).lines()));
 }
 
 TEST(ModelOutline, LoopsThatCrossAreRefused) {

@@ -4,10 +4,10 @@
 //       RegionText().face({{line({0, 0}, {2, 0}), arc({1, 0}, {1, 0}, 1, 0, pi)}}).lines();
 #pragma once
 
-#include <array>
 #include <cmath>
 #include <cstddef>
 #include <map>
+#include <numbers>
 #include <optional>
 #include <string>
 #include <utility>
@@ -113,10 +113,8 @@ class RegionText {
       const std::size_t body = reserve();
       std::optional<std::size_t> transform;
       if (!text_.transform_.empty()) transform = add("transform", text_.transform_);
-      std::optional<std::size_t> next;
-      for (auto lump = text_.lumps_.rbegin(); lump != text_.lumps_.rend(); ++lump)
-        next = writeLump(*lump, next, body);
-      fill(body, "body", to(next) + none + to(transform));
+      const std::size_t first = writeChain(text_.lumps_, body, &Writer::writeLump);
+      fill(body, "body", to(first) + none + to(transform));
       std::vector<std::string> lines{std::to_string(text_.version_) + " " + std::to_string(records_.size())
                                      + " 1 0"};
       if (text_.version_ >= 200) {
@@ -155,28 +153,34 @@ class RegionText {
       return record;
     }
 
-    std::size_t writeLump(const Lump& lump, std::optional<std::size_t> nextLump, std::size_t body) {
-      const std::size_t record = reserve();
-      const std::size_t shell = reserve();
-      std::optional<std::size_t> next;
-      for (auto face = lump.rbegin(); face != lump.rend(); ++face)
-        next = writeFace(*face, next, shell);
-      fill(shell, "shell", std::string(none) + none + to(next) + none + to(record));
-      fill(record, "lump", to(nextLump) + to(shell) + to(body));
-      return record;
+    /// One after the other, each referring to the next; gives the first.
+    template <class Part>
+    std::size_t writeChain(const std::vector<Part>& parts, std::size_t owner,
+                           void (Writer::*write)(const Part&, std::size_t, std::optional<std::size_t>,
+                                                 std::size_t)) {
+      const std::size_t first = records_.size();
+      records_.resize(first + parts.size());
+      for (std::size_t i = 0; i < parts.size(); ++i) {
+        const bool isLast = i + 1 == parts.size();
+        (this->*write)(parts[i], first + i, isLast ? std::nullopt : std::optional(first + i + 1), owner);
+      }
+      return first;
     }
-    std::size_t writeFace(const Face& face, std::optional<std::size_t> nextFace, std::size_t shell) {
-      const std::size_t record = reserve();
-      std::optional<std::size_t> next;
-      for (auto loop = face.rbegin(); loop != face.rend(); ++loop)
-        next = writeLoop(*loop, next, record);
+
+    void writeLump(const Lump& lump, std::size_t record, std::optional<std::size_t> next, std::size_t body) {
+      const std::size_t shell = reserve();
+      const std::size_t first = writeChain(lump, shell, &Writer::writeFace);
+      fill(shell, "shell", std::string(none) + none + to(first) + none + to(record));
+      fill(record, "lump", to(next) + to(shell) + to(body));
+    }
+    void writeFace(const Face& face, std::size_t record, std::optional<std::size_t> next, std::size_t shell) {
+      const std::size_t first = writeChain(face, record, &Writer::writeLoop);
       const std::size_t plane = add("plane-surface", vector(text_.origin_) + vector(normal())
                                                          + vector(text_.x_) + "forward_v I I I I ");
-      fill(record, "face", to(nextFace) + to(next) + to(shell) + none + to(plane) + "forward double out ");
-      return record;
+      fill(record, "face", to(next) + to(first) + to(shell) + none + to(plane) + "forward double out ");
     }
-    std::size_t writeLoop(const Loop& loop, std::optional<std::size_t> nextLoop, std::size_t face) {
-      const std::size_t record = reserve();
+    void writeLoop(const Loop& loop, std::size_t record, std::optional<std::size_t> nextLoop,
+                   std::size_t face) {
       const std::size_t first = records_.size();
       records_.resize(first + loop.size());
       std::map<std::pair<double, double>, std::size_t> vertices;
@@ -188,7 +192,6 @@ class RegionText {
              to(next) + to(previous) + none + to(edge) + sense(loop[i].edgeReversed) + to(record) + none);
       }
       fill(record, "loop", to(nextLoop) + to(first) + to(face));
-      return record;
     }
     static std::string sense(bool reversed) { return reversed ? "reversed " : "forward "; }
 
