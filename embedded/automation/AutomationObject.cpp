@@ -100,6 +100,8 @@ template <class Dispatch>
 HRESULT AutomationObject<Dispatch>::get(const PropertyRow& row, const DISPPARAMS& params, VARIANT* result) {
   if (params.cArgs != 0) return DISP_E_BADPARAMCOUNT;
   if (result == nullptr) return E_POINTER;
+  // A palette prepares the result for the type, and would show its zero for a value that cannot be told.
+  *result = {};
   *result = toVariant(row.access.get(subject(), row), row.type);
   return S_OK;
 }

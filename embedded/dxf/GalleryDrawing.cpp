@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 #include <map>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -206,11 +207,12 @@ void addHatches(BlockBuilder& model, const EntityStyle& style) {
   model.raw("HATCH", lines, style);
 }
 
-void addRegion(BlockBuilder& model, const EntityStyle& style) {
+void addModel(BlockBuilder& model, std::string_view type, std::span<const std::string_view> lines,
+              const EntityStyle& style) {
   std::vector<RawPair> pairs = pairsOf("100 AcDbModelerGeometry|70 1", {});
-  for (const std::string_view line : region)
+  for (const std::string_view line : lines)
     pairs.push_back({1, encodeModelLine(line)});
-  model.raw("REGION", pairs, style);
+  model.raw(type, pairs, style);
 }
 
 /// A polyline in pieces.
@@ -286,7 +288,7 @@ std::string galleryDrawing() {
     model.raw(it.type, pairsOf(it.pairs, names), style);
   for (const Exhibit& it : dimensions)
     model.raw(it.type, pairsOf(it.pairs, names), style);
-  addRegion(model, style);
+  addModel(model, "REGION", region, style);
   addHatches(model, style);
   addPolylines(model, style);
   model.attributeDefinition({.tag = "MATERIAL", .value = "Steel", .at = {180, 0}}, "What it is made of",
