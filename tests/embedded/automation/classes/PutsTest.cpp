@@ -237,7 +237,9 @@ class EveryWritableRow : public ::testing::TestWithParam<const AutomationClass*>
     });
   }
 
-  [[nodiscard]] bool hasDimensionStyle() const { return index.find(std::wstring_view(L"DimStyle")) != nullptr; }
+  [[nodiscard]] bool hasDimensionStyle() const {
+    return index.find(std::wstring_view(L"DimStyle")) != nullptr;
+  }
   [[nodiscard]] std::string written() const { return drawing->document().bytes(); }
   /// The same entity in the drawing that would be saved now.
   [[nodiscard]] std::pair<std::unique_ptr<Drawing>, Bound> saved() const {
