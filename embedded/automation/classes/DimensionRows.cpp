@@ -33,8 +33,8 @@ void putTextOverride(const Subject& subject, const std::wstring& wording) {
 #define TOLERANCE READ_ONLY_WHERE(L" with tolerances")
 #define FIXED_LENGTH READ_ONLY_WHERE(L" with extension lines of fixed length")
 #define FRACTIONS READ_ONLY_WHERE(L" with fractions")
-#define UNKNOWN_TEXT READ_ONLY_WHERE(L" and not what of it is text")
-#define UNKNOWN_LINES READ_ONLY_WHERE(L" and not which line is which")
+#define UNKNOWN_TEXT READ_ONLY_WHERE(L" and its text cannot be told, or is shared")
+#define UNKNOWN_LINES READ_ONLY_WHERE(L" and its lines cannot be told apart, or are shared")
 #define SMALL_TEXT READ_ONLY_WHERE(L" with tolerances or fractions")
 
 // clang-format off
