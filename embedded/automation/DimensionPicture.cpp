@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "embedded/automation/Editor.h"
@@ -15,6 +16,32 @@ namespace {
 
 constexpr const wchar_t* wouldStay =
     L"The drawing stores how the dimension looks, which would stay what it is.";
+
+/// What was found out about the picture of the dimension that was asked last: a palette asks one entity for all its rows,
+/// and looking at a picture takes longer than all else that it asks.
+struct Facts {
+  VkDbObjectId id{};
+  std::uint64_t revision = 0;
+  bool hasPicture = false;
+  std::optional<const wchar_t*> whyNoText{};
+  std::optional<const wchar_t*> whyNoLines{};
+};
+
+Facts& factsOf(const Subject& dimension) {
+  static thread_local Facts last;
+  const std::uint64_t revision = dimension.drawing().revision();
+  if (last.id != dimension.id() || last.revision != revision) {
+    last = {};
+    last.hasPicture = hasPicture(dimension);
+    last.revision = revision;
+    last.id = dimension.id();
+  }
+  return last;
+}
+
+bool isDrawn(const Subject& dimension) {
+  return factsOf(dimension).hasPicture;
+}
 
 const wchar_t* drawnIf(bool isDrawn) {
   return isDrawn ? wouldStay : nullptr;
@@ -114,42 +141,51 @@ bool areAsTheStyleSays(const Subject& dimension, const PictureLines& lines) {
          && haveWeight(dimension, lines.extensionLines, style.integer(372, byBlock));
 }
 
-}  // namespace
-
-const wchar_t* drawnInPicture(const Subject& dimension, const PropertyRow&) {
-  return drawnIf(hasPicture(dimension));
-}
-
-const wchar_t* drawnWithAlternateUnits(const Subject& dimension, const PropertyRow&) {
-  return drawnIf(hasPicture(dimension) && showsAlternateUnits(dimension));
-}
-
-const wchar_t* drawnWithTolerances(const Subject& dimension, const PropertyRow&) {
-  return drawnIf(hasPicture(dimension) && showsTolerances(dimension));
-}
-
-const wchar_t* drawnWithFixedLength(const Subject& dimension, const PropertyRow&) {
-  return drawnIf(hasPicture(dimension) && DimensionStyle(dimension).integer(290, 0) != 0);
-}
-
-const wchar_t* drawnWithFractions(const Subject& dimension, const PropertyRow&) {
-  return drawnIf(hasPicture(dimension) && showsFractions(dimension));
-}
-
-const wchar_t* drawnWithSmallText(const Subject& dimension, const PropertyRow&) {
-  return drawnIf(hasPicture(dimension) && (showsTolerances(dimension) || showsFractions(dimension)));
-}
-
-const wchar_t* drawnWithUnknownText(const Subject& dimension, const PropertyRow&) {
-  return hasPicture(dimension) ? textsOfPicture(dimension).whyNot : nullptr;
-}
-
-const wchar_t* drawnWithUnknownLines(const Subject& dimension, const PropertyRow&) {
-  if (!hasPicture(dimension)) return nullptr;
+const wchar_t* whyNotLines(const Subject& dimension) {
   const PictureLines lines = linesOfPicture(dimension);
   if (lines.whyNot != nullptr) return lines.whyNot;
   return areAsTheStyleSays(dimension, lines) ? nullptr
                                              : L"The stored picture does not look as the style says.";
+}
+
+}  // namespace
+
+const wchar_t* drawnInPicture(const Subject& dimension, const PropertyRow&) {
+  return drawnIf(isDrawn(dimension));
+}
+
+const wchar_t* drawnWithAlternateUnits(const Subject& dimension, const PropertyRow&) {
+  return drawnIf(isDrawn(dimension) && showsAlternateUnits(dimension));
+}
+
+const wchar_t* drawnWithTolerances(const Subject& dimension, const PropertyRow&) {
+  return drawnIf(isDrawn(dimension) && showsTolerances(dimension));
+}
+
+const wchar_t* drawnWithFixedLength(const Subject& dimension, const PropertyRow&) {
+  return drawnIf(isDrawn(dimension) && DimensionStyle(dimension).integer(290, 0) != 0);
+}
+
+const wchar_t* drawnWithFractions(const Subject& dimension, const PropertyRow&) {
+  return drawnIf(isDrawn(dimension) && showsFractions(dimension));
+}
+
+const wchar_t* drawnWithSmallText(const Subject& dimension, const PropertyRow&) {
+  return drawnIf(isDrawn(dimension) && (showsTolerances(dimension) || showsFractions(dimension)));
+}
+
+const wchar_t* drawnWithUnknownText(const Subject& dimension, const PropertyRow&) {
+  Facts& facts = factsOf(dimension);
+  if (!facts.hasPicture) return nullptr;
+  if (!facts.whyNoText) facts.whyNoText = textsOfPicture(dimension).whyNot;
+  return *facts.whyNoText;
+}
+
+const wchar_t* drawnWithUnknownLines(const Subject& dimension, const PropertyRow&) {
+  Facts& facts = factsOf(dimension);
+  if (!facts.hasPicture) return nullptr;
+  if (!facts.whyNoLines) facts.whyNoLines = whyNotLines(dimension);
+  return *facts.whyNoLines;
 }
 
 void putTextColor(const Subject& dimension, const PropertyRow& row, const Value& value) {

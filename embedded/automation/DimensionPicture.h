@@ -3,6 +3,7 @@
 // A put that the picture cannot follow would leave a drawing that contradicts itself. So rows of dimensions name one of
 // these obstacles; each gives null where a put leaves the picture as it should be, else why the row is read-only there.
 // Colours and line weights are followed where it can be told with certainty what is what (see PictureParts.h).
+// Threads: those of the drawing; what is known of the entity asked last is kept for each thread.
 #pragma once
 
 #include "embedded/automation/DimensionStyle.h"
