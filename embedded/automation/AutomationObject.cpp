@@ -161,8 +161,14 @@ HRESULT AutomationObject<Dispatch>::Editable(DISPID dispId, BOOL* editable) {
   if (editable == nullptr) return E_POINTER;
   const PropertyRow* row = kind_.index.find(dispId);
   if (row == nullptr) return DISP_E_MEMBERNOTFOUND;
-  *editable = row->isWritable() ? 1 : 0;
-  return S_OK;
+  if (!row->isWritable() || row->access.obstacle == nullptr || !row->access.obstacleShows) {
+    *editable = row->isWritable() ? 1 : 0;
+    return S_OK;
+  }
+  return guarded([&] {
+    *editable = row->access.obstacle(subject(), *row) == nullptr ? 1 : 0;
+    return S_OK;
+  });
 }
 
 template <class Dispatch>

@@ -39,8 +39,8 @@ class AutomationObject
   HRESULT GetObjectId(VkDbObjectId* object) final;
 
   HRESULT GetDisplayName(DISPID dispId, BSTR* name) final;
-  /// The same for all objects of a class: rows of which only some can be edited would drop out of a palette that shows
-  /// several entities. What a single entity cannot take is refused when it is put.
+  /// The same for all objects of a class but for rows that name obstacles: rows of which only some can be edited drop out
+  /// of a palette that shows several entities. What else a single entity cannot take is refused when it is put.
   HRESULT Editable(DISPID dispId, BOOL* editable) final;
   HRESULT ShowProperty(DISPID dispId, BOOL* show) final;
 

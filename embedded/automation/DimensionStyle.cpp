@@ -5,37 +5,14 @@
 #include <cwctype>
 #include <limits>
 
+#include "embedded/automation/Editor.h"
+#include "embedded/automation/Refusal.h"
+#include "embedded/automation/StyleEditor.h"
+#include "embedded/database/NameFolding.h"
 #include "embedded/dxf/Numbers.h"
 
 namespace velt::automation {
 namespace {
-
-/// Where in view() the value of an overridden variable stands. The data of an application may hold other lists beside
-/// the one of overrides, so only what stands between its braces is looked at: codes and values in turn.
-std::optional<std::size_t> findOverride(const database::Lens& lens, int wanted) {
-  constexpr int textCode = 1000;
-  constexpr int braceCode = 1002;
-  constexpr int nameOfVariable = 1070;
-  const std::optional<dxf::PairRange> range = lens.xdata("ACAD");
-  if (!range) return std::nullopt;
-  const dxf::RecordView& view = lens.view();
-  bool isListNext = false;
-  bool isInside = false;
-  for (std::size_t index = range->first; index < range->first + range->count; ++index) {
-    const std::string_view value = dxf::trimmed(view.value(index));
-    if (isInside) {
-      if (view.code(index) == braceCode) return std::nullopt;
-      if (view.code(index) != nameOfVariable || index + 1 >= range->first + range->count) return std::nullopt;
-      if (dxf::parseInteger<int>(value) == wanted) return index + 1;
-      ++index;
-    } else if (view.code(index) == textCode) {
-      isListNext = value == "DSTYLE";
-    } else if (view.code(index) == braceCode && isListNext) {
-      isInside = value == "{";
-    }
-  }
-  return std::nullopt;
-}
 
 std::int32_t clamped(std::int64_t number) {
   return static_cast<std::int32_t>(std::clamp<std::int64_t>(number, std::numeric_limits<std::int32_t>::min(),
@@ -46,7 +23,47 @@ std::int64_t integerOf(const Subject& subject, const PropertyRow& row) {
   return DimensionStyle(subject).integer(row.access.code, static_cast<std::int64_t>(row.access.otherwise));
 }
 
+// In the order of the enumeration.
+constexpr std::array<std::wstring_view, 20> arrowheadNames = {
+    L"",         L"CLOSEDBLANK", L"CLOSED",     L"DOT",         L"ARCHTICK", L"OBLIQUE",  L"OPEN",
+    L"ORIGIN",   L"ORIGIN2",     L"OPEN90",     L"OPEN30",      L"DOTSMALL", L"DOTBLANK", L"SMALL",
+    L"BOXBLANK", L"BOXFILLED",   L"DATUMBLANK", L"DATUMFILLED", L"INTEGRAL", L"NONE",
+};
+
+void requireColorIndex(std::int32_t index) {
+  constexpr std::int32_t byLayer = 256;
+  if (index < 0 || index > byLayer) throw Refusal(E_INVALIDARG, L"A colour index lies between 0 and 256.");
+}
+
 }  // namespace
+
+/// The data of the application may hold other lists beside this one.
+std::optional<Overrides> findOverrides(const database::Lens& entity) {
+  constexpr int textCode = 1000;
+  constexpr int braceCode = 1002;
+  constexpr int nameOfVariable = 1070;
+  const std::optional<dxf::PairRange> range = entity.xdata(overridesApplication);
+  if (!range) return std::nullopt;
+  const dxf::RecordView& view = entity.view();
+  const std::size_t end = range->first + range->count;
+  std::size_t index = range->first;
+  bool isNamed = false;
+  for (; index < end; ++index) {
+    const std::string_view value = dxf::trimmed(view.value(index));
+    if (view.code(index) == textCode) isNamed = value == overridesList;
+    if (isNamed && view.code(index) == braceCode && value == "{") break;
+  }
+  if (index == end) return isNamed ? std::optional(Overrides{end, end, false}) : std::nullopt;
+  Overrides list{index + 1, index + 1, false};
+  const auto isPair = [&](std::size_t name) {
+    return name + 1 < end && view.code(name) == nameOfVariable && view.code(name + 1) != braceCode;
+  };
+  while (isPair(list.end))
+    list.end += 2;
+  list.isWhole =
+      list.end < end && view.code(list.end) == braceCode && dxf::trimmed(view.value(list.end)) == "}";
+  return list;
+}
 
 DimensionStyle::DimensionStyle(const Subject& subject) : entity_(subject.lens()) {
   const database::TableEntry* const entry = subject.drawing().dimStyles().find(name());
@@ -59,8 +76,13 @@ std::wstring DimensionStyle::name() const {
 }
 
 std::optional<std::string_view> DimensionStyle::overriding(int code) const {
-  const std::optional<std::size_t> index = findOverride(entity_, code);
-  return index ? std::optional(entity_.view().value(*index)) : std::nullopt;
+  const std::optional<Overrides> list = findOverrides(entity_);
+  if (!list) return std::nullopt;
+  const dxf::RecordView& view = entity_.view();
+  for (std::size_t name = list->begin; name < list->end; name += 2) {
+    if (dxf::parseInteger<int>(view.value(name)) == code) return view.value(name + 1);
+  }
+  return std::nullopt;
 }
 
 std::optional<std::string_view> DimensionStyle::value(int code) const {
@@ -72,6 +94,10 @@ std::optional<std::string_view> DimensionStyle::value(int code) const {
 double DimensionStyle::real(int code, double otherwise) const {
   const auto text = value(code);
   return text ? dxf::parseReal(*text).value_or(otherwise) : otherwise;
+}
+
+double DimensionStyle::realOfStyle(int code, double otherwise) const {
+  return style_ ? style_->real(code, dimensionStyleSubclass, otherwise) : otherwise;
 }
 
 std::int64_t DimensionStyle::integer(int code, std::int64_t otherwise) const {
@@ -100,19 +126,29 @@ std::wstring DimensionStyle::blockName(int handleCode, int nameCode) const {
 }
 
 std::int32_t arrowheadOfBlock(std::wstring_view name) {
-  // In the order of the enumeration.
-  constexpr std::array<std::wstring_view, 20> names = {
-      L"",         L"CLOSEDBLANK", L"CLOSED",     L"DOT",         L"ARCHTICK", L"OBLIQUE",  L"OPEN",
-      L"ORIGIN",   L"ORIGIN2",     L"OPEN90",     L"OPEN30",      L"DOTSMALL", L"DOTBLANK", L"SMALL",
-      L"BOXBLANK", L"BOXFILLED",   L"DATUMBLANK", L"DATUMFILLED", L"INTEGRAL", L"NONE",
-  };
   constexpr std::int32_t userDefined = 20;
   if (name.starts_with(L'_')) name.remove_prefix(1);
   std::wstring upper(name);
   for (wchar_t& letter : upper)
     letter = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(letter)));
-  const auto found = std::find(names.begin(), names.end(), upper);
-  return found == names.end() ? userDefined : static_cast<std::int32_t>(found - names.begin());
+  const auto found = std::find(arrowheadNames.begin(), arrowheadNames.end(), upper);
+  return found == arrowheadNames.end() ? userDefined
+                                       : static_cast<std::int32_t>(found - arrowheadNames.begin());
+}
+
+const database::TableEntry* blockOfArrowhead(const database::Drawing& drawing, std::int32_t arrowhead) {
+  const auto index = static_cast<std::size_t>(arrowhead);
+  if (arrowhead < 1 || index >= arrowheadNames.size()) return nullptr;
+  const std::wstring plain(arrowheadNames[index]);
+  const database::TableEntry* const usual = drawing.blocks().find(L"_" + plain);
+  return usual != nullptr ? usual : drawing.blocks().find(plain);
+}
+
+std::uint64_t handleOfEntry(const database::Drawing& drawing, const database::TableEntry& entry) {
+  const std::uint64_t handle =
+      entry.isImplied() ? 0 : dxf::parseHandle(drawing.view(entry.record).handle()).value_or(0);
+  if (handle == 0) throw Refusal(E_FAIL, L"The drawing has no handle for " + entry.name + L".");
+  return handle;
 }
 
 namespace access {
@@ -141,6 +177,50 @@ Value getStyleMember(const Subject& subject, const PropertyRow& row) {
 Value getStyleLinetype(const Subject& subject, const PropertyRow& row) {
   const std::wstring name = DimensionStyle(subject).entryName(row.access.code, subject.drawing().linetypes());
   return name.empty() ? std::wstring(L"ByBlock") : name;
+}
+
+void putStyleReal(const Subject& subject, const PropertyRow& row, const Value& value) {
+  const auto& number = valueAs<double>(value);
+  requireWithin(row.access.limit, number);
+  if (std::get<double>(getStyleReal(subject, row)) == number) return;
+  StyleEditor(subject).real(row.access.code, number);
+}
+
+void putStyleColor(const Subject& subject, const PropertyRow& row, const Value& value) {
+  const auto& index = valueAs<std::int32_t>(value);
+  requireColorIndex(index);
+  if (integerOf(subject, row) != index) StyleEditor(subject).integer(row.access.code, index);
+}
+
+void putStyleFlag(const Subject& subject, const PropertyRow& row, const Value& value) {
+  const bool flag = valueAs<bool>(value);
+  if (std::get<bool>(getStyleFlag(subject, row)) != flag) {
+    StyleEditor(subject).integer(row.access.code, flag ? 1 : 0);
+  }
+}
+
+void putStyleBit(const Subject& subject, const PropertyRow& row, const Value& value) {
+  const std::int64_t before = integerOf(subject, row);
+  const std::int64_t after =
+      valueAs<bool>(value) ? before | row.access.mask : before & ~std::int64_t{row.access.mask};
+  if (after != before) StyleEditor(subject).integer(row.access.code, after);
+}
+
+void putStyleMember(const Subject& subject, const PropertyRow& row, const Value& value) {
+  const auto& member = valueAs<std::int32_t>(value);
+  if (std::get<std::int32_t>(getStyleMember(subject, row)) != member) {
+    StyleEditor(subject).integer(row.access.code, member);
+  }
+}
+
+void putStyleLinetype(const Subject& subject, const PropertyRow& row, const Value& value) {
+  const auto& name = valueAs<std::wstring>(value);
+  const database::TableEntry* const linetype = subject.drawing().linetypes().find(name);
+  if (linetype == nullptr) throw Refusal(E_INVALIDARG, L"The drawing has no line type of that name.");
+  if (database::sameName(std::get<std::wstring>(getStyleLinetype(subject, row)), name)) return;
+  const bool isMissingOne = linetype->isImplied() && database::sameName(name, L"ByBlock");
+  StyleEditor(subject).handle(row.access.code,
+                              isMissingOne ? 0 : handleOfEntry(subject.drawing(), *linetype));
 }
 
 }  // namespace access

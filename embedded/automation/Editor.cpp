@@ -108,6 +108,8 @@ void requireChangeable(const Subject& subject, const PropertyRow& row) {
                               + widened(since) + L" on.");
   }
   if (changesShape(subject.kind(), row)) requireFreeShape(subject.drawing(), subject.record());
+  if (row.access.obstacle == nullptr) return;
+  if (const wchar_t* const why = row.access.obstacle(subject, row)) throw Refusal(E_FAIL, why);
 }
 
 void requireWithin(Limit limit, double number) {

@@ -16,8 +16,8 @@
 
 namespace velt::automation {
 
-/// Throws Refusal for an entity on a locked layer, for a property that the drawing's format has no place for, and for a
-/// shape that others follow.
+/// Throws Refusal for an entity on a locked layer, for a property that the drawing's format has no place for, for a
+/// shape that others follow, and where the row names an obstacle.
 void requireChangeable(const Subject& subject, const PropertyRow& row);
 
 /// The drawing is of that version ("AC1018") or a later one. One that does not tell is as old as can be.

@@ -44,8 +44,8 @@ enum class AccessKind : std::uint8_t {
   Integer,
   Bit,  ///< of a stored integer: `mask`
   Text,
-  WorldPoint,   ///< stored in world coordinates, expanded into X, Y and Z
-  ObjectPoint,  ///< stored in the entity's own plane, offered in world coordinates, expanded
+  WorldPoint,     ///< stored in world coordinates, expanded into X, Y and Z
+  ObjectPoint,    ///< stored in the entity's own plane, offered in world coordinates, expanded
   StyleVariable,  ///< of the entity's dimension style, or overridden by the entity
 };
 
@@ -64,6 +64,13 @@ struct Access {
 
   bool keepsShape =
       false;  ///< of a class's own row: whoever follows the entity's place and size need not know
+
+  /// What stands in the way of a put to this entity, as a sentence, or null for nothing; null: never anything. Of a row
+  /// that can be written to some entities of a class only.
+  const wchar_t* (*obstacle)(const Subject&, const PropertyRow&) = nullptr;
+  /// Palettes are told of the obstacle by the answer whether the row is editable there. A merge drops a row for which
+  /// the answers of the selected entities differ, so this is for obstacles that like entities share.
+  bool obstacleShows = true;
 
   // The same with one thing different, for rows of a table.
 
@@ -88,6 +95,19 @@ struct Access {
   [[nodiscard]] constexpr Access keepingShape() const {
     Access same = *this;
     same.keepsShape = true;
+    return same;
+  }
+  [[nodiscard]] constexpr Access unless(const wchar_t* (*hindered)(const Subject&,
+                                                                   const PropertyRow&)) const {
+    Access same = *this;
+    same.obstacle = hindered;
+    return same;
+  }
+  /// Only the put tells.
+  [[nodiscard]] constexpr Access refusedWhere(const wchar_t* (*hindered)(const Subject&,
+                                                                         const PropertyRow&)) const {
+    Access same = unless(hindered);
+    same.obstacleShows = false;
     return same;
   }
 };
@@ -127,7 +147,7 @@ struct PropertyRow {
   Access access;
   Choices choices;
   std::int32_t weight;
-  const wchar_t* help;  ///< for a read-only row also why it is
+  const wchar_t* help;  ///< for a row that is read-only, or is for some entities, also why
   std::uint8_t flags = 0;
   Variants shownFor = everyVariant;
 

@@ -100,7 +100,7 @@ constexpr std::string_view region[] = {
     "ellipse-curve $-1 145 20 0 0 0 1 3 0 0 1 I I #",
 };
 
-// A picture of one dimension stands for those of all.
+// A picture of one dimension stands for those of all. Each is there a second time without a picture.
 constexpr Exhibit dimensions[] = {
     {"DIMENSION", "100 AcDbDimension|2 *D1|10 0|20 70|30 0|11 5|21 71|31 0|70 32|71 5|42 10|3 GALLERY|100 AcDbAlignedDimension|13 0|23 60|33 0|14 10|24 65|34 0|50 0|100 AcDbRotatedDimension|1001 ACAD|1000 DSTYLE|1002 {|1070 173|1070 1|1070 343|1005 @dot|1070 344|1005 0|1070 41|1040 4|1070 271|1070 3|1002 }"},
     {"DIMENSION", "100 AcDbDimension|2 *D1|10 20|20 64|30 0|11 22|21 66|31 0|70 33|71 5|42 5|3 GALLERY|100 AcDbAlignedDimension|13 20|23 60|33 0|14 24|24 63|34 0"},
@@ -265,6 +265,44 @@ void addPolylines(BlockBuilder& model, const EntityStyle& style) {
               style);
 }
 
+/// Its picture is nobody else's, and looks as the style and the points say.
+void addDrawnDimension(DrawingBuilder& drawing, const Names& names, const EntityStyle& style) {
+  const EntityStyle line{.layer = style.layer, .colour = 1, .lineWeight = 35};
+  const EntityStyle extension{.layer = style.layer, .colour = 2, .lineWeight = 18};
+  BlockBuilder& picture = drawing.block("*D2");
+  picture.line({0, 131.2}, {0, 142.5}, extension);
+  picture.line({40, 131.2}, {40, 142.5}, extension);
+  picture.line({5, 140}, {35, 140}, line);
+  picture.raw(
+      "SOLID",
+      pairsOf("100 AcDbTrace|10 5|20 140.8|30 0|11 5|21 139.2|31 0|12 0|22 140|32 0|13 0|23 140|33 0", {}),
+      {.layer = style.layer, .colour = 1});
+  picture.insert("_Dot", {.at = {40, 140}, .scaleX = 5, .scaleY = 5, .scaleZ = 5}, line);
+  picture.mtext({20, 144}, "40 mm", {.height = 5, .attachment = 5}, {.layer = style.layer, .colour = 3});
+  for (const Point& at : {Point{0, 130}, Point{40, 130}, Point{40, 140}})
+    picture.point(at, {.layer = "Defpoints", .colour = byBlock});
+  drawing.model().raw(
+      "DIMENSION",
+      pairsOf("100 AcDbDimension|2 *D2|10 40|20 140|30 0|11 20|21 144|31 0|70 32|71 5|42 40|3 GALLERY"
+              "|100 AcDbAlignedDimension|13 0|23 130|33 0|14 40|24 130|34 0|50 0|100 AcDbRotatedDimension"
+              "|1001 ACAD|1000 DSTYLE|1002 {|1070 173|1070 1|1070 343|1005 0|1070 344|1005 @dot|1002 }",
+              names),
+      style);
+}
+
+/// A block without entities is none.
+void addDimensionsWithoutPicture(DrawingBuilder& drawing, const Names& names, const EntityStyle& style) {
+  constexpr int pictureCode = 2;
+  drawing.block("*D3");
+  for (const Exhibit& it : dimensions) {
+    std::vector<RawPair> pairs = pairsOf(it.pairs, names);
+    for (RawPair& pair : pairs) {
+      if (pair.code == pictureCode) pair.value = "*D3";
+    }
+    drawing.model().raw(it.type, pairs, style);
+  }
+}
+
 void addSheet(DrawingBuilder& drawing) {
   BlockBuilder& sheet = drawing.block("*Paper_Space");
   sheet.raw(
@@ -294,6 +332,8 @@ std::string galleryDrawing() {
   model.attributeDefinition({.tag = "MATERIAL", .value = "Steel", .at = {180, 0}}, "What it is made of",
                             style);
   addSheet(drawing);
+  addDrawnDimension(drawing, names, style);
+  addDimensionsWithoutPicture(drawing, names, style);
   return drawing.bytes();
 }
 

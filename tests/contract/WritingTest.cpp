@@ -104,11 +104,11 @@ bool writeAndCheck(const Drawing& drawing, Query& query, const PROPINFO& row, co
 }
 
 /// The layer first: colours by layer differ as long as their layers do.
-std::vector<PROPINFO> writableRows(const Query& query) {
+std::vector<PROPINFO> editableRows(const Query& query) {
   constexpr DISPID layer = 1281;
   std::vector<PROPINFO> rows;
   for (const PROPINFO& row : query.rows) {
-    if (row.isWritable && row.dispId != dynamicPropertyDispId && row.elementGrouping == 0)
+    if (row.isEditable && row.dispId != dynamicPropertyDispId && row.elementGrouping == 0)
       rows.push_back(row);
   }
   std::stable_partition(rows.begin(), rows.end(), [](const PROPINFO& row) { return row.dispId == layer; });
@@ -126,7 +126,7 @@ TEST(Writing, EveryRowOfTheSampleReachesTheWholeSelectionAndNothingElse) {
                           [&](VkDbObjectId id) { return !isLocked(*drawing, id); });
     Query query(selection);
     ASSERT_TRUE(query.isSetUp && query.ask());
-    for (const PROPINFO& row : writableRows(query)) {
+    for (const PROPINFO& row : editableRows(query)) {
       const std::string name(row.displayName.str().begin(), row.displayName.str().end());
       SCOPED_TRACE(type + ": " + name);
       if (!writeAndCheck(*drawing, query, row, selection)) refused.insert(type + ": " + name);
@@ -134,10 +134,19 @@ TEST(Writing, EveryRowOfTheSampleReachesTheWholeSelectionAndNothingElse) {
     EXPECT_EQ(drawing->entities().size(),
               Drawing::parse(drawing->document().bytes(), "saved.dxf")->entities().size());
   }
-  // The ends of an arc would coincide, the minor axis would be the longer one, attributes would have to be stretched.
-  const std::set<std::string> impossible = {
-      "ARC: Start angle", "ELLIPSE: End angle", "ELLIPSE: End parameter", "ELLIPSE: Major radius",
-      "INSERT: Scale X",  "INSERT: Scale Y",    "INSERT: Scale Z"};
+  // The ends of an arc would coincide, the minor axis would be the longer one, attributes would have to be stretched,
+  // which lines of the pictures of dimensions are which cannot be told.
+  const std::set<std::string> impossible = {"ARC: Start angle",
+                                            "DIMENSION: Dim line color",
+                                            "DIMENSION: Dim line lineweight",
+                                            "DIMENSION: Ext line color",
+                                            "DIMENSION: Ext line lineweight",
+                                            "ELLIPSE: End angle",
+                                            "ELLIPSE: End parameter",
+                                            "ELLIPSE: Major radius",
+                                            "INSERT: Scale X",
+                                            "INSERT: Scale Y",
+                                            "INSERT: Scale Z"};
   EXPECT_EQ(impossible, refused);
 }
 

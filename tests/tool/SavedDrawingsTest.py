@@ -165,6 +165,66 @@ class SavedDrawings(unittest.TestCase):
                         self.assertFalse(row["isVaries"], f"{kind} {name}")
                         self.assertAlmostEqual(row["value"], value, places=9)
 
+    # By class: what is written, with the variable of the style that it becomes.
+    OVERRIDES = {
+        "Leader": {"Arrow size": (3.25, "dimasz"), "Dim line color": (1, "dimclrd")},
+        "Tolerance": {"Text height": (4.5, "dimtxt"), "Text color": (5, "dimclrt")},
+        "Dimension": {"Text color": (6, "dimclrt"), "Dim line color": (4, "dimclrd"), "Ext line color": (2, "dimclre"),
+                      "Tolerance limit upper": (0.375, "dimtp"), "Alt scale factor": (12.5, "dimaltf")},
+    }
+
+    def styled_entities(self, drawing):
+        """Handles and what can be overridden there, a fifteenth of the dimensions."""
+        by_type = collections.defaultdict(list)
+        for entity in answer("list", drawing)["entities"]:
+            kind = "Dimension" if entity["class"].startswith("Dim") else entity["class"]
+            by_type[kind].append(entity["handle"])
+        for kind, wanted in self.OVERRIDES.items():
+            for handle in by_type[kind][:: 15 if kind == "Dimension" else 1]:
+                rows = rows_of(drawing, [handle])
+                yield handle, {name: value for name, value in wanted.items() if name in rows and rows[name]["isEditable"]}
+
+    def overrides_of(self, entity):
+        if hasattr(entity, "get_acad_dstyle"):
+            return entity.get_acad_dstyle(entity.get_dim_style())
+        # The reader has no word for those of tolerances, but finds their list.
+        names = {140: "dimtxt", 178: "dimclrt"}
+        tags = entity.get_xdata_list("ACAD", "DSTYLE")[2:-1]
+        return {names.get(name.value): value.value for name, value in zip(tags[0::2], tags[1::2])}
+
+    def colours_of_texts(self, document, entity):
+        if "DIMENSION" not in entity.dxftype() or entity.dxf.get("geometry") not in document.blocks:
+            return set()
+        return {text.dxf.color for text in document.blocks.get(entity.dxf.geometry) if text.dxftype() in ("TEXT", "MTEXT")}
+
+    @unittest.skipUnless(ezdxf, "python3-ezdxf is not installed")
+    def test_an_independent_reader_finds_the_overrides(self):
+        overridden = collections.Counter()
+        for drawing in sorted(pathlib.Path(DRAWINGS).glob("*.dxf")):
+            with self.subTest(drawing.name):
+                saved, written = drawing, {}
+                for handle, wanted in self.styled_entities(drawing):
+                    if not wanted:
+                        continue
+                    target = self.folder / f"{len(written) % 2}-{drawing.name}"
+                    report = answer("set", saved, "--handle", handle, "--keep-going", "--force", "-o", target,
+                                    *(f"{name}={value}" for name, (value, _) in wanted.items()), may_refuse=True)
+                    saved = target
+                    written[handle] = [wanted[one["name"]] for one in report["assignments"] if one["changed"]]
+                if not written:
+                    continue
+                document, _ = ezdxf.recover.readfile(saved)
+                for handle, values in written.items():
+                    entity = document.entitydb[handle]
+                    overrides = self.overrides_of(entity)
+                    for value, variable in values:
+                        self.assertEqual(overrides.get(variable), value, f"{entity} {variable}")
+                        overridden[variable] += 1
+                        if variable == "dimclrt":
+                            self.assertLessEqual(self.colours_of_texts(document, entity), {value}, entity)
+                self.assertLessEqual(findings(saved), findings(drawing))
+        self.assertEqual(set(overridden), {variable for wanted in self.OVERRIDES.values() for _, variable in wanted.values()})
+
     @unittest.skipUnless(ezdxf, "python3-ezdxf is not installed")
     def test_an_independent_reader_finds_no_more_than_before(self):
         for drawing, entities in self.every_drawing():

@@ -15,7 +15,7 @@ double getMeasurement(const Subject& subject) {
                                    subject, dimensionPointOf(subject, 14) - dimensionPointOf(subject, 13))));
 }
 
-#define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
+#define DRAWN L" Read-only: what the dimension measures and how it looks would have to follow."
 
 // clang-format off
 constexpr PropertyRow rows[] = {

@@ -44,7 +44,7 @@ double getMeasurement(const Subject& subject) {
   return reach <= between ? between : std::numbers::pi - between;
 }
 
-#define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
+#define DRAWN L" Read-only: what the dimension measures and how it looks would have to follow."
 
 // clang-format off
 constexpr PropertyRow rows[] = {

@@ -1,5 +1,6 @@
 #include "embedded/automation/Access.h"
 #include "embedded/automation/ClassList.h"
+#include "embedded/automation/DimensionPicture.h"
 #include "embedded/automation/DimensionStyle.h"
 #include "embedded/automation/DimensionTypes.h"
 #include "embedded/automation/HostIds.h"
@@ -21,23 +22,18 @@ double getMeasurement(const Subject& subject) {
                                                  dimensionPointOf(subject, 10)));
 }
 
-std::int32_t getSymbol(const Subject& subject) {
-  const EnumMember* const member = findMember(types::arcSymbol, DimensionStyle(subject).integer(90, 0));
-  return member == nullptr ? 0 : member->value;
-}
-
-#define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
+#define DRAWN L" Read-only: what the dimension measures and how it looks would have to follow."
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id   name              label                 type              category                   access                      choices               weight help
-  { 101, L"AngleVertex",   L"Center",            VT_VARIANT,       Category::Geometry,        dimensionPoint(15),         Choices::None,        1101,  L"Center of the arc." DRAWN},
-  { 102, L"ExtLine1Point", L"Ext line 1",        VT_VARIANT,       Category::Geometry,        dimensionPoint(13),         Choices::None,        1102,  L"Where the measured part of the arc begins." DRAWN},
-  { 103, L"ExtLine2Point", L"Ext line 2",        VT_VARIANT,       Category::Geometry,        dimensionPoint(14),         Choices::None,        1103,  L"Where it ends." DRAWN},
-  { 104, L"DimArcPoint",   L"Dim arc",           VT_VARIANT,       Category::Geometry,        dimensionPoint(10),         Choices::None,        1104,  L"A point of the dimension line." DRAWN},
-  { 105, L"Symbol",        L"Arc length symbol", types::arcSymbol, Category::Text,            computed<getSymbol>(),      Choices::Enumeration, 1105,  L"Where the symbol of an arc stands." DRAWN},
-  { 5,   L"Measurement",   L"Measurement",       types::distance,  Category::PrimaryUnits,    computed<getMeasurement>(), Choices::None,        1056,  L"What is measured, times the linear scale. Read-only: it follows from the points."},
-  { 106, L"Normal",        L"Normal",            VT_VARIANT,       Category::Visualization3D, computedPoint<getNormal>(), Choices::None,        1106,  L"Upright on the dimension's plane." DRAWN},
+  // id  name              label                 type              category                   access                                     choices               weight help
+  { 101, L"AngleVertex",   L"Center",            VT_VARIANT,       Category::Geometry,        dimensionPoint(15),                        Choices::None,        1101, L"Center of the arc." DRAWN},
+  { 102, L"ExtLine1Point", L"Ext line 1",        VT_VARIANT,       Category::Geometry,        dimensionPoint(13),                        Choices::None,        1102, L"Where the measured part of the arc begins." DRAWN},
+  { 103, L"ExtLine2Point", L"Ext line 2",        VT_VARIANT,       Category::Geometry,        dimensionPoint(14),                        Choices::None,        1103, L"Where it ends." DRAWN},
+  { 104, L"DimArcPoint",   L"Dim arc",           VT_VARIANT,       Category::Geometry,        dimensionPoint(10),                        Choices::None,        1104, L"A point of the dimension line." DRAWN},
+  { 6,   L"Symbol",        L"Arc length symbol", types::arcSymbol, Category::Text,            styleMember(90, 0).unless(drawnInPicture), Choices::Enumeration, 1055, L"Where the symbol of an arc stands. Read-only where the drawing stores how the dimension looks, which would stay what it is."},
+  { 5,   L"Measurement",   L"Measurement",       types::distance,  Category::PrimaryUnits,    computed<getMeasurement>(),                Choices::None,        1056, L"What is measured, times the linear scale. Read-only: it follows from the points."},
+  { 106, L"Normal",        L"Normal",            VT_VARIANT,       Category::Visualization3D, computedPoint<getNormal>(),                Choices::None,        1106, L"Upright on the dimension's plane." DRAWN},
 };
 // clang-format on
 

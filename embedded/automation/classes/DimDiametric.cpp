@@ -14,7 +14,7 @@ double getMeasurement(const Subject& subject) {
   return scaledLength(subject, length(dimensionPointOf(subject, 15) - dimensionPointOf(subject, 10)));
 }
 
-#define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
+#define DRAWN L" Read-only: what the dimension measures and how it looks would have to follow."
 
 // clang-format off
 constexpr PropertyRow rows[] = {

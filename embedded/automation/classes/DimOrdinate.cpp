@@ -25,7 +25,7 @@ double getMeasurement(const Subject& subject) {
                                             : arm.y * std::cos(turn) - arm.x * std::sin(turn)));
 }
 
-#define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
+#define DRAWN L" Read-only: what the dimension measures and how it looks would have to follow."
 
 // clang-format off
 constexpr PropertyRow rows[] = {

@@ -2,6 +2,7 @@
 
 #include "embedded/automation/Access.h"
 #include "embedded/automation/ClassList.h"
+#include "embedded/automation/DimensionPicture.h"
 #include "embedded/automation/DimensionStyle.h"
 #include "embedded/automation/HostIds.h"
 #include "embedded/automation/classes/DimensionGeometry.h"
@@ -17,22 +18,18 @@ double getMeasurement(const Subject& subject) {
   return scaledLength(subject, length(dimensionPointOf(subject, 15) - dimensionPointOf(subject, 10)));
 }
 
-double getJogAngle(const Subject& subject) {
-  return DimensionStyle(subject).real(50, std::numbers::pi / 4);
-}
-
-#define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
+#define DRAWN L" Read-only: what the dimension measures and how it looks would have to follow."
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id   name               label            type             category                   access                      choices        weight help
-  { 101, L"Center",         L"Center",       VT_VARIANT,      Category::Geometry,        dimensionPoint(10),         Choices::None, 1101,  L"Center of what is measured." DRAWN},
-  { 102, L"ChordPoint",     L"Chord point",  VT_VARIANT,      Category::Geometry,        dimensionPoint(15),         Choices::None, 1102,  L"Where the dimension line meets the curve." DRAWN},
-  { 103, L"OverrideCenter", L"Center shown", VT_VARIANT,      Category::Geometry,        dimensionPoint(13),         Choices::None, 1103,  L"Where the dimension line begins in place of the center." DRAWN},
-  { 104, L"JogPoint",       L"Jog",          VT_VARIANT,      Category::Geometry,        dimensionPoint(14),         Choices::None, 1104,  L"Middle of the jog." DRAWN},
-  { 105, L"JogAngle",       L"Jog angle",    types::angle,    Category::Geometry,        computed<getJogAngle>(),    Choices::None, 1105,  L"Angle of the jog." DRAWN},
-  { 5,   L"Measurement",    L"Measurement",  types::distance, Category::PrimaryUnits,    computed<getMeasurement>(), Choices::None, 1056,  L"What is measured, times the linear scale. Read-only: it follows from the points."},
-  { 106, L"Normal",         L"Normal",       VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(), Choices::None, 1106,  L"Upright on the dimension's plane." DRAWN},
+  // id  name               label            type             category                   access                                                                 choices        weight help
+  { 101, L"Center",         L"Center",       VT_VARIANT,      Category::Geometry,        dimensionPoint(10),                                                    Choices::None, 1101, L"Center of what is measured." DRAWN},
+  { 102, L"ChordPoint",     L"Chord point",  VT_VARIANT,      Category::Geometry,        dimensionPoint(15),                                                    Choices::None, 1102, L"Where the dimension line meets the curve." DRAWN},
+  { 103, L"OverrideCenter", L"Center shown", VT_VARIANT,      Category::Geometry,        dimensionPoint(13),                                                    Choices::None, 1103, L"Where the dimension line begins in place of the center." DRAWN},
+  { 104, L"JogPoint",       L"Jog",          VT_VARIANT,      Category::Geometry,        dimensionPoint(14),                                                    Choices::None, 1104, L"Middle of the jog." DRAWN},
+  { 105, L"JogAngle",       L"Jog angle",    types::angle,    Category::Geometry,        styleReal(50, std::numbers::pi / 4).positive().unless(drawnInPicture), Choices::None, 1105, L"Angle of the jog. Read-only where the drawing stores how the dimension looks, which would stay what it is."},
+  { 5,   L"Measurement",    L"Measurement",  types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),                                            Choices::None, 1056, L"What is measured, times the linear scale. Read-only: it follows from the points."},
+  { 106, L"Normal",         L"Normal",       VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                                            Choices::None, 1106, L"Upright on the dimension's plane." DRAWN},
 };
 // clang-format on
 

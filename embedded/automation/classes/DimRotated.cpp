@@ -20,7 +20,7 @@ double getMeasurement(const Subject& subject) {
   return scaledLength(subject, std::abs(between.x * std::cos(along) + between.y * std::sin(along)));
 }
 
-#define DRAWN L" Read-only: the drawing stores how the dimension looks, which would stay what it is."
+#define DRAWN L" Read-only: what the dimension measures and how it looks would have to follow."
 
 // clang-format off
 constexpr PropertyRow rows[] = {

@@ -1,11 +1,9 @@
-#include <cmath>
-#include <string>
-
 #include "embedded/automation/Access.h"
 #include "embedded/automation/ClassList.h"
 #include "embedded/automation/DimensionStyle.h"
 #include "embedded/automation/EntityGeometry.h"
 #include "embedded/automation/HostIds.h"
+#include "embedded/automation/StyleProperties.h"
 #include "embedded/automation/classes/General.h"
 
 namespace velt::automation {
@@ -15,37 +13,24 @@ using palette::Category;
 
 constexpr const char* frame = "AcDbFcf";
 
-std::wstring getStyleName(const Subject& subject) {
-  return DimensionStyle(subject).name();
-}
-
-std::wstring getTextStyle(const Subject& subject) {
-  const std::wstring name = DimensionStyle(subject).entryName(340, subject.drawing().textStyles());
-  return name.empty() ? std::wstring(L"Standard") : name;
-}
-
-double getTextGap(const Subject& subject) {
-  return std::abs(DimensionStyle(subject).real(147, 0.09));
-}
-
 Vector3 getDirectionVector(const Subject& subject) {
   return direction(pointAt(subject.lens(), 11, frame, {1, 0, 0}), {1, 0, 0});
 }
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id    name                   label                 type             category                   access                                                   choices              weight help
-  { 81,   L"TextString",         L"Contents",          VT_BSTR,         Category::Text,            storedText(1, frame),                                    Choices::None,       110,   L"The tolerances, with the codes of their symbols."},
-  { 1542, L"DimStyle",           L"Dim style",         VT_BSTR,         Category::Misc,            computed<getStyleName>(),                                Choices::DimStyles,  120,   L"Name of the dimension style. Read-only: it is read from the style here."},
-  { 1553, L"ScaleFactor",        L"Dim scale overall", types::noUnits,  Category::Misc,            styleReal(40, 1),                                        Choices::None,       130,   L"Scale of all sizes of the frame. Read-only: it is read from the style here."},
-  { 13,   L"DimensionLineColor", L"Dim line color",    types::color,    Category::LinesAndArrows,  styleInteger(176, 0),                                    Choices::Colors,     140,   L"Colour of the frame. Read-only: it is read from the style here."},
-  { 1546, L"TextColor",          L"Text color",        types::color,    Category::Text,            styleInteger(178, 0),                                    Choices::Colors,     150,   L"Colour of the text. Read-only: it is read from the style here."},
-  { 1563, L"TextStyle",          L"Text style",        VT_BSTR,         Category::Text,            computed<getTextStyle>(),                                Choices::TextStyles, 160,   L"Name of the text style. Read-only: it is read from the style here."},
-  { 1549, L"TextGap",            L"Text offset",       types::distance, Category::Text,            computed<getTextGap>(),                                  Choices::None,       170,   L"Room around the text. Read-only: it is read from the style here."},
-  { 1562, L"TextHeight",         L"Text height",       types::distance, Category::Text,            styleReal(140, 0.18),                                    Choices::None,       180,   L"Height of the text, before the overall scale. Read-only: it is read from the style here."},
-  { 1541, L"DirectionVector",    L"Direction vector",  VT_VARIANT,      Category::Geometry,        computedPoint<getDirectionVector>(), Choices::None,       190,   L"Direction of the frame. Read-only: its coordinates depend on each other."},
-  { 101,  L"InsertionPoint",     L"Position",          VT_VARIANT,      Category::Geometry,        worldPoint(10, frame),                                   Choices::None,       200,   L"Where the frame is."},
-  { 102,  L"Normal",             L"Normal",            VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                              Choices::None,       210,   L"Upright on the plane of the frame. Read-only: the direction would have to follow it."},
+  // id   name                   label                 type             category                   access                                                                             choices              weight help
+  { 81,   L"TextString",         L"Contents",          VT_BSTR,         Category::Text,            storedText(1, frame),                                                              Choices::None,       110, L"The tolerances, with the codes of their symbols."},
+  { 1542, L"DimStyle",           L"Dim style",         VT_BSTR,         Category::Misc,            computed<getDimStyle, putDimStyle>(),                                              Choices::DimStyles,  120, L"Name of the dimension style."},
+  { 1553, L"ScaleFactor",        L"Dim scale overall", types::noUnits,  Category::Misc,            styleReal(40, 1).notNegative(),                                                    Choices::None,       130, L"Scale of all sizes of the frame."},
+  { 13,   L"DimensionLineColor", L"Dim line color",    types::color,    Category::LinesAndArrows,  styleColor(176).keepingShape(),                                                    Choices::Colors,     140, L"Colour of the frame."},
+  { 1546, L"TextColor",          L"Text color",        types::color,    Category::Text,            styleColor(178).keepingShape(),                                                    Choices::Colors,     150, L"Colour of the text."},
+  { 1563, L"TextStyle",          L"Text style",        VT_BSTR,         Category::Text,            computed<getDimensionTextStyle, putDimensionTextStyle>().from(firstFormatOf(340)), Choices::TextStyles, 160, L"Name of the text style."},
+  { 1549, L"TextGap",            L"Text offset",       types::distance, Category::Text,            computed<getTextGap, putTextGap>().notNegative(),                                  Choices::None,       170, L"Room around the text."},
+  { 1562, L"TextHeight",         L"Text height",       types::distance, Category::Text,            styleReal(140, 0.18).positive(),                                                   Choices::None,       180, L"Height of the text, before the overall scale."},
+  { 1541, L"DirectionVector",    L"Direction vector",  VT_VARIANT,      Category::Geometry,        computedPoint<getDirectionVector>(),                                               Choices::None,       190, L"Direction of the frame. Read-only: its coordinates depend on each other."},
+  { 101,  L"InsertionPoint",     L"Position",          VT_VARIANT,      Category::Geometry,        worldPoint(10, frame),                                                             Choices::None,       200, L"Where the frame is."},
+  { 102,  L"Normal",             L"Normal",            VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                                                        Choices::None,       210, L"Upright on the plane of the frame. Read-only: the direction would have to follow it."},
 };
 // clang-format on
 

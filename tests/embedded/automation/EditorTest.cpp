@@ -113,6 +113,25 @@ TEST_F(EditorTest, ARowCanNeedANewerFormat) {
   EXPECT_EQ(S_OK, result("AC1018"));
 }
 
+const wchar_t* standsInTheWayOfCircles(const Subject& subject, const PropertyRow&) {
+  return subject.lens().has(40, dxf::anySubclass) ? L"It is round." : nullptr;
+}
+
+TEST_F(EditorTest, ARowCanNameObstaclesOfSomeEntities) {
+  const PropertyRow row{1,
+                        L"Toy",
+                        L"Toy",
+                        VT_R8,
+                        palette::Category::Misc,
+                        storedReal(41, "*").unless(standsInTheWayOfCircles),
+                        Choices::None,
+                        0,
+                        L""};
+  drawing = Sample().entity("TOY", {{40, "1"}}).entity("TOY").open();
+  EXPECT_EQ(E_FAIL, refusalOf([&] { requireChangeable(subjectOf(*drawing, 0), row); }));
+  EXPECT_EQ(S_OK, refusalOf([&] { requireChangeable(subjectOf(*drawing, 1), row); }));
+}
+
 TEST_F(EditorTest, LimitsExcludeTheirNumbers) {
   const auto result = [](Limit limit, double number) {
     return refusalOf([&] { requireWithin(limit, number); });

@@ -19,7 +19,7 @@ TEST(GalleryDrawing, IsFoundSoundByAnotherReader) {
   if (!findings) GTEST_SKIP() << "python3-ezdxf is not installed";
   EXPECT_THAT(*findings, ::testing::Not(::testing::HasSubstr("finding:")));
   EXPECT_THAT(*findings, ::testing::Not(::testing::HasSubstr("Traceback")));
-  EXPECT_THAT(*findings, ::testing::HasSubstr("ARC_DIMENSION=1"));
+  EXPECT_THAT(*findings, ::testing::HasSubstr("ARC_DIMENSION=2"));
 }
 
 TEST(GalleryDrawing, IsTheSameAtEveryCall) {

@@ -54,6 +54,11 @@ std::string accessName(const Access& access) {
   return name;
 }
 
+std::string editName(const PropertyRow& row) {
+  if (!row.isWritable()) return "no";
+  return row.access.obstacle == nullptr ? "yes" : "some";
+}
+
 std::string choicesName(Choices choices) {
   const char* names[] = {"-",           "enumeration", "layers", "linetypes",
                          "text styles", "dim styles",  "colors", "gradients"};
@@ -86,7 +91,7 @@ std::string listing(const ClassIndex& index) {
   for (const PropertyRow* row : index.rows()) {
     text += padded(narrow(row->name), 20) + padded(std::to_string(row->dispId), 8)
             + padded(typeName(row->type), 24) + padded(narrow(categoryName(row->category.number)), 18)
-            + padded(accessName(row->access), 36) + padded(row->isWritable() ? "yes" : "no", 6)
+            + padded(accessName(row->access), 36) + padded(editName(*row), 6)
             + padded(std::to_string(row->weight), 8) + padded(choicesName(row->choices), 13)
             + narrow(row->label) + shownForName(row->shownFor) + "\n";
   }
@@ -140,7 +145,8 @@ TEST_P(EveryClass, ExplainsEveryRow) {
     EXPECT_FALSE(help.empty()) << narrow(row->name);
     EXPECT_FALSE(std::wstring_view(row->label).empty()) << narrow(row->name);
     const bool saysReadOnly = help.find("Read-only") != std::string::npos;
-    EXPECT_EQ(saysReadOnly, !row->isWritable()) << narrow(row->name) << ": a read-only row tells why it is";
+    const bool isReadOnlySomewhere = !row->isWritable() || row->access.obstacle != nullptr;
+    EXPECT_EQ(saysReadOnly, isReadOnlySomewhere) << narrow(row->name) << ": a read-only row tells why it is";
     EXPECT_NE(nullptr, categoryName(row->category.number)) << narrow(row->name);
   }
 }
