@@ -13,11 +13,11 @@ BSTR newString(const std::optional<std::wstring>& text) {
 }
 
 // How the two generations name the entity.
-std::string entityOf(long oldId) {
+std::string entityOf(const Toy& /*asked*/, long oldId) {
   return say("id ", oldId);
 }
-std::string entityOf(IDispatch* entity) {
-  return entity != nullptr ? "dispatch" : "null";
+std::string entityOf(const Toy& asked, const IDispatch* entity) {
+  return asked.host().nameOfOwner(entity);
 }
 
 }  // namespace
@@ -38,7 +38,7 @@ struct ToyDynamicProperty::Facets {
     HRESULT GetDisplayName(BSTR* name) override { return string("GetDisplayName()", toy.displayName, name); }
     HRESULT IsPropertyEnabled(Entity entity, BOOL* out) override {
       const tests::AllocationPause pause;
-      return flag(say("IsPropertyEnabled(", entityOf(entity), ")"), toy.enabled, out);
+      return flag(say("IsPropertyEnabled(", entityOf(toy, entity), ")"), toy.enabled, out);
     }
     HRESULT IsPropertyReadOnly(BOOL* out) override { return flag("IsPropertyReadOnly()", toy.readOnly, out); }
     HRESULT GetDescription(BSTR* text) override { return string("GetDescription()", toy.description, text); }
@@ -63,7 +63,7 @@ struct ToyDynamicProperty::Facets {
     HRESULT GetCurrentValueData(Entity entity, VARIANT* out) override {
       const tests::AllocationPause pause;
       return toy.call(
-          say("GetCurrentValueData(", entityOf(entity), ")"),
+          say("GetCurrentValueData(", entityOf(toy, entity), ")"),
           [&] {
             if (!toy.value.has_value()) return E_FAIL;
             *out = toy.value->make();
@@ -73,7 +73,7 @@ struct ToyDynamicProperty::Facets {
     }
     HRESULT SetCurrentValueData(Entity entity, VARIANT written) override {
       const tests::AllocationPause pause;
-      return toy.call(say("SetCurrentValueData(", entityOf(entity), ", ", print(written), ")"),
+      return toy.call(say("SetCurrentValueData(", entityOf(toy, entity), ", ", print(written), ")"),
                       [] { return S_OK; });
     }
 
@@ -189,7 +189,7 @@ struct ToyPropertySource::SourceFacet final : Facet<IPropertySource> {
   HRESULT GetProperties(IDispatch* entity, VARIANT* out) override {
     const tests::AllocationPause pause;
     return toy.call(
-        "GetProperties(" + entityOf(entity) + ")",
+        "GetProperties(" + entityOf(toy, entity) + ")",
         [&] {
           if (toy.answersEmpty) return S_OK;
           if (toy.answerWith.has_value()) {

@@ -141,6 +141,15 @@ bool ToyHost::takeBackBlock(const char* kind, void* block) {
   return true;
 }
 
+std::string ToyHost::nameOfOwner(const IDispatch* dispatch) const {
+  if (dispatch == nullptr) return "null";
+  for (const Toy* toy : toys) {
+    const auto facet = toy->facets_.find(nameOf(IID_IDispatch));
+    if (facet != toy->facets_.end() && facet->second.object == dispatch) return toy->name();
+  }
+  return "nobody's dispatch";
+}
+
 std::map<std::string, long> ToyHost::counts() const {
   std::map<std::string, long> out;
   for (const auto& [block, kind] : lent_)

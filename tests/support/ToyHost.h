@@ -20,6 +20,7 @@
 #include "host/com/ComRuntime.h"
 #include "host/com/Guid.h"
 #include "host/com/HResult.h"
+#include "host/com/IDispatch.h"
 #include "host/com/IUnknown.h"
 #include "host/platform/CrashRecorder.h"
 #include "tests/support/CallLog.h"
@@ -124,6 +125,8 @@ class ToyHost {
     if (takeBackBlock(kind, block)) delete block;
   }
   std::set<Toy*> toys;
+  // The name of the toy whose IDispatch it is, as the log writes an entity that is handed to somebody.
+  std::string nameOfOwner(const IDispatch* dispatch) const;
 
  private:
   Rule* ruleFor(const std::string& line);

@@ -47,9 +47,9 @@ TEST_F(DynamicProperty, AsksInThisOrder) {
 
   EXPECT_EQ(
       host.log.lines(),
-      (Lines{"QueryInterface(IDynamicProperty2) on dynamic", "IsPropertyEnabled(dispatch) on dynamic",
+      (Lines{"QueryInterface(IDynamicProperty2) on dynamic", "IsPropertyEnabled(entity) on dynamic",
              "GetGUID() on dynamic", "GetDisplayName() on dynamic", "GetDescription() on dynamic",
-             "GetCurrentValueName() on dynamic", "GetCurrentValueData(dispatch) on dynamic",
+             "GetCurrentValueName() on dynamic", "GetCurrentValueData(entity) on dynamic",
              "IsPropertyReadOnly() on dynamic", "Release(IDynamicProperty2) on dynamic",
              "QueryInterface(IDynamicEnumProperty) on dynamic", "GetNumPropertyValues() on dynamic",
              "Release(IDynamicEnumProperty) on dynamic", "QueryInterface(ICategorizeProperties) on dynamic",

@@ -61,9 +61,9 @@ TEST_F(DynamicWriting, WithoutNodesNothingIsWritten) {
 TEST_F(DynamicWriting, EveryNodeGetsTheValueInOrder) {
   EXPECT_EQ(write(), 1);
 
-  EXPECT_EQ(written(), (Lines{"SetCurrentValueData(dispatch, VT_I4 5) on property1",
-                              "SetCurrentValueData(dispatch, VT_I4 5) on property2",
-                              "SetCurrentValueData(dispatch, VT_I4 5) on property3"}));
+  EXPECT_EQ(written(), (Lines{"SetCurrentValueData(entity1, VT_I4 5) on property1",
+                              "SetCurrentValueData(entity2, VT_I4 5) on property2",
+                              "SetCurrentValueData(entity3, VT_I4 5) on property3"}));
 }
 
 TEST_F(DynamicWriting, ANodeIsAskedForThePropertyThenForTheEntity) {
@@ -73,7 +73,7 @@ TEST_F(DynamicWriting, ANodeIsAskedForThePropertyThenForTheEntity) {
   ASSERT_GE(calls.size(), 5U);
   EXPECT_EQ(Lines(calls.begin(), calls.begin() + 3),
             (Lines{"QueryInterface(IDynamicProperty2) on property1", "QueryInterface(IDispatch) on entity1",
-                   "SetCurrentValueData(dispatch, VT_I4 5) on property1"}));
+                   "SetCurrentValueData(entity1, VT_I4 5) on property1"}));
 }
 
 TEST_F(DynamicWriting, TheValueIsPassedOnUnchanged) {
@@ -92,7 +92,7 @@ TEST_F(DynamicWriting, NodesWithANullPointerAreSkippedByBoth) {
   row.dynSources[1].pDynamicProperty = nullptr;
 
   EXPECT_EQ(write(), 1);
-  EXPECT_EQ(written(), Lines{"SetCurrentValueData(dispatch, VT_I4 5) on property3"});
+  EXPECT_EQ(written(), Lines{"SetCurrentValueData(entity3, VT_I4 5) on property3"});
   EXPECT_EQ(writeOlder(), 1);
   EXPECT_EQ(written(), Lines{"SetCurrentValueData(id 73, VT_I4 5) on property3"});
 }
@@ -109,7 +109,7 @@ TEST_F(DynamicWriting, Quirk_double_write) {
   property(2).withhold(IID_IDynamicProperty2);
 
   EXPECT_EQ(write(), 2);
-  EXPECT_EQ(written(), Lines{"SetCurrentValueData(dispatch, VT_I4 5) on property1"});
+  EXPECT_EQ(written(), Lines{"SetCurrentValueData(entity1, VT_I4 5) on property1"});
 
   EXPECT_EQ(writeOlder(), 1);
   EXPECT_EQ(written(), (Lines{"SetCurrentValueData(id 71, VT_I4 5) on property1",
@@ -123,7 +123,7 @@ TEST_F(DynamicWriting, AnyOtherFailureOfAQueryPassesTheNodeOver) {
 
   EXPECT_EQ(write(), 1);
 
-  EXPECT_EQ(written(), Lines{"SetCurrentValueData(dispatch, VT_I4 5) on property3"});
+  EXPECT_EQ(written(), Lines{"SetCurrentValueData(entity3, VT_I4 5) on property3"});
 }
 
 TEST_F(DynamicWriting, ARefusedValueIsPassedOver) {

@@ -84,9 +84,9 @@ TEST_F(PropertySources, AnEntityIsClosedBeforeTheFactoryIsAskedAndEachSourceRead
             (Lines{"vkdbOpenVkDbObject(77, mode 0)", "close() on entityInDatabase",
                    "CreateOPMInstancePropertyExtension(VkDbEntity)", "GetObjectPropertySourceNames(77)",
                    "GetPropertySourceAt(Materials)", "GetPropertySourceAt(Prices)",
-                   "QueryInterface(IPropertySource) on materials", "GetProperties(dispatch) on materials",
+                   "QueryInterface(IPropertySource) on materials", "GetProperties(entity) on materials",
                    "QueryInterface(IDynamicProperty2) on oak", "QueryInterface(IDynamicProperty2) on steel",
-                   "QueryInterface(IPropertySource) on prices", "GetProperties(dispatch) on prices",
+                   "QueryInterface(IPropertySource) on prices", "GetProperties(entity) on prices",
                    "QueryInterface(IDynamicProperty2) on price"}));
 }
 
@@ -262,11 +262,11 @@ TEST_F(PropertySources, Quirk_source_array_from_zero) {
 TEST_F(PropertySources, AFailingSourceDoesNotStopTheOthers) {
   registry.add(L"Materials", &materials);
   registry.add(L"Prices", &prices);
-  host.on("GetProperties(dispatch) on materials").fail();
+  host.on("GetProperties(entity) on materials").fail();
   EXPECT_EQ(collect(), Names{"price"});
 
   out.clear();
-  host.on("GetProperties(dispatch) on materials").answerNull();
+  host.on("GetProperties(entity) on materials").answerNull();
   EXPECT_EQ(collect(), Names{"price"});
 }
 
@@ -313,7 +313,7 @@ TEST_F(PropertySources, APropertyOfTheOlderGenerationIsDescribedByIt) {
 
   EXPECT_EQ(collect(), (Names{"oak", "steel"}));
   EXPECT_EQ(host.log.count("IsPropertyEnabled(id 77) on oak"), 1);
-  EXPECT_EQ(host.log.count("IsPropertyEnabled(dispatch) on steel"), 1);
+  EXPECT_EQ(host.log.count("IsPropertyEnabled(entity) on steel"), 1);
 }
 
 TEST_F(PropertySources, APropertyThatFailsOtherwiseIsNotTriedAgain) {

@@ -174,11 +174,10 @@ TEST_F(PropertyQuery, AsksForSamenessOnceThenReadsEachEntityThenMergesThenFillsT
   }
   EXPECT_EQ(steps, (Lines{"vkdbGetEnhancedBlkOriginalBtrId(r0)", "vkdbGetEnhancedBlkOriginalBtrId(r1)",
                           "GetTypeInfo(0, locale 0x407) on e0", "Editable(6) on e0",
-                          "GetProperties(dispatch) on source", "Editable(6) on e1",
-                          "GetProperties(dispatch) on source", "Invoke(7 e0", "Invoke(7 e1",
-                          "GetPredefinedValue(6, cookie 0) on e0", "GetPredefinedValue(6, cookie 1) on e0",
-                          "GetPropValueData(0) on turned", "GetPropValueData(1) on turned",
-                          "VariantClear(VT_BSTR \"long\")"}));
+                          "GetProperties(e0) on source", "Editable(6) on e1", "GetProperties(e1) on source",
+                          "Invoke(7 e0", "Invoke(7 e1", "GetPredefinedValue(6, cookie 0) on e0",
+                          "GetPredefinedValue(6, cookie 1) on e0", "GetPropValueData(0) on turned",
+                          "GetPropValueData(1) on turned", "VariantClear(VT_BSTR \"long\")"}));
 }
 
 TEST_F(PropertyQuery, WhatTheResultHeldBeforeIsGone) {

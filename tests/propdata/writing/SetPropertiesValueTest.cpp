@@ -294,14 +294,15 @@ TEST_F(SetPropertiesValueTest, ARefusedElementGivesTheMessageWithTheName) {
 // --- dynamic properties --------------------------------------------------------------------------------------------
 
 TEST_F(SetPropertiesValueTest, ADynamicRowGoesToItsSourcesAndNowhereElse) {
-  ToyObject& object = add(11);
+  add(11);
+  ToyObject merged(host, "merged");  // when the row was made, and not selected any more
   ToyDynamicProperty dynamic(host, "dynamic");
-  row = Row(L"Dyn").dynamic(dynamic.unknown()).source(object.unknown(), dynamic.unknown());
+  row = Row(L"Dyn").dynamic(dynamic.unknown()).source(merged.unknown(), dynamic.unknown());
 
   EXPECT_EQ(set(), 1);
 
   EXPECT_EQ(host.log.only({"SetCurrentValueData"}),
-            Lines{"SetCurrentValueData(dispatch, VT_R8 2.5) on dynamic"});
+            Lines{"SetCurrentValueData(merged, VT_R8 2.5) on dynamic"});
   EXPECT_EQ(puts(), Lines{});
   EXPECT_EQ(touchedIds(), Ids{});
 }
