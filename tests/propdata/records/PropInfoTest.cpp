@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <string>
 #include <thread>
@@ -81,7 +82,15 @@ PROPINFO fullRecord() {
   return row;
 }
 
-void expectSame(const PROPINFO& a, const PROPINFO& b) {
+template <class Vector, class Same>
+void expectEqualElements(const Vector& a, const Vector& b, const char* name, Same same) {
+  ASSERT_EQ(a.length(), b.length()) << name;
+  for (std::uint32_t i = 0; i < a.length(); ++i)
+    EXPECT_TRUE(same(a[i], b[i])) << name << " " << i;
+}
+
+// Every field, lists by what is in them.
+void expectEqual(const PROPINFO& a, const PROPINFO& b) {
   EXPECT_EQ(a.clsid, b.clsid);
   EXPECT_EQ(a.pDispatch, b.pDispatch);
   EXPECT_EQ(a.dispId, b.dispId);
@@ -94,8 +103,8 @@ void expectSame(const PROPINFO& a, const PROPINFO& b) {
   EXPECT_EQ(a.isElement, b.isElement);
   EXPECT_EQ(a.elementCookie, b.elementCookie);
   EXPECT_EQ(a.hasChoices, b.hasChoices);
-  EXPECT_EQ(blockOf(a.choiceNames), blockOf(b.choiceNames));
-  EXPECT_EQ(blockOf(a.choiceValues), blockOf(b.choiceValues));
+  expectEqualElements(a.choiceNames, b.choiceNames, "choiceNames", std::equal_to<>());
+  expectEqualElements(a.choiceValues, b.choiceValues, "choiceValues", std::equal_to<>());
   EXPECT_EQ(a.isWritable, b.isWritable);
   EXPECT_EQ(a.isEditable, b.isEditable);
   EXPECT_EQ(a.isVaries, b.isVaries);
@@ -108,6 +117,19 @@ void expectSame(const PROPINFO& a, const PROPINFO& b) {
   EXPECT_EQ(a.valueType, b.valueType);
   EXPECT_EQ(a.hasValue, b.hasValue);
   EXPECT_EQ(a.pDynamicProperty, b.pDynamicProperty);
+  expectEqualElements(a.dynSources, b.dynSources, "dynSources",
+                      [](const DispatchDynPropSourceNode& one, const DispatchDynPropSourceNode& other) {
+                        return one.pDispatch == other.pDispatch
+                               && one.pDynamicProperty == other.pDynamicProperty;
+                      });
+  expectEqualElements(a.choiceReals, b.choiceReals, "choiceReals", std::equal_to<>());
+}
+
+// Every field, and the lists share their blocks.
+void expectSame(const PROPINFO& a, const PROPINFO& b) {
+  expectEqual(a, b);
+  EXPECT_EQ(blockOf(a.choiceNames), blockOf(b.choiceNames));
+  EXPECT_EQ(blockOf(a.choiceValues), blockOf(b.choiceValues));
   EXPECT_EQ(blockOf(a.dynSources), blockOf(b.dynSources));
   EXPECT_EQ(blockOf(a.choiceReals), blockOf(b.choiceReals));
 }
@@ -304,20 +326,31 @@ TEST(PropInfo, AWrittenCopyOfAListTakesOneBlockAndOneArray) {
 TEST(PropInfo, AWrittenCopyLeavesTheOriginalAlone) {
   const PROPINFO original = fullRecord();
   PROPINFO copied(original);
+  for (CStdStr<wchar_t>* const text :
+       {&copied.name, &copied.description, &copied.displayName, &copied.categoryName})
+    *text = L"changed";
+  copied.value.vt = VT_I4;
   copied.choiceNames[0] = L"changed";
   copied.choiceValues.push_back(99);
   copied.choiceReals.clear();
   copied.dynSources[0] = {nullptr, nullptr};
-  copied.name = L"changed";
-  copied.value.vt = VT_I4;
-  expectSame(PROPINFO(original), original);
-  EXPECT_EQ(std::as_const(original.choiceNames)[0],
-            L"a choice that is too long to be kept inside of a small object");
-  EXPECT_EQ(original.choiceValues.length(), 1u);
-  EXPECT_EQ(original.choiceReals.length(), 1u);
-  EXPECT_EQ(std::as_const(original.dynSources)[0].pDispatch, anUnknown(1));
-  EXPECT_EQ(original.name, L"a name that is too long to be kept inside of a small object");
-  EXPECT_EQ(original.value.vt, VT_R8);
+  copied.objectId.setFromOldId(1);
+
+  expectEqual(original, fullRecord());
+}
+
+TEST(PropInfo, AWrittenOriginalLeavesTheCopyAlone) {
+  PROPINFO original = fullRecord();
+  const PROPINFO copied(original);
+  original.name = L"changed";
+  original.value.vt = VT_I4;
+  original.choiceNames.clear();
+  original.choiceValues[0] = 99;
+  original.choiceReals[0] = 99;
+  original.dynSources.push_back({nullptr, nullptr});
+  original = PROPINFO();
+
+  expectEqual(copied, fullRecord());
 }
 
 TEST(PropInfo, AssignedToItselfItStays) {
