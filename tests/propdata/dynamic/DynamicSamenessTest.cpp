@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "host/automation/IVeltBaseObject.h"
 #include "propdata/VeltPropData.h"
 #include "tests/support/LayerTest.h"
 #include "tests/support/ToyDatabase.h"
@@ -145,6 +146,20 @@ TEST_F(DynamicSameness, AMixOfDynamicReferencesAndOtherEntitiesIsNot) {
   select(11);
   select(21);
   EXPECT_FALSE(answer());
+}
+
+TEST_F(DynamicSameness, WhatDoesNotOpenAsAReferenceIsAskedForNoBlock) {
+  select(11);
+  select(12);
+  EXPECT_FALSE(answer());
+
+  selection.entries.clear();
+  for (const long id : {31L, 32L})
+    select(id).withhold(IID_IVeltBaseObject);
+  EXPECT_FALSE(answer());
+
+  EXPECT_EQ(host.log.only({"vkdbGetEnhanced", "vkdbIsEnhanced", "blockTableRecord"}), Lines{});
+  EXPECT_EQ(host.log.count("vkdbOpen"), 1) << "an object without an id leads to no entity";
 }
 
 TEST_F(DynamicSameness, StopsAtTheFirstEntityThatDecides) {

@@ -315,6 +315,18 @@ TEST_F(CompareObjects, ObjectsThatAreNeitherColoursNorHyperlinksDiffer) {
   EXPECT_EQ(host.balance(), "balanced");
 }
 
+TEST_F(CompareObjects, AColourDiffersFromWhatIsNoneEvenWhenItIsTheDefaultColour) {
+  ToyColour colour(host, "colour", VkCmColor().color());
+  ToyObject object(host, "object");
+  VARIANT value = borrowed(colour.dispatch());
+  VkCmColor converted;
+  ASSERT_EQ(VariantToColorHelper(&value, converted), 0);
+  ASSERT_FALSE(converted != VkCmColor());
+
+  EXPECT_EQ(compared(borrowed(colour.dispatch()), borrowed(object.dispatch())), 1);
+  EXPECT_EQ(compared(borrowed(object.dispatch()), borrowed(colour.dispatch())), 1);
+}
+
 TEST_F(CompareObjects, NullObjectsDiffer) {
   ToyHyperlinks links(host, "links");
   ToyColour colour(host, "colour", 1);

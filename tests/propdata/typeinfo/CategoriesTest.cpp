@@ -185,6 +185,16 @@ TEST_F(Categories, Quirk_default_category_name) {
   EXPECT_EQ(host.balance(), "balanced");
 }
 
+TEST_F(Categories, AnEmptyNameIsFreedBeforeTheDefaultOneIsLoaded) {
+  line.readOnly(4, L"StartX").inCategory(3, L"");
+
+  EXPECT_TRUE(ask(4));
+
+  EXPECT_EQ(host.log.only({"GetCategoryName", "SysFreeString", "LoadStringW", "Release"}),
+            (Lines{"GetCategoryName(3, locale 4) on line", "SysFreeString()",
+                   "LoadStringW(PropertyBarRes.dll, 1023, 2047)", "Release(ICategorizeProperties) on line"}));
+}
+
 TEST_F(Categories, ANullNameGetsTheDefaultNameToo) {
   line.readOnly(4, L"StartX").inCategory(3, L"Geometry");
   host.on("GetCategoryName").answerNull();

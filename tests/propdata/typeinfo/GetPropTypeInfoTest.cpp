@@ -650,6 +650,53 @@ TEST_F(GetPropTypeInfoTest, ATypeWithoutAttributesHasNeitherChoicesNorACode) {
   EXPECT_EQ(host.balance(), "balanced");
 }
 
+TEST_F(GetPropTypeInfoTest, AttributesOfATypeCountOnlyWithASuccessThatHandsThemOut) {
+  colour->typeName = L"VELT_COLOR";
+  colour->member(L"Red", i4(1));
+  line.readOnly(4, L"Colour").returns(*colour);
+  const auto expectAPlainProperty = [this] {
+    EXPECT_TRUE(walk());
+    ASSERT_EQ(listed(), Names{"Colour"});
+    EXPECT_EQ(row(0).customType, 0);
+    EXPECT_EQ(choiceNames(0), Names{});
+    EXPECT_EQ(host.log.only({"GetContainingTypeLib", "GetVarDesc"}), Lines{});
+  };
+
+  host.on("GetTypeAttr() on Colour").nth(1).answerNull();
+  expectAPlainProperty();
+  host.on("GetTypeAttr() on Colour").nth(1).workThenReturn(E_FAIL);
+  expectAPlainProperty();
+}
+
+TEST_F(GetPropTypeInfoTest, AMemberCountsOnlyWithASuccessThatDescribesIt) {
+  colour->member(L"Red", i4(1)).member(L"Green", i4(2)).member(L"Blue", i4(3));
+  line.readOnly(4, L"Colour").returns(*colour);
+  host.on("GetVarDesc(0)").answerNull();
+  host.on("GetVarDesc(1)").workThenReturn(E_FAIL);
+
+  EXPECT_TRUE(walk());
+
+  EXPECT_EQ(choiceNames(0), Names{"Blue"});
+  EXPECT_EQ(choiceValues(0), std::vector<int>{3});
+  EXPECT_EQ(host.log.only({"GetNames"}), Lines{"GetNames(3, at most 1) on Colour"});
+}
+
+TEST_F(GetPropTypeInfoTest, ATypeLibraryCountsOnlyWithASuccessThatHandsItOut) {
+  colour->typeName = L"VELT_COLOR";
+  line.readOnly(4, L"Colour").returns(*colour);
+  for (const bool isNull : {true, false}) {
+    Rule& rule = host.on("GetContainingTypeLib").nth(1);
+    if (isNull) {
+      rule.answerNull();
+    } else {
+      rule.workThenReturn(E_FAIL);
+    }
+    EXPECT_TRUE(walk());
+    EXPECT_EQ(row(0).customType, 0);
+    EXPECT_EQ(host.log.count("GetDocumentation(0"), 0);
+  }
+}
+
 TEST_F(GetPropTypeInfoTest, TheTypeOfAPutterIsNotResolved) {
   line.writeOnly(4, L"Colour").flagged(0);
   line.type.functions.back().returns = VT_USERDEFINED;
@@ -696,6 +743,25 @@ INSTANTIATE_TEST_SUITE_P(Calls, GetPropTypeInfoFailure,
                                            Failure{"GetFuncDesc(7)", 1008},
                                            Failure{"GetDocumentation(1004", 1009},
                                            Failure{"GetIDsOfNames(", 1010}));
+
+// A call that says that it succeeded but hands out nothing, and one that hands out something but failed.
+TEST_P(GetPropTypeInfoFailure, EndsTheWalkWhenTheResultAndTheAnswerDisagree) {
+  const bool isBlock = GetParam().message == 1007 || GetParam().message == 1008;
+  line.readOnly(4, L"StartX");
+  if (isBlock || GetParam().message == 1011) {
+    host.on(GetParam().call).nth(1).answerNull();
+    EXPECT_FALSE(walk());
+    EXPECT_EQ(error(), message(GetParam().message));
+    EXPECT_TRUE(props.isEmpty());
+  }
+  if (isBlock || GetParam().message == 1010) {
+    errorText = untouched;
+    host.on(GetParam().call).nth(1).workThenReturn(E_FAIL);
+    EXPECT_FALSE(walk());
+    EXPECT_EQ(error(), message(GetParam().message));
+    EXPECT_TRUE(props.isEmpty());
+  }
+}
 
 TEST_F(GetPropTypeInfoTest, ANullTypeInformationIsMessage1006) {
   line.readOnly(4, L"StartX");

@@ -184,6 +184,18 @@ TEST_F(ChoiceLists, ARowWhoseStringsAreRefusedLosesItsFlagAlone) {
   EXPECT_EQ(host.log.all().back(), "Release(IPerPropertyBrowsing) on line");
 }
 
+TEST_F(ChoiceLists, WhatAFailingCallLeftInTheArraysIsNeitherTakenNorFreed) {
+  line.property(4, L"Style").choice(L"one", i4(1));
+  host.on("GetPredefinedStrings").workThenReturn(E_FAIL);
+  TqVector<PROPINFO> list = rows({rowOf4()});
+
+  fillPropComboBox(list);
+
+  EXPECT_EQ(choicesOf(std::as_const(list)[0]), (Choices{false, before.names, before.values}));
+  EXPECT_EQ(host.log.only({"SysFreeString(one)", "CoTaskMemFree", "GetPredefinedValue"}), Lines{});
+  line.freeLastArrays();
+}
+
 TEST_F(ChoiceLists, AValueThatFailsEndsTheListBeforeItAndAllStringsAreFreed) {
   line.property(4, L"Style")
       .choice(L"one", i4(1))
