@@ -91,10 +91,17 @@ TEST_F(DynamicWriting, NodesWithANullPointerAreSkippedByBoth) {
   row.dynSources[0].pDispatch = nullptr;
   row.dynSources[1].pDynamicProperty = nullptr;
 
+  const Lines untouchedNodes{"QueryInterface(IDynamicProperty2) on property1",
+                             "QueryInterface(IDynamicProperty) on property1",
+                             "QueryInterface(IDispatch) on entity2"};
   EXPECT_EQ(write(), 1);
   EXPECT_EQ(written(), Lines{"SetCurrentValueData(entity3, VT_I4 5) on property3"});
+  for (const std::string& call : untouchedNodes)
+    EXPECT_EQ(host.log.count(call), 0) << call;
   EXPECT_EQ(writeOlder(), 1);
   EXPECT_EQ(written(), Lines{"SetCurrentValueData(id 73, VT_I4 5) on property3"});
+  for (const std::string& call : untouchedNodes)
+    EXPECT_EQ(host.log.count(call), 0) << call;
 }
 
 TEST_F(DynamicWriting, APropertyWithoutTheNewerInterfaceEndsTheNewerWriterAtOnce) {

@@ -261,6 +261,39 @@ TEST_F(Categories, ACategoryWhoseNameIsRefusedIsMessage1022AfterItsNumberIsStore
   EXPECT_EQ(host.balance(), "balanced");
 }
 
+// Categories that write a name and fail all the same; the name stays theirs.
+class RefusingCategories final : public ICategorizeProperties {
+ public:
+  ~RefusingCategories() { SysFreeString(name); }
+  HRESULT QueryInterface(REFIID, void** object) override {
+    *object = static_cast<ICategorizeProperties*>(this);
+    return S_OK;
+  }
+  ULONG AddRef() override { return 1; }
+  ULONG Release() override { return 1; }
+  HRESULT MapPropertyToCategory(DISPID, PROPCAT* category) override {
+    *category = 3;
+    return S_OK;
+  }
+  HRESULT GetCategoryName(PROPCAT, LCID, BSTR* out) override {
+    *out = name;
+    return E_FAIL;
+  }
+  const BSTR name = SysAllocString(L"Geometry");
+};
+
+TEST_F(Categories, ANameThatAFailingCallLeftIsNeitherTakenNorFreed) {
+  RefusingCategories refusing;
+  VeltPropData refused{77, CLSID_VeltLine, &refusing, nullptr};
+  host.log.clear();
+
+  EXPECT_FALSE(GetCategoryInfo(&refused, 4, categoryId, categoryName, errorText));
+
+  EXPECT_EQ(error(), message(1022));
+  EXPECT_EQ(categoryName.str(), untouched);
+  EXPECT_EQ(host.log.count("SysFreeString"), 0);
+}
+
 TEST_F(Categories, PositiveResultsAreSuccess) {
   line.readOnly(4, L"StartX").inCategory(3, L"Geometry");
   host.on("MapPropertyToCategory").workThenReturn(S_FALSE);

@@ -168,6 +168,17 @@ TEST_P(EitherReader, TheDisplayInterfacesWeightIsTaken) {
   EXPECT_EQ(prop.weight, 7);
 }
 
+TEST_P(EitherReader, TheDisplayInterfacesWeightTakesThePlaceOfTheOldOne) {
+  prop.weight = 5;
+  radius.holds(r8(1.5)).weighs(7);
+  readEither();
+  EXPECT_EQ(prop.weight, 7);
+
+  radius.weighs(0);
+  readEither();
+  EXPECT_EQ(prop.weight, 0);
+}
+
 TEST_P(EitherReader, AWeightIsCutTo32Bits) {
   radius.holds(r8(1.5)).weighs(0x1FFFFFFF9L);
 

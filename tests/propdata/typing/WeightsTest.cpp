@@ -319,6 +319,13 @@ TEST(SortByWeight, GoesByTheCookieFlagAndNotByTheElementFlag) {
   EXPECT_EQ(cookiesOf(rows, 4), (std::vector<std::uint32_t>{1, 2, 3}));
 }
 
+TEST(SortByWeight, ARowWithoutTheCookieFlagKeepsItsPlaceAmongTheElements) {
+  TqVector<PROPINFO> rows = list({element(4, 0, 9), element(4, 0, 20), element(4, 0, 1)});
+  rows[1].sortByCookie = false;
+  SortByWeight(rows);
+  EXPECT_EQ(cookiesOf(rows, 4), (std::vector<std::uint32_t>{1, 20, 9}));
+}
+
 TEST(SortByWeight, LeavesListsThatShareTheRowsAsTheyAre) {
   TqVector<PROPINFO> rows = list({row(1, 5), row(2, 3)});
   const TqVector<PROPINFO> other(rows);

@@ -397,6 +397,23 @@ TEST_F(ChoiceLists, ClearedRowsKeepEverythingButTheirValues) {
   EXPECT_EQ(narrow(row.name.c_str()), "A");
 }
 
+TEST_F(ChoiceLists, AListThatCannotBecomeItsOwnKeepsNoOtherFromBeingCleared) {
+  const TqVector<PROPINFO> cached = rows({Row(L"A").value(i4(1))});
+  TqVector<TqVector<PROPINFO>> all = lists({cached, rows({Row(L"B").value(text(L"one").make())})});
+  host.log.clear();
+  platform::CrashReports::clear();
+
+  {
+    const auto fault = platform::AllocationFault::failNth(1, platform::Heap::Host);
+    freePropInfoVariantValue(all);
+    EXPECT_EQ(fault.failures(), 1U);
+  }
+
+  EXPECT_EQ(host.log.only({"VariantClear"}), Lines{"VariantClear(VT_BSTR \"one\")"});
+  EXPECT_EQ(print(cached[0].value), "VT_I4 1");
+  EXPECT_EQ(platform::CrashReports::take().size(), 1U);
+}
+
 TEST_F(ChoiceLists, NoListsAreFreedWithoutACall) {
   TqVector<TqVector<PROPINFO>> none;
 
