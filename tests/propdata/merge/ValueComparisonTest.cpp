@@ -327,6 +327,16 @@ TEST_F(CompareObjects, AColourDiffersFromWhatIsNoneEvenWhenItIsTheDefaultColour)
   EXPECT_EQ(compared(borrowed(object.dispatch()), borrowed(colour.dispatch())), 1);
 }
 
+TEST_F(CompareObjects, BothAreAskedForColoursAndThenBothForHyperlinks) {
+  ToyObject a(host, "a"), b(host, "b");
+
+  EXPECT_EQ(compared(borrowed(a.dispatch()), borrowed(b.dispatch())), 1);
+
+  EXPECT_EQ(host.log.all(),
+            (Lines{"QueryInterface(IVeltVkCmColor) on a", "QueryInterface(IVeltVkCmColor) on b",
+                   "QueryInterface(IVeltHyperlinks) on a", "QueryInterface(IVeltHyperlinks) on b"}));
+}
+
 TEST_F(CompareObjects, NullObjectsDiffer) {
   ToyHyperlinks links(host, "links");
   ToyColour colour(host, "colour", 1);
