@@ -24,8 +24,8 @@ Layer layerOf(VkDbObjectId entityId) {
   VkDbObjectId layerId;
   {
     Opened<VkDbEntity> entity;
-    vkdbOpenObject(entity.put(), entityId, VkDb::kForRead);
-    if (!entity) return Layer::cannotBeAsked;
+    const Velt::ErrorStatus opened = vkdbOpenObject(entity.put(), entityId, VkDb::kForRead);
+    if (opened != Velt::eOk || !entity) return Layer::cannotBeAsked;
     layerId = entity->layerId();
   }
   if (layerId.isNull()) return Layer::cannotBeAsked;

@@ -241,6 +241,29 @@ VeltCrashRecorder* veltGetCrashRecorder() {
   return host != nullptr && host->crashRecorder.has_value() ? *host->crashRecorder : forward();
 }
 
+// --- colours --------------------------------------------------------------------------------------------------
+
+namespace {
+
+void noteColour(const std::string& line) {
+  const ToyHost* const host = ToyHost::current();
+  if (host != nullptr && host->logsColours) note(line);
+}
+
+}  // namespace
+
+void VkCmColor::setColor(std::uint32_t value) {
+  VELT_REAL(void(VkCmColor*, std::uint32_t), "_ZN9VkCmColor8setColorEj");
+  noteColour("setColor(" + hex(value) + ")");
+  forward(this, value);
+}
+
+void VkCmColor::setNames(const wchar_t* colorName, const wchar_t* bookName) {
+  VELT_REAL(void(VkCmColor*, const wchar_t*, const wchar_t*), "_ZN9VkCmColor8setNamesEPKwS1_");
+  noteColour("setNames(" + narrow(colorName) + ", " + narrow(bookName) + ")");
+  forward(this, colorName, bookName);
+}
+
 // --- database -------------------------------------------------------------------------------------------------
 
 Velt::ErrorStatus vkdbOpenVkDbObject(VkDbObject*& object, VkDbObjectId id, VkDb::OpenMode mode,

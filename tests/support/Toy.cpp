@@ -37,8 +37,10 @@ HRESULT Toy::query(REFIID iid, void** object) {
   return call(
       "QueryInterface(" + wanted + ")",
       [&] {
-        const auto found = facets_.find(wanted);
-        if (found == facets_.end() || withheld_.contains(wanted)) {
+        const auto other = handedOut_.find(wanted);
+        auto& facets = other != handedOut_.end() ? other->second->facets_ : facets_;
+        const auto found = facets.find(wanted);
+        if (found == facets.end() || withheld_.contains(wanted)) {
           nothing();
           return E_NOINTERFACE;
         }

@@ -25,6 +25,8 @@ class Toy {
   const std::string& name() const { return name_; }
 
   void withhold(REFIID iid) { withheld_.insert(nameOf(iid)); }  // QueryInterface answers E_NOINTERFACE
+  // QueryInterface answers with the other toy's, so that it shows which of the two is asked from then on.
+  void handOut(REFIID iid, Toy& other) { handedOut_[nameOf(iid)] = &other; }
   int references() const;
   int references(REFIID iid) const;
 
@@ -68,6 +70,7 @@ class Toy {
   std::string name_;
   std::map<std::string, FacetEntry> facets_;
   std::set<std::string> withheld_;
+  std::map<std::string, Toy*> handedOut_;
   UnknownFacet unknown_;
 };
 

@@ -76,6 +76,20 @@ TEST_F(ByLayerColors, AColourObjectIsReadByValueAndNames) {
   EXPECT_EQ(print(value), "VT_DISPATCH");
 }
 
+TEST_F(ByLayerColors, AColourGetsItsValueAndThenItsNamesWhichAreThenFreed) {
+  fixed.colorName = L"Brick";
+  fixed.bookName = L"Book";
+  VARIANT value = borrowed(fixed.dispatch());
+  VkCmColor colour;
+  host.logsColours = true;
+
+  EXPECT_EQ(VariantToColorHelper(&value, colour), 0);
+
+  EXPECT_EQ(host.log.only({"get_", "set", "Release"}),
+            (Lines{"get_EntityColor() on fixed", "get_ColorName() on fixed", "get_BookName() on fixed",
+                   "setColor(0xC3000005)", "setNames(Brick, Book)", "Release(IVeltVkCmColor) on fixed"}));
+}
+
 TEST_F(ByLayerColors, AColourWithoutNamesHasEmptyOnes) {
   VARIANT value = borrowed(byLayer.dispatch());
   VkCmColor colour;

@@ -287,6 +287,26 @@ TEST_F(PropertyQuery, AnEntityWithoutSourcesEmptiesTheDynamicRowsAlone) {
   EXPECT_EQ(names(result), (std::vector<std::string>{"Start", "Start", "Style", "Length"}));
 }
 
+TEST_F(PropertyQuery, AnEntityWhoseSourcesCannotBeEnumeratedCountsAsOneWithoutDynamicRows) {
+  offerDynamic();
+  select();
+  select();
+  host.on("QueryInterface(IVeltBaseObject) on e1").nth(2).fail();  // the first one is for the sameness
+
+  EXPECT_TRUE(query());
+
+  EXPECT_EQ(names(result), (std::vector<std::string>{"Start", "Start", "Style", "Length"}));
+}
+
+TEST_F(PropertyQuery, ASingleEntityWhoseSourcesCannotBeEnumeratedShowsItsStaticRows) {
+  offerDynamic();
+  select().object.withhold(IID_IVeltBaseObject);
+
+  EXPECT_TRUE(query());
+
+  EXPECT_EQ(names(result), (std::vector<std::string>{"Start", "Start", "Style", "Length"}));
+}
+
 TEST_F(PropertyQuery, AnEntityWithoutSourcesStillShowsItsStaticRows) {
   select();
 

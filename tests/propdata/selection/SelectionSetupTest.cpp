@@ -277,6 +277,33 @@ TEST_F(SelectionSetup, TheClassIsAskedForBeforeThePointersAreEmptied) {
   EXPECT_EQ(seen, rubbish.unknown());
 }
 
+TEST_F(SelectionSetup, TheObjectThatWasCreatedIsAskedForItsBaseObject) {
+  line.handOut(IID_IDispatch, circle);
+  addUnspecified(lineId);
+
+  EXPECT_TRUE(initialize());
+
+  EXPECT_EQ(entry(0).pDispatch, circle.dispatch());
+  EXPECT_EQ(host.log.only({"QueryInterface", "SetObjectId"}),
+            (Lines{"QueryInterface(IDispatch) on line", "QueryInterface(IVeltBaseObject) on line",
+                   "SetObjectId(77, owner 0, null) on line"}));
+}
+
+TEST_F(SelectionSetup, AnObjectIsReleasedBeforeTheMessageIsLoaded) {
+  addUnspecified(lineId);
+  for (const IID& withheld : {IID_IVeltBaseObject, IID_IDispatch}) {
+    line.withhold(withheld);
+    host.log.clear();
+
+    EXPECT_FALSE(initialize());
+
+    EXPECT_EQ(host.log.only({"Release", "LoadStringW"}),
+              (Lines{"Release(IUnknown) on line", say("LoadStringW(PropertyBarRes.dll, ",
+                                                      withheld == IID_IDispatch ? 1003 : 1004, ", 2047)")}));
+    UnInitializePropData(selection.entries);
+  }
+}
+
 TEST_F(SelectionSetup, AnObjectWithoutDispatchIsMessage1003AndReleased) {
   line.withhold(IID_IDispatch);
   addUnspecified(lineId);

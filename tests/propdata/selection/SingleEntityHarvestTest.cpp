@@ -71,6 +71,26 @@ TEST_F(SingleEntityHarvest, ARowIsCompletedInOneOrderOfCalls) {
   EXPECT_EQ(host.balance(), "balanced");
 }
 
+TEST_F(SingleEntityHarvest, TheUnknownOfTheEntryIsAskedForEverythingButItsType) {
+  ToyObject asDispatch(host, "asDispatch");
+  for (ToyObject* const object : {&line, &asDispatch})
+    object->property(4, L"PatternName").choice(L"One", i4(1)).editable(1);
+  VeltPropData& entry = add(line, 77, CLSID_VeltHatch);
+  entry.pDispatch->Release();
+  entry.pDispatch = asDispatch.dispatch();
+  host.log.clear();
+
+  EXPECT_TRUE(harvest(entry));
+  EXPECT_TRUE(harvest(entry)) << "from the cache";
+
+  EXPECT_EQ(host.log.count("QueryInterface"), 1 + 1 + 3 + 1 + 1);
+  for (const std::string& call : host.log.only({"QueryInterface", "get_PropertyVariant", "Editable"}))
+    EXPECT_TRUE(call.ends_with(" on line")) << call;
+  for (const std::string& call : host.log.only({"GetTypeInfo", "GetIDsOfNames"}))
+    EXPECT_TRUE(call.ends_with(" on asDispatch")) << call;
+  entry.pDispatch = nullptr;
+}
+
 TEST_F(SingleEntityHarvest, SuccessLeavesTheErrorTextAndTheFlagAlone) {
   line.property(4, L"StartX");
   VeltPropData& entry = add(line);

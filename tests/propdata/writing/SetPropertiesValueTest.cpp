@@ -197,6 +197,27 @@ TEST_F(SetPropertiesValueTest, WhatCannotBeOpenedIsSkippedWithoutAWord) {
   EXPECT_EQ(error(), untouched);
 }
 
+TEST_F(SetPropertiesValueTest, AnOpeningThatFailsSkipsTheEntityWhateverItHandedOut) {
+  add(11);
+  add(12);
+  host.on("vkdbOpenObject(11,").workThenReturn(E_FAIL);
+
+  EXPECT_EQ(set(), 1);
+
+  EXPECT_EQ(touchedIds(), Ids{12});
+  EXPECT_EQ(puts().size(), 1U);
+  EXPECT_EQ(host.log.only({"layerId"}), Lines{"layerId() on db12"});
+  EXPECT_EQ(error(), untouched);
+}
+
+TEST_F(SetPropertiesValueTest, ANullLayerIsNotOpened) {
+  add(11, 0);
+
+  EXPECT_EQ(set(), 1);
+
+  EXPECT_EQ(host.log.lines(), (Lines{"vkdbOpenObject(11, mode 0)", "layerId() on db11", "close() on db11"}));
+}
+
 TEST_F(SetPropertiesValueTest, AnEntryWithoutDispatchStopsTheWrite) {
   add(11);
   add(12);
@@ -230,6 +251,43 @@ TEST_F(SetPropertiesValueTest, Quirk_dispid_zero_refused) {
 
   EXPECT_EQ(error(), L"no property \"Radius\"");
   EXPECT_EQ(puts(), Lines{});
+}
+
+TEST_F(SetPropertiesValueTest, ANameThatResolvesToNothingIsZeroToo) {
+  host.texts[1019] = L"no \"%ls\"";
+  add(11);
+  host.on("GetIDsOfNames").answerNothing();
+
+  EXPECT_EQ(set(), 0);
+
+  EXPECT_EQ(error(), L"no \"Radius\"");
+  EXPECT_EQ(puts(), Lines{});
+}
+
+TEST_F(SetPropertiesValueTest, ANegativeMemberIdIsWritten) {
+  add(11).property(-5, L"Radius").holds(r8(1.0));
+
+  EXPECT_EQ(set(), 1);
+
+  EXPECT_EQ(puts(), Lines{"Invoke(-5, put VT_R8 2.5 named -3, locale 0x807, result VT_R8) on object11"});
+}
+
+TEST_F(SetPropertiesValueTest, TheNameIsLookedUpInTheDispatchAndTheExpanderAskedOfTheUnknown) {
+  ToyObject& asUnknown = add(11);
+  ToyObject asDispatch(host, "asDispatch");
+  asDispatch.property(6, L"Radius").holds(r8(1.0));
+  VeltPropData& entry = *selection.entries[0];
+  entry.pDispatch->Release();
+  entry.pDispatch = asDispatch.dispatch();
+
+  EXPECT_EQ(set(), 1);
+  EXPECT_EQ(puts(), Lines{"Invoke(6, put VT_R8 2.5 named -3, locale 0x807, result VT_R8) on asDispatch"});
+  EXPECT_EQ(set(true, 1), 1);
+  EXPECT_EQ(host.log.only({"GetIDsOfNames", "QueryInterface", "SetElementValue"}),
+            (Lines{"GetIDsOfNames(Radius, locale 0x800) on asDispatch",
+                   "QueryInterface(IOPMPropertyExpander) on " + asUnknown.name(),
+                   "SetElementValue(6, cookie 1, VT_R8 2.5) on " + asUnknown.name()}));
+  entry.pDispatch = nullptr;
 }
 
 TEST_F(SetPropertiesValueTest, APutThatFailsStopsAndLeavesTheErrorTextAlone) {
