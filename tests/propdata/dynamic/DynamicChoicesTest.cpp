@@ -196,6 +196,17 @@ TEST_F(DynamicChoices, ACountThatLiesEndsAtTheItemThatIsMissing) {
   expectListsAsBefore();
 }
 
+TEST_F(DynamicChoices, OnlyAStringValueIsCleared) {
+  offer(L"one", ToyValue(i4(1)));
+  offer(L"two", text(L"x"));
+  offer(L"three", ToyValue(r8(2.5)));
+  offer(L"four", ToyValue(i2(4)));
+
+  EXPECT_EQ(fill(), 1);
+
+  EXPECT_EQ(host.log.only({"VariantClear"}), Lines{"VariantClear(VT_BSTR \"x\")"});
+}
+
 TEST_F(DynamicChoices, ANegativeCountIsNone) {
   dynamic.valueCount = -1;
 

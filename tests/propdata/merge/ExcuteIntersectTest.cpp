@@ -273,6 +273,39 @@ TEST_F(ExcuteIntersectOnToys, TheFirstListIsNeverChanged) {
   }
 }
 
+// --- memory ------------------------------------------------------------------------------------------------------
+
+TEST_F(ExcuteIntersectOnToys, ExhaustedMemoryFailsAndLeavesTheResultAlone) {
+  const TqVector<PROPINFO> before = rows({Row(L"Old").value(i4(1))});
+  for (const bool alone : {true, false}) {
+    SCOPED_TRACE(alone);
+    const PROPINFO dynamicRow = Row(L"D").of(first).value(i4(1)).dynamic(dynamicA.unknown());
+    TqVector<TqVector<PROPINFO>> prepared = lists({rows({point(first), length(first), dynamicRow})});
+    if (!alone) prepared.push_back(rows({length(second), dynamicRow, point(second)}));
+    TqVector<VeltPropData*> entities;
+    CStdStr<wchar_t> text(L"as before");
+    bool flag = false;
+    TqVector<TqVector<PROPINFO>> all;
+    TqVector<PROPINFO> result;
+    bool answer = true;
+
+    refuseMemory(
+        [&] {
+          all = prepared;
+          result = before;
+          answer = ExcuteIntersect(entities, all, result, text, flag);
+        },
+        [&] {
+          EXPECT_FALSE(answer);
+          EXPECT_EQ(names(result), Lines{"Old"});
+          EXPECT_EQ(text.str(), L"as before");
+        });
+
+    EXPECT_TRUE(answer);
+    EXPECT_EQ(names(result), (Lines{"Start", "Start", "Length", "D"}));
+  }
+}
+
 // --- which rows are the same -------------------------------------------------------------------------------------
 
 TEST(ExcuteIntersect, KeepsWhatAllEntitiesHaveInTheFirstOnesOrder) {

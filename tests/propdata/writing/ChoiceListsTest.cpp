@@ -117,6 +117,18 @@ TEST_F(ChoiceLists, AStringValueGivesItsPlaceAndIsCleared) {
   EXPECT_EQ(host.log.count("SysFreeString(drei)"), 1);
 }
 
+TEST_F(ChoiceLists, OnlyAStringValueIsCleared) {
+  line.property(4, L"Style")
+      .choice(L"one", i4(1))
+      .choice(L"two", text(L"x"))
+      .choice(L"three", r8(2.5))
+      .choice(L"four", i2(4));
+
+  fill(rowOf4());
+
+  EXPECT_EQ(host.log.only({"VariantClear"}), Lines{"VariantClear(VT_BSTR \"x\")"});
+}
+
 TEST_F(ChoiceLists, AShortValueKeepsItsSign) {
   line.property(4, L"Style").choice(L"one", i2(-5)).choice(L"two", i2(300));
 
