@@ -162,6 +162,24 @@ TEST_F(DynamicSameness, WhatDoesNotOpenAsAReferenceIsAskedForNoBlock) {
   EXPECT_EQ(host.log.count("vkdbOpen"), 1) << "an object without an id leads to no entity";
 }
 
+TEST_F(DynamicSameness, TheDispatchOfAnEntryIsAskedForItsId) {
+  reference(21, definition, true, anonymousBlock);
+  reference(22, definition, true, anonymousBlock);
+  ToyObject asDispatch(host, "asDispatch");
+  asDispatch.objectId.setFromOldId(22);
+  select(21);
+  select(11);  // what the unknown says
+  VeltPropData& entry = *selection.entries[1];
+  entry.pDispatch->Release();
+  entry.pDispatch = asDispatch.dispatch();
+
+  EXPECT_TRUE(answer());
+
+  EXPECT_EQ(host.log.only({"QueryInterface"}), (Lines{"QueryInterface(IVeltBaseObject) on object21",
+                                                      "QueryInterface(IVeltBaseObject) on asDispatch"}));
+  entry.pDispatch = nullptr;
+}
+
 TEST_F(DynamicSameness, StopsAtTheFirstEntityThatDecides) {
   reference(21, definition, true, anonymousBlock);
   reference(22, otherDefinition, true, anonymousBlock);

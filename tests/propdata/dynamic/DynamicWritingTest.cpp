@@ -156,6 +156,17 @@ TEST_F(DynamicWriting, TheOlderWriterAsksForPropertyThenEntityThenId) {
              "Release(IVeltBaseObject) on entity1", "SetCurrentValueData(id 71, VT_I4 5) on property1"}));
 }
 
+TEST_F(DynamicWriting, TheDispatchThatTheEntityHandsOutIsWrittenToAndAskedForTheId) {
+  ToyObject asDispatch(host, "asDispatch");
+  asDispatch.objectId.setFromOldId(99);
+  entity(1).handOut(IID_IDispatch, asDispatch);
+
+  EXPECT_EQ(write(), 1);
+  EXPECT_EQ(written()[0], "SetCurrentValueData(asDispatch, VT_I4 5) on property1");
+  EXPECT_EQ(writeOlder(), 1);
+  EXPECT_EQ(written()[0], "SetCurrentValueData(id 99, VT_I4 5) on property1");
+}
+
 TEST_F(DynamicWriting, TheOlderWriterPassesOverWhatCannotBeAsked) {
   property(1).withhold(IID_IDynamicProperty);
   host.on("QueryInterface(IDispatch) on entity2").fail();

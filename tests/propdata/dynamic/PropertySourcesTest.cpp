@@ -158,6 +158,36 @@ TEST_F(PropertySources, ANameIsFreedBeforeItsSourceIsPutAndTheNextIsLookedUp) {
                    "AddRef(IPropertySource) on materials", "GetPropertySourceAt(Prices)"}));
 }
 
+TEST_F(PropertySources, ANameThatCannotBeReadLeavesOutNoOtherSource) {
+  registry.add(L"Materials", &materials);
+  registry.add(L"Prices", &prices);
+  int leftOut = 0;
+  for (std::uint64_t n = 1;; ++n) {
+    SCOPED_TRACE(n);
+    host.mark();
+    host.log.clear();
+    std::uint64_t refused = 0;
+    int made = -1;
+    {
+      COleSafeArray sources;
+      const auto fault = platform::AllocationFault::failNth(n, platform::Heap::Strings);
+      made = GetDynProperteySources(entity.dispatch(), sources);
+      refused = fault.failures();
+    }
+    EXPECT_EQ(made, 1);
+    EXPECT_EQ(host.balance(), "balanced");
+    const int asked =
+        host.log.count("GetPropertySourceAt(Materials)") + host.log.count("GetPropertySourceAt(Prices)");
+    if (refused == 0) {
+      EXPECT_EQ(asked, 2);
+      break;
+    }
+    EXPECT_EQ(asked, 1) << "the other one";
+    if (host.log.count("GetPropertySourceAt") == 1) ++leftOut;
+  }
+  EXPECT_EQ(leftOut, 2) << "each of the two was once not even asked for";
+}
+
 TEST_F(PropertySources, TheFactoryIsAskedForTheClassOfTheEntity) {
   registry.add(L"Materials", &materials);
 
@@ -269,6 +299,16 @@ TEST_F(PropertySources, AFailingSourceDoesNotStopTheOthers) {
   out.clear();
   host.on("GetProperties(entity) on materials").answerNull();
   EXPECT_EQ(collect(), Names{"price"});
+}
+
+TEST_F(PropertySources, AFailingSourceTakesNoRowsBack) {
+  registry.add(L"Materials", &materials);
+  registry.add(L"Prices", &prices);
+  out.push_back(Row(L"before"));
+  host.on("GetProperties(entity) on prices").fail();
+
+  EXPECT_EQ(collect(), (Names{"before", "oak", "steel"}));
+  EXPECT_EQ(answer, 1);
 }
 
 // --- one source ----------------------------------------------------------------------------------------------------
