@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <utility>
 #include <vector>
 
 #include "host/platform/ErrorStatus.h"
@@ -44,15 +45,21 @@ TqVectorBlock* blockOf(const Vector& vector) {
   return *reinterpret_cast<TqVectorBlock* const*>(&vector);
 }
 
-// An element that knows how many of its kind exist, and how often one was assigned.
+// An element that knows how many of its kind exist, how often one was assigned, and whether it was moved away.
 struct Slot {
   static constexpr int untouched = -1;
+  static constexpr int movedFrom = -2;
 
   Slot() { ++live; }
   Slot(int number) : value(number) { ++live; }
   Slot(const Slot& other) : value(other.value) { ++live; }
   Slot& operator=(const Slot& other) {
     value = other.value;
+    ++assignments;
+    return *this;
+  }
+  Slot& operator=(Slot&& other) noexcept {
+    value = std::exchange(other.value, int{movedFrom});
     ++assignments;
     return *this;
   }
