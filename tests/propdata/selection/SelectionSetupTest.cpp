@@ -257,6 +257,25 @@ TEST_F(SelectionSetup, AnObjectThatCannotBeCreatedIsMessage1002) {
   EXPECT_EQ(host.balance(), "balanced");
 }
 
+TEST_F(SelectionSetup, AnObjectCountsOnlyWithASuccessThatHandsItOut) {
+  addUnspecified(lineId);
+  for (const bool isNull : {true, false}) {
+    Rule& rule = host.on("TqAutoCreateInstance").nth(1);
+    if (isNull) {
+      rule.answerNull();
+    } else {
+      rule.workThenReturn(E_FAIL);
+    }
+    errorText = untouched;
+
+    EXPECT_FALSE(initialize());
+
+    EXPECT_EQ(error(), message(1002));
+    EXPECT_EQ(entry(0).pDispatch, nullptr);
+    EXPECT_EQ(host.log.count("QueryInterface"), 0);
+  }
+}
+
 TEST_F(SelectionSetup, ThePointersAreNullBeforeTheObjectIsCreated) {
   host.on("TqAutoCreateInstance").fail();  // writes nothing
   addUnspecified(lineId);
