@@ -554,6 +554,13 @@ TEST_F(CompareElements, ElementsWithEqualCountsAreComparedByValue) {
   EXPECT_EQ(error(), untouched);
 }
 
+TEST_F(CompareElements, AnElementThatVariesAlreadyStaysVarying) {
+  PROPINFO varied = row(first, i4(1));
+  varied.isVaries = true;
+
+  EXPECT_EQ(compare(varied, row(other, i4(1))), varying);
+}
+
 TEST_F(CompareElements, DifferentCountsEndTheSearchWithoutAFind) {
   other[8].element(3, L"Z", i4(0));
   host.mark();
