@@ -176,6 +176,14 @@ TEST(Format, HonoursWidthsAndPrecisionsUpTo4095) {
   EXPECT_EQ(wide(L"%4095d", 5), std::wstring(4094, L' ') + L"5");
   EXPECT_EQ(wide(L"%.4095d", 5), std::wstring(4094, L'0') + L"5");
   EXPECT_EQ(wide(L"%.4000f", 0.5).size(), 4002u);
+  EXPECT_EQ(wide(L"%1.0d", 0), L" ") << "a zero without a digit, one wide";
+}
+
+TEST(Format, AWidthOrPrecisionBeyondThatIsNoPlaceholder) {
+  for (const wchar_t* const format : {L"%4096s", L"%.4096s", L"%4096d", L"%.4096d"}) {
+    EXPECT_EQ(wide(format, L"x"), format);
+    EXPECT_EQ(wide(format, 5), format);
+  }
 }
 
 TEST(Format, AnAbsurdWidthTakesNoMemory) {
