@@ -348,6 +348,7 @@ VkDbObjectId vkdbGetEnhancedBlkOriginalBtrId(const VkDbBlockReference* reference
   VELT_REAL(VkDbObjectId(const VkDbBlockReference*),
             "_Z31vkdbGetEnhancedBlkOriginalBtrIdPK18VkDbBlockReference");
   const auto* const toy = toyOf<ToyBlockReference>(reference);
+  if (reference == nullptr) note("vkdbGetEnhancedBlkOriginalBtrId(null)");
   if (toy == nullptr) return forward(reference);
   note("vkdbGetEnhancedBlkOriginalBtrId(" + toy->name() + ")");
   return toy->original;

@@ -527,6 +527,17 @@ TEST_F(SelectionSetup, AnObjectThatCannotBeOpenedLeavesTheClassIdAlone) {
   EXPECT_EQ(host.log.only({"getClassID", "close"}), Lines{});
 }
 
+TEST_F(SelectionSetup, AnOpeningThatFailsLeavesTheClassIdAloneWhateverItHandedOut) {
+  host.on("vkdbOpenVkDbEntity(77,").workThenReturn(E_FAIL);
+  GUID clsid = CLSID_VeltTable;
+
+  EXPECT_FALSE(GetCLSID(clsid, lineId));
+
+  EXPECT_EQ(nameOf(clsid), "CLSID_VeltTable");
+  EXPECT_EQ(host.log.count("getClassID"), 0);
+  EXPECT_EQ(lineEntity.opened, 0);
+}
+
 TEST_F(SelectionSetup, AnEntityThatNamesNoClassIsTheGenericEntity) {
   ToyEntity plain(host, "plain", 80);
   GUID clsid = CLSID_VeltTable;

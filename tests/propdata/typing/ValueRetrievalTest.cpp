@@ -130,6 +130,17 @@ TEST_P(EitherReader, TheResultOfTheGetIsNotLookedAt) {
   EXPECT_EQ(print(prop.value), "VT_R8 1.5");
 }
 
+TEST_P(EitherReader, ARowWithoutAnObjectCountsAsReadAndHasTheDeclaredTypeAlone) {
+  prop.pDispatch = nullptr;
+  prop.weight = 3;
+
+  readEither();
+
+  EXPECT_EQ(prop.value.vt, VT_R8);
+  EXPECT_EQ(prop.weight, 3);
+  EXPECT_TRUE(prop.hasValue);
+}
+
 TEST_P(EitherReader, Quirk_has_value_in_every_case) {
   host.on("Invoke").fail();
   host.on("QueryInterface").fail();
