@@ -276,6 +276,15 @@ TEST_F(ByLayerColors, EveryFailedOpeningOfRowsMakesThemNotDifferent) {
   }
 }
 
+TEST_F(ByLayerColors, TheFirstRowsEntityAndLayerAreOpenedBeforeTheOthers) {
+  differ(row(byLayer, 21), row(byLayerToo, 23));
+
+  EXPECT_EQ(host.log.only({"vkdbOpen", "close"}),
+            (Lines{"vkdbOpenObject(21, mode 0)", "close() on entityOnRed", "vkdbOpenVkDbObject(11, mode 0)",
+                   "close() on red", "vkdbOpenObject(23, mode 0)", "close() on entityOnGreen",
+                   "vkdbOpenVkDbObject(12, mode 0)", "close() on green"}));
+}
+
 TEST_F(ByLayerColors, ComparingRowsChangesNothingInThem) {
   PROPINFO a = row(byLayer, 21), b = row(byLayerToo, 23);
 
