@@ -100,6 +100,18 @@ constexpr std::string_view region[] = {
     "ellipse-curve $-1 145 20 0 0 0 1 3 0 0 1 I I #",
 };
 
+// A ball.
+constexpr std::string_view solid[] = {
+    "400 5 1 0",
+    "7 Gallery 5 1.0.0 1 0",
+    "1 1e-06 1e-10",
+    "body $-1 $1 $-1 $-1 #",
+    "lump $-1 $-1 $2 $0 #",
+    "shell $-1 $-1 $-1 $3 $-1 $1 #",
+    "face $-1 $-1 $-1 $2 $-1 $4 forward single #",
+    "sphere-surface $-1 210 20 0 5 1 0 0 0 0 1 forward_v I I I I #",
+};
+
 // A picture of one dimension stands for those of all. Each is there a second time without a picture.
 constexpr Exhibit dimensions[] = {
     {"DIMENSION", "100 AcDbDimension|2 *D1|10 0|20 70|30 0|11 5|21 71|31 0|70 32|71 5|42 10|3 GALLERY|100 AcDbAlignedDimension|13 0|23 60|33 0|14 10|24 65|34 0|50 0|100 AcDbRotatedDimension|1001 ACAD|1000 DSTYLE|1002 {|1070 173|1070 1|1070 343|1005 @dot|1070 344|1005 0|1070 41|1040 4|1070 271|1070 3|1002 }"},
@@ -327,6 +339,7 @@ std::string galleryDrawing() {
   for (const Exhibit& it : dimensions)
     model.raw(it.type, pairsOf(it.pairs, names), style);
   addModel(model, "REGION", region, style);
+  addModel(model, "3DSOLID", solid, style);
   addHatches(model, style);
   addPolylines(model, style);
   model.attributeDefinition({.tag = "MATERIAL", .value = "Steel", .at = {180, 0}}, "What it is made of",

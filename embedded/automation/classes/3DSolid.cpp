@@ -1,0 +1,48 @@
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "embedded/automation/Access.h"
+#include "embedded/automation/ClassList.h"
+#include "embedded/automation/HostIds.h"
+#include "embedded/automation/ModelGeometry.h"
+#include "embedded/automation/classes/General.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+std::int32_t countOf(const Subject& subject, std::string_view part) {
+  return toldByModel(subject, [&](const ModelText& model) {
+    std::int32_t count = 0;
+    for (std::size_t record = 0; record < model.size(); ++record)
+      count += model.nameOf(record) == part ? 1 : 0;
+    return count;
+  });
+}
+
+std::int32_t getFaceCount(const Subject& subject) {
+  return countOf(subject, "face");
+}
+
+std::int32_t getEdgeCount(const Subject& subject) {
+  return countOf(subject, "edge");
+}
+
+// clang-format off
+constexpr PropertyRow rows[] = {
+  // id name              label              type             category            access                    choices        weight help
+  { 1, L"NumberOfFaces", L"Number of faces", VT_I4,           Category::Geometry, computed<getFaceCount>(), Choices::None, 110,   L"How many faces bound the solid; empty where the drawing holds no text of a modeller. Read-only: only a modeller can make them."},
+  { 2, L"NumberOfEdges", L"Number of edges", VT_I4,           Category::Geometry, computed<getEdgeCount>(), Choices::None, 120,   L"How many edges lie between them; empty where the drawing holds no text of a modeller. Read-only: only a modeller can make them."},
+  { 3, L"ModelData",     L"Model data",      types::noEditor, Category::Misc,     computed<modelDataOf>(),  Choices::None, 130,   L"How much the drawing stores about the solid. Read-only: only a modeller can write it."},
+};
+// clang-format on
+
+}  // namespace
+
+constinit const AutomationClass classes::Velt3DSolid = {
+    CLSID_Velt3DSolid, L"Velt3DSolid", L"3D Solid", "3DSOLID", L"A body in space.", &entityRows, rows,
+};
+
+}  // namespace velt::automation
