@@ -29,7 +29,7 @@ std::int32_t getVertexCount(const Subject& subject) {
 using Face = std::vector<std::int64_t>;
 
 /// One list holds all faces: how many corners a face has, then which vertices these are. A last face that is cut off
-/// is none.
+/// is none, as is one without corners.
 std::vector<Face> facesOf(const Subject& subject) {
   constexpr int sizeOfList = 93;
   constexpr int endOfList = 94;
@@ -46,8 +46,8 @@ std::vector<Face> facesOf(const Subject& subject) {
     if (missing > 0) {
       faces.back().push_back(number);
       --missing;
-    } else {
-      missing = number > 0 ? static_cast<std::size_t>(number) : 0;
+    } else if (number > 0) {
+      missing = static_cast<std::size_t>(number);
       faces.emplace_back();
     }
   }
@@ -68,7 +68,7 @@ bool getIsClosed(const Subject& subject) {
   }
   return !edges.empty() && std::all_of(edges.begin(), edges.end(), [&](const auto& edge) {
     const auto back = edges.find({edge.first.second, edge.first.first});
-    return edge.second == 1 && back != edges.end() && back->second == 1;
+    return back != edges.end() && back->second == 1;
   });
 }
 
