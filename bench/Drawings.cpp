@@ -7,7 +7,7 @@
 
 #include <fmt/format.h>
 
-#include "embedded/dxf/Generator.h"
+#include "samples/Builder.h"
 
 namespace velt::bench {
 

@@ -7,7 +7,7 @@ foreach(source IN LISTS veltFuzzSources)
   set(corpus "${PROJECT_SOURCE_DIR}/fuzz/corpus/${name}")
 
   add_executable(fuzz_${name} "${source}")
-  target_link_libraries(fuzz_${name} PRIVATE velt_common VeltPropData VeltEmbeddedHost)
+  target_link_libraries(fuzz_${name} PRIVATE velt_common VeltPropData VeltEmbeddedHost velt_samples)
   if(VELT_FUZZ)
     target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
     set(replay -runs=0)

@@ -1,6 +1,6 @@
 include(CMakePackageConfigHelpers)
 
-install(TARGETS VeltPropData VeltEmbeddedHost EXPORT VeltPropDataTargets
+install(TARGETS VeltPropData VeltDxf VeltEmbeddedHost EXPORT VeltPropDataTargets
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
 if(TARGET veltprops)
   install(TARGETS veltprops RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
@@ -10,7 +10,7 @@ if(VELT_PLUGIN_TARGETS)
 endif()
 
 # Includes are written from the root of the tree, so the installed headers keep its folders below one of their own.
-foreach(folder IN ITEMS host text errors container propdata embedded)
+foreach(folder IN ITEMS host text errors container propdata dxf embedded)
   if(IS_DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}")
     install(DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/velt"
       FILES_MATCHING PATTERN "*.h" PATTERN "*.inc" PATTERN "propdata/support" EXCLUDE)

@@ -36,11 +36,33 @@ add_library(velt_propdata_internals STATIC $<TARGET_OBJECTS:velt_propdata_object
 set_target_properties(velt_propdata_internals PROPERTIES LINKER_LANGUAGE CXX)
 target_link_libraries(velt_propdata_internals PUBLIC velt_common)
 
+# --- drawings as documents ----------------------------------------------------------------------------------------
+#
+# Everything is visible, as in the embedded host: what one of them throws the other catches.
+velt_sources_or_placeholder(veltDxfSources dxf)
+add_library(VeltDxf SHARED ${veltDxfSources})
+target_link_libraries(VeltDxf PRIVATE velt_common)
+target_include_directories(VeltDxf INTERFACE
+  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/velt>)
+target_compile_features(VeltDxf INTERFACE cxx_std_20)
+set_target_properties(VeltDxf PROPERTIES
+  VERSION ${PROJECT_VERSION}
+  SOVERSION ${PROJECT_VERSION_MAJOR}
+  INSTALL_RPATH ""
+  CXX_VISIBILITY_PRESET default
+  VISIBILITY_INLINES_HIDDEN OFF)
+
+# --- the drawings that the project draws itself: for the tool, tests and benchmarks, not for who loads the host ------
+velt_sources_or_placeholder(veltSampleSources samples)
+add_library(velt_samples STATIC ${veltSampleSources})
+target_link_libraries(velt_samples PRIVATE velt_common PUBLIC VeltDxf)
+
 # --- the embedded host --------------------------------------------------------------------------------------------
 velt_sources_or_placeholder(veltHostSources embedded)
 
 add_library(VeltEmbeddedHost SHARED ${veltHostSources})
-target_link_libraries(VeltEmbeddedHost PRIVATE velt_common ${CMAKE_DL_LIBS} Threads::Threads)
+target_link_libraries(VeltEmbeddedHost PUBLIC VeltDxf PRIVATE velt_common ${CMAKE_DL_LIBS} Threads::Threads)
 target_include_directories(VeltEmbeddedHost INTERFACE
   $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/velt>)
@@ -57,5 +79,6 @@ set_target_properties(VeltEmbeddedHost PROPERTIES
 target_compile_options(VeltEmbeddedHost PRIVATE -fsemantic-interposition)
 if(NOT VELT_INSTRUMENTED)
   # The runtime of a sanitizer is in the executable, so an instrumented library always has undefined symbols.
+  target_link_options(VeltDxf PRIVATE "LINKER:--no-undefined")
   target_link_options(VeltEmbeddedHost PRIVATE "LINKER:--no-undefined")
 endif()

@@ -4,7 +4,7 @@ include(GoogleTest)
 velt_sources_or_placeholder(veltSupportSources tests/support)
 add_library(velt_test_support STATIC ${veltSupportSources})
 target_link_libraries(velt_test_support
-  PUBLIC velt_common VeltEmbeddedHost GTest::gmock GTest::gtest rapidcheck rapidcheck_gtest)
+  PUBLIC velt_common VeltEmbeddedHost velt_samples GTest::gmock GTest::gtest rapidcheck rapidcheck_gtest)
 # Functions of tests are visible, so that one that bears the name of a host function takes its place everywhere.
 set_target_properties(velt_test_support PROPERTIES CXX_VISIBILITY_PRESET default VISIBILITY_INLINES_HIDDEN OFF)
 # For golden files: where they stand, and where what came out instead is put (see scripts/accept-golden).
@@ -36,7 +36,7 @@ endforeach()
 # Tests of the folders of the layer link the archive and reach its inner parts; tests of the host see no layer; all
 # others link the two libraries as they ship.
 set(veltLayerFolders text errors container propdata)
-set(veltNoLayerFolders host embedded house)
+set(veltNoLayerFolders host dxf samples embedded house)
 
 velt_subfolders(veltTestFolders tests)
 foreach(folder IN LISTS veltTestFolders)
@@ -92,7 +92,7 @@ file(GLOB_RECURSE veltPublicHeaders CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE
 if(EXISTS "${PROJECT_SOURCE_DIR}/propdata/VeltPropData.h")
   list(APPEND veltPublicHeaders propdata/VeltPropData.h)
 endif()
-list(APPEND veltPublicHeaders embedded/palette/Plugin.h)
+list(APPEND veltPublicHeaders embedded/sources/Plugin.h)
 set(veltHeaderUnits)
 foreach(header IN LISTS veltPublicHeaders)
   set(unit "${CMAKE_BINARY_DIR}/generated/headers/${header}.cpp")

@@ -14,7 +14,7 @@ endif()
 add_library(velt_tool STATIC ${veltToolSources})
 target_link_libraries(velt_tool
   PRIVATE velt_common
-  PUBLIC VeltPropData VeltEmbeddedHost CLI11::CLI11 nlohmann_json::nlohmann_json fmt::fmt)
+  PUBLIC VeltPropData VeltEmbeddedHost velt_samples CLI11::CLI11 nlohmann_json::nlohmann_json fmt::fmt)
 
 if(EXISTS "${veltToolMain}")
   add_executable(veltprops "${veltToolMain}")
@@ -41,7 +41,7 @@ endforeach()
 
 # --- what ships ---------------------------------------------------------------------------------------------------
 add_custom_target(velt_product)
-add_dependencies(velt_product VeltPropData VeltEmbeddedHost ${VELT_PLUGIN_TARGETS})
+add_dependencies(velt_product VeltPropData VeltDxf VeltEmbeddedHost ${VELT_PLUGIN_TARGETS})
 if(TARGET veltprops)
   add_dependencies(velt_product veltprops)
 endif()

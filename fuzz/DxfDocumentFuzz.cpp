@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "embedded/dxf/Document.h"
-#include "embedded/dxf/Numbers.h"
+#include "dxf/Document.h"
+#include "dxf/Numbers.h"
 
 namespace {
 

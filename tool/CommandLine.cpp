@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "embedded/dxf/Error.h"
-#include "embedded/palette/LoadedPlugins.h"
+#include "dxf/Error.h"
+#include "embedded/sources/LoadedPlugins.h"
 #include "host/com/ComError.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"

@@ -9,7 +9,7 @@
 #include <set>
 #include <unordered_set>
 
-#include "embedded/automation/HostIds.h"
+#include "host/automation/IdValues.h"
 #include "embedded/database/Entity.h"
 #include "propdata/VeltPropData.h"
 #include "tool/Failure.h"

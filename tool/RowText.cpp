@@ -8,8 +8,8 @@
 #include <optional>
 #include <string_view>
 
-#include "embedded/automation/ColorNames.h"
-#include "embedded/automation/HostIds.h"
+#include "embedded/automation/model/ColorNames.h"
+#include "host/automation/IdValues.h"
 #include "embedded/database/Entity.h"
 #include "host/automation/IVeltBaseObject.h"
 #include "host/automation/IVeltHyperlinks.h"

@@ -2,9 +2,9 @@
 
 #include <filesystem>
 
-#include "embedded/dxf/FileReplacement.h"
-#include "embedded/dxf/GalleryDrawing.h"
-#include "embedded/dxf/SampleDrawing.h"
+#include "dxf/FileReplacement.h"
+#include "samples/Gallery.h"
+#include "samples/FloorPlan.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
 

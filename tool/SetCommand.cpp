@@ -11,7 +11,7 @@
 #include "embedded/database/Drawing.h"
 #include "embedded/database/Entity.h"
 #include "embedded/database/Layer.h"
-#include "embedded/dxf/FileReplacement.h"
+#include "dxf/FileReplacement.h"
 #include "tool/Assignment.h"
 #include "tool/Commands.h"
 #include "tool/DynamicNodes.h"

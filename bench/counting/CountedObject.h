@@ -5,7 +5,7 @@
 #include <string>
 
 #include "bench/counting/CallCounts.h"
-#include "embedded/automation/HatchObject.h"
+#include "embedded/automation/hatches/HatchObject.h"
 #include "embedded/com/InterfaceHolder.h"
 #include "embedded/com/InterfaceTraits.h"
 

@@ -2,7 +2,7 @@
 // specialising InterfaceTraits; ComObject does the rest.
 #pragma once
 
-#include "embedded/automation/HostIds.h"
+#include "host/automation/IdValues.h"
 #include "host/automation/IVeltBaseObject.h"
 #include "host/automation/IVeltHatch.h"
 #include "host/automation/IVeltHyperlinks.h"

@@ -1,6 +1,6 @@
 #include "embedded/database/Dictionary.h"
 
-#include "embedded/dxf/Numbers.h"
+#include "dxf/Numbers.h"
 
 namespace velt::database {
 namespace {

@@ -10,7 +10,7 @@
 #include "embedded/database/HandleMap.h"
 #include "embedded/database/NameFolding.h"
 #include "embedded/database/ObjectTable.h"
-#include "embedded/dxf/Numbers.h"
+#include "dxf/Numbers.h"
 
 namespace velt::database {
 namespace {

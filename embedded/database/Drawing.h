@@ -21,7 +21,7 @@
 #include <string_view>
 
 #include "embedded/database/Table.h"
-#include "embedded/dxf/Document.h"
+#include "dxf/Document.h"
 #include "host/database/VkDbObjectId.h"
 
 namespace velt::database {

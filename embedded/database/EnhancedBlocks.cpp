@@ -2,7 +2,7 @@
 
 #include "embedded/database/Dictionary.h"
 #include "embedded/database/Lens.h"
-#include "embedded/dxf/Numbers.h"
+#include "dxf/Numbers.h"
 
 namespace velt::database {
 namespace {

@@ -8,7 +8,7 @@
 #include <span>
 #include <string_view>
 
-#include "embedded/dxf/RecordView.h"
+#include "dxf/RecordView.h"
 #include "host/database/VkRxObject.h"
 
 namespace velt::database {

@@ -15,7 +15,7 @@
 
 #include "embedded/database/ObjectClass.h"
 #include "embedded/database/VkDbImpObject.h"
-#include "embedded/dxf/Tag.h"
+#include "dxf/Tag.h"
 #include "host/database/VkDbEntity.h"
 
 namespace velt::database {

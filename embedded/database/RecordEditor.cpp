@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "embedded/dxf/Numbers.h"
+#include "dxf/Numbers.h"
 
 namespace velt::database {
 

@@ -10,7 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "embedded/dxf/Tag.h"
+#include "dxf/Tag.h"
 #include "host/database/VkDbObjectId.h"
 
 namespace velt::database {

@@ -1,6 +1,6 @@
 #include "host/database/VkDbObject.h"
 
-#include "embedded/automation/RecordClasses.h"
+#include "embedded/automation/classes/RecordClasses.h"
 #include "embedded/database/ObjectClass.h"
 #include "embedded/database/ObjectTable.h"
 #include "embedded/database/OpenAccount.h"

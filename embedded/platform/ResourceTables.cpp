@@ -7,7 +7,7 @@
 #include <map>
 #include <mutex>
 
-#include "embedded/palette/Categories.h"
+#include "embedded/platform/Categories.h"
 #include "embedded/platform/Messages.h"
 
 namespace {

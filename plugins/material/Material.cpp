@@ -14,7 +14,7 @@
 #include <mutex>
 #include <optional>
 
-#include "embedded/palette/Plugin.h"
+#include "embedded/sources/Plugin.h"
 #include "host/automation/IVeltBaseObject.h"
 #include "host/com/Bstr.h"
 #include "host/com/ComRuntime.h"

@@ -9,7 +9,7 @@
 #include <mutex>
 #include <string>
 
-#include "embedded/palette/Plugin.h"
+#include "embedded/sources/Plugin.h"
 #include "host/com/Bstr.h"
 #include "host/com/SafeArray.h"
 #include "host/com/Variant.h"

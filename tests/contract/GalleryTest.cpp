@@ -14,12 +14,12 @@
 #include <variant>
 #include <vector>
 
-#include "embedded/automation/ClassIndex.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/RecordClasses.h"
+#include "embedded/automation/model/ClassIndex.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/classes/RecordClasses.h"
 #include "embedded/database/Drawing.h"
-#include "embedded/dxf/GalleryDrawing.h"
+#include "samples/Gallery.h"
 #include "propdata/VeltPropData.h"
 #include "tests/support/Golden.h"
 

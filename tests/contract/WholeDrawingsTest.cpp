@@ -14,10 +14,10 @@
 #include <string>
 #include <vector>
 
-#include "embedded/automation/HostIds.h"
+#include "host/automation/IdValues.h"
 #include "embedded/database/Drawing.h"
 #include "embedded/database/Entity.h"
-#include "embedded/dxf/SampleDrawing.h"
+#include "samples/FloorPlan.h"
 #include "embedded/platform/Ledger.h"
 #include "host/automation/IVeltHyperlinks.h"
 #include "host/automation/IVeltVkCmColor.h"

@@ -14,7 +14,7 @@
 #include "embedded/database/Drawing.h"
 #include "embedded/database/Entity.h"
 #include "embedded/database/Layer.h"
-#include "embedded/dxf/SampleDrawing.h"
+#include "samples/FloorPlan.h"
 #include "tests/contract/Query.h"
 
 namespace velt::tests {

@@ -41,9 +41,9 @@ class TheCheck(house.Check):
     def test_finds_a_header_without_a_compiled_unit(self):
         objects = "CMakeFiles/velt_header_checks.dir/generated/headers"
         with house.small_tree({"host/com/A.h": "", "host/B.h": "", "propdata/VeltPropData.h": "",
-                               "embedded/palette/Plugin.h": ""}) as root, \
+                               "embedded/sources/Plugin.h": ""}) as root, \
              house.small_tree({f"{objects}/host/com/A.h.cpp.o": ""}) as build:
-            self.assertEqual(["host/B.h", "propdata/VeltPropData.h", "embedded/palette/Plugin.h"],
+            self.assertEqual(["host/B.h", "propdata/VeltPropData.h", "embedded/sources/Plugin.h"],
                              without_unit(root, build))
 
     def test_rests_on_a_compiler_that_refuses_a_header_that_leans_on_others(self):

@@ -24,7 +24,7 @@ MAY_INCLUDE = {
 }
 
 # All that plug-ins may include of the host that they are loaded into.
-PLUGIN_HEADER = "embedded/palette/Plugin.h"
+PLUGIN_HEADER = "embedded/sources/Plugin.h"
 
 # First component of an include in angle brackets, and the folders that may use it.
 THIRD_PARTY = {
@@ -123,8 +123,8 @@ class TheCheck(house.Check):
                     self.assertEqual(target not in targets.split(), bool(found), found)
 
     def test_lets_plugins_include_their_header_of_the_embedded_host_and_no_other(self):
-        with house.small_tree({**self.HEADERS, "embedded/palette/Plugin.h": "",
-                               "plugins/a/B.cpp": '#include "embedded/palette/Plugin.h"\n',
+        with house.small_tree({**self.HEADERS, "embedded/sources/Plugin.h": "",
+                               "plugins/a/B.cpp": '#include "embedded/sources/Plugin.h"\n',
                                "plugins/a/C.cpp": '#include "embedded/A.h"\n'}) as root:
             found = violations(root)
         self.assertEqual(1, len(found), found)

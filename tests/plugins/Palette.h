@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "embedded/database/Drawing.h"
-#include "embedded/palette/LoadedPlugins.h"
+#include "embedded/sources/LoadedPlugins.h"
 #include "host/com/Bstr.h"
 #include "tests/contract/Query.h"
 #include "tests/embedded/database/Sample.h"

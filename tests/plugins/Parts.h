@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "embedded/palette/Plugin.h"
+#include "embedded/sources/Plugin.h"
 #include "host/com/Bstr.h"
 #include "host/com/Variant.h"
 #include "host/palette/ICategorizeProperties.h"

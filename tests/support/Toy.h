@@ -7,7 +7,7 @@
 #include <map>
 #include <string>
 
-#include "embedded/automation/HostIds.h"
+#include "host/automation/IdValues.h"
 #include "host/com/IDispatch.h"
 #include "tests/support/AllocationSpy.h"
 #include "tests/support/ToyHost.h"

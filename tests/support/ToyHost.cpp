@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "embedded/automation/HostIds.h"
+#include "host/automation/IdValues.h"
 #include "host/com/ComError.h"
 #include "host/com/IPerPropertyBrowsing.h"
 #include "host/com/TypeInfo.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "embedded/dxf/Error.h"
+#include "dxf/Error.h"
 #include "tests/tool/Drawings.h"
 
 using namespace velt::tests;

@@ -4,7 +4,7 @@
 #include <system_error>
 
 #include "embedded/database/Drawing.h"
-#include "embedded/dxf/GalleryDrawing.h"
+#include "samples/Gallery.h"
 #include "tests/tool/Drawings.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "embedded/dxf/Generator.h"
+#include "samples/Builder.h"
 #include "tests/tool/Drawings.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"

@@ -3,11 +3,11 @@
 #include <string>
 #include <variant>
 
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/classes/General.h"
-#include "embedded/automation/classes/SingleLineText.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/entities/General.h"
+#include "embedded/automation/texts/SingleLineText.h"
 
 namespace velt::automation {
 namespace {

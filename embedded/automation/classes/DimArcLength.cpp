@@ -1,12 +1,12 @@
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/DimensionPicture.h"
-#include "embedded/automation/DimensionStyle.h"
-#include "embedded/automation/DimensionTypes.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/classes/DimensionGeometry.h"
-#include "embedded/automation/classes/DimensionRows.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/dimensions/DimensionPicture.h"
+#include "embedded/automation/dimensions/DimensionStyle.h"
+#include "embedded/automation/dimensions/DimensionTypes.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/dimensions/DimensionGeometry.h"
+#include "embedded/automation/dimensions/DimensionRows.h"
+#include "embedded/automation/entities/General.h"
 
 namespace velt::automation {
 namespace {

@@ -1,9 +1,9 @@
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/classes/DimensionGeometry.h"
-#include "embedded/automation/classes/DimensionRows.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/dimensions/DimensionGeometry.h"
+#include "embedded/automation/dimensions/DimensionRows.h"
+#include "embedded/automation/entities/General.h"
 
 namespace velt::automation {
 namespace {

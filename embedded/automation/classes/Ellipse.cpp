@@ -1,13 +1,13 @@
 #include <cmath>
 #include <numbers>
 
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/Editor.h"
-#include "embedded/automation/EntityGeometry.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/Refusal.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/automation/geometry/EllipticalArc.h"
 

@@ -1,10 +1,10 @@
 #include <cstdint>
 #include <string>
 
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/entities/General.h"
 #include "embedded/database/EnhancedBlocks.h"
 
 namespace velt::automation {

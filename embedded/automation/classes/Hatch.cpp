@@ -2,21 +2,21 @@
 #include <numbers>
 #include <string>
 
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/ColorObject.h"
-#include "embedded/automation/Editor.h"
-#include "embedded/automation/EntityGeometry.h"
-#include "embedded/automation/GradientNames.h"
-#include "embedded/automation/HatchBoundary.h"
-#include "embedded/automation/HatchPattern.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/Refusal.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/objects/ColorObject.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/model/GradientNames.h"
+#include "embedded/automation/hatches/HatchBoundary.h"
+#include "embedded/automation/hatches/HatchPattern.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/database/Colors.h"
 #include "embedded/database/NameFolding.h"
-#include "embedded/dxf/Numbers.h"
+#include "dxf/Numbers.h"
 
 namespace velt::automation {
 namespace {

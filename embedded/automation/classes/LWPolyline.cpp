@@ -1,12 +1,12 @@
 #include <cmath>
 #include <vector>
 
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/PolylineShape.h"
-#include "embedded/automation/VertexEditor.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/polylines/PolylineShape.h"
+#include "embedded/automation/polylines/VertexEditor.h"
+#include "embedded/automation/entities/General.h"
 
 namespace velt::automation {
 namespace {

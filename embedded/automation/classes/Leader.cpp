@@ -1,15 +1,15 @@
 #include <cstdint>
 #include <vector>
 
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/DimensionStyle.h"
-#include "embedded/automation/DimensionTypes.h"
-#include "embedded/automation/Editor.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/PointList.h"
-#include "embedded/automation/StyleProperties.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/dimensions/DimensionStyle.h"
+#include "embedded/automation/dimensions/DimensionTypes.h"
+#include "embedded/automation/model/Editor.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/model/PointList.h"
+#include "embedded/automation/dimensions/StyleProperties.h"
+#include "embedded/automation/entities/General.h"
 
 namespace velt::automation {
 namespace {

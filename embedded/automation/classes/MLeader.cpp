@@ -2,16 +2,16 @@
 #include <string>
 #include <vector>
 
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/ColorObject.h"
-#include "embedded/automation/DimensionStyle.h"
-#include "embedded/automation/DimensionTypes.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/MultileaderRecord.h"
-#include "embedded/automation/NamedObjects.h"
-#include "embedded/automation/PointList.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/objects/ColorObject.h"
+#include "embedded/automation/dimensions/DimensionStyle.h"
+#include "embedded/automation/dimensions/DimensionTypes.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/leaders/MultileaderRecord.h"
+#include "embedded/automation/model/NamedObjects.h"
+#include "embedded/automation/model/PointList.h"
+#include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
 
 namespace velt::automation {

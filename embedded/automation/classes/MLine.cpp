@@ -2,11 +2,11 @@
 #include <string>
 #include <vector>
 
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/PointList.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/model/PointList.h"
+#include "embedded/automation/entities/General.h"
 
 namespace velt::automation {
 namespace {

@@ -4,12 +4,12 @@
 #include <utility>
 #include <vector>
 
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/PointList.h"
-#include "embedded/automation/classes/General.h"
-#include "embedded/dxf/Numbers.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/model/PointList.h"
+#include "embedded/automation/entities/General.h"
+#include "dxf/Numbers.h"
 
 namespace velt::automation {
 namespace {

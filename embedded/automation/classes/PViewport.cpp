@@ -2,14 +2,14 @@
 #include <optional>
 #include <string>
 
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/Editor.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/Refusal.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/model/Editor.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/entities/General.h"
 #include "embedded/database/Entity.h"
-#include "embedded/dxf/Numbers.h"
+#include "dxf/Numbers.h"
 
 namespace velt::automation {
 namespace {

@@ -1,10 +1,10 @@
 #include <cstdint>
 
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/HeavyVertexEditor.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/polylines/HeavyVertexEditor.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/entities/General.h"
 
 namespace velt::automation {
 namespace {

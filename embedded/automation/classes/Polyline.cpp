@@ -2,13 +2,13 @@
 #include <cstdint>
 #include <vector>
 
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/EntityGeometry.h"
-#include "embedded/automation/HeavyVertexEditor.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/Refusal.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/polylines/HeavyVertexEditor.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/BulgePath.h"
 
 namespace velt::automation {

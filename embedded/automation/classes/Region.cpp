@@ -1,8 +1,8 @@
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/ModelGeometry.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/solids/ModelGeometry.h"
+#include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/ModelOutline.h"
 
 namespace velt::automation {

@@ -3,12 +3,12 @@
 #include <string>
 #include <vector>
 
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/EntityGeometry.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/NamedObjects.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/model/NamedObjects.h"
+#include "embedded/automation/entities/General.h"
 
 namespace velt::automation {
 namespace {

@@ -1,10 +1,10 @@
-#include "embedded/automation/Access.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/DimensionStyle.h"
-#include "embedded/automation/EntityGeometry.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/StyleProperties.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/dimensions/DimensionStyle.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/dimensions/StyleProperties.h"
+#include "embedded/automation/entities/General.h"
 
 namespace velt::automation {
 namespace {

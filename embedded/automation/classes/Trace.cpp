@@ -1,7 +1,7 @@
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/classes/FilledArea.h"
-#include "embedded/automation/classes/General.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/areas/FilledArea.h"
+#include "embedded/automation/entities/General.h"
 
 namespace velt::automation {
 namespace {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "embedded/dxf/Numbers.h"
+#include "dxf/Numbers.h"
 
 namespace velt::automation {
 namespace {

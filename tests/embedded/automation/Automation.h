@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "embedded/automation/AutomationObject.h"
+#include "embedded/automation/model/AutomationObject.h"
 #include "embedded/com/InterfaceHolder.h"
 #include "embedded/com/StringHolder.h"
 #include "embedded/com/VariantHolder.h"

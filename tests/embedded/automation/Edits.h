@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "embedded/automation/Refusal.h"
-#include "embedded/automation/Subject.h"
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/model/Subject.h"
 #include "tests/embedded/automation/Toys.h"
 
 namespace velt::automation::test {

@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "embedded/automation/Access.h"
-#include "embedded/automation/AutomationObject.h"
-#include "embedded/automation/ColorObject.h"
-#include "embedded/automation/HostIds.h"
-#include "embedded/automation/Refusal.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/AutomationObject.h"
+#include "embedded/automation/objects/ColorObject.h"
+#include "host/automation/IdValues.h"
+#include "embedded/automation/model/Refusal.h"
 #include "tests/embedded/automation/Automation.h"
 
 namespace velt::automation::test {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "embedded/automation/HostIds.h"
+#include "host/automation/IdValues.h"
 #include "embedded/database/ObjectClass.h"
 #include "host/database/OpenObject.h"
 #include "tests/embedded/database/Sample.h"

@@ -6,7 +6,7 @@
 #include <set>
 #include <string>
 
-#include "embedded/palette/Categories.h"
+#include "embedded/platform/Categories.h"
 #include "embedded/platform/Messages.h"
 
 namespace velt::platform {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "embedded/dxf/ModelLine.h"
+#include "dxf/ModelLine.h"
 #include "tests/embedded/automation/Automation.h"
 
 namespace velt::automation {

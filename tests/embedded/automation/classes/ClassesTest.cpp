@@ -7,8 +7,8 @@
 #include <set>
 #include <string>
 
-#include "embedded/automation/ClassIndex.h"
-#include "embedded/automation/ClassList.h"
+#include "embedded/automation/model/ClassIndex.h"
+#include "embedded/automation/classes/ClassList.h"
 #include "tests/embedded/automation/Automation.h"
 #include "tests/support/Golden.h"
 

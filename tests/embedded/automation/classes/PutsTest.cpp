@@ -12,13 +12,13 @@
 #include <string>
 #include <vector>
 
-#include "embedded/automation/ClassIndex.h"
-#include "embedded/automation/ClassList.h"
-#include "embedded/automation/ColorObject.h"
+#include "embedded/automation/model/ClassIndex.h"
+#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/objects/ColorObject.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/database/RecordEditor.h"
-#include "embedded/dxf/GalleryDrawing.h"
-#include "embedded/dxf/SampleDrawing.h"
+#include "samples/Gallery.h"
+#include "samples/FloorPlan.h"
 #include "tests/embedded/automation/Edits.h"
 
 namespace velt::automation {

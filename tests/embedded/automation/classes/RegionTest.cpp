@@ -5,8 +5,8 @@
 #include <numbers>
 #include <stdexcept>
 
-#include "embedded/dxf/GalleryDrawing.h"
-#include "embedded/dxf/ModelLine.h"
+#include "samples/Gallery.h"
+#include "dxf/ModelLine.h"
 #include "tests/embedded/automation/Automation.h"
 #include "tests/embedded/automation/geometry/RegionText.h"
 

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "embedded/automation/geometry/Vector.h"
-#include "embedded/dxf/Numbers.h"
+#include "dxf/Numbers.h"
 
 namespace velt::automation::test {
 

@@ -1,0 +1,322 @@
+#include "dxf/Document.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <ostream>
+#include <stdexcept>
+#include <system_error>
+#include <utility>
+
+namespace velt::dxf {
+namespace {
+
+/// Holds an open file.
+class File {
+ public:
+  explicit File(int descriptor) : descriptor_(descriptor) {}
+  ~File() {
+    if (descriptor_ >= 0) close(descriptor_);
+  }
+  File(const File&) = delete;
+  File& operator=(const File&) = delete;
+  [[nodiscard]] int get() const { return descriptor_; }
+
+ private:
+  int descriptor_;
+};
+
+[[noreturn]] void failToRead(const std::string& name, int error) {
+  throw Error(name, 0, "cannot be read: " + std::generic_category().message(error));
+}
+
+std::string readFile(const std::filesystem::path& path, const std::string& name) {
+  const File file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  struct stat status {};
+  if (file.get() < 0 || fstat(file.get(), &status) != 0) failToRead(name, errno);
+  if (S_ISDIR(status.st_mode)) failToRead(name, EISDIR);
+  // A device may go on for ever.
+  if (!S_ISREG(status.st_mode) && !S_ISFIFO(status.st_mode))
+    throw Error(name, 0, "cannot be read: it is no file");
+  const auto statedSize = static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0));
+  if (statedSize > maximumDrawingSize) throw Error(name, 0, "the drawing is larger than 4 GiB");
+
+  // The size is a hint: a pipe has none, and a file may grow while it is read.
+  constexpr std::size_t step = std::size_t{1} << 16;
+  std::string bytes;
+  bytes.resize(statedSize + 1);
+  std::size_t length = 0;
+  while (true) {
+    if (length == bytes.size()) bytes.resize(bytes.size() + std::max(step, bytes.size() / 2));
+    const ssize_t got = read(file.get(), bytes.data() + length, bytes.size() - length);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) failToRead(name, errno);
+    if (got == 0) break;
+    length += static_cast<std::size_t>(got);
+    if (length > maximumDrawingSize) throw Error(name, 0, "the drawing is larger than 4 GiB");
+  }
+  bytes.resize(length);
+  return bytes;
+}
+
+void requireOneLine(std::string_view value) {
+  if (value.find_first_of("\r\n") != std::string_view::npos) {
+    throw std::invalid_argument("a value of a drawing cannot hold a line end");
+  }
+}
+
+}  // namespace
+
+Document Document::open(const std::filesystem::path& file, const Progress& progress) {
+  std::string name = file.string();
+  std::string bytes = readFile(file, name);
+  return parse(std::move(bytes), std::move(name), progress);
+}
+
+Document Document::parse(std::string bytes, std::string displayName, const Progress& progress) {
+  return {std::move(bytes), std::move(displayName), progress};
+}
+
+Document::Document(std::string bytes, std::string displayName, const Progress& progress)
+    : name_(std::move(displayName)), bytes_(std::move(bytes)), list_(readTags(bytes_, name_, progress)) {
+  records_ = groupRecords(bytes_, list_.tags);
+  const bool isDrawing = std::any_of(records_.begin(), records_.end(), [this](const Record& record) {
+    const auto recordType = type(static_cast<std::uint32_t>(&record - records_.data()));
+    return recordType == "SECTION" || recordType == "EOF";
+  });
+  if (!isDrawing) throw Error(name_, 0, "not a DXF drawing: it holds no section");
+  requireLastSectionClosed();
+  learnStyle();
+  encoding_ = bytes_.starts_with("\xEF\xBB\xBF")
+                  ? Encoding::utf8()
+                  : Encoding::ofDrawing(headerValue("$ACADVER", 1).value_or(std::string_view{}),
+                                        headerValue("$DWGCODEPAGE", 3).value_or(std::string_view{}));
+}
+
+/// Old writers leave out EOF, but none leaves a section open: the rest of such a file is missing, and its last value may
+/// be cut short.
+void Document::requireLastSectionClosed() const {
+  const auto last = static_cast<std::uint32_t>(records_.size() - 1);
+  const std::string_view lastType = trimmed(type(last));
+  if (lastType == "EOF" || lastType == "ENDSEC" || records_[last].section == Section::Outside) return;
+  const auto lines = std::count(bytes_.begin(), bytes_.end(), '\n') + (bytes_.ends_with('\n') ? 0 : 1);
+  throw Error(name_, static_cast<std::uint64_t>(lines), "truncated: the drawing ends inside a section");
+}
+
+void Document::learnStyle() {
+  const Tag& first = list_.tags.front();
+  const std::string_view codeLine = slice(first.begin(), first.offset);
+  lineEnd_ = codeLine.ends_with("\r\n") ? "\r\n" : "\n";
+  padsCodes_ = codeLine.starts_with(' ') || codeLine.size() > lineEnd_.size() + 2;
+}
+
+PairRange Document::membersOf(std::uint32_t head) const {
+  const std::size_t first = std::size_t{head} + 1;
+  std::size_t last = first;
+  while (last < records_.size() && (records_[last].container == head || records_[last].sequenceHead == head))
+    ++last;
+  return {first, last - first};
+}
+
+RecordView Document::view(std::uint32_t record) const noexcept {
+  const Record& it = records_[record];
+  if (it.edit != none) return {bytes_.data(), list_.tags.data(), *edits_[it.edit]};
+  return {bytes_.data(), std::span(list_.tags).subspan(it.firstTag, it.tagCount)};
+}
+
+std::optional<std::uint32_t> Document::headerRecord() const {
+  for (std::uint32_t record = 0; record < records_.size(); ++record) {
+    if (records_[record].section == Section::Header && type(record) == "SECTION") return record;
+  }
+  return std::nullopt;
+}
+
+std::optional<HeaderVariable> Document::headerVariable(std::string_view name) const {
+  const auto record = headerRecord();
+  if (!record) return std::nullopt;
+  const RecordView header = view(*record);
+  std::size_t index = 0;
+  while (index < header.size() && !(header.code(index) == 9 && trimmed(header.value(index)) == name))
+    ++index;
+  if (index == header.size()) return std::nullopt;
+  const std::size_t first = ++index;
+  while (index < header.size() && header.code(index) != 9)
+    ++index;
+  return HeaderVariable{*record, {first, index - first}};
+}
+
+std::optional<std::string_view> Document::headerValue(std::string_view name, int code) const {
+  const auto variable = headerVariable(name);
+  if (!variable) return std::nullopt;
+  const RecordView header = view(variable->record);
+  const std::size_t last = variable->pairs.first + variable->pairs.count;
+  for (std::size_t index = variable->pairs.first; index < last; ++index) {
+    if (header.code(index) == code) return header.value(index);
+  }
+  return std::nullopt;
+}
+
+std::vector<std::string_view> Document::headerNames() const {
+  std::vector<std::string_view> names;
+  if (const auto record = headerRecord()) {
+    const RecordView header = view(*record);
+    for (std::size_t index = 0; index < header.size(); ++index) {
+      if (header.code(index) == 9) names.push_back(trimmed(header.value(index)));
+    }
+  }
+  return names;
+}
+
+std::uint32_t Document::tagEnd(std::uint32_t tag) const noexcept {
+  const std::size_t next = std::size_t{tag} + 1;
+  return next < list_.tags.size() ? list_.tags[next].begin() : list_.end;
+}
+
+std::string_view Document::slice(std::uint32_t begin, std::uint32_t end) const noexcept {
+  return std::string_view(bytes_).substr(begin, end - begin);
+}
+
+Document::Pairs& Document::pairsForEdit(std::uint32_t record) {
+  Record& it = records_[record];
+  if (it.edit == none) {
+    auto pairs = std::make_unique<Pairs>(it.tagCount);
+    for (std::uint32_t i = 0; i < it.tagCount; ++i) {
+      (*pairs)[i].code = list_.tags[it.firstTag + i].code;
+      (*pairs)[i].origin = it.firstTag + i;
+    }
+    if (freeEdits_.empty()) {
+      // Taking an edit back must not need memory.
+      freeEdits_.reserve(edits_.size() + 1);
+      edits_.push_back(std::move(pairs));
+      it.edit = static_cast<std::uint32_t>(edits_.size() - 1);
+    } else {
+      it.edit = freeEdits_.back();
+      freeEdits_.pop_back();
+      edits_[it.edit] = std::move(pairs);
+    }
+  }
+  return *edits_[it.edit];
+}
+
+void Document::requirePair(std::uint32_t record, std::size_t pair) const {
+  if (record >= records_.size() || pair >= view(record).size()) {
+    throw std::invalid_argument("the drawing has no such pair");
+  }
+  if (view(record).code(pair) == 0) throw std::invalid_argument("the type of a record cannot be edited");
+}
+
+void Document::replace(std::uint32_t record, std::size_t pair, std::string_view value) {
+  requirePair(record, pair);
+  requireOneLine(value);
+  std::string owned(value);
+  EditedPair& edited = pairsForEdit(record)[pair];
+  edited.value = std::move(owned);
+  edited.ownsValue = true;
+}
+
+void Document::insert(std::uint32_t record, std::size_t pair, int code, std::string_view value) {
+  if (record >= records_.size() || pair == 0 || pair > view(record).size()) {
+    throw std::invalid_argument("the drawing has no such place for a pair");
+  }
+  constexpr int highestCode = 1071;
+  if (code == 0 || code < -5 || code > highestCode)
+    throw std::invalid_argument("no group code for a pair of a record");
+  requireOneLine(value);
+  EditedPair inserted{code, none, true, std::string(value)};
+  Pairs& pairs = pairsForEdit(record);
+  pairs.insert(pairs.begin() + static_cast<std::ptrdiff_t>(pair), std::move(inserted));
+}
+
+void Document::erase(std::uint32_t record, std::size_t pair) {
+  requirePair(record, pair);
+  Pairs& pairs = pairsForEdit(record);
+  pairs.erase(pairs.begin() + static_cast<std::ptrdiff_t>(pair));
+}
+
+std::optional<std::size_t> Document::set(std::uint32_t record, int code, std::string_view subclass,
+                                         std::string_view value, std::span<const int> after) {
+  const RecordView before = view(record);
+  if (const auto pair = before.find(code, subclass)) {
+    replace(record, *pair, value);
+    return pair;
+  }
+  const auto place = before.insertionPoint(subclass, after);
+  if (place) insert(record, *place, code, value);
+  return place;
+}
+
+void Document::revert(std::uint32_t record) {
+  std::uint32_t& edit = records_[record].edit;
+  if (edit == none) return;
+  freeEdits_.push_back(edit);
+  edits_[edit].reset();
+  edit = none;
+}
+
+Document::Backup Document::backup(std::uint32_t record) const {
+  const std::uint32_t edit = records_[record].edit;
+  return {record, edit == none ? nullptr : std::make_unique<Pairs>(*edits_[edit])};
+}
+
+void Document::restore(Backup backup) {
+  if (backup.pairs_ == nullptr) {
+    revert(backup.record_);
+  } else {
+    pairsForEdit(backup.record_) = std::move(*backup.pairs_);
+  }
+}
+
+template <class Sink>
+void Document::writePairs(const Pairs& pairs, Sink&& sink) const {
+  constexpr std::size_t codeWidth = 3;
+  // Only the last pair of a file may lack a line end; with a pair behind it, it needs one.
+  bool endsLine = true;
+  for (const EditedPair& pair : pairs) {
+    if (!endsLine) sink(lineEnd_);
+    if (pair.origin == none) {
+      const std::string code = std::to_string(pair.code);
+      if (padsCodes_ && code.size() < codeWidth) sink(std::string_view("   ").substr(code.size()));
+      sink(code);
+      sink(lineEnd_);
+      sink(pair.value);
+      sink(lineEnd_);
+      endsLine = true;
+      continue;
+    }
+    const Tag& tag = list_.tags[pair.origin];
+    const std::string_view behindValue = slice(tag.valueEnd(), tagEnd(pair.origin));
+    sink(slice(tag.begin(), tag.offset));
+    sink(pair.ownsValue ? std::string_view(pair.value) : slice(tag.offset, tag.valueEnd()));
+    sink(behindValue);
+    endsLine = behindValue.ends_with('\n');
+  }
+}
+
+template <class Sink>
+void Document::writeTo(Sink&& sink) const {
+  std::uint32_t copied = 0;
+  for (const Record& record : records_) {
+    if (record.edit == none) continue;
+    const std::uint32_t untouched = list_.tags[record.firstTag].begin();
+    sink(slice(copied, untouched));
+    writePairs(*edits_[record.edit], sink);
+    copied = tagEnd(record.firstTag + record.tagCount - 1);
+  }
+  sink(std::string_view(bytes_).substr(copied));
+}
+
+std::string Document::bytes() const {
+  std::string written;
+  written.reserve(bytes_.size());
+  writeTo([&](std::string_view part) { written += part; });
+  return written;
+}
+
+void Document::write(std::ostream& out) const {
+  writeTo([&](std::string_view part) { out.write(part.data(), static_cast<std::streamsize>(part.size())); });
+}
+
+}  // namespace velt::dxf

@@ -1,0 +1,63 @@
+#include "dxf/Numbers.h"
+
+#include <array>
+#include <cmath>
+#include <stdexcept>
+
+namespace velt::dxf {
+
+std::string formatReal(double value) {
+  if (!std::isfinite(value)) throw std::invalid_argument("a drawing cannot hold a number that is not finite");
+  // Plain digits where people write them so; an exponent only where the zeros would outnumber the digits.
+  const double size = std::abs(value);
+  const bool plain = std::fpclassify(value) == FP_ZERO || (size >= 1e-5 && size < 1e16);
+  std::array<char, 32> buffer{};
+  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                          plain ? std::chars_format::fixed : std::chars_format::scientific);
+  if (error != std::errc{}) throw std::logic_error("a double needs more room than expected");
+  std::string text(buffer.data(), end);
+  if (text.find_first_of(".e") == std::string::npos) text += ".0";
+  return text;
+}
+
+std::optional<double> parseReal(std::string_view text) {
+  text = trimmed(text);
+  if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+  double value = 0.0;
+  const char* const last = text.data() + text.size();
+  const auto [end, error] = std::from_chars(text.data(), last, value);
+  if (end != last || text.empty()) return std::nullopt;
+  if (error == std::errc::result_out_of_range) {
+    const bool tooSmall =
+        text.find("e-") != std::string_view::npos || text.find("E-") != std::string_view::npos;
+    return tooSmall ? std::optional(0.0) : std::nullopt;
+  }
+  if (error != std::errc{} || !std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
+std::optional<std::uint64_t> parseHandle(std::string_view text) {
+  text = trimmed(text);
+  std::uint64_t value = 0;
+  const char* const last = text.data() + text.size();
+  const auto [end, error] = std::from_chars(text.data(), last, value, 16);
+  if (error != std::errc{} || end != last) return std::nullopt;
+  return value;
+}
+
+std::string formatHandle(std::uint64_t handle) {
+  std::array<char, 16> buffer{};
+  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), handle, 16);
+  if (error != std::errc{}) throw std::logic_error("a handle needs more than sixteen digits");
+  std::string text(buffer.data(), end);
+  for (char& digit : text) {
+    if (digit >= 'a') digit = static_cast<char>(digit - 'a' + 'A');
+  }
+  return text;
+}
+
+std::string formatInteger(std::int64_t value) {
+  return std::to_string(value);
+}
+
+}  // namespace velt::dxf

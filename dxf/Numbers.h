@@ -1,0 +1,42 @@
+// Numbers as drawings write them: independent of the locale, and exact both ways.
+#pragma once
+
+#include <charconv>
+#include <concepts>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "dxf/Tag.h"
+
+namespace velt::dxf {
+
+/// The shortest digits that read back as the same double, always with a decimal point or an exponent, because readers
+/// tell reals from integers by it. Throws std::invalid_argument for infinities and NaN: no drawing can hold them.
+[[nodiscard]] std::string formatReal(double value);
+
+/// Reads what any writer may have written: blanks around it, a plus sign, "1.", ".5", "1e5". Nothing for text that is
+/// not wholly a finite number. A number too small for a double reads as zero.
+[[nodiscard]] std::optional<double> parseReal(std::string_view text);
+
+/// Hexadecimal, up to 64 bits, upper or lower case. Nothing for an empty or longer text.
+[[nodiscard]] std::optional<std::uint64_t> parseHandle(std::string_view text);
+
+/// Upper case without leading zeros, as drawings write handles.
+[[nodiscard]] std::string formatHandle(std::uint64_t handle);
+
+[[nodiscard]] std::string formatInteger(std::int64_t value);
+
+/// Nothing for text that is not wholly an integer, or one that the type cannot hold.
+template <std::integral Integer>
+[[nodiscard]] std::optional<Integer> parseInteger(std::string_view text) {
+  text = trimmed(text);
+  if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+  Integer value{};
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
+  return value;
+}
+
+}  // namespace velt::dxf

@@ -1,0 +1,12 @@
+// What flat filled areas of three or four corners have in common.
+#pragma once
+
+#include <span>
+
+#include "embedded/automation/model/PropertyTable.h"
+
+namespace velt::automation {
+
+extern const std::span<const PropertyRow> filledAreaRows;
+
+}  // namespace velt::automation

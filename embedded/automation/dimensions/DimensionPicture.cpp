@@ -1,0 +1,212 @@
+#include "embedded/automation/dimensions/DimensionPicture.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/dimensions/PictureParts.h"
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/dimensions/StyleProperties.h"
+#include "embedded/database/Colors.h"
+
+namespace velt::automation {
+namespace {
+
+constexpr const wchar_t* wouldStay =
+    L"The drawing stores how the dimension looks, which would stay what it is.";
+
+/// Kept for the dimension that was asked last, since a palette asks one entity for all its rows.
+bool isDrawn(const Subject& dimension) {
+  struct Last {
+    VkDbObjectId id{};
+    std::uint64_t revision = 0;
+    bool hasPicture = false;
+  };
+  static thread_local Last last;
+  const std::uint64_t revision = dimension.drawing().revision();
+  if (last.id != dimension.id() || last.revision != revision) {
+    last = {};
+    last.hasPicture = hasPicture(dimension);
+    last.revision = revision;
+    last.id = dimension.id();
+  }
+  return last.hasPicture;
+}
+
+const wchar_t* drawnIf(bool isDrawn) {
+  return isDrawn ? wouldStay : nullptr;
+}
+
+/// The own text of a dimension may ask for them, too.
+bool showsAlternateUnits(const Subject& dimension) {
+  return DimensionStyle(dimension).integer(170, 0) != 0
+         || dimension.lens().text(1, "AcDbDimension").find(L"[]") != std::wstring::npos;
+}
+
+bool showsTolerances(const Subject& dimension) {
+  const DimensionStyle style(dimension);
+  return style.integer(71, 0) != 0 || style.integer(72, 0) != 0;
+}
+
+bool hasFractions(std::int64_t lengthFormat) {
+  constexpr std::int64_t architectural = 4;
+  constexpr std::int64_t fractional = 5;
+  constexpr std::int64_t architecturalStacked = 7;
+  constexpr std::int64_t fractionalStacked = 8;
+  return lengthFormat == architectural || lengthFormat == fractional || lengthFormat == architecturalStacked
+         || lengthFormat == fractionalStacked;
+}
+
+bool showsFractions(const Subject& dimension) {
+  if (hasFractions(getUnitsFormat(dimension))) return true;
+  return showsAlternateUnits(dimension) && hasFractions(DimensionStyle(dimension).integer(273, 2));
+}
+
+// --- followers ---
+
+constexpr const char* common = "AcDbEntity";
+constexpr std::int64_t lineweightByLayer = -1;
+
+VkCmColor colorOfIndex(std::int32_t index) {
+  constexpr std::int32_t byLayer = 256;
+  VkCmColor color;
+  color.setColor(index == 0         ? database::colorByBlock
+                 : index == byLayer ? database::colorByLayer
+                                    : database::colorOfIndex(static_cast<std::uint32_t>(index)));
+  return color;
+}
+
+void paint(const Subject& dimension, const std::vector<std::uint32_t>& records, const Value& index) {
+  const VkCmColor color = colorOfIndex(valueAs<std::int32_t>(index));
+  for (const std::uint32_t record : records) {
+    if (!database::setEntityColor(dimension.drawing(), record, color)) {
+      throw Refusal(E_FAIL, L"The stored picture lacks the part of its data that the colour belongs in.");
+    }
+  }
+}
+
+void weigh(const Subject& dimension, const std::vector<std::uint32_t>& records, const Value& weight) {
+  for (const std::uint32_t record : records)
+    Editor(dimension.drawing(), record)
+        .integer(370, common, valueAs<std::int32_t>(weight), lineweightByLayer);
+}
+
+bool isInEffect(const Subject& dimension, const PropertyRow& row, const Value& value) {
+  return valueAs<std::int32_t>(row.access.get(dimension, row)) == valueAs<std::int32_t>(value);
+}
+
+/// None where there is no picture.
+PictureLines linesToFollow(const Subject& dimension) {
+  return hasPicture(dimension) ? linesOfPicture(dimension) : PictureLines();
+}
+
+// Entities that do not look as the style says are not what they seem to be.
+
+bool haveColor(const Subject& dimension, const std::vector<std::uint32_t>& records, std::int64_t index) {
+  constexpr std::int64_t byLayer = 256;
+  return std::all_of(records.begin(), records.end(), [&](std::uint32_t record) {
+    return database::Lens(dimension.drawing(), record).integer(62, common, byLayer) == index;
+  });
+}
+
+bool haveWeight(const Subject& dimension, const std::vector<std::uint32_t>& records, std::int64_t weight) {
+  return std::all_of(records.begin(), records.end(), [&](std::uint32_t record) {
+    return database::Entity(dimension.drawing(), record).lineweight() == weight;
+  });
+}
+
+bool areAsTheStyleSays(const Subject& dimension, const PictureLines& lines) {
+  const DimensionStyle style(dimension);
+  const std::int64_t lineColor = style.integer(176, 0);
+  if (!haveColor(dimension, lines.dimensionLines, lineColor)
+      || !haveColor(dimension, lines.filledArrowheads, lineColor)
+      || !haveColor(dimension, lines.arrowheadBlocks, lineColor)
+      || !haveColor(dimension, lines.extensionLines, style.integer(177, 0))) {
+    return false;
+  }
+  if (!isOfFormat(dimension.drawing(), firstFormatOf(371))) return true;
+  constexpr std::int64_t byBlock = -2;
+  return haveWeight(dimension, lines.dimensionLines, style.integer(371, byBlock))
+         && haveWeight(dimension, lines.arrowheadBlocks, style.integer(371, byBlock))
+         && haveWeight(dimension, lines.extensionLines, style.integer(372, byBlock));
+}
+
+const wchar_t* whyNotLines(const Subject& dimension) {
+  const PictureLines lines = linesOfPicture(dimension);
+  if (lines.whyNot != nullptr) return lines.whyNot;
+  return areAsTheStyleSays(dimension, lines) ? nullptr
+                                             : L"The stored picture does not look as the style says.";
+}
+
+}  // namespace
+
+const wchar_t* drawnInPicture(const Subject& dimension, const PropertyRow&) {
+  return drawnIf(isDrawn(dimension));
+}
+
+const wchar_t* drawnWithAlternateUnits(const Subject& dimension, const PropertyRow&) {
+  return drawnIf(isDrawn(dimension) && showsAlternateUnits(dimension));
+}
+
+const wchar_t* drawnWithTolerances(const Subject& dimension, const PropertyRow&) {
+  return drawnIf(isDrawn(dimension) && showsTolerances(dimension));
+}
+
+const wchar_t* drawnWithFixedLength(const Subject& dimension, const PropertyRow&) {
+  return drawnIf(isDrawn(dimension) && DimensionStyle(dimension).integer(290, 0) != 0);
+}
+
+const wchar_t* drawnWithFractions(const Subject& dimension, const PropertyRow&) {
+  return drawnIf(isDrawn(dimension) && showsFractions(dimension));
+}
+
+const wchar_t* drawnWithSmallText(const Subject& dimension, const PropertyRow&) {
+  return drawnIf(isDrawn(dimension) && (showsTolerances(dimension) || showsFractions(dimension)));
+}
+
+const wchar_t* drawnWithUnknownText(const Subject& dimension, const PropertyRow&) {
+  return isDrawn(dimension) ? textsOfPicture(dimension).whyNot : nullptr;
+}
+
+const wchar_t* drawnWithUnknownLines(const Subject& dimension, const PropertyRow&) {
+  return isDrawn(dimension) ? whyNotLines(dimension) : nullptr;
+}
+
+void putTextColor(const Subject& dimension, const PropertyRow& row, const Value& value) {
+  if (isInEffect(dimension, row, value)) return;
+  access::putStyleColor(dimension, row, value);
+  if (hasPicture(dimension)) paint(dimension, textsOfPicture(dimension).records, value);
+}
+
+void putDimensionLineColor(const Subject& dimension, const PropertyRow& row, const Value& value) {
+  if (isInEffect(dimension, row, value)) return;
+  const PictureLines lines = linesToFollow(dimension);
+  access::putStyleColor(dimension, row, value);
+  paint(dimension, lines.dimensionLines, value);
+  paint(dimension, lines.filledArrowheads, value);
+  paint(dimension, lines.arrowheadBlocks, value);
+}
+
+void putDimensionLineWeight(const Subject& dimension, const PropertyRow& row, const Value& value) {
+  if (isInEffect(dimension, row, value)) return;
+  // Filled arrowheads have no lines.
+  const PictureLines lines = linesToFollow(dimension);
+  access::putStyleMember(dimension, row, value);
+  weigh(dimension, lines.dimensionLines, value);
+  weigh(dimension, lines.arrowheadBlocks, value);
+}
+
+void putExtensionLineColor(const Subject& dimension, const PropertyRow& row, const Value& value) {
+  if (isInEffect(dimension, row, value)) return;
+  access::putStyleColor(dimension, row, value);
+  paint(dimension, linesToFollow(dimension).extensionLines, value);
+}
+
+void putExtensionLineWeight(const Subject& dimension, const PropertyRow& row, const Value& value) {
+  if (isInEffect(dimension, row, value)) return;
+  access::putStyleMember(dimension, row, value);
+  weigh(dimension, linesToFollow(dimension).extensionLines, value);
+}
+
+}  // namespace velt::automation

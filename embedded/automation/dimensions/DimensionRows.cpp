@@ -1,0 +1,185 @@
+#include "embedded/automation/dimensions/DimensionRows.h"
+
+#include <string>
+
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/dimensions/DimensionPicture.h"
+#include "embedded/automation/dimensions/DimensionStyle.h"
+#include "embedded/automation/dimensions/DimensionTypes.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/Followers.h"
+#include "embedded/automation/dimensions/StyleProperties.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+void putTextOverride(const Subject& subject, const std::wstring& wording) {
+  constexpr int code = 1;
+  constexpr const char* dimension = "AcDbDimension";
+  requireLine(wording);
+  if (subject.lens().text(code, dimension) == wording) return;
+  requireOwnWording(subject);
+  Editor(subject).text(code, dimension, wording);
+}
+
+// The ids are those by which palettes order the rows of dimensions; the weights repeat that order.
+// Behind them why some are read-only.
+#define READ_ONLY_WHERE(shown) \
+  L" Read-only where the drawing stores how the dimension looks" shown L", which would stay what it is."
+#define DRAWN READ_ONLY_WHERE(L"")
+#define ALTERNATE READ_ONLY_WHERE(L" with alternate units")
+#define TOLERANCE READ_ONLY_WHERE(L" with tolerances")
+#define FIXED_LENGTH READ_ONLY_WHERE(L" with extension lines of fixed length")
+#define FRACTIONS READ_ONLY_WHERE(L" with fractions")
+#define UNKNOWN_TEXT READ_ONLY_WHERE(L" and its text cannot be told, or is shared")
+#define UNKNOWN_LINES READ_ONLY_WHERE(L" and its lines cannot be told apart, or are shared")
+#define SMALL_TEXT READ_ONLY_WHERE(L" with tolerances or fractions")
+
+// clang-format off
+constexpr PropertyRow dimensionTable[] = {
+  // id   name                               label                                 type                           category                  access                                                                                                    choices               weight help
+  { 1542, L"DimStyle",                       L"Dim style",                         VT_BSTR,                       Category::Misc,           computed<getDimStyle, putDimStyle>().unless(drawnInPicture),                                              Choices::DimStyles,   1001, L"Name of the dimension style." DRAWN},
+  { 26,   L"DimensionLineWeight",            L"Dim line lineweight",               types::lineweight,             Category::LinesAndArrows, followedBy(styleMember(371, -2), putDimensionLineWeight, drawnWithUnknownLines),                          Choices::Enumeration, 1010, L"Width of the dimension line on paper." UNKNOWN_LINES},
+  { 13,   L"DimensionLineColor",             L"Dim line color",                    types::color,                  Category::LinesAndArrows, followedBy(styleColor(176), putDimensionLineColor, drawnWithUnknownLines),                                Choices::Colors,      1011, L"Colour of the dimension line." UNKNOWN_LINES},
+  { 68,   L"DimensionLinetype",              L"Dim line linetype",                 types::linetypeName,           Category::LinesAndArrows, styleLinetype(345).unless(drawnInPicture),                                                                Choices::Linetypes,   1012, L"Line type of the dimension line." DRAWN},
+  { 1546, L"TextColor",                      L"Text color",                        types::color,                  Category::Text,           followedBy(styleColor(178), putTextColor, drawnWithUnknownText),                                          Choices::Colors,      1022, L"Colour of the text." UNKNOWN_TEXT},
+  { 1563, L"TextStyle",                      L"Text style",                        VT_BSTR,                       Category::Text,           computed<getDimensionTextStyle, putDimensionTextStyle>().from(firstFormatOf(340)).unless(drawnInPicture), Choices::TextStyles,  1023, L"Name of the text style." DRAWN},
+  { 1549, L"TextGap",                        L"Text offset",                       types::distance,               Category::Text,           computed<getTextGap, putTextGap>().notNegative().unless(drawnInPicture),                                  Choices::None,        1024, L"Room around the text." DRAWN},
+  { 33,   L"TextFill",                       L"Fill behind text",                  VT_BOOL,                       Category::Text,           styleFlag(69, false).unless(drawnInPicture),                                                              Choices::None,        1025, L"Whether a filled box hides what lies behind the text." DRAWN},
+  { 20,   L"TextHeight",                     L"Text height",                       types::distance,               Category::Text,           styleReal(140, 0.18).positive().unless(drawnInPicture),                                                   Choices::None,        1026, L"Height of the text, before the overall scale." DRAWN},
+  { 1554, L"VerticalTextPosition",           L"Text pos vert",                     types::verticalPosition,       Category::Text,           styleMember(77, 0).unless(drawnInPicture),                                                                Choices::Enumeration, 1027, L"Where the text stands against the dimension line." DRAWN},
+  { 30,   L"TextInsideAlign",                L"Text inside align",                 VT_BOOL,                       Category::Text,           styleFlag(73, true).unless(drawnInPicture),                                                               Choices::None,        1029, L"Whether a text between the extension lines stays horizontal." DRAWN},
+  { 1539, L"TextOutsideAlign",               L"Text outside align",                VT_BOOL,                       Category::Text,           styleFlag(74, true).unless(drawnInPicture),                                                               Choices::None,        1030, L"Whether a text outside of the extension lines stays horizontal." DRAWN},
+  { 1540, L"TextOverride",                   L"Text override",                     VT_BSTR,                       Category::Text,           writtenBy<putTextOverride>(storedText(1, "AcDbDimension")).unless(drawnInPicture),                        Choices::None,        1031, L"Shown in place of the measurement, which <> stands for; empty for the measurement alone." DRAWN},
+  { 67,   L"TextRotation",                   L"Text rotation",                     types::angle,                  Category::Text,           storedDirection(53, "AcDbDimension").unless(drawnInPicture),                                              Choices::None,        1032, L"Direction of the text; 0 for the direction that the style gives it." DRAWN},
+  { 64,   L"TextPosition",                   L"Text position",                     VT_VARIANT,                    Category::Text,           objectPoint(11, "AcDbDimension").readOnly(),                                                              Choices::None,        1033, L"Middle of the text. Read-only: where it can be chosen depends on the style."},
+  { 1541, L"ScaleFactor",                    L"Dim scale overall",                 types::noUnits,                Category::Fit,            styleReal(40, 1).notNegative().unless(drawnInPicture),                                                    Choices::None,        1034, L"Scale of all sizes of the dimension." DRAWN},
+  { 32,   L"Fit",                            L"Fit",                               types::fit,                    Category::Fit,            styleMember(289, 3).unless(drawnInPicture),                                                               Choices::Enumeration, 1035, L"What leaves first when the extension lines are too near." DRAWN},
+  { 29,   L"TextMovement",                   L"Text movement",                     types::textMovement,           Category::Fit,            styleMember(279, 0).unless(drawnInPicture),                                                               Choices::Enumeration, 1036, L"What follows a text that is moved." DRAWN},
+  { 1553, L"TextInside",                     L"Text inside",                       VT_BOOL,                       Category::Fit,            styleFlag(174, false).unless(drawnInPicture),                                                             Choices::None,        1037, L"Whether the text is forced between the extension lines." DRAWN},
+  { 18,   L"ForceLineInside",                L"Dim line forced",                   VT_BOOL,                       Category::Fit,            styleFlag(172, false).unless(drawnInPicture),                                                             Choices::None,        1038, L"Whether the dimension line is drawn between the extension lines also when the text is outside." DRAWN},
+  { 21,   L"TextPrefix",                     L"Dim prefix",                        VT_BSTR,                       Category::PrimaryUnits,   computed<getPrefix, putPrefix>().unless(drawnInPicture),                                                  Choices::None,        1045, L"Text in front of the measurement." DRAWN},
+  { 22,   L"TextSuffix",                     L"Dim suffix",                        VT_BSTR,                       Category::PrimaryUnits,   computed<getSuffix, putSuffix>().unless(drawnInPicture),                                                  Choices::None,        1046, L"Text behind the measurement." DRAWN},
+  { 1565, L"DecimalSeparator",               L"Decimal separator",                 VT_BSTR,                       Category::PrimaryUnits,   computed<getDecimalSeparator, putDecimalSeparator>().from(firstFormatOf(278)).unless(drawnInPicture),     Choices::None,        1047, L"What stands between the whole and the rest." DRAWN},
+  { 1560, L"ToleranceDisplay",               L"Tolerance display",                 types::tolerance,              Category::Tolerances,     computed<getTolerance, putTolerance>().unless(drawnInPicture),                                            Choices::Enumeration, 1068, L"How tolerances are shown." DRAWN},
+  { 1555, L"ToleranceLowerLimit",            L"Tolerance limit lower",             types::distance,               Category::Tolerances,     computed<getLowerLimit, putLowerLimit>().refusedWhere(drawnWithTolerances),                                     Choices::None,        1069, L"How much less than measured is allowed." TOLERANCE},
+  { 1569, L"ToleranceUpperLimit",            L"Tolerance limit upper",             types::distance,               Category::Tolerances,     computed<getUpperLimit, putUpperLimit>().refusedWhere(drawnWithTolerances),                                     Choices::None,        1070, L"How much more than measured is allowed." TOLERANCE},
+  { 1570, L"ToleranceJustification",         L"Tolerance pos vert",                types::toleranceJustification, Category::Tolerances,     styleMember(283, 1).refusedWhere(drawnWithTolerances),                                                          Choices::Enumeration, 1071, L"Where tolerances stand against the measurement." TOLERANCE},
+  { 58,   L"TolerancePrecision",             L"Tolerance precision",               types::precision,              Category::Tolerances,     styleMember(272, 4).refusedWhere(drawnWithTolerances),                                                          Choices::Enumeration, 1072, L"How many decimal places of tolerances are shown." TOLERANCE},
+  { 59,   L"ToleranceSuppressLeadingZeros",  L"Tolerance suppress leading zeros",  VT_BOOL,                       Category::Tolerances,     styleBit(284, 4).refusedWhere(drawnWithTolerances),                                                             Choices::None,        1073, L"Whether the zero in front of the separator is left out." TOLERANCE},
+  { 1556, L"ToleranceSuppressTrailingZeros", L"Tolerance suppress trailing zeros", VT_BOOL,                       Category::Tolerances,     styleBit(284, 8).refusedWhere(drawnWithTolerances),                                                             Choices::None,        1074, L"Whether zeros at the end are left out." TOLERANCE},
+  { 53,   L"ToleranceHeightScale",           L"Tolerance text height",             types::noUnits,                Category::Tolerances,     styleReal(146, 1).positive().refusedWhere(drawnWithSmallText),                                                  Choices::None,        1077, L"Height of tolerances, relative to the measurement." SMALL_TEXT},
+};
+
+constexpr PropertyRow arrowTable[] = {
+  // id name              label               type             category                  access                                                                 choices        weight help
+  { 61, L"ArrowheadSize", L"Arrow size",      types::distance, Category::LinesAndArrows, styleReal(41, 0.18).notNegative().unless(drawnInPicture),              Choices::None, 1004, L"Size of the arrowheads, before the overall scale." DRAWN},
+  { 31, L"DimLineInside", L"Dim line inside", VT_BOOL,         Category::Fit,            computed<getDimLineInside, putDimLineInside>().unless(drawnInPicture), Choices::None, 1039, L"Whether arrowheads that do not fit are drawn outside." DRAWN},
+};
+
+constexpr PropertyRow twoArrowTable[] = {
+  // id name                label             type              category                  access                                                                                                  choices               weight help
+  { 62, L"Arrowhead1Type",  L"Arrow 1",       types::arrowhead, Category::LinesAndArrows, computed<getArrowhead<1>, putArrowhead<1>>().from(firstFormatOf(343)).unless(drawnInPicture),           Choices::Enumeration, 1002, L"What stands at the first end of the dimension line." DRAWN},
+  { 63, L"Arrowhead2Type",  L"Arrow 2",       types::arrowhead, Category::LinesAndArrows, computed<getArrowhead<2>, putArrowhead<2>>().from(firstFormatOf(343)).unless(drawnInPicture),           Choices::Enumeration, 1003, L"What stands at the second end of the dimension line." DRAWN},
+  { 43, L"Arrowhead1Block", L"Arrow 1 block", VT_BSTR,          Category::LinesAndArrows, computed<getArrowheadBlock<1>, putArrowheadBlock<1>>().from(firstFormatOf(343)).unless(drawnInPicture), Choices::None,        1005, L"Block that is the first arrowhead; empty for the usual one." DRAWN},
+  { 44, L"Arrowhead2Block", L"Arrow 2 block", VT_BSTR,          Category::LinesAndArrows, computed<getArrowheadBlock<2>, putArrowheadBlock<2>>().from(firstFormatOf(343)).unless(drawnInPicture), Choices::None,        1006, L"Block that is the second arrowhead; empty for the usual one." DRAWN},
+};
+
+constexpr PropertyRow oneArrowTable[] = {
+  // id name      label     type              category                  access                                                                                        choices               weight help
+  { 62, L"Arrow", L"Arrow", types::arrowhead, Category::LinesAndArrows, computed<getArrowhead<2>, putArrowhead<2>>().from(firstFormatOf(343)).unless(drawnInPicture), Choices::Enumeration, 1002, L"What stands at the end of the dimension line." DRAWN},
+};
+
+constexpr PropertyRow dimensionLineTable[] = {
+  // id name                 label                   type     category                  access                                        choices        weight help
+  { 60, L"DimLine1Suppress", L"Suppress dim line 1", VT_BOOL, Category::LinesAndArrows, styleFlag(281, false).unless(drawnInPicture), Choices::None, 1007, L"Whether the first half of the dimension line is left out." DRAWN},
+  { 23, L"DimLine2Suppress", L"Suppress dim line 2", VT_BOOL, Category::LinesAndArrows, styleFlag(282, false).unless(drawnInPicture), Choices::None, 1008, L"Whether the second half of the dimension line is left out." DRAWN},
+};
+
+constexpr PropertyRow extensionLineTable[] = {
+  // id   name                        label                     type                       category                  access                                                                           choices               weight help
+  { 25,   L"DimensionLineExtend",     L"Dim line extension",    types::distance,           Category::LinesAndArrows, styleReal(46, 0).notNegative().unless(drawnInPicture),                           Choices::None,        1009, L"How far the dimension line runs on behind the extension lines, where ticks stand for arrowheads." DRAWN},
+  { 69,   L"ExtensionLineColor",      L"Ext line color",        types::color,              Category::LinesAndArrows, followedBy(styleColor(177), putExtensionLineColor, drawnWithUnknownLines),       Choices::Colors,      1013, L"Colour of the extension lines." UNKNOWN_LINES},
+  { 70,   L"ExtensionLineWeight",     L"Ext line lineweight",   types::lineweight,         Category::LinesAndArrows, followedBy(styleMember(372, -2), putExtensionLineWeight, drawnWithUnknownLines), Choices::Enumeration, 1014, L"Width of the extension lines on paper." UNKNOWN_LINES},
+  { 16,   L"ExtLine1Linetype",        L"Ext line 1 linetype",   types::linetypeName,       Category::LinesAndArrows, styleLinetype(346).unless(drawnInPicture),                                       Choices::Linetypes,   1015, L"Line type of the first extension line." DRAWN},
+  { 27,   L"ExtLine2Linetype",        L"Ext line 2 linetype",   types::linetypeName,       Category::LinesAndArrows, styleLinetype(347).unless(drawnInPicture),                                       Choices::Linetypes,   1016, L"Line type of the second extension line." DRAWN},
+  { 28,   L"ExtLine1Suppress",        L"Suppress ext line 1",   VT_BOOL,                   Category::LinesAndArrows, styleFlag(75, false).unless(drawnInPicture),                                     Choices::None,        1017, L"Whether the first extension line is left out." DRAWN},
+  { 14,   L"ExtLine2Suppress",        L"Suppress ext line 2",   VT_BOOL,                   Category::LinesAndArrows, styleFlag(76, false).unless(drawnInPicture),                                     Choices::None,        1018, L"Whether the second extension line is left out." DRAWN},
+  { 17,   L"ExtensionLineExtend",     L"Ext line extension",    types::distance,           Category::LinesAndArrows, styleReal(44, 0.18).notNegative().unless(drawnInPicture),                        Choices::None,        1019, L"How far the extension lines run on behind the dimension line." DRAWN},
+  { 35,   L"ExtensionLineOffset",     L"Ext line offset",       types::distance,           Category::LinesAndArrows, styleReal(42, 0.0625).notNegative().unless(drawnInPicture),                      Choices::None,        1020, L"How far from what is measured the extension lines begin." DRAWN},
+  { 19,   L"ExtLineFixedLen",         L"Ext line fixed length", types::distance,           Category::LinesAndArrows, styleReal(49, 1).positive().refusedWhere(drawnWithFixedLength),                        Choices::None,        1021, L"Length of the extension lines where it is fixed." FIXED_LENGTH},
+  { 1562, L"HorizontalTextPosition",  L"Text pos hor",          types::horizontalPosition, Category::Text,           styleMember(280, 0).unless(drawnInPicture),                                      Choices::Enumeration, 1028, L"Where the text stands along the dimension line." DRAWN},
+  { 1558, L"ExtLineFixedLenSuppress", L"Ext line fixed",        VT_BOOL,                   Category::LinesAndArrows, styleFlag(290, false).unless(drawnInPicture),                                    Choices::None,        1040, L"Whether the extension lines have a fixed length." DRAWN},
+};
+
+constexpr PropertyRow centerMarkTable[] = {
+  // id name               label                type               category                  access                                                                              choices               weight help
+  { 54, L"CenterType",     L"Center mark",      types::centerMark, Category::LinesAndArrows, computed<getCenterType, putCenterType>().unless(drawnInPicture),                    Choices::Enumeration, 1078, L"How the center is marked." DRAWN},
+  { 55, L"CenterMarkSize", L"Center mark size", types::distance,   Category::LinesAndArrows, computed<getCenterMarkSize, putCenterMarkSize>().positive().unless(drawnInPicture), Choices::None,        1079, L"Size of the center mark, before the overall scale." DRAWN},
+};
+
+constexpr PropertyRow lengthUnitTable[] = {
+  // id   name                            label                              type                   category                access                                                                                                                   choices               weight help
+  { 1548, L"UnitsFormat",                 L"Dim units",                      types::lengthFormat,   Category::PrimaryUnits, computed<getUnitsFormat, putUnitsFormat>().from(firstFormatOf(277)).unless(drawnInPicture),                              Choices::Enumeration, 1041, L"How the measurement is written." DRAWN},
+  { 1551, L"Precision",                   L"Precision",                      types::precision,      Category::PrimaryUnits, styleMember(271, 4).unless(drawnInPicture),                                                                              Choices::Enumeration, 1042, L"How many decimal places of the measurement are shown." DRAWN},
+  { 1552, L"RoundDistance",               L"Dim roundoff",                   types::distance,       Category::PrimaryUnits, styleReal(45, 0).notNegative().unless(drawnInPicture),                                                                   Choices::None,        1043, L"What the measurement is rounded to; 0 for nothing." DRAWN},
+  { 24,   L"LinearScaleFactor",           L"Dim scale linear",               types::noUnits,        Category::PrimaryUnits, computed<getLinearScale, putLinearScale>().positive().unless(drawnInPicture),                                            Choices::None,        1044, L"What the measurement is multiplied with before it is written." DRAWN},
+  { 1566, L"FractionFormat",              L"Fraction type",                  types::fractionFormat, Category::PrimaryUnits, styleMember(276, 0).refusedWhere(drawnWithFractions),                                                                          Choices::Enumeration, 1048, L"How fractions are written." FRACTIONS},
+  { 56,   L"SuppressLeadingZeros",        L"Suppress leading zeros",         VT_BOOL,               Category::PrimaryUnits, styleBit(78, 4).unless(drawnInPicture),                                                                                  Choices::None,        1049, L"Whether the zero in front of the separator is left out." DRAWN},
+  { 57,   L"SuppressTrailingZeros",       L"Suppress trailing zeros",        VT_BOOL,               Category::PrimaryUnits, styleBit(78, 8).unless(drawnInPicture),                                                                                  Choices::None,        1050, L"Whether zeros at the end are left out." DRAWN},
+  { 15,   L"SuppressZeroFeet",            L"Suppress zero feet",             VT_BOOL,               Category::PrimaryUnits, computed<getSuppressZeroFeet<78>, putSuppressZeroFeet<78>>().unless(drawnInPicture),                                     Choices::None,        1051, L"Whether no feet at all are left out." DRAWN},
+  { 3,    L"SuppressZeroInches",          L"Suppress zero inches",           VT_BOOL,               Category::PrimaryUnits, computed<getSuppressZeroInches<78>, putSuppressZeroInches<78>>().unless(drawnInPicture),                                 Choices::None,        1052, L"Whether no inches at all are left out." DRAWN},
+  { 7,    L"ToleranceSuppressZeroFeet",   L"Tolerance suppress zero feet",   VT_BOOL,               Category::Tolerances,   computed<getSuppressZeroFeet<284>, putSuppressZeroFeet<284>>().from(firstFormatOf(284)).refusedWhere(drawnWithTolerances),     Choices::None,        1075, L"Whether no feet at all are left out." TOLERANCE},
+  { 52,   L"ToleranceSuppressZeroInches", L"Tolerance suppress zero inches", VT_BOOL,               Category::Tolerances,   computed<getSuppressZeroInches<284>, putSuppressZeroInches<284>>().from(firstFormatOf(284)).refusedWhere(drawnWithTolerances), Choices::None,        1076, L"Whether no inches at all are left out." TOLERANCE},
+};
+
+constexpr PropertyRow angleUnitTable[] = {
+  // id name                      label                       type                category                access                                                                                            choices               weight help
+  { 9,  L"AngleFormat",           L"Angle format",            types::angleFormat, Category::PrimaryUnits, styleMember(275, 0).unless(drawnInPicture),                                                       Choices::Enumeration, 1053, L"How the measurement is written." DRAWN},
+  { 4,  L"AnglePrecision",        L"Angle precision",         types::precision,   Category::PrimaryUnits, computed<getAnglePrecision, putAnglePrecision>().from(firstFormatOf(179)).unless(drawnInPicture), Choices::Enumeration, 1054, L"How many decimal places of the measurement are shown." DRAWN},
+  { 56, L"SuppressLeadingZeros",  L"Suppress leading zeros",  VT_BOOL,            Category::PrimaryUnits, styleBit(79, 1).unless(drawnInPicture),                                                           Choices::None,        1049, L"Whether the zero in front of the separator is left out." DRAWN},
+  { 57, L"SuppressTrailingZeros", L"Suppress trailing zeros", VT_BOOL,            Category::PrimaryUnits, styleBit(79, 2).unless(drawnInPicture),                                                           Choices::None,        1050, L"Whether zeros at the end are left out." DRAWN},
+};
+
+constexpr PropertyRow alternateTable[] = {
+  // id   name                         label                           type                 category                  access                                                                                                                       choices               weight help
+  { 48,   L"AltUnits",                 L"Alt enabled",                 VT_BOOL,             Category::AlternateUnits, styleFlag(170, false).unless(drawnInPicture),                                                                                Choices::None,        1057, L"Whether the measurement is written in a second unit, too." DRAWN},
+  { 49,   L"AltUnitsFormat",           L"Alt format",                  types::lengthFormat, Category::AlternateUnits, styleMember(273, 2).refusedWhere(drawnWithAlternateUnits),                                                                         Choices::Enumeration, 1058, L"How the measurement in the second unit is written." ALTERNATE},
+  { 50,   L"AltUnitsPrecision",        L"Alt precision",               types::precision,    Category::AlternateUnits, styleMember(171, 2).refusedWhere(drawnWithAlternateUnits),                                                                         Choices::Enumeration, 1059, L"How many decimal places are shown in the second unit." ALTERNATE},
+  { 51,   L"AltUnitsScale",            L"Alt scale factor",            types::noUnits,      Category::AlternateUnits, styleReal(143, 25.4).positive().refusedWhere(drawnWithAlternateUnits),                                                             Choices::None,        1060, L"How many of the second unit are one of the first." ALTERNATE},
+  { 11,   L"AltRoundDistance",         L"Alt round",                   types::distance,     Category::AlternateUnits, styleReal(148, 0).notNegative().refusedWhere(drawnWithAlternateUnits),                                                             Choices::None,        1061, L"What the measurement in the second unit is rounded to; 0 for nothing." ALTERNATE},
+  { 12,   L"AltTextPrefix",            L"Alt prefix",                  VT_BSTR,             Category::AlternateUnits, computed<getAlternatePrefix, putAlternatePrefix>().refusedWhere(drawnWithAlternateUnits),                                          Choices::None,        1062, L"Text in front of the second unit." ALTERNATE},
+  { 36,   L"AltTextSuffix",            L"Alt suffix",                  VT_BSTR,             Category::AlternateUnits, computed<getAlternateSuffix, putAlternateSuffix>().refusedWhere(drawnWithAlternateUnits),                                          Choices::None,        1063, L"Text behind the second unit." ALTERNATE},
+  { 41,   L"AltSuppressLeadingZeros",  L"Alt suppress leading zeros",  VT_BOOL,             Category::AlternateUnits, styleBit(285, 4).refusedWhere(drawnWithAlternateUnits),                                                                            Choices::None,        1064, L"Whether the zero in front of the separator is left out." ALTERNATE},
+  { 1559, L"AltSuppressTrailingZeros", L"Alt suppress trailing zeros", VT_BOOL,             Category::AlternateUnits, styleBit(285, 8).refusedWhere(drawnWithAlternateUnits),                                                                            Choices::None,        1065, L"Whether zeros at the end are left out." ALTERNATE},
+  { 1557, L"AltSuppressZeroFeet",      L"Alt suppress zero feet",      VT_BOOL,             Category::AlternateUnits, computed<getSuppressZeroFeet<285>, putSuppressZeroFeet<285>>().from(firstFormatOf(285)).refusedWhere(drawnWithAlternateUnits),     Choices::None,        1066, L"Whether no feet at all are left out." ALTERNATE},
+  { 1561, L"AltSuppressZeroInches",    L"Alt suppress zero inches",    VT_BOOL,             Category::AlternateUnits, computed<getSuppressZeroInches<285>, putSuppressZeroInches<285>>().from(firstFormatOf(285)).refusedWhere(drawnWithAlternateUnits), Choices::None,        1067, L"Whether no inches at all are left out." ALTERNATE},
+};
+// clang-format on
+
+#undef SMALL_TEXT
+#undef UNKNOWN_LINES
+#undef UNKNOWN_TEXT
+#undef FRACTIONS
+#undef FIXED_LENGTH
+#undef TOLERANCE
+#undef ALTERNATE
+#undef DRAWN
+#undef READ_ONLY_WHERE
+
+}  // namespace
+
+const std::span<const PropertyRow> dimensionRows = dimensionTable;
+const std::span<const PropertyRow> arrowRows = arrowTable;
+const std::span<const PropertyRow> twoArrowRows = twoArrowTable;
+const std::span<const PropertyRow> oneArrowRows = oneArrowTable;
+const std::span<const PropertyRow> dimensionLineRows = dimensionLineTable;
+const std::span<const PropertyRow> extensionLineRows = extensionLineTable;
+const std::span<const PropertyRow> centerMarkRows = centerMarkTable;
+const std::span<const PropertyRow> lengthUnitRows = lengthUnitTable;
+const std::span<const PropertyRow> angleUnitRows = angleUnitTable;
+const std::span<const PropertyRow> alternateRows = alternateTable;
+
+}  // namespace velt::automation

@@ -1,0 +1,257 @@
+#include "embedded/automation/entities/General.h"
+
+#include <cmath>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/objects/ColorObject.h"
+#include "embedded/automation/objects/ColorValue.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/objects/HyperlinksObject.h"
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/database/Colors.h"
+#include "embedded/database/NameFolding.h"
+#include "dxf/Numbers.h"
+
+namespace velt::automation {
+namespace {
+
+using palette::Category;
+
+constexpr const char* common = "AcDbEntity";
+
+/// The records that say of themselves what they have in common with all entities. A polyline in pieces says it in each
+/// piece, and readers believe the first that they come to; the attributes of a block reference are entities of their own.
+std::vector<std::uint32_t> partsOf(const Subject& subject) {
+  std::vector<std::uint32_t> parts{subject.record()};
+  if (subject.lens().type() != "POLYLINE") return parts;
+  const database::RecordRange members = subject.drawing().members(subject.record());
+  for (std::uint32_t record = members.first; record < members.first + members.count; ++record)
+    parts.push_back(record);
+  const std::uint32_t behind = members.first + members.count;
+  const auto& records = subject.drawing().document().records();
+  const bool isEnded = behind < records.size() && records[behind].sequenceHead == subject.record();
+  if (isEnded) parts.push_back(behind);
+  return parts;
+}
+
+template <class Change>
+void changeParts(const Subject& subject, Change&& change) {
+  for (const std::uint32_t part : partsOf(subject))
+    change(Editor(subject.drawing(), part), part);
+}
+
+const database::TableEntry& requireEntry(const database::Table& table, const std::wstring& name,
+                                         const wchar_t* refusal) {
+  const database::TableEntry* const entry = table.find(name);
+  if (entry == nullptr) throw Refusal(E_INVALIDARG, refusal);
+  return *entry;
+}
+
+OwnedDispatch getColor(const Subject& subject) {
+  return ColorObject::make(subject.entity().color());
+}
+
+void putColor(const Subject& subject, const Value& value) {
+  const VkCmColor color = colorFrom(value);
+  if (color == subject.entity().color()) return;
+  const bool isTrueColor = color.color() == database::colorOfRgb(color.color());
+  if ((isTrueColor || *color.colorName() != L'\0') && !isOfFormat(subject.drawing(), "AC1018")) {
+    throw Refusal(E_FAIL, L"The drawing's format knows colours by their index only.");
+  }
+  changeParts(subject, [&](const Editor&, std::uint32_t part) {
+    if (!database::setEntityColor(subject.drawing(), part, color)) {
+      throw Refusal(E_FAIL, L"The entity lacks the part of its data that the colour belongs in.");
+    }
+  });
+}
+
+std::wstring getLayer(const Subject& subject) {
+  return subject.entity().layerName();
+}
+
+void putLayer(const Subject& subject, const std::wstring& name) {
+  constexpr int code = 8;
+  const auto& layer =
+      requireEntry(subject.drawing().layers(), name, L"The drawing has no layer of that name.");
+  if (getLayer(subject) == name) return;
+  changeParts(subject, [&](Editor editor, std::uint32_t) {
+    // Where it is read: behind another marker, when the usual place has none.
+    const bool isElsewhere = !editor.lens().has(code, common) && editor.lens().has(code, dxf::anySubclass);
+    editor.name(code, isElsewhere ? dxf::anySubclass.data() : common, layer);
+  });
+}
+
+std::wstring getLinetype(const Subject& subject) {
+  return subject.entity().linetypeName();
+}
+
+void putLinetype(const Subject& subject, const std::wstring& name) {
+  const auto& linetype =
+      requireEntry(subject.drawing().linetypes(), name, L"The drawing has no line type of that name.");
+  if (getLinetype(subject) == name) return;
+  changeParts(subject, [&](Editor editor, std::uint32_t) { editor.name(6, common, linetype); });
+}
+
+void putLinetypeScale(const Subject& subject, const double& scale) {
+  changeParts(subject, [&](Editor editor, std::uint32_t) {
+    if (editor.lens().real(48, common, 1) != scale) editor.real(48, common, scale);
+  });
+}
+
+std::int32_t getLineweight(const Subject& subject) {
+  return static_cast<std::int32_t>(subject.entity().lineweight());
+}
+
+void putLineweight(const Subject& subject, const std::int32_t& weight) {
+  constexpr std::int64_t byLayer = -1;
+  changeParts(subject, [&](Editor editor, std::uint32_t) { editor.integer(370, common, weight, byLayer); });
+}
+
+/// What a dictionary calls the object that it holds under this handle; empty when it does not hold it.
+std::wstring nameInDictionary(const database::Drawing& drawing, std::uint32_t dictionary,
+                              std::uint64_t handle) {
+  constexpr int nameCode = 3;
+  constexpr int entryCode = 350;
+  const database::Lens lens(drawing, dictionary);
+  std::string_view name;
+  std::wstring found;
+  lens.view().visit(dxf::anySubclass, [&](std::size_t index) {
+    if (lens.view().code(index) == nameCode) name = lens.view().value(index);
+    if (lens.view().code(index) != entryCode) return true;
+    if (dxf::parseHandle(lens.view().value(index)) != handle) return true;
+    found = drawing.decode(dxf::trimmed(name));
+    return false;
+  });
+  return found;
+}
+
+std::wstring getPlotStyleName(const Subject& subject) {
+  const database::Drawing& drawing = subject.drawing();
+  // In most drawings the colour decides how an entity is plotted, and names of plot styles mean nothing.
+  const std::optional<std::string_view> mode = drawing.document().headerValue("$PSTYLEMODE", 290);
+  if (!mode || dxf::parseInteger<int>(*mode).value_or(1) != 0) return L"ByColor";
+  const database::Lens lens = subject.lens();
+  const std::uint64_t style = lens.handle(390, common);
+  switch (lens.integer(380, common, style == 0 ? 0 : 3)) {
+    case 0:
+      return L"ByLayer";
+    case 1:
+      return L"ByBlock";
+    case 2:
+      return L"Normal";
+    default:
+      break;
+  }
+  // The style is a place holder without a name; the dictionary that owns it knows the name.
+  const std::optional<std::uint32_t> placeHolder = drawing.recordByHandle(style);
+  if (!placeHolder) return L"ByLayer";
+  const std::uint64_t owner = database::Lens(drawing, *placeHolder).handle(330, dxf::anySubclass);
+  const std::optional<std::uint32_t> dictionary = drawing.recordByHandle(owner);
+  return dictionary ? nameInDictionary(drawing, *dictionary, style) : std::wstring();
+}
+
+constexpr std::int64_t byBlockTransparency = 0x01000000;
+constexpr std::int64_t byAlpha = 0x02000000;
+
+std::wstring getTransparency(const Subject& subject) {
+  const std::int64_t stored = subject.lens().integer(440, common, 0);
+  if (stored == byBlockTransparency) return L"ByBlock";
+  if ((stored & byAlpha) == 0) return L"ByLayer";
+  const auto opacity = static_cast<double>(stored & 0xFF);
+  return std::to_wstring(static_cast<int>(std::lround((255 - opacity) / 255 * 100)));
+}
+
+/// From 0 to 90, in digits and nothing else.
+int percentFrom(std::wstring_view text) {
+  constexpr int highest = 90;
+  int percent = 0;
+  bool isNumber = !text.empty() && text.size() <= 2;
+  for (const wchar_t digit : text) {
+    isNumber = isNumber && digit >= L'0' && digit <= L'9';
+    percent = percent * 10 + static_cast<int>(digit - L'0');
+  }
+  if (!isNumber || percent > highest) {
+    throw Refusal(E_INVALIDARG, L"A transparency is ByLayer, ByBlock, or a whole number from 0 to 90.");
+  }
+  return percent;
+}
+
+void putTransparency(const Subject& subject, const std::wstring& text) {
+  constexpr std::int64_t byLayer = 0;
+  std::int64_t stored = byLayer;
+  if (database::sameName(text, L"ByBlock")) {
+    stored = byBlockTransparency;
+  } else if (!database::sameName(text, L"ByLayer")) {
+    stored = byAlpha | 255 * (100 - percentFrom(text)) / 100;
+  }
+  if (database::sameName(getTransparency(subject), text)) return;
+  changeParts(subject, [&](Editor editor, std::uint32_t) {
+    if (stored == byLayer) {
+      editor.remove(440, common);
+    } else {
+      editor.integer(440, common, stored);
+    }
+  });
+}
+
+bool getVisible(const Subject& subject) {
+  return subject.lens().integer(60, common, 0) == 0;
+}
+
+void putVisible(const Subject& subject, const bool& visible) {
+  if (getVisible(subject) == visible) return;
+  changeParts(subject, [&](Editor editor, std::uint32_t) { editor.integer(60, common, visible ? 0 : 1, 0); });
+}
+
+OwnedDispatch getHyperlinks(const Subject& subject) {
+  return HyperlinksObject::make(subject.id());
+}
+
+std::wstring getHandle(const Subject& subject) {
+  const std::string digits = dxf::formatHandle(subject.drawing().handleOf(subject.record()));
+  return std::wstring(digits.begin(), digits.end());
+}
+
+/// What a class calls its entities; the generic classes tell what the drawing calls it.
+std::wstring getEntityName(const Subject& subject) {
+  if (!subject.kind().dxfName.empty()) return subject.kind().label;
+  const std::string_view type = subject.lens().type();
+  return std::wstring(type.begin(), type.end());
+}
+
+// clang-format off
+constexpr PropertyRow handleRow = {1310, L"Handle",     L"Handle", VT_BSTR, Category::Misc, computed<getHandle>(),     Choices::None, 910, L"What names the object within its drawing. Read-only: it never changes."};
+constexpr PropertyRow nameRow =   {1311, L"EntityName", L"Name",   VT_BSTR, Category::Misc, computed<getEntityName>(), Choices::None, 900, L"What kind of object it is. Read-only: it never changes."};
+
+constexpr PropertyRow objectTable[] = {handleRow, nameRow};
+
+constexpr PropertyRow entityTable[] = {
+  // id  name                   label              type                     category           access                                                                            choices               weight help
+  {1280, L"Color",              L"Color",          VT_DISPATCH,             Category::General, computed<getColor, putColor>(),                                                   Choices::Colors,       10, L"Colour of the entity; by layer when it is the layer's."},
+  {1281, L"Layer",              L"Layer",          VT_BSTR,                 Category::General, computed<getLayer, putLayer>(),                                                   Choices::Layers,       20, L"Name of the layer that the entity is on."},
+  {1282, L"Linetype",           L"Linetype",       VT_BSTR,                 Category::General, computed<getLinetype, putLinetype>(),                                             Choices::Linetypes,    30, L"Name of the line type that the entity is drawn with."},
+  {1283, L"LinetypeScale",      L"Linetype scale", VT_R8,                   Category::General, writtenBy<putLinetypeScale>(storedReal(48, common, 1)).positive().from("AC1012"), Choices::None,         40, L"Scale of the line type, relative to the scale of the drawing."},
+  {1300, L"PlotStyleName",      L"Plot style",     VT_BSTR,                 Category::General, computed<getPlotStyleName>(),                                                     Choices::None,         50, L"How the entity is plotted. Read-only: the styles stand outside of the drawing."},
+  {1299, L"Lineweight",         L"Lineweight",     types::entityLineweight, Category::General, computed<getLineweight, putLineweight>().from("AC1015"),                          Choices::Enumeration,  60, L"Width of the line on paper."},
+  {1312, L"EntityTransparency", L"Transparency",   VT_BSTR,                 Category::General, computed<getTransparency, putTransparency>().from("AC1018"),                      Choices::None,         70, L"ByLayer, ByBlock, or percent from 0 to 90."},
+  {1301, L"Hyperlinks",         L"Hyperlink",      VT_DISPATCH,             Category::General, computed<getHyperlinks>(),                                                        Choices::None,         80, L"The links that the entity carries. Read-only: they are read here and made elsewhere."},
+  {1313, L"Visible",            L"Visible",        VT_BOOL,                 Category::Misc,    computed<getVisible, putVisible>().from("AC1012"),                                Choices::None,        920, L"Whether the entity is drawn at all."},
+  handleRow,
+  nameRow,
+};
+// clang-format on
+
+}  // namespace
+
+const std::span<const PropertyRow> objectRows = objectTable;
+const std::span<const PropertyRow> entityRows = entityTable;
+
+Vector3 getNormal(const Subject& subject) {
+  return direction(normalOf(subject.lens(), dxf::anySubclass), {0, 0, 1});
+}
+
+}  // namespace velt::automation

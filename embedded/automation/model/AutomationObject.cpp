@@ -1,0 +1,356 @@
+#include "embedded/automation/model/AutomationObject.h"
+
+#include "embedded/automation/model/Choices.h"
+#include "embedded/automation/model/CountedStrings.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/Guard.h"
+#include "embedded/automation/model/Refusal.h"
+
+namespace velt::automation {
+namespace {
+
+HRESULT giveText(const wchar_t* text, BSTR* out) {
+  BSTR copy = SysAllocString(text);
+  if (copy == nullptr) return E_OUTOFMEMORY;
+  *out = copy;
+  return S_OK;
+}
+
+constexpr bool isGet(WORD flags) {
+  // Callers that cannot tell a property from a method ask for both.
+  return flags == DISPATCH_PROPERTYGET || flags == (DISPATCH_PROPERTYGET | DISPATCH_METHOD);
+}
+
+constexpr bool isPut(WORD flags) {
+  return flags == DISPATCH_PROPERTYPUT || flags == DISPATCH_PROPERTYPUTREF
+         || flags == (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF);
+}
+
+const ElementAccess* elementsOf(const PropertyRow* row) {
+  return row == nullptr ? nullptr : row->access.elements;
+}
+
+std::size_t elementCount(const Subject& subject, const PropertyRow& row) {
+  const ElementAccess& elements = *row.access.elements;
+  return elements.labels.size() * elements.groups(subject, row);
+}
+
+}  // namespace
+
+template <class Dispatch>
+AutomationObject<Dispatch>::AutomationObject(const RegisteredClass& kind)
+    : AutomationObject::ComObject(kind.index.account()), kind_(kind) {}
+
+template <class Dispatch>
+Subject AutomationObject<Dispatch>::subject() const {
+  if (id_.isNull()) throw Refusal(E_UNEXPECTED, L"The object is not bound to an entity.");
+  const std::optional<database::ObjectRef> object = database::resolve(id_);
+  if (!object) throw Refusal(E_FAIL, L"The drawing of the entity is closed.");
+  if (object->drawing->isErased(object->record)) throw Refusal(E_FAIL, L"The entity is erased.");
+  return Subject(*object, id_, kind());
+}
+
+// --- IDispatch --------------------------------------------------------------------------------------------------------
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetTypeInfoCount(UINT* count) {
+  if (count == nullptr) return E_POINTER;
+  *count = 1;
+  return S_OK;
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetTypeInfo(UINT index, LCID, ITypeInfo** typeInfo) {
+  if (typeInfo == nullptr) return E_POINTER;
+  *typeInfo = nullptr;
+  if (index != 0) return DISP_E_BADINDEX;
+  kind_.typeInfo->AddRef();
+  *typeInfo = kind_.typeInfo;
+  return S_OK;
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID,
+                                                  DISPID* dispIds) {
+  if (!(iid == GUID_NULL)) return unknownInterface;
+  if (names == nullptr || dispIds == nullptr || (count > 0 && names[0] == nullptr)) return E_POINTER;
+  if (count == 0) return E_INVALIDARG;
+  const PropertyRow* row = kind_.index.find(std::wstring_view(names[0]));
+  dispIds[0] = row == nullptr ? DISPID_UNKNOWN : row->dispId;
+  for (UINT i = 1; i < count; ++i)
+    dispIds[i] = DISPID_UNKNOWN;  // parameters have no names
+  return row != nullptr && count == 1 ? S_OK : DISP_E_UNKNOWNNAME;
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::Invoke(DISPID dispId, REFIID iid, LCID, WORD flags, DISPPARAMS* params,
+                                           VARIANT* result, EXCEPINFO* exception, UINT* argumentError) {
+  if (!(iid == GUID_NULL)) return unknownInterface;
+  if (params == nullptr) return E_POINTER;
+  const PropertyRow* row = kind_.index.find(dispId);
+  if (row == nullptr) return DISP_E_MEMBERNOTFOUND;
+  return guardedInvoke(exception, kind().name, [&] {
+    if (isGet(flags)) return get(*row, *params, result);
+    if (isPut(flags)) return put(*row, flags, *params, argumentError);
+    return DISP_E_MEMBERNOTFOUND;
+  });
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::get(const PropertyRow& row, const DISPPARAMS& params, VARIANT* result) {
+  if (params.cArgs != 0) return DISP_E_BADPARAMCOUNT;
+  if (result == nullptr) return E_POINTER;
+  // A palette prepares the result for the type, and would show its zero for a value that cannot be told.
+  *result = {};
+  *result = toVariant(row.access.get(subject(), row), row.type);
+  return S_OK;
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::put(const PropertyRow& row, WORD flags, const DISPPARAMS& params,
+                                        UINT* argumentError) {
+  if (!row.isWritable()) return DISP_E_MEMBERNOTFOUND;
+  if (flags == DISPATCH_PROPERTYPUTREF && row.type.base() != VT_DISPATCH) return DISP_E_MEMBERNOTFOUND;
+  if (params.cArgs != 1) return DISP_E_BADPARAMCOUNT;
+  if (params.rgvarg == nullptr) return E_POINTER;
+  // The value of a put has no position, only this name.
+  if (params.cNamedArgs != 1 || params.rgdispidNamedArgs == nullptr) return DISP_E_BADPARAMCOUNT;
+  if (params.rgdispidNamedArgs[0] != DISPID_PROPERTYPUT) return E_INVALIDARG;
+  const Subject target = subject();
+  const std::optional<Value> value = fromVariant(params.rgvarg[0], row.type);
+  if (!value) {
+    if (argumentError != nullptr) *argumentError = 0;
+    return DISP_E_TYPEMISMATCH;
+  }
+  requireMember(row.type, *value);
+  requireChangeable(target, row);
+  target.drawing().atomically([&] { row.access.put(target, row, *value); });
+  return S_OK;
+}
+
+// --- IVeltBaseObject --------------------------------------------------------------------------------------------------
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::SetObjectId(VkDbObjectId& object, VkDbObjectId, wchar_t*) {
+  const std::optional<database::ObjectRef> found = database::resolve(object);
+  if (!found) return E_INVALIDARG;
+  if (!kind().takes(*found->drawing, found->record)) return E_INVALIDARG;
+  id_ = object;
+  return S_OK;
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetObjectId(VkDbObjectId* object) {
+  if (object == nullptr) return E_POINTER;
+  if (id_.isNull()) return E_UNEXPECTED;
+  *object = id_;
+  return S_OK;
+}
+
+// --- IOPMPropertyExtension --------------------------------------------------------------------------------------------
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetDisplayName(DISPID dispId, BSTR* name) {
+  if (name == nullptr) return E_POINTER;
+  const PropertyRow* row = kind_.index.find(dispId);
+  return row == nullptr ? DISP_E_MEMBERNOTFOUND : giveText(row->label, name);
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::Editable(DISPID dispId, BOOL* editable) {
+  if (editable == nullptr) return E_POINTER;
+  const PropertyRow* row = kind_.index.find(dispId);
+  if (row == nullptr) return DISP_E_MEMBERNOTFOUND;
+  if (!row->isWritable() || row->access.obstacle == nullptr || !row->access.obstacleShows) {
+    *editable = row->isWritable() ? 1 : 0;
+    return S_OK;
+  }
+  return guarded([&] {
+    *editable = row->access.obstacle(subject(), *row) == nullptr ? 1 : 0;
+    return S_OK;
+  });
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::ShowProperty(DISPID dispId, BOOL* show) {
+  if (show == nullptr) return E_POINTER;
+  const PropertyRow* row = kind_.index.find(dispId);
+  if (row == nullptr) return DISP_E_MEMBERNOTFOUND;
+  return guarded([&] {
+    const bool always = row->shownFor == everyVariant || kind().variant == nullptr;
+    *show = always || (row->shownFor & variant(kind().variant(subject()))) != 0 ? 1 : 0;
+    return S_OK;
+  });
+}
+
+// --- IOPMPropertyExpander ---------------------------------------------------------------------------------------------
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetElementValue(DISPID dispId, DWORD cookie, VARIANT* value) {
+  if (value == nullptr) return E_POINTER;
+  const PropertyRow* row = kind_.index.find(dispId);
+  const ElementAccess* elements = elementsOf(row);
+  if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
+  return guarded([&] {
+    const Subject source = subject();
+    if (cookie >= elementCount(source, *row)) return E_INVALIDARG;
+    *value = toVariant(elements->get(source, *row, cookie), VT_R8);
+    return S_OK;
+  });
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::SetElementValue(DISPID dispId, DWORD cookie, VARIANT value) {
+  const PropertyRow* row = kind_.index.find(dispId);
+  const ElementAccess* elements = elementsOf(row);
+  if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
+  if (!row->isWritable()) return E_ACCESSDENIED;
+  return guarded([&] {
+    const Subject target = subject();
+    if (cookie >= elementCount(target, *row)) return E_INVALIDARG;
+    const std::optional<Value> number = fromVariant(value, VT_R8);
+    if (!number) return DISP_E_TYPEMISMATCH;
+    requireChangeable(target, *row);
+    target.drawing().atomically([&] { elements->put(target, *row, cookie, std::get<double>(*number)); });
+    return S_OK;
+  });
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetElementStrings(DISPID dispId, CALPOLESTR* strings, CADWORD* cookies) {
+  if (strings == nullptr || cookies == nullptr) return E_POINTER;
+  const PropertyRow* row = kind_.index.find(dispId);
+  const ElementAccess* elements = elementsOf(row);
+  if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
+  return guarded([&] {
+    const std::span<const std::wstring> labels = kind_.index.elementLabels(*row);
+    const std::size_t count = elementCount(subject(), *row);
+    CountedStrings list(count);
+    for (std::size_t i = 0; i < count; ++i)
+      list.add(labels[i % labels.size()]);
+    return list.giveTo(*strings, *cookies);
+  });
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetElementGrouping(DISPID dispId, SHORT* grouping) {
+  if (grouping == nullptr) return E_POINTER;
+  const PropertyRow* row = kind_.index.find(dispId);
+  const ElementAccess* elements = elementsOf(row);
+  if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
+  *grouping = elements->grouping;
+  return S_OK;
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetGroupCount(DISPID dispId, long* groups) {
+  if (groups == nullptr) return E_POINTER;
+  const PropertyRow* row = kind_.index.find(dispId);
+  const ElementAccess* elements = elementsOf(row);
+  if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
+  return guarded([&] {
+    *groups = static_cast<long>(elements->groups(subject(), *row));
+    return S_OK;
+  });
+}
+
+// --- ICategorizeProperties --------------------------------------------------------------------------------------------
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::MapPropertyToCategory(DISPID dispId, PROPCAT* category) {
+  if (category == nullptr) return E_POINTER;
+  const PropertyRow* row = kind_.index.find(dispId);
+  if (row == nullptr) return DISP_E_MEMBERNOTFOUND;
+  *category = row->category.number;
+  return S_OK;
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetCategoryName(PROPCAT category, LCID, BSTR* name) {
+  if (name == nullptr) return E_POINTER;
+  const wchar_t* text = categoryName(category);
+  return text == nullptr ? E_INVALIDARG : giveText(text, name);
+}
+
+// --- IPerPropertyBrowsing ---------------------------------------------------------------------------------------------
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetDisplayString(DISPID dispId, BSTR* text) {
+  if (text == nullptr) return E_POINTER;
+  return kind_.index.find(dispId) == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::MapPropertyToPage(DISPID dispId, CLSID* page) {
+  if (page == nullptr) return E_POINTER;
+  return kind_.index.find(dispId) == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetPredefinedStrings(DISPID dispId, CALPOLESTR* strings,
+                                                         CADWORD* cookies) {
+  if (strings == nullptr || cookies == nullptr) return E_POINTER;
+  const PropertyRow* row = kind_.index.find(dispId);
+  if (row == nullptr) return DISP_E_MEMBERNOTFOUND;
+  if (row->choices == Choices::None) return E_NOTIMPL;
+  return guarded([&] {
+    const Subject source = subject();
+    const std::size_t count = choiceCount(source, *row);
+    CountedStrings list(count);
+    for (std::size_t i = 0; i < count; ++i)
+      list.add(choiceLabel(source, *row, i));
+    return list.giveTo(*strings, *cookies);
+  });
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetPredefinedValue(DISPID dispId, DWORD cookie, VARIANT* value) {
+  if (value == nullptr) return E_POINTER;
+  const PropertyRow* row = kind_.index.find(dispId);
+  if (row == nullptr) return DISP_E_MEMBERNOTFOUND;
+  // Not E_NOTIMPL, which a caller takes as "number the texts instead".
+  if (row->choices == Choices::None) return E_INVALIDARG;
+  return guarded([&] {
+    const Subject source = subject();
+    if (cookie >= choiceCount(source, *row)) return E_INVALIDARG;
+    *value = toVariant(choiceValue(source, *row, cookie), VT_VARIANT);
+    return S_OK;
+  });
+}
+
+// --- IVkPiPropertyDisplay ---------------------------------------------------------------------------------------------
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetCustomPropertyCtrl(VARIANT, LCID, BSTR* control) {
+  return control == nullptr ? E_POINTER : E_NOTIMPL;
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetPropertyColor(VARIANT, ULONG* color) {
+  return color == nullptr ? E_POINTER : E_NOTIMPL;
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetPropertyTextColor(VARIANT, ULONG* color) {
+  return color == nullptr ? E_POINTER : E_NOTIMPL;
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::IsFullView(VARIANT, BOOL* full) {
+  return full == nullptr ? E_POINTER : E_NOTIMPL;
+}
+
+template <class Dispatch>
+HRESULT AutomationObject<Dispatch>::GetPropertyWeight(VARIANT property, long* weight) {
+  if (weight == nullptr) return E_POINTER;
+  if (property.vt != VT_I4) return DISP_E_TYPEMISMATCH;
+  const PropertyRow* row = kind_.index.find(property.lVal);
+  if (row == nullptr) return DISP_E_MEMBERNOTFOUND;
+  *weight = row->weight;
+  return S_OK;
+}
+
+template class AutomationObject<IDispatch>;
+template class AutomationObject<IVeltHatch>;
+
+}  // namespace velt::automation

@@ -1,0 +1,90 @@
+// The automation object of an entity: everything that it answers comes from its class's table.
+//
+// One allocation, ten words: fifty thousand of them are made for one selection. An object knows its class and the id of
+// the database object that it is bound to, and reads the drawing at each call; it caches nothing, so it is never out of
+// date, and it does not keep the drawing open.
+// Threads: those of the drawing that it is bound to.
+// Failure: what a getter or a setter refuses becomes DISP_E_EXCEPTION with the reason in the exception information, or
+// the reason's own result where an interface has no room for a text. Out-parameters stay untouched. A put that fails
+// changes nothing. No entity on a locked layer is changed, whatever the caller has looked at before.
+#pragma once
+
+#include <string_view>
+
+#include "embedded/automation/model/ClassRegistry.h"
+#include "embedded/com/ComObject.h"
+
+namespace velt::automation {
+
+/// No class of this host knows interfaces other than GUID_NULL where a caller has to name one.
+inline constexpr HRESULT unknownInterface = com::failure(0x80020001U);
+
+/// `Dispatch` is IDispatch, or the interface of a class that extends it.
+template <class Dispatch>
+class AutomationObject
+    : public com::ComObject<Dispatch, IVeltBaseObject, IOPMPropertyExtension, IOPMPropertyExpander,
+                            ICategorizeProperties, IPerPropertyBrowsing, IVkPiPropertyDisplay> {
+ public:
+  /// Of a class of a registry that outlives the object.
+  explicit AutomationObject(const RegisteredClass& kind);
+
+  HRESULT GetTypeInfoCount(UINT* count) final;
+  HRESULT GetTypeInfo(UINT index, LCID locale, ITypeInfo** typeInfo) final;
+  HRESULT GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* dispIds) final;
+  HRESULT Invoke(DISPID dispId, REFIID iid, LCID locale, WORD flags, DISPPARAMS* params, VARIANT* result,
+                 EXCEPINFO* exception, UINT* argumentError) final;
+
+  /// E_INVALIDARG, and nothing changes, for an id that names no object, or one of another kind than the class is for.
+  HRESULT SetObjectId(VkDbObjectId& object, VkDbObjectId owner, wchar_t* keyword) final;
+  HRESULT GetObjectId(VkDbObjectId* object) final;
+
+  HRESULT GetDisplayName(DISPID dispId, BSTR* name) final;
+  /// The same for all objects of a class but for rows that name obstacles: rows of which only some can be edited drop out
+  /// of a palette that shows several entities. What else a single entity cannot take is refused when it is put.
+  HRESULT Editable(DISPID dispId, BOOL* editable) final;
+  HRESULT ShowProperty(DISPID dispId, BOOL* show) final;
+
+  HRESULT GetElementValue(DISPID dispId, DWORD cookie, VARIANT* value) final;
+  HRESULT SetElementValue(DISPID dispId, DWORD cookie, VARIANT value) final;
+  HRESULT GetElementStrings(DISPID dispId, CALPOLESTR* strings, CADWORD* cookies) final;
+  HRESULT GetElementGrouping(DISPID dispId, SHORT* grouping) final;
+  HRESULT GetGroupCount(DISPID dispId, long* groups) final;
+
+  HRESULT MapPropertyToCategory(DISPID dispId, PROPCAT* category) final;
+  /// The locale means nothing here: callers are known to pass other numbers in its place.
+  HRESULT GetCategoryName(PROPCAT category, LCID locale, BSTR* name) final;
+
+  HRESULT GetDisplayString(DISPID dispId, BSTR* text) final;
+  HRESULT MapPropertyToPage(DISPID dispId, CLSID* page) final;
+  HRESULT GetPredefinedStrings(DISPID dispId, CALPOLESTR* strings, CADWORD* cookies) final;
+  HRESULT GetPredefinedValue(DISPID dispId, DWORD cookie, VARIANT* value) final;
+
+  HRESULT GetCustomPropertyCtrl(VARIANT property, LCID locale, BSTR* control) final;
+  HRESULT GetPropertyColor(VARIANT property, ULONG* color) final;
+  HRESULT GetPropertyTextColor(VARIANT property, ULONG* color) final;
+  HRESULT IsFullView(VARIANT property, BOOL* full) final;
+  HRESULT GetPropertyWeight(VARIANT property, long* weight) final;
+
+ protected:
+  /// Throws Refusal when the object is not bound, or bound to what is no longer there.
+  [[nodiscard]] Subject subject() const;
+  [[nodiscard]] const AutomationClass& kind() const { return kind_.index.kind(); }
+
+ private:
+  HRESULT get(const PropertyRow& row, const DISPPARAMS& params, VARIANT* result);
+  HRESULT put(const PropertyRow& row, WORD flags, const DISPPARAMS& params, UINT* argumentError);
+
+  const RegisteredClass& kind_;
+  VkDbObjectId id_;
+};
+
+extern template class AutomationObject<IDispatch>;
+extern template class AutomationObject<IVeltHatch>;
+
+/// The object of every class that has no interface of its own.
+class EntityObject final : public AutomationObject<IDispatch> {
+ public:
+  using AutomationObject::AutomationObject;
+};
+
+}  // namespace velt::automation

@@ -1,0 +1,86 @@
+#include "embedded/automation/model/ClassIndex.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace velt::automation {
+namespace {
+
+std::string narrowName(const wchar_t* name) {
+  std::string narrow;
+  for (; *name != L'\0'; ++name)
+    narrow += static_cast<char>(*name);  // names of types are ASCII
+  return narrow;
+}
+
+WORD functionFlags(const PropertyRow& row) {
+  WORD flags = 0;
+  if ((row.flags & rowHidden) != 0) flags |= FUNCFLAG_FHIDDEN;
+  if ((row.flags & rowNonBrowsable) != 0) flags |= FUNCFLAG_FNONBROWSABLE;
+  return flags;
+}
+
+}  // namespace
+
+ClassIndex::ClassIndex(const AutomationClass& kind)
+    : kind_(&kind), account_(&platform::Ledger::account(narrowName(kind.name))) {
+  if (kind.general != nullptr) addRows(*kind.general);
+  for (const std::span<const PropertyRow>* family : kind.families)
+    addRows(*family);
+  addRows(kind.rows);
+  std::stable_sort(byDispId_.begin(), byDispId_.end(),
+                   [](const Entry& a, const Entry& b) { return a.dispId < b.dispId; });
+}
+
+void ClassIndex::addRows(std::span<const PropertyRow> table) {
+  for (const PropertyRow& row : table) {
+    std::vector<std::wstring> labels;
+    if (row.access.elements != nullptr) {
+      for (const wchar_t* label : row.access.elements->labels) {
+        labels.push_back(row.access.elements->labelsFollowRow ? std::wstring(row.label) + L" " + label
+                                                              : label);
+      }
+    }
+    names_.add(row.name, rows_.size());
+    rows_.push_back(&row);
+    byDispId_.push_back({row.dispId, &row, std::move(labels)});
+  }
+}
+
+const ClassIndex::Entry* ClassIndex::findEntry(DISPID dispId) const noexcept {
+  const auto found =
+      std::lower_bound(byDispId_.begin(), byDispId_.end(), dispId,
+                       [](const Entry& entry, DISPID wanted) { return entry.dispId < wanted; });
+  return found != byDispId_.end() && found->dispId == dispId ? &*found : nullptr;
+}
+
+const PropertyRow* ClassIndex::find(DISPID dispId) const noexcept {
+  const Entry* entry = findEntry(dispId);
+  return entry == nullptr ? nullptr : entry->row;
+}
+
+const PropertyRow* ClassIndex::find(std::wstring_view name) const noexcept {
+  const std::optional<std::size_t> position = names_.find(name);
+  return position ? rows_[*position] : nullptr;
+}
+
+std::span<const std::wstring> ClassIndex::elementLabels(const PropertyRow& row) const noexcept {
+  const Entry* entry = findEntry(row.dispId);
+  return entry == nullptr ? std::span<const std::wstring>() : entry->labels;
+}
+
+DispatchType dispatchTypeOf(const ClassIndex& index) {
+  const AutomationClass& kind = index.kind();
+  // These types have no interface of their own whose id could stand here, so the class lends them its id.
+  DispatchType type{kind.name, kind.help, kind.clsid, {}};
+  for (const PropertyRow* row : index.rows()) {
+    const WORD flags = functionFlags(*row);
+    type.functions.push_back({row->dispId, row->name, row->help, INVOKE_PROPERTYGET, row->type, flags});
+    if (row->isWritable()) {
+      type.functions.push_back({row->dispId, row->name, row->help, INVOKE_PROPERTYPUT, row->type, flags});
+    }
+  }
+  return type;
+}
+
+}  // namespace velt::automation

@@ -1,0 +1,174 @@
+#include "embedded/automation/model/Editor.h"
+
+#include <algorithm>
+#include <cmath>
+#include <initializer_list>
+#include <span>
+#include <string>
+
+#include "embedded/automation/model/Followers.h"
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/database/Layer.h"
+
+namespace velt::automation {
+namespace {
+
+// --- where missing values go ---
+
+struct CodeOrder {
+  std::string_view subclass;
+  std::span<const int> codes;
+};
+
+// clang-format off
+constexpr int commonOrder[]    = {67, 410, 8, 6, 62, 370, 48, 60, 420, 430, 440};
+constexpr int lineOrder[]      = {39, 10, 20, 30, 11, 21, 31};
+constexpr int pointOrder[]     = {10, 20, 30, 39};
+constexpr int circleOrder[]    = {39, 10, 20, 30, 40};
+constexpr int arcOrder[]       = {50, 51};
+constexpr int ellipseOrder[]   = {10, 20, 30, 11, 21, 31, 210, 220, 230, 40, 41, 42};
+constexpr int polylineOrder[]  = {90, 70, 43, 38, 39};
+constexpr int textOrder[]      = {39, 10, 20, 30, 40, 1, 50, 41, 51, 7, 71, 72, 11, 21, 31};
+constexpr int mTextOrder[]     = {10, 20, 30, 40, 41, 46, 71, 72, 3, 1, 7, 210, 220, 230, 11, 21, 31, 42, 43, 50, 73, 44};
+constexpr int gradientOrder[]  = {450, 451, 460};
+
+constexpr CodeOrder orders[] = {
+    {database::commonSubclass, commonOrder},
+    {"AcDbLine",               lineOrder},
+    {"AcDbPoint",              pointOrder},
+    {"AcDbCircle",             circleOrder},
+    {"AcDbArc",                arcOrder},
+    {"AcDbEllipse",            ellipseOrder},
+    {"AcDbPolyline",           polylineOrder},
+    {"AcDbText",               textOrder},
+    {"AcDbMText",              mTextOrder},
+    {"AcDbHatch",              gradientOrder},
+};
+// A block reference has one of two markers, and is looked up by any.
+constexpr int insertOrder[]    = {66, 2, 10, 20, 30, 41, 42, 43, 50, 70, 71, 44, 45};
+// clang-format on
+
+/// Those that stand before it; none for a code without a place of its own.
+std::span<const int> codesBefore(int code, std::string_view subclass) {
+  std::span<const int> order = insertOrder;
+  if (subclass != dxf::anySubclass) {
+    const auto* const found = std::find_if(std::begin(orders), std::end(orders),
+                                           [&](const CodeOrder& it) { return it.subclass == subclass; });
+    if (found == std::end(orders)) return {};
+    order = found->codes;
+  }
+  const auto place = std::find(order.begin(), order.end(), code);
+  return place == order.end() ? std::span<const int>()
+                              : order.first(static_cast<std::size_t>(place - order.begin()));
+}
+
+void requirePlace(bool wasWritten) {
+  if (!wasWritten) throw Refusal(E_FAIL, L"The entity lacks the part of its data that the value belongs in.");
+}
+
+void requireFinite(std::initializer_list<double> numbers) {
+  const bool fit =
+      std::all_of(numbers.begin(), numbers.end(), [](double number) { return std::isfinite(number); });
+  if (!fit) throw Refusal(DISP_E_OVERFLOW, L"The value is too large for what follows from it.");
+}
+
+bool isVersion(std::string_view name) {
+  return name.size() == 6 && name.starts_with("AC")
+         && std::all_of(name.begin() + 2, name.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+std::wstring widened(std::string_view ascii) {
+  return {ascii.begin(), ascii.end()};
+}
+
+/// What all entities have in common has nothing to do with their shape.
+bool changesShape(const AutomationClass& kind, const PropertyRow& row) {
+  if (row.access.keepsShape) return false;
+  return kind.general == nullptr
+         || std::none_of(kind.general->begin(), kind.general->end(),
+                         [&](const PropertyRow& general) { return &general == &row; });
+}
+
+}  // namespace
+
+bool isOfFormat(const database::Drawing& drawing, std::string_view version) {
+  const std::string_view own = dxf::trimmed(drawing.document().headerValue("$ACADVER", 1).value_or(""));
+  // The versions are numbered upwards, so their names order as texts do; those before the numbers are older than all.
+  return isVersion(own) && own >= version;
+}
+
+void requireChangeable(const Subject& subject, const PropertyRow& row) {
+  const database::TableEntry* const layer = subject.entity().layer();
+  if (layer != nullptr && database::Layer(subject.drawing(), layer->record).isLocked()) {
+    throw Refusal(E_ACCESSDENIED, L"The layer " + layer->name + L" is locked.");
+  }
+  const std::string_view since = row.access.since;
+  if (!since.empty() && !isOfFormat(subject.drawing(), since)) {
+    throw Refusal(E_FAIL, L"The drawing's format has no place for this property: it has one from "
+                              + widened(since) + L" on.");
+  }
+  if (changesShape(subject.kind(), row)) requireFreeShape(subject.drawing(), subject.record());
+  if (row.access.obstacle == nullptr) return;
+  if (const wchar_t* const why = row.access.obstacle(subject, row)) throw Refusal(E_FAIL, why);
+}
+
+void requireWithin(Limit limit, double number) {
+  if (limit == Limit::Positive && !(number > 0)) {
+    throw Refusal(E_INVALIDARG, L"The value must be greater than 0.");
+  }
+  if (limit == Limit::NotNegative && !(number >= 0)) {
+    throw Refusal(E_INVALIDARG, L"The value must not be less than 0.");
+  }
+  if (limit == Limit::NotZero && (number >= 0 && number <= 0)) {
+    throw Refusal(E_INVALIDARG, L"The value must not be 0.");
+  }
+}
+
+void requireMember(const ValueType& type, const Value& value) {
+  if (type.user == nullptr || !type.user->isEnumeration()) return;
+  const auto* const number = std::get_if<std::int32_t>(&value);
+  if (number == nullptr || findMember(*type.user, *number) == nullptr) {
+    throw Refusal(E_INVALIDARG, L"The value is none of the choices.");
+  }
+}
+
+void requireLine(std::wstring_view text) {
+  const auto isNoCharacter = [](wchar_t character) {
+    const auto number = static_cast<std::uint32_t>(character);
+    return number < 0x20 || number > 0x10FFFF || (number >= 0xD800 && number <= 0xDFFF);
+  };
+  if (std::any_of(text.begin(), text.end(), isNoCharacter)) {
+    throw Refusal(E_INVALIDARG, L"The text holds line ends or other characters that a line cannot hold.");
+  }
+}
+
+void Editor::real(int code, const char* subclass, double value) {
+  requireFinite({value});
+  requirePlace(editor_.setReal(code, subclass, value, codesBefore(code, subclass)));
+}
+
+void Editor::integer(int code, const char* subclass, std::int64_t value) {
+  requirePlace(editor_.setInteger(code, subclass, value, codesBefore(code, subclass)));
+}
+
+void Editor::integer(int code, const char* subclass, std::int64_t value, std::int64_t otherwise) {
+  if (value != otherwise || lens().has(code, subclass)) integer(code, subclass, value);
+}
+
+void Editor::text(int code, const char* subclass, std::wstring_view value) {
+  requirePlace(editor_.setText(code, subclass, value, codesBefore(code, subclass)));
+}
+
+void Editor::name(int code, const char* subclass, const database::TableEntry& entry) {
+  if (entry.isImplied()) return text(code, subclass, entry.name);
+  const std::string spelling(
+      dxf::trimmed(database::Lens(*drawing_, entry.record).value(2, dxf::anySubclass).value_or("")));
+  requirePlace(editor_.setBytes(code, subclass, spelling, codesBefore(code, subclass)));
+}
+
+void Editor::point(int code, const char* subclass, const Vector3& value) {
+  requireFinite({value.x, value.y, value.z});
+  requirePlace(editor_.setPoint(code, subclass, {value.x, value.y, value.z}, codesBefore(code, subclass)));
+}
+
+}  // namespace velt::automation

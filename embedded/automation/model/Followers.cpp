@@ -1,0 +1,73 @@
+#include "embedded/automation/model/Followers.h"
+
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/database/Dictionary.h"
+#include "dxf/Numbers.h"
+
+namespace velt::automation {
+namespace {
+
+/// Told when the entity changes, in a program that knows how to follow it.
+bool follows(const database::Drawing& drawing, std::uint32_t record, std::string_view followed) {
+  const std::string_view type = drawing.view(record).type();
+  if (type == "HATCH") return database::Lens(drawing, record).integer(71, "AcDbHatch", 0) != 0;
+  // It makes a dimension follow others, and watches both.
+  if (type == "DIMASSOC") return !followed.ends_with("DIMENSION");
+  return type == "LEADER";
+}
+
+bool hasFollower(const database::Drawing& drawing, std::uint32_t record) {
+  constexpr int handleCode = 330;
+  const dxf::RecordView view = drawing.view(record);
+  const auto reactors = view.applicationGroup("ACAD_REACTORS");
+  if (!reactors) return false;
+  for (std::size_t index = reactors->first; index < reactors->first + reactors->count; ++index) {
+    if (view.code(index) != handleCode) continue;
+    const auto reactor = drawing.recordByHandle(dxf::parseHandle(view.value(index)).value_or(0));
+    if (reactor && follows(drawing, *reactor, view.type())) return true;
+  }
+  return false;
+}
+
+bool isAttached(const database::Drawing& drawing, std::uint32_t record, std::string_view name) {
+  const auto dictionary = database::extensionDictionary(drawing, record);
+  return dictionary && database::dictionaryEntry(drawing, *dictionary, name).has_value();
+}
+
+/// In drawings with markers; others have no such attributes.
+bool saysSeveralLines(const database::Lens& lens) {
+  for (const char* const subclass : {"AcDbAttribute", "AcDbAttributeDefinition"}) {
+    if (lens.view().hasSubclass(subclass) && lens.integer(71, subclass, 0) != 0) return true;
+  }
+  return lens.view().hasSubclass("AcDbXrecord") || lens.view().embeddedObject().has_value();
+}
+
+}  // namespace
+
+void requireSingleLine(const database::Drawing& drawing, std::uint32_t record) {
+  const database::Lens lens(drawing, record);
+  if (lens.type() != "ATTRIB" && lens.type() != "ATTDEF") return;
+  if (saysSeveralLines(lens) || isAttached(drawing, record, "ACAD_MLATT")) {
+    throw Refusal(E_FAIL, L"The attribute has several lines, which are stored a second time.");
+  }
+}
+
+void requireFreeShape(const database::Drawing& drawing, std::uint32_t record) {
+  requireSingleLine(drawing, record);
+  if (hasFollower(drawing, record)) {
+    throw Refusal(E_FAIL,
+                  L"A hatch, a dimension or a leader follows the entity, and would have to be made anew.");
+  }
+  if (isAttached(drawing, record, "AcDbContextDataManager")) {
+    throw Refusal(E_FAIL, L"The entity is annotative: its place and size are stored for every scale.");
+  }
+}
+
+void requireOwnWording(const Subject& text) {
+  requireSingleLine(text.drawing(), text.record());
+  if (isAttached(text.drawing(), text.record(), "ACAD_FIELD")) {
+    throw Refusal(E_FAIL, L"The wording is made by a field.");
+  }
+}
+
+}  // namespace velt::automation

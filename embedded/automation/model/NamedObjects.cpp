@@ -1,0 +1,34 @@
+#include "embedded/automation/model/NamedObjects.h"
+
+#include "embedded/database/Lens.h"
+#include "dxf/Numbers.h"
+
+namespace velt::automation {
+
+std::wstring entryName(const database::Drawing& drawing, const database::Table& table, std::uint64_t handle) {
+  const std::optional<std::uint32_t> record = drawing.recordByHandle(handle);
+  const database::TableEntry* const entry = record ? table.ofRecord(*record) : nullptr;
+  return entry == nullptr ? std::wstring() : entry->name;
+}
+
+std::wstring objectName(const database::Drawing& drawing, std::uint64_t handle) {
+  constexpr int nameCode = 3;
+  const std::optional<std::uint32_t> object = drawing.recordByHandle(handle);
+  if (!object) return {};
+  const std::uint64_t owner = database::Lens(drawing, *object).handle(330, "");
+  const std::optional<std::uint32_t> dictionary = drawing.recordByHandle(owner);
+  if (!dictionary) return {};
+  const dxf::RecordView view = drawing.view(*dictionary);
+  std::string_view name;
+  std::wstring found;
+  view.visit(dxf::anySubclass, [&](std::size_t index) {
+    const int code = view.code(index);
+    if (code == nameCode) name = view.value(index);
+    if ((code != 350 && code != 360) || dxf::parseHandle(view.value(index)) != handle) return true;
+    found = drawing.decode(dxf::trimmed(name));
+    return false;
+  });
+  return found;
+}
+
+}  // namespace velt::automation

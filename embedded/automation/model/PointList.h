@@ -1,0 +1,58 @@
+// Rows that are lists of points in space, each of which is a group of three elements.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include "embedded/automation/model/Access.h"
+
+namespace velt::automation {
+
+using PointListReader = std::vector<Vector3> (*)(const Subject&);
+
+/// What the reader finds. Kept until this thread asks for another list or the drawing is edited, so that reading the
+/// elements one by one does not run through the entity each time. It stays as it is until the next call.
+[[nodiscard]] const std::vector<Vector3>& pointList(const Subject& subject, PointListReader read);
+
+/// The points that an entity stores under one code.
+[[nodiscard]] std::vector<Vector3> storedPoints(const Subject& subject, int code, const char* subclass);
+
+/// x, y and z in turn.
+[[nodiscard]] std::vector<double> coordinatesOf(std::span<const Vector3> points);
+
+[[nodiscard]] double coordinateOf(const Vector3& point, std::size_t number);
+
+inline constexpr const wchar_t* vertexLabels[] = {L"Vertex X", L"Vertex Y", L"Vertex Z"};
+
+namespace access {
+
+template <PointListReader Read>
+std::vector<double> getPointList(const Subject& subject) {
+  return coordinatesOf(pointList(subject, Read));
+}
+
+template <PointListReader Read>
+std::size_t pointListCount(const Subject& subject, const PropertyRow&) {
+  return pointList(subject, Read).size();
+}
+
+template <PointListReader Read>
+double getPointListElement(const Subject& subject, const PropertyRow&, std::size_t element) {
+  return coordinateOf(pointList(subject, Read)[element / 3], element % 3);
+}
+
+template <PointListReader Read, const wchar_t* const (&Labels)[3]>
+inline constexpr ElementAccess pointListElements = {
+    Labels, false, 1, pointListCount<Read>, getPointListElement<Read>, nullptr};
+
+}  // namespace access
+
+template <PointListReader Read, const wchar_t* const (&Labels)[3] = vertexLabels>
+constexpr Access computedPoints() {
+  Access made = computed<access::getPointList<Read>>();
+  made.elements = &access::pointListElements<Read, Labels>;
+  return made;
+}
+
+}  // namespace velt::automation

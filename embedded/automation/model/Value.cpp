@@ -1,0 +1,164 @@
+#include "embedded/automation/model/Value.h"
+
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+#include <type_traits>
+
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/com/VariantHolder.h"
+
+namespace velt::automation {
+namespace {
+
+[[noreturn]] void refuseForMemory() {
+  throw Refusal(E_OUTOFMEMORY, L"Memory is exhausted.");
+}
+
+VARIANT stringVariant(const std::wstring& text) {
+  VARIANT variant{};
+  variant.vt = VT_BSTR;
+  variant.bstrVal = SysAllocStringLen(text.c_str(), static_cast<UINT>(text.size()));
+  if (variant.bstrVal == nullptr) refuseForMemory();
+  return variant;
+}
+
+VARIANT numbersVariant(const double* numbers, std::size_t count) {
+  VARIANT variant{};
+  variant.vt = VT_ARRAY | VT_R8;
+  variant.parray = SafeArrayCreateVector(VT_R8, 0, static_cast<ULONG>(count));
+  if (variant.parray == nullptr) refuseForMemory();
+  auto* elements = static_cast<double*>(variant.parray->pvData);
+  for (std::size_t i = 0; i < count; ++i)
+    elements[i] = numbers[i];
+  return variant;
+}
+
+VARIANT plainVariant(const Value& value) {
+  VARIANT variant{};
+  if (const auto* real = std::get_if<double>(&value)) {
+    variant.vt = VT_R8;
+    variant.dblVal = *real;
+  } else if (const auto* integer = std::get_if<std::int32_t>(&value)) {
+    variant.vt = VT_I4;
+    variant.lVal = *integer;
+  } else if (const auto* flag = std::get_if<bool>(&value)) {
+    variant.vt = VT_BOOL;
+    variant.boolVal = *flag ? VARIANT_TRUE : VARIANT_FALSE;
+  } else if (const auto* text = std::get_if<std::wstring>(&value)) {
+    variant = stringVariant(*text);
+  } else if (const auto* point = std::get_if<Vector3>(&value)) {
+    const double coordinates[] = {point->x, point->y, point->z};
+    variant = numbersVariant(coordinates, 3);
+  } else if (const auto* numbers = std::get_if<std::vector<double>>(&value)) {
+    variant = numbersVariant(numbers->data(), numbers->size());
+  }
+  return variant;
+}
+
+/// False when the source cannot be converted.
+bool convert(const VARIANT& source, VARTYPE type, com::VariantHolder& converted) {
+  return SUCCEEDED(VariantChangeType(converted.put(), &source, 0, type));
+}
+
+std::optional<double> realFrom(const VARIANT& source) {
+  com::VariantHolder converted;
+  if (!convert(source, VT_R8, converted) || !std::isfinite(converted.get().dblVal)) return std::nullopt;
+  return converted.get().dblVal;
+}
+
+std::optional<std::int32_t> integerFrom(const VARIANT& source) {
+  const std::optional<double> real = realFrom(source);
+  if (!real || std::trunc(*real) < *real || std::trunc(*real) > *real) return std::nullopt;
+  if (*real < std::numeric_limits<std::int32_t>::min() || *real > std::numeric_limits<std::int32_t>::max()) {
+    return std::nullopt;
+  }
+  return static_cast<std::int32_t>(*real);
+}
+
+std::optional<std::wstring> textFrom(const VARIANT& source) {
+  com::VariantHolder converted;
+  if (!convert(source, VT_BSTR, converted)) return std::nullopt;
+  BSTR text = converted.get().bstrVal;
+  return text == nullptr ? std::wstring() : std::wstring(text, SysStringLen(text));
+}
+
+std::optional<std::vector<double>> numbersFrom(const VARIANT& source) {
+  if (source.vt != (VT_ARRAY | VT_R8) || source.parray == nullptr || source.parray->cDims != 1)
+    return std::nullopt;
+  const auto* elements = static_cast<const double*>(source.parray->pvData);
+  std::vector<double> numbers(elements, elements + source.parray->rgsabound[0].cElements);
+  for (const double number : numbers) {
+    if (!std::isfinite(number)) return std::nullopt;
+  }
+  return numbers;
+}
+
+template <class T>
+std::optional<Value> valueOf(std::optional<T> converted) {
+  if (!converted) return std::nullopt;
+  return std::optional<Value>(std::in_place, std::in_place_type<T>, *std::move(converted));
+}
+
+}  // namespace
+
+VARIANT toVariant(Value value, const ValueType& type) {
+  VARIANT variant{};
+  if (auto* object = std::get_if<OwnedDispatch>(&value)) {
+    variant.vt = VT_DISPATCH;
+    variant.pdispVal = object->detach();
+  } else {
+    variant = plainVariant(value);
+  }
+  // A table whose getter does not give what its row declares is a mistake of ours, and a test reads every row.
+  if (type.base() != VT_VARIANT && variant.vt != type.base()) {
+    VariantClear(&variant);
+    throw std::logic_error("a getter gives another type than its row declares");
+  }
+  return variant;
+}
+
+std::optional<Value> fromVariant(const VARIANT& variant, const ValueType& type) {
+  if (variant.vt == (VT_BYREF | VT_VARIANT)) {
+    if (variant.pvarVal == nullptr || variant.pvarVal->vt == (VT_BYREF | VT_VARIANT)) return std::nullopt;
+    return fromVariant(*variant.pvarVal, type);
+  }
+  if (variant.vt == VT_EMPTY || variant.vt == VT_NULL) return std::nullopt;
+  const bool isArray = (variant.vt & VT_ARRAY) != 0;
+  const bool isObject = variant.vt == VT_DISPATCH || variant.vt == VT_UNKNOWN;
+  if (type.base() == VT_DISPATCH) {
+    // Objects that have a number (a colour and its index) or a name take these too.
+    if (variant.vt != VT_DISPATCH) {
+      if (isArray || isObject) return std::nullopt;
+      const std::optional<std::int32_t> number = integerFrom(variant);
+      if (!number && variant.vt == VT_BSTR) return valueOf(textFrom(variant));
+      return valueOf(number);
+    }
+    if (variant.pdispVal == nullptr) return std::nullopt;
+    return Value(OwnedDispatch::sharing(variant.pdispVal));
+  }
+  if (type.base() == VT_VARIANT) {
+    std::optional<std::vector<double>> numbers = numbersFrom(variant);
+    if (numbers && numbers->size() == 3) return Value(Vector3{(*numbers)[0], (*numbers)[1], (*numbers)[2]});
+    return valueOf(std::move(numbers));
+  }
+  if (isArray || isObject) return std::nullopt;
+  switch (type.base()) {
+    case VT_R8:
+      return valueOf(realFrom(variant));
+    case VT_I4:
+      return valueOf(integerFrom(variant));
+    case VT_BSTR:
+      return valueOf(textFrom(variant));
+    case VT_BOOL: {
+      if (variant.vt == VT_BOOL) return Value(variant.boolVal != VARIANT_FALSE);
+      const std::optional<std::int32_t> number = integerFrom(variant);
+      if (!number || *number < -1 || *number > 1) return std::nullopt;
+      return Value(*number != 0);
+    }
+    default:
+      return std::nullopt;
+  }
+}
+
+}  // namespace velt::automation

@@ -1,0 +1,146 @@
+#include "embedded/automation/objects/ColorObject.h"
+
+#include "embedded/automation/model/ColorNames.h"
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/com/StringHolder.h"
+#include "embedded/database/Colors.h"
+
+namespace velt::automation {
+namespace {
+
+constexpr std::uint32_t methodMask = 0xFF000000;
+constexpr std::uint32_t byRgb = 0xC2000000;
+constexpr std::uint32_t byIndex = 0xC3000000;
+constexpr std::uint32_t noColor = 0xC8000000;
+
+bool isColor(std::uint32_t value) {
+  const std::uint32_t method = value & methodMask;
+  return (method >= database::colorByLayer && method <= byIndex) || method == noColor;
+}
+
+Value getEntityColor(ColorObject& object, std::int32_t) {
+  return static_cast<std::int32_t>(object.color().color());
+}
+
+void putEntityColor(ColorObject& object, const Value& value) {
+  const HRESULT result = object.put_EntityColor(std::get<std::int32_t>(value));
+  if (FAILED(result)) throw Refusal(result, L"The value is no colour.");
+}
+
+Value getColorName(ColorObject& object, std::int32_t) {
+  return std::wstring(object.color().colorName());
+}
+Value getBookName(ColorObject& object, std::int32_t) {
+  return std::wstring(object.color().bookName());
+}
+
+Value getColorIndex(ColorObject& object, std::int32_t) {
+  const std::uint32_t value = object.color().color();
+  switch (value & methodMask) {
+    case database::colorByLayer:
+      return byLayerIndex;
+    case database::colorByBlock:
+      return byBlockIndex;
+    case byIndex:
+      return static_cast<std::int32_t>(value & 0xFF);
+    default:
+      throw Refusal(E_FAIL, L"The colour is none of the colour index.");
+  }
+}
+
+void putColorIndex(ColorObject& object, const Value& value) {
+  const std::int32_t index = std::get<std::int32_t>(value);
+  if (index < byBlockIndex || index > byLayerIndex) {
+    throw Refusal(E_INVALIDARG, L"A colour index lies between 0 and 256.");
+  }
+  std::uint32_t color = database::colorOfIndex(static_cast<std::uint32_t>(index));
+  if (index == byLayerIndex) color = database::colorByLayer;
+  if (index == byBlockIndex) color = database::colorByBlock;
+  object.put_EntityColor(static_cast<LONG>(color));
+}
+
+template <int Shift>
+Value getPart(ColorObject& object, std::int32_t) {
+  const std::uint32_t value = object.color().color();
+  if ((value & methodMask) != byRgb)
+    throw Refusal(E_FAIL, L"The colour is not given as red, green and blue.");
+  return static_cast<std::int32_t>((value >> Shift) & 0xFF);
+}
+
+HRESULT giveName(const wchar_t* name, BSTR* out) {
+  if (out == nullptr) return E_POINTER;
+  BSTR copy = SysAllocString(name);
+  if (copy == nullptr) return E_OUTOFMEMORY;
+  *out = copy;
+  return S_OK;
+}
+
+}  // namespace
+
+// clang-format off
+const MemberRow<ColorObject> ColorObject::members[7] = {
+  // id  name            help                                                                        type     get             put             method
+  {  1, L"EntityColor",  L"The colour in one number: the way of colouring in the top byte.",         VT_I4,   getEntityColor, putEntityColor, false},
+  {  2, L"ColorName",    L"Name within the colour book, empty for none.",                            VT_BSTR, getColorName,   nullptr,        false},
+  {  3, L"BookName",     L"Name of the colour book, empty for none.",                                VT_BSTR, getBookName,    nullptr,        false},
+  {  4, L"ColorIndex",   L"0 by block, 1 to 255 the colour index, 256 by layer.",                    VT_I4,   getColorIndex,  putColorIndex,  false},
+  {  5, L"Red",          L"Red part of a true colour, 0 to 255.",                                    VT_I4,   getPart<16>,    nullptr,        false},
+  {  6, L"Green",        L"Green part of a true colour, 0 to 255.",                                  VT_I4,   getPart<8>,     nullptr,        false},
+  {  7, L"Blue",         L"Blue part of a true colour, 0 to 255.",                                   VT_I4,   getPart<0>,     nullptr,        false},
+};
+// clang-format on
+
+OwnedDispatch ColorObject::make(const VkCmColor& color) {
+  OwnedDispatch made = OwnedDispatch::owning(com::makeObject<ColorObject>(color));
+  if (!made) throw Refusal(E_OUTOFMEMORY, L"Memory is exhausted.");
+  return made;
+}
+
+HRESULT ColorObject::put_EntityColor(LONG value) {
+  const auto bits = static_cast<std::uint32_t>(value);
+  if (!isColor(bits)) return E_INVALIDARG;
+  color_.setColor(bits);
+  return S_OK;
+}
+
+HRESULT ColorObject::get_EntityColor(LONG* value) {
+  if (value == nullptr) return E_POINTER;
+  *value = static_cast<LONG>(color_.color());
+  return S_OK;
+}
+
+HRESULT ColorObject::get_ColorName(BSTR* name) {
+  return giveName(color_.colorName(), name);
+}
+
+HRESULT ColorObject::get_BookName(BSTR* name) {
+  return giveName(color_.bookName(), name);
+}
+
+HRESULT ColorObject::SetNames(BSTR colorName, BSTR bookName) {
+  return guarded([&] {
+    color_.setNames(colorName, bookName);
+    return S_OK;
+  });
+}
+
+VkCmColor colorOf(IUnknown& object) {
+  void* found = nullptr;
+  if (FAILED(object.QueryInterface(IID_IVeltVkCmColor, &found)) || found == nullptr) {
+    throw Refusal(E_NOINTERFACE, L"The object is no colour.");
+  }
+  const auto source = com::InterfaceHolder<IVeltVkCmColor>::owning(static_cast<IVeltVkCmColor*>(found));
+  LONG value = 0;
+  com::StringHolder colorName;
+  com::StringHolder bookName;
+  for (const HRESULT result : {source->get_EntityColor(&value), source->get_ColorName(colorName.put()),
+                               source->get_BookName(bookName.put())}) {
+    if (FAILED(result)) throw Refusal(result, L"The colour cannot be read.");
+  }
+  VkCmColor color;
+  color.setColor(static_cast<std::uint32_t>(value));
+  color.setNames(colorName.get(), bookName.get());
+  return color;
+}
+
+}  // namespace velt::automation

@@ -1,0 +1,75 @@
+#include "embedded/automation/polylines/HeavyPolyline.h"
+
+#include "embedded/automation/geometry/EntityGeometry.h"
+
+namespace velt::automation {
+namespace {
+
+// Of the head.
+constexpr std::int64_t closedFlag = 1;
+constexpr std::int64_t splineFitFlag = 4;
+constexpr std::int64_t polyfaceFlag = 64;
+
+// Of a vertex.
+constexpr std::int64_t addedByFit = 1;
+constexpr std::int64_t addedBySpline = 8;
+constexpr std::int64_t ofSplineFrame = 16;
+constexpr std::int64_t isMeshVertex = 64;
+constexpr std::int64_t isPolyfacePart = 128;
+
+// Vertices say their kind in several markers, but no code twice.
+constexpr std::string_view any = "*";
+
+void addVertex(HeavyPolyline& shape, std::uint32_t record, const database::Lens& head) {
+  const database::Lens vertex(head.drawing(), record);
+  const std::int64_t headFlags = head.integer(70, any, 0);
+  const std::int64_t flags = vertex.integer(70, any, 0);
+  if ((headFlags & polyfaceFlag) != 0 && (flags & isMeshVertex) == 0) {
+    if ((flags & isPolyfacePart) != 0) ++shape.faces;
+    return;
+  }
+  const Vector3 place = pointAt(vertex, 10, any);
+  const bool isOfFrame = (flags & ofSplineFrame) != 0;
+  const bool isKnown =
+      (headFlags & splineFitFlag) != 0 ? isOfFrame : (flags & (addedByFit | addedBySpline)) == 0;
+  if (isKnown) {
+    shape.places.push_back(place);
+    shape.records.push_back(record);
+    shape.widths.push_back(
+        {vertex.real(40, any, head.real(40, any, 0)), vertex.real(41, any, head.real(41, any, 0))});
+  }
+  if (!isOfFrame) shape.drawn.push_back({place, vertex.real(42, any, 0)});
+}
+
+HeavyPolyline readPolyline(const Subject& subject) {
+  HeavyPolyline shape;
+  const database::Lens head = subject.lens();
+  shape.closed = (head.integer(70, any, 0) & closedFlag) != 0;
+  const database::RecordRange members = subject.drawing().members(subject.record());
+  for (std::uint32_t record = members.first; record < members.first + members.count; ++record) {
+    if (!subject.drawing().isErased(record)) addVertex(shape, record, head);
+  }
+  return shape;
+}
+
+struct Last {
+  VkDbObjectId id;
+  std::uint64_t revision = 0;
+  HeavyPolyline shape;
+};
+
+}  // namespace
+
+const HeavyPolyline& heavyPolyline(const Subject& subject) {
+  thread_local Last last;
+  const std::uint64_t revision = subject.drawing().revision();
+  if (last.id != subject.id() || last.revision != revision) {
+    last.id = VkDbObjectId::kNull;
+    last.shape = readPolyline(subject);
+    last.id = subject.id();
+    last.revision = revision;
+  }
+  return last.shape;
+}
+
+}  // namespace velt::automation

@@ -1,0 +1,68 @@
+#include "embedded/automation/polylines/PolylineShape.h"
+
+#include <cstdint>
+#include <limits>
+#include <string_view>
+
+#include "dxf/Numbers.h"
+
+namespace velt::automation {
+namespace {
+
+constexpr std::string_view subclass = "AcDbPolyline";
+constexpr std::int64_t closedFlag = 1;
+
+PolylineShape readShape(const database::Lens& lens) {
+  PolylineShape shape;
+  shape.closed = (lens.integer(70, subclass, 0) & closedFlag) != 0;
+  double commonWidth = 0;
+  lens.view().visit(subclass, [&](std::size_t index) {
+    const int code = lens.view().code(index);
+    const auto number = [&] { return dxf::parseReal(lens.view().value(index)).value_or(0.0); };
+    if (code == 43) commonWidth = number();
+    if (code == 10) {
+      shape.vertices.push_back({});
+      shape.vertices.back().place.point.x = number();
+      shape.vertices.back().startWidth = shape.vertices.back().endWidth = commonWidth;
+    }
+    if (shape.vertices.empty()) return true;
+    PolylineVertex& vertex = shape.vertices.back();
+    if (code == 20) vertex.place.point.y = number();
+    if (code == 40) vertex.startWidth = number();
+    if (code == 41) vertex.endWidth = number();
+    if (code == 42) vertex.place.bulge = number();
+    return true;
+  });
+  return shape;
+}
+
+struct Last {
+  VkDbObjectId id;
+  std::uint64_t revision = 0;
+  PolylineShape shape;
+};
+
+}  // namespace
+
+std::vector<BulgeVertex> PolylineShape::path() const {
+  std::vector<BulgeVertex> path;
+  path.reserve(vertices.size());
+  for (const PolylineVertex& vertex : vertices)
+    path.push_back(vertex.place);
+  return path;
+}
+
+const PolylineShape& polylineShape(const Subject& subject) {
+  thread_local Last last;
+  // An id is never given twice, so it tells one drawing from another as well.
+  const std::uint64_t revision = subject.drawing().revision();
+  if (last.id != subject.id() || last.revision != revision) {
+    last.id = VkDbObjectId::kNull;
+    last.shape = readShape(subject.lens());
+    last.id = subject.id();
+    last.revision = revision;
+  }
+  return last.shape;
+}
+
+}  // namespace velt::automation

@@ -1,0 +1,17 @@
+#include "embedded/sources/HostSources.h"
+
+#include "embedded/sources/BlockAttributes.h"
+#include "embedded/sources/ExtendedData.h"
+#include "embedded/sources/SourceRegistry.h"
+#include "host/database/VkDbEntity.h"
+
+namespace velt::palette {
+
+void attachHostSources(SourceRegistry& registry) {
+  const auto attributes = com::InterfaceHolder<IPropertySource>::owning(makeBlockAttributes());
+  const auto extendedData = com::InterfaceHolder<IPropertySource>::owning(makeExtendedData());
+  registry.attach(blockAttributesSource, VkDbBlockReference::desc(), attributes.get());
+  registry.attach(extendedDataSource, VkDbEntity::desc(), extendedData.get());
+}
+
+}  // namespace velt::palette

@@ -1,0 +1,42 @@
+// Loads plug-ins and offers their property sources, until it ends.
+//
+// Ownership: at its end the sources are taken out of the registry and let go of, with the properties that they handed
+// out, so it must outlive the rows of whoever shows them. The code of a plug-in stays in the process: what it gave out
+// may be released late. The listener is not called after the end.
+// Failure: what goes wrong with a plug-in is told to the listener, with the plug-in's file name, and the others are not
+// touched by it (see Plugin.h, GuardedSource.h).
+// Threads: one at a time.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "embedded/sources/PluginReports.h"
+
+namespace velt::palette {
+
+class LoadedPlugins {
+ public:
+  explicit LoadedPlugins(PluginReports::Sink listener = PluginReports::standardError());
+  ~LoadedPlugins();
+  LoadedPlugins(const LoadedPlugins&) = delete;
+  LoadedPlugins& operator=(const LoadedPlugins&) = delete;
+
+  /// Loads the shared object and lets it add its sources. False, after telling why, when it is none, has no entry point
+  /// or another version, refuses, or is loaded already; nothing that it added stays then.
+  bool load(const std::filesystem::path& file);
+
+ private:
+  struct Plugin {
+    void* library;
+    std::shared_ptr<PluginReports> reports;
+    std::vector<std::wstring> sources;
+  };
+
+  PluginReports::Sink listener_;
+  std::vector<Plugin> plugins_;
+};
+
+}  // namespace velt::palette

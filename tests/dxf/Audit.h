@@ -1,0 +1,54 @@
+// A second opinion on drawings that are made here: Debian's python3-ezdxf, where it is installed.
+#pragma once
+
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "tests/dxf/Drawings.h"
+
+namespace velt::dxf::testing {
+
+/// What the audit finds, a line each, and then the types of the entities in model space with their counts; nothing when
+/// the auditor is missing.
+inline std::optional<std::string> audited(const std::string& bytes) {
+  constexpr const char* program = R"(
+import sys
+try:
+    import ezdxf
+except ImportError:
+    sys.exit(77)
+import collections
+drawing = ezdxf.readfile(sys.argv[1])
+audit = drawing.audit()
+for finding in audit.errors + audit.fixes:
+    print('finding:', finding.message)
+counts = collections.Counter(entity.dxftype() for entity in drawing.modelspace())
+print(' '.join('%s=%d' % pair for pair in sorted(counts.items())))
+)";
+  const TemporaryFile script("audit.py", program);
+  const TemporaryFile drawing("audited.dxf", bytes);
+  const std::string arguments = " '" + script.path().string() + "' '" + drawing.path().string() + "' 2>&1";
+  // The package is the system's, which need not be the first interpreter of the path.
+  for (const char* python : {"/usr/bin/python3", "python3"}) {
+    std::string output;
+    FILE* const pipe = popen((python + arguments).c_str(), "r");
+    if (pipe == nullptr) continue;
+    std::array<char, 4096> buffer{};
+    while (std::fgets(buffer.data(), buffer.size(), pipe) != nullptr)
+      output += buffer.data();
+    const int status = pclose(pipe);
+    constexpr int missing = 77;
+    constexpr int noSuchProgram = 127;
+    if (WIFEXITED(status) && (WEXITSTATUS(status) == missing || WEXITSTATUS(status) == noSuchProgram))
+      continue;
+    return output;
+  }
+  return std::nullopt;
+}
+
+}  // namespace velt::dxf::testing

@@ -1,0 +1,189 @@
+#include "dxf/TagReader.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "dxf/Error.h"
+#include "tests/dxf/Drawings.h"
+
+namespace velt::dxf {
+namespace {
+
+using testing::pairs;
+
+struct Read {
+  int code;
+  std::string value;
+  bool operator==(const Read&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Read& read) {
+  return out << read.code << '|' << read.value;
+}
+
+std::vector<Read> readAll(const std::string& bytes) {
+  const TagList list = readTags(bytes, "a.dxf");
+  std::vector<Read> all;
+  std::uint32_t at = list.begin;
+  for (const Tag& tag : list.tags) {
+    // Every byte belongs to exactly one pair.
+    EXPECT_GE(tag.begin(), at);
+    at = tag.valueEnd();
+    all.push_back({tag.code, bytes.substr(tag.offset, tag.length)});
+  }
+  EXPECT_LE(at, list.end);
+  return all;
+}
+
+/// "line: message", or what was read when nothing was wrong.
+std::string errorOf(const std::string& bytes) {
+  try {
+    (void)readTags(bytes, "a.dxf");
+    return "no error";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.file(), "a.dxf");
+    EXPECT_NE(std::string(error.what()).find(error.message()), std::string::npos);
+    return std::to_string(error.line()) + ": " + error.message();
+  }
+}
+
+TEST(TagReader, ReadsPairsOfBothLineEndsAndOfAMix) {
+  const std::vector<Read> expected{{0, "SECTION"}, {2, "ENTITIES"}, {0, "EOF"}};
+  EXPECT_EQ(readAll("  0\nSECTION\n  2\nENTITIES\n  0\nEOF\n"), expected);
+  EXPECT_EQ(readAll("  0\r\nSECTION\r\n  2\r\nENTITIES\r\n  0\r\nEOF\r\n"), expected);
+  EXPECT_EQ(readAll("  0\r\nSECTION\n  2\nENTITIES\r\n  0\r\nEOF\n"), expected);
+}
+
+TEST(TagReader, ReadsGroupCodesInEveryPadding) {
+  EXPECT_EQ(readAll("0\nA\n 10\n1\n  8\nB\n1071\n5\n\t70 \n2\n    62\n3\n-5\nC\n  0\nEOF\n"),
+            (std::vector<Read>{
+                {0, "A"}, {10, "1"}, {8, "B"}, {1071, "5"}, {70, "2"}, {62, "3"}, {-5, "C"}, {0, "EOF"}}));
+}
+
+TEST(TagReader, KeepsTheBlanksOfValues) {
+  EXPECT_EQ(readAll("  1\n  two  \n  1\n\n  1\n\t\n  0\n EOF \n"),
+            (std::vector<Read>{{1, "  two  "}, {1, ""}, {1, "\t"}, {0, " EOF "}}));
+}
+
+TEST(TagReader, KeepsOneCarriageReturnOfTwo) {
+  EXPECT_EQ(readAll("  1\r\r\nx\r\r\n  0\nEOF\n"), (std::vector<Read>{{1, "x\r"}, {0, "EOF"}}));
+}
+
+TEST(TagReader, SkipsAByteOrderMark) {
+  const std::string bytes = "\xEF\xBB\xBF  0\nEOF\n";
+  EXPECT_EQ(readAll(bytes), (std::vector<Read>{{0, "EOF"}}));
+  EXPECT_EQ(readTags(bytes, "a.dxf").begin, 3U);
+}
+
+TEST(TagReader, StopsAtTheEofPair) {
+  const std::string bytes = "  0\nEOF\nanything\n at all";
+  const TagList list = readTags(bytes, "a.dxf");
+  EXPECT_EQ(list.tags.size(), 1U);
+  EXPECT_EQ(bytes.substr(list.end), "anything\n at all");
+  EXPECT_EQ(readTags("  0\n EOF\t\nanything\n at all", "a.dxf").tags.size(), 1U);
+}
+
+TEST(TagReader, ToleratesAMissingEof) {
+  EXPECT_EQ(readAll("  0\nLINE\n  8\nWalls\n"), (std::vector<Read>{{0, "LINE"}, {8, "Walls"}}));
+  EXPECT_EQ(readAll("  0\nLINE\n  8\nWalls"), (std::vector<Read>{{0, "LINE"}, {8, "Walls"}}));
+}
+
+TEST(TagReader, ToleratesBlankLinesAtTheEnd) {
+  for (const char* end : {"\n", " \r\n\n", "\x1A", "  "}) {
+    EXPECT_EQ(readAll(std::string("  0\nLINE\n") + end), (std::vector<Read>{{0, "LINE"}}));
+  }
+}
+
+TEST(TagReader, RefusesAPairThatIsCutOff) {
+  EXPECT_EQ(errorOf("  0\nLINE\n 10\n"), "3: truncated: group code 10 has no value");
+  EXPECT_EQ(errorOf("  0\nLINE\n 10"), "3: truncated: group code 10 has no value");
+}
+
+TEST(TagReader, RefusesALineThatIsNoGroupCode) {
+  EXPECT_EQ(errorOf("  0\nLINE\nWalls\n  8\n"), "3: expected a group code, found 'Walls'");
+  EXPECT_EQ(errorOf("  0\r\nLINE\r\n8x\r\n1\r\n"), "3: expected a group code, found '8x'");
+  EXPECT_EQ(errorOf("  0\nLINE\n\n  8\nx\n"), "3: expected a group code, found ''");
+  EXPECT_EQ(errorOf("  0\nLINE\n99999\nx\n"), "3: expected a group code, found '99999'");
+  EXPECT_EQ(errorOf("  0\nLINE\n4294967296\nx\n"), "3: expected a group code, found '4294967296'");
+  EXPECT_EQ(errorOf("  0\nLINE\n1 0\nx\n"), "3: expected a group code, found '1 0'");
+  EXPECT_EQ(errorOf("  0\nLINE\n-\nx\n"), "3: expected a group code, found '-'");
+}
+
+TEST(TagReader, QuotesNoMoreThanIsReadable) {
+  EXPECT_EQ(errorOf("  0\nLINE\n\x01\xFF" + std::string(100, 'x') + "\n"),
+            "3: expected a group code, found '??" + std::string(38, 'x') + "...'");
+}
+
+TEST(TagReader, RefusesAGroupCodeBehindAnEndlessPadding) {
+  EXPECT_EQ(errorOf(std::string(70000, ' ') + "0\nEOF\n").substr(0, 40),
+            "1: not a DXF drawing: expected a group c");
+}
+
+TEST(TagReader, RefusesAFileThatIsNoDrawing) {
+  EXPECT_EQ(errorOf("Dear reader,\n"), "1: not a DXF drawing: expected a group code, found 'Dear reader,'");
+  EXPECT_EQ(errorOf("PK\x03\x04"),
+            "1: not a DXF drawing: expected a group code, found 'PK?"
+            "?'");
+}
+
+TEST(TagReader, RefusesAnEmptyFile) {
+  EXPECT_EQ(errorOf(""), "0: the file is empty");
+}
+
+TEST(TagReader, RefusesABinaryDrawing) {
+  EXPECT_EQ(errorOf(std::string("AutoCAD Binary DXF\r\n\x1A\0\0SECTION", 30)),
+            "0: this is a binary DXF drawing, only DXF drawings in text form can be read");
+}
+
+TEST(TagReader, RefusesTextInUtf16) {
+  EXPECT_EQ(errorOf(std::string("\xFF\xFE \0 \0", 6)), "0: not a DXF drawing: the text is UTF-16");
+}
+
+TEST(TagReader, SaysWhereItIs) {
+  // given
+  std::string bytes;
+  for (int i = 0; i < 300000; ++i)
+    bytes += pairs({"8|Walls"});
+  std::vector<std::uint64_t> done;
+  // when
+  (void)readTags(bytes, "a.dxf", [&](std::uint64_t bytesDone, std::uint64_t bytesTotal) {
+    EXPECT_EQ(bytesTotal, bytes.size());
+    done.push_back(bytesDone);
+  });
+  // then
+  ASSERT_GE(done.size(), 3U);
+  EXPECT_LE(done.size(), bytes.size() / (1 << 20) + 2);
+  EXPECT_TRUE(std::is_sorted(done.begin(), done.end()));
+  EXPECT_GT(done.front(), 0U);
+  EXPECT_LT(done.front(), bytes.size() / 2);
+  EXPECT_EQ(done.back(), bytes.size());
+}
+
+TEST(TagReader, GivesUpWhenTheProgressThrows) {
+  EXPECT_THROW(
+      (void)readTags("  0\nEOF\n", "a.dxf", [](auto, auto) { throw std::runtime_error("cancelled"); }),
+      std::runtime_error);
+}
+
+TEST(TagReader, TakesNoMoreRoomThanTheBytesAccountFor) {
+  // given lines that would make sixty times as many tags, behind the end of the drawing
+  const std::string bytes = "  0\nEOF\n" + std::string(1 << 20, '\n');
+  // when
+  const TagList list = readTags(bytes, "a.dxf");
+  // then
+  EXPECT_LE(list.tags.capacity() * sizeof(Tag), bytes.size() * 3 / 2 + 2 * sizeof(Tag));
+}
+
+TEST(TagReader, LeavesNoRoomUnused) {
+  std::string bytes;
+  for (int i = 0; i < 1000; ++i)
+    bytes += pairs({"8|Walls", "10|1.25"});
+  const TagList list = readTags(bytes, "a.dxf");
+  EXPECT_LE(list.tags.capacity(), list.tags.size() + 1);
+}
+
+}  // namespace
+}  // namespace velt::dxf

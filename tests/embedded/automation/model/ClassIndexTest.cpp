@@ -1,0 +1,81 @@
+#include "embedded/automation/model/ClassIndex.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/embedded/automation/Toys.h"
+
+namespace velt::automation {
+namespace {
+
+using namespace test;
+
+TEST(ClassIndex, GeneralRowsStandBeforeTheClassesOwn) {
+  const ClassIndex index(toyClass);
+  ASSERT_EQ(1 + std::size(toyRows), index.rows().size());
+  EXPECT_EQ(&toyGeneralRows[0], index.rows()[0]);
+  EXPECT_EQ(&toyRows[0], index.rows()[1]);
+}
+
+TEST(ClassIndex, FindsEveryRowByIdAndByName) {
+  const ClassIndex index(toyClass);
+  for (const PropertyRow* row : index.rows()) {
+    EXPECT_EQ(row, index.find(row->dispId));
+    EXPECT_EQ(row, index.find(std::wstring_view(row->name)));
+  }
+}
+
+TEST(ClassIndex, FindsNothingElse) {
+  const ClassIndex index(toyClass);
+  for (const DISPID id : {0, -1, -23, 4, 91, 0x7FFFFFFF, -0x7FFFFFFF})
+    EXPECT_EQ(nullptr, index.find(id)) << id;
+  for (const wchar_t* name : {L"", L"Rea", L"Reall", L"Refusa1"}) {
+    EXPECT_EQ(nullptr, index.find(std::wstring_view(name)));
+  }
+}
+
+TEST(ClassIndex, LabelsOfElementsFollowTheRowOrStandAlone) {
+  const ClassIndex index(toyClass);
+  ASSERT_EQ(3U, index.elementLabels(*index.find(11)).size());
+  EXPECT_EQ(L"Spot Z", index.elementLabels(*index.find(11))[2]);
+  ASSERT_EQ(2U, index.elementLabels(*index.find(12)).size());
+  EXPECT_EQ(L"First", index.elementLabels(*index.find(12))[0]);
+  EXPECT_TRUE(index.elementLabels(*index.find(7)).empty());
+}
+
+TEST(ClassIndex, AClassMayHaveNoGeneralRows) {
+  const AutomationClass bare = {CLSID_VeltTable, L"VeltBare", L"", "", L"", nullptr, toyRows};
+  EXPECT_EQ(std::size(toyRows), ClassIndex(bare).rows().size());
+}
+
+TEST(NameIndex, ManyNamesAreAllFound) {
+  std::vector<std::wstring> names;
+  for (int i = 0; i < 1000; ++i)
+    names.push_back(L"Name" + std::to_wstring(i));
+  NameIndex index;
+  for (std::size_t i = 0; i < names.size(); ++i)
+    index.add(names[i].c_str(), i);
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    std::wstring lower = names[i];
+    lower[0] = L'n';
+    EXPECT_EQ(i, index.find(lower));
+  }
+  EXPECT_FALSE(index.find(L"Name1000"));
+}
+
+TEST(NameIndex, TheFirstOfEqualNamesStays) {
+  NameIndex index;
+  index.add(L"Area", 1);
+  index.add(L"AREA", 2);
+  EXPECT_EQ(1U, index.find(L"area"));
+}
+
+TEST(NameIndex, OnlyLettersOfAsciiHaveTwoCases) {
+  NameIndex index;
+  index.add(L"\u00C4rea[", 1);
+  EXPECT_FALSE(index.find(L"\u00E4rea["));
+  EXPECT_FALSE(index.find(L"\u00C4rea{"));
+  EXPECT_TRUE(index.find(L"\u00C4REA["));
+}
+
+}  // namespace
+}  // namespace velt::automation

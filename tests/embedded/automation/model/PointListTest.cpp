@@ -1,0 +1,63 @@
+#include "embedded/automation/model/PointList.h"
+
+#include <gtest/gtest.h>
+
+#include "embedded/database/RecordEditor.h"
+#include "tests/embedded/automation/Edits.h"
+
+namespace velt::automation {
+namespace {
+
+using namespace test;
+
+int reads = 0;
+
+std::vector<Vector3> readTens(const Subject& subject) {
+  ++reads;
+  return storedPoints(subject, 10, "*");
+}
+
+std::vector<Vector3> readElevens(const Subject& subject) {
+  return storedPoints(subject, 11, "*");
+}
+
+class PointListTest : public ::testing::Test {
+ protected:
+  // clang-format off
+  std::unique_ptr<Drawing> drawing = Sample()
+      .entity("TOY", {{10, "1"}, {20, "2"}, {30, "3"}, {10, "4"}, {20, "5"}, {11, "7"}})
+      .entity("TOY", {{10, "9"}})
+      .open();
+  // clang-format on
+};
+
+TEST_F(PointListTest, IsReadOnceUntilSomethingElseIsAskedFor) {
+  reads = 0;
+  EXPECT_EQ((std::vector<Vector3>{{1, 2, 3}, {4, 5, 0}}), pointList(subjectOf(*drawing), readTens));
+  EXPECT_EQ(2U, pointList(subjectOf(*drawing), readTens).size());
+  EXPECT_EQ(1, reads);
+  EXPECT_EQ((std::vector<Vector3>{{7, 0, 0}}), pointList(subjectOf(*drawing), readElevens));
+  EXPECT_EQ((std::vector<Vector3>{{9, 0, 0}}), pointList(subjectOf(*drawing, 1), readTens));
+  EXPECT_EQ(2, reads);
+}
+
+TEST_F(PointListTest, IsReadAgainAfterAnEdit) {
+  EXPECT_EQ(9, pointList(subjectOf(*drawing, 1), readTens).front().x);
+  EXPECT_TRUE(database::RecordEditor(*drawing, recordOf(*drawing, 1)).setReal(10, "*", 8));
+  EXPECT_EQ(8, pointList(subjectOf(*drawing, 1), readTens).front().x);
+}
+
+TEST_F(PointListTest, ElementsAreTheCoordinatesInTurn) {
+  const Access access = computedPoints<readTens>();
+  const PropertyRow row = {1,      L"Toy",        L"Toy", VT_VARIANT, palette::Category::Misc,
+                           access, Choices::None, 1,      L""};
+  const Subject subject = subjectOf(*drawing);
+  EXPECT_EQ(2U, access.elements->groups(subject, row));
+  const std::vector<double> expected = {1, 2, 3, 4, 5, 0};
+  EXPECT_EQ(expected, std::get<std::vector<double>>(access.get(subject, row)));
+  for (std::size_t element = 0; element < expected.size(); ++element)
+    EXPECT_EQ(expected[element], access.elements->get(subject, row, element));
+}
+
+}  // namespace
+}  // namespace velt::automation

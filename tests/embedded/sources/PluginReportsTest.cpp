@@ -1,0 +1,64 @@
+#include "embedded/sources/PluginReports.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <vector>
+
+#include "host/com/ComError.h"
+
+namespace velt::palette {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+PluginReports::Sink into(Lines& lines) {
+  return [&lines](const std::string& line) { lines.push_back(line); };
+}
+
+TEST(PluginReports, TellEachKindOnceAndMessagesAlways) {
+  Lines lines;
+  PluginReports reports("bad.so", into(lines));
+  reports.tell(Trouble::Exception, "GetProperties threw");
+  reports.tell(Trouble::Exception, "GetProperties threw again");
+  reports.tell(Trouble::Failure, "GetProperties failed");
+  reports.tell(Trouble::Message, "hello");
+  reports.tell(Trouble::Message, "hello");
+  EXPECT_EQ((Lines{"plug-in bad.so: GetProperties threw", "plug-in bad.so: GetProperties failed",
+                   "plug-in bad.so: hello", "plug-in bad.so: hello"}),
+            lines);
+}
+
+TEST(PluginReports, AreSilentOnDemandAndWithoutAListener) {
+  Lines lines;
+  PluginReports reports("bad.so", into(lines));
+  reports.silence();
+  reports.tell(Trouble::Exception, "x");
+  EXPECT_TRUE(lines.empty());
+  PluginReports("bad.so", nullptr).tell(Trouble::Exception, "x");
+}
+
+TEST(PluginReports, GoToStandardErrorAsLines) {
+  testing::internal::CaptureStderr();
+  PluginReports("bad.so", PluginReports::standardError()).tell(Trouble::Failure, "x");
+  EXPECT_EQ("plug-in bad.so: x\n", testing::internal::GetCapturedStderr());
+}
+
+template <class Thrown>
+std::string described(const Thrown& thrown) {
+  try {
+    throw thrown;
+  } catch (...) {
+    return describeException();
+  }
+}
+
+TEST(PluginReports, DescribeEveryException) {
+  EXPECT_EQ("broken", described(std::runtime_error("broken")));
+  EXPECT_EQ("no \u00FCbung", described(_com_error(E_FAIL, L"no \u00FCbung")));
+  EXPECT_EQ("The operation failed.", described(_com_error(E_FAIL)));
+  EXPECT_EQ("an exception of a type of its own", described(5));
+}
+
+}  // namespace
+}  // namespace velt::palette
