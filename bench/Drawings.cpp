@@ -190,13 +190,13 @@ std::string drawingOfPolylines(std::uint32_t vertices) {
 }
 
 std::string drawingOfReferences(std::uint32_t references, std::uint32_t attributes, bool isDynamic) {
-  dxf::DrawingBuilder drawing;
-  dxf::BlockBuilder& symbol = drawing.block("SYMBOL");
+  samples::DrawingBuilder drawing;
+  samples::BlockBuilder& symbol = drawing.block("SYMBOL");
   for (const char* const shape : {"*U1", "*U2"}) {
-    dxf::BlockBuilder& made = drawing.block(shape);
+    samples::BlockBuilder& made = drawing.block(shape);
     if (isDynamic) made.isMadeOf(symbol);
   }
-  std::vector<dxf::Attribute> list(attributes);
+  std::vector<samples::Attribute> list(attributes);
   for (std::uint32_t tag = 0; tag < attributes; ++tag)
     list[tag].tag = fmt::format("TAG{}", tag);
   for (std::uint32_t number = 0; number < references; ++number) {

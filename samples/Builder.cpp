@@ -6,7 +6,7 @@
 #include <numbers>
 #include <utility>
 
-namespace velt::dxf {
+namespace velt::samples {
 namespace {
 
 constexpr std::string_view modelSpace = "*Model_Space";
@@ -797,4 +797,4 @@ void DrawingBuilder::writeLayout(PairWriter& out, const BlockBuilder& space, std
   out.handle(330, space.recordHandle_);
 }
 
-}  // namespace velt::dxf
+}  // namespace velt::samples

@@ -14,7 +14,11 @@
 
 #include "dxf/PairWriter.h"
 
-namespace velt::dxf {
+namespace velt::samples {
+
+using dxf::Encoding;
+using dxf::PairWriter;
+using dxf::Point;
 
 class DrawingBuilder;
 using Handle = std::uint64_t;
@@ -332,4 +336,4 @@ class DrawingBuilder {
   std::deque<BlockBuilder> blocks_;  ///< model space, paper space, and those that were asked for
 };
 
-}  // namespace velt::dxf
+}  // namespace velt::samples

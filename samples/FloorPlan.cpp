@@ -9,7 +9,7 @@
 #include "samples/Builder.h"
 #include "dxf/Numbers.h"
 
-namespace velt::dxf {
+namespace velt::samples {
 namespace {
 
 // Of a segment that turns by a quarter and by a half circle to the left.
@@ -405,7 +405,7 @@ void addDimension(DrawingBuilder& drawing, std::string_view block, const Point& 
               {.height = 150, .rotation = isVertical ? 90.0 : 0.0, .style = "Narrow", .attachment = 8},
               style);
 
-  const auto real = [](double value) { return formatReal(value); };
+  const auto real = [](double value) { return dxf::formatReal(value); };
   drawing.model().raw("DIMENSION",
                       {{100, "AcDbDimension"},
                        {2, std::string(block)},
@@ -513,9 +513,9 @@ void addSurvey(BlockBuilder& model) {
     model.raw("VERTEX",
               {{100, "AcDbVertex"},
                {100, "AcDb3dPolylineVertex"},
-               {10, formatReal(at.x)},
-               {20, formatReal(at.y)},
-               {30, formatReal(at.z)},
+               {10, dxf::formatReal(at.x)},
+               {20, dxf::formatReal(at.y)},
+               {30, dxf::formatReal(at.z)},
                {70, "32"}},
               boundary, polyline);
   }
@@ -626,4 +626,4 @@ std::string sampleFloorPlan() {
   return drawing.bytes();
 }
 
-}  // namespace velt::dxf
+}  // namespace velt::samples

@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace velt::dxf {
+namespace velt::samples {
 
 /// The bytes of the drawing, in millimetres, the same at every call. It holds every class of entity that the automation
 /// model knows (hatches in all three kinds) and a few that it does not; layers of which one is locked ("Axes"), one off
@@ -11,4 +11,4 @@ namespace velt::dxf {
 /// own; true colours; block references with attributes, mirrored and unevenly scaled; hyperlinks; texts beyond ASCII.
 [[nodiscard]] std::string sampleFloorPlan();
 
-}  // namespace velt::dxf
+}  // namespace velt::samples

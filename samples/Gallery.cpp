@@ -10,7 +10,7 @@
 #include "dxf/ModelLine.h"
 #include "dxf/Numbers.h"
 
-namespace velt::dxf {
+namespace velt::samples {
 namespace {
 
 /// An entity as code, blank, value, with bars between the pairs. A value behind an at sign is a handle by its name.
@@ -29,8 +29,8 @@ std::vector<RawPair> pairsOf(std::string_view text, const Names& names) {
     const std::size_t blank = pair.find(' ');
     std::string_view value = pair.substr(blank + 1);
     const bool isName = value.starts_with('@');
-    pairs.push_back({parseInteger<int>(pair.substr(0, blank)).value_or(0),
-                     isName ? formatHandle(names.at(value.substr(1))) : std::string(value)});
+    pairs.push_back({dxf::parseInteger<int>(pair.substr(0, blank)).value_or(0),
+                     isName ? dxf::formatHandle(names.at(value.substr(1))) : std::string(value)});
     text.remove_prefix(std::min(end + 1, text.size()));
   }
   return pairs;
@@ -223,7 +223,7 @@ void addModel(BlockBuilder& model, std::string_view type, std::span<const std::s
               const EntityStyle& style) {
   std::vector<RawPair> pairs = pairsOf("100 AcDbModelerGeometry|70 1", {});
   for (const std::string_view line : lines)
-    pairs.push_back({1, encodeModelLine(line)});
+    pairs.push_back({1, dxf::encodeModelLine(line)});
   model.raw(type, pairs, style);
 }
 
@@ -350,4 +350,4 @@ std::string galleryDrawing() {
   return drawing.bytes();
 }
 
-}  // namespace velt::dxf
+}  // namespace velt::samples

@@ -45,7 +45,7 @@ void addPlugins(CLI::App& command, std::vector<std::string>& plugins) {
 }
 
 // What goes wrong in a plug-in is a message, and its rows are missing; a file that is not there is a mistake.
-void loadPlugins(palette::LoadedPlugins& plugins, const std::vector<std::string>& files) {
+void loadPlugins(sources::LoadedPlugins& plugins, const std::vector<std::string>& files) {
   for (const std::string& file : files) {
     if (!std::filesystem::exists(file)) throw Failure(fmt::format("{}: no such plug-in", file));
     plugins.load(file);
@@ -123,7 +123,7 @@ struct CommandLine {
   }
 
   ExitCode runCommand(std::ostream& out, std::ostream& err) const {
-    palette::LoadedPlugins loaded([&](const std::string& line) { err << "veltprops: " << line << '\n'; });
+    sources::LoadedPlugins loaded([&](const std::string& line) { err << "veltprops: " << line << '\n'; });
     loadPlugins(loaded, plugins);
     if (setCommand->parsed()) return set(setRequest, out);
     if (showCommand->parsed()) show(showRequest, out);

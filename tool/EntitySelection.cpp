@@ -9,7 +9,7 @@
 #include <set>
 #include <unordered_set>
 
-#include "host/automation/IdValues.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/database/Entity.h"
 #include "propdata/VeltPropData.h"
 #include "tool/Failure.h"
@@ -88,10 +88,15 @@ class LayerFilter {
   std::set<std::wstring> names_;
 };
 
+// Without the prefix that all names of classes have.
+std::string shortName(const automation::AutomationClass& kind) {
+  return toUtf8(kind.name).substr(std::string_view("Velt").size());
+}
+
 bool isKnownClass(std::string_view name) {
-  constexpr std::size_t prefix = std::string_view("Velt").size();
-  return std::any_of(std::begin(namedClasses), std::end(namedClasses), [&](const NamedClass& known) {
-    return equalIgnoringCase(std::string_view(known.name).substr(prefix), name);
+  const auto classes = automation::automationClasses();
+  return std::any_of(classes.begin(), classes.end(), [&](const automation::AutomationClass* known) {
+    return equalIgnoringCase(shortName(*known), name);
   });
 }
 
@@ -144,11 +149,10 @@ SelectedEntities select(database::Drawing& drawing, const SelectionRequest& requ
 }
 
 std::string className(VkDbObjectId id) {
-  constexpr std::size_t prefix = std::string_view("Velt").size();
   GUID clsid = GUID_NULL;
   if (!GetCLSID(clsid, id.asOldId())) return "Entity";
-  const NamedClass* const named = findClass(clsid);
-  return named != nullptr ? std::string(named->name).substr(prefix) : "Entity";
+  const automation::AutomationClass* const kind = automation::findClass(clsid);
+  return kind != nullptr ? shortName(*kind) : "Entity";
 }
 
 std::string dxfName(VkDbObjectId id) {

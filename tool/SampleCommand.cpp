@@ -15,7 +15,7 @@ void sample(const SampleRequest& request, std::ostream& out) {
     throw Failure(fmt::format("{}: exists already (--force replaces it)", request.file));
   }
   dxf::FileReplacement file(request.file);
-  file.stream() << (request.gallery ? dxf::galleryDrawing() : dxf::sampleFloorPlan());
+  file.stream() << (request.gallery ? samples::galleryDrawing() : samples::sampleFloorPlan());
   file.commit();
   out << fmt::format("{}: written\n", request.file);
 }

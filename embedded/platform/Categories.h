@@ -5,7 +5,7 @@
 
 #include "host/com/Types.h"
 
-namespace velt::palette {
+namespace velt::platform {
 
 /// Down to -11 the numbers mean what they mean to every automation client; the rest are the headings of drawings.
 enum class Category : PROPCAT {
@@ -92,4 +92,4 @@ inline constexpr CategoryName categoryNames[] = {
 };
 // clang-format on
 
-}  // namespace velt::palette
+}  // namespace velt::platform

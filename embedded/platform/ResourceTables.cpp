@@ -31,8 +31,8 @@ Texts messageTexts() {
 
 Texts categoryTexts() {
   Texts texts;
-  for (const auto& category : velt::palette::categoryNames) {
-    texts.emplace(categoryBase + static_cast<UINT>(-velt::palette::number(category.category)), category.name);
+  for (const auto& category : velt::platform::categoryNames) {
+    texts.emplace(categoryBase + static_cast<UINT>(-velt::platform::number(category.category)), category.name);
   }
   return texts;
 }

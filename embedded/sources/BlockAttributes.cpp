@@ -13,7 +13,7 @@
 #include "embedded/database/RecordEditor.h"
 #include "embedded/sources/EntityProperty.h"
 
-namespace velt::palette {
+namespace velt::sources {
 namespace {
 
 using database::Drawing;
@@ -205,4 +205,4 @@ IPropertySource* makeBlockAttributes() {
   return com::makeObject<BlockAttributes>();
 }
 
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -11,9 +11,9 @@
 
 #include "host/palette/IPropertySource.h"
 
-namespace velt::palette {
+namespace velt::sources {
 
 /// With one reference for the caller; null when memory is exhausted.
 [[nodiscard]] IPropertySource* makeBlockAttributes();
 
-}  // namespace velt::palette
+}  // namespace velt::sources

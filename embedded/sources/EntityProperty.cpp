@@ -9,7 +9,7 @@
 #include "embedded/database/Layer.h"
 #include "host/com/SafeArray.h"
 
-namespace velt::palette {
+namespace velt::sources {
 namespace {
 
 using automation::guarded;
@@ -212,4 +212,4 @@ HRESULT givePropertyArray(std::span<IDynamicProperty2* const> properties, VARIAN
   return S_OK;
 }
 
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -21,7 +21,7 @@
 #include "embedded/com/InterfaceHolder.h"
 #include "embedded/database/Drawing.h"
 
-namespace velt::palette {
+namespace velt::sources {
 
 /// An entity of an open drawing, as found behind an automation object.
 struct AskedEntity {
@@ -130,4 +130,4 @@ class LastAsked {
   Facts facts_{};
 };
 
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -13,7 +13,7 @@
 #include "dxf/Numbers.h"
 #include "embedded/sources/EntityProperty.h"
 
-namespace velt::palette {
+namespace velt::sources {
 namespace {
 
 using automation::Refusal;
@@ -285,4 +285,4 @@ IPropertySource* makeExtendedData() {
   return com::makeObject<ExtendedData>();
 }
 
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -12,7 +12,7 @@
 #include "host/com/ComError.h"
 #include "host/com/SafeArray.h"
 
-namespace velt::palette {
+namespace velt::sources {
 namespace {
 
 using com::InterfaceHolder;
@@ -367,4 +367,4 @@ com::InterfaceHolder<IPropertySource> guard(IPropertySource* source, std::shared
   return InterfaceHolder<IPropertySource>::owning(made);
 }
 
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -20,7 +20,7 @@
 #include "embedded/sources/PluginReports.h"
 #include "host/palette/IPropertySource.h"
 
-namespace velt::palette {
+namespace velt::sources {
 
 /// So many property objects of one source are kept before the plug-in is told.
 inline constexpr std::size_t manyProperties = 10'000;
@@ -29,4 +29,4 @@ inline constexpr std::size_t manyProperties = 10'000;
 [[nodiscard]] com::InterfaceHolder<IPropertySource> guard(IPropertySource* source,
                                                           std::shared_ptr<PluginReports> reports);
 
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -5,7 +5,7 @@
 #include "embedded/sources/SourceRegistry.h"
 #include "host/database/VkDbEntity.h"
 
-namespace velt::palette {
+namespace velt::sources {
 
 void attachHostSources(SourceRegistry& registry) {
   const auto attributes = com::InterfaceHolder<IPropertySource>::owning(makeBlockAttributes());
@@ -14,4 +14,4 @@ void attachHostSources(SourceRegistry& registry) {
   registry.attach(extendedDataSource, VkDbEntity::desc(), extendedData.get());
 }
 
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -1,7 +1,7 @@
 // The property sources that the host brings along.
 #pragma once
 
-namespace velt::palette {
+namespace velt::sources {
 
 class SourceRegistry;
 
@@ -10,4 +10,4 @@ inline constexpr const wchar_t* extendedDataSource = L"Velt.ExtendedData";
 
 void attachHostSources(SourceRegistry& registry);
 
-}  // namespace velt::palette
+}  // namespace velt::sources

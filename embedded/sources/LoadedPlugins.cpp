@@ -11,7 +11,7 @@
 #include "embedded/sources/SourceRegistry.h"
 #include "host/com/ComError.h"
 
-namespace velt::palette {
+namespace velt::sources {
 namespace {
 
 using EntryPoint = decltype(&veltRegisterPlugin);
@@ -157,4 +157,4 @@ bool LoadedPlugins::load(const std::filesystem::path& file) {
   return true;
 }
 
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -15,7 +15,7 @@
 
 #include "embedded/sources/PluginReports.h"
 
-namespace velt::palette {
+namespace velt::sources {
 
 class LoadedPlugins {
  public:
@@ -39,4 +39,4 @@ class LoadedPlugins {
   std::vector<Plugin> plugins_;
 };
 
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -6,7 +6,7 @@
 #include "dxf/Encoding.h"
 #include "host/com/ComError.h"
 
-namespace velt::palette {
+namespace velt::sources {
 
 PluginReports::Sink PluginReports::standardError() {
   return [](const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); };
@@ -39,4 +39,4 @@ std::string describeException() {
   }
 }
 
-}  // namespace velt::palette
+}  // namespace velt::sources

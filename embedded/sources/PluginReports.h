@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace velt::palette {
+namespace velt::sources {
 
 enum class Trouble {
   Message,  ///< the plug-in's own words; told each time
@@ -55,4 +55,4 @@ class PluginReports {
 /// What is being handled, in words. Call within a handler.
 [[nodiscard]] std::string describeException();
 
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -15,7 +15,7 @@
 #include "host/database/VkDbEntity.h"
 #include "host/palette/PerInstanceProperties.h"
 
-namespace velt::palette {
+namespace velt::sources {
 namespace {
 
 struct Attachment {
@@ -181,4 +181,4 @@ class Sources final : public OPMPerInstancePropertySources {
 
 }  // namespace
 
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -22,7 +22,7 @@
 #include "host/database/VkRxObject.h"
 #include "host/palette/IPropertySource.h"
 
-namespace velt::palette {
+namespace velt::sources {
 
 class SourceRegistry {
  public:
@@ -53,4 +53,4 @@ class SourceRegistry {
   Contents* contents_;
 };
 
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -15,9 +15,9 @@
 #include <vector>
 
 #include "embedded/automation/model/ClassIndex.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "host/automation/IdValues.h"
-#include "embedded/automation/classes/RecordClasses.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/database/Drawing.h"
 #include "samples/Gallery.h"
 #include "propdata/VeltPropData.h"
@@ -83,7 +83,7 @@ class Gallery : public ::testing::Test {
   static const std::map<std::wstring, std::vector<Shown>>& rowsByClass() {
     static const auto rows = [] {
       std::map<std::wstring, std::vector<Shown>> all;
-      const auto drawing = Drawing::parse(dxf::galleryDrawing(), "gallery.dxf");
+      const auto drawing = Drawing::parse(samples::galleryDrawing(), "gallery.dxf");
       for (const auto& [kind, ids] : entitiesByClass(*drawing)) {
         std::vector<Shown>& ofClass = all[kind == nullptr ? L"VeltEntity" : kind->name];
         for (const VkDbObjectId id : ids) {

@@ -151,9 +151,9 @@ std::vector<std::filesystem::path> realDrawings() {
 }  // namespace
 
 TEST(WholeDrawings, EverySelectionOfTheSampleAnswersAndLosesNothing) {
-  const auto drawing = Drawing::parse(dxf::sampleFloorPlan(), "sample.dxf");
+  const auto drawing = Drawing::parse(samples::sampleFloorPlan(), "sample.dxf");
   everySelectionAnswers(*drawing);
-  EXPECT_EQ(drawing->document().bytes(), dxf::sampleFloorPlan());
+  EXPECT_EQ(drawing->document().bytes(), samples::sampleFloorPlan());
 }
 
 TEST(WholeDrawings, EverySelectionOfTheRealDrawingsAnswersAndLosesNothing) {
@@ -168,7 +168,7 @@ TEST(WholeDrawings, EverySelectionOfTheRealDrawingsAnswersAndLosesNothing) {
 }
 
 TEST(WholeDrawings, TwoEntitiesOfOneClassLoseNothingAtAll) {
-  const auto drawing = Drawing::parse(dxf::sampleFloorPlan(), "sample.dxf");
+  const auto drawing = Drawing::parse(samples::sampleFloorPlan(), "sample.dxf");
   const Ids lines = selectionsOf(*drawing).ofTypes.at("LINE");
   ASSERT_GE(lines.size(), 2U);
   askAndCheck(*drawing, {lines[0], lines[1]}, "two lines");
@@ -182,7 +182,7 @@ TEST(WholeDrawings, TwoEntitiesOfOneClassLoseNothingAtAll) {
 }
 
 TEST(WholeDrawings, TheHatchVariantsHaveListsOfTheirOwn) {
-  const auto drawing = Drawing::parse(dxf::sampleFloorPlan(), "sample.dxf");
+  const auto drawing = Drawing::parse(samples::sampleFloorPlan(), "sample.dxf");
   const Ids hatches = selectionsOf(*drawing).ofTypes.at("HATCH");
   std::set<std::set<std::wstring>> shown;
   for (const VkDbObjectId id : hatches) {
@@ -198,7 +198,7 @@ TEST(WholeDrawings, TheHatchVariantsHaveListsOfTheirOwn) {
 }
 
 TEST(WholeDrawings, ByLayerColoursOfDifferentLayersVary) {
-  const auto drawing = Drawing::parse(dxf::sampleFloorPlan(), "sample.dxf");
+  const auto drawing = Drawing::parse(samples::sampleFloorPlan(), "sample.dxf");
   std::map<std::wstring, VkDbObjectId> byLayer;
   for (const VkDbObjectId id : drawing->entities()) {
     const database::Entity entity(*database::resolve(id));

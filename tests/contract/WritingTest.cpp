@@ -117,9 +117,9 @@ std::vector<PROPINFO> editableRows(const Query& query) {
 
 TEST(Writing, EveryRowOfTheSampleReachesTheWholeSelectionAndNothingElse) {
   std::set<std::string> refused;
-  const auto names = selectionsOf(*Drawing::parse(dxf::sampleFloorPlan(), "sample.dxf"));
+  const auto names = selectionsOf(*Drawing::parse(samples::sampleFloorPlan(), "sample.dxf"));
   for (const auto& [type, first] : names) {
-    const auto drawing = Drawing::parse(dxf::sampleFloorPlan(), "sample.dxf");
+    const auto drawing = Drawing::parse(samples::sampleFloorPlan(), "sample.dxf");
     Ids selection = selectionsOf(*drawing)[type];
     // The first entity gives the values; one on a locked layer would never have them changed to its own.
     std::stable_partition(selection.begin(), selection.end(),

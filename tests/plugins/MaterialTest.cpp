@@ -19,7 +19,7 @@ class MaterialSample : public testing::Test {
   std::vector<std::string> expectedToBeTold_;
 
   std::vector<std::string> told_;
-  std::unique_ptr<palette::LoadedPlugins> plugin_ = loadSample("material", told_);
+  std::unique_ptr<sources::LoadedPlugins> plugin_ = loadSample("material", told_);
   std::unique_ptr<database::Drawing> drawing_ = Sample()
                                                     .entity("CIRCLE", {{8, "0"}, {40, "2.0"}})
                                                     .entity("LINE", {{8, "0"}})

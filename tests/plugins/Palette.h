@@ -18,10 +18,10 @@
 namespace velt::tests {
 
 /// The sample plug-in of that name, for the length of a test. What it has to tell goes into the list.
-inline std::unique_ptr<palette::LoadedPlugins> loadSample(const std::string& name,
+inline std::unique_ptr<sources::LoadedPlugins> loadSample(const std::string& name,
                                                           std::vector<std::string>& told) {
   auto plugins =
-      std::make_unique<palette::LoadedPlugins>([&told](const std::string& line) { told.push_back(line); });
+      std::make_unique<sources::LoadedPlugins>([&told](const std::string& line) { told.push_back(line); });
   EXPECT_TRUE(plugins->load(std::filesystem::path(VELT_PLUGIN_DIR) / (name + ".so")));
   return plugins;
 }

@@ -17,7 +17,7 @@ class SerialSample : public testing::Test {
   std::vector<std::string> expectedToBeTold_;
 
   std::vector<std::string> told_;
-  std::unique_ptr<palette::LoadedPlugins> plugin_ = loadSample("serial", told_);
+  std::unique_ptr<sources::LoadedPlugins> plugin_ = loadSample("serial", told_);
   std::unique_ptr<database::Drawing> drawing_ = Sample()
                                                     .tableRecord("BLOCK_RECORD", {{5, "A0"}, {2, "Door"}})
                                                     .block({{5, "B0"}, {330, "A0"}, {2, "Door"}})

@@ -15,7 +15,7 @@
 #include "dxf/Numbers.h"
 #include "tests/dxf/Audit.h"
 
-namespace velt::dxf {
+namespace velt::samples {
 namespace {
 
 using ::testing::ElementsAre;
@@ -469,4 +469,4 @@ TEST(Generator, RawPairsAreWrittenAsTheyAre) {
 }
 
 }  // namespace
-}  // namespace velt::dxf
+}  // namespace velt::samples

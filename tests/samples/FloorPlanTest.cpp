@@ -18,7 +18,7 @@
 #include "dxf/Numbers.h"
 #include "tests/dxf/Audit.h"
 
-namespace velt::dxf {
+namespace velt::samples {
 namespace {
 
 using ::testing::AllOf;
@@ -239,4 +239,4 @@ TEST_F(SampleDrawing, LiesWithinItsExtents) {
 }
 
 }  // namespace
-}  // namespace velt::dxf
+}  // namespace velt::samples

@@ -6,12 +6,12 @@
 #include <set>
 #include <string>
 
-#include "embedded/automation/classes/ClassList.h"
-#include "embedded/automation/classes/RecordClasses.h"
+#include "embedded/automation/classes/ClassDirectory.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/database/Drawing.h"
 #include "tests/dxf/Audit.h"
 
-namespace velt::dxf {
+namespace velt::samples {
 namespace {
 
 TEST(GalleryDrawing, IsFoundSoundByAnotherReader) {
@@ -43,4 +43,4 @@ TEST(GalleryDrawing, HasAnEntityOfEveryClass) {
 }
 
 }  // namespace
-}  // namespace velt::dxf
+}  // namespace velt::samples

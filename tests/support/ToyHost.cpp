@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "host/automation/IdValues.h"
 #include "host/com/ComError.h"
 #include "host/com/IPerPropertyBrowsing.h"
@@ -185,7 +186,8 @@ std::string nameOf(const GUID& id) {
   for (const NamedInterface& named : interfaces) {
     if (named.iid == id) return named.name;
   }
-  if (const NamedClass* const named = findClass(id)) return std::string("CLSID_") + named->name;
+  if (const automation::AutomationClass* const kind = automation::findClass(id))
+    return "CLSID_" + narrow(kind->name);
   if (id == GUID_NULL) return "GUID_NULL";
   return "GUID " + hex(id.Data1);
 }

@@ -23,7 +23,7 @@ TEST(SampleCommand, TheGalleryIsAnotherDrawing) {
   const TemporaryFolder folder;
   std::ostringstream out;
   sample({.file = folder.path("a.dxf"), .gallery = true}, out);
-  EXPECT_EQ(readFile(folder.path("a.dxf")), velt::dxf::galleryDrawing());
+  EXPECT_EQ(readFile(folder.path("a.dxf")), velt::samples::galleryDrawing());
 }
 
 TEST(SampleCommand, AnExistingFileIsKeptUnlessForced) {

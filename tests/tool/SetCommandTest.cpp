@@ -216,7 +216,7 @@ namespace {
 
 // Three references to one dynamic block, the last on a locked layer, each with the attributes NUMBER and RATING.
 std::string drawingOfDoors() {
-  velt::dxf::DrawingBuilder drawing;
+  velt::samples::DrawingBuilder drawing;
   drawing.layer("Locked", {.locked = true});
   drawing.block("*U1").isMadeOf(drawing.block("DOOR"));
   for (const char* const number : {"1", "2", "3"}) {

@@ -147,7 +147,7 @@ class ShowSample : public testing::Test {
 
  private:
   TemporaryFolder folder_;
-  std::string file_ = folder_.write("plan.dxf", velt::dxf::sampleFloorPlan());
+  std::string file_ = folder_.write("plan.dxf", velt::samples::sampleFloorPlan());
 };
 
 }  // namespace

@@ -8,7 +8,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 constexpr const char* trace = "AcDbTrace";
 

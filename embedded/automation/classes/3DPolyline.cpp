@@ -1,7 +1,7 @@
 #include <cstdint>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/polylines/HeavyVertexEditor.h"
 #include "host/automation/IdValues.h"
 #include "embedded/automation/entities/General.h"
@@ -9,7 +9,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 constexpr const char* polyline = "AcDb3dPolyline";
 

@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "host/automation/IdValues.h"
 #include "embedded/automation/solids/ModelGeometry.h"
 #include "embedded/automation/entities/General.h"
@@ -11,7 +11,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 std::int32_t countOf(const Subject& subject, std::string_view part) {
   return toldByModel(subject, [&](const ModelText& model) {

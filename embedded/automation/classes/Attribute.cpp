@@ -4,7 +4,7 @@
 #include <variant>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "host/automation/IdValues.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/texts/SingleLineText.h"
@@ -12,7 +12,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 constexpr const char* attribute = "AcDbAttribute";
 

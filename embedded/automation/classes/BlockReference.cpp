@@ -2,7 +2,7 @@
 
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/texts/AttachedTexts.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
 #include "host/automation/IdValues.h"
@@ -14,7 +14,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 // One that repeats its block in rows and columns has a marker of its own in place of the usual one.
 constexpr const char* reference = "*";

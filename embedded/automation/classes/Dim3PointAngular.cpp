@@ -1,5 +1,5 @@
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "host/automation/IdValues.h"
 #include "embedded/automation/dimensions/DimensionGeometry.h"
 #include "embedded/automation/dimensions/DimensionRows.h"
@@ -8,7 +8,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 double getMeasurement(const Subject& subject) {
   return angleAround(subject, dimensionPointOf(subject, 15), dimensionPointOf(subject, 13),

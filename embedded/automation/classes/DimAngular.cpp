@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "host/automation/IdValues.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/dimensions/DimensionGeometry.h"
@@ -13,7 +13,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 /// Of the two measured lines, drawn out, in the plane; nothing for parallel ones.
 std::optional<Vector2> crossing(const Subject& subject) {

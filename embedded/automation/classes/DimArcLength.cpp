@@ -1,5 +1,5 @@
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/dimensions/DimensionPicture.h"
 #include "embedded/automation/dimensions/DimensionStyle.h"
 #include "embedded/automation/dimensions/DimensionTypes.h"
@@ -11,7 +11,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 /// From one end to the other, along the side that the dimension line is on.
 double getMeasurement(const Subject& subject) {

@@ -1,7 +1,7 @@
 #include <numbers>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/dimensions/DimensionPicture.h"
 #include "embedded/automation/dimensions/DimensionStyle.h"
 #include "host/automation/IdValues.h"
@@ -12,7 +12,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 double getMeasurement(const Subject& subject) {
   return scaledLength(subject, length(dimensionPointOf(subject, 15) - dimensionPointOf(subject, 10)));

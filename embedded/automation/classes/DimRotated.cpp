@@ -1,7 +1,7 @@
 #include <cmath>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "host/automation/IdValues.h"
 #include "embedded/automation/dimensions/DimensionGeometry.h"
 #include "embedded/automation/dimensions/DimensionRows.h"
@@ -10,7 +10,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 /// Along the direction of the dimension line, which lies in the plane.
 double getMeasurement(const Subject& subject) {

@@ -2,7 +2,7 @@
 #include <numbers>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
 #include "host/automation/IdValues.h"
@@ -14,7 +14,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 constexpr const char* ellipse = "AcDbEllipse";
 

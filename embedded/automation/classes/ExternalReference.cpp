@@ -2,7 +2,7 @@
 #include <string>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "host/automation/IdValues.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/database/EnhancedBlocks.h"
@@ -10,7 +10,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 constexpr const char* reference = "*";
 constexpr std::int64_t externalFlag = 4;

@@ -2,7 +2,7 @@
 #include <vector>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/dimensions/DimensionStyle.h"
 #include "embedded/automation/dimensions/DimensionTypes.h"
 #include "embedded/automation/model/Editor.h"
@@ -14,7 +14,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 constexpr const char* leader = "AcDbLeader";
 

@@ -1,7 +1,7 @@
 #include <cmath>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
 #include "host/automation/IdValues.h"
 #include "embedded/automation/entities/General.h"
@@ -10,7 +10,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 constexpr const char* line = "AcDbLine";
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "host/automation/IdValues.h"
 #include "embedded/automation/model/PointList.h"
 #include "embedded/automation/entities/General.h"
@@ -14,7 +14,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 constexpr const char* mesh = "AcDbSubDMesh";
 

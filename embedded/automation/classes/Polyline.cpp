@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/automation/polylines/HeavyVertexEditor.h"
 #include "host/automation/IdValues.h"
@@ -14,7 +14,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 constexpr const char* polyline = "AcDb2dPolyline";
 

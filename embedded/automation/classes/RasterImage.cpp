@@ -3,7 +3,7 @@
 #include <string>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/model/Editor.h"
 #include "host/automation/IdValues.h"
 #include "embedded/automation/model/NamedObjects.h"
@@ -14,7 +14,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 constexpr const char* image = "AcDbRasterImage";
 

@@ -1,5 +1,5 @@
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "host/automation/IdValues.h"
 #include "embedded/automation/solids/ModelGeometry.h"
 #include "embedded/automation/entities/General.h"
@@ -8,7 +8,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 double getArea(const Subject& subject) {
   return toldByModel(subject, sizeOfRegion).area;

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
 #include "host/automation/IdValues.h"
 #include "embedded/automation/model/PointList.h"
@@ -16,7 +16,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 constexpr const char* spline = "AcDbSpline";
 constexpr std::int64_t planarFlag = 8;

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
 #include "host/automation/IdValues.h"
 #include "embedded/automation/model/NamedObjects.h"
@@ -13,7 +13,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 constexpr const char* reference = "AcDbBlockReference";
 constexpr const char* table = "AcDbTable";

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/automation/model/Followers.h"
@@ -17,7 +17,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 constexpr const char* text = "AcDbText";
 

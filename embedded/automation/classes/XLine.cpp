@@ -1,4 +1,4 @@
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "host/automation/IdValues.h"
 #include "embedded/automation/lines/EndlessLine.h"
 #include "embedded/automation/entities/General.h"

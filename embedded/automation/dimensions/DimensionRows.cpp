@@ -13,7 +13,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 void putTextOverride(const Subject& subject, const std::wstring& wording) {
   constexpr int code = 1;

@@ -19,7 +19,7 @@
 namespace velt::automation {
 namespace {
 
-using palette::Category;
+using platform::Category;
 
 constexpr const char* common = "AcDbEntity";
 

@@ -23,7 +23,7 @@ inline Vector3 secondPointOf(const Subject& subject) {
 // clang-format off
 /// Of a line whose points are stored behind that subclass marker.
 constexpr std::array<PropertyRow, 3> endlessLineRows(const char* subclass, const wchar_t* helpOfBasePoint) {
-  using palette::Category;
+  using platform::Category;
   return {{
     // id name                label                type        category            access                              choices        weight help
     { 1, L"BasePoint",       L"Base point",       VT_VARIANT, Category::Geometry, worldPoint(10, subclass),           Choices::None, 110,   helpOfBasePoint},

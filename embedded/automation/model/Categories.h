@@ -28,16 +28,16 @@ struct CategoryId {
   PROPCAT number;
 
   // Both conversions are meant: a row names either kind in the same column.
-  constexpr CategoryId(palette::Category category)
-      : number(palette::number(category)) {}  // NOLINT(*-explicit-*)
+  constexpr CategoryId(platform::Category category)
+      : number(platform::number(category)) {}  // NOLINT(*-explicit-*)
   constexpr CategoryId(OwnCategory category)
       : number(static_cast<PROPCAT>(category)) {}  // NOLINT(*-explicit-*)
 };
 
 /// Null for a number that no heading has.
 constexpr const wchar_t* categoryName(PROPCAT number) {
-  for (const palette::CategoryName& row : palette::categoryNames) {
-    if (palette::number(row.category) == number) return row.name;
+  for (const platform::CategoryName& row : platform::categoryNames) {
+    if (platform::number(row.category) == number) return row.name;
   }
   for (const OwnCategoryName& row : ownCategoryNames) {
     if (static_cast<PROPCAT>(row.category) == number) return row.name;

@@ -3,19 +3,8 @@
 #include <new>
 #include <utility>
 
-#include "embedded/automation/classes/ClassList.h"
-#include "embedded/automation/objects/ColorObject.h"
-#include "embedded/automation/objects/HyperlinksObject.h"
 
 namespace velt::automation {
-
-const ClassRegistry& ClassRegistry::ofHost() {
-  // Never destroyed: objects may be released as late as when the process ends.
-  static const ClassRegistry& registry =
-      *new ClassRegistry(L"VeltAutomation", automationClasses(),
-                         {ColorObject::type(), HyperlinksObject::type(), HyperlinkObject::type()});
-  return registry;
-}
 
 ClassRegistry::ClassRegistry(const wchar_t* libraryName, std::span<const AutomationClass* const> classes,
                              std::vector<DispatchType> further) {

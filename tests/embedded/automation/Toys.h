@@ -92,25 +92,25 @@ inline constexpr UserType toyEnumeration = {L"ToyEnumeration", L"Tens.", VT_I4, 
 // clang-format off
 inline constexpr PropertyRow toyGeneralRows[] = {
   // id  name            label               type              category                      access                              choices               weight  help
-  { 90, L"Shared",       L"Shared by all",   VT_R8,            palette::Category::General,   computed<getToyReal>(),             Choices::None,           5, L"Inherited."},
+  { 90, L"Shared",       L"Shared by all",   VT_R8,            platform::Category::General,   computed<getToyReal>(),             Choices::None,           5, L"Inherited."},
 };
 inline constexpr PropertyRow toyRows[] = {
-  {  7, L"Real",         L"A real",          VT_R8,            palette::Category::Geometry,  computed<getToyReal, putToyReal>(), Choices::None,          40, L"Help for the real."},
-  {  3, L"Choice",       L"A choice",        toyEnumeration,   palette::Category::Misc,      computed<getToyChoice>(),           Choices::Enumeration,   30, L"Help for the choice."},
+  {  7, L"Real",         L"A real",          VT_R8,            platform::Category::Geometry,  computed<getToyReal, putToyReal>(), Choices::None,          40, L"Help for the real."},
+  {  3, L"Choice",       L"A choice",        toyEnumeration,   platform::Category::Misc,      computed<getToyChoice>(),           Choices::Enumeration,   30, L"Help for the choice."},
   {  5, L"Text",         L"A text",          types::layerName, OwnCategory::Gradient,        computed<getToyText>(),             Choices::Layers,       -20, L""},
-  { 11, L"Spot",         L"Spot",            VT_VARIANT,       palette::Category::Geometry,  computedPoint<getToyPoint, putToyPoint>(), Choices::None,    0, L"A point."},
-  { 12, L"Groups",       L"Groups",          VT_VARIANT,       palette::Category::Geometry,  toyGroups(),                        Choices::None,           0, L"Grouped elements."},
-  { 13, L"Colour",       L"A colour",        VT_DISPATCH,      palette::Category::General,   computed<getToyObject>(),           Choices::Colors,         0, L"An object."},
-  { 21, L"Hidden",       L"Hidden",          VT_R8,            palette::Category::Misc,      computed<getToyReal, putToyReal>(), Choices::None,           0, L"", rowHidden},
-  { 22, L"NonBrowsable", L"Non-browsable",   VT_R8,            palette::Category::Misc,      computed<getToyReal>(),             Choices::None,           0, L"", rowNonBrowsable},
-  { 23, L"Sometimes",    L"Sometimes",       VT_R8,            palette::Category::Misc,      computed<getToyReal>(),             Choices::None,           0, L"", 0, variant(1) | variant(3)},
-  { 31, L"Refusal",      L"Refusal",         VT_R8,            palette::Category::Misc,      computed<getToyRefusal>(),          Choices::None,           0, L""},
-  { 32, L"Overflow",     L"Overflow",        VT_R8,            palette::Category::Misc,      computed<getToyOverflow>(),         Choices::None,           0, L""},
-  { 33, L"Mistake",      L"Mistake",         VT_R8,            palette::Category::Misc,      computed<getToyMistake>(),          Choices::None,           0, L""},
-  { 35, L"Half",         L"Half",            VT_R8,            palette::Category::Misc,      computed<getToyReal, putToyHalf>(), Choices::None,           0, L""},
-  { 36, L"Newer",        L"Newer",           VT_R8,            palette::Category::Misc,      computed<getToyReal, putToyReal>().from("AC1018"), Choices::None, 0, L""},
-  { 37, L"Tens",         L"Tens",            toyEnumeration,   palette::Category::Misc,      computed<getToyChoice, putToyChoice>(), Choices::Enumeration, 0, L""},
-  { 34, L"WrongType",    L"Wrong type",      VT_R8,            palette::Category::Misc,      computed<getToyWrongType>(),        Choices::None,           0, L""},
+  { 11, L"Spot",         L"Spot",            VT_VARIANT,       platform::Category::Geometry,  computedPoint<getToyPoint, putToyPoint>(), Choices::None,    0, L"A point."},
+  { 12, L"Groups",       L"Groups",          VT_VARIANT,       platform::Category::Geometry,  toyGroups(),                        Choices::None,           0, L"Grouped elements."},
+  { 13, L"Colour",       L"A colour",        VT_DISPATCH,      platform::Category::General,   computed<getToyObject>(),           Choices::Colors,         0, L"An object."},
+  { 21, L"Hidden",       L"Hidden",          VT_R8,            platform::Category::Misc,      computed<getToyReal, putToyReal>(), Choices::None,           0, L"", rowHidden},
+  { 22, L"NonBrowsable", L"Non-browsable",   VT_R8,            platform::Category::Misc,      computed<getToyReal>(),             Choices::None,           0, L"", rowNonBrowsable},
+  { 23, L"Sometimes",    L"Sometimes",       VT_R8,            platform::Category::Misc,      computed<getToyReal>(),             Choices::None,           0, L"", 0, variant(1) | variant(3)},
+  { 31, L"Refusal",      L"Refusal",         VT_R8,            platform::Category::Misc,      computed<getToyRefusal>(),          Choices::None,           0, L""},
+  { 32, L"Overflow",     L"Overflow",        VT_R8,            platform::Category::Misc,      computed<getToyOverflow>(),         Choices::None,           0, L""},
+  { 33, L"Mistake",      L"Mistake",         VT_R8,            platform::Category::Misc,      computed<getToyMistake>(),          Choices::None,           0, L""},
+  { 35, L"Half",         L"Half",            VT_R8,            platform::Category::Misc,      computed<getToyReal, putToyHalf>(), Choices::None,           0, L""},
+  { 36, L"Newer",        L"Newer",           VT_R8,            platform::Category::Misc,      computed<getToyReal, putToyReal>().from("AC1018"), Choices::None, 0, L""},
+  { 37, L"Tens",         L"Tens",            toyEnumeration,   platform::Category::Misc,      computed<getToyChoice, putToyChoice>(), Choices::Enumeration, 0, L""},
+  { 34, L"WrongType",    L"Wrong type",      VT_R8,            platform::Category::Misc,      computed<getToyWrongType>(),        Choices::None,           0, L""},
 };
 // clang-format on
 

@@ -5,7 +5,7 @@
 #include <set>
 #include <string>
 
-namespace velt::palette {
+namespace velt::platform {
 namespace {
 
 TEST(Categories, EveryPredefinedNumberHasItsRowInOrder) {
@@ -24,4 +24,4 @@ TEST(Categories, NoTwoHeadingsAreAlikeAndNoneIsEmpty) {
 }
 
 }  // namespace
-}  // namespace velt::palette
+}  // namespace velt::platform

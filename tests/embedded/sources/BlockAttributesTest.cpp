@@ -4,7 +4,7 @@
 
 #include "tests/embedded/sources/Properties.h"
 
-namespace velt::palette {
+namespace velt::sources {
 namespace {
 
 using namespace test;
@@ -239,4 +239,4 @@ TEST_F(BlockAttributesTest, NothingIsKeptOutOfBalance) {
 }
 
 }  // namespace
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -5,7 +5,7 @@
 #include "embedded/automation/model/Refusal.h"
 #include "tests/embedded/sources/Properties.h"
 
-namespace velt::palette {
+namespace velt::sources {
 namespace {
 
 using namespace test;
@@ -198,4 +198,4 @@ TEST_F(EntityPropertyTest, AnArrayOfNoPropertiesIsEmpty) {
 }
 
 }  // namespace
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -5,7 +5,7 @@
 #include "embedded/database/RecordEditor.h"
 #include "tests/embedded/sources/Properties.h"
 
-namespace velt::palette {
+namespace velt::sources {
 namespace {
 
 using namespace test;
@@ -183,4 +183,4 @@ TEST_F(ExtendedDataTest, NoEntityHasNoRows) {
 }
 
 }  // namespace
-}  // namespace velt::palette
+}  // namespace velt::sources

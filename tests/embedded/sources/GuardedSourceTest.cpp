@@ -10,7 +10,7 @@
 #include "tests/embedded/sources/Properties.h"
 #include "tests/plugins/Parts.h"
 
-namespace velt::palette {
+namespace velt::sources {
 namespace {
 
 using automation::test::ask;
@@ -269,4 +269,4 @@ TEST_F(GuardedSourceTest, EverNewPropertiesAreToldWhenThereAreMany) {
 }
 
 }  // namespace
-}  // namespace velt::palette
+}  // namespace velt::sources

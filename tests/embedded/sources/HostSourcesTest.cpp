@@ -5,7 +5,7 @@
 #include "embedded/sources/SourceRegistry.h"
 #include "host/database/VkDbEntity.h"
 
-namespace velt::palette {
+namespace velt::sources {
 namespace {
 
 TEST(HostSources, AttributesAreForReferencesAndExtendedDataForEverything) {
@@ -23,4 +23,4 @@ TEST(HostSources, TheRegistryOfTheProcessHasThemFromTheStart) {
 }
 
 }  // namespace
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -8,7 +8,7 @@
 #include "host/database/VkDbEntity.h"
 #include "tests/embedded/sources/Properties.h"
 
-namespace velt::palette {
+namespace velt::sources {
 namespace {
 
 using namespace test;
@@ -105,4 +105,4 @@ TEST_F(LoadedPluginsTest, APluginDoesNotTouchTheOthers) {
 }
 
 }  // namespace
-}  // namespace velt::palette
+}  // namespace velt::sources

@@ -7,7 +7,7 @@
 
 #include "host/com/ComError.h"
 
-namespace velt::palette {
+namespace velt::sources {
 namespace {
 
 using Lines = std::vector<std::string>;
@@ -61,4 +61,4 @@ TEST(PluginReports, DescribeEveryException) {
 }
 
 }  // namespace
-}  // namespace velt::palette
+}  // namespace velt::sources

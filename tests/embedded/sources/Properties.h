@@ -11,7 +11,7 @@
 #include "host/palette/IPropertySource.h"
 #include "tests/embedded/automation/Automation.h"
 
-namespace velt::palette::test {
+namespace velt::sources::test {
 
 using automation::test::Bound;
 using automation::test::textOf;
@@ -115,4 +115,4 @@ inline std::vector<std::wstring> namesOf(const std::vector<Row>& rows) {
   return names;
 }
 
-}  // namespace velt::palette::test
+}  // namespace velt::sources::test

@@ -9,7 +9,7 @@
 #include "host/palette/PerInstanceProperties.h"
 #include "tests/embedded/sources/Properties.h"
 
-namespace velt::palette {
+namespace velt::sources {
 namespace {
 
 using namespace test;
@@ -172,4 +172,4 @@ TEST(PublishedRegistry, GivesASourceByItsNameWithAReference) {
 }
 
 }  // namespace
-}  // namespace velt::palette
+}  // namespace velt::sources

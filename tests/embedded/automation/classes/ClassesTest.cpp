@@ -8,7 +8,7 @@
 #include <string>
 
 #include "embedded/automation/model/ClassIndex.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "tests/embedded/automation/Automation.h"
 #include "tests/support/Golden.h"
 

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "embedded/automation/model/ClassIndex.h"
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/objects/ColorObject.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/database/RecordEditor.h"
@@ -199,7 +199,7 @@ std::string sampleWithPlainLines() {
                                                              {46, "1.7320508075688772"},
                                                              {79, "0"},
                                                              {98, "0"}});
-  std::string bytes = dxf::sampleFloorPlan();
+  std::string bytes = samples::sampleFloorPlan();
   const std::size_t entities = bytes.find("ENTITIES\n") + 9;
   return bytes.insert(entities, hatch);
 }
@@ -215,7 +215,7 @@ class EveryWritableRow : public ::testing::TestWithParam<const AutomationClass*>
   void SetUp() override {
     places_ = placesIn(bytes, kind.clsid);
     if (!places_.empty() && !hasDimensionStyle(kind)) return;
-    bytes = dxf::galleryDrawing();
+    bytes = samples::galleryDrawing();
     places_ = placesIn(bytes, kind.clsid);
   }
 

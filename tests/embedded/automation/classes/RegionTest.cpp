@@ -66,7 +66,7 @@ Bound regionOf(const Drawing& drawing) {
 }
 
 TEST(RegionTest, TheOneOfTheGalleryIsASquareWithARoundHole) {
-  const auto drawing = Drawing::parse(dxf::galleryDrawing(), "gallery.dxf");
+  const auto drawing = Drawing::parse(samples::galleryDrawing(), "gallery.dxf");
   const Bound made = regionOf(*drawing);
   EXPECT_NEAR(100 - 9 * pi, made.real(L"Area"), 1e-12);
   EXPECT_NEAR(40 + 6 * pi, made.real(L"Perimeter"), 1e-12);

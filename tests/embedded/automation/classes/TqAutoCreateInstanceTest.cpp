@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "host/automation/IdValues.h"
 #include "embedded/platform/Allocation.h"
 #include "tests/embedded/automation/Automation.h"

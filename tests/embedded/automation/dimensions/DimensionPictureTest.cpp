@@ -64,7 +64,7 @@ class DimensionPictureTest : public ::testing::Test {
     return database::Lens(*drawing, record).integer(62, "AcDbEntity", 256);
   }
 
-  std::unique_ptr<Drawing> drawing = Drawing::parse(dxf::galleryDrawing(), "gallery.dxf");
+  std::unique_ptr<Drawing> drawing = Drawing::parse(samples::galleryDrawing(), "gallery.dxf");
 };
 
 TEST_F(DimensionPictureTest, WithoutAPictureTheVariablesAreFree) {

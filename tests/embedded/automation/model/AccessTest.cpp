@@ -24,7 +24,7 @@ class AccessTest : public ::testing::Test {
     return Subject(*database::resolve(id), id, toyClass);
   }
   static PropertyRow row(const Access& access, const ValueType& type = VT_R8) {
-    return {1, L"Toy", L"Toy", type, palette::Category::Misc, access, Choices::None, 0, L""};
+    return {1, L"Toy", L"Toy", type, platform::Category::Misc, access, Choices::None, 0, L""};
   }
   template <class T>
   T get(const Access& access, Pairs pairs) {

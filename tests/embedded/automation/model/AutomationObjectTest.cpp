@@ -494,7 +494,7 @@ TEST_F(AutomationObjectTest, MapsPropertiesToCategories) {
   const auto categories = unbound().as<ICategorizeProperties>();
   PROPCAT category = 99;
   EXPECT_EQ(S_OK, categories->MapPropertyToCategory(7, &category));
-  EXPECT_EQ(palette::number(palette::Category::Geometry), category);
+  EXPECT_EQ(platform::number(platform::Category::Geometry), category);
   EXPECT_EQ(S_OK, categories->MapPropertyToCategory(5, &category));
   EXPECT_EQ(1, category);
   EXPECT_EQ(DISP_E_MEMBERNOTFOUND, categories->MapPropertyToCategory(unknownId, &category));
@@ -509,7 +509,7 @@ TEST_F(AutomationObjectTest, NamesCategoriesWhateverTheLocale) {
   EXPECT_EQ(S_OK, categories->GetCategoryName(1, 1282, own.put()));
   EXPECT_EQ(L"Gradient", own.view());
   EXPECT_EQ(S_OK,
-            categories->GetCategoryName(palette::number(palette::Category::Geometry), 0, predefined.put()));
+            categories->GetCategoryName(platform::number(platform::Category::Geometry), 0, predefined.put()));
   EXPECT_EQ(L"Geometry", predefined.view());
   BSTR untouched = nullptr;
   EXPECT_EQ(E_INVALIDARG, categories->GetCategoryName(0, 0, &untouched));

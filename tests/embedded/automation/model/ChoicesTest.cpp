@@ -13,7 +13,7 @@ using Offered = std::vector<std::pair<std::wstring, std::wstring>>;
 class ChoicesTest : public ::testing::Test {
  protected:
   static PropertyRow row(Choices choices, const ValueType& type = VT_BSTR) {
-    return {1, L"Toy", L"Toy", type, palette::Category::Misc, {}, choices, 0, L""};
+    return {1, L"Toy", L"Toy", type, platform::Category::Misc, {}, choices, 0, L""};
   }
   [[nodiscard]] Offered offered(const PropertyRow& of) const {
     const VkDbObjectId id = drawing->entities()[0];

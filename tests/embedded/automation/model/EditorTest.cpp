@@ -84,7 +84,7 @@ TEST_F(EditorTest, FormatsAreOrderedByTheirVersion) {
 }
 
 TEST_F(EditorTest, OnlyALockedLayerKeepsItsEntitiesFromChanging) {
-  const PropertyRow row{1, L"Toy", L"Toy", VT_R8, palette::Category::Misc, storedReal(40, "*"), Choices::None,
+  const PropertyRow row{1, L"Toy", L"Toy", VT_R8, platform::Category::Misc, storedReal(40, "*"), Choices::None,
                         0, L""};
   const auto result = [&](const std::string& layer) {
     drawing = Sample()
@@ -103,7 +103,7 @@ TEST_F(EditorTest, OnlyALockedLayerKeepsItsEntitiesFromChanging) {
 
 TEST_F(EditorTest, ARowCanNeedANewerFormat) {
   PropertyRow row{
-      1, L"Toy", L"Toy", VT_R8, palette::Category::Misc, storedReal(40, "*").from("AC1018"), Choices::None,
+      1, L"Toy", L"Toy", VT_R8, platform::Category::Misc, storedReal(40, "*").from("AC1018"), Choices::None,
       0, L""};
   const auto result = [&](const std::string& version) {
     drawing = Sample().version(version).entity("TOY").open();
@@ -122,7 +122,7 @@ TEST_F(EditorTest, ARowCanNameObstaclesOfSomeEntities) {
                         L"Toy",
                         L"Toy",
                         VT_R8,
-                        palette::Category::Misc,
+                        platform::Category::Misc,
                         storedReal(41, "*").unless(standsInTheWayOfCircles),
                         Choices::None,
                         0,
@@ -164,7 +164,7 @@ TEST_F(EditorTest, OnlyAnOwnRowThatChangesTheShapeDisturbsAFollower) {
                 .entity("HATCH", {{5, "B"}, {71, "1"}})
                 .open();
   const PropertyRow shape{
-      1, L"Toy", L"Toy", VT_R8, palette::Category::Misc, storedReal(40, "*"), Choices::None, 0, L""};
+      1, L"Toy", L"Toy", VT_R8, platform::Category::Misc, storedReal(40, "*"), Choices::None, 0, L""};
   PropertyRow keeping = shape;
   keeping.access = storedReal(40, "*").keepingShape();
   const Subject subject = subjectOf(*drawing);

@@ -1,4 +1,4 @@
-#include "embedded/automation/classes/RecordClasses.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "embedded/automation/classes/ClassList.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "host/automation/IdValues.h"
 #include "embedded/database/ObjectClass.h"
 #include "tests/embedded/database/Sample.h"
@@ -23,17 +23,17 @@ const AutomationClass* classOfEntity(const std::string& type) {
   return classOfRecord(*drawing, entityRecord(*drawing));
 }
 
-TEST(RecordClasses, TheTypeOfTheRecordNamesTheClass) {
+TEST(ClassDirectory, TheTypeOfTheRecordNamesTheClass) {
   EXPECT_EQ(CLSID_VeltLine, classOfEntity("LINE")->clsid);
   EXPECT_EQ(CLSID_VeltHatch, classOfEntity("HATCH")->clsid);
   EXPECT_EQ(CLSID_VeltBlockReference, classOfEntity("INSERT")->clsid);
 }
 
-TEST(RecordClasses, AnUnknownTypeHasNoClass) {
+TEST(ClassDirectory, AnUnknownTypeHasNoClass) {
   EXPECT_EQ(nullptr, classOfEntity("SPACESHIP"));
 }
 
-TEST(RecordClasses, OfEachTypeOneClassAtMostTakesWhatTheOthersLeave) {
+TEST(ClassDirectory, OfEachTypeOneClassAtMostTakesWhatTheOthersLeave) {
   std::set<std::string_view> left;
   for (const AutomationClass* kind : automationClasses()) {
     if (kind->dxfName.empty() || kind->standsFor != nullptr) continue;
@@ -41,7 +41,7 @@ TEST(RecordClasses, OfEachTypeOneClassAtMostTakesWhatTheOthersLeave) {
   }
 }
 
-TEST(RecordClasses, EveryTypeIsOneThatTheDatabaseKnows) {
+TEST(ClassDirectory, EveryTypeIsOneThatTheDatabaseKnows) {
   std::set<std::string_view> known;
   for (const database::ObjectClass& row : database::objectClasses()) {
     if (isEntityShape(row.shape)) known.insert(row.dxfName);
@@ -50,13 +50,31 @@ TEST(RecordClasses, EveryTypeIsOneThatTheDatabaseKnows) {
     EXPECT_TRUE(known.contains(kind->dxfName)) << kind->dxfName;
 }
 
-TEST(RecordClasses, EveryTableBearsTheIdAndTheNameThatItIsListedUnder) {
+struct Listed {
+  CLSID clsid;
+  std::wstring_view name;
+};
+
+constexpr Listed listed[] = {
+#define VELT_CLSID(name, ...) {CLSID_##name, L"" #name},
+#define VELT_IID(name, ...)
+#include "host/automation/Ids.inc"
+};
+
+TEST(ClassDirectory, EveryTableBearsTheIdAndTheNameThatItIsListedUnder) {
   const auto classes = automationClasses();
-  ASSERT_EQ(std::size(namedClasses), classes.size());
+  ASSERT_EQ(std::size(listed), classes.size());
   for (std::size_t i = 0; i < classes.size(); ++i) {
-    EXPECT_EQ(namedClasses[i].clsid, classes[i]->clsid) << namedClasses[i].name;
-    EXPECT_EQ(std::wstring_view(namedClasses[i].wideName), classes[i]->name);
+    EXPECT_EQ(listed[i].clsid, classes[i]->clsid) << i;
+    EXPECT_EQ(listed[i].name, classes[i]->name);
   }
+}
+
+TEST(ClassDirectory, AClassIsFoundByItsIdAndNoOther) {
+  ASSERT_NE(nullptr, findClass(CLSID_VeltLine));
+  EXPECT_EQ(std::wstring_view(L"VeltLine"), findClass(CLSID_VeltLine)->name);
+  EXPECT_EQ(nullptr, findClass(GUID_NULL));
+  EXPECT_EQ(nullptr, findClass(IID_IVeltBaseObject)) << "an interface is no class";
 }
 
 }  // namespace
