@@ -1,5 +1,6 @@
-// What a figure depends on besides the code: the machine and the build.
 #pragma once
+
+// What a figure depends on besides the code: the machine and the build.
 
 #include <string>
 
@@ -11,13 +12,15 @@ struct Environment {
   double memoryGiB = 0.0;
   std::string system;
   std::string compiler;
-  std::string build;  ///< "release" or "debug"
-  std::string date;   ///< UTC, ISO 8601
+  // "release" or "debug".
+  std::string build;
+  // UTC, ISO 8601.
+  std::string date;
 };
 
 [[nodiscard]] Environment environment();
 
-/// Whether this program, and with it the libraries beside it, was built without optimisation.
+// Whether this program, and with it the libraries beside it, was built without optimisation.
 [[nodiscard]] bool isDebugBuild();
 
 }  // namespace velt::bench

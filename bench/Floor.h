@@ -1,3 +1,5 @@
+#pragma once
+
 // The floor under a query: the host calls that the query must make, and nothing else.
 //
 // The same objects are asked the same things in the same order: first every entity whether its writable properties may
@@ -8,7 +10,6 @@
 //
 // Left out although they are functions of the host: VariantInit, which makes no decision and stores one number, and the
 // allocation of the layer's own blocks.
-#pragma once
 
 #include <cstdint>
 #include <vector>
@@ -21,15 +22,15 @@ namespace velt::bench {
 
 class Floor {
  public:
-  /// The selection must be set up, must stay as it is, and must outlive the floor.
+  // The selection must be set up, must stay as it is, and must outlive the floor.
   explicit Floor(Selection& selection);
 
   [[nodiscard]] const FloorPlan& plan() const { return plan_; }
 
-  /// The calls of one query, the clearing of the result's values included.
+  // The calls of one query, the clearing of the result's values included.
   void run();
-  /// Values that a query never releases: those of the first entity's rows that are in no result. A run forgets those of
-  /// the run before, as a query does.
+  // Values that a query never releases: those of the first entity's rows that are in no result. A run forgets those of
+  // the run before, as a query does.
   void clearLeftovers();
 
  private:

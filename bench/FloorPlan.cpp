@@ -16,7 +16,7 @@ using List = TqVector<PROPINFO>;
 using Lists = TqVector<List>;
 
 constexpr DISPID hyperlinksDispId = 1301;
-// Properties whose kind is known by number: their values are not asked whether they are colours.
+// Properties whose kind is known by number: their values are not asked whether they are colors.
 constexpr DISPID knownByNumber[] = {1280, 1281, 1282, 1283, 1299, 1300, hyperlinksDispId};
 constexpr int noCustomType = 0;
 constexpr int genericCustomType = 551;

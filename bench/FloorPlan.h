@@ -1,10 +1,11 @@
+#pragma once
+
 // Which calls a query of a selection must make to its host: worked out once, from the rows and the values that the
 // layer itself has for the selection.
 //
 // The plan holds no values and no interfaces, only what is asked of which entity in which order. Whether it is right is
 // not taken on trust: the program of bench/counting makes a query and a run over the floor with counted calls, and
 // fails when a single count differs.
-#pragma once
 
 #include <cstdint>
 #include <string>
@@ -15,52 +16,66 @@
 namespace velt::bench {
 
 struct FloorPlan {
-  /// Entities that share one list of properties.
+  // Entities that share one list of properties.
   struct Kind {
-    bool isHatch = false;  ///< asked which of its kinds it is
+    // Asked which of its kinds it is.
+    bool isHatch = false;
     std::uint32_t rows = 0;
-    std::vector<DISPID> writable;  ///< asked whether they may be edited now
+    // Asked whether they may be edited now.
+    std::vector<DISPID> writable;
   };
 
   struct Read {
-    std::uint32_t place = 0;  ///< in the list of its entity
+    // In the list of its entity.
+    std::uint32_t place = 0;
     DISPID dispId = 0;
     VARTYPE type = VT_EMPTY;
-    bool expands = false;      ///< read as elements
-    bool probesColor = false;  ///< an object in the value is asked whether it is a colour
+    // Read as elements.
+    bool expands = false;
+    // An object in the value is asked whether it is a color.
+    bool probesColor = false;
   };
 
-  /// What the search for a row of the first entity finds in the list of an entity of some kind.
+  // What the search for a row of the first entity finds in the list of an entity of some kind.
   struct Step {
     Read read;
     bool compares = false;
   };
 
   struct Search {
-    std::uint32_t firstValue = 0;  ///< of which row of the first entity, elements counted singly
-    std::wstring name;             ///< for an element: of its property
+    // Of which row of the first entity, elements counted singly.
+    std::uint32_t firstValue = 0;
+    // For an element: of its property.
+    std::wstring name;
     bool isElement = false;
     bool isHyperlink = false;
-    /// Other entities are searched in order, this many of them: until one lacks the row, or differs.
+    // Other entities are searched in order, this many of them: until one lacks the row, or differs.
     std::uint32_t entities = 0;
-    /// So many of them have the property in elements already, from the search for an element before this one.
+    // So many of them have the property in elements already, from the search for an element before this one.
     std::uint32_t expandedBefore = 0;
     std::vector<Step> ofKind;
   };
 
   std::vector<Kind> kinds;
-  std::vector<std::uint32_t> kindOf;  ///< by entity
-  std::vector<Read> first;            ///< how the first entity is read
+  // By entity.
+  std::vector<std::uint32_t> kindOf;
+  // How the first entity is read.
+  std::vector<Read> first;
   std::vector<Search> searches;
-  std::vector<DISPID> withChoices;      ///< rows of the result whose choices are listed
-  std::vector<std::uint32_t> inResult;  ///< which values of the first entity the caller gets, and clears
+  // Rows of the result whose choices are listed.
+  std::vector<DISPID> withChoices;
+  // Which values of the first entity the caller gets, and clears.
+  std::vector<std::uint32_t> inResult;
   std::uint32_t firstValues = 0;
-  std::uint64_t properties = 0;          ///< of all entities together
-  std::uint64_t records = 0;             ///< the same, with the elements that the merge appends
-  std::vector<std::uint32_t> recordsOf;  ///< by entity
+  // Of all entities together.
+  std::uint64_t properties = 0;
+  // The same, with the elements that the merge appends.
+  std::uint64_t records = 0;
+  // By entity.
+  std::vector<std::uint32_t> recordsOf;
 };
 
-/// Makes the calls of a query itself. Throws std::logic_error for a selection of a sort that it does not know.
+// Makes the calls of a query itself. Throws std::logic_error for a selection of a sort that it does not know.
 [[nodiscard]] FloorPlan planFor(Selection& selection);
 
 }  // namespace velt::bench

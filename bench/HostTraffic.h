@@ -1,6 +1,7 @@
+#pragma once
+
 // What the host hands out and gets back while something is done, as its ledger says: strings, arrays, references to
 // objects of each class, open database objects. Knowing it costs the work nothing.
-#pragma once
 
 #include <functional>
 

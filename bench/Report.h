@@ -1,9 +1,10 @@
+#pragma once
+
 // What came out, for people (one line per measurement, printed at once) and for programs (JSON, written at the end).
 //
 // The JSON is one object: "environment", and "measurements", a list of objects. Each has a "name" that stays the same
 // from run to run, plain numbers that say under which conditions it was measured, and its quantities: objects of
 // "unit", "min", "median" and "max".
-#pragma once
 
 #include <filesystem>
 #include <string>
@@ -33,13 +34,13 @@ struct Measurement {
 
 class Report {
  public:
-  /// Prints the environment.
+  // Prints the environment.
   explicit Report(Environment environment);
 
-  /// Prints the measurement and keeps it.
+  // Prints the measurement and keeps it.
   void add(Measurement measurement);
 
-  /// Throws std::runtime_error when the file cannot be written.
+  // Throws std::runtime_error when the file cannot be written.
   void writeJson(const std::filesystem::path& file) const;
 
  private:

@@ -1,8 +1,9 @@
+#pragma once
+
 // Timing: processor time of the calling thread, sampled several times and reported with its spread.
 //
 // Processor time and not the clock on the wall, because what is measured runs on one thread and the machine may have
 // other things to do. It includes the system's share, page faults above all.
-#pragma once
 
 #include <cstddef>
 #include <functional>
@@ -23,10 +24,10 @@ using Samples = std::vector<double>;
 
 [[nodiscard]] Spread spreadOf(Samples samples);
 
-/// Nanoseconds.
+// Nanoseconds.
 [[nodiscard]] double timeOf(const std::function<void()>& work);
 
-/// How often something is repeated: until the time is used up, but within the bounds.
+// How often something is repeated: until the time is used up, but within the bounds.
 struct Repetitions {
   std::size_t atLeast = 5;
   std::size_t atMost = 101;
@@ -38,11 +39,12 @@ struct Repetitions {
 struct Pairs {
   Samples first;
   Samples second;
-  Samples ratio;  ///< first to second, of each pair
+  // First to second, of each pair.
+  Samples ratio;
 };
 
-/// The two kinds of work by turns. A ratio is taken of two neighbours in time, so that what slows the machine down for
-/// a while slows both.
+// The two kinds of work by turns. A ratio is taken of two neighbours in time, so that what slows the machine down for
+// a while slows both.
 [[nodiscard]] Pairs samplePairs(const Repetitions& repetitions, const std::function<void()>& first,
                                 const std::function<void()>& second);
 
@@ -51,7 +53,7 @@ struct Point {
   double time;
 };
 
-/// The slope of log(time) over log(size), by least squares: 1 is linear growth. Wants two different sizes.
+// The slope of log(time) over log(size), by least squares: 1 is linear growth. Wants two different sizes.
 [[nodiscard]] double growthExponent(std::span<const Point> points);
 
 }  // namespace velt::bench

@@ -1,5 +1,6 @@
-// What is selected, everything in the model space of a drawing, between InitializePropData and UnInitializePropData.
 #pragma once
+
+// What is selected, everything in the model space of a drawing, between InitializePropData and UnInitializePropData.
 
 #include <cstdint>
 #include <memory>
@@ -13,17 +14,17 @@ namespace velt::bench {
 
 class Selection {
  public:
-  /// Reads the drawing (DXF text), of whose model space everything is selected; the automation objects are made by setUp().
+  // Reads the drawing (DXF text), of whose model space everything is selected; the automation objects are made by setUp().
   explicit Selection(std::string drawing);
   ~Selection();
   Selection(const Selection&) = delete;
   Selection& operator=(const Selection&) = delete;
 
-  /// Throws std::runtime_error when the layer refuses.
+  // Throws std::runtime_error when the layer refuses.
   void setUp();
   void tearDown();
 
-  /// The rows of the selection; their values are the caller's to clear. Throws std::runtime_error when the layer fails.
+  // The rows of the selection; their values are the caller's to clear. Throws std::runtime_error when the layer fails.
   void query(TqVector<PROPINFO>& rows);
 
   [[nodiscard]] TqVector<VeltPropData*>& entries() { return entries_; }

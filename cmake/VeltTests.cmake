@@ -7,16 +7,13 @@ target_link_libraries(velt_test_support
   PUBLIC velt_common VeltEmbeddedHost velt_samples GTest::gmock GTest::gtest rapidcheck rapidcheck_gtest)
 # Functions of tests are visible, so that one that bears the name of a host function takes its place everywhere.
 set_target_properties(velt_test_support PROPERTIES CXX_VISIBILITY_PRESET default VISIBILITY_INLINES_HIDDEN OFF)
-# For golden files: where they stand, and where what came out instead is put (see scripts/accept-golden).
-target_compile_definitions(velt_test_support PUBLIC
-  VELT_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
-  VELT_BINARY_DIR="${CMAKE_BINARY_DIR}"
-  VELT_PLUGIN_DIR="${VELT_PLUGIN_DIR}"
-  VELT_GOLDEN_OUT="${CMAKE_BINARY_DIR}/golden")
+# Where golden files, plug-ins and the build stand. Only one source is compiled with these, so that a build in another
+# folder compiles the same otherwise.
+set(VELT_TEST_PLUGIN_DIR "${CMAKE_BINARY_DIR}/test-plugins")
+set_source_files_properties("${PROJECT_SOURCE_DIR}/tests/support/Places.cpp" PROPERTIES COMPILE_DEFINITIONS
+  "VELT_SOURCE_DIR=\"${PROJECT_SOURCE_DIR}\";VELT_BINARY_DIR=\"${CMAKE_BINARY_DIR}\";VELT_PLUGIN_DIR=\"${VELT_PLUGIN_DIR}\";VELT_TEST_PLUGIN_DIR=\"${VELT_TEST_PLUGIN_DIR}\"")
 
 # --- plug-ins that behave badly, and one that does not: one module per file of tests/plugins that is no test --------
-set(VELT_TEST_PLUGIN_DIR "${CMAKE_BINARY_DIR}/test-plugins")
-target_compile_definitions(velt_test_support PUBLIC VELT_TEST_PLUGIN_DIR="${VELT_TEST_PLUGIN_DIR}")
 file(GLOB veltTestPlugins CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/plugins/*.cpp")
 list(FILTER veltTestPlugins EXCLUDE REGEX "Test\\.cpp$")
 set(veltTestPluginTargets)

@@ -12,7 +12,7 @@
 namespace velt::dxf {
 namespace {
 
-/// Holds a converter of the C library. It is opened and used by one thread, while a page is made.
+// Holds a converter of the C library. It is opened and used by one thread, while a page is made.
 class Converter {
  public:
   Converter(const char* to, const char* from) : handle_(iconv_open(to, from)) {}
@@ -25,12 +25,14 @@ class Converter {
   explicit operator bool() const { return reinterpret_cast<std::intptr_t>(handle_) != -1; }
 
   struct Result {
-    std::size_t length = 0;  ///< of what was written
-    bool wantsMore = false;  ///< the input is the beginning of a longer character
+    // Of what was written.
+    std::size_t length = 0;
+    // The input is the beginning of a longer character.
+    bool wantsMore = false;
     bool complete = false;
   };
 
-  /// Converts one character by itself. Converters that compose accents hold a letter back until they are flushed.
+  // Converts one character by itself. Converters that compose accents hold a letter back until they are flushed.
   Result convert(char* from, std::size_t fromLength, char* to, std::size_t toLength) const {
     iconv(handle_, nullptr, nullptr, nullptr, nullptr);
     const std::size_t room = toLength;
@@ -63,7 +65,7 @@ Decoded decodeOne(const Converter& converter, unsigned byte, std::optional<unsig
   return {character <= 0xFFFF ? static_cast<char16_t>(character) : char16_t{0}, false};
 }
 
-/// The bytes that the page prefers for a character that several bytes stand for.
+// The bytes that the page prefers for a character that several bytes stand for.
 std::optional<std::uint16_t> preferredBytes(const Converter& converter, char16_t character) {
   const char32_t wide = character;
   std::array<char, sizeof wide> from{};

@@ -1,5 +1,6 @@
-// The character sets of old drawings: single-byte and double-byte code pages.
 #pragma once
+
+// The character sets of old drawings: single-byte and double-byte code pages.
 
 #include <array>
 #include <cstddef>
@@ -9,11 +10,11 @@
 
 namespace velt::dxf {
 
-/// Shown for bytes that are no character. Never written in their place.
+// Shown for bytes that are no character. Never written in their place.
 inline constexpr char32_t replacementCharacter = 0xFFFD;
 
-/// Two tables, made once per page from the C library's converter and shared by all drawings; read-only, so any number
-/// of threads may use one. All pages in question lie within the basic plane, and ASCII stands for itself in each.
+// Two tables, made once per page from the C library's converter and shared by all drawings; read-only, so any number
+// of threads may use one. All pages in question lie within the basic plane, and ASCII stands for itself in each.
 class CodePage {
  public:
   struct Read {
@@ -21,13 +22,13 @@ class CodePage {
     std::size_t length;
   };
 
-  /// `converter` is a name that iconv_open knows. Never null. When the machine lacks the converter, bytes from 0x80 on
-  /// are shown as the Latin-1 characters of the same number, and no character beyond ASCII is ever written as a byte.
+  // `converter` is a name that iconv_open knows. Never null. When the machine lacks the converter, bytes from 0x80 on
+  // are shown as the Latin-1 characters of the same number, and no character beyond ASCII is ever written as a byte.
   [[nodiscard]] static std::shared_ptr<const CodePage> named(const std::string& converter);
 
-  /// The first character of `bytes`, which must not be empty. An invalid byte is the replacement character.
+  // The first character of `bytes`, which must not be empty. An invalid byte is the replacement character.
   [[nodiscard]] Read read(std::string_view bytes) const;
-  /// Appends the character's bytes; false, and nothing appended, when the page lacks it.
+  // Appends the character's bytes; false, and nothing appended, when the page lacks it.
   [[nodiscard]] bool write(char32_t character, std::string& bytes) const;
 
  private:
@@ -37,8 +38,10 @@ class CodePage {
   static constexpr std::size_t tableSize = 0x10000;
   static constexpr char16_t nothing = 0;
 
-  std::array<char16_t, tableSize> characters_{};  ///< by byte, or by lead byte * 256 + trail byte
-  std::array<std::uint16_t, tableSize> bytes_{};  ///< by character
+  // By byte, or by lead byte * 256 + trail byte.
+  std::array<char16_t, tableSize> characters_{};
+  // By character.
+  std::array<std::uint16_t, tableSize> bytes_{};
 };
 
 }  // namespace velt::dxf

@@ -14,7 +14,7 @@
 namespace velt::dxf {
 namespace {
 
-/// Holds an open file.
+// Holds an open file.
 class File {
  public:
   explicit File(int descriptor) : descriptor_(descriptor) {}
@@ -96,8 +96,8 @@ Document::Document(std::string bytes, std::string displayName, const Progress& p
                                         headerValue("$DWGCODEPAGE", 3).value_or(std::string_view{}));
 }
 
-/// Old writers leave out EOF, but none leaves a section open: the rest of such a file is missing, and its last value may
-/// be cut short.
+// Old writers leave out EOF, but none leaves a section open: the rest of such a file is missing, and its last value may
+// be cut short.
 void Document::requireLastSectionClosed() const {
   const auto last = static_cast<std::uint32_t>(records_.size() - 1);
   const std::string_view lastType = trimmed(type(last));

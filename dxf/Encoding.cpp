@@ -47,7 +47,7 @@ std::string lowerCase(std::string_view text) {
   return lower;
 }
 
-/// "1252" of "ansi_1252" when the prefix is "ansi_"; nothing when no number follows.
+// "1252" of "ansi_1252" when the prefix is "ansi_"; nothing when no number follows.
 std::optional<std::string> numberBehind(std::string_view prefix, std::string_view name) {
   if (!name.starts_with(prefix)) return std::nullopt;
   const auto number = parseInteger<std::uint16_t>(name.substr(prefix.size()));

@@ -1,5 +1,6 @@
-// Between the bytes of a drawing's texts and UTF-32.
 #pragma once
+
+// Between the bytes of a drawing's texts and UTF-32.
 
 #include <memory>
 #include <string>
@@ -9,35 +10,36 @@
 
 namespace velt::dxf {
 
-/// How a drawing's texts are written: UTF-8 from AC1021 on, a code page before. Copies are cheap and share the page.
-/// All members may be called from several threads.
+// How a drawing's texts are written: UTF-8 from AC1021 on, a code page before. Copies are cheap and share the page.
+// All members may be called from several threads.
 class Encoding {
  public:
   [[nodiscard]] static Encoding utf8() { return {nullptr, "UTF-8"}; }
-  /// By the name that a drawing gives in $DWGCODEPAGE ("ANSI_1252", "dos850", "big5", ...), in any case. A name that
-  /// says nothing known, the empty one included, means ANSI_1252.
+  // By the name that a drawing gives in $DWGCODEPAGE ("ANSI_1252", "dos850", "big5", ...), in any case. A name that
+  // says nothing known, the empty one included, means ANSI_1252.
   [[nodiscard]] static Encoding ofCodePage(std::string_view drawingCodePage);
-  /// By the values of $ACADVER and $DWGCODEPAGE, empty where the drawing does not tell.
+  // By the values of $ACADVER and $DWGCODEPAGE, empty where the drawing does not tell.
   [[nodiscard]] static Encoding ofDrawing(std::string_view version, std::string_view drawingCodePage);
 
-  /// "UTF-8", "CP1252", ...
+  // "UTF-8", "CP1252", ...
   [[nodiscard]] const std::string& name() const noexcept { return name_; }
   [[nodiscard]] bool isUtf8() const noexcept { return page_ == nullptr; }
 
-  /// For showing: \U+XXXX and \M+nXXXX become their characters, bytes that are no character become U+FFFD. So encode()
-  /// of the result need not give the bytes back; a text that was not changed is not written.
+  // For showing: \U+XXXX and \M+nXXXX become their characters, bytes that are no character become U+FFFD. So encode()
+  // of the result need not give the bytes back; a text that was not changed is not written.
   [[nodiscard]] std::wstring decode(std::string_view bytes) const;
 
-  /// What a drawing in this encoding writes for the text. A character that the page lacks becomes \U+XXXX, one beyond
-  /// U+FFFF two of them (a surrogate pair). Control characters, which no value can hold, become a caret and a letter
-  /// (a line end is ^J). What looks like an escape in the text stays, and so becomes one: users type them.
+  // What a drawing in this encoding writes for the text. A character that the page lacks becomes \U+XXXX, one beyond
+  // U+FFFF two of them (a surrogate pair). Control characters, which no value can hold, become a caret and a letter
+  // (a line end is ^J). What looks like an escape in the text stays, and so becomes one: users type them.
   [[nodiscard]] std::string encode(std::wstring_view text) const;
 
  private:
   Encoding(std::shared_ptr<const CodePage> page, std::string name)
       : page_(std::move(page)), name_(std::move(name)) {}
 
-  std::shared_ptr<const CodePage> page_;  ///< null for UTF-8
+  // Null for UTF-8.
+  std::shared_ptr<const CodePage> page_;
   std::string name_;
 };
 

@@ -22,7 +22,7 @@ namespace {
   throw std::system_error(error, std::generic_category(), file.string() + ": cannot be written");
 }
 
-/// What is written, by large pieces. The first error stays, for the one who asks for the result.
+// What is written, by large pieces. The first error stays, for the one who asks for the result.
 class DescriptorBuffer final : public std::streambuf {
  public:
   explicit DescriptorBuffer(int descriptor) : descriptor_(descriptor) {
@@ -57,7 +57,7 @@ class DescriptorBuffer final : public std::streambuf {
   std::array<char, 1 << 16> buffer_;
 };
 
-/// The file itself where the path is a link, also one to a file that is not there yet.
+// The file itself where the path is a link, also one to a file that is not there yet.
 std::filesystem::path behindLinks(const std::filesystem::path& file) {
   constexpr int mostLinks = 40;
   std::filesystem::path here = file;
@@ -70,8 +70,8 @@ std::filesystem::path behindLinks(const std::filesystem::path& file) {
   return here;
 }
 
-/// A file that was renamed is sure to be found after a crash only when its folder is on the disk, too. Not every file
-/// system can do that; the file itself is whole either way.
+// A file that was renamed is sure to be found after a crash only when its folder is on the disk, too. Not every file
+// system can do that; the file itself is whole either way.
 void flushFolderOf(const std::filesystem::path& file) {
   const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
   const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);

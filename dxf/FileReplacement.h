@@ -1,3 +1,5 @@
+#pragma once
+
 // A file that is written whole or not at all.
 //
 // What is written goes into a file of its own in the same folder; commit() brings it to the disk and then, in one step,
@@ -8,7 +10,6 @@
 // where the process may give it away.
 // Failure: std::system_error, its what() "file: cannot be written: reason". The old file is then as it was, and nothing
 // is left beside it; only a process that is killed leaves its unfinished file, whose name ends in ".unfinished".
-#pragma once
 
 #include <filesystem>
 #include <memory>
@@ -23,12 +24,12 @@ class FileReplacement {
   explicit FileReplacement(const std::filesystem::path& file);
   FileReplacement(const FileReplacement&) = delete;
   FileReplacement& operator=(const FileReplacement&) = delete;
-  /// Without a commit the old file stays.
+  // Without a commit the old file stays.
   ~FileReplacement();
 
-  /// Takes what is to be written. A write that fails shows in its state, and again when committing.
+  // Takes what is to be written. A write that fails shows in its state, and again when committing.
   [[nodiscard]] std::ostream& stream();
-  /// Once, at the end.
+  // Once, at the end.
   void commit();
 
  private:
@@ -36,7 +37,7 @@ class FileReplacement {
   std::unique_ptr<Unfinished> unfinished_;
 };
 
-/// Replaces the file by the document as it is now, or makes it.
+// Replaces the file by the document as it is now, or makes it.
 void save(const Document& document, const std::filesystem::path& file);
 
 }  // namespace velt::dxf

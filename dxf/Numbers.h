@@ -1,5 +1,6 @@
-// Numbers as drawings write them: independent of the locale, and exact both ways.
 #pragma once
+
+// Numbers as drawings write them: independent of the locale, and exact both ways.
 
 #include <charconv>
 #include <concepts>
@@ -12,23 +13,23 @@
 
 namespace velt::dxf {
 
-/// The shortest digits that read back as the same double, always with a decimal point or an exponent, because readers
-/// tell reals from integers by it. Throws std::invalid_argument for infinities and NaN: no drawing can hold them.
+// The shortest digits that read back as the same double, always with a decimal point or an exponent, because readers
+// tell reals from integers by it. Throws std::invalid_argument for infinities and NaN: no drawing can hold them.
 [[nodiscard]] std::string formatReal(double value);
 
-/// Reads what any writer may have written: blanks around it, a plus sign, "1.", ".5", "1e5". Nothing for text that is
-/// not wholly a finite number. A number too small for a double reads as zero.
+// Reads what any writer may have written: blanks around it, a plus sign, "1.", ".5", "1e5". Nothing for text that is
+// not wholly a finite number. A number too small for a double reads as zero.
 [[nodiscard]] std::optional<double> parseReal(std::string_view text);
 
-/// Hexadecimal, up to 64 bits, upper or lower case. Nothing for an empty or longer text.
+// Hexadecimal, up to 64 bits, upper or lower case. Nothing for an empty or longer text.
 [[nodiscard]] std::optional<std::uint64_t> parseHandle(std::string_view text);
 
-/// Upper case without leading zeros, as drawings write handles.
+// Upper case without leading zeros, as drawings write handles.
 [[nodiscard]] std::string formatHandle(std::uint64_t handle);
 
 [[nodiscard]] std::string formatInteger(std::int64_t value);
 
-/// Nothing for text that is not wholly an integer, or one that the type cannot hold.
+// Nothing for text that is not wholly an integer, or one that the type cannot hold.
 template <std::integral Integer>
 [[nodiscard]] std::optional<Integer> parseInteger(std::string_view text) {
   text = trimmed(text);

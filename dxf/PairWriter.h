@@ -1,5 +1,6 @@
-// Writes group-code/value pairs of a new drawing.
 #pragma once
+
+// Writes group-code/value pairs of a new drawing.
 
 #include <cstdint>
 #include <string>
@@ -10,14 +11,14 @@
 
 namespace velt::dxf {
 
-/// In drawing units.
+// In drawing units.
 struct Point {
   double x = 0.0;
   double y = 0.0;
   double z = 0.0;
 };
 
-/// Collects pairs. Texts come in UTF-8 and leave in the drawing's encoding; numbers come out the shortest that are exact.
+// Collects pairs. Texts come in UTF-8 and leave in the drawing's encoding; numbers come out the shortest that are exact.
 class PairWriter {
  public:
   explicit PairWriter(Encoding encoding) : encoding_(std::move(encoding)) {}
@@ -26,12 +27,12 @@ class PairWriter {
   void integer(int code, std::int64_t value);
   void real(int code, double value);
   void handle(int code, std::uint64_t value);
-  /// x under the code, y under code + 10, z under code + 20.
+  // x under the code, y under code + 10, z under code + 20.
   void point(int code, const Point& at);
   void flatPoint(int code, const Point& at);
-  /// Bytes in the drawing's encoding, without a line end.
+  // Bytes in the drawing's encoding, without a line end.
   void verbatim(int code, std::string_view value);
-  /// Pairs of another writer with the same encoding.
+  // Pairs of another writer with the same encoding.
   void append(const PairWriter& other) { bytes_ += other.bytes_; }
 
   [[nodiscard]] const Encoding& encoding() const noexcept { return encoding_; }

@@ -19,7 +19,7 @@ constexpr std::array sectionNames{
     SectionName{"ENTITIES", Section::Entities}, SectionName{"OBJECTS", Section::Objects},
 };
 
-/// Takes the records in file order and keeps what the next one stands in.
+// Takes the records in file order and keeps what the next one stands in.
 class Grouping {
  public:
   Grouping(const std::string& bytes, std::span<const Tag> tags) : bytes_(bytes), tags_(tags) {}
@@ -80,7 +80,7 @@ class Grouping {
     }
   }
 
-  /// The head of the sequence that goes on with a record of this type.
+  // The head of the sequence that goes on with a record of this type.
   [[nodiscard]] std::uint32_t continueSequence(std::string_view type) const {
     if (sequence_ == none) return none;
     if (type == member_) return sequence_;

@@ -1,5 +1,6 @@
-// Typed access to one record of a drawing, over pairs that stay as they are.
 #pragma once
+
+// Typed access to one record of a drawing, over pairs that stay as they are.
 
 #include <array>
 #include <cstddef>
@@ -13,28 +14,28 @@
 
 namespace velt::dxf {
 
-/// In place of a subclass: look in all of them.
+// In place of a subclass: look in all of them.
 inline constexpr std::string_view anySubclass = "*";
 
-/// Consecutive pairs of a record.
+// Consecutive pairs of a record.
 struct PairRange {
   std::size_t first = 0;
   std::size_t count = 0;
 };
 
-/// A lens over one record. It owns nothing; an edit of the record, or the end of the document, makes it and every
-/// text that it gave out invalid.
-///
-/// What a group code means depends on the subclass marker (code 100) that it stands behind, so a property is looked
-/// up by code and subclass. The empty subclass is the part before the first marker. A record without any marker, as
-/// old drawings have them, is one section that answers to every subclass. Three things are never found as properties:
-/// pairs inside application groups (102 "{..." to 102 "}"), extended data (codes from 1000 on), and everything behind
-/// the start of an embedded object (101 "Embedded Object"). An application group that is not closed ends at the next marker.
+// A lens over one record. It owns nothing; an edit of the record, or the end of the document, makes it and every
+// text that it gave out invalid.
+//
+// What a group code means depends on the subclass marker (code 100) that it stands behind, so a property is looked
+// up by code and subclass. The empty subclass is the part before the first marker. A record without any marker, as
+// old drawings have them, is one section that answers to every subclass. Three things are never found as properties:
+// pairs inside application groups (102 "{..." to 102 "}"), extended data (codes from 1000 on), and everything behind
+// the start of an embedded object (101 "Embedded Object"). An application group that is not closed ends at the next marker.
 class RecordView {
  public:
   RecordView(const char* bytes, std::span<const Tag> tags)
       : bytes_(bytes), tags_(tags.data()), size_(tags.size()) {}
-  /// Over an edited record: `tags` are then all tags of the drawing, which the pairs' origins index.
+  // Over an edited record: `tags` are then all tags of the drawing, which the pairs' origins index.
   RecordView(const char* bytes, const Tag* tags, std::span<const EditedPair> pairs)
       : bytes_(bytes), tags_(tags), edited_(pairs.data()), size_(pairs.size()) {}
 
@@ -42,24 +43,24 @@ class RecordView {
   [[nodiscard]] int code(std::size_t index) const noexcept {
     return edited_ == nullptr ? tags_[index].code : edited_[index].code;
   }
-  /// As it stands in the file, blanks included, in the drawing's encoding.
+  // As it stands in the file, blanks included, in the drawing's encoding.
   [[nodiscard]] std::string_view value(std::size_t index) const noexcept {
     if (edited_ == nullptr) return valueOf(tags_[index]);
     return edited_[index].ownsValue ? std::string_view(edited_[index].value)
                                     : valueOf(tags_[edited_[index].origin]);
   }
 
-  /// The value of the leading 0, without blanks; empty for what stands before the first record.
+  // The value of the leading 0, without blanks; empty for what stands before the first record.
   [[nodiscard]] std::string_view type() const noexcept;
-  /// What stands under the record's own handle code (105 for a DIMSTYLE, whose 5 is a block's name in old drawings),
-  /// untouched; empty when there is none. Neither unique nor valid by right: see parseHandle.
+  // What stands under the record's own handle code (105 for a DIMSTYLE, whose 5 is a block's name in old drawings),
+  // untouched; empty when there is none. Neither unique nor valid by right: see parseHandle.
   [[nodiscard]] std::string_view handle() const;
 
   [[nodiscard]] bool hasSubclasses() const noexcept;
   [[nodiscard]] bool hasSubclass(std::string_view subclass) const;
 
-  /// Calls `visitor(index)` for each pair that is a property within the subclass, in file order, the markers excluded,
-  /// until the visitor returns false.
+  // Calls `visitor(index)` for each pair that is a property within the subclass, in file order, the markers excluded,
+  // until the visitor returns false.
   template <class Visitor>
   void visit(std::string_view subclass, Visitor&& visitor) const;
 
@@ -67,32 +68,32 @@ class RecordView {
                                                 std::size_t occurrence = 0) const;
   [[nodiscard]] std::vector<std::size_t> findAll(int wanted, std::string_view subclass) const;
 
-  /// The value as it stands.
+  // The value as it stands.
   [[nodiscard]] std::optional<std::string_view> text(int wanted, std::string_view subclass,
                                                      std::size_t occurrence = 0) const;
-  /// Nothing also for a value that is no number.
+  // Nothing also for a value that is no number.
   [[nodiscard]] std::optional<double> real(int wanted, std::string_view subclass,
                                            std::size_t occurrence = 0) const;
   [[nodiscard]] std::optional<std::int64_t> integer(int wanted, std::string_view subclass,
                                                     std::size_t occurrence = 0) const;
-  /// x under the code, y and z under code + 10 and code + 20 before the next x; a missing y or z is 0.
+  // x under the code, y and z under code + 10 and code + 20 before the next x; a missing y or z is 0.
   [[nodiscard]] std::optional<std::array<double, 3>> point(int wanted, std::string_view subclass,
                                                            std::size_t occurrence = 0) const;
 
-  /// The pairs behind `1001 application` up to the next application; nothing when it has no data here.
+  // The pairs behind `1001 application` up to the next application; nothing when it has no data here.
   [[nodiscard]] std::optional<PairRange> extendedData(std::string_view application) const;
-  /// The pairs between `102 {name` and `102 }`.
+  // The pairs between `102 {name` and `102 }`.
   [[nodiscard]] std::optional<PairRange> applicationGroup(std::string_view name) const;
-  /// The pairs behind the first `101`, up to the extended data.
+  // The pairs behind the first `101`, up to the extended data.
   [[nodiscard]] std::optional<PairRange> embeddedObject() const;
 
-  /// Where a pair that is missing from the subclass goes: behind its last pair that has one of the codes in `after`,
-  /// else at its end. Nothing when the record has other subclasses only.
+  // Where a pair that is missing from the subclass goes: behind its last pair that has one of the codes in `after`,
+  // else at its end. Nothing when the record has other subclasses only.
   [[nodiscard]] std::optional<std::size_t> insertionPoint(std::string_view subclass,
                                                           std::span<const int> after) const;
 
  private:
-  /// Follows the record from pair to pair and knows what each one is.
+  // Follows the record from pair to pair and knows what each one is.
   class Walk;
 
   [[nodiscard]] static bool isEmbeddedObject(std::string_view value) noexcept {
@@ -117,7 +118,7 @@ class RecordView::Walk {
         everywhere_(subclass == anySubclass || !record.hasSubclasses()),
         inside_(everywhere_ || subclass.empty()) {}
 
-  /// Takes the next pair in. True when it is a property of the subclass; `ended` tells that no other can follow.
+  // Takes the next pair in. True when it is a property of the subclass; `ended` tells that no other can follow.
   [[nodiscard]] bool isProperty(std::size_t index) {
     const int code = record_.code(index);
     if (code < 100) return inside_ && depth_ == 0 && code != 0;
@@ -146,7 +147,7 @@ class RecordView::Walk {
     }
   }
 
-  /// Inside the subclass, be it within one of its application groups.
+  // Inside the subclass, be it within one of its application groups.
   [[nodiscard]] bool inside() const noexcept { return inside_ && !ended_; }
   [[nodiscard]] bool ended() const noexcept { return ended_; }
 

@@ -1,5 +1,6 @@
-// One group-code/value pair of a drawing, as a slice of the drawing's bytes.
 #pragma once
+
+// One group-code/value pair of a drawing, as a slice of the drawing's bytes.
 
 #include <cstdint>
 #include <limits>
@@ -8,14 +9,16 @@
 
 namespace velt::dxf {
 
-/// A pair as it was read. It owns nothing: the offsets point into the bytes that the document keeps.
-///
-/// Twelve bytes, because a drawing has tens of millions of them. The pair's bytes begin `lead` bytes before the value
-/// (the line of the group code, with its padding and line end) and end where the next pair begins, so every byte of the
-/// file belongs to exactly one pair.
+// A pair as it was read. It owns nothing: the offsets point into the bytes that the document keeps.
+//
+// Twelve bytes, because a drawing has tens of millions of them. The pair's bytes begin `lead` bytes before the value
+// (the line of the group code, with its padding and line end) and end where the next pair begins, so every byte of the
+// file belongs to exactly one pair.
 struct Tag {
-  std::uint32_t offset;  ///< of the value's first byte
-  std::uint32_t length;  ///< of the value, without its line end
+  // Of the value's first byte.
+  std::uint32_t offset;
+  // Of the value, without its line end.
+  std::uint32_t length;
   std::int16_t code;
   std::uint16_t lead;
 
@@ -24,19 +27,21 @@ struct Tag {
 };
 static_assert(sizeof(Tag) == 12);
 
-/// Stands for "no tag" and "no record" wherever an index is stored.
+// Stands for "no tag" and "no record" wherever an index is stored.
 inline constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
 
-/// A pair of a record that has been edited. A pair that was read and not replaced keeps pointing at its tag and holds
-/// no value of its own, so that its bytes are written as they stand in the file.
+// A pair of a record that has been edited. A pair that was read and not replaced keeps pointing at its tag and holds
+// no value of its own, so that its bytes are written as they stand in the file.
 struct EditedPair {
   int code = 0;
-  std::uint32_t origin = none;  ///< the tag that it was read from; none for an inserted pair
+  // The tag that it was read from; none for an inserted pair.
+  std::uint32_t origin = none;
   bool ownsValue = false;
-  std::string value;  ///< the new value when ownsValue
+  // The new value when ownsValue.
+  std::string value;
 };
 
-/// The text without the blanks around it. Writers pad names and numbers; the file keeps the padding, readers ignore it.
+// The text without the blanks around it. Writers pad names and numbers; the file keeps the padding, readers ignore it.
 [[nodiscard]] constexpr std::string_view trimmed(std::string_view text) noexcept {
   constexpr std::string_view blanks = " \t\r";
   const auto first = text.find_first_not_of(blanks);

@@ -22,7 +22,7 @@ constexpr bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-/// What stands in a line, short and printable, for a message.
+// What stands in a line, short and printable, for a message.
 std::string quoted(std::string_view line) {
   constexpr std::size_t longest = 40;
   line = trimmed(line);
@@ -87,19 +87,19 @@ class TagReader {
     }
   }
 
-  /// One pass over the bytes is far cheaper than growing the list, and it leaves no room unused. The bound keeps a file
-  /// of empty lines from asking for more than one and a half times its own size ahead.
+  // One pass over the bytes is far cheaper than growing the list, and it leaves no room unused. The bound keeps a file
+  // of empty lines from asking for more than one and a half times its own size ahead.
   [[nodiscard]] std::size_t expectedTags() const {
     const auto lines = static_cast<std::size_t>(std::count(next_, last_, '\n'));
     return std::min(lines / 2 + 1, rest().size() / 8 + 1);
   }
 
-  /// Blank lines and the end-of-file character of old systems may close a drawing that lacks EOF.
+  // Blank lines and the end-of-file character of old systems may close a drawing that lacks EOF.
   [[nodiscard]] bool onlyBlanksLeft() const {
     return rest().find_first_not_of(std::string_view(" \t\r\n\x1A\0", 6)) == std::string_view::npos;
   }
 
-  /// Leaves `next_` behind the pair. Nothing at the end of a drawing without EOF.
+  // Leaves `next_` behind the pair. Nothing at the end of a drawing without EOF.
   std::optional<Tag> readTag() {
     const char* const begin = next_;
     const std::optional<std::int16_t> code = readCode();
@@ -117,7 +117,7 @@ class TagReader {
                static_cast<std::uint16_t>(lead)};
   }
 
-  /// Leaves `next_` behind the line. The zero that ends the string stops every loop at the end of the bytes.
+  // Leaves `next_` behind the line. The zero that ends the string stops every loop at the end of the bytes.
   std::optional<std::int16_t> readCode() {
     const char* const begin = next_;
     const char* at = begin;

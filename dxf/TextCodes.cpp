@@ -13,7 +13,7 @@ struct Code {
   std::size_t length = 0;
 };
 
-/// By what follows "%%".
+// By what follows "%%".
 std::optional<Code> letterCode(wchar_t letter) {
   switch (letter) {
     case L'c':

@@ -162,7 +162,7 @@ VELT_PROPDATA_EXPORT bool GetPropInfoValue(PROPINFO& prop);
 VELT_PROPDATA_EXPORT void SortByWeight(TqVector<PROPINFO>& list);
 VELT_PROPDATA_EXPORT bool picompare(const PROPINFO& a, const PROPINFO& b);
 
-// Whether a by-layer colour shows differently for the entities of two lists; false for any other value. The
+// Whether a by-layer color shows differently for the entities of two lists; false for any other value. The
 // entity of a list is the one of its first row with DISPID 1281 that can be opened.
 VELT_PROPDATA_EXPORT bool IsDifferentByLayerColors(VARIANT& value, TqVector<PROPINFO>& listA,
                                                    TqVector<PROPINFO>& listB);
@@ -275,13 +275,13 @@ VELT_PROPDATA_EXPORT bool comparePropInfo(PROPINFO& first, PROPINFO& other, bool
 // 0 equal, 1 different, -1 of different types. Frees nothing.
 VELT_PROPDATA_EXPORT std::int32_t CompareVARIANT(VARIANT& a, VARIANT b);
 
-// The colour of a colour object; E_FAIL, with colour left alone, when the value is none.
-VELT_PROPDATA_EXPORT HRESULT VariantToColorHelper(VARIANT* value, VkCmColor& colour);
+// The color of a color object; E_FAIL, with color left alone, when the value is none.
+VELT_PROPDATA_EXPORT HRESULT VariantToColorHelper(VARIANT* value, VkCmColor& color);
 
-// The colour of the layer of the row's entity. False, with colour left alone, when either cannot be opened.
-VELT_PROPDATA_EXPORT bool getPropEntityLayerColor(VkCmColor& colour, PROPINFO& prop);
+// The color of the layer of the row's entity. False, with color left alone, when either cannot be opened.
+VELT_PROPDATA_EXPORT bool getPropEntityLayerColor(VkCmColor& color, PROPINFO& prop);
 
-// Whether two equal colours are by layer and the entities' layers differ in colour.
+// Whether two equal colors are by layer and the entities' layers differ in color.
 VELT_PROPDATA_EXPORT bool IsDifferentByLayerColors(PROPINFO& first, PROPINFO& other);
 
 // ---------------------------------------------------------------------------------------------------------

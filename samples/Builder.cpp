@@ -28,7 +28,7 @@ Point turned(const Point& at, double degrees) {
   return {at.x * cosine - at.y * sine, at.x * sine + at.y * cosine, at.z};
 }
 
-/// The text in the drawing's encoding, cut into chunks between characters.
+// The text in the drawing's encoding, cut into chunks between characters.
 std::vector<std::string> chunksOf(std::string_view utf8, const Encoding& encoding) {
   std::vector<std::string> chunks(1);
   for (const wchar_t character : Encoding::utf8().decode(utf8)) {
@@ -48,7 +48,7 @@ void endSection(PairWriter& out) {
   out.verbatim(0, "ENDSEC");
 }
 
-/// The pairs that every entry of a table begins with.
+// The pairs that every entry of a table begins with.
 void beginEntry(PairWriter& out, std::string_view type, Handle handle, Handle table,
                 std::string_view subclass) {
   out.verbatim(0, type);
@@ -64,7 +64,7 @@ void beginObject(PairWriter& out, std::string_view type, Handle handle, Handle o
   out.handle(330, owner);
 }
 
-/// The pairs shared by texts, attributes and their definitions; the alignment point decides unless all is at the left.
+// The pairs shared by texts, attributes and their definitions; the alignment point decides unless all is at the left.
 void writeTextShape(PairWriter& out, const Point& at, std::string_view wording, const TextStyle& shape) {
   out.verbatim(100, "AcDbText");
   out.point(10, at);
@@ -98,11 +98,11 @@ Handle BlockBuilder::begin(std::string_view type, const EntityStyle& style, std:
   if (name_ == paperSpace) entities_.integer(67, 1);
   entities_.text(8, style.layer);
   if (style.lineType != "ByLayer") entities_.text(6, style.lineType);
-  if (style.colour != byLayer) entities_.integer(62, style.colour);
+  if (style.color != byLayer) entities_.integer(62, style.color);
   if (style.lineWeight != lineWeightByLayer) entities_.integer(370, style.lineWeight);
   if (style.lineTypeScale != 1.0) entities_.real(48, style.lineTypeScale);
   if (!style.visible) entities_.integer(60, 1);
-  if (style.trueColour) entities_.integer(420, *style.trueColour);
+  if (style.trueColor) entities_.integer(420, *style.trueColor);
   return handle;
 }
 
@@ -352,10 +352,10 @@ Handle BlockBuilder::gradientHatch(std::span<const Outline> boundary, const Hatc
   entities_.integer(453, 2);
   entities_.real(463, 0.0);
   entities_.integer(63, 5);
-  entities_.integer(421, gradient.firstColour);
+  entities_.integer(421, gradient.firstColor);
   entities_.real(463, 1.0);
   entities_.integer(63, 7);
-  entities_.integer(421, gradient.secondColour);
+  entities_.integer(421, gradient.secondColor);
   entities_.text(470, gradient.name);
   end(style);
   return handle;
@@ -626,8 +626,8 @@ void DrawingBuilder::writeLayers(PairWriter& out) const {
     beginEntry(out, "LAYER", it.handle, tableHandle("LAYER"), "AcDbLayerTableRecord");
     out.text(2, it.name);
     out.integer(70, (it.style.frozen ? frozenFlag : 0) + (it.style.locked ? lockedFlag : 0));
-    out.integer(62, it.style.off ? -it.style.colour : it.style.colour);
-    if (it.style.trueColour) out.integer(420, *it.style.trueColour);
+    out.integer(62, it.style.off ? -it.style.color : it.style.color);
+    if (it.style.trueColor) out.integer(420, *it.style.trueColor);
     out.text(6, it.style.lineType);
     out.integer(370, it.style.lineWeight);
     out.handle(390, normalPlotStyle_);

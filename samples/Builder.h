@@ -1,5 +1,6 @@
-// Makes new drawings: for the sample drawing and for tests.
 #pragma once
+
+// Makes new drawings: for the sample drawing and for tests.
 
 #include <cstdint>
 #include <deque>
@@ -24,11 +25,13 @@ class DrawingBuilder;
 using Handle = std::uint64_t;
 
 enum class DrawingVersion {
-  AC1018,  ///< texts in ANSI_1252
-  AC1027,  ///< texts in UTF-8
+  // Texts in ANSI_1252.
+  AC1018,
+  // Texts in UTF-8.
+  AC1027,
 };
 
-/// A pair whose value is written as it is.
+// A pair whose value is written as it is.
 struct RawPair {
   int code = 0;
   std::string value{};
@@ -40,9 +43,11 @@ inline constexpr int lineWeightByLayer = -1;
 inline constexpr int lineWeightDefault = -3;
 
 struct LayerStyle {
-  int colour = 7;
-  std::optional<std::uint32_t> trueColour{};  ///< 0xRRGGBB
-  int lineWeight = lineWeightDefault;         ///< in hundredths of a millimetre
+  int color = 7;
+  // 0xRRGGBB.
+  std::optional<std::uint32_t> trueColor{};
+  // In hundredths of a millimetre.
+  int lineWeight = lineWeightDefault;
   std::string lineType = "Continuous";
   bool off = false;
   bool frozen = false;
@@ -54,17 +59,18 @@ struct Hyperlink {
   std::string description{};
 };
 
-/// What an application attaches to an entity; it is registered with the drawing.
+// What an application attaches to an entity; it is registered with the drawing.
 struct ExtendedData {
   std::string application{};
-  std::vector<RawPair> values{};  ///< codes from 1000 on, without the 1001
+  // Codes from 1000 on, without the 1001.
+  std::vector<RawPair> values{};
 };
 
-/// What every entity has.
+// What every entity has.
 struct EntityStyle {
   std::string layer = "0";
-  int colour = byLayer;
-  std::optional<std::uint32_t> trueColour{};
+  int color = byLayer;
+  std::optional<std::uint32_t> trueColor{};
   int lineWeight = lineWeightByLayer;
   std::string lineType = "ByLayer";
   double lineTypeScale = 1.0;
@@ -73,8 +79,8 @@ struct EntityStyle {
   std::vector<ExtendedData> extendedData{};
 };
 
-/// Of a polyline or of a hatch's boundary. The bulge of the segment that begins here is the tangent of a quarter of its
-/// arc's angle, positive to the left.
+// Of a polyline or of a hatch's boundary. The bulge of the segment that begins here is the tangent of a quarter of its
+// arc's angle, positive to the left.
 struct Vertex {
   double x = 0.0;
   double y = 0.0;
@@ -94,7 +100,8 @@ enum class AlignVertical { Baseline = 0, Bottom = 1, Middle = 2, Top = 3 };
 
 struct TextStyle {
   double height = 2.5;
-  double rotation = 0.0;  ///< in degrees
+  // In degrees.
+  double rotation = 0.0;
   std::string style = "Standard";
   Align align = Align::Left;
   AlignVertical alignVertical = AlignVertical::Baseline;
@@ -103,10 +110,13 @@ struct TextStyle {
 
 struct MTextStyle {
   double height = 2.5;
-  double width = 0.0;     ///< where lines break; 0 for nowhere
-  double rotation = 0.0;  ///< in degrees
+  // Where lines break; 0 for nowhere.
+  double width = 0.0;
+  // In degrees.
+  double rotation = 0.0;
   std::string style = "Standard";
-  int attachment = 1;  ///< 1 top left to 9 bottom right
+  // 1 top left to 9 bottom right.
+  int attachment = 1;
 };
 
 struct Attribute {
@@ -123,34 +133,40 @@ struct Placement {
   double scaleX = 1.0;
   double scaleY = 1.0;
   double scaleZ = 1.0;
-  double rotation = 0.0;  ///< in degrees
+  // In degrees.
+  double rotation = 0.0;
   std::vector<Attribute> attributes{};
 };
 
-/// A family of parallel lines, in the pattern's own coordinates; dashes are positive, gaps negative, dots zero.
+// A family of parallel lines, in the pattern's own coordinates; dashes are positive, gaps negative, dots zero.
 struct PatternLine {
-  double angle = 0.0;  ///< in degrees
+  // In degrees.
+  double angle = 0.0;
   Point base{};
-  Point offset{};  ///< from line to line, along and across the line
+  // From line to line, along and across the line.
+  Point offset{};
   std::vector<double> dashes{};
 };
 
 struct HatchPattern {
   std::string name{};
   std::vector<PatternLine> lines{};
-  double angle = 0.0;  ///< in degrees
+  // In degrees.
+  double angle = 0.0;
   double scale = 1.0;
 };
 
 struct HatchGradient {
   std::string name = "LINEAR";
-  std::uint32_t firstColour = 0;  ///< 0xRRGGBB
-  std::uint32_t secondColour = 0xFFFFFF;
-  double angle = 0.0;  ///< in degrees
+  // 0xRRGGBB.
+  std::uint32_t firstColor = 0;
+  std::uint32_t secondColor = 0xFFFFFF;
+  // In degrees.
+  double angle = 0.0;
 };
 
-/// Takes the entities of one block definition, model space included. It belongs to its DrawingBuilder.
-/// Every call returns the handle of the entity that it made.
+// Takes the entities of one block definition, model space included. It belongs to its DrawingBuilder.
+// Every call returns the handle of the entity that it made.
 class BlockBuilder {
  public:
   BlockBuilder(DrawingBuilder& drawing, std::string name, Point base);
@@ -160,21 +176,21 @@ class BlockBuilder {
   Handle line(const Point& from, const Point& to, const EntityStyle& style = {});
   Handle point(const Point& at, const EntityStyle& style = {});
   Handle circle(const Point& centre, double radius, const EntityStyle& style = {});
-  /// Counterclockwise, in degrees.
+  // Counterclockwise, in degrees.
   Handle arc(const Point& centre, double radius, double startAngle, double endAngle,
              const EntityStyle& style = {});
-  /// `major` reaches from the centre to the end of the longer axis; `ratio` is at most 1; whole without the angles,
-  /// which are parameters in degrees.
+  // `major` reaches from the centre to the end of the longer axis; `ratio` is at most 1; whole without the angles,
+  // which are parameters in degrees.
   Handle ellipse(const Point& centre, const Point& major, double ratio, const EntityStyle& style = {},
                  double startAngle = 0.0, double endAngle = 360.0);
   Handle polyline(const Outline& outline, const PolylineStyle& shape = {}, const EntityStyle& style = {});
   Handle text(const Point& at, std::string_view wording, const TextStyle& shape = {},
               const EntityStyle& style = {});
-  /// The wording may hold formatting codes; a long one is cut into chunks as drawings do.
+  // The wording may hold formatting codes; a long one is cut into chunks as drawings do.
   Handle mtext(const Point& at, std::string_view wording, const MTextStyle& shape = {},
                const EntityStyle& style = {});
   Handle insert(std::string_view block, const Placement& placement, const EntityStyle& style = {});
-  /// What an insert of this block should bring a value for.
+  // What an insert of this block should bring a value for.
   Handle attributeDefinition(const Attribute& attribute, std::string_view prompt,
                              const EntityStyle& style = {});
   Handle solidHatch(std::span<const Outline> boundary, const EntityStyle& style = {});
@@ -182,17 +198,17 @@ class BlockBuilder {
                       const EntityStyle& style = {});
   Handle gradientHatch(std::span<const Outline> boundary, const HatchGradient& gradient,
                        const EntityStyle& style = {});
-  /// Makes this block, an anonymous one, one of the shapes that a dynamic block takes.
+  // Makes this block, an anonymous one, one of the shapes that a dynamic block takes.
   void isMadeOf(const BlockBuilder& definition);
-  /// Anything else: the pairs behind the common ones of every entity, subclass markers included. Owned by the block,
-  /// or by the entity with the given handle (a vertex by its polyline).
+  // Anything else: the pairs behind the common ones of every entity, subclass markers included. Owned by the block,
+  // or by the entity with the given handle (a vertex by its polyline).
   Handle raw(std::string_view type, std::span<const RawPair> pairs, const EntityStyle& style = {},
              std::optional<Handle> owner = std::nullopt);
   Handle raw(std::string_view type, std::initializer_list<RawPair> pairs, const EntityStyle& style = {},
              std::optional<Handle> owner = std::nullopt) {
     return raw(type, std::span<const RawPair>(pairs.begin(), pairs.size()), style, owner);
   }
-  /// Of its table record, for those that refer to the block by it.
+  // Of its table record, for those that refer to the block by it.
   [[nodiscard]] Handle handle() const { return recordHandle_; }
 
  private:
@@ -208,7 +224,8 @@ class BlockBuilder {
   DrawingBuilder& drawing_;
   std::string name_;
   Point base_;
-  std::string path_{};  ///< of the drawing that the block stands for
+  // Of the drawing that the block stands for.
+  std::string path_{};
   Handle recordHandle_;
   Handle beginHandle_;
   Handle endHandle_;
@@ -217,8 +234,8 @@ class BlockBuilder {
   PairWriter entities_;
 };
 
-/// A drawing in the making, with everything that a complete one needs: tables, model and paper space, layouts, the
-/// dictionaries. Handles and owners are given out in the order of the calls, so the same calls make the same bytes.
+// A drawing in the making, with everything that a complete one needs: tables, model and paper space, layouts, the
+// dictionaries. Handles and owners are given out in the order of the calls, so the same calls make the same bytes.
 class DrawingBuilder {
  public:
   explicit DrawingBuilder(DrawingVersion version = DrawingVersion::AC1027);
@@ -226,31 +243,31 @@ class DrawingBuilder {
   DrawingBuilder& operator=(const DrawingBuilder&) = delete;
 
   void layer(std::string_view name, const LayerStyle& style = {});
-  /// Dashes are positive, gaps negative, dots zero.
+  // Dashes are positive, gaps negative, dots zero.
   void lineType(std::string_view name, std::string_view description, std::vector<double> dashes);
   void textStyle(std::string_view name, std::string_view font, double widthFactor = 1.0);
-  /// A further one beside Standard; the pairs are its variables. Gives its handle.
+  // A further one beside Standard; the pairs are its variables. Gives its handle.
   Handle dimensionStyle(std::string_view name, std::span<const RawPair> variables);
-  /// The handle of a text style or a line type of that name, which must be there.
+  // The handle of a text style or a line type of that name, which must be there.
   [[nodiscard]] Handle textStyleHandle(std::string_view name) const;
   [[nodiscard]] Handle lineTypeHandle(std::string_view name) const;
-  /// An object that a dictionary holds under that name; the dictionary is made when it is first named.
+  // An object that a dictionary holds under that name; the dictionary is made when it is first named.
   Handle object(std::string_view dictionary, std::string_view name, std::string_view type,
                 std::span<const RawPair> pairs);
-  /// A block that stands for another drawing.
+  // A block that stands for another drawing.
   void externalReference(std::string_view name, std::string_view path);
-  /// A registered application, as extended data needs one.
+  // A registered application, as extended data needs one.
   void application(std::string_view name);
-  /// A further variable of the header, by its name with the dollar sign.
+  // A further variable of the header, by its name with the dollar sign.
   void variable(std::string_view name, std::initializer_list<RawPair> pairs);
-  /// What is seen when the drawing is opened.
+  // What is seen when the drawing is opened.
   void extents(const Point& low, const Point& high);
 
   BlockBuilder& model() { return blocks_[0]; }
-  /// The definition of that name, made at the first call.
+  // The definition of that name, made at the first call.
   BlockBuilder& block(std::string_view name, const Point& base = {});
 
-  /// The whole drawing. More may be added afterwards.
+  // The whole drawing. More may be added afterwards.
   [[nodiscard]] std::string bytes() const;
 
  private:
@@ -333,7 +350,8 @@ class DrawingBuilder {
   PairWriter variables_;
   Point low_{};
   Point high_{100.0, 100.0};
-  std::deque<BlockBuilder> blocks_;  ///< model space, paper space, and those that were asked for
+  // Model space, paper space, and those that were asked for.
+  std::deque<BlockBuilder> blocks_;
 };
 
 }  // namespace velt::samples

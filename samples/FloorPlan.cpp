@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "samples/Builder.h"
 #include "dxf/Numbers.h"
+#include "samples/Builder.h"
 
 namespace velt::samples {
 namespace {
@@ -34,22 +34,22 @@ void addTables(DrawingBuilder& drawing) {
 
   // clang-format off
   //            name            style
-  drawing.layer("Walls",        {.colour = 7, .lineWeight = 50});
-  drawing.layer("Partitions",   {.colour = 7, .lineWeight = 35});
-  drawing.layer("Doors",        {.colour = 30, .lineWeight = 25});
-  drawing.layer("Windows",      {.colour = 150, .lineWeight = 25});
-  drawing.layer("Furniture",    {.colour = 8, .lineWeight = 18});
-  drawing.layer("Sanitary",     {.colour = 4, .lineWeight = 18});
-  drawing.layer("Columns",      {.colour = 1, .lineWeight = 50});
-  drawing.layer("Hatching",     {.colour = 9, .lineWeight = 9});
-  drawing.layer("Garden",       {.colour = 94, .trueColour = 0x4F8A3C, .lineWeight = 18});
-  drawing.layer("Labels",       {.colour = 7, .lineWeight = 25});
-  drawing.layer("Dimensions",   {.colour = 3, .lineWeight = 18});
-  drawing.layer("Survey",       {.colour = 6, .lineWeight = 18});
-  drawing.layer("Title",        {.colour = 7, .lineWeight = 35});
-  drawing.layer("Axes",         {.colour = 2, .lineWeight = 13, .lineType = "CENTER", .locked = true});
-  drawing.layer("Electrical",   {.colour = 1, .lineWeight = 18, .off = true});
-  drawing.layer("Construction", {.colour = 252, .lineWeight = 5, .lineType = "DOT", .frozen = true});
+  drawing.layer("Walls",        {.color = 7, .lineWeight = 50});
+  drawing.layer("Partitions",   {.color = 7, .lineWeight = 35});
+  drawing.layer("Doors",        {.color = 30, .lineWeight = 25});
+  drawing.layer("Windows",      {.color = 150, .lineWeight = 25});
+  drawing.layer("Furniture",    {.color = 8, .lineWeight = 18});
+  drawing.layer("Sanitary",     {.color = 4, .lineWeight = 18});
+  drawing.layer("Columns",      {.color = 1, .lineWeight = 50});
+  drawing.layer("Hatching",     {.color = 9, .lineWeight = 9});
+  drawing.layer("Garden",       {.color = 94, .trueColor = 0x4F8A3C, .lineWeight = 18});
+  drawing.layer("Labels",       {.color = 7, .lineWeight = 25});
+  drawing.layer("Dimensions",   {.color = 3, .lineWeight = 18});
+  drawing.layer("Survey",       {.color = 6, .lineWeight = 18});
+  drawing.layer("Title",        {.color = 7, .lineWeight = 35});
+  drawing.layer("Axes",         {.color = 2, .lineWeight = 13, .lineType = "CENTER", .locked = true});
+  drawing.layer("Electrical",   {.color = 1, .lineWeight = 18, .off = true});
+  drawing.layer("Construction", {.color = 252, .lineWeight = 5, .lineType = "DOT", .frozen = true});
   // clang-format on
 
   drawing.textStyle("Lettering", "arial.ttf");
@@ -63,8 +63,8 @@ void addTables(DrawingBuilder& drawing) {
 
 // --- blocks -------------------------------------------------------------------------------------------------------------
 
-/// One unit wide: hinged at the origin, opening to the left of the way from the hinge to the other jamb, or to its
-/// right.
+// One unit wide: hinged at the origin, opening to the left of the way from the hinge to the other jamb, or to its
+// right.
 void drawDoor(BlockBuilder& door, bool isMirrored) {
   const double side = isMirrored ? -1 : 1;
   door.polyline(rectangle(0, 0, 0.05, side), {.closed = true});
@@ -75,7 +75,7 @@ void drawDoor(BlockBuilder& door, bool isMirrored) {
       "Number of the door");
 }
 
-/// A dynamic block, which may be mirrored: its references refer to the shape that they take.
+// A dynamic block, which may be mirrored: its references refer to the shape that they take.
 void addDoorBlocks(DrawingBuilder& drawing) {
   BlockBuilder& door = drawing.block("DOOR");
   drawDoor(door, false);
@@ -86,7 +86,7 @@ void addDoorBlocks(DrawingBuilder& drawing) {
   }
 }
 
-/// One unit long and one unit thick, so that its inserts are scaled unevenly.
+// One unit long and one unit thick, so that its inserts are scaled unevenly.
 void addWindowBlock(DrawingBuilder& drawing) {
   BlockBuilder& window = drawing.block("WINDOW");
   window.polyline(rectangle(0, 0, 1, 1), {.closed = true});
@@ -161,7 +161,7 @@ void addFurnitureBlocks(DrawingBuilder& drawing) {
 
 // --- the building -------------------------------------------------------------------------------------------------------
 
-/// The outer wall between its openings, from the terrace door counterclockwise.
+// The outer wall between its openings, from the terrace door counterclockwise.
 const std::vector<Outline>& outerWalls() {
   static const std::vector<Outline> walls{
       {{4600, 0}, {8500, 0}, {8500, 300}, {4600, 300}},
@@ -190,7 +190,7 @@ const std::vector<Outline>& partitions() {
 void addWalls(BlockBuilder& model) {
   const HatchPattern masonry{.name = "ANSI31", .lines = {{.angle = 45, .offset = {0, 3.175}}}, .scale = 25};
   model.patternHatch(outerWalls(), masonry, {.layer = "Hatching"});
-  model.solidHatch(partitions(), {.layer = "Hatching", .colour = 253});
+  model.solidHatch(partitions(), {.layer = "Hatching", .color = 253});
   for (const Outline& wall : outerWalls())
     model.polyline(wall, {.closed = true}, {.layer = "Walls"});
   for (const Outline& wall : partitions())
@@ -262,7 +262,7 @@ void addFurniture(BlockBuilder& model) {
   const EntityStyle sanitary{.layer = "Sanitary"};
 
   model.insert("SOFA", {.at = {400, 3450}, .rotation = 270}, furniture);
-  model.insert("SOFA", {.at = {3900, 4900}, .rotation = 180}, {.layer = "Furniture", .trueColour = 0x9C4A2F});
+  model.insert("SOFA", {.at = {3900, 4900}, .rotation = 180}, {.layer = "Furniture", .trueColor = 0x9C4A2F});
   model.polyline(roundedRectangle(1700, 2000, 2900, 2700, 100), {.closed = true}, furniture);
   model.ellipse({5200, 2400}, {0, 900}, 0.6, {.layer = "Furniture", .lineWeight = 30});
   const std::array chairs{Placement{.at = {4480, 2050}, .rotation = 90},
@@ -283,7 +283,7 @@ void addFurniture(BlockBuilder& model) {
   model.insert("HOB", {.at = {11680, 1750}, .rotation = 90}, furniture);
   model.insert("SINK", {.at = {8800, 310}},
                {.layer = "Furniture", .hyperlink = Hyperlink{"https://example.org/kitchen", "Kitchen unit"}});
-  model.solidHatch({{rectangle(11100, 3500, 11680, 4180)}}, {.layer = "Hatching", .colour = 254});
+  model.solidHatch({{rectangle(11100, 3500, 11680, 4180)}}, {.layer = "Hatching", .color = 254});
   model.polyline(rectangle(11100, 3500, 11680, 4180), {.closed = true}, furniture);
 
   model.insert(
@@ -327,10 +327,10 @@ void addLabels(BlockBuilder& model) {
              {.height = 180, .style = "Lettering", .align = Align::Centre}, labels);
   model.text({9600, -2250}, "Pond, depth 800 %%p50",
              {.height = 140, .style = "Narrow", .align = Align::Centre},
-             {.layer = "Labels", .trueColour = 0x1F3F66});
+             {.layer = "Labels", .trueColor = 0x1F3F66});
   model.text({1620, -480}, "%%c260", {.height = 110, .style = "Narrow"}, {.layer = "Labels"});
   model.text({-1150, 4500}, "Hedge", {.height = 160, .rotation = 90, .style = "Narrow"},
-             {.layer = "Labels", .colour = 94});
+             {.layer = "Labels", .color = 94});
 
   model.mtext({-2900, -3450},
               "{\\LNotes}\\P1. All dimensions in millimetres, to be checked on site before any work is "
@@ -380,7 +380,7 @@ void addTitle(BlockBuilder& model) {
   model.text({13850, 10950}, "N", {.height = 250, .style = "Lettering"}, title);
 }
 
-/// A dimension and the block that shows it, for horizontal and vertical distances.
+// A dimension and the block that shows it, for horizontal and vertical distances.
 void addDimension(DrawingBuilder& drawing, std::string_view block, const Point& from, const Point& to,
                   double distance) {
   const bool isVertical = from.x == to.x;
@@ -392,7 +392,7 @@ void addDimension(DrawingBuilder& drawing, std::string_view block, const Point& 
   const Point second = shifted(to, distance);
   const Point middle = shifted({(from.x + to.x) / 2, (from.y + to.y) / 2}, distance + 60);
   const double overshoot = distance > 0 ? 100 : -100;
-  const EntityStyle style{.layer = "Dimensions", .colour = byBlock};
+  const EntityStyle style{.layer = "Dimensions", .color = byBlock};
   const std::string wording = std::to_string(std::lround(length));
 
   BlockBuilder& shown = drawing.block(block);
@@ -453,25 +453,25 @@ void addGarden(BlockBuilder& model) {
                            .scale = 126};
   // The pattern leaves the lettering free.
   const Outline lettering = rectangle(2350, -1600, 4850, -1220);
-  model.patternHatch({{terrace, lettering}}, tiles, {.layer = "Hatching", .trueColour = 0xD8C3A5});
-  model.polyline(terrace, {.elevation = -20}, {.layer = "Garden", .trueColour = 0x8A6D3B, .lineWeight = 35});
+  model.patternHatch({{terrace, lettering}}, tiles, {.layer = "Hatching", .trueColor = 0xD8C3A5});
+  model.polyline(terrace, {.elevation = -20}, {.layer = "Garden", .trueColor = 0x8A6D3B, .lineWeight = 35});
 
   const Outline pond{{8600, -3000}, {10600, -3000, halfTurn}, {10600, -1400}, {8600, -1400, halfTurn}};
-  model.gradientHatch({{pond}}, {.firstColour = 0x2F7FBF, .secondColour = 0xD6ECFA, .angle = 30},
+  model.gradientHatch({{pond}}, {.firstColor = 0x2F7FBF, .secondColor = 0xD6ECFA, .angle = 30},
                       {.layer = "Garden"});
-  model.polyline(pond, {.closed = true}, {.layer = "Garden", .colour = 5});
+  model.polyline(pond, {.closed = true}, {.layer = "Garden", .color = 5});
   model.ellipse({9600, -2200}, {1900, 0}, 0.55, {.layer = "Garden", .lineType = "DASHED"});
 
   model.insert("TREE", {.at = {13300, -1800}}, {.layer = "Garden"});
   model.insert("TREE", {.at = {7300, -1500}, .scaleX = 0.7, .scaleY = 0.7, .scaleZ = 0.7, .rotation = 20},
                {.layer = "Garden"});
   model.insert("TREE", {.at = {-2100, -1900}, .scaleX = 0.8, .scaleY = 0.8, .scaleZ = 0.8},
-               {.layer = "Garden", .trueColour = 0x2E6B2A});
-  model.ellipse({13800, 4000}, {0, 1500}, 0.2, {.layer = "Garden", .trueColour = 0x2E6B2A}, -120, 120);
+               {.layer = "Garden", .trueColor = 0x2E6B2A});
+  model.ellipse({13800, 4000}, {0, 1500}, 0.2, {.layer = "Garden", .trueColor = 0x2E6B2A}, -120, 120);
   model.polyline({{-900, 2600, 0, 260, 260}, {-900, 6400, 0, 260, 260}}, {}, {.layer = "Garden"});
 
   // The step in front of the door.
-  model.arc({5700, 9000}, 700, 0, 180, {.layer = "Garden", .colour = 8});
+  model.arc({5700, 9000}, 700, 0, 180, {.layer = "Garden", .color = 8});
 
   // The path from the street, as a spline through its fit points.
   model.raw("SPLINE", {{100, "AcDbSpline"}, {70, "8"}, {71, "3"},    {72, "8"},     {73, "4"}, {74, "0"},
@@ -479,19 +479,19 @@ void addGarden(BlockBuilder& model) {
                        {40, "1"},           {40, "1"}, {10, "5350"}, {20, "9050"},  {30, "0"}, {10, "5200"},
                        {20, "9900"},        {30, "0"}, {10, "4300"}, {20, "10500"}, {30, "0"}, {10, "4200"},
                        {20, "11350"},       {30, "0"}},
-            {.layer = "Garden", .colour = 8});
+            {.layer = "Garden", .color = 8});
   model.raw("SPLINE", {{100, "AcDbSpline"}, {70, "8"}, {71, "3"},    {72, "8"},     {73, "4"}, {74, "0"},
                        {40, "0"},           {40, "0"}, {40, "0"},    {40, "0"},     {40, "1"}, {40, "1"},
                        {40, "1"},           {40, "1"}, {10, "6050"}, {20, "9050"},  {30, "0"}, {10, "6050"},
                        {20, "9900"},        {30, "0"}, {10, "5300"}, {20, "10500"}, {30, "0"}, {10, "5200"},
                        {20, "11350"},       {30, "0"}},
-            {.layer = "Garden", .colour = 8});
+            {.layer = "Garden", .color = 8});
 }
 
 void addColumns(BlockBuilder& model) {
   for (const Point& at : {Point{1450, -250}, Point{5750, -250}, Point{2300, -2200}, Point{4900, -2200}}) {
     model.circle(at, 130, {.layer = "Columns"});
-    model.circle(at, 60, {.layer = "Columns", .colour = 8, .lineWeight = 13});
+    model.circle(at, 60, {.layer = "Columns", .color = 8, .lineWeight = 13});
   }
 }
 
@@ -500,7 +500,7 @@ void addSurvey(BlockBuilder& model) {
                           Point{-3000, 11150, 0.28}};
   int number = 1;
   for (const Point& at : points) {
-    model.point(at, {.layer = "Survey", .colour = number == 4 ? 1 : byLayer});
+    model.point(at, {.layer = "Survey", .color = number == 4 ? 1 : byLayer});
     model.text({at.x + 130, at.y + 90, at.z}, "P" + std::to_string(number++),
                {.height = 130, .style = "Narrow"}, {.layer = "Survey"});
   }
@@ -540,7 +540,7 @@ void addAxes(BlockBuilder& model) {
   }
 }
 
-/// What is there and not seen: one layer is off, one is frozen, one entity is invisible.
+// What is there and not seen: one layer is off, one is frozen, one entity is invisible.
 void addHidden(BlockBuilder& model) {
   for (const Point& lamp :
        {Point{3650, 2650}, Point{9400, 2250}, Point{9400, 5500}, Point{9400, 7750}, Point{2250, 6900}}) {
@@ -558,7 +558,7 @@ void addHidden(BlockBuilder& model) {
   model.line({0, 9000}, {12000, 0}, {.layer = "Construction", .visible = false});
 }
 
-/// A note with its arrow, and the porch roof above the front door.
+// A note with its arrow, and the porch roof above the front door.
 void addOtherTypes(BlockBuilder& model) {
   model.raw("LEADER",
             {{100, "AcDbLeader"},
@@ -597,7 +597,7 @@ void addOtherTypes(BlockBuilder& model) {
              {13, "4700.0"},
              {23, "9600.0"},
              {33, "2400.0"}},
-            {.layer = "Walls", .colour = 8, .lineWeight = 18, .lineType = "DASHED"});
+            {.layer = "Walls", .color = 8, .lineWeight = 18, .lineType = "DASHED"});
 }
 
 }  // namespace

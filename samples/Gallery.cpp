@@ -6,14 +6,14 @@
 #include <string_view>
 #include <vector>
 
-#include "samples/Builder.h"
 #include "dxf/ModelLine.h"
 #include "dxf/Numbers.h"
+#include "samples/Builder.h"
 
 namespace velt::samples {
 namespace {
 
-/// An entity as code, blank, value, with bars between the pairs. A value behind an at sign is a handle by its name.
+// An entity as code, blank, value, with bars between the pairs. A value behind an at sign is a handle by its name.
 struct Exhibit {
   std::string_view type;
   std::string_view pairs;
@@ -129,7 +129,7 @@ constexpr Exhibit dimensions[] = {
 // --- what the exhibits refer to ---
 
 Names addStyles(DrawingBuilder& drawing) {
-  drawing.layer("Exhibits", {.colour = 3, .lineWeight = 25});
+  drawing.layer("Exhibits", {.color = 3, .lineWeight = 25});
   drawing.lineType("DASHED", "Dashed __ __ __", {2.5, -1.25});
   drawing.textStyle("Lettering", "arial.ttf");
 
@@ -208,7 +208,7 @@ void addHatches(BlockBuilder& model, const EntityStyle& style) {
       boundary(0),
       {.name = "ANSI31", .lines = {{.angle = 45, .offset = {0, 3.175}}}, .angle = 10, .scale = 0.5}, style);
   model.solidHatch(boundary(1), style);
-  model.gradientHatch(boundary(2), {.name = "CYLINDER", .firstColour = 0xFF0000, .angle = 30}, style);
+  model.gradientHatch(boundary(2), {.name = "CYLINDER", .firstColor = 0xFF0000, .angle = 30}, style);
   const std::vector<RawPair> lines = pairsOf(
       "100 AcDbHatch|10 0|20 0|30 0|210 0|220 0|230 1|2 _USER|70 0|71 0|91 1|92 2|72 0|73 1|93 4|10 45|20 "
       "80|10 55|20 80"
@@ -227,7 +227,7 @@ void addModel(BlockBuilder& model, std::string_view type, std::span<const std::s
   model.raw(type, pairs, style);
 }
 
-/// A polyline in pieces.
+// A polyline in pieces.
 void addSequence(BlockBuilder& model, std::string_view head, std::initializer_list<std::string_view> vertices,
                  const EntityStyle& style) {
   const Handle handle = model.raw("POLYLINE", pairsOf(head, {}), style);
@@ -277,10 +277,10 @@ void addPolylines(BlockBuilder& model, const EntityStyle& style) {
               style);
 }
 
-/// Its picture is nobody else's, and looks as the style and the points say.
+// Its picture is nobody else's, and looks as the style and the points say.
 void addDrawnDimension(DrawingBuilder& drawing, const Names& names, const EntityStyle& style) {
-  const EntityStyle line{.layer = style.layer, .colour = 1, .lineWeight = 35};
-  const EntityStyle extension{.layer = style.layer, .colour = 2, .lineWeight = 18};
+  const EntityStyle line{.layer = style.layer, .color = 1, .lineWeight = 35};
+  const EntityStyle extension{.layer = style.layer, .color = 2, .lineWeight = 18};
   BlockBuilder& picture = drawing.block("*D2");
   picture.line({0, 131.2}, {0, 142.5}, extension);
   picture.line({40, 131.2}, {40, 142.5}, extension);
@@ -288,11 +288,11 @@ void addDrawnDimension(DrawingBuilder& drawing, const Names& names, const Entity
   picture.raw(
       "SOLID",
       pairsOf("100 AcDbTrace|10 5|20 140.8|30 0|11 5|21 139.2|31 0|12 0|22 140|32 0|13 0|23 140|33 0", {}),
-      {.layer = style.layer, .colour = 1});
+      {.layer = style.layer, .color = 1});
   picture.insert("_Dot", {.at = {40, 140}, .scaleX = 5, .scaleY = 5, .scaleZ = 5}, line);
-  picture.mtext({20, 144}, "40 mm", {.height = 5, .attachment = 5}, {.layer = style.layer, .colour = 3});
+  picture.mtext({20, 144}, "40 mm", {.height = 5, .attachment = 5}, {.layer = style.layer, .color = 3});
   for (const Point& at : {Point{0, 130}, Point{40, 130}, Point{40, 140}})
-    picture.point(at, {.layer = "Defpoints", .colour = byBlock});
+    picture.point(at, {.layer = "Defpoints", .color = byBlock});
   drawing.model().raw(
       "DIMENSION",
       pairsOf("100 AcDbDimension|2 *D2|10 40|20 140|30 0|11 20|21 144|31 0|70 32|71 5|42 40|3 GALLERY"
@@ -302,7 +302,7 @@ void addDrawnDimension(DrawingBuilder& drawing, const Names& names, const Entity
       style);
 }
 
-/// A block without entities is none.
+// A block without entities is none.
 void addDimensionsWithoutPicture(DrawingBuilder& drawing, const Names& names, const EntityStyle& style) {
   constexpr int pictureCode = 2;
   drawing.block("*D3");

@@ -27,7 +27,7 @@ Assignment parseAssignment(std::string_view text);
 const PROPINFO& rowFor(const Assignment& assignment, const TqVector<PROPINFO>& rows);
 
 // The value as the property wants it: a choice by its name or number, a number, an angle in degrees, yes or no, a text.
-// Colours stay texts, which the property itself understands. Throws Failure, with what is possible, for anything else.
+// Colors stay texts, which the property itself understands. Throws Failure, with what is possible, for anything else.
 OwnedVariant valueFor(const Assignment& assignment, const PROPINFO& row);
 
 }  // namespace velt::tool

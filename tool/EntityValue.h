@@ -13,7 +13,7 @@ namespace velt::tool {
 // entity's place in the selection, by which a dynamic row knows its property of each entity.
 std::wstring entityValue(const PROPINFO& row, VeltPropData& entry, std::size_t index);
 
-// The same words for a value that is to be written, where that can be told: colours come in as texts and out as objects.
+// The same words for a value that is to be written, where that can be told: colors come in as texts and out as objects.
 std::wstring comparable(const VARIANT& value);
 
 // Why the entity does not take the value. Puts it again, which a refusal leaves without effect, and this time asks for

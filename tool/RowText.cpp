@@ -9,11 +9,11 @@
 #include <string_view>
 
 #include "embedded/automation/model/ColorNames.h"
-#include "host/automation/IdValues.h"
 #include "embedded/database/Entity.h"
 #include "host/automation/IVeltBaseObject.h"
 #include "host/automation/IVeltHyperlinks.h"
 #include "host/automation/IVeltVkCmColor.h"
+#include "host/automation/IdValues.h"
 #include "tool/NumberKinds.h"
 #include "tool/Text.h"
 
@@ -66,53 +66,53 @@ std::string realText(const PROPINFO& row, double number, const NumberStyle& styl
   return fixed(number, style.lengthPlaces);
 }
 
-// --- colours and hyperlinks ------------------------------------------------------------------------------
+// --- colors and hyperlinks ------------------------------------------------------------------------------
 
-enum ColourMethod : std::uint32_t {
+enum ColorMethod : std::uint32_t {
   byLayer = 0xC0,
   byBlock = 0xC1,
-  trueColour = 0xC2,
-  colourIndex = 0xC3,
-  noColour = 0xC8
+  trueColor = 0xC2,
+  colorIndex = 0xC3,
+  noColor = 0xC8
 };
 
-std::string colourIndexText(std::int32_t index) {
+std::string colorIndexText(std::int32_t index) {
   const auto& names = automation::colorNames;
   const auto named = std::find_if(names.begin(), names.end(),
                                   [&](const automation::NamedColor& c) { return c.index == index; });
   return named != names.end() ? toUtf8(named->name) : fmt::format("{}", index);
 }
 
-std::string colourText(std::uint32_t value, const std::wstring& name, const std::wstring& book) {
+std::string colorText(std::uint32_t value, const std::wstring& name, const std::wstring& book) {
   if (!name.empty()) return toUtf8(book.empty() ? name : book + L"$" + name);
   switch (value >> 24) {
     case byLayer:
-      return colourIndexText(automation::byLayerIndex);
+      return colorIndexText(automation::byLayerIndex);
     case byBlock:
-      return colourIndexText(automation::byBlockIndex);
-    case noColour:
+      return colorIndexText(automation::byBlockIndex);
+    case noColor:
       return "None";
-    case trueColour:
+    case trueColor:
       return fmt::format("{},{},{}", (value >> 16) & 0xFF, (value >> 8) & 0xFF, value & 0xFF);
-    case colourIndex:
-      return colourIndexText(static_cast<std::int32_t>(value & 0xFFFF));
+    case colorIndex:
+      return colorIndexText(static_cast<std::int32_t>(value & 0xFFFF));
     default:
       return fmt::format("colour {:08X}", value);
   }
 }
 
-std::optional<std::string> colourTextOf(IDispatch* object) {
-  const Reference<IVeltVkCmColor> colour(object, IID_IVeltVkCmColor);
-  if (!colour) return std::nullopt;
+std::optional<std::string> colorTextOf(IDispatch* object) {
+  const Reference<IVeltVkCmColor> color(object, IID_IVeltVkCmColor);
+  if (!color) return std::nullopt;
   LONG value = 0;
   BSTR name = nullptr;
   BSTR book = nullptr;
-  colour->get_EntityColor(&value);
-  colour->get_ColorName(&name);
-  colour->get_BookName(&book);
-  const std::wstring colourName = taken(name);
+  color->get_EntityColor(&value);
+  color->get_ColorName(&name);
+  color->get_BookName(&book);
+  const std::wstring colorName = taken(name);
   const std::wstring bookName = taken(book);
-  return colourText(static_cast<std::uint32_t>(value), colourName, bookName);
+  return colorText(static_cast<std::uint32_t>(value), colorName, bookName);
 }
 
 std::optional<std::string> hyperlinksTextOf(IDispatch* object) {
@@ -133,7 +133,7 @@ std::optional<std::string> hyperlinksTextOf(IDispatch* object) {
 }
 
 std::string objectText(IDispatch* object) {
-  if (const std::optional<std::string> colour = colourTextOf(object)) return *colour;
+  if (const std::optional<std::string> color = colorTextOf(object)) return *color;
   if (const std::optional<std::string> hyperlinks = hyperlinksTextOf(object)) return *hyperlinks;
   return object != nullptr ? "(object)" : "";
 }

@@ -20,7 +20,7 @@ NumberStyle numberStyleOf(const database::Drawing& drawing);
 
 inline constexpr const char* variesText = "*VARIES*";
 
-// As a palette shows it: *VARIES*, the choice's label, angles in degrees, colours by name.
+// As a palette shows it: *VARIES*, the choice's label, angles in degrees, colors by name.
 std::string valueText(const PROPINFO& row, const NumberStyle& style);
 
 // The value as the natural JSON value; objects as their text.

@@ -3,8 +3,8 @@
 #include <filesystem>
 
 #include "dxf/FileReplacement.h"
-#include "samples/Gallery.h"
 #include "samples/FloorPlan.h"
+#include "samples/Gallery.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
 

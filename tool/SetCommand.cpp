@@ -8,10 +8,10 @@
 #include <utility>
 #include <vector>
 
+#include "dxf/FileReplacement.h"
 #include "embedded/database/Drawing.h"
 #include "embedded/database/Entity.h"
 #include "embedded/database/Layer.h"
-#include "dxf/FileReplacement.h"
 #include "tool/Assignment.h"
 #include "tool/Commands.h"
 #include "tool/DynamicNodes.h"

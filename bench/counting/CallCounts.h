@@ -1,5 +1,6 @@
-// How often each call to the host was made.
 #pragma once
+
+// How often each call to the host was made.
 
 #include <cstdint>
 #include <map>
@@ -9,7 +10,7 @@ namespace velt::bench {
 
 using CallCounts = std::map<std::string, std::int64_t>;
 
-/// Of the process; whoever wants the counts of some work empties it first.
+// Of the process; whoever wants the counts of some work empties it first.
 [[nodiscard]] inline CallCounts& callCounts() {
   static CallCounts counts;
   return counts;

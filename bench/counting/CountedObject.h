@@ -1,5 +1,6 @@
-// An entity's automation object that counts what it is asked and passes it on to the real one.
 #pragma once
+
+// An entity's automation object that counts what it is asked and passes it on to the real one.
 
 #include <memory>
 #include <string>
@@ -11,8 +12,8 @@
 
 namespace velt::bench {
 
-/// `Dispatch` is IDispatch or IVeltHatch. Lives as long as somebody has a reference to it, and so long keeps one to the
-/// real object.
+// `Dispatch` is IDispatch or IVeltHatch. Lives as long as somebody has a reference to it, and so long keeps one to the
+// real object.
 template <class Dispatch>
 class CountedObject : public Dispatch,
                       public IVeltBaseObject,
@@ -22,7 +23,7 @@ class CountedObject : public Dispatch,
                       public IPerPropertyBrowsing,
                       public IVkPiPropertyDisplay {
  public:
-  /// Has one reference, for the caller.
+  // Has one reference, for the caller.
   explicit CountedObject(IUnknown& real)
       : dispatch_(find<Dispatch>(real)),
         baseObject_(find<IVeltBaseObject>(real)),

@@ -2,7 +2,7 @@
 // they do not.
 //
 // The objects of the entities are replaced by ones that count, the host's functions by ones that count, and what the
-// objects inside values (colours, hyperlinks) hand out is taken from the host's ledger.
+// objects inside values (colors, hyperlinks) hand out is taken from the host's ledger.
 
 #include <array>
 #include <cstdint>

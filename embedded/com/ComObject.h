@@ -1,11 +1,13 @@
+#pragma once
+
 // ComObject: what every COM object of the host is derived from.
 //
-//   class Colour final : public com::ComObject<IVeltVkCmColor, IVeltBaseObject> {
+//   class Color final : public com::ComObject<IVeltVkCmColor, IVeltBaseObject> {
 //    public:
-//     explicit Colour(std::uint32_t value) : ComObject(platform::Ledger::account("VeltVkCmColor")), ...
+//     explicit Color(std::uint32_t value) : ComObject(platform::Ledger::account("VeltVkCmColor")), ...
 //     ... the methods of the two interfaces
 //   };
-//   IVeltVkCmColor* colour = com::makeObject<Colour>(value);   // one reference, for the caller; null: no memory
+//   IVeltVkCmColor* color = com::makeObject<Color>(value);   // one reference, for the caller; null: no memory
 //
 // Purpose: QueryInterface over the listed interfaces and those that they extend, counting references, and the ledger's
 // account of them under the class's name. IUnknown is always the one of the first interface listed, so two pointers
@@ -14,7 +16,6 @@
 // Threads: references may be counted on every thread; whatever else a class holds it protects itself.
 // Failure: QueryInterface gives E_POINTER for a null out-pointer, and null and E_NOINTERFACE for an unknown id.
 // A class that offers an interface only at times overrides QueryInterface and hands everything else on to this one.
-#pragma once
 
 #include <atomic>
 #include <cstddef>
@@ -69,7 +70,7 @@ class ComObject : public First, public Others... {
       account_.giveBack();
   }
 
-  /// The one IUnknown of this object, without a reference.
+  // The one IUnknown of this object, without a reference.
   [[nodiscard]] IUnknown* identity() noexcept { return static_cast<First*>(this); }
 
  private:
@@ -105,7 +106,7 @@ class ComObject : public First, public Others... {
   platform::LedgerAccount& account_;
 };
 
-/// A new object with one reference for the caller; null when memory is exhausted.
+// A new object with one reference for the caller; null when memory is exhausted.
 template <class Object, class... Arguments>
 [[nodiscard]] Object* makeObject(Arguments&&... arguments) {
   try {

@@ -1,5 +1,6 @@
-// Holds one reference to a COM object for the length of a scope.
 #pragma once
+
+// Holds one reference to a COM object for the length of a scope.
 
 #include <cassert>
 #include <utility>
@@ -19,13 +20,13 @@ class InterfaceHolder {
   }
   ~InterfaceHolder() { reset(); }
 
-  /// Takes over the reference that the caller has.
+  // Takes over the reference that the caller has.
   [[nodiscard]] static InterfaceHolder owning(Interface* object) {
     InterfaceHolder holder;
     holder.held_ = object;
     return holder;
   }
-  /// Adds a reference of its own.
+  // Adds a reference of its own.
   [[nodiscard]] static InterfaceHolder sharing(Interface* object) {
     if (object != nullptr) object->AddRef();
     return owning(object);
@@ -40,7 +41,7 @@ class InterfaceHolder {
     if (Interface* object = std::exchange(held_, nullptr)) object->Release();
   }
 
-  /// For an out-parameter; the holder must be empty.
+  // For an out-parameter; the holder must be empty.
   [[nodiscard]] Interface** put() {
     assert(held_ == nullptr);
     return &held_;

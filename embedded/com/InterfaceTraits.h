@@ -1,13 +1,14 @@
-// The id of each interface and the interface that it extends. A new interface gets its row here, or beside itself by
-// specialising InterfaceTraits; ComObject does the rest.
 #pragma once
 
-#include "host/automation/IdValues.h"
+// The id of each interface and the interface that it extends. A new interface gets its row here, or beside itself by
+// specialising InterfaceTraits; ComObject does the rest.
+
 #include "host/automation/IVeltBaseObject.h"
 #include "host/automation/IVeltHatch.h"
 #include "host/automation/IVeltHyperlinks.h"
 #include "host/automation/IVeltVkCmColor.h"
 #include "host/automation/IVkPiPropertyDisplay.h"
+#include "host/automation/IdValues.h"
 #include "host/com/IDispatch.h"
 #include "host/com/IPerPropertyBrowsing.h"
 #include "host/com/IUnknown.h"

@@ -1,5 +1,6 @@
-// Owns the content of one VARIANT for the length of a scope.
 #pragma once
+
+// Owns the content of one VARIANT for the length of a scope.
 
 #include <cassert>
 #include <utility>
@@ -24,7 +25,7 @@ class VariantHolder {
   }
   [[nodiscard]] VARIANT detach() { return std::exchange(held_, VARIANT{}); }
 
-  /// For an out-parameter; the holder must be empty.
+  // For an out-parameter; the holder must be empty.
   [[nodiscard]] VARIANT* put() {
     assert(held_.vt == VT_EMPTY);
     return &held_;

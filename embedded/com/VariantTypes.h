@@ -1,5 +1,6 @@
-// What the runtime knows about type tags: which are valid, and how large an element is.
 #pragma once
+
+// What the runtime knows about type tags: which are valid, and how large an element is.
 
 #include <cstddef>
 
@@ -17,7 +18,7 @@ constexpr bool isArray(VARTYPE type) {
   return (type & VT_ARRAY) != 0;
 }
 
-/// The bytes that one element of an array takes; 0 for types that no array can hold.
+// The bytes that one element of an array takes; 0 for types that no array can hold.
 constexpr ULONG elementSize(VARTYPE type) {
   switch (type) {
     case VT_I1:
@@ -53,7 +54,7 @@ constexpr ULONG elementSize(VARTYPE type) {
   }
 }
 
-/// Whether a VARIANT may carry this tag. Records are left out: nothing here can copy or free one.
+// Whether a VARIANT may carry this tag. Records are left out: nothing here can copy or free one.
 constexpr bool isValidVariantType(VARTYPE type) {
   const auto base = static_cast<VARTYPE>(type & VT_TYPEMASK);
   if ((type & ~(VT_TYPEMASK | VT_ARRAY | VT_BYREF)) != 0) return false;

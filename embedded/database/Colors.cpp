@@ -61,7 +61,7 @@ bool setEntityColor(Drawing& drawing, std::uint32_t record, const VkCmColor& col
   if (!isKnown) return false;
 
   RecordEditor editor(drawing, record);
-  // A new colour's own index first: when the record has no place for it, nothing has been changed.
+  // A new color's own index first: when the record has no place for it, nothing has been changed.
   static constexpr int codesBefore[] = {8, 6};
   const RecordEditor::Codes behind(codesBefore);
   if (isRgb && !editor.setInteger(rgbCode, commonSubclass, value & 0xFFFFFF, {8, 6, 62, 370, 48, 60}))

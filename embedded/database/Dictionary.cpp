@@ -7,7 +7,7 @@ namespace {
 
 constexpr int nameCode = 3;
 
-/// Owned or only named by the dictionary.
+// Owned or only named by the dictionary.
 constexpr bool isReference(int code) {
   return code == 360 || code == 350;
 }

@@ -7,19 +7,21 @@
 #include <utility>
 #include <vector>
 
+#include "dxf/Numbers.h"
 #include "embedded/database/HandleMap.h"
 #include "embedded/database/NameFolding.h"
 #include "embedded/database/ObjectTable.h"
-#include "dxf/Numbers.h"
 
 namespace velt::database {
 namespace {
 
-/// What a record is to the database.
+// What a record is to the database.
 enum class Role : std::uint8_t {
-  Nothing,  ///< a frame around others, or of a section that is not understood
+  // A frame around others, or of a section that is not understood.
+  Nothing,
   Entity,
-  Member,  ///< of a sequence, or left behind by one whose head is missing
+  // Of a sequence, or left behind by one whose head is missing.
+  Member,
   Block,
   TableRecord,
   Object,
@@ -50,11 +52,12 @@ Role roleOf(const dxf::Record& record, std::string_view type) {
   return Role::Nothing;
 }
 
-/// Handles beyond this are taken as they come, and nobody counts on from them.
+// Handles beyond this are taken as they come, and nobody counts on from them.
 constexpr std::uint64_t highestCountedHandle = std::uint64_t{1} << 48;
 
 constexpr std::array impliedLinetypes{L"ByBlock", L"ByLayer", L"Continuous"};
-constexpr std::int64_t loadsShapes = 1;  ///< flag of a STYLE
+// Flag of a STYLE.
+constexpr std::int64_t loadsShapes = 1;
 constexpr std::string_view layoutSubclass = "AcDbLayout";
 
 }  // namespace
@@ -67,23 +70,28 @@ class Drawing::Contents {
   Contents& operator=(const Contents&) = delete;
 
   void load();
-  /// From the table records, blocks and layouts as they are now.
+  // From the table records, blocks and layouts as they are now.
   void makeTables();
   [[nodiscard]] VkDbObjectId idOf(std::uint32_t record);
 
   dxf::Document document;
-  std::vector<Role> roles;           ///< by record
-  std::vector<std::uint32_t> slots;  ///< of the object table, by record; none while there is no object
+  // By record.
+  std::vector<Role> roles;
+  // Of the object table, by record; none while there is no object.
+  std::vector<std::uint32_t> slots;
   std::vector<VkDbObjectId> entities;
   HandleMap handles;
-  std::vector<std::pair<std::uint32_t, std::uint64_t>> assignedHandles;  ///< sorted by record
+  // Sorted by record.
+  std::vector<std::pair<std::uint32_t, std::uint64_t>> assignedHandles;
   Table layers, linetypes, textStyles, dimStyles, blocks, appIds;
   std::vector<Layout> layouts;
-  std::vector<std::uint32_t> layoutOfBlock;  ///< the first that names it
+  // The first that names it.
+  std::vector<std::uint32_t> layoutOfBlock;
   std::uint64_t revision = 0;
-  std::vector<dxf::Document::Backup>* kept = nullptr;  ///< of records that were edited within atomically()
+  // Of records that were edited within atomically().
+  std::vector<dxf::Document::Backup>* kept = nullptr;
 
-  /// For kept, before the first edit of the record.
+  // For kept, before the first edit of the record.
   void keep(std::uint32_t record);
   [[nodiscard]] bool namesSomething(std::uint32_t record) const;
   void restore(std::vector<dxf::Document::Backup>& backups);
@@ -216,8 +224,8 @@ std::vector<TableEntry> Drawing::Contents::entriesOf(std::string_view type) {
   return entries;
 }
 
-/// A block has a BLOCK_RECORD in the tables, which everybody refers to, and a BLOCK with its entities behind it. Old
-/// drawings have the BLOCK only, which then stands for both.
+// A block has a BLOCK_RECORD in the tables, which everybody refers to, and a BLOCK with its entities behind it. Old
+// drawings have the BLOCK only, which then stands for both.
 void Drawing::Contents::makeBlocks() {
   std::vector<TableEntry> all = entriesOf("BLOCK_RECORD");
   std::unordered_map<std::uint32_t, std::size_t> byRecord;

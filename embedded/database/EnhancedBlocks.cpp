@@ -1,8 +1,8 @@
 #include "embedded/database/EnhancedBlocks.h"
 
+#include "dxf/Numbers.h"
 #include "embedded/database/Dictionary.h"
 #include "embedded/database/Lens.h"
-#include "dxf/Numbers.h"
 
 namespace velt::database {
 namespace {

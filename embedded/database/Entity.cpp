@@ -13,12 +13,12 @@ constexpr int inPaperSpaceCode = 67;
 constexpr int ownerCode = 330;
 constexpr std::int64_t lineweightByLayer = -1;
 
-/// Drawings of the first decade write the names with another first letter, which could stand in a file name.
+// Drawings of the first decade write the names with another first letter, which could stand in a file name.
 bool isModelSpace(std::wstring_view block) {
   return sameName(block, L"*Model_Space") || sameName(block, L"$Model_Space");
 }
 
-/// *Paper_Space for the sheet that is shown, *Paper_Space0 and so on for the others.
+// *Paper_Space for the sheet that is shown, *Paper_Space0 and so on for the others.
 bool isPaperSpace(std::wstring_view block) {
   constexpr std::wstring_view name = L"*Paper_Space";
   return sameName(block.substr(0, name.size()), name) || sameName(block, L"$Paper_Space");
@@ -34,7 +34,7 @@ const TableEntry* firstOf(const Table& blocks, std::wstring_view name, std::wstr
   return block != nullptr ? block : blocks.find(oldName);
 }
 
-/// What counts for the whole sequence stands in its head.
+// What counts for the whole sequence stands in its head.
 std::uint32_t headOf(const Drawing& drawing, std::uint32_t record) {
   const std::uint32_t head = drawing.document().records()[record].sequenceHead;
   return head != dxf::none ? head : record;

@@ -1,7 +1,8 @@
+#pragma once
+
 // What a layer is. It reads the document each time it is asked.
 //
 // Ownership: none; the end of the drawing makes it invalid, an edit does not.
-#pragma once
 
 #include <cstdint>
 #include <string>
@@ -18,7 +19,7 @@ class Layer {
 
   [[nodiscard]] Lens lens() const { return {*drawing_, record_}; }
   [[nodiscard]] std::wstring name() const;
-  /// Never by layer or by block.
+  // Never by layer or by block.
   [[nodiscard]] VkCmColor color() const;
   [[nodiscard]] std::wstring linetypeName() const;
   [[nodiscard]] bool isOff() const;

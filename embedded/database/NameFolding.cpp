@@ -8,7 +8,7 @@
 namespace velt::database {
 namespace {
 
-/// The C library's tables of characters; null when it has none, and then only ASCII is folded.
+// The C library's tables of characters; null when it has none, and then only ASCII is folded.
 locale_t unicode() {
   static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
   return locale;

@@ -10,7 +10,7 @@ namespace velt::database {
 namespace {
 
 constexpr FlagTest always{};
-/// The kind of a dimension stands in the lowest three bits.
+// The kind of a dimension stands in the lowest three bits.
 constexpr unsigned dimensionKind = 7;
 
 // clang-format off
@@ -91,8 +91,8 @@ constexpr std::array table{
 constexpr const ObjectClass& anyEntity = table[table.size() - 2];
 constexpr const ObjectClass& anyObject = table[table.size() - 1];
 
-/// What is made of the table when it is first asked for. The classes are never destroyed: who registered a protocol
-/// extension on one, or holds an object of it, may come back as late as when the process ends.
+// What is made of the table when it is first asked for. The classes are never destroyed: who registered a protocol
+// extension on one, or holds an object of it, may come back as late as when the process ends.
 class Registry {
  public:
   static const Registry& ofProcess() {
@@ -109,7 +109,7 @@ class Registry {
     return found != byName_.end() ? found->second : nullptr;
   }
 
-  /// The first row of the DXF name; null for none.
+  // The first row of the DXF name; null for none.
   [[nodiscard]] const ObjectClass* first(std::string_view dxfName) const {
     const auto found = byDxfName_.find(dxfName);
     return found != byDxfName_.end() ? found->second : nullptr;

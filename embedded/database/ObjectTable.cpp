@@ -26,7 +26,7 @@ class LayerObject final : public VkDbLayerTableRecord {
   explicit LayerObject(VkDbImpObject* part) : VkDbLayerTableRecord(part) {}
 };
 
-/// Nothing is to be done when such an object ends, so that a slot can simply be filled anew.
+// Nothing is to be done when such an object ends, so that a slot can simply be filled anew.
 template <class T>
 void construct(std::array<std::byte, 2 * sizeof(void*)>& storage, VkDbImpObject& part) {
   static_assert(sizeof(T) == sizeof(storage) && std::is_trivially_destructible_v<T>);

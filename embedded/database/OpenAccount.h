@@ -1,5 +1,6 @@
-// The ledger's account of database objects that were opened and not yet closed.
 #pragma once
+
+// The ledger's account of database objects that were opened and not yet closed.
 
 #include "embedded/platform/Ledger.h"
 

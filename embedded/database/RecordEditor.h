@@ -1,3 +1,5 @@
+#pragma once
+
 // Typed editing of the values of one record: the counterpart of Lens.
 //
 // A value that is there is replaced, the first of several; one that is missing is inserted behind the last value that
@@ -7,7 +9,6 @@
 // Failure: false, and nothing changed, when the record has no such subclass. std::invalid_argument, and nothing changed,
 // for a number that is not finite.
 // Ownership: none; the end of the drawing makes the editor invalid, an edit does not.
-#pragma once
 
 #include <cstdint>
 #include <initializer_list>
@@ -20,7 +21,7 @@ namespace velt::database {
 
 class RecordEditor {
  public:
-  /// Group codes, for the length of a call.
+  // Group codes, for the length of a call.
   class Codes : public std::span<const int> {
    public:
     Codes() = default;
@@ -36,12 +37,12 @@ class RecordEditor {
   bool setInteger(int code, std::string_view subclass, std::int64_t value, Codes after = {});
   bool setHandle(int code, std::string_view subclass, std::uint64_t value, Codes after = {});
   bool setText(int code, std::string_view subclass, std::wstring_view value, Codes after = {});
-  /// In the drawing's encoding, as it is to stand in the file.
+  // In the drawing's encoding, as it is to stand in the file.
   bool setBytes(int code, std::string_view subclass, std::string_view value, Codes after = {});
-  /// Under the code, code + 10 and code + 20. The third is left out where the record has none and it is 0.
+  // Under the code, code + 10 and code + 20. The third is left out where the record has none and it is 0.
   bool setPoint(int code, std::string_view subclass, const Point& value, Codes after = {});
 
-  /// All values of the code in that subclass. False when there is none.
+  // All values of the code in that subclass. False when there is none.
   bool remove(int code, std::string_view subclass);
 
  private:

@@ -1,7 +1,8 @@
+#pragma once
+
 // One of the symbol tables of a drawing: its layers, line types, text styles, blocks, ...
 //
 // The drawing owns its tables. An entry stays where it is until the drawing is edited or closed.
-#pragma once
 
 #include <cstdint>
 #include <span>
@@ -16,13 +17,17 @@
 namespace velt::database {
 
 struct TableEntry {
-  std::wstring name;                 ///< as the drawing writes it, decoded
-  std::uint32_t record = dxf::none;  ///< none for an implied entry
+  // As the drawing writes it, decoded.
+  std::wstring name;
+  // None for an implied entry.
+  std::uint32_t record = dxf::none;
   std::uint32_t definition =
-      dxf::none;      ///< of a block: its BLOCK, which its entities stand in; none elsewhere
-  VkDbObjectId id{};  ///< null for an implied entry
+      // Of a block: its BLOCK, which its entities stand in; none elsewhere.
+      dxf::none;
+  // Null for an implied entry.
+  VkDbObjectId id{};
 
-  /// Every drawing has it without having to say so, as the line types ByLayer and ByBlock.
+  // Every drawing has it without having to say so, as the line types ByLayer and ByBlock.
   [[nodiscard]] bool isImplied() const { return id.isNull(); }
 };
 
@@ -31,13 +36,13 @@ class Table {
   Table() = default;
   explicit Table(std::vector<TableEntry> entries);
 
-  /// Those that have a record in file order, before them the implied ones.
+  // Those that have a record in file order, before them the implied ones.
   [[nodiscard]] std::span<const TableEntry> entries() const { return entries_; }
 
-  /// Case does not matter. Null when there is none; the first of several.
+  // Case does not matter. Null when there is none; the first of several.
   [[nodiscard]] const TableEntry* find(std::wstring_view name) const;
 
-  /// The entry made of this record; null when there is none.
+  // The entry made of this record; null when there is none.
   [[nodiscard]] const TableEntry* ofRecord(std::uint32_t record) const;
 
   [[nodiscard]] std::uint32_t indexOf(const TableEntry& entry) const {

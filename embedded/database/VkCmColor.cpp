@@ -7,10 +7,10 @@ namespace {
 
 constexpr std::uint32_t methodMask = 0xFF000000;
 constexpr std::uint32_t byLayerMethod = 0xC0000000;
-/// No method at all, so that no colour of a drawing is equal to a colour that was never set.
+// No method at all, so that no color of a drawing is equal to a color that was never set.
 constexpr std::uint32_t noColor = 0;
 
-/// Null for the empty name, which most colours have.
+// Null for the empty name, which most colors have.
 wchar_t* copyName(const wchar_t* name) {
   if (name == nullptr || *name == L'\0') return nullptr;
   const std::size_t size = std::wcslen(name) + 1;
@@ -65,7 +65,7 @@ std::uint32_t VkCmColor::color() const {
 }
 
 void VkCmColor::setNames(const wchar_t* colorName, const wchar_t* bookName) {
-  // Copied before the old ones go: a caller may pass the names of this very colour, and memory may run out.
+  // Copied before the old ones go: a caller may pass the names of this very color, and memory may run out.
   wchar_t* newColorName = copyName(colorName);
   wchar_t* newBookName = nullptr;
   try {

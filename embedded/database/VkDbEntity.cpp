@@ -11,7 +11,7 @@ namespace {
 using velt::database::ObjectRef;
 using velt::database::TableEntry;
 
-/// Nothing when the drawing was closed while the object was open.
+// Nothing when the drawing was closed while the object was open.
 std::optional<ObjectRef> inDrawing(const VkDbImpObject* part) {
   if (part == nullptr || part->drawing == nullptr) return std::nullopt;
   return ObjectRef{part->drawing, part->record};

@@ -1,9 +1,10 @@
+#pragma once
+
 // The host's own part of a database object.
 //
 // Objects and their parts stand in the slots of the process-wide object table (ObjectTable.h) and are never moved. A
 // pointer that somebody kept beyond the end of the drawing therefore still points to an object, though perhaps one of
 // another drawing by then; an id does not.
-#pragma once
 
 #include <atomic>
 #include <cstdint>
@@ -14,12 +15,15 @@ struct ObjectClass;
 }  // namespace velt::database
 
 struct VkDbImpObject {
-  velt::database::Drawing* drawing = nullptr;  ///< null once the drawing is closed
+  // Null once the drawing is closed.
+  velt::database::Drawing* drawing = nullptr;
   const velt::database::ObjectClass* objectClass = nullptr;
   std::uint32_t record = 0;
   std::uint32_t slot = 0;
-  std::atomic<std::uint32_t> generation{0};  ///< of the ids that name this slot now; 0 while none does
+  // Of the ids that name this slot now; 0 while none does.
+  std::atomic<std::uint32_t> generation{0};
   std::uint32_t nextGeneration = 1;
-  std::uint32_t opens = 0;  ///< how often it was opened and not yet closed
+  // How often it was opened and not yet closed.
+  std::uint32_t opens = 0;
   bool isErased = false;
 };

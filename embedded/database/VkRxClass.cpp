@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Of the whole process, because plug-ins and the host register on the same classes. Safe for threads.
+// Of the whole process, because plug-ins and the host register on the same classes. Safe for threads.
 class Extensions {
  public:
   static Extensions& ofProcess() {

@@ -1,8 +1,9 @@
+#pragma once
+
 // What was reported to the crash recorder, for tests and tools to read.
 //
 // Threads: every function and the recorder itself may be called on every thread.
 // Failure: reports beyond the first ten thousand, and those for which there is no memory, are counted and dropped.
-#pragma once
 
 #include <cstddef>
 #include <string>
@@ -19,12 +20,12 @@ struct CrashReport {
 
 class CrashReports {
  public:
-  /// Hands over what was collected and forgets it.
+  // Hands over what was collected and forgets it.
   [[nodiscard]] static std::vector<CrashReport> take();
   static void clear();
   [[nodiscard]] static std::size_t dropped();
 
-  /// Off: veltGetCrashRecorder returns null from now on, as in a host that records nothing.
+  // Off: veltGetCrashRecorder returns null from now on, as in a host that records nothing.
   static void setRecording(bool on);
 };
 

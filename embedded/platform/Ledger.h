@@ -1,3 +1,5 @@
+#pragma once
+
 // What the host handed out and what came back.
 //
 // One account per kind of thing: "BSTR", "task memory", "SAFEARRAY", and for references to COM objects one account
@@ -8,7 +10,6 @@
 // without a locked instruction, since strings and references are counted by the million; a snapshot adds the threads
 // up, and is exact for the work that happened before it.
 // Ownership: accounts live as long as the process, since the last references are given back while it ends.
-#pragma once
 
 #include <atomic>
 #include <cstdint>
@@ -23,15 +24,15 @@ struct LedgerCell {
   std::atomic<std::int64_t> givenBack{0};
 };
 
-/// The first accounts to be opened have a cell in every thread; the rest, should there ever be more, share theirs.
+// The first accounts to be opened have a cell in every thread; the rest, should there ever be more, share theirs.
 inline constexpr std::uint32_t ledgerCellsPerThread = 256;
 
-/// The cells of this thread: null before it has counted anything and after it has ended. Only the ledger sets it.
+// The cells of this thread: null before it has counted anything and after it has ended. Only the ledger sets it.
 extern constinit thread_local LedgerCell* ledgerCells [[gnu::tls_model("initial-exec")]];
 
 class LedgerAccount {
  public:
-  /// The index tells the cell; Ledger::account assigns it. The name must live as long as the account.
+  // The index tells the cell; Ledger::account assigns it. The name must live as long as the account.
   constexpr LedgerAccount(const char* name, std::uint32_t index) : name_(name), index_(index) {}
   LedgerAccount(const LedgerAccount&) = delete;
   LedgerAccount& operator=(const LedgerAccount&) = delete;
@@ -71,7 +72,7 @@ class LedgerAccount {
     count.store(count.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
   }
 
-  /// Null when this thread can have no cells: it is ending, or there is no memory.
+  // Null when this thread can have no cells: it is ending, or there is no memory.
   static LedgerCell* enterThread() noexcept;
 
   LedgerCell shared_;  // what threads without a cell count, and what ended threads left behind
@@ -87,19 +88,19 @@ class Ledger {
     friend bool operator==(const Count&, const Count&) = default;
   };
   using Snapshot = std::map<std::string, Count, std::less<>>;
-  /// Name of the account -> handed out less given back. Balanced accounts are left out: an empty map is no leak.
+  // Name of the account -> handed out less given back. Balanced accounts are left out: an empty map is no leak.
   using Difference = std::map<std::string, std::int64_t, std::less<>>;
 
-  /// The account of that name, opened at the first call. Costs a lock and a search: keep the reference.
+  // The account of that name, opened at the first call. Costs a lock and a search: keep the reference.
   static LedgerAccount& account(std::string_view name);
-  /// All accounts that were ever opened.
+  // All accounts that were ever opened.
   [[nodiscard]] static Snapshot snapshot();
   [[nodiscard]] static Difference difference(const Snapshot& before, const Snapshot& after);
-  /// One line per account, "BSTR +2"; "balanced" when there is none.
+  // One line per account, "BSTR +2"; "balanced" when there is none.
   [[nodiscard]] static std::string print(const Difference& difference);
 };
 
-/// The accounts that the runtime itself keeps; constant-initialised, so they count from the first instruction on.
+// The accounts that the runtime itself keeps; constant-initialised, so they count from the first instruction on.
 extern constinit LedgerAccount bstrAccount;
 extern constinit LedgerAccount taskMemoryAccount;
 extern constinit LedgerAccount safeArrayAccount;

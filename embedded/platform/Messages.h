@@ -1,7 +1,8 @@
+#pragma once
+
 // The texts of the resource library "PropertyBarRes.dll": the messages of the property layer by id, which the layer
 // documents, and the heading of properties whose category has no name. "%ls" stands for the name of the property in
 // the messages that the layer formats; no other text holds a percent sign.
-#pragma once
 
 #include "host/com/Types.h"
 

@@ -32,7 +32,8 @@ Texts messageTexts() {
 Texts categoryTexts() {
   Texts texts;
   for (const auto& category : velt::platform::categoryNames) {
-    texts.emplace(categoryBase + static_cast<UINT>(-velt::platform::number(category.category)), category.name);
+    texts.emplace(categoryBase + static_cast<UINT>(-velt::platform::number(category.category)),
+                  category.name);
   }
   return texts;
 }

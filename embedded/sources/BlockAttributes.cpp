@@ -33,7 +33,8 @@ constexpr int flagsCode = 70;
 constexpr std::int64_t constantFlag = 2;
 
 struct Attribute {
-  std::wstring name;  ///< the tag, numbered from its second time on
+  // The tag, numbered from its second time on.
+  std::wstring name;
   std::wstring tag;
   std::uint32_t record = 0;
   bool isReadOnly = false;
@@ -41,7 +42,8 @@ struct Attribute {
 
 struct Attributes {
   std::vector<Attribute> list;
-  std::size_t next = 0;  ///< properties are asked in order: the search goes on where the last one ended
+  // Properties are asked in order: the search goes on where the last one ended.
+  std::size_t next = 0;
 
   [[nodiscard]] const Attribute* find(const std::wstring& name) {
     for (std::size_t tried = 0; tried < list.size(); ++tried) {
@@ -113,7 +115,7 @@ class AttributeProperty final : public EntityProperty {
 
 using Prompts = std::unordered_map<std::wstring, std::wstring>;
 
-/// Those of the tags that have none yet.
+// Those of the tags that have none yet.
 void addPrompts(const Drawing& drawing, const TableEntry* block, Prompts& prompts) {
   if (block == nullptr || block->definition == dxf::none) return;
   const dxf::PairRange members = drawing.document().membersOf(block->definition);
@@ -125,7 +127,7 @@ void addPrompts(const Drawing& drawing, const TableEntry* block, Prompts& prompt
   }
 }
 
-/// The prompts of the blocks of one drawing. A block is read once, however many references it has.
+// The prompts of the blocks of one drawing. A block is read once, however many references it has.
 class PromptsOfBlocks {
  public:
   const Prompts& of(const Drawing& drawing, std::uint32_t reference) {

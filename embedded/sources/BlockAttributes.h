@@ -1,3 +1,5 @@
+#pragma once
+
 // The property source of block attributes: one row for each attribute that a block reference brings along.
 //
 // A row has the name of the attribute's tag (a second attribute of the same tag is "TAG (2)"), is described by the
@@ -7,13 +9,12 @@
 // object. Whether an attribute may be moved (its lock of the position) does not matter here.
 // A value is refused when the reference or the attribute is on a locked layer. Setting the text that is there already
 // changes nothing in the drawing.
-#pragma once
 
 #include "host/palette/IPropertySource.h"
 
 namespace velt::sources {
 
-/// With one reference for the caller; null when memory is exhausted.
+// With one reference for the caller; null when memory is exhausted.
 [[nodiscard]] IPropertySource* makeBlockAttributes();
 
 }  // namespace velt::sources

@@ -28,7 +28,7 @@ AskedEntity requiredEntity(IDispatch* automationObject) {
   return *entity;
 }
 
-/// Callers wrap values in a reference to a VARIANT, once at most.
+// Callers wrap values in a reference to a VARIANT, once at most.
 const VARIANT& unwrapped(const VARIANT& value) {
   const bool isWrapped = value.vt == (VT_BYREF | VT_VARIANT) && value.pvarVal != nullptr;
   return isWrapped ? *value.pvarVal : value;

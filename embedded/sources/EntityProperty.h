@@ -1,3 +1,5 @@
+#pragma once
+
 // A dynamic property of the host's own: what it is called stands here, what an entity has for it is asked and set
 // through three functions.
 //
@@ -7,7 +9,6 @@
 // reference. There are as many as there are different tags and applications, however many entities a drawing has.
 // Threads: those of the drawing whose entity is asked.
 // Failure: exceptions become results at the edge; out-parameters stay untouched.
-#pragma once
 
 #include <cstdint>
 #include <mutex>
@@ -23,13 +24,13 @@
 
 namespace velt::sources {
 
-/// An entity of an open drawing, as found behind an automation object.
+// An entity of an open drawing, as found behind an automation object.
 struct AskedEntity {
   VkDbObjectId id;
   database::ObjectRef object;
 };
 
-/// Nothing for null, for an object that stands for no entity, and for one whose drawing is closed.
+// Nothing for null, for an object that stands for no entity, and for one whose drawing is closed.
 [[nodiscard]] std::optional<AskedEntity> entityBehind(IUnknown* automationObject);
 
 class EntityProperty : public com::ComObject<IDynamicProperty2, ICategorizeProperties> {
@@ -39,25 +40,27 @@ class EntityProperty : public com::ComObject<IDynamicProperty2, ICategorizePrope
     std::wstring help;
     VARTYPE type = VT_BSTR;
     bool isReadOnly = false;
-    PROPCAT category = 0;          ///< positive: the negative ones are predefined
-    const wchar_t* heading = L"";  ///< of that category
+    // Positive: the negative ones are predefined.
+    PROPCAT category = 0;
+    // Of that category.
+    const wchar_t* heading = L"";
   };
 
   explicit EntityProperty(Description description);
 
-  /// Made of the heading, the name and the type, so it is the same in every process.
+  // Made of the heading, the name and the type, so it is the same in every process.
   HRESULT GetGUID(GUID* guid) final;
   HRESULT GetDisplayName(BSTR* name) final;
   HRESULT IsPropertyEnabled(IDispatch* entity, BOOL* enabled) final;
   HRESULT IsPropertyReadOnly(BOOL* readOnly) final;
   HRESULT GetDescription(BSTR* description) final;
-  /// E_NOTIMPL: none has a custom type.
+  // E_NOTIMPL: none has a custom type.
   HRESULT GetCurrentValueName(BSTR* typeName) final;
   HRESULT GetCurrentValueType(VARTYPE* type) final;
-  /// E_INVALIDARG for an object that stands for no entity, or for one that has no such value.
+  // E_INVALIDARG for an object that stands for no entity, or for one that has no such value.
   HRESULT GetCurrentValueData(IDispatch* entity, VARIANT* value) final;
-  /// As above, and E_ACCESSDENIED for a read-only property and for an entity on a locked layer, DISP_E_TYPEMISMATCH for a
-  /// value of another kind than the property's, DISP_E_OVERFLOW for a number that is too large for it.
+  // As above, and E_ACCESSDENIED for a read-only property and for an entity on a locked layer, DISP_E_TYPEMISMATCH for a
+  // value of another kind than the property's, DISP_E_OVERFLOW for a number that is too large for it.
   HRESULT SetCurrentValueData(IDispatch* entity, VARIANT value) final;
 
   HRESULT MapPropertyToCategory(DISPID dispId, PROPCAT* category) final;
@@ -66,7 +69,7 @@ class EntityProperty : public com::ComObject<IDynamicProperty2, ICategorizePrope
   [[nodiscard]] const Description& description() const { return description_; }
 
  protected:
-  /// These may throw automation::Refusal. `read` and `write` are called for entities that have the value only.
+  // These may throw automation::Refusal. `read` and `write` are called for entities that have the value only.
   [[nodiscard]] virtual bool has(const AskedEntity& entity) const = 0;
   [[nodiscard]] virtual VARIANT read(const AskedEntity& entity) const = 0;
   virtual void write(const AskedEntity& entity, const VARIANT& value) const = 0;
@@ -75,22 +78,22 @@ class EntityProperty : public com::ComObject<IDynamicProperty2, ICategorizePrope
   Description description_;
 };
 
-/// Texts are taken from texts and numbers from numbers only: a merged row is written to further properties than the one
-/// that it shows, and what is of another kind must not end there. Each throws Refusal for anything else.
+// Texts are taken from texts and numbers from numbers only: a merged row is written to further properties than the one
+// that it shows, and what is of another kind must not end there. Each throws Refusal for anything else.
 [[nodiscard]] std::wstring textIn(const VARIANT& value);
 [[nodiscard]] double realIn(const VARIANT& value);
 [[nodiscard]] std::int64_t integerIn(const VARIANT& value, std::int64_t lowest, std::int64_t highest);
 
-/// For the caller, who clears it. Throws Refusal when memory is exhausted.
+// For the caller, who clears it. Throws Refusal when memory is exhausted.
 [[nodiscard]] VARIANT textVariant(const std::wstring& text);
 
-/// Throws Refusal when the record stands on a locked layer.
+// Throws Refusal when the record stands on a locked layer.
 void requireUnlockedLayer(const database::Drawing& drawing, std::uint32_t record);
 
-/// What GetProperties answers: the properties in order, or VT_EMPTY for none. E_OUTOFMEMORY leaves it untouched.
+// What GetProperties answers: the properties in order, or VT_EMPTY for none. E_OUTOFMEMORY leaves it untouched.
 HRESULT givePropertyArray(std::span<IDynamicProperty2* const> properties, VARIANT* out);
 
-/// The properties that were made so far, by a key of the source's choice.
+// The properties that were made so far, by a key of the source's choice.
 template <class Property>
 class PropertyPool {
  public:
@@ -108,7 +111,7 @@ class PropertyPool {
   std::unordered_map<std::wstring, Property*> made_;
 };
 
-/// Keeps what was last worked out of an entity, because an entity is asked for all its values in a row. One per thread.
+// Keeps what was last worked out of an entity, because an entity is asked for all its values in a row. One per thread.
 template <class Facts>
 class LastAsked {
  public:

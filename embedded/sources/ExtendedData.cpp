@@ -7,10 +7,10 @@
 #include <unordered_map>
 #include <vector>
 
+#include "dxf/Numbers.h"
 #include "embedded/automation/model/Guard.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/database/NameFolding.h"
-#include "dxf/Numbers.h"
 #include "embedded/sources/EntityProperty.h"
 
 namespace velt::sources {
@@ -24,7 +24,8 @@ constexpr const wchar_t* extendedDataHeading = L"Extended Data";
 
 constexpr int firstCode = 1000;
 constexpr int applicationCode = 1001;
-constexpr std::size_t longestText = 255;  ///< bytes, as written
+// Bytes, as written.
+constexpr std::size_t longestText = 255;
 
 enum class Kind { None, Text, Layer, Fixed, Point, Real, ShortInteger, Integer };
 
@@ -72,12 +73,14 @@ bool isOfTheProgramItself(std::wstring_view application) {
 struct StoredValue {
   std::wstring name;
   const KindRow* kind = nullptr;
-  std::size_t pair = 0;  ///< in the view of the entity's record
+  // In the view of the entity's record.
+  std::size_t pair = 0;
 };
 
 struct StoredValues {
   std::vector<StoredValue> list;
-  std::size_t next = 0;  ///< properties are asked in order: the search goes on where the last one ended
+  // Properties are asked in order: the search goes on where the last one ended.
+  std::size_t next = 0;
 
   [[nodiscard]] const StoredValue* find(const EntityProperty::Description& property) {
     for (std::size_t tried = 0; tried < list.size(); ++tried) {
@@ -92,7 +95,7 @@ struct StoredValues {
   }
 };
 
-/// Extended data are the end of a record; found from there, so that the vertices of a polyline are not walked over.
+// Extended data are the end of a record; found from there, so that the vertices of a polyline are not walked over.
 std::size_t beginOfExtendedData(const dxf::RecordView& view) {
   std::size_t begin = view.size();
   while (begin > 0 && view.code(begin - 1) >= firstCode)
@@ -129,7 +132,7 @@ std::wstring widened(std::string_view ascii) {
   return {ascii.begin(), ascii.end()};
 }
 
-/// "x,y,z": the y and z of a point stand in the pairs behind its x.
+// "x,y,z": the y and z of a point stand in the pairs behind its x.
 std::wstring pointText(const dxf::RecordView& view, std::size_t pair) {
   std::wstring text;
   for (const int step : {0, 10, 20}) {
@@ -196,7 +199,7 @@ class ValueProperty final : public EntityProperty {
  private:
   const StoredValue* find(const AskedEntity& entity) const { return valuesOf(entity).find(description()); }
 
-  /// What the drawing is to hold; nothing when it holds that already, in whatever spelling.
+  // What the drawing is to hold; nothing when it holds that already, in whatever spelling.
   static std::optional<std::string> written(const Drawing& drawing, Kind kind, std::string_view before,
                                             const VARIANT& value) {
     switch (kind) {

@@ -18,7 +18,7 @@ namespace {
 using com::InterfaceHolder;
 using Reports = std::shared_ptr<PluginReports>;
 
-/// Calls into the plug-in. `method` is for messages.
+// Calls into the plug-in. `method` is for messages.
 template <class Call>
 HRESULT guarded(PluginReports& reports, const char* method, Call&& call) {
   try {
@@ -37,7 +37,7 @@ std::string resultText(HRESULT result) {
   return narrow(static_cast<const wchar_t*>(_com_error(result).Description()));
 }
 
-/// The same for a method without which there is no row or no value.
+// The same for a method without which there is no row or no value.
 template <class Call>
 HRESULT needed(PluginReports& reports, const char* method, Call&& call) {
   bool threw = true;
@@ -62,7 +62,7 @@ InterfaceHolder<Interface> ask(PluginReports& reports, IUnknown& object) {
   return found;
 }
 
-/// Hands a text on when the call succeeds, and gives back what a failing call may have left.
+// Hands a text on when the call succeeds, and gives back what a failing call may have left.
 template <class Call>
 HRESULT giveText(BSTR* out, Call&& call) {
   if (out == nullptr) return E_POINTER;
@@ -227,7 +227,7 @@ class GuardedProperty final : public com::ComObject<IDynamicProperty2, IDynamicP
                   [&] { return property->SetCurrentValueData(entity, value); });
   }
 
-  /// A property that does not tell its type has declared none, and an empty value is one of every type.
+  // A property that does not tell its type has declared none, and an empty value is one of every type.
   bool isAsDeclared(VARTYPE actual) {
     VARTYPE declared = VT_EMPTY;
     if (FAILED(GetCurrentValueType(&declared)) || declared == VT_EMPTY || declared == VT_VARIANT) return true;
@@ -311,7 +311,7 @@ class GuardedSource final : public com::ComObject<IPropertySource> {
     return elements == VT_UNKNOWN || elements == VT_DISPATCH ? answer.parray : nullptr;
   }
 
-  /// Null for an element that cannot be a row.
+  // Null for an element that cannot be a row.
   GuardedProperty* propertyAt(SAFEARRAY* array, LONG index) {
     InterfaceHolder<IUnknown> element;
     const HRESULT fetched =
@@ -356,7 +356,8 @@ class GuardedSource final : public com::ComObject<IPropertySource> {
   Reports reports_;
   InterfaceHolder<IPropertySource> source_;
   std::mutex mutex_;
-  std::unordered_map<IUnknown*, InterfaceHolder<GuardedProperty>> guards_;  ///< by the object's own IUnknown
+  // By the object's own IUnknown.
+  std::unordered_map<IUnknown*, InterfaceHolder<GuardedProperty>> guards_;
 };
 
 }  // namespace

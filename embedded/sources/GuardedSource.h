@@ -1,3 +1,5 @@
+#pragma once
+
 // A property source of a plug-in, and its properties, behind a guard: what the plug-in does wrong ends here.
 //
 // An exception becomes E_UNEXPECTED, or the result that a _com_error carries; something else than an array of objects
@@ -12,7 +14,6 @@
 // source, however long the plug-in itself wants to keep its objects: rows keep pointers to them. So a plug-in should
 // hand out the same objects again and again; one that makes new ones at each call is told.
 // Threads: as the plug-in.
-#pragma once
 
 #include <memory>
 
@@ -22,10 +23,10 @@
 
 namespace velt::sources {
 
-/// So many property objects of one source are kept before the plug-in is told.
+// So many property objects of one source are kept before the plug-in is told.
 inline constexpr std::size_t manyProperties = 10'000;
 
-/// Throws std::bad_alloc.
+// Throws std::bad_alloc.
 [[nodiscard]] com::InterfaceHolder<IPropertySource> guard(IPropertySource* source,
                                                           std::shared_ptr<PluginReports> reports);
 

@@ -1,5 +1,6 @@
-// The property sources that the host brings along.
 #pragma once
+
+// The property sources that the host brings along.
 
 namespace velt::sources {
 

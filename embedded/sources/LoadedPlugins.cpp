@@ -17,14 +17,14 @@ namespace {
 using EntryPoint = decltype(&veltRegisterPlugin);
 constexpr const char* entryPointName = "veltRegisterPlugin";
 
-/// What a plug-in adds while its entry point runs: kept back until it has answered that all is well.
+// What a plug-in adds while its entry point runs: kept back until it has answered that all is well.
 class Registration : public VeltPluginHost {
  public:
   explicit Registration(std::shared_ptr<PluginReports> reports)
       : VeltPluginHost{veltPluginVersion, sizeof(VeltPluginHost), &addPropertySource, &report},
         reports_(std::move(reports)) {}
 
-  /// Offers the sources, and gives their names.
+  // Offers the sources, and gives their names.
   std::vector<std::wstring> offer() const {
     std::vector<std::wstring> offered;
     for (const Added& added : added_) {
@@ -92,7 +92,7 @@ class Registration : public VeltPluginHost {
   std::vector<Added> added_;
 };
 
-/// The error of the loader names the file again.
+// The error of the loader names the file again.
 std::string loaderMessage() {
   const char* const message = dlerror();
   return message != nullptr ? message : "the loader tells no reason";

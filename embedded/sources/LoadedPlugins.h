@@ -1,3 +1,5 @@
+#pragma once
+
 // Loads plug-ins and offers their property sources, until it ends.
 //
 // Ownership: at its end the sources are taken out of the registry and let go of, with the properties that they handed
@@ -6,7 +8,6 @@
 // Failure: what goes wrong with a plug-in is told to the listener, with the plug-in's file name, and the others are not
 // touched by it (see Plugin.h, GuardedSource.h).
 // Threads: one at a time.
-#pragma once
 
 #include <filesystem>
 #include <memory>
@@ -24,8 +25,8 @@ class LoadedPlugins {
   LoadedPlugins(const LoadedPlugins&) = delete;
   LoadedPlugins& operator=(const LoadedPlugins&) = delete;
 
-  /// Loads the shared object and lets it add its sources. False, after telling why, when it is none, has no entry point
-  /// or another version, refuses, or is loaded already; nothing that it added stays then.
+  // Loads the shared object and lets it add its sources. False, after telling why, when it is none, has no entry point
+  // or another version, refuses, or is loaded already; nothing that it added stays then.
   bool load(const std::filesystem::path& file);
 
  private:

@@ -2,7 +2,7 @@
 
 namespace {
 
-/// The object as one of class T; null for null and for an object of another class.
+// The object as one of class T; null for null and for an object of another class.
 template <class T>
 T* castTo(const VkRxObject* object) {
   if (object == nullptr || !object->isKindOf(T::desc())) return nullptr;

@@ -1,3 +1,5 @@
+#pragma once
+
 // What a plug-in for the embedded host includes: the one entry point, and what the host hands to it.
 //
 // A plug-in is a shared object that adds property sources; docs/plugins.md tells how to begin one. Beside this header it
@@ -25,7 +27,6 @@
 // plug-in's name. What cannot be caught is a crash.
 // Threads: everything of a plug-in is called on the thread of the drawing that is shown. Different drawings may be shown
 // by different threads at once.
-#pragma once
 
 #include <cstdint>
 

@@ -24,7 +24,7 @@ struct Attachment {
   com::InterfaceHolder<IPropertySource> source;
 };
 
-/// Empty when memory is exhausted.
+// Empty when memory is exhausted.
 com::VariantHolder arrayOf(const std::vector<std::wstring>& names) {
   com::VariantHolder array;
   SAFEARRAY* const made = SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(names.size()));
@@ -139,7 +139,7 @@ class NamesOfClass final : public OPMPerInstancePropertyExtension {
   const VkRxClass* entityClass_;
 };
 
-/// Makes one extension per class, when it is first asked for; they live as long as the process.
+// Makes one extension per class, when it is first asked for; they live as long as the process.
 class Factory final : public OPMPerInstancePropertyExtensionFactory {
  public:
   OPMPerInstancePropertyExtension* CreateOPMInstancePropertyExtension(VkRxClass* entityClass) override {
@@ -172,7 +172,7 @@ class Sources final : public OPMPerInstancePropertySources {
   }
 };
 
-/// Never destroyed: the classes, which know them, are not destroyed either.
+// Never destroyed: the classes, which know them, are not destroyed either.
 [[maybe_unused]] const bool published = [] {
   VkDbDatabase::desc()->addX(OPMPerInstancePropertyExtensionFactory::desc(), new Factory);
   VkDbDatabase::desc()->addX(OPMPerInstancePropertySources::desc(), new Sources);

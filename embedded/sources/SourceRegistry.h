@@ -1,3 +1,5 @@
+#pragma once
+
 // Which property sources the host has, and for which entities it offers them.
 //
 // A source has a name and is attached to one or more entity classes. It is offered for the entities of such a class and
@@ -12,7 +14,6 @@
 //
 // Ownership: the registry holds one reference to each source, until it is taken out.
 // Threads: every function may be called on every thread; the sources themselves are called on the thread of the drawing.
-#pragma once
 
 #include <string>
 #include <string_view>
@@ -26,7 +27,7 @@ namespace velt::sources {
 
 class SourceRegistry {
  public:
-  /// With the sources of the host itself in it: attributes of block references, then extended data of all entities.
+  // With the sources of the host itself in it: attributes of block references, then extended data of all entities.
   [[nodiscard]] static SourceRegistry& ofProcess();
 
   SourceRegistry();
@@ -34,18 +35,18 @@ class SourceRegistry {
   SourceRegistry(const SourceRegistry&) = delete;
   SourceRegistry& operator=(const SourceRegistry&) = delete;
 
-  /// Attaches a source to a class. The same source may be attached to further classes under the same name.
-  /// E_POINTER for a missing source, E_INVALIDARG for an empty name or a class that is none of entities,
-  /// E_ACCESSDENIED for a name that another source has.
+  // Attaches a source to a class. The same source may be attached to further classes under the same name.
+  // E_POINTER for a missing source, E_INVALIDARG for an empty name or a class that is none of entities,
+  // E_ACCESSDENIED for a name that another source has.
   HRESULT attach(std::wstring_view name, VkRxClass* entityClass, IPropertySource* source);
 
-  /// From all its classes. False for an unknown name.
+  // From all its classes. False for an unknown name.
   bool remove(std::wstring_view name);
 
-  /// The names of the sources that are offered for entities of this very class.
+  // The names of the sources that are offered for entities of this very class.
   [[nodiscard]] std::vector<std::wstring> namesFor(const VkRxClass* entityClass) const;
 
-  /// Empty for an unknown name.
+  // Empty for an unknown name.
   [[nodiscard]] com::InterfaceHolder<IPropertySource> find(std::wstring_view name) const;
 
  private:

@@ -1,6 +1,6 @@
 #pragma once
 
-// A colour as an automation object. The value is the one of VkCmColor.
+// A color as an automation object. The value is the one of VkCmColor.
 
 #include "host/automation/Ids.h"
 #include "host/com/IDispatch.h"

@@ -1,8 +1,9 @@
+#pragma once
+
 // The values of the class ids and interface ids, as constants of whoever includes this.
 //
 // Ids.h only declares the constants of the same names at global scope: they are data of the property layer, which a host
 // and a plug-in do not link. Their code lives in namespace velt, or names these as velt::CLSID_VeltLine.
-#pragma once
 
 #include "host/com/Guid.h"
 

@@ -1,14 +1,14 @@
 #pragma once
 
-// A colour: a 32-bit value whose top byte tells the method (0xC0 by layer, 0xC1 by block, 0xC2 true colour
-// with red, green and blue in the lower bytes, 0xC3 index in the lowest byte), and the names of a colour
-// book, which may be empty. Two colours are equal when the value and both names are.
+// A color: a 32-bit value whose top byte tells the method (0xC0 by layer, 0xC1 by block, 0xC2 true color
+// with red, green and blue in the lower bytes, 0xC3 index in the lowest byte), and the names of a color
+// book, which may be empty. Two colors are equal when the value and both names are.
 
 #include <cstdint>
 
 class VkCmColor {
  public:
-  VkCmColor();  // index 0 by method "none": unequal to every colour of a layer
+  VkCmColor();  // index 0 by method "none": unequal to every color of a layer
   VkCmColor(const VkCmColor& other);
   VkCmColor& operator=(const VkCmColor& other);
   ~VkCmColor();

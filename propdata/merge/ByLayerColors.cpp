@@ -1,4 +1,4 @@
-// By-layer colours, compared by the layers' colours.
+// By-layer colors, compared by the layers' colors.
 
 #include "host/automation/IVeltVkCmColor.h"
 #include "propdata/VeltPropData.h"
@@ -20,36 +20,36 @@ bool readLayerId(VkDbObjectId entityId, VkDbObjectId& layerId) {
   return true;
 }
 
-bool readLayerColor(VkDbObjectId layerId, VkCmColor& colour) {
+bool readLayerColor(VkDbObjectId layerId, VkCmColor& color) {
   Opened<VkDbLayerTableRecord> layer;
   vkdbOpenObject<VkDbLayerTableRecord>(layer.put(), layerId, VkDb::kForRead, false);
   if (!layer) return false;
-  colour = layer->color();
+  color = layer->color();
   return true;
 }
 
 bool isByLayer(VARIANT& value) {
-  VkCmColor colour;
-  return SUCCEEDED(VariantToColorHelper(&value, colour)) && colour.isByLayer();
+  VkCmColor color;
+  return SUCCEEDED(VariantToColorHelper(&value, color)) && color.isByLayer();
 }
 
-// The layer colour of the list's first entity that can be opened; the default colour when there is none.
+// The layer color of the list's first entity that can be opened; the default color when there is none.
 VkCmColor layerColorOf(const TqVector<PROPINFO>& list) {
-  VkCmColor colour;
+  VkCmColor color;
   for (const PROPINFO& row : list) {
     VkDbObjectId layerId;
     if (row.dispId != layerDispId || !readLayerId(row.objectId, layerId)) continue;
-    // QUIRK(default_colour_for_a_missing_layer): a layer that cannot be opened leaves the default colour, which
+    // QUIRK(default_color_for_a_missing_layer): a layer that cannot be opened leaves the default color, which
     // palettes see compared as it is.
-    [[maybe_unused]] const bool opened = readLayerColor(layerId, colour);
+    [[maybe_unused]] const bool opened = readLayerColor(layerId, color);
     break;
   }
-  return colour;
+  return color;
 }
 
 }  // namespace
 
-HRESULT VariantToColorHelper(VARIANT* value, VkCmColor& colour) {
+HRESULT VariantToColorHelper(VARIANT* value, VkCmColor& color) {
   if (value->vt != VT_DISPATCH) return E_FAIL;
   ComPtr<IVeltVkCmColor> object;
   if (FAILED(query(value->pdispVal, IID_IVeltVkCmColor, object))) return E_FAIL;
@@ -60,28 +60,28 @@ HRESULT VariantToColorHelper(VARIANT* value, VkCmColor& colour) {
   [[maybe_unused]] const HRESULT gotColor = object->get_EntityColor(&entityColor);
   [[maybe_unused]] const HRESULT gotName = object->get_ColorName(colorName.put());
   [[maybe_unused]] const HRESULT gotBook = object->get_BookName(bookName.put());
-  colour.setColor(static_cast<std::uint32_t>(entityColor));
-  colour.setNames(colorName.get(), bookName.get());
+  color.setColor(static_cast<std::uint32_t>(entityColor));
+  color.setNames(colorName.get(), bookName.get());
   return S_OK;
 }
 
-bool getPropEntityLayerColor(VkCmColor& colour, PROPINFO& prop) {
+bool getPropEntityLayerColor(VkCmColor& color, PROPINFO& prop) {
   VkDbObjectId layerId;
-  return readLayerId(prop.objectId, layerId) && readLayerColor(layerId, colour);
+  return readLayerId(prop.objectId, layerId) && readLayerColor(layerId, color);
 }
 
 bool IsDifferentByLayerColors(PROPINFO& first, PROPINFO& other) {
   if (!isByLayer(first.value)) return false;
-  VkCmColor colourOfFirst;
-  VkCmColor colourOfOther;
-  if (!getPropEntityLayerColor(colourOfFirst, first)) return false;
-  if (!getPropEntityLayerColor(colourOfOther, other)) return false;
-  return colourOfFirst != colourOfOther;
+  VkCmColor colorOfFirst;
+  VkCmColor colorOfOther;
+  if (!getPropEntityLayerColor(colorOfFirst, first)) return false;
+  if (!getPropEntityLayerColor(colorOfOther, other)) return false;
+  return colorOfFirst != colorOfOther;
 }
 
 bool IsDifferentByLayerColors(VARIANT& value, TqVector<PROPINFO>& listA, TqVector<PROPINFO>& listB) {
   if (!isByLayer(value)) return false;
-  const VkCmColor colourA = layerColorOf(listA);
-  const VkCmColor colourB = layerColorOf(listB);
-  return colourA != colourB;
+  const VkCmColor colorA = layerColorOf(listA);
+  const VkCmColor colorB = layerColorOf(listB);
+  return colorA != colorB;
 }

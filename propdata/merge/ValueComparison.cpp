@@ -63,7 +63,7 @@ bool compareElements(PROPINFO& first, PROPINFO& other, bool& found, CStdStr<wcha
   if (countOfFirst != countOfOther) return true;
   const std::int32_t comparison = CompareVARIANT(first.value, other.value);
   if (comparison == ofOtherType) return true;
-  // QUIRK(no_by_layer_check_of_elements): equal elements are equal whatever the layers; palettes show no colours
+  // QUIRK(no_by_layer_check_of_elements): equal elements are equal whatever the layers; palettes show no colors
   // as elements.
   if (comparison == different) first.isVaries = true;
   found = true;
@@ -107,11 +107,11 @@ std::int32_t compareHyperlinks(IDispatch* a, IDispatch* b) {
 }
 
 std::int32_t compareObjects(VARIANT& a, VARIANT& b) {
-  VkCmColor colourOfA;
-  VkCmColor colourOfB;
-  const HRESULT convertedA = VariantToColorHelper(&a, colourOfA);
-  const HRESULT convertedB = VariantToColorHelper(&b, colourOfB);
-  if (SUCCEEDED(convertedA) && SUCCEEDED(convertedB)) return differs(colourOfA != colourOfB);
+  VkCmColor colorOfA;
+  VkCmColor colorOfB;
+  const HRESULT convertedA = VariantToColorHelper(&a, colorOfA);
+  const HRESULT convertedB = VariantToColorHelper(&b, colorOfB);
+  if (SUCCEEDED(convertedA) && SUCCEEDED(convertedB)) return differs(colorOfA != colorOfB);
   return compareHyperlinks(a.pdispVal, b.pdispVal);
 }
 

@@ -14,7 +14,7 @@ struct CustomTypeName {
 };
 
 // The numbers are stored in rows and compared elsewhere: they follow no order and stay as they are. The short
-// name VELT_LTYPE has no counterpart under the other prefix, and the ACAD_ names exist for colours and line
+// name VELT_LTYPE has no counterpart under the other prefix, and the ACAD_ names exist for colors and line
 // weights only.
 // clang-format off
 constexpr CustomTypeName customTypeNames[] = {

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::uint32_t indexOfNull = 0xFFFFFFFE;
 constexpr std::uint32_t indexOfOtherName = 0xFFFFFFFF;
-constexpr std::uint32_t kindOfColour = 505;
+constexpr std::uint32_t kindOfColor = 505;
 constexpr std::uint32_t kindOfChoices = 511;
 
 // clang-format off
@@ -121,10 +121,10 @@ bool isOfClass(const GUID& clsid, const GUID* wanted) {
                      [&](const GUID* annotation) { return _ObjectIsA(clsid, annotation) != 0; });
 }
 
-bool isColourObject(const VARIANT& value) {
+bool isColorObject(const VARIANT& value) {
   if (value.vt != VT_DISPATCH) return false;
-  ComPtr<IVeltVkCmColor> colour;
-  return SUCCEEDED(query(value.pdispVal, IID_IVeltVkCmColor, colour));
+  ComPtr<IVeltVkCmColor> color;
+  return SUCCEEDED(query(value.pdispVal, IID_IVeltVkCmColor, color));
 }
 
 std::uint32_t kindOfValue(const VARIANT& value) {
@@ -164,7 +164,7 @@ std::uint32_t _GetPropertyType(GUID clsid, PROPINFO* prop) {
   for (const KindOfDispId& rule : kindsOfDispIds) {
     if (rule.dispId == prop->dispId) return rule.kind;
   }
-  if (isColourObject(prop->value)) return kindOfColour;
+  if (isColorObject(prop->value)) return kindOfColor;
   const std::uint32_t index = _GetSpecialPropertyIndex(prop->name.c_str());
   for (const KindOfSpecialName& rule : kindsOfSpecialNames) {
     if (rule.specialIndex == index && isOfClass(clsid, rule.wantedClass)) return rule.kind;

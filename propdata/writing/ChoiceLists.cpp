@@ -10,7 +10,7 @@ using namespace velt::propdata;
 
 namespace {
 
-// Colour, layer, line weight and line type have lists of the host's own.
+// Color, layer, line weight and line type have lists of the host's own.
 bool hasListOfTheHost(std::int32_t customType) {
   return customType == 540 || customType == 541 || customType == 545 || customType == 547;
 }

@@ -1,7 +1,8 @@
+#pragma once
+
 // The host's heap and crash recorder as the container meets them here: counted, failing on demand, and without an
 // allocation of their own. They are defined in TqVectorTest.cpp and take the place of the host's for the whole
 // executable.
-#pragma once
 
 #include <cstdint>
 #include <initializer_list>

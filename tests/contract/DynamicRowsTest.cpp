@@ -22,7 +22,8 @@ using database::Drawing;
 using database::test::record;
 using database::test::Sample;
 
-using Rows = std::map<std::wstring, std::wstring>;  ///< the text of each dynamic row, or "varies"
+// The text of each dynamic row, or "varies".
+using Rows = std::map<std::wstring, std::wstring>;
 
 Rows dynamicRows(Query& query) {
   Rows rows;
@@ -53,8 +54,8 @@ void addDoor(Sample& sample, const std::string& block, const std::string& number
   sample.append(attribute("NUMBER", number) + attribute("RATING", rating) + record("SEQEND", {}));
 }
 
-/// A dynamic block (A0), two blocks made of it, an ordinary one; four references and two lines, the first with extended
-/// data.
+// A dynamic block (A0), two blocks made of it, an ordinary one; four references and two lines, the first with extended
+// data.
 class DynamicRows : public testing::Test {
  protected:
   DynamicRows() {

@@ -14,13 +14,12 @@
 #include <variant>
 #include <vector>
 
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/model/ClassIndex.h"
-#include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/database/Drawing.h"
-#include "samples/Gallery.h"
+#include "host/automation/IdValues.h"
 #include "propdata/VeltPropData.h"
+#include "samples/Gallery.h"
 #include "tests/support/Golden.h"
 
 namespace velt::tests {
@@ -39,7 +38,7 @@ struct Shown {
   bool isEditable;
 };
 
-/// What a palette is told of one entity; every value is given back.
+// What a palette is told of one entity; every value is given back.
 std::vector<Shown> rowsOf(VkDbObjectId id) {
   VeltPropData entry{};
   entry.oldId = id.asOldId();
@@ -61,7 +60,7 @@ std::vector<Shown> rowsOf(VkDbObjectId id) {
   return shown;
 }
 
-/// All entities of a drawing by their class, attributes included; those of no class under null.
+// All entities of a drawing by their class, attributes included; those of no class under null.
 std::map<const AutomationClass*, std::vector<VkDbObjectId>> entitiesByClass(Drawing& drawing) {
   std::map<const AutomationClass*, std::vector<VkDbObjectId>> found;
   const auto add = [&](std::uint32_t record) {
@@ -208,8 +207,8 @@ TEST_F(Gallery, LeadsToEveryEditor) {
         << std::filesystem::path(it.kind) << " " << std::filesystem::path(it.property) << " " << it.code;
 }
 
-/// A type that no editor is known for does not reach a palette: the kind of the property takes its place. So it is looked
-/// for where the rows of a class are kept.
+// A type that no editor is known for does not reach a palette: the kind of the property takes its place. So it is looked
+// for where the rows of a class are kept.
 TEST_F(Gallery, LeadsToATypeNameThatNoEditorIsKnownFor) {
   constexpr std::int32_t unknownName = 551;
   ASSERT_FALSE(rowsByClass().empty());
@@ -239,7 +238,7 @@ TEST_F(Gallery, ShowsEveryRowOfEveryClass) {
   }
 }
 
-/// A class's rows whose place the layer itself fixes, in the order of their own weights within each category.
+// A class's rows whose place the layer itself fixes, in the order of their own weights within each category.
 TEST_F(Gallery, RowsWithAFixedPlaceAreOrderedAsTheirTablesAre) {
   for (const AutomationClass* kind : automation::automationClasses()) {
     const bool isFixed = std::wstring_view(kind->name).starts_with(L"VeltDim")
@@ -373,7 +372,7 @@ TEST_F(Gallery, FewEntitiesOfOthersHaveNoClass) {
   }
 }
 
-/// The measurement that a dimension stores, where it does, was made by whoever drew it.
+// The measurement that a dimension stores, where it does, was made by whoever drew it.
 TEST_F(Gallery, DimensionsOfOthersMeasureWhatTheyStore) {
   const char* const folder = std::getenv("VELT_DRAWINGS");
   if (folder == nullptr) GTEST_SKIP() << "VELT_DRAWINGS names no folder of drawings";

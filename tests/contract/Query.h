@@ -1,5 +1,6 @@
-// What a palette does with a selection of entities, over the libraries as they ship.
 #pragma once
+
+// What a palette does with a selection of entities, over the libraries as they ship.
 
 #include <algorithm>
 #include <cstdint>
@@ -12,7 +13,7 @@ namespace velt::tests {
 
 using Ids = std::vector<VkDbObjectId>;
 
-/// Owns the selection and the values of the rows.
+// Owns the selection and the values of the rows.
 class Query {
  public:
   explicit Query(const Ids& ids) : entries_(ids.size()) {

@@ -14,14 +14,14 @@
 #include <string>
 #include <vector>
 
-#include "host/automation/IdValues.h"
 #include "embedded/database/Drawing.h"
 #include "embedded/database/Entity.h"
-#include "samples/FloorPlan.h"
 #include "embedded/platform/Ledger.h"
 #include "host/automation/IVeltHyperlinks.h"
 #include "host/automation/IVeltVkCmColor.h"
+#include "host/automation/IdValues.h"
 #include "propdata/VeltPropData.h"
+#include "samples/FloorPlan.h"
 #include "tests/contract/Query.h"
 
 namespace velt::tests {
@@ -197,7 +197,7 @@ TEST(WholeDrawings, TheHatchVariantsHaveListsOfTheirOwn) {
   EXPECT_EQ(shown.size(), 3U) << "pattern, solid and gradient";
 }
 
-TEST(WholeDrawings, ByLayerColoursOfDifferentLayersVary) {
+TEST(WholeDrawings, ByLayerColorsOfDifferentLayersVary) {
   const auto drawing = Drawing::parse(samples::sampleFloorPlan(), "sample.dxf");
   std::map<std::wstring, VkDbObjectId> byLayer;
   for (const VkDbObjectId id : drawing->entities()) {

@@ -22,7 +22,7 @@ namespace {
 
 using database::Drawing;
 
-/// The entities of each kind.
+// The entities of each kind.
 std::map<std::string, Ids> selectionsOf(const Drawing& drawing) {
   std::map<std::string, Ids> selections;
   for (const VkDbObjectId id : drawing.entities())
@@ -59,7 +59,7 @@ const PROPINFO* sameRow(const TqVector<PROPINFO>& rows, const PROPINFO& wanted) 
   return nullptr;
 }
 
-/// How a write through the layer ended.
+// How a write through the layer ended.
 struct Written {
   int result = -1;
   int locked = 0;
@@ -77,7 +77,7 @@ Written write(Query& query, const PROPINFO& row) {
   return written;
 }
 
-/// Gives all entities what the first one has. False when one of them refused it.
+// Gives all entities what the first one has. False when one of them refused it.
 bool writeAndCheck(const Drawing& drawing, Query& query, const PROPINFO& row, const Ids& selection) {
   const auto before = pairsOfAll(drawing);
   const Written written = write(query, row);
@@ -103,7 +103,7 @@ bool writeAndCheck(const Drawing& drawing, Query& query, const PROPINFO& row, co
   return true;
 }
 
-/// The layer first: colours by layer differ as long as their layers do.
+// The layer first: colors by layer differ as long as their layers do.
 std::vector<PROPINFO> editableRows(const Query& query) {
   constexpr DISPID layer = 1281;
   std::vector<PROPINFO> rows;

@@ -1,5 +1,6 @@
-// A second opinion on drawings that are made here: Debian's python3-ezdxf, where it is installed.
 #pragma once
+
+// A second opinion on drawings that are made here: Debian's python3-ezdxf, where it is installed.
 
 #include <sys/wait.h>
 
@@ -13,8 +14,8 @@
 
 namespace velt::dxf::testing {
 
-/// What the audit finds, a line each, and then the types of the entities in model space with their counts; nothing when
-/// the auditor is missing.
+// What the audit finds, a line each, and then the types of the entities in model space with their counts; nothing when
+// the auditor is missing.
 inline std::optional<std::string> audited(const std::string& bytes) {
   constexpr const char* program = R"(
 import sys

@@ -32,7 +32,7 @@ Document parsed(std::string bytes) {
   return Document::parse(std::move(bytes), "a.dxf");
 }
 
-/// The message of the Error that opening gives, or that there was none.
+// The message of the Error that opening gives, or that there was none.
 std::string errorOfOpening(const fs::path& path) {
   try {
     (void)Document::open(path);
@@ -59,7 +59,7 @@ std::uint32_t recordOf(const Document& document, std::string_view type, std::siz
   return 0;
 }
 
-/// One of everything that a drawing may hold.
+// One of everything that a drawing may hold.
 const std::string& smallDrawing() {
   static const std::string bytes =
       pairs({"999|drawn by hand", "0|SECTION", "2|HEADER", "9|$ACADVER", "1|AC1015", "9|$DWGCODEPAGE",
@@ -480,7 +480,7 @@ TEST(Document, EditsOfAnyKindAgreeWithTheSimplestModel) {
 
 // --- damaged drawings -------------------------------------------------------------------------------------------------
 
-/// Looks at everything that a document offers.
+// Looks at everything that a document offers.
 void walk(const Document& document) {
   std::size_t seen = 0;
   for (std::uint32_t record = 0; record < document.recordCount(); ++record) {
@@ -499,7 +499,7 @@ void walk(const Document& document) {
   EXPECT_GT(seen, 0U);
 }
 
-/// True when it was read; then it must give back its bytes.
+// True when it was read; then it must give back its bytes.
 bool survives(const std::string& bytes) {
   std::optional<Document> document;
   try {
@@ -550,7 +550,7 @@ class RealDrawings : public ::testing::Test {
   std::vector<fs::path> drawings = testing::realDrawings();
 };
 
-/// Pairs up to EOF, counted line by line.
+// Pairs up to EOF, counted line by line.
 std::size_t countPairs(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
   std::size_t count = 0;

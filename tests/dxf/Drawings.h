@@ -1,5 +1,6 @@
-// Small drawings for the tests of this folder, and the way to the large ones.
 #pragma once
+
+// Small drawings for the tests of this folder, and the way to the large ones.
 
 #include <unistd.h>
 
@@ -14,7 +15,7 @@
 
 namespace velt::dxf::testing {
 
-/// Each pair as "code|value", in the padding and line ends that most writers use.
+// Each pair as "code|value", in the padding and line ends that most writers use.
 inline std::string pairs(std::initializer_list<std::string_view> list, std::string_view lineEnd = "\n") {
   std::string bytes;
   for (const std::string_view pair : list) {
@@ -31,7 +32,7 @@ inline std::string headerOf(std::string_view version, std::string_view codePage)
          + "\n  9\n$DWGCODEPAGE\n  3\n" + std::string(codePage) + "\n  0\nENDSEC\n";
 }
 
-/// An ENTITIES section with these pairs, and EOF.
+// An ENTITIES section with these pairs, and EOF.
 inline std::string entities(std::initializer_list<std::string_view> list) {
   return pairs({"0|SECTION", "2|ENTITIES"}) + pairs(list) + pairs({"0|ENDSEC", "0|EOF"});
 }
@@ -41,7 +42,7 @@ inline std::string contentOf(const std::filesystem::path& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// A file that goes with the test; tests may run at the same time.
+// A file that goes with the test; tests may run at the same time.
 class TemporaryFile {
  public:
   TemporaryFile(std::string_view name, std::string_view content)
@@ -61,7 +62,7 @@ class TemporaryFile {
   std::filesystem::path path_;
 };
 
-/// The drawings in the folder that VELT_DRAWINGS names; empty when it is unset.
+// The drawings in the folder that VELT_DRAWINGS names; empty when it is unset.
 inline std::vector<std::filesystem::path> realDrawings() {
   std::vector<std::filesystem::path> drawings;
   if (const char* folder = std::getenv("VELT_DRAWINGS"); folder != nullptr && *folder != '\0') {

@@ -238,7 +238,7 @@ TEST_F(ReplacedFile, AFileThatMayNotGrowFurtherIsAFullDisk) {
 }
 
 TEST_F(ReplacedFile, ASavedDocumentIsWhatWasReadWhenNothingWasEdited) {
-  const std::string bytes = sampleFloorPlan();
+  const std::string bytes = velt::samples::sampleFloorPlan();
   save(Document::parse(bytes, "plan"), file);
   EXPECT_EQ(read(file), bytes);
 }

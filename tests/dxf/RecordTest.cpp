@@ -15,7 +15,7 @@ namespace {
 using testing::entities;
 using testing::pairs;
 
-/// Each record as "TYPE section container sequence", the last two as the index of the head or "-".
+// Each record as "TYPE section container sequence", the last two as the index of the head or "-".
 std::vector<std::string> layoutOf(const std::string& bytes) {
   constexpr const char* names[] = {"outside", "header",   "classes", "tables",
                                    "blocks",  "entities", "objects", "other"};

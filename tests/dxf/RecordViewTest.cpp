@@ -13,7 +13,7 @@
 namespace velt::dxf {
 namespace {
 
-/// A record and the bytes that its view needs.
+// A record and the bytes that its view needs.
 class Sample {
  public:
   Sample(std::initializer_list<std::string_view> list)
@@ -214,8 +214,8 @@ TEST(RecordView, VisitsThePropertiesOfASubclassUntilToldToStop) {
 }
 
 TEST(RecordView, AMissingPairGoesBehindItsNeighbourOrToTheEndOfItsSubclass) {
-  const std::array colourNeighbours{8, 6};
-  EXPECT_EQ(circle().view().insertionPoint("AcDbEntity", colourNeighbours), 5U);
+  const std::array colorNeighbours{8, 6};
+  EXPECT_EQ(circle().view().insertionPoint("AcDbEntity", colorNeighbours), 5U);
   EXPECT_EQ(circle().view().insertionPoint("AcDbEntity", {}), 6U);
   EXPECT_EQ(circle().view().insertionPoint("AcDbCircle", {}), 11U);
   EXPECT_EQ(circle().view().insertionPoint("", {}), 3U);

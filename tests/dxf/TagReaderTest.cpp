@@ -38,7 +38,7 @@ std::vector<Read> readAll(const std::string& bytes) {
   return all;
 }
 
-/// "line: message", or what was read when nothing was wrong.
+// "line: message", or what was read when nothing was wrong.
 std::string errorOf(const std::string& bytes) {
   try {
     (void)readTags(bytes, "a.dxf");

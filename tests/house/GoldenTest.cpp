@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include "tests/support/Places.h"
 
 namespace {
 
@@ -28,8 +29,8 @@ class Golden : public ::testing::Test {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   }
 
-  const fs::path root_ = fs::path(VELT_BINARY_DIR) / "golden-test"
-                         / ::testing::UnitTest::GetInstance()->current_test_info()->name();
+  const fs::path root_ =
+      velt::tests::buildFolder() / "golden-test" / ::testing::UnitTest::GetInstance()->current_test_info()->name();
   const GoldenPlaces places_{root_ / "tests", root_ / "golden"};
 };
 

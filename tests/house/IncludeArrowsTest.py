@@ -5,23 +5,62 @@ import unittest
 
 import house
 
-BELOW_PROPDATA = {"host", "text", "errors", "container", "propdata"}
-EVERYTHING_SHIPPED = BELOW_PROPDATA | {"embedded"}
+# The houses, and of those that have an order inside, the rooms. An entry names what a place may include beside itself;
+# a name stands for all rooms of its house. The longest name that a path begins with is its place.
+LAYER = {"host", "holders", "text", "errors", "container", "propdata"}
+BELOW_AUTOMATION = {"host", "holders", "dxf", "embedded/platform", "embedded/com", "embedded/database"}
+MODEL = BELOW_AUTOMATION | {"embedded/automation/geometry", "embedded/automation/model"}
+# What several classes share; these rooms stand side by side.
+MATTERS = MODEL | {"embedded/automation/objects"}
+SHIPPED = LAYER | {"palette", "dxf", "samples", "embedded"}
 
 MAY_INCLUDE = {
-    "host": {"host"},
-    "text": {"host", "text"},
-    "errors": {"host", "text", "errors"},
-    "container": {"host", "text", "errors", "container"},
-    "propdata": BELOW_PROPDATA,
-    "embedded": {"host", "embedded"},
-    "plugins": {"host", "embedded", "plugins"},
-    "tool": EVERYTHING_SHIPPED | {"tool"},
-    "tests": EVERYTHING_SHIPPED | {"tool", "tests"},
-    "bench": EVERYTHING_SHIPPED | {"bench"},
-    "fuzz": EVERYTHING_SHIPPED | {"fuzz"},
-    "examples": EVERYTHING_SHIPPED | {"examples"},
+    "host": set(),
+    "holders": {"host"},
+    "text": {"host"},
+    "errors": {"host", "text"},
+    "container": {"host", "text", "errors"},
+    "propdata": LAYER,
+    "palette": LAYER,
+    "dxf": set(),
+    "samples": {"dxf"},
+    "embedded/platform": {"host"},
+    "embedded/com": {"host", "holders", "embedded/platform"},
+    "embedded/database": {"host", "holders", "dxf", "embedded/platform", "embedded/com"},
+    "embedded/automation/geometry": BELOW_AUTOMATION,
+    "embedded/automation/model": MODEL,
+    "embedded/automation/objects": MODEL,
+    "embedded/automation/areas": MATTERS | {"embedded/automation/entities"},
+    "embedded/automation/dimensions": MATTERS,
+    "embedded/automation/entities": MATTERS,
+    "embedded/automation/hatches": MATTERS,
+    "embedded/automation/images": MATTERS,
+    "embedded/automation/leaders": MATTERS,
+    "embedded/automation/lines": MATTERS,
+    "embedded/automation/polylines": MATTERS,
+    "embedded/automation/solids": MATTERS,
+    "embedded/automation/texts": MATTERS,
+    "embedded/automation/classes": BELOW_AUTOMATION | {"embedded/automation"},
+    "embedded/sources": BELOW_AUTOMATION | {"embedded/automation"},
+    "plugins": {"host", "embedded/sources"},
+    "tool": SHIPPED,
+    "tests": SHIPPED | {"tool", "bench"},
+    "bench": SHIPPED,
+    "fuzz": SHIPPED,
+    "examples": SHIPPED,
 }
+FOLDERS = sorted({place.split("/")[0] for place in MAY_INCLUDE})
+
+
+def place_of(path):
+    """The entry that rules a file: the longest of which the path begins with; None for a room that nobody listed."""
+    fits = [place for place in MAY_INCLUDE if path.startswith(place + "/")]
+    return max(fits, key=len, default=None)
+
+
+def may_include(place, target):
+    return any(target == allowed or target.startswith(allowed + "/") for allowed in {place} | MAY_INCLUDE[place])
+
 
 # All that plug-ins may include of the host that they are loaded into.
 PLUGIN_HEADER = "embedded/sources/Plugin.h"
@@ -39,7 +78,7 @@ THIRD_PARTY = {
 }
 
 # The layer and the interfaces under it are ported to other hosts: they get the headers of standard C++ and no other.
-STANDARD_ONLY = {"host", *house.LAYER}
+STANDARD_ONLY = {"host", "holders", *house.LAYER}
 STANDARD_HEADERS = set("""
     algorithm any array atomic barrier bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes climits
     clocale cmath codecvt compare complex concepts condition_variable coroutine csetjmp csignal cstdarg cstddef cstdint
@@ -56,13 +95,16 @@ INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*(?:"([^"]*)"|<([^>]*)>|(\S+))'
 
 def violation_of(root, path, quoted, angled, other):
     folder = path.parts[0]
+    place = place_of(path.as_posix())
+    if place is None:
+        return "stands in a room that the list of arrows does not know"
     if quoted is not None:
-        target = quoted.split("/")[0]
-        if target not in MAY_INCLUDE or ".." in quoted.split("/"):
+        if quoted.split("/")[0] not in FOLDERS or ".." in quoted.split("/"):
             return f'"{quoted}" is not written from the root of the tree'
-        if target not in MAY_INCLUDE[folder]:
-            return f'"{quoted}": {folder}/ may not include {target}/'
-        if folder == "plugins" and target == "embedded" and quoted != PLUGIN_HEADER:
+        target = place_of(quoted)
+        if target is None or not may_include(place, target):
+            return f'"{quoted}": {place}/ may not include {target or quoted}'
+        if folder == "plugins" and target.startswith("embedded") and quoted != PLUGIN_HEADER:
             return f'"{quoted}": plug-ins may include no header of embedded/ but {PLUGIN_HEADER}'
         if not (root / quoted).is_file():
             return f'"{quoted}" does not exist'
@@ -79,7 +121,7 @@ def violation_of(root, path, quoted, angled, other):
 
 def violations(root):
     found = []
-    for path in house.files_below(root, MAY_INCLUDE):
+    for path in house.files_below(root, FOLDERS):
         for match in INCLUDE.finditer(house.text_of(root / path)):
             trouble = violation_of(root, path, *match.groups())
             if trouble:
@@ -95,44 +137,65 @@ class TheTree(house.Check):
 
 
 class TheCheck(house.Check):
-    HEADERS = {f"{folder}/A.h": "" for folder in MAY_INCLUDE}
+    HEADERS = {f"{place}/A.h": "" for place in MAY_INCLUDE}
 
     def check(self, path, line):
         with house.small_tree({**self.HEADERS, path: line + "\n"}) as root:
             return violations(root)
 
-    def test_knows_every_arrow(self):
+    def test_knows_every_arrow_between_folders(self):
+        layer = "host holders text errors container"
+        shipped = layer + " propdata palette dxf samples embedded"
         allowed = {
             "host": "host",
+            "holders": "host holders",
             "text": "host text",
             "errors": "host text errors",
             "container": "host text errors container",
-            "propdata": "host text errors container propdata",
-            "embedded": "host embedded",
+            "propdata": layer + " propdata",
+            "palette": layer + " propdata palette",
+            "dxf": "dxf",
+            "samples": "dxf samples",
             "plugins": "host plugins",
-            "tool": "host text errors container propdata embedded tool",
-            "tests": "host text errors container propdata embedded tool tests",
-            "bench": "host text errors container propdata embedded bench",
-            "fuzz": "host text errors container propdata embedded fuzz",
-            "examples": "host text errors container propdata embedded examples",
+            "tool": shipped + " tool",
+            "tests": shipped + " tool bench tests",
+            "bench": shipped + " bench",
+            "fuzz": shipped + " fuzz",
+            "examples": shipped + " examples",
         }
+        one_room = {"embedded": "embedded/automation/model"}
         for folder, targets in allowed.items():
-            for target in allowed:
+            for target in (*allowed, "embedded"):
                 with self.subTest(folder=folder, target=target):
-                    found = self.check(f"{folder}/sub/B.cpp", f'#include "{target}/A.h"')
+                    found = self.check(f"{folder}/sub/B.cpp", f'#include "{one_room.get(target, target)}/A.h"')
                     self.assertEqual(target not in targets.split(), bool(found), found)
+
+    def test_knows_the_stack_inside_the_embedded_host(self):
+        stack = ["platform", "com", "database", "automation/geometry", "automation/model", "automation/objects",
+                 "automation/hatches", "automation/classes", "sources"]
+        for above, room in enumerate(stack):
+            for below, other in enumerate(stack):
+                with self.subTest(room=room, other=other):
+                    found = self.check(f"embedded/{room}/B.cpp", f'#include "embedded/{other}/A.h"')
+                    self.assertEqual(below > above, bool(found), found)
+
+    def test_keeps_the_rooms_of_single_matters_apart(self):
+        self.assertTrue(self.check("embedded/automation/hatches/B.cpp", '#include "embedded/automation/texts/A.h"'))
+
+    def test_finds_a_file_in_a_room_that_nobody_listed(self):
+        self.assertTrue(self.check("embedded/attic/B.cpp", "#include <vector>"))
 
     def test_lets_plugins_include_their_header_of_the_embedded_host_and_no_other(self):
         with house.small_tree({**self.HEADERS, "embedded/sources/Plugin.h": "",
                                "plugins/a/B.cpp": '#include "embedded/sources/Plugin.h"\n',
-                               "plugins/a/C.cpp": '#include "embedded/A.h"\n'}) as root:
+                               "plugins/a/C.cpp": '#include "embedded/com/A.h"\n'}) as root:
             found = violations(root)
         self.assertEqual(1, len(found), found)
         self.assertIn("plugins/a/C.cpp", found[0])
 
     def test_finds_what_is_not_written_from_the_root(self):
         self.assertTrue(self.check("propdata/B.cpp", '#include "A.h"'))
-        self.assertTrue(self.check("propdata/B.cpp", '#include "propdata/../embedded/A.h"'))
+        self.assertTrue(self.check("propdata/B.cpp", '#include "propdata/../embedded/com/A.h"'))
 
     def test_finds_a_header_that_does_not_exist(self):
         self.assertTrue(self.check("propdata/B.cpp", '#include "propdata/Missing.h"'))
@@ -145,10 +208,10 @@ class TheCheck(house.Check):
             self.assertFalse(self.check(f"{folder}/B.h", "#include <vector>"))
 
     def test_finds_libraries_outside_the_folders_they_are_for(self):
-        self.assertTrue(self.check("embedded/B.cpp", "#include <nlohmann/json.hpp>"))
+        self.assertTrue(self.check("embedded/com/B.cpp", "#include <nlohmann/json.hpp>"))
         self.assertTrue(self.check("tool/B.cpp", "#include <gtest/gtest.h>"))
         self.assertFalse(self.check("tool/B.cpp", "#include <fmt/format.h>"))
-        self.assertFalse(self.check("embedded/B.cpp", "#include <dlfcn.h>"))
+        self.assertFalse(self.check("embedded/com/B.cpp", "#include <dlfcn.h>"))
 
     def test_finds_an_include_behind_a_macro_and_in_a_spaced_directive(self):
         self.assertTrue(self.check("text/B.h", "#include HEADER"))

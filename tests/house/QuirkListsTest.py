@@ -5,7 +5,7 @@ import unittest
 
 import house
 
-QUIRK_FOLDERS = ("host", *house.LAYER, "embedded", "tool", "plugins")
+QUIRK_FOLDERS = ("host", "holders", *house.LAYER, "palette", "dxf", "samples", "embedded", "tool", "plugins")
 
 COMMENT = re.compile(r"\bQUIRK\(([^)\n]*)\)(:?)")
 HEADING = re.compile(r"^##[ \t]+(.*?)[ \t]*$", re.MULTILINE)

@@ -7,7 +7,7 @@ import unittest
 
 import house
 
-TESTED_FOLDERS = (*house.LAYER, "embedded", "tool")
+TESTED_FOLDERS = ("holders", *house.LAYER, "palette", "dxf", "samples", "embedded", "tool")
 
 # Sources whose test stands elsewhere: pattern, the test file that covers them, and why.
 COVERED_ELSEWHERE = [

@@ -13,7 +13,8 @@ import tempfile
 import unittest
 
 LAYER = ("text", "errors", "container", "propdata")
-CODE_FOLDERS = ("host", *LAYER, "embedded", "tool", "plugins", "tests", "bench", "fuzz", "examples")
+CODE_FOLDERS = ("host", "holders", *LAYER, "palette", "dxf", "samples", "embedded", "tool", "plugins", "tests", "bench", "fuzz",
+                "examples")
 SOURCE_SUFFIXES = (".h", ".cpp")
 
 

@@ -1,5 +1,6 @@
-// What a palette shows and sets of one selection, by the names of the rows.
 #pragma once
+
+// What a palette shows and sets of one selection, by the names of the rows.
 
 #include <gtest/gtest.h>
 
@@ -14,15 +15,16 @@
 #include "host/com/Bstr.h"
 #include "tests/contract/Query.h"
 #include "tests/embedded/database/Sample.h"
+#include "tests/support/Places.h"
 
 namespace velt::tests {
 
-/// The sample plug-in of that name, for the length of a test. What it has to tell goes into the list.
+// The sample plug-in of that name, for the length of a test. What it has to tell goes into the list.
 inline std::unique_ptr<sources::LoadedPlugins> loadSample(const std::string& name,
                                                           std::vector<std::string>& told) {
   auto plugins =
       std::make_unique<sources::LoadedPlugins>([&told](const std::string& line) { told.push_back(line); });
-  EXPECT_TRUE(plugins->load(std::filesystem::path(VELT_PLUGIN_DIR) / (name + ".so")));
+  EXPECT_TRUE(plugins->load(velt::tests::pluginFolder() / (name + ".so")));
   return plugins;
 }
 

@@ -1,6 +1,7 @@
+#pragma once
+
 // What plug-ins of tests are made of: sources and properties that do what they are told, well or badly. Each counts its
 // references and is never ended by them.
-#pragma once
 
 #include <functional>
 #include <memory>
@@ -18,7 +19,7 @@
 
 namespace velt::tests {
 
-/// Of the newer generation (Interface is IDynamicProperty2, Entity IDispatch*) or the older one (IDynamicProperty, long).
+// Of the newer generation (Interface is IDynamicProperty2, Entity IDispatch*) or the older one (IDynamicProperty, long).
 template <class Interface, class Entity, const IID& InterfaceId>
 class ScriptedProperty final : public Interface, public IDynamicEnumProperty, public ICategorizeProperties {
  public:
@@ -28,7 +29,8 @@ class ScriptedProperty final : public Interface, public IDynamicEnumProperty, pu
   VARTYPE declared = VT_BSTR;
   LONG choices = 0;
   long references = 0;
-  bool isBare = false;  ///< only the one interface, no choices and no category
+  // Only the one interface, no choices and no category.
+  bool isBare = false;
   std::function<HRESULT(BOOL*)> enabled = [](BOOL* out) { return *out = 1, S_OK; };
   std::function<HRESULT(BSTR*)> displayName = [this](BSTR* out) {
     return *out = SysAllocString(name.c_str()), S_OK;
@@ -76,7 +78,7 @@ class ScriptedProperty final : public Interface, public IDynamicEnumProperty, pu
 using NewerProperty = ScriptedProperty<IDynamicProperty2, IDispatch*, IID_IDynamicProperty2>;
 using OlderProperty = ScriptedProperty<IDynamicProperty, long, IID_IDynamicProperty>;
 
-/// A null stays one.
+// A null stays one.
 template <class Property>
 IUnknown* unknown(Property& property) {
   IUnknown* found = nullptr;
@@ -109,7 +111,7 @@ class ScriptedSource final : public IPropertySource {
   HRESULT GetProperties(IDispatch*, VARIANT* out) override { return properties(out); }
 };
 
-/// A source that offers these, for all entities; both live as long as the process.
+// A source that offers these, for all entities; both live as long as the process.
 template <class... Properties>
 HRESULT addSource(const VeltPluginHost* host, const wchar_t* name, Properties&... properties) {
   static auto& kept = *new std::vector<std::unique_ptr<ScriptedSource>>;

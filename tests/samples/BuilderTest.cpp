@@ -16,6 +16,8 @@
 #include "tests/dxf/Audit.h"
 
 namespace velt::samples {
+
+using namespace velt::dxf;
 namespace {
 
 using ::testing::ElementsAre;
@@ -25,7 +27,7 @@ Document documentOf(const DrawingBuilder& drawing) {
   return Document::parse(drawing.bytes(), "made.dxf");
 }
 
-/// The occurrence of the type, counted over the whole document.
+// The occurrence of the type, counted over the whole document.
 RecordView viewOf(const Document& document, std::string_view type, std::size_t occurrence = 0) {
   for (std::uint32_t record = 0; record < document.recordCount(); ++record) {
     if (document.type(record) == type && occurrence-- == 0) return document.view(record);
@@ -46,11 +48,11 @@ std::vector<std::string> values(const RecordView& view, int code, std::string_vi
   return all;
 }
 
-/// One of everything that the builder makes.
+// One of everything that the builder makes.
 void fill(DrawingBuilder& drawing) {
   const Outline square{{0, 0}, {10, 0}, {10, 10, 0.5}, {0, 10}};
-  drawing.layer(
-      "Wände", {.colour = 1, .trueColour = 0x102030, .lineWeight = 50, .lineType = "DASHED", .locked = true});
+  drawing.layer("Wände",
+                {.color = 1, .trueColor = 0x102030, .lineWeight = 50, .lineType = "DASHED", .locked = true});
   drawing.lineType("DASHED", "Dashed __ __", {12.7, -6.35});
   drawing.textStyle("Plain", "arial.ttf", 0.9);
   drawing.variable("$PDMODE", {{70, "34"}});
@@ -60,10 +62,10 @@ void fill(DrawingBuilder& drawing) {
   door.arc({0, 0}, 1, 0, 90);
   door.attributeDefinition({.tag = "NUMBER", .value = "0", .height = 0.2}, "Number of the door");
   BlockBuilder& model = drawing.model();
-  model.line({0, 0, 0}, {1, 2, 3}, {.layer = "Wände", .colour = 3, .lineWeight = 25, .lineType = "DASHED"});
+  model.line({0, 0, 0}, {1, 2, 3}, {.layer = "Wände", .color = 3, .lineWeight = 25, .lineType = "DASHED"});
   model.point({1, 1});
   model.circle({5, 5}, 2.5,
-               {.trueColour = 0xFF8000, .hyperlink = Hyperlink{"https://example.org/a", "A page"}});
+               {.trueColor = 0xFF8000, .hyperlink = Hyperlink{"https://example.org/a", "A page"}});
   model.arc({5, 5}, 3, 10, 200);
   model.ellipse({5, 5}, {4, 0}, 0.5);
   model.polyline({{0, 0, 0.5, 1, 2}, {5, 0}}, {.closed = true, .elevation = 3});
@@ -77,12 +79,12 @@ void fill(DrawingBuilder& drawing) {
   model.insert("DOOR", {});
   drawing.block("*U1").isMadeOf(door);
   model.insert("*U1", {}, {.extendedData = {{"ACME", {{1000, "oak"}, {1040, "2.5"}}}}});
-  model.solidHatch({{square}}, {.colour = 8});
+  model.solidHatch({{square}}, {.color = 8});
   model.patternHatch({{square}}, {.name = "LINES",
                                   .lines = {{.angle = 45, .offset = {0, 2}, .dashes = {1, -1}}},
                                   .angle = 15,
                                   .scale = 2});
-  model.gradientHatch({{square}}, {.firstColour = 0x0000FF, .secondColour = 0xFFFFFF, .angle = 90});
+  model.gradientHatch({{square}}, {.firstColor = 0x0000FF, .secondColor = 0xFFFFFF, .angle = 90});
   model.raw("3DFACE", {{100, "AcDbFace"},
                        {10, "0"},
                        {20, "0"},
@@ -107,7 +109,7 @@ class MadeIn : public ::testing::TestWithParam<DrawingVersion> {
 INSTANTIATE_TEST_SUITE_P(Versions, MadeIn, ::testing::Values(DrawingVersion::AC1018, DrawingVersion::AC1027));
 
 TEST_P(MadeIn, IsFoundSoundByAnotherReader) {
-  const auto findings = testing::audited(drawing.bytes());
+  const auto findings = dxf::testing::audited(drawing.bytes());
   if (!findings) GTEST_SKIP() << "python3-ezdxf is not installed";
   EXPECT_EQ(
       *findings,
@@ -200,7 +202,7 @@ TEST_P(MadeIn, TheSameCallsMakeTheSameBytes) {
 }
 
 TEST(Generator, AnEmptyDrawingIsSound) {
-  const auto findings = testing::audited(DrawingBuilder().bytes());
+  const auto findings = dxf::testing::audited(DrawingBuilder().bytes());
   if (!findings) GTEST_SKIP() << "python3-ezdxf is not installed";
   EXPECT_EQ(*findings, "\n");
 }
@@ -210,7 +212,7 @@ TEST(Generator, TheAuditFindsWhatIsWrong) {
   DrawingBuilder drawing;
   drawing.model().line({0, 0}, {1, 1}, {.lineType = "MISSING"});
   // when
-  const auto findings = testing::audited(drawing.bytes());
+  const auto findings = dxf::testing::audited(drawing.bytes());
   // then
   if (!findings) GTEST_SKIP() << "python3-ezdxf is not installed";
   EXPECT_THAT(*findings, HasSubstr("finding:"));
@@ -218,8 +220,8 @@ TEST(Generator, TheAuditFindsWhatIsWrong) {
 
 TEST(Generator, ALayerHasItsStyle) {
   DrawingBuilder drawing;
-  drawing.layer("A", {.colour = 3, .off = true});
-  drawing.layer("B", {.colour = 4, .trueColour = 0x010203, .lineWeight = 35, .frozen = true, .locked = true});
+  drawing.layer("A", {.color = 3, .off = true});
+  drawing.layer("B", {.color = 4, .trueColor = 0x010203, .lineWeight = 35, .frozen = true, .locked = true});
   const Document document = documentOf(drawing);
   constexpr std::string_view record = "AcDbLayerTableRecord";
   const RecordView off = viewOf(document, "LAYER", 1);
@@ -248,8 +250,8 @@ TEST(Generator, AnEntityHasItsStyle) {
   DrawingBuilder drawing;
   drawing.model().line({0, 0}, {1, 1},
                        {.layer = "L",
-                        .colour = 3,
-                        .trueColour = 0xFF,
+                        .color = 3,
+                        .trueColor = 0xFF,
                         .lineWeight = 25,
                         .lineType = "T",
                         .lineTypeScale = 2,
@@ -407,7 +409,7 @@ TEST(Generator, AHatchIsSolidPatternedOrAGradient) {
   const Outline square{{0, 0}, {1, 0}, {1, 1, 1}, {0, 1}};
   drawing.model().solidHatch({{square}});
   drawing.model().gradientHatch({{square}},
-                                {.name = "SPHERICAL", .firstColour = 255, .secondColour = 256, .angle = 180});
+                                {.name = "SPHERICAL", .firstColor = 255, .secondColor = 256, .angle = 180});
   const Document document = documentOf(drawing);
   const RecordView solid = viewOf(document, "HATCH", 0);
   EXPECT_EQ(text(solid, 2, "AcDbHatch"), "SOLID");

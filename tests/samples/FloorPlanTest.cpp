@@ -12,13 +12,15 @@
 #include <string_view>
 #include <vector>
 
-#include "embedded/database/Drawing.h"
-#include "embedded/database/EnhancedBlocks.h"
 #include "dxf/Document.h"
 #include "dxf/Numbers.h"
+#include "embedded/database/Drawing.h"
+#include "embedded/database/EnhancedBlocks.h"
 #include "tests/dxf/Audit.h"
 
 namespace velt::samples {
+
+using namespace velt::dxf;
 namespace {
 
 using ::testing::AllOf;
@@ -28,7 +30,7 @@ using ::testing::Not;
 
 class SampleDrawing : public ::testing::Test {
  protected:
-  /// Indexes of the records of that type in model space; of every type when it is empty.
+  // Indexes of the records of that type in model space; of every type when it is empty.
   [[nodiscard]] std::vector<std::uint32_t> entities(std::string_view type = {}) const {
     std::vector<std::uint32_t> found;
     for (std::uint32_t record = 0; record < document.recordCount(); ++record) {
@@ -40,7 +42,7 @@ class SampleDrawing : public ::testing::Test {
     return found;
   }
 
-  /// True when any entity has the property.
+  // True when any entity has the property.
   [[nodiscard]] bool anyHas(int code, std::string_view subclass) const {
     const auto all = entities();
     return std::any_of(all.begin(), all.end(), [&](std::uint32_t record) {
@@ -62,7 +64,7 @@ class SampleDrawing : public ::testing::Test {
 };
 
 TEST_F(SampleDrawing, IsFoundSoundByAnotherReader) {
-  const auto findings = testing::audited(sampleFloorPlan());
+  const auto findings = dxf::testing::audited(sampleFloorPlan());
   if (!findings) GTEST_SKIP() << "python3-ezdxf is not installed";
   EXPECT_THAT(*findings, AllOf(Not(HasSubstr("finding:")), Not(HasSubstr("Traceback")), HasSubstr("HATCH=")));
 }

@@ -7,15 +7,16 @@
 #include <string>
 
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/database/Drawing.h"
 #include "tests/dxf/Audit.h"
 
 namespace velt::samples {
+
+using namespace velt::dxf;
 namespace {
 
 TEST(GalleryDrawing, IsFoundSoundByAnotherReader) {
-  const auto findings = testing::audited(galleryDrawing());
+  const auto findings = dxf::testing::audited(galleryDrawing());
   if (!findings) GTEST_SKIP() << "python3-ezdxf is not installed";
   EXPECT_THAT(*findings, ::testing::Not(::testing::HasSubstr("finding:")));
   EXPECT_THAT(*findings, ::testing::Not(::testing::HasSubstr("Traceback")));

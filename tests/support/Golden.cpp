@@ -5,6 +5,7 @@
 #include <optional>
 #include <sstream>
 #include <system_error>
+#include "tests/support/Places.h"
 
 namespace velt::tests {
 namespace {
@@ -44,7 +45,7 @@ std::string firstDifference(const std::string& accepted, const std::string& prod
 }  // namespace
 
 GoldenPlaces goldenPlaces() {
-  return {fs::path(VELT_SOURCE_DIR) / "tests", VELT_GOLDEN_OUT};
+  return {sourceFolder() / "tests", buildFolder() / "golden"};
 }
 
 ::testing::AssertionResult matchesGolden(const fs::path& path, const std::string& text,

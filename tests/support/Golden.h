@@ -1,9 +1,10 @@
+#pragma once
+
 // Golden files: what a test produced, compared with what was accepted once.
 //
 // A golden file stands below tests/. When the text differs from it, or there is none yet, the text is left in the
 // build folder, where `make accept-golden` finds it, shows the difference and takes it over when told to. When the
 // two agree, what an earlier run left there is removed.
-#pragma once
 
 #include <gtest/gtest.h>
 

@@ -241,26 +241,26 @@ VeltCrashRecorder* veltGetCrashRecorder() {
   return host != nullptr && host->crashRecorder.has_value() ? *host->crashRecorder : forward();
 }
 
-// --- colours --------------------------------------------------------------------------------------------------
+// --- colors --------------------------------------------------------------------------------------------------
 
 namespace {
 
-void noteColour(const std::string& line) {
+void noteColor(const std::string& line) {
   const ToyHost* const host = ToyHost::current();
-  if (host != nullptr && host->logsColours) note(line);
+  if (host != nullptr && host->logsColors) note(line);
 }
 
 }  // namespace
 
 void VkCmColor::setColor(std::uint32_t value) {
   VELT_REAL(void(VkCmColor*, std::uint32_t), "_ZN9VkCmColor8setColorEj");
-  noteColour("setColor(" + hex(value) + ")");
+  noteColor("setColor(" + hex(value) + ")");
   forward(this, value);
 }
 
 void VkCmColor::setNames(const wchar_t* colorName, const wchar_t* bookName) {
   VELT_REAL(void(VkCmColor*, const wchar_t*, const wchar_t*), "_ZN9VkCmColor8setNamesEPKwS1_");
-  noteColour("setNames(" + narrow(colorName) + ", " + narrow(bookName) + ")");
+  noteColor("setNames(" + narrow(colorName) + ", " + narrow(bookName) + ")");
   forward(this, colorName, bookName);
 }
 

@@ -1,7 +1,8 @@
+#pragma once
+
 // The functions that tell AllocationSpy what is allocated. They take the place of the standard library's for the
 // whole process, so exactly one test file of an executable includes this. (Not part of the support archive: a
 // sanitizer's own operator new knows more, and executables that watch nothing keep it.)
-#pragma once
 
 #include <cstddef>
 #include <cstdlib>

@@ -81,9 +81,9 @@ class ToyBlockReference final : public ToyDb<VkDbBlockReference> {
 
 class ToyLayer final : public ToyDb<VkDbLayerTableRecord> {
  public:
-  ToyLayer(ToyHost& host, std::string name, long id, std::uint32_t colour, bool isLocked = false)
+  ToyLayer(ToyHost& host, std::string name, long id, std::uint32_t color, bool isLocked = false)
       : ToyDb(host, std::move(name), id), locked(isLocked) {
-    shown.setColor(colour);
+    shown.setColor(color);
   }
   VkCmColor shown;
   bool locked;

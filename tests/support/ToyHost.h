@@ -100,8 +100,8 @@ class ToyHost {
   std::map<UINT, std::wstring> texts;
   std::set<UINT> missingTexts;
 
-  // VkCmColor::setColor and setNames are logged; not always, because toys are made with colours too.
-  bool logsColours = false;
+  // VkCmColor::setColor and setNames are logged; not always, because toys are made with colors too.
+  bool logsColors = false;
 
   // Objects that the vkdbOpen... functions find by id before they ask the embedded host.
   std::map<long, ToyDbObject*> database;

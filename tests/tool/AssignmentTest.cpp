@@ -171,7 +171,7 @@ TEST(Assignment, ARealMayBeGivenAValueThatIsNoChoice) {
   EXPECT_EQ(valueIn("Style=1.25", rowWithChoices(VT_R8)).get().dblVal, 1.25);
 }
 
-TEST(Assignment, ColoursStayTexts) {
+TEST(Assignment, ColorsStayTexts) {
   const OwnedVariant value = valueIn("Style=1,2,3", rowWithChoices(VT_DISPATCH));
   EXPECT_EQ(value.get().vt, VT_BSTR);
   EXPECT_STREQ(value.get().bstrVal, L"1,2,3");

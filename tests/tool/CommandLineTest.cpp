@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "tests/support/Places.h"
 #include "tests/tool/Drawings.h"
 
 using namespace velt::tests;
@@ -130,7 +131,7 @@ TEST(CommandLine, LookingWritesNothing) {
 namespace {
 
 std::string plugin(const std::string& name) {
-  return std::string(VELT_TEST_PLUGIN_DIR) + "/" + name + ".so";
+  return (velt::tests::testPluginFolder() / (name + ".so")).string();
 }
 
 // What a line with extended data shows under a plug-in.
@@ -198,7 +199,7 @@ TEST(CommandLinePlugins, ARowOfAPluginCanBeSetForAllReferencesOfADynamicBlock) {
   const TemporaryFolder folder;
   const std::string file = folder.path("plan.dxf");
   EXPECT_EQ(veltprops({"sample", file.c_str()}).exitCode, 0);
-  const std::string material = std::string(VELT_PLUGIN_DIR) + "/material.so";
+  const std::string material = (velt::tests::pluginFolder() / "material.so").string();
   const Outcome outcome = veltprops(
       {"set", file.c_str(), "--layer", "Doors", "Material=Oak", "--dry-run", "--plugin", material.c_str()});
   EXPECT_EQ(outcome.exitCode, 0) << outcome.out << outcome.err;

@@ -52,7 +52,7 @@ inline std::string pairs(const std::vector<Pair>& list) {
 
 struct LayerOf {
   std::string name;
-  int colour = 7;
+  int color = 7;
   int flags = 0;
 };
 
@@ -81,7 +81,7 @@ inline std::string drawingOf(const std::vector<LayerOf>& layers, const std::stri
                    {100, "AcDbLayerTableRecord"},
                    {2, layer.name},
                    {70, std::to_string(layer.flags)},
-                   {62, std::to_string(layer.colour)},
+                   {62, std::to_string(layer.color)},
                    {6, "Continuous"}});
   }
   text += pairs({{0, "ENDTAB"}, {0, "ENDSEC"}, {0, "SECTION"}, {2, "BLOCKS"}}) + blocks;

@@ -1,9 +1,9 @@
 #include "embedded/automation/areas/FilledArea.h"
 
+#include "embedded/automation/entities/General.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Editor.h"
-#include "embedded/automation/geometry/EntityGeometry.h"
-#include "embedded/automation/entities/General.h"
 
 namespace velt::automation {
 namespace {
@@ -35,7 +35,7 @@ Vector3 getCorner(const Subject& subject) {
   return frameOf(lens, trace).toWorld(pointAt(lens, Code, trace, third));
 }
 
-/// The corners lie in one plane: it follows a corner that is put above or below it.
+// The corners lie in one plane: it follows a corner that is put above or below it.
 template <int Code>
 void putCorner(const Subject& subject, const Vector3& place) {
   if (getCorner<Code>(subject) == place) return;

@@ -1,5 +1,6 @@
-// What flat filled areas of three or four corners have in common.
 #pragma once
+
+// What flat filled areas of three or four corners have in common.
 
 #include <span>
 

@@ -1,9 +1,9 @@
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/model/Editor.h"
-#include "embedded/automation/geometry/EntityGeometry.h"
-#include "host/automation/IdValues.h"
 #include "embedded/automation/entities/General.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/Editor.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -12,7 +12,7 @@ using platform::Category;
 
 constexpr const char* face = "AcDbFace";
 
-/// A face of three corners may leave the fourth one out.
+// A face of three corners may leave the fourth one out.
 Vector3 getFourthCorner(const Subject& subject) {
   return pointAt(subject.lens(), 13, face, pointAt(subject.lens(), 12, face));
 }
@@ -21,7 +21,7 @@ void putFourthCorner(const Subject& subject, const Vector3& place) {
   if (getFourthCorner(subject) != place) Editor(subject).point(13, face, place);
 }
 
-/// Stored as what is hidden.
+// Stored as what is hidden.
 template <int Edge>
 bool getEdgeVisible(const Subject& subject) {
   return (subject.lens().integer(70, face, 0) & (1 << Edge)) == 0;
@@ -34,7 +34,7 @@ void putEdgeVisible(const Subject& subject, const bool& visible) {
   Editor(subject).integer(70, face, visible ? hidden & ~mask : hidden | mask, 0);
 }
 
-/// Of the two triangles that a face is drawn as.
+// Of the two triangles that a face is drawn as.
 double getArea(const Subject& subject) {
   const database::Lens lens = subject.lens();
   const Vector3 first = pointAt(lens, 10, face);

@@ -2,11 +2,11 @@
 #include <cstdint>
 #include <string_view>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/solids/ModelGeometry.h"
 #include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/solids/ModelGeometry.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {

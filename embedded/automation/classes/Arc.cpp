@@ -1,14 +1,14 @@
 #include <cmath>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/model/Editor.h"
-#include "embedded/automation/geometry/EntityGeometry.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/automation/geometry/EllipticalArc.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/Refusal.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -26,7 +26,7 @@ double endOf(const Subject& subject, int code) {
   return radians(subject.lens().real(code, arc, 0));
 }
 
-/// Of one end; of two that coincide readers make nothing, or a full circle.
+// Of one end; of two that coincide readers make nothing, or a full circle.
 template <int Code, int OtherCode>
 void putEnd(const Subject& subject, const double& angle) {
   const double direction = normalizedAngle(angle);

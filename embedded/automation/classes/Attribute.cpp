@@ -3,11 +3,11 @@
 #include <string>
 #include <variant>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
 #include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
 #include "embedded/automation/texts/SingleLineText.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -20,12 +20,12 @@ std::wstring getTag(const Subject& subject) {
   return subject.lens().name(2, attribute);
 }
 
-/// That the attribute follows: the block reference, which stands in front of it.
+// That the attribute follows: the block reference, which stands in front of it.
 std::uint32_t referenceOf(const Subject& subject) {
   return subject.drawing().document().records()[subject.record()].sequenceHead;
 }
 
-/// What the reference has for a row that all entities share.
+// What the reference has for a row that all entities share.
 template <DISPID Id>
 std::wstring getOfReference(const Subject& subject) {
   const std::uint32_t reference = referenceOf(subject);

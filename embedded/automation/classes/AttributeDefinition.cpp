@@ -1,10 +1,10 @@
 #include <string>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
 #include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
 #include "embedded/automation/texts/SingleLineText.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {

@@ -1,15 +1,15 @@
 #include <string>
 
-#include "embedded/automation/model/Access.h"
-#include "embedded/automation/texts/AttachedTexts.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/model/Editor.h"
-#include "embedded/automation/geometry/EntityGeometry.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/texts/AttachedTexts.h"
 #include "embedded/database/EnhancedBlocks.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -23,7 +23,7 @@ std::wstring getName(const Subject& subject) {
   return subject.lens().name(2, reference);
 }
 
-/// Of a dynamic block: what the user calls it, not the block that was made for this reference.
+// Of a dynamic block: what the user calls it, not the block that was made for this reference.
 std::wstring getEffectiveName(const Subject& subject) {
   const database::TableEntry* original = database::originalBlock(subject.drawing(), subject.record());
   return original == nullptr ? getName(subject) : original->name;

@@ -1,12 +1,12 @@
 #include <cmath>
 #include <numbers>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/model/Editor.h"
-#include "host/automation/IdValues.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/Editor.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {

@@ -17,7 +17,7 @@ namespace {
 
 using Candidates = std::unordered_map<std::string_view, std::vector<const AutomationClass*>>;
 
-/// By the type of the record; those that take every record of it come last.
+// By the type of the record; those that take every record of it come last.
 Candidates candidatesByType() {
   Candidates found;
   for (const bool picky : {true, false}) {
@@ -33,8 +33,8 @@ Candidates candidatesByType() {
 
 const AutomationClass* findClass(REFCLSID clsid) {
   const auto all = automationClasses();
-  const auto found = std::find_if(all.begin(), all.end(),
-                                  [&](const AutomationClass* kind) { return kind->clsid == clsid; });
+  const auto found =
+      std::find_if(all.begin(), all.end(), [&](const AutomationClass* kind) { return kind->clsid == clsid; });
   return found != all.end() ? *found : nullptr;
 }
 

@@ -1,9 +1,9 @@
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
 #include "embedded/automation/dimensions/DimensionGeometry.h"
 #include "embedded/automation/dimensions/DimensionRows.h"
 #include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {

@@ -2,20 +2,20 @@
 #include <numbers>
 #include <optional>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/dimensions/DimensionGeometry.h"
 #include "embedded/automation/dimensions/DimensionRows.h"
 #include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/Refusal.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
 
 using platform::Category;
 
-/// Of the two measured lines, drawn out, in the plane; nothing for parallel ones.
+// Of the two measured lines, drawn out, in the plane; nothing for parallel ones.
 std::optional<Vector2> crossing(const Subject& subject) {
   const auto flat = [&](int pointCode) {
     const Vector3 point = inDimensionPlane(subject, dimensionPointOf(subject, pointCode));
@@ -29,7 +29,7 @@ std::optional<Vector2> crossing(const Subject& subject) {
   return from + (cross(flat(15) - from, second) / turn) * first;
 }
 
-/// Two lines make four angles, of which two are equal; the one that the arc runs through counts.
+// Two lines make four angles, of which two are equal; the one that the arc runs through counts.
 double getMeasurement(const Subject& subject) {
   const double first =
       directionInPlane(subject, dimensionPointOf(subject, 13), dimensionPointOf(subject, 14));

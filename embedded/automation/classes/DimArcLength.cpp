@@ -1,19 +1,19 @@
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
+#include "embedded/automation/dimensions/DimensionGeometry.h"
 #include "embedded/automation/dimensions/DimensionPicture.h"
+#include "embedded/automation/dimensions/DimensionRows.h"
 #include "embedded/automation/dimensions/DimensionStyle.h"
 #include "embedded/automation/dimensions/DimensionTypes.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/dimensions/DimensionGeometry.h"
-#include "embedded/automation/dimensions/DimensionRows.h"
 #include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
 
 using platform::Category;
 
-/// From one end to the other, along the side that the dimension line is on.
+// From one end to the other, along the side that the dimension line is on.
 double getMeasurement(const Subject& subject) {
   const Vector3 center = dimensionPointOf(subject, 15);
   const Vector3 first = dimensionPointOf(subject, 13);

@@ -1,11 +1,11 @@
 #include <cmath>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
 #include "embedded/automation/dimensions/DimensionGeometry.h"
 #include "embedded/automation/dimensions/DimensionRows.h"
 #include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -14,7 +14,7 @@ using platform::Category;
 
 constexpr std::int64_t alongX = 64;
 
-/// The axes may be turned in the plane; the stored angle leads back.
+// The axes may be turned in the plane; the stored angle leads back.
 double getMeasurement(const Subject& subject) {
   const database::Lens lens = subject.lens();
   const Vector3 arm =

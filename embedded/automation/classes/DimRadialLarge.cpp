@@ -1,13 +1,13 @@
 #include <numbers>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/dimensions/DimensionPicture.h"
-#include "embedded/automation/dimensions/DimensionStyle.h"
-#include "host/automation/IdValues.h"
 #include "embedded/automation/dimensions/DimensionGeometry.h"
+#include "embedded/automation/dimensions/DimensionPicture.h"
 #include "embedded/automation/dimensions/DimensionRows.h"
+#include "embedded/automation/dimensions/DimensionStyle.h"
 #include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {

@@ -1,18 +1,18 @@
 #include <cmath>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
 #include "embedded/automation/dimensions/DimensionGeometry.h"
 #include "embedded/automation/dimensions/DimensionRows.h"
 #include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
 
 using platform::Category;
 
-/// Along the direction of the dimension line, which lies in the plane.
+// Along the direction of the dimension line, which lies in the plane.
 double getMeasurement(const Subject& subject) {
   const Vector3 between =
       inDimensionPlane(subject, dimensionPointOf(subject, 14) - dimensionPointOf(subject, 13));

@@ -1,15 +1,15 @@
 #include <cmath>
 #include <numbers>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/model/Editor.h"
-#include "embedded/automation/geometry/EntityGeometry.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/automation/geometry/EllipticalArc.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/Refusal.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -35,7 +35,7 @@ Vector3 minorOf(const database::Lens& lens) {
 
 constexpr int startCode = 41;
 constexpr int endCode = 42;
-/// What programs take for an ellipse at all.
+// What programs take for an ellipse at all.
 constexpr double smallestRatio = 1e-6;
 
 double startOf(const database::Lens& lens) {
@@ -73,7 +73,7 @@ void putRatio(const Subject& subject, const double& ratio) {
   if (ratioOf(subject.lens()) != ratio) Editor(subject).real(40, ellipse, ratio);
 }
 
-/// The minor radius stays what it is.
+// The minor radius stays what it is.
 void putMajorRadius(const Subject& subject, const double& radius) {
   const database::Lens lens = subject.lens();
   const Vector3 major = majorOf(lens);
@@ -91,7 +91,7 @@ void putMinorRadius(const Subject& subject, const double& radius) {
   if (getMinorRadius(subject) != radius) putRatio(subject, radius / major);
 }
 
-/// Of one end; of two that coincide readers make nothing, or a full ellipse, which one that is full already stays.
+// Of one end; of two that coincide readers make nothing, or a full ellipse, which one that is full already stays.
 template <int Code>
 void putParameter(const Subject& subject, const double& parameter) {
   const database::Lens lens = subject.lens();

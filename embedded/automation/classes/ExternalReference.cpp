@@ -1,11 +1,11 @@
 #include <cstdint>
 #include <string>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
 #include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
 #include "embedded/database/EnhancedBlocks.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -16,7 +16,7 @@ constexpr const char* reference = "*";
 constexpr std::int64_t externalFlag = 4;
 constexpr std::int64_t overlaidFlag = 8;
 
-/// Of the block's head, where the flags and the path stand.
+// Of the block's head, where the flags and the path stand.
 const database::TableEntry* definitionOf(const database::Drawing& drawing, std::uint32_t record) {
   const database::TableEntry* const block = database::referredBlock(drawing, record);
   return block != nullptr && block->definition != dxf::none ? block : nullptr;

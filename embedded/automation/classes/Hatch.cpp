@@ -2,21 +2,21 @@
 #include <numbers>
 #include <string>
 
-#include "embedded/automation/model/Access.h"
+#include "dxf/Numbers.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/objects/ColorObject.h"
-#include "embedded/automation/model/Editor.h"
-#include "embedded/automation/geometry/EntityGeometry.h"
-#include "embedded/automation/model/GradientNames.h"
-#include "embedded/automation/hatches/HatchBoundary.h"
-#include "embedded/automation/hatches/HatchPattern.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/hatches/HatchBoundary.h"
+#include "embedded/automation/hatches/HatchPattern.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/GradientNames.h"
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/objects/ColorObject.h"
 #include "embedded/database/Colors.h"
 #include "embedded/database/NameFolding.h"
-#include "dxf/Numbers.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -57,7 +57,7 @@ std::wstring getPatternName(const Subject& subject) {
   return subject.lens().name(2, hatch);
 }
 
-/// Distance of the lines of the first family, which a pattern of plain lines has only one or two equal ones of.
+// Distance of the lines of the first family, which a pattern of plain lines has only one or two equal ones of.
 double getSpacing(const Subject& subject) {
   const database::Lens lens = subject.lens();
   if (!lens.has(45, hatch)) return lens.real(41, hatch, 1);
@@ -66,7 +66,7 @@ double getSpacing(const Subject& subject) {
       cross(Vector2{std::cos(along), std::sin(along)}, {lens.real(45, hatch, 0), lens.real(46, hatch, 0)}));
 }
 
-/// A pattern of the ISO family is scaled to the pen that it is drawn for.
+// A pattern of the ISO family is scaled to the pen that it is drawn for.
 std::int32_t getIsoPenWidth(const Subject& subject) {
   constexpr std::int32_t notIso = -1;
   const database::Lens lens = subject.lens();
@@ -78,7 +78,7 @@ std::int32_t getIsoPenWidth(const Subject& subject) {
   return notIso;
 }
 
-/// Only the height over the origin is stored in this point.
+// Only the height over the origin is stored in this point.
 double getElevation(const Subject& subject) {
   return subject.lens().point(10, hatch)[2];
 }
@@ -141,7 +141,7 @@ void putAngle(const Subject& subject, const double& angle) {
   changePatternLines(subject, {origin.x, origin.y}, after - before, 1);
 }
 
-/// 41 is the scale of a pattern, and the spacing of plain lines.
+// 41 is the scale of a pattern, and the spacing of plain lines.
 void putSize(const Subject& subject, double before, double after) {
   if (before == after) return;
   if (!(before > 0)) throw Refusal(E_FAIL, L"The size that the lines of the pattern have now is not known.");
@@ -160,7 +160,7 @@ void putSpacing(const Subject& subject, const double& spacing) {
   putSize(subject, getSpacing(subject), spacing);
 }
 
-/// The first point of a hatch; those behind it belong to the boundary and to the places that it was made from.
+// The first point of a hatch; those behind it belong to the boundary and to the places that it was made from.
 void putElevation(const Subject& subject, const double& elevation) {
   if (getElevation(subject) == elevation) return;
   if (subject.lens().integer(71, hatch, 0) != 0) {
@@ -189,7 +189,7 @@ std::wstring getGradientName(const Subject& subject) {
   return subject.lens().name(470, hatch);
 }
 
-/// Stored with the place of each colour (463) in front of it.
+// Stored with the place of each color (463) in front of it.
 OwnedDispatch getGradientColor(const Subject& subject, std::size_t number) {
   const database::Lens lens = subject.lens();
   std::size_t seen = 0;

@@ -1,12 +1,12 @@
 #include <cmath>
 #include <vector>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
+#include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
 #include "embedded/automation/polylines/PolylineShape.h"
 #include "embedded/automation/polylines/VertexEditor.h"
-#include "embedded/automation/entities/General.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -15,7 +15,7 @@ using platform::Category;
 
 constexpr const char* polyline = "AcDbPolyline";
 
-/// The coordinates of all vertices in the plane of the polyline, x and y in turn.
+// The coordinates of all vertices in the plane of the polyline, x and y in turn.
 std::vector<double> getVertices(const Subject& subject) {
   std::vector<double> coordinates;
   for (const PolylineVertex& vertex : polylineShape(subject).vertices) {
@@ -25,7 +25,7 @@ std::vector<double> getVertices(const Subject& subject) {
   return coordinates;
 }
 
-/// Three numbers come as a point, and are no vertices.
+// Three numbers come as a point, and are no vertices.
 void putVertices(const Subject& subject, const std::vector<double>& coordinates) {
   putVertexPlaces(subject, coordinates);
 }

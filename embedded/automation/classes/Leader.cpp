@@ -1,15 +1,15 @@
 #include <cstdint>
 #include <vector>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/dimensions/DimensionStyle.h"
 #include "embedded/automation/dimensions/DimensionTypes.h"
-#include "embedded/automation/model/Editor.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/model/PointList.h"
 #include "embedded/automation/dimensions/StyleProperties.h"
 #include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/PointList.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -18,7 +18,7 @@ using platform::Category;
 
 constexpr const char* leader = "AcDbLeader";
 
-/// Two flags make four members.
+// Two flags make four members.
 std::int32_t getType(const Subject& subject) {
   const database::Lens lens = subject.lens();
   const bool isSpline = lens.integer(72, leader, 0) == 1;
@@ -38,7 +38,7 @@ std::int32_t getAnnotation(const Subject& subject) {
   return static_cast<std::int32_t>(stored >= 0 && stored <= nothing ? stored : nothing);
 }
 
-/// The place of a text is stored with the text.
+// The place of a text is stored with the text.
 const wchar_t* leadsToText(const Subject& subject, const PropertyRow&) {
   return leaderLeadsToText(subject) ? L"The text that the leader leads to would have to move." : nullptr;
 }

@@ -1,11 +1,11 @@
 #include <cmath>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/geometry/EntityGeometry.h"
-#include "host/automation/IdValues.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/model/Access.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {

@@ -2,17 +2,17 @@
 #include <string>
 #include <vector>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/objects/ColorObject.h"
 #include "embedded/automation/dimensions/DimensionStyle.h"
 #include "embedded/automation/dimensions/DimensionTypes.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/leaders/MultileaderRecord.h"
-#include "embedded/automation/model/NamedObjects.h"
-#include "embedded/automation/model/PointList.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/leaders/MultileaderRecord.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/NamedObjects.h"
+#include "embedded/automation/model/PointList.h"
+#include "embedded/automation/objects/ColorObject.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {

@@ -2,11 +2,11 @@
 #include <string>
 #include <vector>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/model/PointList.h"
 #include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/PointList.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {

@@ -2,16 +2,16 @@
 #include <string>
 #include <vector>
 
-#include "embedded/automation/model/Access.h"
+#include "dxf/Numbers.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/model/Editor.h"
-#include "embedded/automation/geometry/EntityGeometry.h"
-#include "embedded/automation/model/Followers.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
-#include "dxf/Numbers.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/Followers.h"
+#include "embedded/automation/model/Refusal.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -20,8 +20,8 @@ using platform::Category;
 
 constexpr const char* mtext = "AcDbMText";
 
-/// Long texts stand in pieces of 250 bytes under 3, the last one under 1. A piece may end within a character, so they
-/// are decoded together.
+// Long texts stand in pieces of 250 bytes under 3, the last one under 1. A piece may end within a character, so they
+// are decoded together.
 std::wstring getTextString(const Subject& subject) {
   const database::Lens lens = subject.lens();
   std::string pieces;
@@ -55,7 +55,7 @@ std::int32_t getLineSpaceStyle(const Subject& subject) {
   return memberOr(subject, 73, types::lineSpacingStyle, 1);
 }
 
-/// Either an angle (50) or the direction of the text (11) is stored; of both the later one counts.
+// Either an angle (50) or the direction of the text (11) is stored; of both the later one counts.
 double getRotation(const Subject& subject) {
   const database::Lens lens = subject.lens();
   const std::optional<std::size_t> angle = lens.find(50, mtext);
@@ -67,7 +67,7 @@ double getRotation(const Subject& subject) {
   return normalizedAngle(radians(lens.real(50, mtext, 0)));
 }
 
-/// From base line to base line, which is five thirds of the height at a factor of 1.
+// From base line to base line, which is five thirds of the height at a factor of 1.
 double getLineSpaceDistance(const Subject& subject) {
   const database::Lens lens = subject.lens();
   return lens.real(44, mtext, 1) * lens.real(40, mtext, 0) * 5 / 3;
@@ -81,7 +81,7 @@ bool getBackgroundFill(const Subject& subject) {
 
 // --- writing ---
 
-/// As a palette may give it: with line ends and tabs, which have codes of their own in the wording.
+// As a palette may give it: with line ends and tabs, which have codes of their own in the wording.
 std::wstring codedWording(const std::wstring& given) {
   std::wstring coded;
   for (std::size_t i = 0; i < given.size(); ++i) {
@@ -97,7 +97,7 @@ std::wstring codedWording(const std::wstring& given) {
   return coded;
 }
 
-/// In the drawing's encoding, cut between characters.
+// In the drawing's encoding, cut between characters.
 std::vector<std::string> piecesOf(const std::wstring& wording, const dxf::Document& document) {
   constexpr std::size_t longest = 250;
   std::vector<std::string> pieces(1);
@@ -143,7 +143,7 @@ void putMember(const Subject& subject, const std::int32_t& member) {
   Editor(subject).integer(Code, mtext, member, 1);
 }
 
-/// Drawings from AC1032 on store place and direction a second time, with the columns of the text.
+// Drawings from AC1032 on store place and direction a second time, with the columns of the text.
 void putInColumns(const Subject& subject, int code, const Vector3& value) {
   const auto columns = subject.lens().view().embeddedObject();
   if (!columns) return;

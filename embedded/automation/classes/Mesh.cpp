@@ -4,12 +4,12 @@
 #include <utility>
 #include <vector>
 
-#include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/model/PointList.h"
-#include "embedded/automation/entities/General.h"
 #include "dxf/Numbers.h"
+#include "embedded/automation/classes/ClassDirectory.h"
+#include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/PointList.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -28,8 +28,8 @@ std::int32_t getVertexCount(const Subject& subject) {
 
 using Face = std::vector<std::int64_t>;
 
-/// One list holds all faces: how many corners a face has, then which vertices these are. A last face that is cut off
-/// is none, as is one without corners.
+// One list holds all faces: how many corners a face has, then which vertices these are. A last face that is cut off
+// is none, as is one without corners.
 std::vector<Face> facesOf(const Subject& subject) {
   constexpr int sizeOfList = 93;
   constexpr int endOfList = 94;
@@ -59,7 +59,7 @@ std::int32_t getFaceCount(const Subject& subject) {
   return static_cast<std::int32_t>(facesOf(subject).size());
 }
 
-/// Every edge lies between two faces, and these run along it in opposite directions.
+// Every edge lies between two faces, and these run along it in opposite directions.
 bool getIsClosed(const Subject& subject) {
   std::map<std::pair<std::int64_t, std::int64_t>, int> edges;
   for (const Face& face : facesOf(subject)) {

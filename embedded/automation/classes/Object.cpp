@@ -1,6 +1,6 @@
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
 #include "embedded/automation/entities/General.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 

@@ -2,14 +2,14 @@
 #include <optional>
 #include <string>
 
-#include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/model/Editor.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/model/Refusal.h"
-#include "embedded/automation/entities/General.h"
-#include "embedded/database/Entity.h"
 #include "dxf/Numbers.h"
+#include "embedded/automation/classes/ClassDirectory.h"
+#include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/database/Entity.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -20,7 +20,7 @@ constexpr const char* viewport = "AcDbViewport";
 constexpr std::int64_t lockedFlag = 0x4000;
 constexpr std::int64_t offFlag = 0x20000;
 
-/// Old drawings know the number of the window only, which is 0 or less for one that is off.
+// Old drawings know the number of the window only, which is 0 or less for one that is off.
 bool getOn(const Subject& subject) {
   const database::Lens lens = subject.lens();
   if (lens.has(90, viewport)) return (lens.integer(90, viewport, 0) & offFlag) == 0;
@@ -31,7 +31,7 @@ bool getClipped(const Subject& subject) {
   return subject.lens().handle(340, viewport) != 0;
 }
 
-/// Old drawings keep it in extended data: the second number of a list.
+// Old drawings keep it in extended data: the second number of a list.
 double getViewHeight(const Subject& subject) {
   constexpr int numberCode = 1040;
   const database::Lens lens = subject.lens();
@@ -50,7 +50,7 @@ void putViewHeight(const Subject& subject, const double& height) {
   if (getViewHeight(subject) != height) Editor(subject).real(45, viewport, height);
 }
 
-/// Paper over model.
+// Paper over model.
 double getCustomScale(const Subject& subject) {
   const double seen = getViewHeight(subject);
   if (!(seen > 0)) throw Refusal(E_FAIL, L"The drawing does not tell how much the viewport shows.");

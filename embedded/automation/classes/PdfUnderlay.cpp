@@ -2,13 +2,13 @@
 #include <cstdint>
 #include <string>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
+#include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Editor.h"
-#include "host/automation/IdValues.h"
 #include "embedded/automation/model/NamedObjects.h"
 #include "embedded/automation/model/Refusal.h"
-#include "embedded/automation/entities/General.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -39,7 +39,7 @@ std::wstring getSheet(const Subject& subject) {
   return ofDefinition(subject, 2);
 }
 
-/// A percentage that stays within bounds, also where a drawing goes beyond.
+// A percentage that stays within bounds, also where a drawing goes beyond.
 template <int Code, std::int32_t Least, std::int32_t Most, std::int32_t Otherwise>
 std::int32_t getBounded(const Subject& subject) {
   return static_cast<std::int32_t>(

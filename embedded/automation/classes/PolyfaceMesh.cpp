@@ -1,10 +1,10 @@
 #include <cstdint>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
+#include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
 #include "embedded/automation/polylines/HeavyVertexEditor.h"
 #include "host/automation/IdValues.h"
-#include "embedded/automation/entities/General.h"
 
 namespace velt::automation {
 namespace {

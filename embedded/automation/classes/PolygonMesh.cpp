@@ -1,10 +1,10 @@
 #include <cstdint>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
+#include "embedded/automation/entities/General.h"
+#include "embedded/automation/model/Access.h"
 #include "embedded/automation/polylines/HeavyVertexEditor.h"
 #include "host/automation/IdValues.h"
-#include "embedded/automation/entities/General.h"
 
 namespace velt::automation {
 namespace {
@@ -19,7 +19,7 @@ bool isMesh(const database::Drawing& drawing, std::uint32_t record) {
   return (database::Lens(drawing, record).integer(70, "*", 0) & (polygonMesh | polyfaceMesh)) == polygonMesh;
 }
 
-/// The kind of the curve counts only while the flag says that there is one.
+// The kind of the curve counts only while the flag says that there is one.
 std::int32_t getFitSmooth(const Subject& subject) {
   constexpr std::int64_t splineFit = 4;
   const std::int64_t flags = subject.lens().integer(70, mesh, 0);

@@ -2,14 +2,14 @@
 #include <cstdint>
 #include <vector>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/geometry/EntityGeometry.h"
-#include "embedded/automation/polylines/HeavyVertexEditor.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/BulgePath.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/polylines/HeavyVertexEditor.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -18,13 +18,13 @@ using platform::Category;
 
 constexpr const char* polyline = "AcDb2dPolyline";
 
-/// Whatever none of the other kinds takes.
+// Whatever none of the other kinds takes.
 bool isFlat(const database::Drawing& drawing, std::uint32_t record) {
   constexpr std::int64_t otherKinds = 8 | 16 | 64;
   return (database::Lens(drawing, record).integer(70, "*", 0) & otherKinds) == 0;
 }
 
-/// The coordinates of all vertices in the plane of the polyline, x and y in turn.
+// The coordinates of all vertices in the plane of the polyline, x and y in turn.
 std::vector<double> getVertices(const Subject& subject) {
   std::vector<double> coordinates;
   for (const Vector3& place : heavyPolyline(subject).places)
@@ -53,7 +53,7 @@ void putVertexElement(const Subject& subject, const PropertyRow&, std::size_t el
   putHeavyVertexPart(subject, element / 4, parts[element % 4], value);
 }
 
-/// Three numbers come as a point, and are no vertices.
+// Three numbers come as a point, and are no vertices.
 void putVertices(const Subject& subject, const std::vector<double>& coordinates) {
   putHeavyVertexPlaces(subject, 2, coordinates);
 }
@@ -114,7 +114,7 @@ double getLength(const Subject& subject) {
   return pathLength(pathOf(shape), shape.closed);
 }
 
-/// The kind of the curve counts only while the flag says that there is one.
+// The kind of the curve counts only while the flag says that there is one.
 std::int32_t getFitSmooth(const Subject& subject) {
   constexpr std::int64_t splineFit = 4;
   const std::int64_t flags = subject.lens().integer(70, polyline, 0);

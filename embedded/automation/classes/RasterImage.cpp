@@ -2,14 +2,14 @@
 #include <cstdint>
 #include <string>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/model/Editor.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/model/NamedObjects.h"
-#include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/images/PixelFrame.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/NamedObjects.h"
+#include "embedded/automation/model/Refusal.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {

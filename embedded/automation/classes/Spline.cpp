@@ -4,14 +4,14 @@
 #include <optional>
 #include <vector>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
+#include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
-#include "host/automation/IdValues.h"
+#include "embedded/automation/geometry/Spline.h"
+#include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/PointList.h"
 #include "embedded/automation/model/Refusal.h"
-#include "embedded/automation/entities/General.h"
-#include "embedded/automation/geometry/Spline.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -41,7 +41,7 @@ std::int32_t getFitPointCount(const Subject& subject) {
 
 // --- the curve ---
 
-/// In the plane that it lies in and, as a curve over the same parameters, above it.
+// In the plane that it lies in and, as a curve over the same parameters, above it.
 struct Curve {
   automation::Spline flat;
   automation::Spline height;
@@ -73,7 +73,7 @@ double speedAt(const Curve& curve, double parameter) {
   return std::hypot(flat.x, flat.y, curve.height.derivativeAt(parameter).x);
 }
 
-/// Gauss and Legendre's rule with five points.
+// Gauss and Legendre's rule with five points.
 double lengthBetween(const Curve& curve, double from, double to) {
   constexpr double positions[] = {-0.9061798459386640, -0.5384693101056831, 0, 0.5384693101056831,
                                   0.9061798459386640};
@@ -85,7 +85,7 @@ double lengthBetween(const Curve& curve, double from, double to) {
   return total * (to - from) / 2;
 }
 
-/// Halved until the halves agree with the whole.
+// Halved until the halves agree with the whole.
 double refinedLength(const Curve& curve, double from, double to, double whole, int depth) {
   const double middle = (from + to) / 2;
   const double first = lengthBetween(curve, from, middle);

@@ -3,12 +3,12 @@
 #include <string>
 #include <vector>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/geometry/EntityGeometry.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/model/NamedObjects.h"
 #include "embedded/automation/entities/General.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/NamedObjects.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {

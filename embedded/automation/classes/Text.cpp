@@ -2,17 +2,17 @@
 #include <cmath>
 #include <string>
 
-#include "embedded/automation/model/Access.h"
-#include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/model/Editor.h"
-#include "embedded/automation/geometry/EntityGeometry.h"
-#include "embedded/automation/model/Followers.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/model/Refusal.h"
-#include "embedded/automation/entities/General.h"
-#include "embedded/automation/texts/SingleLineText.h"
-#include "embedded/automation/geometry/Angle.h"
 #include "dxf/Numbers.h"
+#include "embedded/automation/classes/ClassDirectory.h"
+#include "embedded/automation/entities/General.h"
+#include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/Followers.h"
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/texts/SingleLineText.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -25,11 +25,11 @@ std::wstring getStyle(const Subject& subject) {
   return subject.lens().name(7, text, L"Standard");
 }
 
-/// The drawing stores across and up apart; the members of the enumeration name each pair of them.
+// The drawing stores across and up apart; the members of the enumeration name each pair of them.
 constexpr std::int32_t firstOfRow[] = {0, 12, 9,
                                        6};  // by what is stored for up: baseline, bottom, middle, top
 
-/// Attributes have it under another code, behind a marker of their own.
+// Attributes have it under another code, behind a marker of their own.
 bool isAttribute(const database::Lens& lens) {
   return lens.type() != "TEXT";
 }
@@ -75,14 +75,14 @@ Vector3 secondPoint(const Subject& subject) {
   return pointAt(subject.lens(), 11, text);
 }
 
-/// In the plane of the text.
+// In the plane of the text.
 Vector3 turned(const Vector3& arm, double angle) {
   const double cosine = std::cos(angle);
   const double sine = std::sin(angle);
   return {arm.x * cosine - arm.y * sine, arm.x * sine + arm.y * cosine, arm.z};
 }
 
-/// Puts one of the points; a text that has both moves as a whole.
+// Puts one of the points; a text that has both moves as a whole.
 template <int Code>
 void putPoint(const Subject& subject, const Vector3& place) {
   constexpr int otherCode = Code == 10 ? 11 : 10;
@@ -118,7 +118,7 @@ void putRotation(const Subject& subject, const double& angle) {
   }
 }
 
-/// The first point moves as the letters grow along the base line and across it.
+// The first point moves as the letters grow along the base line and across it.
 void scaleFirstPoint(const Subject& subject, double along, double across) {
   if (getJustify(subject) == left || !std::isfinite(along) || !std::isfinite(across)) return;
   const double angle = radians(subject.lens().real(50, text, 0));
@@ -167,7 +167,7 @@ void putStyle(const Subject& subject, const std::wstring& name) {
   Editor(subject).name(7, text, *style);
 }
 
-/// Stands behind the second of the two markers of the same name, where there are two.
+// Stands behind the second of the two markers of the same name, where there are two.
 void putUp(const Subject& subject, std::int64_t up) {
   if (isAttribute(subject.lens())) {
     const bool isValue = subject.lens().type() == "ATTRIB";
@@ -191,7 +191,7 @@ void putUp(const Subject& subject, std::int64_t up) {
   });
 }
 
-/// The point that the text hangs on stays where it is, and the text moves around it.
+// The point that the text hangs on stays where it is, and the text moves around it.
 void putJustify(const Subject& subject, const std::int32_t& justification) {
   const std::int32_t before = getJustify(subject);
   if (before == justification) return;

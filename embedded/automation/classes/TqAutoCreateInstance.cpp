@@ -1,7 +1,7 @@
 #include "host/automation/TqAutoCreateInstance.h"
 
-#include "embedded/automation/model/Guard.h"
 #include "embedded/automation/hatches/HatchObject.h"
+#include "embedded/automation/model/Guard.h"
 
 namespace velt::automation {
 namespace {

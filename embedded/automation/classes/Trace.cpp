@@ -1,7 +1,7 @@
-#include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
 #include "embedded/automation/areas/FilledArea.h"
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/entities/General.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {

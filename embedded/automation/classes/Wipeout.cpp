@@ -1,11 +1,11 @@
 #include <vector>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
-#include "embedded/automation/model/PointList.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/images/PixelFrame.h"
+#include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/PointList.h"
+#include "host/automation/IdValues.h"
 
 namespace velt::automation {
 namespace {
@@ -14,7 +14,7 @@ using platform::Category;
 
 constexpr const char* image = "AcDbWipeout";
 
-/// Corners of the boundary in the world; stored against the middle of the first pixel, downwards.
+// Corners of the boundary in the world; stored against the middle of the first pixel, downwards.
 std::vector<Vector3> getVertices(const Subject& subject) {
   const Vector3 size = sizeInPixels(subject);
   const Vector3 origin = pointAt(subject.lens(), 10, image);

@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <vector>
 
-#include "embedded/automation/model/Editor.h"
 #include "embedded/automation/dimensions/PictureParts.h"
-#include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/dimensions/StyleProperties.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/Refusal.h"
 #include "embedded/database/Colors.h"
 
 namespace velt::automation {
@@ -16,7 +16,7 @@ namespace {
 constexpr const wchar_t* wouldStay =
     L"The drawing stores how the dimension looks, which would stay what it is.";
 
-/// Kept for the dimension that was asked last, since a palette asks one entity for all its rows.
+// Kept for the dimension that was asked last, since a palette asks one entity for all its rows.
 bool isDrawn(const Subject& dimension) {
   struct Last {
     VkDbObjectId id{};
@@ -38,7 +38,7 @@ const wchar_t* drawnIf(bool isDrawn) {
   return isDrawn ? wouldStay : nullptr;
 }
 
-/// The own text of a dimension may ask for them, too.
+// The own text of a dimension may ask for them, too.
 bool showsAlternateUnits(const Subject& dimension) {
   return DimensionStyle(dimension).integer(170, 0) != 0
          || dimension.lens().text(1, "AcDbDimension").find(L"[]") != std::wstring::npos;
@@ -96,7 +96,7 @@ bool isInEffect(const Subject& dimension, const PropertyRow& row, const Value& v
   return valueAs<std::int32_t>(row.access.get(dimension, row)) == valueAs<std::int32_t>(value);
 }
 
-/// None where there is no picture.
+// None where there is no picture.
 PictureLines linesToFollow(const Subject& dimension) {
   return hasPicture(dimension) ? linesOfPicture(dimension) : PictureLines();
 }

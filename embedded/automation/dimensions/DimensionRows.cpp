@@ -2,13 +2,13 @@
 
 #include <string>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/dimensions/DimensionPicture.h"
 #include "embedded/automation/dimensions/DimensionStyle.h"
 #include "embedded/automation/dimensions/DimensionTypes.h"
+#include "embedded/automation/dimensions/StyleProperties.h"
+#include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Followers.h"
-#include "embedded/automation/dimensions/StyleProperties.h"
 
 namespace velt::automation {
 namespace {

@@ -5,11 +5,11 @@
 #include <cwctype>
 #include <limits>
 
+#include "dxf/Numbers.h"
+#include "embedded/automation/dimensions/StyleEditor.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Refusal.h"
-#include "embedded/automation/dimensions/StyleEditor.h"
 #include "embedded/database/NameFolding.h"
-#include "dxf/Numbers.h"
 
 namespace velt::automation {
 namespace {
@@ -37,7 +37,7 @@ void requireColorIndex(std::int32_t index) {
 
 }  // namespace
 
-/// The data of the application may hold other lists beside this one.
+// The data of the application may hold other lists beside this one.
 std::optional<Overrides> findOverrides(const database::Lens& entity) {
   constexpr int textCode = 1000;
   constexpr int braceCode = 1002;

@@ -1,3 +1,5 @@
+#pragma once
+
 // The variables of a dimension style, as one dimension, leader or tolerance has them.
 //
 // An entity names its style, and may carry variables of its own in its extended data, which count more. What neither has
@@ -5,7 +7,6 @@
 // A variable that is written becomes one of the entity's own; the style stays what it is for all others.
 //
 // Ownership: none; an edit of the drawing makes it useless.
-#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -21,16 +22,16 @@ class DimensionStyle {
  public:
   explicit DimensionStyle(const Subject& subject);
 
-  /// "Standard" when the entity names none.
+  // "Standard" when the entity names none.
   [[nodiscard]] std::wstring name() const;
   [[nodiscard]] double real(int code, double otherwise) const;
-  /// Whatever the entity overrides.
+  // Whatever the entity overrides.
   [[nodiscard]] double realOfStyle(int code, double otherwise) const;
   [[nodiscard]] std::int64_t integer(int code, std::int64_t otherwise) const;
   [[nodiscard]] std::wstring text(int code) const;
-  /// The name that the table has for the entry whose handle the variable is; empty for none.
+  // The name that the table has for the entry whose handle the variable is; empty for none.
   [[nodiscard]] std::wstring entryName(int code, const database::Table& table) const;
-  /// Empty for the usual arrowhead. Old drawings have names where others have handles; both codes are asked.
+  // Empty for the usual arrowhead. Old drawings have names where others have handles; both codes are asked.
   [[nodiscard]] std::wstring blockName(int handleCode, int nameCode) const;
   [[nodiscard]] bool has(int code) const { return value(code).has_value(); }
 
@@ -42,23 +43,25 @@ class DimensionStyle {
   std::optional<database::Lens> style_;
 };
 
-/// A member of types::arrowhead for the name of a block.
+// A member of types::arrowhead for the name of a block.
 [[nodiscard]] std::int32_t arrowheadOfBlock(std::wstring_view name);
 
-/// The drawing's block for a member of types::arrowhead; null when it has none. Not for the usual one, which needs none,
-/// and not for one of the user's.
+// The drawing's block for a member of types::arrowhead; null when it has none. Not for the usual one, which needs none,
+// and not for one of the user's.
 [[nodiscard]] const database::TableEntry* blockOfArrowhead(const database::Drawing& drawing,
                                                            std::int32_t arrowhead);
 
-/// By which variables and others refer to the entry. Throws Refusal for one that the drawing gives no handle.
+// By which variables and others refer to the entry. Throws Refusal for one that the drawing gives no handle.
 [[nodiscard]] std::uint64_t handleOfEntry(const database::Drawing& drawing,
                                           const database::TableEntry& entry);
 
-/// Where the overrides of an entity stand in its view: codes of variables and values in turn.
+// Where the overrides of an entity stand in its view: codes of variables and values in turn.
 struct Overrides {
   std::size_t begin = 0;
-  std::size_t end = 0;   ///< of what can be read as such
-  bool isWhole = false;  ///< the list is closed there
+  // Of what can be read as such.
+  std::size_t end = 0;
+  // The list is closed there.
+  bool isWhole = false;
 };
 
 inline constexpr std::string_view overridesApplication = "ACAD";
@@ -66,7 +69,7 @@ inline constexpr std::string_view overridesList = "DSTYLE";
 
 [[nodiscard]] std::optional<Overrides> findOverrides(const database::Lens& entity);
 
-/// The version of the first format that knows the variable; empty for one that all know.
+// The version of the first format that knows the variable; empty for one that all know.
 constexpr const char* firstFormatOf(int variable) {
   switch (variable) {
     // clang-format off
@@ -103,7 +106,7 @@ void putStyleLinetype(const Subject&, const PropertyRow&, const Value&);
 
 }  // namespace access
 
-/// The subclass of the records that hold the variables.
+// The subclass of the records that hold the variables.
 inline constexpr const char* dimensionStyleSubclass = "AcDbDimStyleTableRecord";
 
 using Getter = Value (*)(const Subject&, const PropertyRow&);
@@ -114,11 +117,11 @@ constexpr Access styleVariable(int code, double otherwise, Getter get, Putter pu
   return {AccessKind::StyleVariable, code, dimensionStyleSubclass, otherwise, mask, Limit::None, get, put, nullptr, firstFormatOf(code)};
 }
 constexpr Access styleReal(int code, double otherwise) { return styleVariable(code, otherwise, access::getStyleReal, access::putStyleReal); }
-/// The index of a colour, by block if it is missing.
+// The index of a color, by block if it is missing.
 constexpr Access styleColor(int code) { return styleVariable(code, 0, access::getStyleInteger, access::putStyleColor); }
 constexpr Access styleFlag(int code, bool otherwise) { return styleVariable(code, otherwise ? 1 : 0, access::getStyleFlag, access::putStyleFlag); }
 constexpr Access styleBit(int code, std::int32_t mask) { return styleVariable(code, 0, access::getStyleBit, access::putStyleBit, mask); }
-/// Of the row's enumeration; what is none of its members counts as missing.
+// Of the row's enumeration; what is none of its members counts as missing.
 constexpr Access styleMember(int code, std::int32_t otherwise) { return styleVariable(code, otherwise, access::getStyleMember, access::putStyleMember); }
 constexpr Access styleLinetype(int code) { return styleVariable(code, 0, access::getStyleLinetype, access::putStyleLinetype); }
 // clang-format on

@@ -1,5 +1,6 @@
-// The user-defined types that only dimensions, leaders and tolerances use.
 #pragma once
+
+// The user-defined types that only dimensions, leaders and tolerances use.
 
 #include "embedded/automation/model/UserTypes.h"
 

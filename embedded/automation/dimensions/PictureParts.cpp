@@ -9,9 +9,9 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/automation/dimensions/StyleProperties.h"
 #include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/database/NameFolding.h"
 
 namespace velt::automation {
@@ -42,7 +42,7 @@ const database::TableEntry* pictureOf(const Subject& dimension) {
   return blockNamed(dimension.drawing(), dimension.lens().name(2, dimensionSubclass));
 }
 
-/// Without its end.
+// Without its end.
 std::vector<std::uint32_t> membersOf(const database::Drawing& drawing, const database::TableEntry& block) {
   const dxf::PairRange range = drawing.document().membersOf(block.definition);
   std::vector<std::uint32_t> records;
@@ -53,15 +53,15 @@ std::vector<std::uint32_t> membersOf(const database::Drawing& drawing, const dat
   return records;
 }
 
-/// The block that a block reference shows.
+// The block that a block reference shows.
 std::wstring blockNameOf(const database::Drawing& drawing, std::uint32_t record) {
   return database::Lens(drawing, record).name(2, dxf::anySubclass);
 }
 
 // --- who shows a block ---
 
-/// How often each block is shown, by its folded name. Nobody changes what an entity shows once the drawing is read, so one
-/// count serves as long as the drawing is open: its first entity tells it from all others.
+// How often each block is shown, by its folded name. Nobody changes what an entity shows once the drawing is read, so one
+// count serves as long as the drawing is open: its first entity tells it from all others.
 const std::unordered_map<std::wstring, unsigned>& referencesOf(const database::Drawing& drawing) {
   struct Counts {
     VkDbObjectId first;
@@ -89,7 +89,7 @@ bool isShared(const Subject& dimension, const database::TableEntry& picture) {
 
 // --- texts ---
 
-/// Arrowheads are such blocks. Blocks within them are not looked into.
+// Arrowheads are such blocks. Blocks within them are not looked into.
 bool showsNoText(const database::Drawing& drawing, std::uint32_t reference) {
   const database::TableEntry* const block = blockNamed(drawing, blockNameOf(drawing, reference));
   if (block == nullptr || drawing.members(reference).count > 0) return false;
@@ -98,7 +98,7 @@ bool showsNoText(const database::Drawing& drawing, std::uint32_t reference) {
                      [&](std::uint32_t record) { return hasNoText(drawing.view(record).type()); });
 }
 
-/// A code in the wording that colours what follows it. One behind a backslash that is meant as such counts, too.
+// A code in the wording that colors what follows it. One behind a backslash that is meant as such counts, too.
 bool hasOwnColors(const database::Lens& text) {
   constexpr int restCode = 3;
   std::wstring wording;
@@ -110,7 +110,7 @@ bool hasOwnColors(const database::Lens& text) {
 
 // --- lines ---
 
-/// A dimension between two points, as seen from above: across it run the extension lines, along it the dimension line.
+// A dimension between two points, as seen from above: across it run the extension lines, along it the dimension line.
 struct Frame {
   Vector2 along;
   std::array<Vector2, 2> measured;
@@ -127,7 +127,7 @@ struct Frame {
     return (isOnExtensionLine(one, 0) && isOnExtensionLine(other, 0))
            || (isOnExtensionLine(one, 1) && isOnExtensionLine(other, 1));
   }
-  /// Where an arrowhead has its tip.
+  // Where an arrowhead has its tip.
   [[nodiscard]] bool isEnd(const Vector2& point) const {
     return isOnDimensionLine(point) && (isOnExtensionLine(point, 0) || isOnExtensionLine(point, 1));
   }
@@ -141,8 +141,8 @@ bool isFlat(const database::Lens& lens) {
   return normalOf(lens, dxf::anySubclass) == Vector3{0, 0, 1};
 }
 
-/// Nothing for a dimension of another kind, in another plane, or with slanted extension lines; for a picture that is
-/// moved; and where both points are the same to the dimension.
+// Nothing for a dimension of another kind, in another plane, or with slanted extension lines; for a picture that is
+// moved; and where both points are the same to the dimension.
 std::optional<Frame> frameOfPicture(const Subject& dimension) {
   constexpr std::int64_t kindBits = 7;
   const database::Lens lens = dimension.lens();
@@ -172,7 +172,7 @@ bool isArrowhead(const Subject& dimension, const std::wstring& block) {
   return isSame(getArrowheadBlock<1>(dimension)) || isSame(getArrowheadBlock<2>(dimension));
 }
 
-/// Puts the entity where it belongs; false when that cannot be told.
+// Puts the entity where it belongs; false when that cannot be told.
 bool tell(const Subject& dimension, const Frame& frame, std::uint32_t record, PictureLines& lines) {
   const database::Lens lens(dimension.drawing(), record);
   const std::string_view type = lens.type();
@@ -211,7 +211,7 @@ PictureTexts textsOfPicture(const Subject& dimension) {
   const database::TableEntry* const picture = pictureOf(dimension);
   const database::Drawing& drawing = dimension.drawing();
   if (picture == nullptr) return {unknownText, {}};
-  // The symbol of an arc, and a frame, are lines that may have the colour of the text.
+  // The symbol of an arc, and a frame, are lines that may have the color of the text.
   const bool hasFrame = DimensionStyle(dimension).real(147, 0) < 0;
   if (hasFrame || dimension.lens().type() == "ARC_DIMENSION") return {unknownText, {}};
   if (isShared(dimension, *picture)) return {shared, {}};

@@ -1,9 +1,10 @@
+#pragma once
+
 // What the entities are that make the stored picture of a dimension.
 //
 // A drawing does not say it, so it is told by their kinds, and for lines by where they lie; what cannot be told with
 // certainty makes the whole answer a refusal. The picture of a dimension whose block others show, too, is nobody's to
 // change.
-#pragma once
 
 #include <cstdint>
 #include <vector>
@@ -12,15 +13,16 @@
 
 namespace velt::automation {
 
-/// The dimension names a block that shows something.
+// The dimension names a block that shows something.
 [[nodiscard]] bool hasPicture(const Subject& dimension);
 
 struct PictureTexts {
-  const wchar_t* whyNot = nullptr;  ///< null when they could be told
+  // Null when they could be told.
+  const wchar_t* whyNot = nullptr;
   std::vector<std::uint32_t> records;
 };
 
-/// Of a dimension with a picture; those that take any colour they are given.
+// Of a dimension with a picture; those that take any color they are given.
 [[nodiscard]] PictureTexts textsOfPicture(const Subject& dimension);
 
 struct PictureLines {
@@ -31,7 +33,7 @@ struct PictureLines {
   std::vector<std::uint32_t> arrowheadBlocks;
 };
 
-/// Of a dimension with a picture that measures a length between two points.
+// Of a dimension with a picture that measures a length between two points.
 [[nodiscard]] PictureLines linesOfPicture(const Subject& dimension);
 
 }  // namespace velt::automation

@@ -4,10 +4,10 @@
 #include <limits>
 #include <optional>
 
+#include "dxf/Numbers.h"
 #include "embedded/automation/dimensions/DimensionStyle.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Refusal.h"
-#include "dxf/Numbers.h"
 
 namespace velt::automation {
 namespace {
@@ -20,14 +20,15 @@ constexpr int realCode = 1040;
 constexpr int lastRealCode = 1042;
 constexpr int shortIntegerCode = 1070;
 constexpr int integerCode = 1071;
-constexpr std::size_t longestText = 255;  ///< bytes, as written
+// Bytes, as written.
+constexpr std::size_t longestText = 255;
 
 struct Pair {
   int code;
   std::string value;
 };
 
-/// Distances and factors are reals, too.
+// Distances and factors are reals, too.
 bool isOfKind(int code, int kind) {
   if (kind == realCode) return code >= realCode && code <= lastRealCode;
   if (kind == shortIntegerCode) return code == shortIntegerCode || code == integerCode;
@@ -40,7 +41,7 @@ void insertAll(dxf::Document& document, std::uint32_t record, std::size_t at,
     document.insert(record, at++, pair.code, pair.value);
 }
 
-/// Where in the view the values of the variable stand. Some writers repeat one.
+// Where in the view the values of the variable stand. Some writers repeat one.
 std::vector<std::size_t> valuesOf(const dxf::RecordView& view, const Overrides& list, int variable) {
   std::vector<std::size_t> found;
   for (std::size_t name = list.begin; name < list.end; name += 2) {

@@ -1,3 +1,5 @@
+#pragma once
+
 // Overriding variables of the dimension style of one dimension, leader or tolerance.
 //
 // Overrides stand in the entity's extended data, in a list that the application ACAD keeps: codes of variables and values
@@ -6,7 +8,6 @@
 // Failure: Refusal, and nothing changed, for a list that is damaged, a drawing that does not know the application, and a
 // value that extended data cannot hold.
 // Ownership: none; the end of the drawing makes the editor invalid, an edit does not.
-#pragma once
 
 #include <cstdint>
 #include <string>

@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include "embedded/automation/dimensions/DimensionTypes.h"
+#include "embedded/automation/dimensions/StyleEditor.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Refusal.h"
-#include "embedded/automation/dimensions/StyleEditor.h"
 #include "embedded/database/NameFolding.h"
 
 namespace velt::automation {
@@ -19,7 +19,7 @@ constexpr int scaleCode = 40;
 constexpr int gapCode = 147;
 constexpr double usualGap = 0.09;
 
-/// Of a dimension that measures a length.
+// Of a dimension that measures a length.
 std::optional<double> measuredLength(const Subject& subject) {
   for (const PropertyRow& row : subject.kind().rows) {
     if (std::wstring_view(row.name) != L"Measurement" || row.type.user != &types::distance) continue;
@@ -28,7 +28,7 @@ std::optional<double> measuredLength(const Subject& subject) {
   return std::nullopt;
 }
 
-/// Runs a change of the style; a dimension stores what it measures, too, times the scale of the style.
+// Runs a change of the style; a dimension stores what it measures, too, times the scale of the style.
 template <class Change>
 void keepingMeasurement(const Subject& subject, Change&& change) {
   constexpr int measurementCode = 42;
@@ -41,7 +41,7 @@ void keepingMeasurement(const Subject& subject, Change&& change) {
   }
 }
 
-/// What the place of a leader's text depends on.
+// What the place of a leader's text depends on.
 struct TextPlace {
   double gap;
   std::int64_t position;
@@ -81,7 +81,7 @@ std::wstring arrowheadBlock(const Subject& subject, int end) {
   return areDifferent ? style.blockName(handleCodeOf(end), nameCodeOf(end)) : style.blockName(bothCode, 5);
 }
 
-/// 0 for the usual one, which needs no block.
+// 0 for the usual one, which needs no block.
 std::uint64_t handleOfBlock(const database::Drawing& drawing, std::wstring_view name) {
   if (name.empty()) return 0;
   const database::TableEntry* const block = drawing.blocks().find(name);
@@ -94,7 +94,7 @@ std::uint64_t handleOfBlock(const database::Drawing& drawing, std::wstring_view 
   return handleOfEntry(drawing, *block);
 }
 
-/// The other end keeps its own.
+// The other end keeps its own.
 void putBlockAtEnd(const Subject& subject, int end, const std::wstring& name) {
   if (database::sameName(arrowheadBlock(subject, end), name)) return;
   const database::Drawing& drawing = subject.drawing();
@@ -111,7 +111,7 @@ void putBlockAtEnd(const Subject& subject, int end, const std::wstring& name) {
   editor.handle(handleCodeOf(end), block);
 }
 
-/// The name of the block that is the arrowhead.
+// The name of the block that is the arrowhead.
 std::wstring blockNameOf(const Subject& subject, std::int32_t arrowhead) {
   constexpr std::int32_t usual = 0;
   constexpr std::int32_t userDefined = 20;
@@ -138,7 +138,7 @@ struct AffixVariable {
 constexpr AffixVariable primaryAffixes = {3, L"<>"};
 constexpr AffixVariable alternateAffixes = {4, L"[]"};
 
-/// Without a mark for the measurement, all is suffix.
+// Without a mark for the measurement, all is suffix.
 Affixes affixesOf(const Subject& subject, const AffixVariable& variable) {
   const std::wstring stored = DimensionStyle(subject).text(variable.code);
   const std::size_t at = stored.find(variable.mark);
@@ -179,7 +179,7 @@ std::int32_t memberOr(const UserType& type, std::int64_t value, std::int32_t oth
   return member == nullptr ? otherwise : member->value;
 }
 
-/// The lowest two bits: 0 neither, 1 both, 2 feet only, 3 inches only are shown when they are zero.
+// The lowest two bits: 0 neither, 1 both, 2 feet only, 3 inches only are shown when they are zero.
 struct ZeroUnits {
   bool suppressFeet;
   bool suppressInches;
@@ -343,7 +343,7 @@ double centerMarkOf(const Subject& subject) {
   return DimensionStyle(subject).real(centerCode, usualCenterMark);
 }
 
-/// What the style has, whatever the entity overrides.
+// What the style has, whatever the entity overrides.
 double centerMarkOfStyle(const Subject& subject) {
   const double ofStyle = std::abs(DimensionStyle(subject).realOfStyle(centerCode, usualCenterMark));
   return ofStyle > 0 ? ofStyle : usualCenterMark;

@@ -5,16 +5,16 @@
 #include <string_view>
 #include <vector>
 
+#include "dxf/Numbers.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/automation/model/Access.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/objects/ColorObject.h"
 #include "embedded/automation/objects/ColorValue.h"
-#include "embedded/automation/model/Editor.h"
-#include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/automation/objects/HyperlinksObject.h"
-#include "embedded/automation/model/Refusal.h"
 #include "embedded/database/Colors.h"
 #include "embedded/database/NameFolding.h"
-#include "dxf/Numbers.h"
 
 namespace velt::automation {
 namespace {
@@ -23,8 +23,8 @@ using platform::Category;
 
 constexpr const char* common = "AcDbEntity";
 
-/// The records that say of themselves what they have in common with all entities. A polyline in pieces says it in each
-/// piece, and readers believe the first that they come to; the attributes of a block reference are entities of their own.
+// The records that say of themselves what they have in common with all entities. A polyline in pieces says it in each
+// piece, and readers believe the first that they come to; the attributes of a block reference are entities of their own.
 std::vector<std::uint32_t> partsOf(const Subject& subject) {
   std::vector<std::uint32_t> parts{subject.record()};
   if (subject.lens().type() != "POLYLINE") return parts;
@@ -111,7 +111,7 @@ void putLineweight(const Subject& subject, const std::int32_t& weight) {
   changeParts(subject, [&](Editor editor, std::uint32_t) { editor.integer(370, common, weight, byLayer); });
 }
 
-/// What a dictionary calls the object that it holds under this handle; empty when it does not hold it.
+// What a dictionary calls the object that it holds under this handle; empty when it does not hold it.
 std::wstring nameInDictionary(const database::Drawing& drawing, std::uint32_t dictionary,
                               std::uint64_t handle) {
   constexpr int nameCode = 3;
@@ -131,7 +131,7 @@ std::wstring nameInDictionary(const database::Drawing& drawing, std::uint32_t di
 
 std::wstring getPlotStyleName(const Subject& subject) {
   const database::Drawing& drawing = subject.drawing();
-  // In most drawings the colour decides how an entity is plotted, and names of plot styles mean nothing.
+  // In most drawings the color decides how an entity is plotted, and names of plot styles mean nothing.
   const std::optional<std::string_view> mode = drawing.document().headerValue("$PSTYLEMODE", 290);
   if (!mode || dxf::parseInteger<int>(*mode).value_or(1) != 0) return L"ByColor";
   const database::Lens lens = subject.lens();
@@ -165,7 +165,7 @@ std::wstring getTransparency(const Subject& subject) {
   return std::to_wstring(static_cast<int>(std::lround((255 - opacity) / 255 * 100)));
 }
 
-/// From 0 to 90, in digits and nothing else.
+// From 0 to 90, in digits and nothing else.
 int percentFrom(std::wstring_view text) {
   constexpr int highest = 90;
   int percent = 0;
@@ -216,7 +216,7 @@ std::wstring getHandle(const Subject& subject) {
   return std::wstring(digits.begin(), digits.end());
 }
 
-/// What a class calls its entities; the generic classes tell what the drawing calls it.
+// What a class calls its entities; the generic classes tell what the drawing calls it.
 std::wstring getEntityName(const Subject& subject) {
   if (!subject.kind().dxfName.empty()) return subject.kind().label;
   const std::string_view type = subject.lens().type();

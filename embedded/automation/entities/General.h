@@ -1,5 +1,6 @@
-// The rows that classes share.
 #pragma once
+
+// The rows that classes share.
 
 #include <span>
 
@@ -7,12 +8,12 @@
 
 namespace velt::automation {
 
-/// Of every database object.
+// Of every database object.
 extern const std::span<const PropertyRow> objectRows;
-/// Of every entity; those of every object are among them.
+// Of every entity; those of every object are among them.
 extern const std::span<const PropertyRow> entityRows;
 
-/// The normal of an entity's plane, or of its thickness.
+// The normal of an entity's plane, or of its thickness.
 [[nodiscard]] Vector3 getNormal(const Subject& subject);
 
 }  // namespace velt::automation

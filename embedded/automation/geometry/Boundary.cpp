@@ -24,9 +24,10 @@ struct Box {
   [[nodiscard]] double size() const { return high.x < low.x ? 0 : length(high - low); }
 };
 
-/// A loop whose edges run head to tail.
+// A loop whose edges run head to tail.
 struct Chained {
-  std::vector<std::pair<BoundaryEdge, bool>> edges;  ///< and whether the edge is run through backwards
+  // And whether the edge is run through backwards.
+  std::vector<std::pair<BoundaryEdge, bool>> edges;
 };
 
 Vector2 firstOf(const BoundaryEdge& edge) {
@@ -51,7 +52,7 @@ double integralOf(const BoundaryEdge& edge, Vector2 origin) {
   return *integral;
 }
 
-/// Points along the edge without its last one; enough of them to tell what lies inside what.
+// Points along the edge without its last one; enough of them to tell what lies inside what.
 void flatten(const BoundaryEdge& edge, bool backwards, Polygon& polygon) {
   Polygon points;
   if (const auto* line = std::get_if<LineEdge>(&edge)) {
@@ -73,7 +74,7 @@ void flatten(const BoundaryEdge& edge, bool backwards, Polygon& polygon) {
   polygon.insert(polygon.end(), points.begin(), points.end() - 1);
 }
 
-/// Writers round coordinates, so edges that meet may miss each other by a little.
+// Writers round coordinates, so edges that meet may miss each other by a little.
 constexpr double gapAllowed = 1e-5;
 
 Box extentOf(const std::vector<BoundaryEdge>& edges) {
@@ -112,7 +113,8 @@ Chained chained(const std::vector<BoundaryEdge>& edges) {
 }
 
 struct Measured {
-  double area = 0;  ///< counterclockwise positive
+  // Counterclockwise positive.
+  double area = 0;
   Polygon polygon;
 };
 
@@ -156,7 +158,7 @@ struct Segment {
   [[nodiscard]] double right() const { return std::max(from.x, to.x); }
 };
 
-/// Each end of either segment lies clearly on its own side of the other one; touching does not count.
+// Each end of either segment lies clearly on its own side of the other one; touching does not count.
 bool crosses(const Segment& a, const Segment& b) {
   const auto apart = [](const Segment& line, const Segment& other) {
     const Vector2 along = line.to - line.from;
@@ -200,7 +202,7 @@ bool contains(const Polygon& polygon, Vector2 point) {
   return inside;
 }
 
-/// A point well within the polygon: in the widest place of a level on which no corner lies.
+// A point well within the polygon: in the widest place of a level on which no corner lies.
 Vector2 pointWithin(const Polygon& polygon) {
   std::vector<double> levels;
   for (const Vector2 point : polygon)

@@ -1,5 +1,6 @@
-// Areas that closed loops bound, as hatches fill them.
 #pragma once
+
+// Areas that closed loops bound, as hatches fill them.
 
 #include <span>
 #include <stdexcept>
@@ -19,24 +20,27 @@ struct LineEdge {
 
 using BoundaryEdge = std::variant<LineEdge, EllipticalArc, Spline>;
 
-/// One closed loop: a polyline, or edges that follow each other. An edge may stand the wrong way round.
+// One closed loop: a polyline, or edges that follow each other. An edge may stand the wrong way round.
 using BoundaryLoop = std::variant<std::vector<BulgeVertex>, std::vector<BoundaryEdge>>;
 
-/// What is filled where loops lie inside others.
+// What is filled where loops lie inside others.
 enum class IslandStyle {
-  Normal,  ///< every second ring
-  Outer,   ///< only the outermost ring
-  Ignore,  ///< everything within the outermost loops
+  // Every second ring.
+  Normal,
+  // Only the outermost ring.
+  Outer,
+  // Everything within the outermost loops.
+  Ignore,
 };
 
-/// Why an area cannot be told.
+// Why an area cannot be told.
 class BoundaryError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// Exact but for rounding (and twelve digits for splines with weights). Throws BoundaryError rather than give a figure
-/// that would be wrong: edges do not meet, loops cross themselves or each other.
+// Exact but for rounding (and twelve digits for splines with weights). Throws BoundaryError rather than give a figure
+// that would be wrong: edges do not meet, loops cross themselves or each other.
 [[nodiscard]] double boundedArea(std::span<const BoundaryLoop> loops, IslandStyle style);
 
 }  // namespace velt::automation

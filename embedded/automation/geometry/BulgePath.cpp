@@ -6,7 +6,7 @@
 namespace velt::automation {
 namespace {
 
-/// Calls `visit(from, to, bulge)` for every segment.
+// Calls `visit(from, to, bulge)` for every segment.
 template <class Visit>
 void forEachSegment(std::span<const BulgeVertex> path, bool closed, Visit&& visit) {
   for (std::size_t next = 1; next < path.size(); ++next) {
@@ -15,7 +15,7 @@ void forEachSegment(std::span<const BulgeVertex> path, bool closed, Visit&& visi
   if (closed && path.size() > 1) visit(path.back().point, path.front().point, path.back().bulge);
 }
 
-/// Between an arc and its chord, which it shares with the straight path; positive to the right of the chord.
+// Between an arc and its chord, which it shares with the straight path; positive to the right of the chord.
 double segmentArea(double chord, double bulge) {
   // Where the arc is nearly straight, the difference below would lose its digits.
   constexpr double nearlyStraight = 1e-3;

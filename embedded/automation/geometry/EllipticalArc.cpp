@@ -7,7 +7,7 @@
 namespace velt::automation {
 namespace {
 
-/// atan2 keeps to one turn; this adds the turns that the other angle is away.
+// atan2 keeps to one turn; this adds the turns that the other angle is away.
 double inTheTurnOf(double angle, double near) {
   return angle + fullTurn * std::round((near - angle) / fullTurn);
 }

@@ -1,5 +1,6 @@
-// What the geometry of several classes needs to read.
 #pragma once
+
+// What the geometry of several classes needs to read.
 
 #include "embedded/automation/geometry/ObjectFrame.h"
 #include "embedded/automation/geometry/Vector.h"
@@ -16,12 +17,12 @@ inline Vector3 pointAt(const database::Lens& lens, int code, std::string_view su
   return vectorOf(lens.point(code, subclass, {otherwise.x, otherwise.y, otherwise.z}));
 }
 
-/// The normal that an entity stores under 210, else the world's Z axis.
+// The normal that an entity stores under 210, else the world's Z axis.
 inline Vector3 normalOf(const database::Lens& lens, std::string_view subclass) {
   return pointAt(lens, 210, subclass, {0, 0, 1});
 }
 
-/// The plane of a flat entity.
+// The plane of a flat entity.
 inline ObjectFrame frameOf(const database::Lens& lens, std::string_view subclass) {
   return ObjectFrame(normalOf(lens, subclass));
 }

@@ -20,9 +20,9 @@ namespace {
 
 using Index = std::size_t;
 
-/// From here on edges tell their parameters.
+// From here on edges tell their parameters.
 constexpr int parameterVersion = 500;
-/// How far points that stand for the same one may lie apart, and what rounding adds far from the origin.
+// How far points that stand for the same one may lie apart, and what rounding adds far from the origin.
 constexpr double pointSlack = 1e-6;
 constexpr double roundingSlack = 1e-12;
 constexpr double directionSlack = 1e-9;
@@ -53,8 +53,8 @@ double lengthOf(const EllipticalArc& arc) {
   return major * std::abs(to - from);
 }
 
-/// Walks from the body down to the curves. Each record of the tree is met once, so a text whose references run in
-/// circles comes to an end.
+// Walks from the body down to the curves. Each record of the tree is met once, so a text whose references run in
+// circles comes to an end.
 class Outline {
  public:
   explicit Outline(const ModelText& text) : text_(text) {}
@@ -62,12 +62,13 @@ class Outline {
   RegionSize size();
 
  private:
-  /// From vertex to vertex; edges that meet share one.
+  // From vertex to vertex; edges that meet share one.
   struct Edge {
     BoundaryEdge shape;
     Index start;
     Index end;
-    double sweep;  ///< how much of the curve's parameter it takes
+    // How much of the curve's parameter it takes.
+    double sweep;
     double length;
   };
 
@@ -99,7 +100,7 @@ ModelFields Outline::take(Index record, std::string_view name) {
   return text_.fieldsOf(record, name);
 }
 
-/// A part that nothing leads to belongs somewhere all the same.
+// A part that nothing leads to belongs somewhere all the same.
 void Outline::requireAllTaken() const {
   constexpr std::string_view parts[] = {"transform", "lump", "shell", "face", "loop", "coedge", "edge"};
   for (Index record = 0; record < text_.size(); ++record) {
@@ -128,7 +129,7 @@ RegionSize Outline::size() {
   return {boundedArea(loops_, IslandStyle::Normal) * scale * scale, perimeter_ * scale};
 }
 
-/// By how much it scales; it moves and turns, too, which changes no size.
+// By how much it scales; it moves and turns, too, which changes no size.
 double Outline::readTransform(Index transform) {
   ModelFields fields = take(transform, "transform");
   const Vector3 rows[] = {fields.vector(), fields.vector(), fields.vector()};
@@ -184,7 +185,7 @@ void Outline::readFaces(std::optional<Index> face, Index shell) {
   }
 }
 
-/// The first one is the plane of the region; that the others are the same shows when edges do not lie in it.
+// The first one is the plane of the region; that the others are the same shows when edges do not lie in it.
 void Outline::readPlane(Index surface) {
   ModelFields fields = text_.fieldsOf(surface, "plane-surface");
   const Vector3 origin = fields.vector();

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view blanks = " \t\r";
 constexpr std::string_view recordEnd = "#";
-/// From here on every record has a number of its own, and all but transforms refer to one record more.
+// From here on every record has a number of its own, and all but transforms refer to one record more.
 constexpr int numberVersion = 700;
 
 [[noreturn]] void failIncomplete() {
@@ -22,7 +22,7 @@ constexpr int numberVersion = 700;
   throw ModelError("a record of the modeller's text has another form than expected");
 }
 
-/// "@5 plane" counts its characters, blanks among them.
+// "@5 plane" counts its characters, blanks among them.
 std::size_t lengthOfText(std::string_view rest) {
   const std::size_t blank = std::min(rest.find(' '), rest.size());
   const auto count = dxf::parseInteger<std::size_t>(rest.substr(1, blank - 1));
@@ -30,7 +30,7 @@ std::size_t lengthOfText(std::string_view rest) {
   return blank + 1 + *count;
 }
 
-/// Nothing at the end of the line.
+// Nothing at the end of the line.
 std::string_view takeToken(std::string_view& rest) {
   rest.remove_prefix(std::min(rest.find_first_not_of(blanks), rest.size()));
   const std::size_t length =

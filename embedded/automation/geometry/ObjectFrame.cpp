@@ -6,8 +6,8 @@ namespace {
 constexpr Vector3 worldY{0, 1, 0};
 constexpr Vector3 worldZ{0, 0, 1};
 
-/// Below this, a normal counts as parallel to the world's Z axis. The published rule fixes the number: a reader with
-/// another one would turn the axes by some angle.
+// Below this, a normal counts as parallel to the world's Z axis. The published rule fixes the number: a reader with
+// another one would turn the axes by some angle.
 constexpr double nearlyVertical = 1.0 / 64;
 
 }  // namespace

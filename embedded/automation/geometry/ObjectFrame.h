@@ -1,15 +1,16 @@
-// The coordinate system of flat entities.
 #pragma once
+
+// The coordinate system of flat entities.
 
 #include "embedded/automation/geometry/Vector.h"
 
 namespace velt::automation {
 
-/// A circle, a text or a light-weight polyline is stored in coordinates of its own plane, of which the drawing tells
-/// only the normal. The other two axes follow from it by the arbitrary-axis rule, so that every reader finds the same.
+// A circle, a text or a light-weight polyline is stored in coordinates of its own plane, of which the drawing tells
+// only the normal. The other two axes follow from it by the arbitrary-axis rule, so that every reader finds the same.
 class ObjectFrame {
  public:
-  /// A normal without a direction counts as the world's Z axis.
+  // A normal without a direction counts as the world's Z axis.
   explicit ObjectFrame(const Vector3& normal);
 
   [[nodiscard]] Vector3 toWorld(const Vector3& inObject) const;

@@ -9,8 +9,8 @@ namespace {
 
 constexpr int highestDegree = 15;
 
-/// Gauss and Legendre's rule with 16 points, symmetric about the middle: exact for polynomials up to degree 31, which
-/// x dy - y dx of a curve of the highest degree does not exceed.
+// Gauss and Legendre's rule with 16 points, symmetric about the middle: exact for polynomials up to degree 31, which
+// x dy - y dx of a curve of the highest degree does not exceed.
 struct GaussPoint {
   double position;
   double weight;

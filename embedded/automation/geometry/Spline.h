@@ -1,5 +1,6 @@
-// B-spline curves in a plane, rational ones included.
 #pragma once
+
+// B-spline curves in a plane, rational ones included.
 
 #include <cstddef>
 #include <optional>
@@ -12,8 +13,8 @@ namespace velt::automation {
 
 class Spline {
  public:
-  /// Nothing unless the knots ascend, there are degree + 1 more of them than control points, the curve has a length
-  /// in its parameter, and the weights are positive and as many as the points (or none at all).
+  // Nothing unless the knots ascend, there are degree + 1 more of them than control points, the curve has a length
+  // in its parameter, and the weights are positive and as many as the points (or none at all).
   [[nodiscard]] static std::optional<Spline> make(int degree, std::vector<double> knots,
                                                   std::vector<Vector2> points, std::vector<double> weights);
 
@@ -24,12 +25,12 @@ class Spline {
   [[nodiscard]] Vector2 first() const { return at(firstParameter()); }
   [[nodiscard]] Vector2 last() const { return at(lastParameter()); }
 
-  /// The pieces between two different knots: on each the curve is smooth.
+  // The pieces between two different knots: on each the curve is smooth.
   [[nodiscard]] std::vector<std::pair<double, double>> spans() const;
   [[nodiscard]] Spline movedBy(Vector2 offset) const;
-  /// What the curve adds to the signed area of a boundary: half the integral of x dy - y dx. Exact but for rounding
-  /// when there are no weights. With weights it is refined until two steps agree to twelve digits; nothing when they
-  /// do not come to agree.
+  // What the curve adds to the signed area of a boundary: half the integral of x dy - y dx. Exact but for rounding
+  // when there are no weights. With weights it is refined until two steps agree to twelve digits; nothing when they
+  // do not come to agree.
   [[nodiscard]] std::optional<double> boundaryIntegral() const;
 
  private:
@@ -50,7 +51,8 @@ class Spline {
   std::size_t degree_;
   std::vector<double> knots_;
   std::vector<Vector2> points_;
-  std::vector<double> weights_;  ///< empty: all the same
+  // Empty: all the same.
+  std::vector<double> weights_;
 };
 
 }  // namespace velt::automation

@@ -1,5 +1,6 @@
-// Points and directions, in space and in a plane.
 #pragma once
+
+// Points and directions, in space and in a plane.
 
 #include <cmath>
 
@@ -32,14 +33,14 @@ constexpr Vector2 operator*(double factor, Vector2 a) {
 constexpr double dot(Vector2 a, Vector2 b) {
   return a.x * b.x + a.y * b.y;
 }
-/// Twice the signed area of the triangle between the origin, a and b.
+// Twice the signed area of the triangle between the origin, a and b.
 constexpr double cross(Vector2 a, Vector2 b) {
   return a.x * b.y - a.y * b.x;
 }
 inline double length(Vector2 a) {
   return std::hypot(a.x, a.y);
 }
-/// A quarter turn to the left.
+// A quarter turn to the left.
 constexpr Vector2 perpendicular(Vector2 a) {
   return {-a.y, a.x};
 }
@@ -63,7 +64,7 @@ inline double length(const Vector3& a) {
   return std::hypot(a.x, a.y, a.z);
 }
 
-/// The direction alone, of length 1; `otherwise` for a vector without a direction.
+// The direction alone, of length 1; `otherwise` for a vector without a direction.
 inline Vector3 direction(const Vector3& a, const Vector3& otherwise) {
   const double size = length(a);
   return size > 0 && std::isfinite(size) ? (1 / size) * a : otherwise;

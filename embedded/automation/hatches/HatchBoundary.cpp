@@ -5,8 +5,8 @@
 #include <string_view>
 #include <utility>
 
-#include "embedded/automation/geometry/Angle.h"
 #include "dxf/Numbers.h"
+#include "embedded/automation/geometry/Angle.h"
 
 namespace velt::automation {
 namespace {
@@ -18,7 +18,7 @@ constexpr std::int64_t polylineFlag = 2;
   throw BoundaryError("the boundary of the hatch is incomplete");
 }
 
-/// Runs through the pairs of a hatch in their order, which is what tells the values of a boundary apart.
+// Runs through the pairs of a hatch in their order, which is what tells the values of a boundary apart.
 class Reader {
  public:
   explicit Reader(const database::Lens& hatch) {
@@ -32,7 +32,7 @@ class Reader {
   [[nodiscard]] bool at(int code) const { return !atEnd() && pairs_[next_].code == code; }
   void skip() { ++next_; }
 
-  /// Passes over everything before the code.
+  // Passes over everything before the code.
   void seek(int code) {
     while (!atEnd() && !at(code))
       skip();
@@ -53,7 +53,7 @@ class Reader {
     return *value;
   }
 
-  /// How many things follow. Each takes a pair at least, so that a wrong number cannot ask for much memory.
+  // How many things follow. Each takes a pair at least, so that a wrong number cannot ask for much memory.
   std::size_t count(int code) {
     const std::int64_t value = integer(code);
     if (static_cast<std::uint64_t>(value) > pairs_.size()) failCutShort();
@@ -90,7 +90,7 @@ LineEdge readLine(Reader& reader) {
   return {from, reader.point(11)};
 }
 
-/// Where an arc begins and how far it goes. The angles of a clockwise one are measured clockwise.
+// Where an arc begins and how far it goes. The angles of a clockwise one are measured clockwise.
 std::pair<double, double> turned(double start, double end, bool counterclockwise) {
   const double sweep = sweepBetween(start, end);
   return counterclockwise ? std::pair(start, sweep) : std::pair(-start, -sweep);

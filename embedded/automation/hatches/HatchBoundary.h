@@ -1,5 +1,6 @@
-// The boundary of a hatch, as its record stores it.
 #pragma once
+
+// The boundary of a hatch, as its record stores it.
 
 #include <vector>
 
@@ -8,13 +9,13 @@
 
 namespace velt::automation {
 
-/// How the ends of elliptic edges are to be understood: writers of drawings do not agree.
+// How the ends of elliptic edges are to be understood: writers of drawings do not agree.
 enum class EllipseEnds { Angles, Parameters };
 
-/// The loops in the plane of the hatch. Throws BoundaryError for a boundary that is cut short or makes no sense.
+// The loops in the plane of the hatch. Throws BoundaryError for a boundary that is cut short or makes no sense.
 [[nodiscard]] std::vector<BoundaryLoop> hatchLoops(const database::Lens& hatch, EllipseEnds ends);
 
-/// What the hatch fills. Throws BoundaryError when that cannot be told exactly.
+// What the hatch fills. Throws BoundaryError when that cannot be told exactly.
 [[nodiscard]] double hatchArea(const database::Lens& hatch);
 
 }  // namespace velt::automation

@@ -1,11 +1,12 @@
-// The automation object of a hatch: it tells its variant through an interface of its own.
 #pragma once
+
+// The automation object of a hatch: it tells its variant through an interface of its own.
 
 #include "embedded/automation/model/AutomationObject.h"
 
 namespace velt::automation {
 
-/// Gives the entries `First` to `Last` of a function table that only hold their place something to hold it with.
+// Gives the entries `First` to `Last` of a function table that only hold their place something to hold it with.
 template <class Base, int First, int Last>
 class HeldSlots : public HeldSlots<Base, First, Last - 1> {
  public:
@@ -26,7 +27,7 @@ class HatchObject final : public HeldSlots<AutomationObject<IVeltHatch>, 7, 91> 
  public:
   using HeldSlots::HeldSlots;
 
-  /// What hatchVariant() says; on failure the argument stays as it is.
+  // What hatchVariant() says; on failure the argument stays as it is.
   HRESULT get_PropertyVariant(INT* variant) override;
 };
 

@@ -4,16 +4,16 @@
 #include <optional>
 #include <vector>
 
-#include "embedded/automation/model/Refusal.h"
-#include "embedded/automation/geometry/Angle.h"
 #include "dxf/Numbers.h"
+#include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/model/Refusal.h"
 
 namespace velt::automation {
 namespace {
 
 constexpr const char* subclass = "AcDbHatch";
 
-/// Where one family of parallel lines stands in its record.
+// Where one family of parallel lines stands in its record.
 struct Family {
   std::size_t angle = 0;
   std::optional<std::size_t> baseX{}, baseY{}, offsetX{}, offsetY{};
@@ -37,7 +37,7 @@ std::vector<Family> familiesOf(const dxf::RecordView& view) {
   return families;
 }
 
-/// The numbers of one record, read and replaced.
+// The numbers of one record, read and replaced.
 class Numbers {
  public:
   Numbers(dxf::Document& document, std::uint32_t record) : document_(document), record_(record) {}

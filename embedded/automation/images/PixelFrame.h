@@ -1,11 +1,12 @@
-// Where a picture lies: an origin, and the two edges of a pixel. A wipeout is stored as a picture, too.
 #pragma once
+
+// Where a picture lies: an origin, and the two edges of a pixel. A wipeout is stored as a picture, too.
 
 #include <cmath>
 
+#include "embedded/automation/geometry/Angle.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/automation/model/Subject.h"
-#include "embedded/automation/geometry/Angle.h"
 
 namespace velt::automation {
 
@@ -17,7 +18,7 @@ inline Vector3 upPixel(const Subject& subject) {
   return pointAt(subject.lens(), 12, dxf::anySubclass, {0, 1, 0});
 }
 
-/// In pixels.
+// In pixels.
 inline Vector3 sizeInPixels(const Subject& subject) {
   return pointAt(subject.lens(), 13, dxf::anySubclass, {1, 1, 0});
 }

@@ -15,7 +15,7 @@ constexpr int leaderClose = 303;
 constexpr int lineOpen = 304;
 constexpr int lineClose = 305;
 
-/// 304 is also the wording of the text, so the words count as well.
+// 304 is also the wording of the text, so the words count as well.
 std::optional<MultileaderPart> partBehind(MultileaderPart now, int code, std::string_view value) {
   if (code == contentsOpen && value == "CONTEXT_DATA{") return MultileaderPart::Contents;
   if (now == MultileaderPart::Contents && code == leaderOpen && value == "LEADER{")

@@ -1,8 +1,9 @@
+#pragma once
+
 // The parts of a multileader.
 //
 // The same codes mean different things in the record itself, in its contents, in each of its leaders and in each of their
 // lines; braces in texts of their own part them.
-#pragma once
 
 #include <cstdint>
 #include <optional>
@@ -10,8 +11,8 @@
 #include <string_view>
 #include <vector>
 
-#include "embedded/automation/model/Subject.h"
 #include "embedded/automation/geometry/Vector.h"
+#include "embedded/automation/model/Subject.h"
 
 namespace velt::automation {
 
@@ -29,12 +30,12 @@ class MultileaderRecord {
   [[nodiscard]] std::uint64_t handle(MultileaderPart part, int code) const;
   [[nodiscard]] std::wstring text(MultileaderPart part, int code) const;
   [[nodiscard]] Vector3 point(MultileaderPart part, int code, const Vector3& otherwise = {}) const;
-  /// Of all lines of all leaders.
+  // Of all lines of all leaders.
   [[nodiscard]] std::vector<Vector3> vertices() const;
   [[nodiscard]] std::size_t count(MultileaderPart part) const;
 
  private:
-  /// Calls `visitor(part, index)` for each pair of the multileader until it returns false.
+  // Calls `visitor(part, index)` for each pair of the multileader until it returns false.
   template <class Visitor>
   void visit(Visitor&& visitor) const;
 

@@ -1,10 +1,11 @@
-// What lines without an end have in common.
 #pragma once
+
+// What lines without an end have in common.
 
 #include <array>
 
-#include "embedded/automation/model/Access.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/model/Access.h"
 
 namespace velt::automation {
 
@@ -21,7 +22,7 @@ inline Vector3 secondPointOf(const Subject& subject) {
 }
 
 // clang-format off
-/// Of a line whose points are stored behind that subclass marker.
+// Of a line whose points are stored behind that subclass marker.
 constexpr std::array<PropertyRow, 3> endlessLineRows(const char* subclass, const wchar_t* helpOfBasePoint) {
   using platform::Category;
   return {{

@@ -3,10 +3,10 @@
 #include <cmath>
 #include <limits>
 
-#include "embedded/automation/model/Editor.h"
-#include "embedded/automation/geometry/EntityGeometry.h"
-#include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/Refusal.h"
 
 namespace velt::automation {
 namespace {

@@ -1,5 +1,6 @@
-// The ways in which rows reach their values.
 #pragma once
+
+// The ways in which rows reach their values.
 
 #include <type_traits>
 
@@ -8,7 +9,7 @@
 
 namespace velt::automation {
 
-/// X, Y and Z of a row whose value is a point or a direction in space.
+// X, Y and Z of a row whose value is a point or a direction in space.
 extern const ElementAccess pointElements;
 
 namespace access {
@@ -82,8 +83,8 @@ constexpr Access objectPoint(int code, const char* subclass) {
 }
 // clang-format on
 
-/// By functions of the class: `T Get(const Subject&)` for one of the types of Value, `void Put(const Subject&, const T&)`,
-/// or with a Value where it takes several types.
+// By functions of the class: `T Get(const Subject&)` for one of the types of Value, `void Put(const Subject&, const T&)`,
+// or with a Value where it takes several types.
 template <auto Get, auto Put = nullptr>
 constexpr Access computed() {
   Access made{AccessKind::Computed, 0, "", 0, 0, Limit::None, access::getBy<Get>, nullptr, nullptr};
@@ -91,7 +92,7 @@ constexpr Access computed() {
   return made;
 }
 
-/// The same for points and directions.
+// The same for points and directions.
 template <auto Get, auto Put = nullptr>
 constexpr Access computedPoint() {
   Access made = computed<Get, Put>();
@@ -99,7 +100,7 @@ constexpr Access computedPoint() {
   return made;
 }
 
-/// What is stored, with other things that a put has to keep in step.
+// What is stored, with other things that a put has to keep in step.
 template <auto Put>
 constexpr Access writtenBy(Access stored) {
   stored.put = access::putBy<Put>;

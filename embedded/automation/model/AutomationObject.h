@@ -1,3 +1,5 @@
+#pragma once
+
 // The automation object of an entity: everything that it answers comes from its class's table.
 //
 // One allocation, ten words: fifty thousand of them are made for one selection. An object knows its class and the id of
@@ -7,7 +9,6 @@
 // Failure: what a getter or a setter refuses becomes DISP_E_EXCEPTION with the reason in the exception information, or
 // the reason's own result where an interface has no room for a text. Out-parameters stay untouched. A put that fails
 // changes nothing. No entity on a locked layer is changed, whatever the caller has looked at before.
-#pragma once
 
 #include <string_view>
 
@@ -16,16 +17,16 @@
 
 namespace velt::automation {
 
-/// No class of this host knows interfaces other than GUID_NULL where a caller has to name one.
+// No class of this host knows interfaces other than GUID_NULL where a caller has to name one.
 inline constexpr HRESULT unknownInterface = com::failure(0x80020001U);
 
-/// `Dispatch` is IDispatch, or the interface of a class that extends it.
+// `Dispatch` is IDispatch, or the interface of a class that extends it.
 template <class Dispatch>
 class AutomationObject
     : public com::ComObject<Dispatch, IVeltBaseObject, IOPMPropertyExtension, IOPMPropertyExpander,
                             ICategorizeProperties, IPerPropertyBrowsing, IVkPiPropertyDisplay> {
  public:
-  /// Of a class of a registry that outlives the object.
+  // Of a class of a registry that outlives the object.
   explicit AutomationObject(const RegisteredClass& kind);
 
   HRESULT GetTypeInfoCount(UINT* count) final;
@@ -34,13 +35,13 @@ class AutomationObject
   HRESULT Invoke(DISPID dispId, REFIID iid, LCID locale, WORD flags, DISPPARAMS* params, VARIANT* result,
                  EXCEPINFO* exception, UINT* argumentError) final;
 
-  /// E_INVALIDARG, and nothing changes, for an id that names no object, or one of another kind than the class is for.
+  // E_INVALIDARG, and nothing changes, for an id that names no object, or one of another kind than the class is for.
   HRESULT SetObjectId(VkDbObjectId& object, VkDbObjectId owner, wchar_t* keyword) final;
   HRESULT GetObjectId(VkDbObjectId* object) final;
 
   HRESULT GetDisplayName(DISPID dispId, BSTR* name) final;
-  /// The same for all objects of a class but for rows that name obstacles: rows of which only some can be edited drop out
-  /// of a palette that shows several entities. What else a single entity cannot take is refused when it is put.
+  // The same for all objects of a class but for rows that name obstacles: rows of which only some can be edited drop out
+  // of a palette that shows several entities. What else a single entity cannot take is refused when it is put.
   HRESULT Editable(DISPID dispId, BOOL* editable) final;
   HRESULT ShowProperty(DISPID dispId, BOOL* show) final;
 
@@ -51,7 +52,7 @@ class AutomationObject
   HRESULT GetGroupCount(DISPID dispId, long* groups) final;
 
   HRESULT MapPropertyToCategory(DISPID dispId, PROPCAT* category) final;
-  /// The locale means nothing here: callers are known to pass other numbers in its place.
+  // The locale means nothing here: callers are known to pass other numbers in its place.
   HRESULT GetCategoryName(PROPCAT category, LCID locale, BSTR* name) final;
 
   HRESULT GetDisplayString(DISPID dispId, BSTR* text) final;
@@ -66,7 +67,7 @@ class AutomationObject
   HRESULT GetPropertyWeight(VARIANT property, long* weight) final;
 
  protected:
-  /// Throws Refusal when the object is not bound, or bound to what is no longer there.
+  // Throws Refusal when the object is not bound, or bound to what is no longer there.
   [[nodiscard]] Subject subject() const;
   [[nodiscard]] const AutomationClass& kind() const { return kind_.index.kind(); }
 
@@ -81,7 +82,7 @@ class AutomationObject
 extern template class AutomationObject<IDispatch>;
 extern template class AutomationObject<IVeltHatch>;
 
-/// The object of every class that has no interface of its own.
+// The object of every class that has no interface of its own.
 class EntityObject final : public AutomationObject<IDispatch> {
  public:
   using AutomationObject::AutomationObject;

@@ -1,12 +1,13 @@
-// The headings under which properties stand: the palette's own, and a few that only automation classes know.
 #pragma once
+
+// The headings under which properties stand: the palette's own, and a few that only automation classes know.
 
 #include "embedded/platform/Categories.h"
 #include "host/com/Types.h"
 
 namespace velt::automation {
 
-/// Positive, so that they never meet the predefined ones.
+// Positive, so that they never meet the predefined ones.
 enum class OwnCategory : PROPCAT {
   Gradient = 1,
 };
@@ -23,7 +24,7 @@ inline constexpr OwnCategoryName ownCategoryNames[] = {
 };
 // clang-format on
 
-/// A heading of either kind.
+// A heading of either kind.
 struct CategoryId {
   PROPCAT number;
 
@@ -34,7 +35,7 @@ struct CategoryId {
       : number(static_cast<PROPCAT>(category)) {}  // NOLINT(*-explicit-*)
 };
 
-/// Null for a number that no heading has.
+// Null for a number that no heading has.
 constexpr const wchar_t* categoryName(PROPCAT number) {
   for (const platform::CategoryName& row : platform::categoryNames) {
     if (platform::number(row.category) == number) return row.name;

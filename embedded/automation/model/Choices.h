@@ -1,5 +1,6 @@
-// The predefined values of properties.
 #pragma once
+
+// The predefined values of properties.
 
 #include <cstddef>
 #include <string_view>
@@ -8,16 +9,16 @@
 
 namespace velt::automation {
 
-/// How many choices the row offers now. A row without choices has none, but so may one whose table is empty.
+// How many choices the row offers now. A row without choices has none, but so may one whose table is empty.
 [[nodiscard]] std::size_t choiceCount(const Subject& subject, const PropertyRow& row);
 
 // The index is below the count.
 
-/// As shown to people. The text lives until the drawing is edited.
+// As shown to people. The text lives until the drawing is edited.
 [[nodiscard]] std::wstring_view choiceLabel(const Subject& subject, const PropertyRow& row,
                                             std::size_t index);
 
-/// What to put for it: a name, or a number for enumerations and colours.
+// What to put for it: a name, or a number for enumerations and colors.
 [[nodiscard]] Value choiceValue(const Subject& subject, const PropertyRow& row, std::size_t index);
 
 }  // namespace velt::automation

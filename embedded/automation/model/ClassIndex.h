@@ -1,5 +1,6 @@
-// A class's table, prepared for being asked.
 #pragma once
+
+// A class's table, prepared for being asked.
 
 #include <cstddef>
 #include <optional>
@@ -15,21 +16,21 @@
 
 namespace velt::automation {
 
-/// Made once per class and shared by all its objects; never changes.
+// Made once per class and shared by all its objects; never changes.
 class ClassIndex {
  public:
   explicit ClassIndex(const AutomationClass& kind);
 
   [[nodiscard]] const AutomationClass& kind() const noexcept { return *kind_; }
-  /// The general rows, those of the families, and then the class's own.
+  // The general rows, those of the families, and then the class's own.
   [[nodiscard]] std::span<const PropertyRow* const> rows() const noexcept { return rows_; }
-  /// Null for an id that no row has.
+  // Null for an id that no row has.
   [[nodiscard]] const PropertyRow* find(DISPID dispId) const noexcept;
-  /// In any case of the letters; null when no row has it.
+  // In any case of the letters; null when no row has it.
   [[nodiscard]] const PropertyRow* find(std::wstring_view name) const noexcept;
-  /// What the elements of one group of that row are labelled; empty for a row that is not expanded.
+  // What the elements of one group of that row are labelled; empty for a row that is not expanded.
   [[nodiscard]] std::span<const std::wstring> elementLabels(const PropertyRow& row) const noexcept;
-  /// Counts the references to the class's objects.
+  // Counts the references to the class's objects.
   [[nodiscard]] platform::LedgerAccount& account() const noexcept { return *account_; }
 
  private:
@@ -44,12 +45,13 @@ class ClassIndex {
 
   const AutomationClass* kind_;
   std::vector<const PropertyRow*> rows_;
-  std::vector<Entry> byDispId_;  ///< ascending
+  // Ascending.
+  std::vector<Entry> byDispId_;
   NameIndex names_;
   platform::LedgerAccount* account_;
 };
 
-/// What the class publishes: a get for every row, followed by a put where it can be written.
+// What the class publishes: a get for every row, followed by a put where it can be written.
 [[nodiscard]] DispatchType dispatchTypeOf(const ClassIndex& index);
 
 }  // namespace velt::automation

@@ -3,7 +3,6 @@
 #include <new>
 #include <utility>
 
-
 namespace velt::automation {
 
 ClassRegistry::ClassRegistry(const wchar_t* libraryName, std::span<const AutomationClass* const> classes,

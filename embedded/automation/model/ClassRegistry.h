@@ -1,9 +1,10 @@
+#pragma once
+
 // The automation classes of a host, by class id.
 //
 // Ownership: a registry owns the library of its classes' types and the prepared tables; objects and type informations
 // that it gave out keep the library, and must not outlive the registry otherwise.
 // Threads: never changes once it is made.
-#pragma once
 
 #include <deque>
 #include <span>
@@ -15,18 +16,19 @@
 
 namespace velt::automation {
 
-/// A class that is ready for objects.
+// A class that is ready for objects.
 struct RegisteredClass {
   ClassIndex index;
-  ITypeInfo* typeInfo;  ///< without a reference; lives as long as the registry
+  // Without a reference; lives as long as the registry.
+  ITypeInfo* typeInfo;
 };
 
 class ClassRegistry {
  public:
-  /// The classes of the host, one for each class id. Lives as long as the process.
+  // The classes of the host, one for each class id. Lives as long as the process.
   [[nodiscard]] static const ClassRegistry& ofHost();
 
-  /// `further` are types of objects that are no entities, such as colours; they stand behind the classes.
+  // `further` are types of objects that are no entities, such as colors; they stand behind the classes.
   ClassRegistry(const wchar_t* libraryName, std::span<const AutomationClass* const> classes,
                 std::vector<DispatchType> further = {});
   ~ClassRegistry();
@@ -34,7 +36,7 @@ class ClassRegistry {
   ClassRegistry& operator=(const ClassRegistry&) = delete;
 
   [[nodiscard]] const std::deque<RegisteredClass>& classes() const noexcept { return classes_; }
-  /// Null for an id that none of the classes has.
+  // Null for an id that none of the classes has.
   [[nodiscard]] const RegisteredClass* find(REFCLSID clsid) const noexcept;
   [[nodiscard]] TypeLibrary& library() const noexcept { return *library_; }
 

@@ -1,5 +1,6 @@
-// The colours that have a name, by their colour index.
 #pragma once
+
+// The colors that have a name, by their color index.
 
 #include <array>
 #include <cstdint>

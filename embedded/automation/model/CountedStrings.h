@@ -1,5 +1,6 @@
-// Lists of texts with their cookies, as IPerPropertyBrowsing and the expander hand them out.
 #pragma once
+
+// Lists of texts with their cookies, as IPerPropertyBrowsing and the expander hand them out.
 
 #include <cstddef>
 #include <string_view>
@@ -9,10 +10,10 @@
 
 namespace velt::automation {
 
-/// Builds both arrays in the caller's memory and gives them up only when all is complete.
+// Builds both arrays in the caller's memory and gives them up only when all is complete.
 class CountedStrings {
  public:
-  /// Memory for exactly so many; check isComplete() before they are given out.
+  // Memory for exactly so many; check isComplete() before they are given out.
   explicit CountedStrings(std::size_t count)
       : count_(static_cast<ULONG>(count)),
         strings_(static_cast<LPOLESTR*>(CoTaskMemAlloc(count * sizeof(LPOLESTR)))),
@@ -27,7 +28,7 @@ class CountedStrings {
   CountedStrings(const CountedStrings&) = delete;
   CountedStrings& operator=(const CountedStrings&) = delete;
 
-  /// The next text; its number is its cookie. Nothing happens once memory ran out.
+  // The next text; its number is its cookie. Nothing happens once memory ran out.
   void add(std::wstring_view text) {
     if (strings_ == nullptr || cookies_ == nullptr || used_ == count_) return;
     BSTR copy = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
@@ -37,7 +38,7 @@ class CountedStrings {
     ++used_;
   }
 
-  /// E_OUTOFMEMORY, and the arguments stay as they are, when memory ran out on the way.
+  // E_OUTOFMEMORY, and the arguments stay as they are, when memory ran out on the way.
   HRESULT giveTo(CALPOLESTR& strings, CADWORD& cookies) {
     if (strings_ == nullptr || cookies_ == nullptr || used_ != count_) return E_OUTOFMEMORY;
     strings = {count_, strings_};

@@ -1,5 +1,6 @@
-// Giving out the name and the help text of a type or a member.
 #pragma once
+
+// Giving out the name and the help text of a type or a member.
 
 #include "embedded/com/StringHolder.h"
 #include "host/com/Bstr.h"
@@ -7,7 +8,7 @@
 
 namespace velt::automation {
 
-/// Fills what is asked for (null: not asked for); there are no help files. Nothing is filled when memory is exhausted.
+// Fills what is asked for (null: not asked for); there are no help files. Nothing is filled when memory is exhausted.
 inline HRESULT giveDocumentation(const wchar_t* name, const wchar_t* help, BSTR* nameOut, BSTR* helpOut,
                                  DWORD* helpContext = nullptr, BSTR* helpFile = nullptr) {
   com::StringHolder nameCopy;

@@ -1,13 +1,13 @@
 #include "embedded/automation/model/Followers.h"
 
+#include "dxf/Numbers.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/database/Dictionary.h"
-#include "dxf/Numbers.h"
 
 namespace velt::automation {
 namespace {
 
-/// Told when the entity changes, in a program that knows how to follow it.
+// Told when the entity changes, in a program that knows how to follow it.
 bool follows(const database::Drawing& drawing, std::uint32_t record, std::string_view followed) {
   const std::string_view type = drawing.view(record).type();
   if (type == "HATCH") return database::Lens(drawing, record).integer(71, "AcDbHatch", 0) != 0;
@@ -34,7 +34,7 @@ bool isAttached(const database::Drawing& drawing, std::uint32_t record, std::str
   return dictionary && database::dictionaryEntry(drawing, *dictionary, name).has_value();
 }
 
-/// In drawings with markers; others have no such attributes.
+// In drawings with markers; others have no such attributes.
 bool saysSeveralLines(const database::Lens& lens) {
   for (const char* const subclass : {"AcDbAttribute", "AcDbAttributeDefinition"}) {
     if (lens.view().hasSubclass(subclass) && lens.integer(71, subclass, 0) != 0) return true;

@@ -1,19 +1,20 @@
-// What else of a drawing tells the shape or the wording of an entity, and would contradict it after a put.
 #pragma once
+
+// What else of a drawing tells the shape or the wording of an entity, and would contradict it after a put.
 
 #include "embedded/automation/model/Subject.h"
 
 namespace velt::automation {
 
-/// Throws Refusal for an attribute, or the definition of one, that has several lines: everything about its text is stored
-/// twice.
+// Throws Refusal for an attribute, or the definition of one, that has several lines: everything about its text is stored
+// twice.
 void requireSingleLine(const database::Drawing& drawing, std::uint32_t record);
 
-/// Throws Refusal for such an attribute, for an entity that an associative hatch, a dimension or a leader follows, and
-/// for one whose place and size are stored for every scale of annotations.
+// Throws Refusal for such an attribute, for an entity that an associative hatch, a dimension or a leader follows, and
+// for one whose place and size are stored for every scale of annotations.
 void requireFreeShape(const database::Drawing& drawing, std::uint32_t record);
 
-/// Throws Refusal for such an attribute, and for a text whose wording is made by a field.
+// Throws Refusal for such an attribute, and for a text whose wording is made by a field.
 void requireOwnWording(const Subject& text);
 
 }  // namespace velt::automation

@@ -1,5 +1,6 @@
-// The edge between the host's code, which throws, and interfaces, which return results.
 #pragma once
+
+// The edge between the host's code, which throws, and interfaces, which return results.
 
 #include <exception>
 #include <new>
@@ -9,7 +10,7 @@
 
 namespace velt::automation {
 
-/// Exception information for the caller, who frees its strings. `exception` may be null.
+// Exception information for the caller, who frees its strings. `exception` may be null.
 inline void fillException(EXCEPINFO* exception, const wchar_t* source, HRESULT result, const wchar_t* text) {
   if (exception == nullptr) return;
   *exception = {};
@@ -18,7 +19,7 @@ inline void fillException(EXCEPINFO* exception, const wchar_t* source, HRESULT r
   exception->scode = result;
 }
 
-/// What an exception that is being handled means as a result. Call within a handler.
+// What an exception that is being handled means as a result. Call within a handler.
 inline HRESULT resultOfException() {
   try {
     throw;
@@ -31,7 +32,7 @@ inline HRESULT resultOfException() {
   }
 }
 
-/// `body` gives an HRESULT; an exception becomes the result that it stands for.
+// `body` gives an HRESULT; an exception becomes the result that it stands for.
 template <class Body>
 HRESULT guarded(Body&& body) {
   try {
@@ -41,8 +42,8 @@ HRESULT guarded(Body&& body) {
   }
 }
 
-/// The same where exception information can be given: then the result is DISP_E_EXCEPTION, but for exhausted memory,
-/// which has no room for a text.
+// The same where exception information can be given: then the result is DISP_E_EXCEPTION, but for exhausted memory,
+// which has no room for a text.
 template <class Body>
 HRESULT guardedInvoke(EXCEPINFO* exception, const wchar_t* source, Body&& body) {
   try {

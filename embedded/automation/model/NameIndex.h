@@ -1,5 +1,6 @@
-// Finding members by name, in any case of the letters.
 #pragma once
+
+// Finding members by name, in any case of the letters.
 
 #include <cstddef>
 #include <cstdint>
@@ -9,13 +10,13 @@
 
 namespace velt::automation {
 
-/// Names are those of a table and outlive the index. They are plain ASCII, so only A to Z have two cases. A palette
-/// looks a name up for every element of every entity, so that a look-up allocates nothing and touches one slot or two.
+// Names are those of a table and outlive the index. They are plain ASCII, so only A to Z have two cases. A palette
+// looks a name up for every element of every entity, so that a look-up allocates nothing and touches one slot or two.
 class NameIndex {
  public:
   NameIndex() : slots_(8) {}
 
-  /// The first of several equal names stays. Null is not a name.
+  // The first of several equal names stays. Null is not a name.
   void add(const wchar_t* name, std::size_t position) {
     if ((count_ + 1) * 2 > slots_.size()) grow();
     if (place(Slot{name, position})) ++count_;
@@ -73,7 +74,8 @@ class NameIndex {
     }
   }
 
-  std::vector<Slot> slots_;  ///< a power of two, at most half full
+  // A power of two, at most half full.
+  std::vector<Slot> slots_;
   std::size_t count_ = 0;
 };
 

@@ -1,7 +1,7 @@
 #include "embedded/automation/model/NamedObjects.h"
 
-#include "embedded/database/Lens.h"
 #include "dxf/Numbers.h"
+#include "embedded/database/Lens.h"
 
 namespace velt::automation {
 

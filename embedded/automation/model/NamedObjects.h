@@ -1,5 +1,6 @@
-// Names of what an entity refers to by its handle.
 #pragma once
+
+// Names of what an entity refers to by its handle.
 
 #include <cstdint>
 #include <string>
@@ -8,11 +9,11 @@
 
 namespace velt::automation {
 
-/// What a table calls the entry of that handle; empty for none.
+// What a table calls the entry of that handle; empty for none.
 [[nodiscard]] std::wstring entryName(const database::Drawing& drawing, const database::Table& table,
                                      std::uint64_t handle);
 
-/// What the dictionary that owns it calls an object, such as a style or an image; empty for none.
+// What the dictionary that owns it calls an object, such as a style or an image; empty for none.
 [[nodiscard]] std::wstring objectName(const database::Drawing& drawing, std::uint64_t handle);
 
 }  // namespace velt::automation

@@ -1,5 +1,6 @@
-// Rows that are lists of points in space, each of which is a group of three elements.
 #pragma once
+
+// Rows that are lists of points in space, each of which is a group of three elements.
 
 #include <cstddef>
 #include <span>
@@ -11,14 +12,14 @@ namespace velt::automation {
 
 using PointListReader = std::vector<Vector3> (*)(const Subject&);
 
-/// What the reader finds. Kept until this thread asks for another list or the drawing is edited, so that reading the
-/// elements one by one does not run through the entity each time. It stays as it is until the next call.
+// What the reader finds. Kept until this thread asks for another list or the drawing is edited, so that reading the
+// elements one by one does not run through the entity each time. It stays as it is until the next call.
 [[nodiscard]] const std::vector<Vector3>& pointList(const Subject& subject, PointListReader read);
 
-/// The points that an entity stores under one code.
+// The points that an entity stores under one code.
 [[nodiscard]] std::vector<Vector3> storedPoints(const Subject& subject, int code, const char* subclass);
 
-/// x, y and z in turn.
+// x, y and z in turn.
 [[nodiscard]] std::vector<double> coordinatesOf(std::span<const Vector3> points);
 
 [[nodiscard]] double coordinateOf(const Vector3& point, std::size_t number);

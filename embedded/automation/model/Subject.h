@@ -1,5 +1,6 @@
-// The entity that a property is read from or written to.
 #pragma once
+
+// The entity that a property is read from or written to.
 
 #include <cstdint>
 
@@ -11,7 +12,7 @@ namespace velt::automation {
 
 struct AutomationClass;
 
-/// Cheap to make, for the length of one call: an edit of the drawing or its end makes it useless.
+// Cheap to make, for the length of one call: an edit of the drawing or its end makes it useless.
 class Subject {
  public:
   Subject(const database::ObjectRef& object, VkDbObjectId id, const AutomationClass& kind)

@@ -32,7 +32,7 @@ constexpr std::array<BaseFunction, baseFunctionCount> baseFunctions = {{
 }};
 // clang-format on
 
-/// Nobody outside calls the base functions through a description, so their parameters are all plain pointers.
+// Nobody outside calls the base functions through a description, so their parameters are all plain pointers.
 constexpr std::size_t mostParameters = 8;
 
 struct FunctionBlock {
@@ -45,7 +45,7 @@ struct VariableBlock {
   VARIANT value;
 };
 
-/// Zeroed task memory; null when it is exhausted.
+// Zeroed task memory; null when it is exhausted.
 template <class Block>
 Block* newBlock() {
   void* memory = CoTaskMemAlloc(sizeof(Block));

@@ -1,5 +1,6 @@
-// The type informations of the library: dispatch types, enumerations and aliases.
 #pragma once
+
+// The type informations of the library: dispatch types, enumerations and aliases.
 
 #include <string_view>
 #include <unordered_map>
@@ -11,7 +12,7 @@
 
 namespace velt::automation {
 
-/// What they have in common. Belongs to its library and shares the library's count of references.
+// What they have in common. Belongs to its library and shares the library's count of references.
 class TypeInfo : public ITypeInfo {
  public:
   TypeInfo(TypeLibrary& library, UINT index, const wchar_t* name, const wchar_t* help, TYPEKIND kind,
@@ -24,9 +25,9 @@ class TypeInfo : public ITypeInfo {
   [[nodiscard]] const wchar_t* help() const noexcept { return help_; }
   [[nodiscard]] TYPEKIND kind() const noexcept { return kind_; }
   [[nodiscard]] const GUID& id() const noexcept { return id_; }
-  /// How others of the library refer to this one.
+  // How others of the library refer to this one.
   [[nodiscard]] HREFTYPE reference() const noexcept { return index_ + 1; }
-  /// Of the member of that name in any case; nothing when there is none.
+  // Of the member of that name in any case; nothing when there is none.
   [[nodiscard]] virtual std::optional<MEMBERID> findMemberId(std::wstring_view name) const = 0;
 
   HRESULT QueryInterface(REFIID iid, void** object) override;
@@ -62,7 +63,7 @@ class TypeInfo : public ITypeInfo {
   };
 
   virtual void describe(TYPEATTR& attributes) const = 0;
-  /// Nothing for an id that no member has.
+  // Nothing for an id that no member has.
   [[nodiscard]] virtual std::optional<MemberText> textOf(MEMBERID member) const = 0;
 
  private:
@@ -77,7 +78,7 @@ class TypeInfo : public ITypeInfo {
 
 class DispatchTypeInfo final : public TypeInfo {
  public:
-  /// `referenceOf` gives the reference of a user-defined type of the library.
+  // `referenceOf` gives the reference of a user-defined type of the library.
   template <class ReferenceOf>
   DispatchTypeInfo(TypeLibrary& library, UINT index, const DispatchType& type, ReferenceOf&& referenceOf)
       : TypeInfo(library, index, type.name, type.help, TKIND_DISPATCH, type.id) {
@@ -116,7 +117,7 @@ class DispatchTypeInfo final : public TypeInfo {
   NameIndex names_;
 };
 
-/// An alias or an enumeration.
+// An alias or an enumeration.
 class UserTypeInfo final : public TypeInfo {
  public:
   UserTypeInfo(TypeLibrary& library, UINT index, const UserType& type);

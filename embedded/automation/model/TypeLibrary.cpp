@@ -10,7 +10,7 @@
 namespace velt::automation {
 namespace {
 
-/// Every user-defined type that the functions mention, once, in the order of the first mention.
+// Every user-defined type that the functions mention, once, in the order of the first mention.
 std::vector<const UserType*> usedTypes(const std::vector<DispatchType>& dispatchTypes) {
   std::vector<const UserType*> used;
   const auto use = [&used](const UserType* type) {
@@ -25,7 +25,7 @@ std::vector<const UserType*> usedTypes(const std::vector<DispatchType>& dispatch
   return used;
 }
 
-/// The type's own name stands for the type itself.
+// The type's own name stands for the type itself.
 std::optional<MEMBERID> memberNamed(const TypeInfo& type, const wchar_t* name) {
   return NameIndex::same(type.name(), name) ? DISPID_UNKNOWN : type.findMemberId(name);
 }

@@ -1,3 +1,5 @@
+#pragma once
+
 // The type library: what the automation objects publish about their members.
 //
 // A library holds one type information per class and one per user-defined type that a class uses, all made when the
@@ -5,7 +7,6 @@
 // it is one to the library as well, so whoever holds either keeps both.
 // Threads: a library never changes, so any thread may ask it.
 // What the type informations hand out (attributes, descriptions) is task memory until it is given back to them.
-#pragma once
 
 #include <memory>
 #include <optional>
@@ -19,36 +20,39 @@
 
 namespace velt::automation {
 
-/// One function of a dispatch type: a property with both accessors is two of them.
+// One function of a dispatch type: a property with both accessors is two of them.
 struct TypeFunction {
   MEMBERID id;
   const wchar_t* name;
   const wchar_t* help;
   INVOKEKIND kind;
-  ValueType type;  ///< of the property, or what a method gives
+  // Of the property, or what a method gives.
+  ValueType type;
   WORD flags = 0;
-  std::optional<ValueType> parameter = std::nullopt;  ///< of a method; a property's put has its own value
+  // Of a method; a property's put has its own value.
+  std::optional<ValueType> parameter = std::nullopt;
 };
 
 struct DispatchType {
   const wchar_t* name;
   const wchar_t* help;
   GUID id;
-  std::vector<TypeFunction> functions;  ///< without the seven of IUnknown and IDispatch, which come first
+  // Without the seven of IUnknown and IDispatch, which come first.
+  std::vector<TypeFunction> functions;
 };
 
-/// The functions of IUnknown and IDispatch, which every dispatch type has before its own.
+// The functions of IUnknown and IDispatch, which every dispatch type has before its own.
 inline constexpr UINT baseFunctionCount = 7;
 
 class TypeInfo;
 
 class TypeLibrary final : public com::ComObject<ITypeLib> {
  public:
-  /// The dispatch types in this order, behind them the user-defined types in the order of their first use.
+  // The dispatch types in this order, behind them the user-defined types in the order of their first use.
   TypeLibrary(const wchar_t* name, const wchar_t* help, std::vector<DispatchType> dispatchTypes);
   ~TypeLibrary() override;
 
-  /// Without a reference. Null for an index that is not there.
+  // Without a reference. Null for an index that is not there.
   [[nodiscard]] ITypeInfo* at(UINT index) const;
 
   UINT GetTypeInfoCount() override;
@@ -57,7 +61,7 @@ class TypeLibrary final : public com::ComObject<ITypeLib> {
   HRESULT GetTypeInfoOfGuid(REFGUID guid, ITypeInfo** typeInfo) override;
   HRESULT GetLibAttr(TLIBATTR** attributes) override;
   HRESULT GetTypeComp(ITypeComp** comp) override;
-  /// The index -1 is the library itself.
+  // The index -1 is the library itself.
   HRESULT GetDocumentation(INT index, BSTR* name, BSTR* documentation, DWORD* helpContext,
                            BSTR* helpFile) override;
   HRESULT IsName(LPOLESTR name, ULONG hash, BOOL* isName) override;

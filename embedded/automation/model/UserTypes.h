@@ -1,7 +1,8 @@
+#pragma once
+
 // The user-defined types of the type library: aliases that say what a plain value means, and enumerations.
 //
 // A palette picks its editor by the name of the type (VELT_DISTANCE, VELT_LAYER, ...), so the names are a contract.
-#pragma once
 
 #include <cstdint>
 #include <span>
@@ -12,34 +13,40 @@ namespace velt::automation {
 
 struct EnumMember {
   std::int32_t value;
-  const wchar_t* name;   ///< in the type library
-  const wchar_t* label;  ///< as shown to people
+  // In the type library.
+  const wchar_t* name;
+  // As shown to people.
+  const wchar_t* label;
 };
 
 struct UserType {
   const wchar_t* name;
   const wchar_t* help;
-  VARTYPE base;                         ///< what a value of the type is: VT_I4 for every enumeration
-  std::span<const EnumMember> members;  ///< in the order in which they are offered; empty for an alias
+  // What a value of the type is: VT_I4 for every enumeration.
+  VARTYPE base;
+  // In the order in which they are offered; empty for an alias.
+  std::span<const EnumMember> members;
 
   [[nodiscard]] constexpr bool isEnumeration() const { return !members.empty(); }
 };
 
-/// What type a property's value has.
+// What type a property's value has.
 struct ValueType {
-  VARTYPE declared;      ///< VT_USERDEFINED for a user-defined type
-  const UserType* user;  ///< null for a plain type
+  // VT_USERDEFINED for a user-defined type.
+  VARTYPE declared;
+  // Null for a plain type.
+  const UserType* user;
 
   // Both conversions are meant: a row names a plain type or a user-defined one in the same column.
   constexpr ValueType(VARENUM plain) : declared(plain), user(nullptr) {}  // NOLINT(*-explicit-*)
   constexpr ValueType(const UserType& type)
       : declared(VT_USERDEFINED), user(&type) {}  // NOLINT(*-explicit-*)
 
-  /// The VARTYPE of the values themselves.
+  // The VARTYPE of the values themselves.
   [[nodiscard]] constexpr VARTYPE base() const { return user == nullptr ? declared : user->base; }
 };
 
-/// The member of that value; null when the type has none.
+// The member of that value; null when the type has none.
 constexpr const EnumMember* findMember(const UserType& type, std::int64_t value) {
   for (const EnumMember& member : type.members) {
     if (member.value == value) return &member;

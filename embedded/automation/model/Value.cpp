@@ -56,7 +56,7 @@ VARIANT plainVariant(const Value& value) {
   return variant;
 }
 
-/// False when the source cannot be converted.
+// False when the source cannot be converted.
 bool convert(const VARIANT& source, VARTYPE type, com::VariantHolder& converted) {
   return SUCCEEDED(VariantChangeType(converted.put(), &source, 0, type));
 }
@@ -127,7 +127,7 @@ std::optional<Value> fromVariant(const VARIANT& variant, const ValueType& type) 
   const bool isArray = (variant.vt & VT_ARRAY) != 0;
   const bool isObject = variant.vt == VT_DISPATCH || variant.vt == VT_UNKNOWN;
   if (type.base() == VT_DISPATCH) {
-    // Objects that have a number (a colour and its index) or a name take these too.
+    // Objects that have a number (a color and its index) or a name take these too.
     if (variant.vt != VT_DISPATCH) {
       if (isArray || isObject) return std::nullopt;
       const std::optional<std::int32_t> number = integerFrom(variant);

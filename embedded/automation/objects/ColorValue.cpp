@@ -34,7 +34,7 @@ std::wstring_view trimmedText(std::wstring_view text) {
   return text.substr(first, text.find_last_not_of(L" \t") - first + 1);
 }
 
-/// From 0 to 255, in digits and nothing else.
+// From 0 to 255, in digits and nothing else.
 std::optional<std::uint32_t> partFrom(std::wstring_view text) {
   text = trimmedText(text);
   if (text.empty() || text.size() > 3) return std::nullopt;
@@ -71,7 +71,7 @@ VkCmColor colorOfText(std::wstring_view text) {
   throw Refusal(E_INVALIDARG, L"There is no colour of that name.");
 }
 
-/// What is none is a value in the colour object only.
+// What is none is a value in the color object only.
 VkCmColor requireUsable(VkCmColor color) {
   const std::uint32_t value = color.color();
   const std::uint32_t method = value & methodMask;

@@ -1,7 +1,7 @@
 #include "embedded/automation/objects/Hyperlinks.h"
 
-#include "embedded/database/Lens.h"
 #include "dxf/Tag.h"
+#include "embedded/database/Lens.h"
 
 namespace velt::automation {
 namespace {

@@ -1,5 +1,6 @@
-// The hyperlinks that an entity carries in its extended data.
 #pragma once
+
+// The hyperlinks that an entity carries in its extended data.
 
 #include <string>
 #include <vector>
@@ -11,10 +12,11 @@ namespace velt::automation {
 struct Hyperlink {
   std::wstring url;
   std::wstring description;
-  std::wstring subLocation;  ///< a place within the target
+  // A place within the target.
+  std::wstring subLocation;
 };
 
-/// In file order; none for an entity without links.
+// In file order; none for an entity without links.
 [[nodiscard]] std::vector<Hyperlink> hyperlinksOf(const database::ObjectRef& object);
 
 }  // namespace velt::automation

@@ -1,6 +1,7 @@
-// IDispatch for the small objects that are no entities: colours and hyperlinks. Like an entity's class, each has one
-// table of its members, and everything is read from it.
 #pragma once
+
+// IDispatch for the small objects that are no entities: colors and hyperlinks. Like an entity's class, each has one
+// table of its members, and everything is read from it.
 
 #include <cstdint>
 #include <string_view>
@@ -20,18 +21,20 @@ struct MemberRow {
   const wchar_t* name;
   const wchar_t* help;
   ValueType type;
-  /// Throws Refusal. The argument is the one of a method, 0 for a property.
+  // Throws Refusal. The argument is the one of a method, 0 for a property.
   Value (*get)(Object&, std::int32_t argument);
-  void (*put)(Object&, const Value&);  ///< null: read-only
-  bool isMethod;                       ///< called with one whole number
+  // Null: read-only.
+  void (*put)(Object&, const Value&);
+  // Called with one whole number.
+  bool isMethod;
 };
 
-/// `Object` has the static members `typeName`, `typeHelp`, `accountName` (in the ledger), and `members`, a list of
-/// MemberRow<Object>.
+// `Object` has the static members `typeName`, `typeHelp`, `accountName` (in the ledger), and `members`, a list of
+// MemberRow<Object>.
 template <class Object, class Interface>
 class TableDispatch : public com::ComObject<Interface> {
  public:
-  /// What the type library says of it.
+  // What the type library says of it.
   static DispatchType type() {
     DispatchType described{Object::typeName, Object::typeHelp, com::InterfaceTraits<Interface>::iid, {}};
     for (const MemberRow<Object>& row : Object::members) {

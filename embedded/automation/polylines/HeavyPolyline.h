@@ -1,12 +1,13 @@
-// Polylines and meshes whose vertices are records of their own.
 #pragma once
+
+// Polylines and meshes whose vertices are records of their own.
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
-#include "embedded/automation/model/Subject.h"
 #include "embedded/automation/geometry/Vector.h"
+#include "embedded/automation/model/Subject.h"
 
 namespace velt::automation {
 
@@ -17,21 +18,27 @@ struct SegmentWidths {
 
 struct DrawnVertex {
   Vector3 place;
-  double bulge = 0;  ///< of the segment to the next one
+  // Of the segment to the next one.
+  double bulge = 0;
 };
 
-/// A smoothed polyline holds two sequences of vertices: those that it was drawn with, and those of the smooth curve.
+// A smoothed polyline holds two sequences of vertices: those that it was drawn with, and those of the smooth curve.
 struct HeavyPolyline {
-  std::vector<Vector3> places;         ///< of the vertices that people know
-  std::vector<std::uint32_t> records;  ///< of these vertices
-  std::vector<SegmentWidths> widths;   ///< of the segments behind these vertices
-  std::vector<DrawnVertex> drawn;      ///< what is seen
-  std::size_t faces = 0;               ///< of a polyface mesh
+  // Of the vertices that people know.
+  std::vector<Vector3> places;
+  // Of these vertices.
+  std::vector<std::uint32_t> records;
+  // Of the segments behind these vertices.
+  std::vector<SegmentWidths> widths;
+  // What is seen.
+  std::vector<DrawnVertex> drawn;
+  // Of a polyface mesh.
+  std::size_t faces = 0;
   bool closed = false;
 };
 
-/// Of the polyline that was asked for last on this thread, so that reading its elements one by one does not run through
-/// all vertices each time. It stays as it is until the next call.
+// Of the polyline that was asked for last on this thread, so that reading its elements one by one does not run through
+// all vertices each time. It stays as it is until the next call.
 [[nodiscard]] const HeavyPolyline& heavyPolyline(const Subject& subject);
 
 }  // namespace velt::automation

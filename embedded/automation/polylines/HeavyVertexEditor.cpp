@@ -2,8 +2,8 @@
 
 #include <variant>
 
-#include "embedded/automation/model/Editor.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Refusal.h"
 
 namespace velt::automation {
@@ -38,7 +38,7 @@ void requireNotSmoothed(const Subject& polyline) {
     throw Refusal(E_FAIL, L"It is smoothed: its curve would have to be drawn anew.");
 }
 
-/// All vertices, also those that make the curve of a smoothed polyline.
+// All vertices, also those that make the curve of a smoothed polyline.
 template <class Change>
 void changeEachVertex(const Subject& polyline, Change change) {
   database::Drawing& drawing = polyline.drawing();

@@ -1,16 +1,18 @@
-// The vertices of a light-weight polyline.
 #pragma once
+
+// The vertices of a light-weight polyline.
 
 #include <vector>
 
-#include "embedded/automation/model/Subject.h"
 #include "embedded/automation/geometry/BulgePath.h"
+#include "embedded/automation/model/Subject.h"
 
 namespace velt::automation {
 
 struct PolylineVertex {
   BulgeVertex place;
-  double startWidth = 0;  ///< of the segment to the next vertex
+  // Of the segment to the next vertex.
+  double startWidth = 0;
   double endWidth = 0;
 };
 
@@ -21,8 +23,8 @@ struct PolylineShape {
   [[nodiscard]] std::vector<BulgeVertex> path() const;
 };
 
-/// Of the polyline that was asked for last on this thread: its elements are read one by one, and without this each of
-/// them would run through all vertices. It stays as it is until the next call.
+// Of the polyline that was asked for last on this thread: its elements are read one by one, and without this each of
+// them would run through all vertices. It stays as it is until the next call.
 [[nodiscard]] const PolylineShape& polylineShape(const Subject& subject);
 
 }  // namespace velt::automation

@@ -3,10 +3,10 @@
 #include <cmath>
 #include <optional>
 
-#include "embedded/automation/model/Editor.h"
-#include "embedded/automation/polylines/PolylineShape.h"
-#include "embedded/automation/model/Refusal.h"
 #include "dxf/Numbers.h"
+#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/polylines/PolylineShape.h"
 
 namespace velt::automation {
 namespace {
@@ -43,7 +43,7 @@ void requireFinite(double value) {
   if (!std::isfinite(value)) throw Refusal(DISP_E_OVERFLOW, L"The value is no number.");
 }
 
-/// Replaces the number or inserts it; what is there already stays as it is written.
+// Replaces the number or inserts it; what is there already stays as it is written.
 void putNumber(dxf::Document& document, std::uint32_t record, std::optional<std::size_t> pair,
                std::size_t place, int code, double value) {
   if (!pair) {
@@ -53,7 +53,7 @@ void putNumber(dxf::Document& document, std::uint32_t record, std::optional<std:
   }
 }
 
-/// From the last vertex to the first, so that the places of those that are left stay what they are.
+// From the last vertex to the first, so that the places of those that are left stay what they are.
 void giveEachItsWidths(dxf::Document& document, std::uint32_t record, double width) {
   const std::vector<VertexPairs> vertices = vertexPairs(document.view(record));
   for (auto vertex = vertices.rbegin(); vertex != vertices.rend(); ++vertex) {

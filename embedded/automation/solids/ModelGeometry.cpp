@@ -10,7 +10,7 @@ namespace {
 
 constexpr const char* geometry = "AcDbModelerGeometry";
 
-/// As many lines as the modeller wrote: the drawing cuts long ones.
+// As many lines as the modeller wrote: the drawing cuts long ones.
 std::vector<std::string> storedLines(const dxf::RecordView& view) {
   std::vector<std::string> lines;
   view.visit(geometry, [&](std::size_t index) {

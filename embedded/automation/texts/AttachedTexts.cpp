@@ -2,11 +2,11 @@
 
 #include <cmath>
 
-#include "embedded/automation/model/Editor.h"
+#include "embedded/automation/geometry/Angle.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Followers.h"
 #include "embedded/automation/model/Refusal.h"
-#include "embedded/automation/geometry/Angle.h"
 
 namespace velt::automation {
 namespace {
@@ -14,7 +14,7 @@ namespace {
 constexpr const char* text = "AcDbText";
 constexpr const char* attribute = "AcDbAttribute";
 
-/// Of a text that is justified left the second point has no meaning.
+// Of a text that is justified left the second point has no meaning.
 bool hangsOnSecondPoint(const database::Lens& lens) {
   return lens.has(11, text) && (lens.integer(72, text, 0) != 0 || lens.integer(74, attribute, 0) != 0);
 }

@@ -1,5 +1,6 @@
-// The rows of texts of a single line, which attributes and their definitions are, too.
 #pragma once
+
+// The rows of texts of a single line, which attributes and their definitions are, too.
 
 #include <span>
 

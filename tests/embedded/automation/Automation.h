@@ -1,5 +1,6 @@
-// Automation objects for tests: made, bound, and asked in one line.
 #pragma once
+
+// Automation objects for tests: made, bound, and asked in one line.
 
 #include <gtest/gtest.h>
 
@@ -28,7 +29,7 @@ using database::Drawing;
 using database::test::Pairs;
 using database::test::Sample;
 
-/// Makes what is made once per process, so that the ledger of a test shows the test alone.
+// Makes what is made once per process, so that the ledger of a test shows the test alone.
 inline void makeRegistry() {
   static_cast<void>(ClassRegistry::ofHost());
 }
@@ -43,7 +44,7 @@ InterfaceHolder<Interface> ask(IUnknown& object) {
   return found;
 }
 
-/// What a caller of Invoke gets, whatever it is.
+// What a caller of Invoke gets, whatever it is.
 struct Answer {
   HRESULT result = E_UNEXPECTED;
   VariantHolder value;
@@ -112,12 +113,12 @@ inline VARIANT object(IDispatch* value) {
   return variant;
 }
 
-/// One automation object; asked by the names of its properties.
+// One automation object; asked by the names of its properties.
 class Bound {
  public:
   explicit Bound(InterfaceHolder<IDispatch> object) : object_(std::move(object)) {}
 
-  /// Of the class that the database names, bound to the entity of that number.
+  // Of the class that the database names, bound to the entity of that number.
   Bound(const Drawing& drawing, std::size_t entity) : Bound(drawing.entities()[entity]) {}
   explicit Bound(VkDbObjectId id) : Bound(created(id)) {
     EXPECT_EQ(S_OK, as<IVeltBaseObject>()->SetObjectId(id, VkDbObjectId::kNull, nullptr));
@@ -131,7 +132,7 @@ class Bound {
     return found;
   }
 
-  /// 0 for an unknown name.
+  // 0 for an unknown name.
   [[nodiscard]] DISPID id(const wchar_t* name) const {
     auto* asked = const_cast<wchar_t*>(name);
     DISPID found = 0;
@@ -197,7 +198,7 @@ class Bound {
     const HRESULT result = as<IOPMPropertyExpander>()->GetElementStrings(id(name), &strings, &cookies);
     return taken(result, strings, cookies);
   }
-  /// Nothing for a property without choices.
+  // Nothing for a property without choices.
   [[nodiscard]] std::optional<std::vector<std::wstring>> choices(const wchar_t* name) const {
     CALPOLESTR strings{};
     CADWORD cookies{};
@@ -216,7 +217,7 @@ class Bound {
     return show;
   }
 
-  /// Frees what a caller has to free; cookies must count from 0.
+  // Frees what a caller has to free; cookies must count from 0.
   static std::vector<std::wstring> taken(HRESULT result, CALPOLESTR strings, CADWORD cookies) {
     std::vector<std::wstring> texts;
     EXPECT_EQ(S_OK, result);

@@ -1,5 +1,6 @@
-// What a record holds after an edit, in one line; and subjects to edit.
 #pragma once
+
+// What a record holds after an edit, in one line; and subjects to edit.
 
 #include <string>
 
@@ -9,7 +10,7 @@
 
 namespace velt::automation::test {
 
-/// "8=Walls 10=1.5": the pairs of a record as they would be written, without its type.
+// "8=Walls 10=1.5": the pairs of a record as they would be written, without its type.
 inline std::string pairsOf(const Drawing& drawing, std::uint32_t record) {
   std::string line;
   const dxf::RecordView view = drawing.view(record);
@@ -28,7 +29,7 @@ inline std::string pairsOf(const Drawing& drawing) {
   return pairsOf(drawing, recordOf(drawing, 0));
 }
 
-/// The class has no say in editing.
+// The class has no say in editing.
 inline Subject subjectOf(const Drawing& drawing, std::size_t entity = 0) {
   const VkDbObjectId id = drawing.entities()[entity];
   return Subject(*database::resolve(id), id, toyClass);
@@ -40,7 +41,7 @@ inline VariantHolder pointValue(const Vector3& point) {
   return held;
 }
 
-/// The result that the refusal stands for; S_OK when there is none.
+// The result that the refusal stands for; S_OK when there is none.
 template <class Body>
 HRESULT refusalOf(Body&& body) {
   try {

@@ -1,19 +1,20 @@
-// A class of automation objects that no drawing knows, for testing what all classes have in common.
 #pragma once
+
+// A class of automation objects that no drawing knows, for testing what all classes have in common.
 
 #include <string>
 #include <vector>
 
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/AutomationObject.h"
+#include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/objects/ColorObject.h"
 #include "host/automation/IdValues.h"
-#include "embedded/automation/model/Refusal.h"
 #include "tests/embedded/automation/Automation.h"
 
 namespace velt::automation::test {
 
-/// What the computed toys give, and what was put to them last.
+// What the computed toys give, and what was put to them last.
 struct ToyState {
   double real = 1.5;
   std::int32_t variant = 0;
@@ -28,7 +29,7 @@ inline double getToyReal(const Subject&) {
 inline void putToyReal(const Subject&, const double& value) {
   toy.put.push_back(value);
 }
-/// Refuses when it has changed something already.
+// Refuses when it has changed something already.
 inline void putToyHalf(const Subject& subject, const double& value) {
   Editor(subject).text(8, "*", L"half");
   if (value > 0) throw Refusal(E_FAIL, L"Only half of it.");
@@ -121,8 +122,8 @@ inline const AutomationClass otherToyClass = {
     CLSID_VeltLeader, L"VeltOtherToy", L"Other toy", "", L"Another toy.", &toyGeneral, {}};
 inline constexpr const AutomationClass* toyClasses[] = {&toyClass, &otherToyClass};
 
-/// A drawing with a toy and a line, the toys' registry, and an object bound to the toy. The ledger must balance at its
-/// end.
+// A drawing with a toy and a line, the toys' registry, and an object bound to the toy. The ledger must balance at its
+// end.
 class ToyTest : public ::testing::Test {
  protected:
   ToyTest() { toy = {}; }

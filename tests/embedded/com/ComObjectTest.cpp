@@ -60,10 +60,10 @@ TEST(ComObject, OffersTheInterfaceThatAListedOneExtends) {
   const Balance balance;
   IDispatch* object = DispatchProbe::make();
   auto* dispatch = query<IDispatch>(object, IID_IDispatch);
-  auto* colour = query<IVeltVkCmColor>(object, IID_IVeltVkCmColor);
-  EXPECT_EQ(dispatch, static_cast<IDispatch*>(colour));
+  auto* color = query<IVeltVkCmColor>(object, IID_IVeltVkCmColor);
+  EXPECT_EQ(dispatch, static_cast<IDispatch*>(color));
   dispatch->Release();
-  colour->Release();
+  color->Release();
   object->Release();
 }
 

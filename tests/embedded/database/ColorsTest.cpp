@@ -99,7 +99,7 @@ TEST(Colors, ALayerMayHaveATrueColorAndAName) {
 
 // --- writing ---
 
-/// The pairs of an entity that had these before and is given that colour.
+// The pairs of an entity that had these before and is given that color.
 std::string recolored(Pairs pairs, std::uint32_t value, const wchar_t* name = L"",
                       const wchar_t* book = L"") {
   const auto drawing = Sample().entity("LINE", pairs).open();

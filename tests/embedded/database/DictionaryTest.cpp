@@ -10,7 +10,7 @@ namespace {
 using test::Pairs;
 using test::Sample;
 
-/// The first object of the drawing is the dictionary, the second what it may lead to.
+// The first object of the drawing is the dictionary, the second what it may lead to.
 std::optional<std::uint32_t> entryOf(Pairs dictionary, std::string_view name,
                                      const char* type = "DICTIONARY") {
   const auto drawing = Sample().object(type, dictionary).object("XRECORD", {{5, "B"}}).open();

@@ -10,7 +10,7 @@ namespace {
 using test::entityRecord;
 using test::Sample;
 
-/// A dynamic block "Door" (A0) with its dictionary, an anonymous block made of it (A1), and an ordinary block (A2).
+// A dynamic block "Door" (A0) with its dictionary, an anonymous block made of it (A1), and an ordinary block (A2).
 Sample doors() {
   return Sample()
       .tableRecord("BLOCK_RECORD",

@@ -75,7 +75,7 @@ TEST(Entity, AnEditShowsAtOnce) {
   EXPECT_TRUE(entity.isErased());
 }
 
-/// Two sheets and a block; model space is spelled as some writers do.
+// Two sheets and a block; model space is spelled as some writers do.
 Sample sheets() {
   return Sample()
       .tableRecord("BLOCK_RECORD", {{5, "10"}, {2, "*MODEL_SPACE"}})

@@ -20,7 +20,7 @@ const ObjectClass& lines() {
   return objectClasses().front();
 }
 
-/// Objects are made for a drawing; which one does not matter here.
+// Objects are made for a drawing; which one does not matter here.
 class ObjectTableTest : public testing::Test {
  protected:
   VkDbImpObject& acquire() { return table_.acquire(*drawing_, lines(), 1); }

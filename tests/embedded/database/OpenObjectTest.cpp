@@ -62,7 +62,7 @@ TEST_F(OpenObject, AnObjectThatIsNotOpenCannotBeClosed) {
   EXPECT_EQ(Velt::eInvalidInput, entity->close());
 }
 
-/// What a pointer holds before a call that fails: the call makes it null.
+// What a pointer holds before a call that fails: the call makes it null.
 template <class T>
 T* notNull() {
   static long place = 0;

@@ -29,10 +29,11 @@ std::vector<std::filesystem::path> drawings() {
   return found;
 }
 
-/// What stands in a file, read line by line and without any of the code under test.
+// What stands in a file, read line by line and without any of the code under test.
 struct RawFacts {
   Counts entities;
-  std::set<std::string> layerNames;  ///< in lower case
+  // In lower case.
+  std::set<std::string> layerNames;
   int tableLayers = 0;
 };
 

@@ -21,7 +21,7 @@ class RecordEditorTest : public testing::Test {
     return {*drawing_, entityRecord(*drawing_)};
   }
 
-  /// What the drawing would be written as: only the line has these pairs.
+  // What the drawing would be written as: only the line has these pairs.
   void expectLine(Pairs pairs) {
     const std::string bytes = drawing_->document().bytes();
     const std::size_t line = bytes.find("0\nLINE\n");

@@ -1,7 +1,8 @@
+#pragma once
+
 // Small drawings for tests, written pair by pair.
 //
 //   auto drawing = Sample().layer("Walls", {{70, "4"}}).entity("LINE", {{5, "1A"}, {8, "Walls"}}).open();
-#pragma once
 
 #include <initializer_list>
 #include <map>
@@ -44,7 +45,7 @@ class Sample {
     tables_["LAYER"] += record("LAYER", {{2, name}}) + text(pairs);
     return *this;
   }
-  /// `contents` is made of record().
+  // `contents` is made of record().
   Sample& block(Pairs pairs, const std::string& contents = {}) {
     blocks_ += record("BLOCK", pairs) + contents + record("ENDBLK", {});
     return *this;
@@ -53,7 +54,7 @@ class Sample {
     entities_ += record(type, pairs);
     return *this;
   }
-  /// Behind the entities: further pairs of the last one, or records that belong to it.
+  // Behind the entities: further pairs of the last one, or records that belong to it.
   Sample& append(const std::string& more) {
     entities_ += more;
     return *this;
@@ -83,7 +84,7 @@ class Sample {
   std::map<std::string, std::string> tables_;
 };
 
-/// Asks a record for all that entities and layers tell, whatever it is.
+// Asks a record for all that entities and layers tell, whatever it is.
 inline void readEverything(const Drawing& drawing, std::uint32_t record) {
   const Entity entity(drawing, record);
   const Layer layer(drawing, record);
@@ -94,7 +95,7 @@ inline void readEverything(const Drawing& drawing, std::uint32_t record) {
       layer.isLocked(), drawing.members(record).count, originalBlock(drawing, record));
 }
 
-/// The record of an entity, counted from 0 in file order.
+// The record of an entity, counted from 0 in file order.
 inline std::uint32_t entityRecord(const Drawing& drawing, std::size_t index = 0) {
   return resolve(drawing.entities()[index])->record;
 }

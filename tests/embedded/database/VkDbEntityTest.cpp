@@ -69,7 +69,7 @@ TEST(VkDbEntity, TwoDrawingsMayBeOpenAtOnce) {
   EXPECT_NE(one->entities()[0], other->entities()[0]);
 }
 
-/// "Door" is dynamic, "*U1" and "*U2" are made of it, "Chair" is an ordinary block.
+// "Door" is dynamic, "*U1" and "*U2" are made of it, "Chair" is an ordinary block.
 class BlockReference : public testing::Test {
  protected:
   struct Answer {

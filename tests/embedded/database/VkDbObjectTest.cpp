@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "host/automation/IdValues.h"
 #include "embedded/database/ObjectClass.h"
+#include "host/automation/IdValues.h"
 #include "host/database/OpenObject.h"
 #include "tests/embedded/database/Sample.h"
 

@@ -14,7 +14,7 @@ struct Protocol {
 
 struct Extension final : VkRxObject {};
 
-/// Three classes, each the parent of the next.
+// Three classes, each the parent of the next.
 struct Family {
   VkRxClass top{L"Top", VkRxObject::desc()};
   VkRxClass middle{L"Middle", &top};

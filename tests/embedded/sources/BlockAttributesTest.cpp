@@ -35,7 +35,7 @@ std::string definition(const std::string& handle, const std::string& tag, const 
                            {70, "0"}});
 }
 
-/// Adds a reference with its attributes.
+// Adds a reference with its attributes.
 void addReference(Sample& sample, Pairs pairs, const std::string& attributes) {
   sample.entity("INSERT", pairs);
   sample.append(attributes + record("SEQEND", {}));

@@ -11,7 +11,7 @@ namespace {
 using namespace test;
 using automation::Refusal;
 
-/// Every entity on layer "Walls" has it; what was written last is kept.
+// Every entity on layer "Walls" has it; what was written last is kept.
 class Note final : public EntityProperty {
  public:
   explicit Note(Description description) : EntityProperty(std::move(description)) {}

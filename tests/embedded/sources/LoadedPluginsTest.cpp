@@ -7,6 +7,7 @@
 #include "embedded/sources/SourceRegistry.h"
 #include "host/database/VkDbEntity.h"
 #include "tests/embedded/sources/Properties.h"
+#include "tests/support/Places.h"
 
 namespace velt::sources {
 namespace {
@@ -19,7 +20,7 @@ using testing::IsEmpty;
 class LoadedPluginsTest : public testing::Test {
  protected:
   bool load(const std::string& name) {
-    return plugins_->load(std::filesystem::path(VELT_TEST_PLUGIN_DIR) / (name + ".so"));
+    return plugins_->load(velt::tests::testPluginFolder() / (name + ".so"));
   }
   static bool isOffered(const wchar_t* source) {
     return static_cast<bool>(SourceRegistry::ofProcess().find(source));

@@ -1,5 +1,6 @@
-// The rows that a source offers for an entity, asked as a palette asks.
 #pragma once
+
+// The rows that a source offers for an entity, asked as a palette asks.
 
 #include <string>
 #include <vector>
@@ -36,7 +37,7 @@ inline std::vector<InterfaceHolder<IUnknown>> elementsOf(const VARIANT& array) {
   return elements;
 }
 
-/// One property of a source, with the entity that it was offered for.
+// One property of a source, with the entity that it was offered for.
 class Row {
  public:
   Row(IDispatch& entity, IUnknown& property) : Row(&entity, property) {}

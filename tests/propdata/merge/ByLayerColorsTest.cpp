@@ -5,7 +5,7 @@
 #include "propdata/VeltPropData.h"
 #include "tests/support/LayerTest.h"
 #include "tests/support/Row.h"
-#include "tests/support/ToyColour.h"
+#include "tests/support/ToyColor.h"
 #include "tests/support/ToyDatabase.h"
 
 namespace velt::toys {
@@ -20,8 +20,8 @@ class ByLayerColors : public LayerTest {
   static PROPINFO row(long entity, DISPID dispId = 1281) {
     return Row(L"Color").dispId(dispId).ofEntity(entity);
   }
-  PROPINFO row(const ToyColour& colour, long entity) {
-    return Row(L"Color").dispId(1281).ofEntity(entity).value(borrowed(colour.dispatch()));
+  PROPINFO row(const ToyColor& color, long entity) {
+    return Row(L"Color").dispId(1281).ofEntity(entity).value(borrowed(color.dispatch()));
   }
   void expectNothingIsOpen() const {
     for (const auto& [id, object] : host.database)
@@ -42,30 +42,30 @@ class ByLayerColors : public LayerTest {
     return answer;
   }
 
-  ToyLayer red{host, "red", 11, ToyColour::indexed(1)};
-  ToyLayer green{host, "green", 12, ToyColour::indexed(3)};
+  ToyLayer red{host, "red", 11, ToyColor::indexed(1)};
+  ToyLayer green{host, "green", 12, ToyColor::indexed(3)};
   ToyEntity entityOnRed{host, "entityOnRed", 21};
   ToyEntity otherOnRed{host, "otherOnRed", 22};
   ToyEntity entityOnGreen{host, "entityOnGreen", 23};
-  ToyColour byLayer{host, "byLayer", ToyColour::byLayer};
-  ToyColour byLayerToo{host, "byLayerToo", ToyColour::byLayer};
-  ToyColour fixed{host, "fixed", ToyColour::indexed(5)};
+  ToyColor byLayer{host, "byLayer", ToyColor::byLayer};
+  ToyColor byLayerToo{host, "byLayerToo", ToyColor::byLayer};
+  ToyColor fixed{host, "fixed", ToyColor::indexed(5)};
 };
 
 // --- VariantToColorHelper --------------------------------------------------------------------------------------------
 
-TEST_F(ByLayerColors, AColourObjectIsReadByValueAndNames) {
+TEST_F(ByLayerColors, AColorObjectIsReadByValueAndNames) {
   fixed.colorName = L"Brick";
   fixed.bookName = L"Book of colours";
   VARIANT value = borrowed(fixed.dispatch());
-  VkCmColor colour;
+  VkCmColor color;
   host.mark();
 
-  EXPECT_EQ(VariantToColorHelper(&value, colour), 0);
+  EXPECT_EQ(VariantToColorHelper(&value, color), 0);
 
-  EXPECT_EQ(colour.color(), ToyColour::indexed(5));
-  EXPECT_STREQ(colour.colorName(), L"Brick");
-  EXPECT_STREQ(colour.bookName(), L"Book of colours");
+  EXPECT_EQ(color.color(), ToyColor::indexed(5));
+  EXPECT_STREQ(color.colorName(), L"Brick");
+  EXPECT_STREQ(color.bookName(), L"Book of colours");
   EXPECT_EQ(host.log.lines(), (Lines{"QueryInterface(IVeltVkCmColor) on fixed", "get_EntityColor() on fixed",
                                      "get_ColorName() on fixed", "get_BookName() on fixed",
                                      "Release(IVeltVkCmColor) on fixed"}));
@@ -76,33 +76,33 @@ TEST_F(ByLayerColors, AColourObjectIsReadByValueAndNames) {
   EXPECT_EQ(print(value), "VT_DISPATCH");
 }
 
-TEST_F(ByLayerColors, AColourGetsItsValueAndThenItsNamesWhichAreThenFreed) {
+TEST_F(ByLayerColors, AColorGetsItsValueAndThenItsNamesWhichAreThenFreed) {
   fixed.colorName = L"Brick";
   fixed.bookName = L"Book";
   VARIANT value = borrowed(fixed.dispatch());
-  VkCmColor colour;
-  host.logsColours = true;
+  VkCmColor color;
+  host.logsColors = true;
 
-  EXPECT_EQ(VariantToColorHelper(&value, colour), 0);
+  EXPECT_EQ(VariantToColorHelper(&value, color), 0);
 
   EXPECT_EQ(host.log.only({"get_", "set", "Release"}),
             (Lines{"get_EntityColor() on fixed", "get_ColorName() on fixed", "get_BookName() on fixed",
                    "setColor(0xC3000005)", "setNames(Brick, Book)", "Release(IVeltVkCmColor) on fixed"}));
 }
 
-TEST_F(ByLayerColors, AColourWithoutNamesHasEmptyOnes) {
+TEST_F(ByLayerColors, AColorWithoutNamesHasEmptyOnes) {
   VARIANT value = borrowed(byLayer.dispatch());
-  VkCmColor colour;
-  colour.setNames(L"Old", L"Older");
+  VkCmColor color;
+  color.setNames(L"Old", L"Older");
 
-  EXPECT_EQ(VariantToColorHelper(&value, colour), 0);
+  EXPECT_EQ(VariantToColorHelper(&value, color), 0);
 
-  EXPECT_TRUE(colour.isByLayer());
-  EXPECT_STREQ(colour.colorName(), L"");
-  EXPECT_STREQ(colour.bookName(), L"");
+  EXPECT_TRUE(color.isByLayer());
+  EXPECT_STREQ(color.colorName(), L"");
+  EXPECT_STREQ(color.bookName(), L"");
 }
 
-TEST_F(ByLayerColors, WhatIsNoColourObjectFailsAndLeavesTheColourAlone) {
+TEST_F(ByLayerColors, WhatIsNoColorObjectFailsAndLeavesTheColorAlone) {
   ToyObject object(host, "object");
   VARIANT unknown = ofType(VT_UNKNOWN);
   unknown.punkVal = byLayer.unknown();
@@ -110,117 +110,117 @@ TEST_F(ByLayerColors, WhatIsNoColourObjectFailsAndLeavesTheColourAlone) {
                       borrowed(object.dispatch())};
   for (VARIANT& value : values) {
     SCOPED_TRACE(&value - values);
-    VkCmColor colour;
-    colour.setColor(77);
-    EXPECT_EQ(VariantToColorHelper(&value, colour), E_FAIL);
-    EXPECT_EQ(colour.color(), 77u);
+    VkCmColor color;
+    color.setColor(77);
+    EXPECT_EQ(VariantToColorHelper(&value, color), E_FAIL);
+    EXPECT_EQ(color.color(), 77u);
   }
 }
 
-TEST_F(ByLayerColors, AFailedColourQueryGivesE_FAILWhateverItAnswered) {
+TEST_F(ByLayerColors, AFailedColorQueryGivesE_FAILWhateverItAnswered) {
   host.on("QueryInterface(IVeltVkCmColor)").fail(E_ACCESSDENIED);
   VARIANT value = borrowed(byLayer.dispatch());
-  VkCmColor colour;
+  VkCmColor color;
 
-  EXPECT_EQ(VariantToColorHelper(&value, colour), E_FAIL);
+  EXPECT_EQ(VariantToColorHelper(&value, color), E_FAIL);
 }
 
 TEST_F(ByLayerColors, AnObjectOfAnotherTypeThanDispatchIsNotAsked) {
   VARIANT value = ofType(VT_UNKNOWN);
   value.punkVal = byLayer.unknown();
-  VkCmColor colour;
+  VkCmColor color;
 
-  VariantToColorHelper(&value, colour);
+  VariantToColorHelper(&value, color);
 
   EXPECT_EQ(host.log.all(), Lines{});
 }
 
-TEST_F(ByLayerColors, TheResultsOfTheThreeColourMethodsAreNotLookedAt) {
+TEST_F(ByLayerColors, TheResultsOfTheThreeColorMethodsAreNotLookedAt) {
   fixed.colorName = L"Brick";
   fixed.bookName = L"Book";
   for (const char* const call : {"get_EntityColor", "get_ColorName", "get_BookName"})
     host.on(call).workThenReturn(E_FAIL);
   VARIANT value = borrowed(fixed.dispatch());
-  VkCmColor colour;
+  VkCmColor color;
   host.mark();
 
-  EXPECT_EQ(VariantToColorHelper(&value, colour), 0);
+  EXPECT_EQ(VariantToColorHelper(&value, color), 0);
 
-  EXPECT_EQ(colour.color(), ToyColour::indexed(5));
-  EXPECT_STREQ(colour.colorName(), L"Brick");
-  EXPECT_STREQ(colour.bookName(), L"Book");
+  EXPECT_EQ(color.color(), ToyColor::indexed(5));
+  EXPECT_STREQ(color.colorName(), L"Brick");
+  EXPECT_STREQ(color.bookName(), L"Book");
   EXPECT_EQ(host.balance(), "balanced");
 }
 
-TEST_F(ByLayerColors, ColourMethodsThatFailWithoutAnAnswerLeakNothing) {
+TEST_F(ByLayerColors, ColorMethodsThatFailWithoutAnAnswerLeakNothing) {
   fixed.colorName = L"Brick";
   fixed.bookName = L"Book";
   VARIANT value = borrowed(fixed.dispatch());
   for (int n = 1;; ++n) {
-    VkCmColor colour;
+    VkCmColor color;
     host.mark();
     host.failCall(n);
-    const HRESULT answer = VariantToColorHelper(&value, colour);
+    const HRESULT answer = VariantToColorHelper(&value, color);
     if (host.failedCall().empty()) break;
     SCOPED_TRACE(host.failedCall());
     EXPECT_EQ(host.balance(), "balanced");
     EXPECT_EQ(answer, n == 1 ? E_FAIL : 0);
     if (n == 1) continue;
-    EXPECT_STREQ(colour.colorName(), host.failedCall().starts_with("get_ColorName") ? L"" : L"Brick");
-    EXPECT_STREQ(colour.bookName(), host.failedCall().starts_with("get_BookName") ? L"" : L"Book");
+    EXPECT_STREQ(color.colorName(), host.failedCall().starts_with("get_ColorName") ? L"" : L"Brick");
+    EXPECT_STREQ(color.bookName(), host.failedCall().starts_with("get_BookName") ? L"" : L"Book");
   }
 }
 
 // --- getPropEntityLayerColor -----------------------------------------------------------------------------------------
 
-TEST_F(ByLayerColors, TheLayersColourIsReadAndEverythingClosedAtOnce) {
+TEST_F(ByLayerColors, TheLayersColorIsReadAndEverythingClosedAtOnce) {
   PROPINFO prop = row(21);
-  VkCmColor colour;
+  VkCmColor color;
 
-  EXPECT_TRUE(getPropEntityLayerColor(colour, prop));
+  EXPECT_TRUE(getPropEntityLayerColor(color, prop));
 
-  EXPECT_EQ(colour.color(), ToyColour::indexed(1));
+  EXPECT_EQ(color.color(), ToyColor::indexed(1));
   EXPECT_EQ(host.log.all(),
             (Lines{"vkdbOpenObject(21, mode 0)", "layerId() on entityOnRed", "close() on entityOnRed",
                    "vkdbOpenVkDbObject(11, mode 0)", "color() on red", "close() on red"}));
   expectNothingIsOpen();
 }
 
-TEST_F(ByLayerColors, AnEntityThatCannotBeOpenedHasNoLayerColour) {
+TEST_F(ByLayerColors, AnEntityThatCannotBeOpenedHasNoLayerColor) {
   ToyPlainObject noEntity(host, "noEntity", 31);
   for (const long id : {0L, 31L, 999L}) {
     PROPINFO prop = row(id);
-    VkCmColor colour;
-    colour.setColor(77);
-    EXPECT_FALSE(getPropEntityLayerColor(colour, prop));
-    EXPECT_EQ(colour.color(), 77u);
+    VkCmColor color;
+    color.setColor(77);
+    EXPECT_FALSE(getPropEntityLayerColor(color, prop));
+    EXPECT_EQ(color.color(), 77u);
     expectNothingIsOpen();
   }
 }
 
-TEST_F(ByLayerColors, ALayerThatCannotBeOpenedHasNoColour) {
+TEST_F(ByLayerColors, ALayerThatCannotBeOpenedHasNoColor) {
   PROPINFO prop = row(21);
   for (const VkDbObjectId layer :
        {VkDbObjectId(), entityOnGreen.objectId(), VkDbObjectId().setFromOldId(999)}) {
     entityOnRed.layer = layer;
-    VkCmColor colour;
-    colour.setColor(77);
-    EXPECT_FALSE(getPropEntityLayerColor(colour, prop));
-    EXPECT_EQ(colour.color(), 77u);
+    VkCmColor color;
+    color.setColor(77);
+    EXPECT_FALSE(getPropEntityLayerColor(color, prop));
+    EXPECT_EQ(color.color(), 77u);
     expectNothingIsOpen();
   }
 }
 
 // --- IsDifferentByLayerColors of two rows ----------------------------------------------------------------------------
 
-TEST_F(ByLayerColors, RowsDifferWhenTheFirstIsByLayerAndTheLayersColoursDiffer) {
+TEST_F(ByLayerColors, RowsDifferWhenTheFirstIsByLayerAndTheLayersColorsDiffer) {
   EXPECT_TRUE(differ(row(byLayer, 21), row(byLayerToo, 23)));
   EXPECT_FALSE(differ(row(byLayer, 21), row(byLayerToo, 22)));
   EXPECT_FALSE(differ(row(byLayer, 21), row(byLayerToo, 21)));
 }
 
-TEST_F(ByLayerColors, LayersOfOneColourDoNotDiffer) {
-  green.shown.setColor(ToyColour::indexed(1));
+TEST_F(ByLayerColors, LayersOfOneColorDoNotDiffer) {
+  green.shown.setColor(ToyColor::indexed(1));
 
   EXPECT_FALSE(differ(row(byLayer, 21), row(byLayerToo, 23)));
 
@@ -228,19 +228,19 @@ TEST_F(ByLayerColors, LayersOfOneColourDoNotDiffer) {
   EXPECT_TRUE(differ(row(byLayer, 21), row(byLayerToo, 23))) << "names belong to a colour";
 }
 
-TEST_F(ByLayerColors, FixedColoursNeverDifferByLayer) {
+TEST_F(ByLayerColors, FixedColorsNeverDifferByLayer) {
   EXPECT_FALSE(differ(row(fixed, 21), row(fixed, 23)));
   EXPECT_EQ(host.log.count("vkdbOpen"), 0);
 }
 
-TEST_F(ByLayerColors, OnlyTheFirstRowsColourIsConverted) {
+TEST_F(ByLayerColors, OnlyTheFirstRowsColorIsConverted) {
   EXPECT_TRUE(differ(row(byLayer, 21), row(fixed, 23)));
   EXPECT_FALSE(differ(row(fixed, 21), row(byLayer, 23)));
   EXPECT_EQ(host.log.count("QueryInterface(IVeltVkCmColor) on fixed"), 1);
   EXPECT_TRUE(differ(row(byLayer, 21), row(23))) << "the other value need not even be a colour";
 }
 
-TEST_F(ByLayerColors, ValuesThatAreNoColoursDoNotDiffer) {
+TEST_F(ByLayerColors, ValuesThatAreNoColorsDoNotDiffer) {
   ToyObject object(host, "object");
   EXPECT_FALSE(differ(row(21), row(23)));
   EXPECT_FALSE(differ(Row(L"Color").ofEntity(21).value(borrowed(object.dispatch())), row(byLayer, 23)));
@@ -266,11 +266,11 @@ TEST_F(ByLayerColors, EveryFailedOpeningOfRowsMakesThemNotDifferent) {
     if (host.failedCall().empty()) {
       EXPECT_TRUE(answer);
       EXPECT_EQ(n,
-                4 + 4 + 1);  // the colour and three reads of it, two entities and their layers, nothing more
+                4 + 4 + 1);  // the color and three reads of it, two entities and their layers, nothing more
       break;
     }
     SCOPED_TRACE(host.failedCall());
-    // The reads of names are not looked at, and without a value the colour is not by layer.
+    // The reads of names are not looked at, and without a value the color is not by layer.
     EXPECT_EQ(answer, host.failedCall().starts_with("get_ColorName")
                           || host.failedCall().starts_with("get_BookName"));
   }
@@ -322,11 +322,11 @@ TEST_F(ByLayerColors, TheSearchOfAListEndsAtAnEntityThatOpensEvenWhenItsLayerDoe
   entityOnRed.layer = VkDbObjectId();
   const TqVector<PROPINFO> list = rows({row(21), row(23)});
 
-  // The side without a layer stays at the default colour, which no layer has.
+  // The side without a layer stays at the default color, which no layer has.
   EXPECT_TRUE(differ(borrowed(byLayer.dispatch()), list, rows({row(23)})));
 }
 
-TEST_F(ByLayerColors, Quirk_default_colour_for_a_missing_layer) {
+TEST_F(ByLayerColors, Quirk_default_color_for_a_missing_layer) {
   EXPECT_TRUE(differ(borrowed(byLayer.dispatch()), rows({row(21)}), rows({})));
   EXPECT_TRUE(differ(borrowed(byLayer.dispatch()), rows({}), rows({row(21)})));
   EXPECT_TRUE(differ(borrowed(byLayer.dispatch()), rows({row(21)}), rows({row(23, 1280)})));
@@ -336,7 +336,7 @@ TEST_F(ByLayerColors, Quirk_default_colour_for_a_missing_layer) {
   EXPECT_FALSE(differ(borrowed(byLayer.dispatch()), rows({row(999)}), rows({row(21, 1280)})));
 }
 
-TEST_F(ByLayerColors, ALayerOfTheDefaultColourEqualsAMissingOne) {
+TEST_F(ByLayerColors, ALayerOfTheDefaultColorEqualsAMissingOne) {
   red.shown = VkCmColor();
 
   EXPECT_FALSE(differ(borrowed(byLayer.dispatch()), rows({row(21)}), rows({})));
@@ -366,7 +366,7 @@ TEST_F(ByLayerColors, EveryFailedCallForListsLeavesNothingOpen) {
       break;
     }
     SCOPED_TRACE(host.failedCall());
-    // One side without its layer's colour: the default colour differs from the other side's.
+    // One side without its layer's color: the default color differs from the other side's.
     EXPECT_EQ(answer, host.failedCall().starts_with("vkdbOpen"));
   }
 }

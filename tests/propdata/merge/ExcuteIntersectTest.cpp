@@ -7,7 +7,7 @@
 #include "tests/propdata/merge/MergeScenario.h"
 #include "tests/propdata/merge/ReferenceMerge.h"
 #include "tests/support/LayerTest.h"
-#include "tests/support/ToyColour.h"
+#include "tests/support/ToyColor.h"
 #include "tests/support/ToyDatabase.h"
 
 namespace velt::tests {
@@ -424,24 +424,24 @@ TEST_F(ExcuteIntersectOnToys, AValueOfAnotherTypeInALaterEntityIsNotLookedAtOnce
   EXPECT_EQ(shown(merged.result), Lines{"A varies"});
 }
 
-// --- colours -----------------------------------------------------------------------------------------------------
+// --- colors -----------------------------------------------------------------------------------------------------
 
-// Entities with a colour object each, on layers of their own.
-class ExcuteIntersectOnColours : public ExcuteIntersectOnToys {
+// Entities with a color object each, on layers of their own.
+class ExcuteIntersectOnColors : public ExcuteIntersectOnToys {
  protected:
-  ExcuteIntersectOnColours() {
-    ToyColour* colour = colours;
+  ExcuteIntersectOnColors() {
+    ToyColor* color = colors;
     for (ToyObject* const object : {&first, &second, &third})
-      object->property(1281, L"Color").returns(VT_DISPATCH).holds(holding(*colour++));
+      object->property(1281, L"Color").returns(VT_DISPATCH).holds(holding(*color++));
     firstInDatabase.layer = red.objectId();
     secondInDatabase.layer = thirdInDatabase.layer = green.objectId();
   }
 
-  static ToyValue holding(const ToyColour& colour) { return toys::object(colour.dispatch()); }
+  static ToyValue holding(const ToyColor& color) { return toys::object(color.dispatch()); }
   static TqVector<PROPINFO> listOf(const ToyObject& object, long id) {
     return rows({Row(L"Color").of(object, id).dispId(1281).declared(VT_DISPATCH)});
   }
-  // What is shown of the colours of two or three entities; the values are given back.
+  // What is shown of the colors of two or three entities; the values are given back.
   Lines merged(bool withThird = false) {
     TqVector<TqVector<PROPINFO>> all = lists({listOf(first, 21), listOf(second, 22)});
     if (withThird) all.push_back(listOf(third, 23));
@@ -452,7 +452,7 @@ class ExcuteIntersectOnColours : public ExcuteIntersectOnToys {
     const Lines lines = shown(made.result);
     for (PROPINFO& row : made.result) {
       EXPECT_EQ(print(row.value), "VT_DISPATCH");
-      EXPECT_EQ(row.value.pdispVal, colours[0].dispatch()) << "the first entity's";
+      EXPECT_EQ(row.value.pdispVal, colors[0].dispatch()) << "the first entity's";
       VariantClear(&row.value);
     }
     freePropInfoVariantValue(all);
@@ -462,47 +462,47 @@ class ExcuteIntersectOnColours : public ExcuteIntersectOnToys {
     return lines;
   }
   void paint(std::initializer_list<std::uint32_t> values) {
-    ToyColour* colour = colours;
+    ToyColor* color = colors;
     for (const std::uint32_t value : values)
-      (colour++)->value = value;
+      (color++)->value = value;
   }
 
-  ToyLayer red{host, "red", 11, ToyColour::indexed(1)};
-  ToyLayer green{host, "green", 12, ToyColour::indexed(3)};
+  ToyLayer red{host, "red", 11, ToyColor::indexed(1)};
+  ToyLayer green{host, "green", 12, ToyColor::indexed(3)};
   ToyEntity firstInDatabase{host, "firstInDatabase", 21};
   ToyEntity secondInDatabase{host, "secondInDatabase", 22};
   ToyEntity thirdInDatabase{host, "thirdInDatabase", 23};
-  ToyColour colours[3] = {{host, "colour0", 0}, {host, "colour1", 0}, {host, "colour2", 0}};
+  ToyColor colors[3] = {{host, "colour0", 0}, {host, "colour1", 0}, {host, "colour2", 0}};
 };
 
-TEST_F(ExcuteIntersectOnColours, ColourObjectsThatDifferVaryAndTheFirstEntitysStays) {
-  paint({ToyColour::indexed(1), ToyColour::indexed(3)});
+TEST_F(ExcuteIntersectOnColors, ColorObjectsThatDifferVaryAndTheFirstEntitysStays) {
+  paint({ToyColor::indexed(1), ToyColor::indexed(3)});
 
   EXPECT_EQ(merged(), Lines{"Color varies"});
 }
 
-TEST_F(ExcuteIntersectOnColours, TwoObjectsOfOneColourDoNotVaryWhateverTheLayers) {
-  paint({ToyColour::indexed(5), ToyColour::indexed(5)});
+TEST_F(ExcuteIntersectOnColors, TwoObjectsOfOneColorDoNotVaryWhateverTheLayers) {
+  paint({ToyColor::indexed(5), ToyColor::indexed(5)});
 
   EXPECT_EQ(merged(), Lines{"Color"});
 }
 
-TEST_F(ExcuteIntersectOnColours, AColourByLayerVariesFromTheSameColourSetOutright) {
-  paint({ToyColour::byLayer, ToyColour::indexed(1)});
+TEST_F(ExcuteIntersectOnColors, AColorByLayerVariesFromTheSameColorSetOutright) {
+  paint({ToyColor::byLayer, ToyColor::indexed(1)});
 
   EXPECT_EQ(merged(), Lines{"Color varies"});
 }
 
-TEST_F(ExcuteIntersectOnColours, ColoursByLayerVaryWhenTheEntitiesLayersDiffer) {
-  paint({ToyColour::byLayer, ToyColour::byLayer});
+TEST_F(ExcuteIntersectOnColors, ColorsByLayerVaryWhenTheEntitiesLayersDiffer) {
+  paint({ToyColor::byLayer, ToyColor::byLayer});
   EXPECT_EQ(merged(), Lines{"Color varies"});
 
   secondInDatabase.layer = red.objectId();
   EXPECT_EQ(merged(), Lines{"Color"});
 }
 
-TEST_F(ExcuteIntersectOnColours, AThirdEntitysLayerIsComparedWithTheFirstOnes) {
-  paint({ToyColour::byLayer, ToyColour::byLayer, ToyColour::byLayer});
+TEST_F(ExcuteIntersectOnColors, AThirdEntitysLayerIsComparedWithTheFirstOnes) {
+  paint({ToyColor::byLayer, ToyColor::byLayer, ToyColor::byLayer});
   secondInDatabase.layer = red.objectId();
   EXPECT_EQ(merged(true), Lines{"Color varies"});
 

@@ -16,7 +16,7 @@
 #include "host/palette/IOPMPropertyExpander.h"
 #include "tests/propdata/merge/ReferenceMerge.h"
 #include "tests/support/Row.h"
-#include "tests/support/ToyColour.h"
+#include "tests/support/ToyColor.h"
 #include "tests/support/ToyDynamicProperty.h"
 
 namespace velt::tests {
@@ -286,10 +286,10 @@ class MergeWorld {
  private:
   struct EntityToys {
     EntityToys(toys::ToyHost& host, const std::string& name)
-        : object(host, name), dynamic(host, name + ".dynamic"), colour(host, name + ".colour", 0) {}
+        : object(host, name), dynamic(host, name + ".dynamic"), color(host, name + ".colour", 0) {}
     toys::ToyObject object;
     toys::ToyDynamicProperty dynamic;
-    toys::ToyColour colour;
+    toys::ToyColor color;
   };
 
   void add(const EntitySpec& spec, const EntitySpec& first) {
@@ -297,7 +297,7 @@ class MergeWorld {
     EntityToys& made = *entities_.emplace_back(std::make_unique<EntityToys>(host, toys::say("e", number)));
     if (spec.withoutExpander) made.object.withhold(IID_IOPMPropertyExpander);
     if (spec.withoutWeights) made.object.withhold(IID_IVkPiPropertyDisplay);
-    made.colour.value = toys::ToyColour::indexed(static_cast<std::uint32_t>(number % 2));
+    made.color.value = toys::ToyColor::indexed(static_cast<std::uint32_t>(number % 2));
     for (std::size_t i = 0; i < std::size(someDispIds); ++i)
       addProperty(made, someDispIds[i], i < 3 ? someNames[i] : L"Other",
                   (spec.hasFirstProperties ? first : spec).properties[i]);
@@ -383,7 +383,7 @@ class MergeWorld {
       case 3:
         return toys::r8(value + 0.5);
       case 4:
-        return toys::borrowed(made.colour.dispatch());
+        return toys::borrowed(made.color.dispatch());
       case 5:
         return toys::empty();
       default:
@@ -394,7 +394,7 @@ class MergeWorld {
   std::string nameOf(const IUnknown* pointer) const {
     if (pointer == nullptr) return "null";
     for (const auto& entity : entities_) {
-      const toys::Toy* const all[] = {&entity->object, &entity->dynamic, &entity->colour};
+      const toys::Toy* const all[] = {&entity->object, &entity->dynamic, &entity->color};
       for (const toys::Toy* const toy : all) {
         if (pointer == toy->unknown()) return toy->name() + ".unknown";
         if (toy != &entity->dynamic && pointer == toy->dispatch()) return toy->name();

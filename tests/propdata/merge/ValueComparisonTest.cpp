@@ -7,7 +7,7 @@
 #include "propdata/VeltPropData.h"
 #include "tests/support/LayerTest.h"
 #include "tests/support/Row.h"
-#include "tests/support/ToyColour.h"
+#include "tests/support/ToyColor.h"
 #include "tests/support/ToyDatabase.h"
 #include "tests/support/ToyHyperlinks.h"
 
@@ -204,13 +204,13 @@ TEST(CompareVARIANT, ChangesNeitherValue) {
 
 class CompareObjects : public LayerTest {};
 
-TEST_F(CompareObjects, ColoursAreComparedByValueAndNames) {
-  ToyColour red(host, "red", ToyColour::indexed(1));
-  ToyColour same(host, "same", ToyColour::indexed(1));
-  ToyColour green(host, "green", ToyColour::indexed(3));
-  ToyColour named(host, "named", ToyColour::indexed(1));
+TEST_F(CompareObjects, ColorsAreComparedByValueAndNames) {
+  ToyColor red(host, "red", ToyColor::indexed(1));
+  ToyColor same(host, "same", ToyColor::indexed(1));
+  ToyColor green(host, "green", ToyColor::indexed(3));
+  ToyColor named(host, "named", ToyColor::indexed(1));
   named.colorName = L"Brick";
-  ToyColour booked(host, "booked", ToyColour::indexed(1));
+  ToyColor booked(host, "booked", ToyColor::indexed(1));
   booked.bookName = L"Book";
   host.mark();
 
@@ -223,9 +223,9 @@ TEST_F(CompareObjects, ColoursAreComparedByValueAndNames) {
   EXPECT_EQ(host.balance(), "balanced");
 }
 
-TEST_F(CompareObjects, TwoColoursAreNotAskedForHyperlinks) {
-  ToyColour red(host, "red", ToyColour::indexed(1));
-  ToyColour green(host, "green", ToyColour::indexed(3));
+TEST_F(CompareObjects, TwoColorsAreNotAskedForHyperlinks) {
+  ToyColor red(host, "red", ToyColor::indexed(1));
+  ToyColor green(host, "green", ToyColor::indexed(3));
 
   compared(borrowed(red.dispatch()), borrowed(green.dispatch()));
 
@@ -298,36 +298,36 @@ TEST_F(CompareObjects, AnItemThatSucceedsWithoutALinkCountsAsNone) {
   EXPECT_EQ(compared(borrowed(a.dispatch()), borrowed(b.dispatch())), 0);
 }
 
-TEST_F(CompareObjects, ObjectsThatAreNeitherColoursNorHyperlinksDiffer) {
+TEST_F(CompareObjects, ObjectsThatAreNeitherColorsNorHyperlinksDiffer) {
   ToyObject a(host, "a"), b(host, "b");
-  ToyColour colour(host, "colour", 1);
+  ToyColor color(host, "colour", 1);
   ToyHyperlinks links(host, "links");
   host.mark();
 
   EXPECT_EQ(compared(borrowed(a.dispatch()), borrowed(b.dispatch())), 1);
   EXPECT_EQ(compared(borrowed(a.dispatch()), borrowed(a.dispatch())), 1);
-  EXPECT_EQ(compared(borrowed(colour.dispatch()), borrowed(a.dispatch())), 1);
-  EXPECT_EQ(compared(borrowed(a.dispatch()), borrowed(colour.dispatch())), 1);
+  EXPECT_EQ(compared(borrowed(color.dispatch()), borrowed(a.dispatch())), 1);
+  EXPECT_EQ(compared(borrowed(a.dispatch()), borrowed(color.dispatch())), 1);
   EXPECT_EQ(compared(borrowed(links.dispatch()), borrowed(a.dispatch())), 1);
   EXPECT_EQ(compared(borrowed(a.dispatch()), borrowed(links.dispatch())), 1);
-  EXPECT_EQ(compared(borrowed(colour.dispatch()), borrowed(links.dispatch())), 1);
-  EXPECT_EQ(compared(borrowed(links.dispatch()), borrowed(colour.dispatch())), 1);
+  EXPECT_EQ(compared(borrowed(color.dispatch()), borrowed(links.dispatch())), 1);
+  EXPECT_EQ(compared(borrowed(links.dispatch()), borrowed(color.dispatch())), 1);
   EXPECT_EQ(host.balance(), "balanced");
 }
 
-TEST_F(CompareObjects, AColourDiffersFromWhatIsNoneEvenWhenItIsTheDefaultColour) {
-  ToyColour colour(host, "colour", VkCmColor().color());
+TEST_F(CompareObjects, AColorDiffersFromWhatIsNoneEvenWhenItIsTheDefaultColor) {
+  ToyColor color(host, "colour", VkCmColor().color());
   ToyObject object(host, "object");
-  VARIANT value = borrowed(colour.dispatch());
+  VARIANT value = borrowed(color.dispatch());
   VkCmColor converted;
   ASSERT_EQ(VariantToColorHelper(&value, converted), 0);
   ASSERT_FALSE(converted != VkCmColor());
 
-  EXPECT_EQ(compared(borrowed(colour.dispatch()), borrowed(object.dispatch())), 1);
-  EXPECT_EQ(compared(borrowed(object.dispatch()), borrowed(colour.dispatch())), 1);
+  EXPECT_EQ(compared(borrowed(color.dispatch()), borrowed(object.dispatch())), 1);
+  EXPECT_EQ(compared(borrowed(object.dispatch()), borrowed(color.dispatch())), 1);
 }
 
-TEST_F(CompareObjects, BothAreAskedForColoursAndThenBothForHyperlinks) {
+TEST_F(CompareObjects, BothAreAskedForColorsAndThenBothForHyperlinks) {
   ToyObject a(host, "a"), b(host, "b");
 
   EXPECT_EQ(compared(borrowed(a.dispatch()), borrowed(b.dispatch())), 1);
@@ -339,24 +339,24 @@ TEST_F(CompareObjects, BothAreAskedForColoursAndThenBothForHyperlinks) {
 
 TEST_F(CompareObjects, NullObjectsDiffer) {
   ToyHyperlinks links(host, "links");
-  ToyColour colour(host, "colour", 1);
+  ToyColor color(host, "colour", 1);
   const VARIANT none = borrowed(static_cast<IDispatch*>(nullptr));
   host.mark();
 
   EXPECT_EQ(compared(none, none), 1);
   EXPECT_EQ(compared(none, borrowed(links.dispatch())), 1);
   EXPECT_EQ(compared(borrowed(links.dispatch()), none), 1);
-  EXPECT_EQ(compared(borrowed(colour.dispatch()), none), 1);
-  EXPECT_EQ(compared(none, borrowed(colour.dispatch())), 1);
+  EXPECT_EQ(compared(borrowed(color.dispatch()), none), 1);
+  EXPECT_EQ(compared(none, borrowed(color.dispatch())), 1);
   EXPECT_EQ(host.balance(), "balanced");
 }
 
 TEST_F(CompareObjects, EveryHostCallMayFailWithoutALeak) {
-  ToyColour colour(host, "colour", 1), otherColour(host, "otherColour", 1);
+  ToyColor color(host, "colour", 1), otherColor(host, "otherColour", 1);
   ToyHyperlinks links(host, "links"), otherLinks(host, "otherLinks");
   links.add(L"http://one");
   otherLinks.add(L"http://one");
-  const std::pair<IDispatch*, IDispatch*> pairs[] = {{colour.dispatch(), otherColour.dispatch()},
+  const std::pair<IDispatch*, IDispatch*> pairs[] = {{color.dispatch(), otherColor.dispatch()},
                                                      {links.dispatch(), otherLinks.dispatch()}};
   for (const auto& [a, b] : pairs) {
     for (int n = 1;; ++n) {
@@ -465,21 +465,21 @@ class CompareByLayer : public ComparePropInfo {
     return Row(L"Color").dispId(dispId).ofEntity(entity).value(value);
   }
 
-  ToyLayer red{host, "red", 11, ToyColour::indexed(1)};
-  ToyLayer green{host, "green", 12, ToyColour::indexed(3)};
+  ToyLayer red{host, "red", 11, ToyColor::indexed(1)};
+  ToyLayer green{host, "green", 12, ToyColor::indexed(3)};
   ToyEntity entityA{host, "entityA", 21};
   ToyEntity entityB{host, "entityB", 22};
-  ToyColour byLayerA{host, "byLayerA", ToyColour::byLayer};
-  ToyColour byLayerB{host, "byLayerB", ToyColour::byLayer};
+  ToyColor byLayerA{host, "byLayerA", ToyColor::byLayer};
+  ToyColor byLayerB{host, "byLayerB", ToyColor::byLayer};
 };
 
-TEST_F(CompareByLayer, EqualByLayerColoursVaryWhenTheLayersDiffer) {
+TEST_F(CompareByLayer, EqualByLayerColorsVaryWhenTheLayersDiffer) {
   EXPECT_EQ(compare(row(borrowed(byLayerA.dispatch()), 21), row(borrowed(byLayerB.dispatch()), 22)), varying);
   EXPECT_EQ(compare(row(borrowed(byLayerA.dispatch()), 21), row(borrowed(byLayerB.dispatch()), 21)), same);
   EXPECT_EQ(error(), untouched);
 }
 
-TEST_F(CompareByLayer, TheColourOfDispid1301IsNotResolved) {
+TEST_F(CompareByLayer, TheColorOfDispid1301IsNotResolved) {
   EXPECT_EQ(
       compare(row(borrowed(byLayerA.dispatch()), 21, 1301), row(borrowed(byLayerB.dispatch()), 22, 1281)),
       same);
@@ -490,14 +490,14 @@ TEST_F(CompareByLayer, TheColourOfDispid1301IsNotResolved) {
       varying);
 }
 
-TEST_F(CompareByLayer, LayersAreNotLookedAtWhenTheColoursDifferAnyway) {
-  ToyColour fixed(host, "fixed", ToyColour::indexed(1));
+TEST_F(CompareByLayer, LayersAreNotLookedAtWhenTheColorsDifferAnyway) {
+  ToyColor fixed(host, "fixed", ToyColor::indexed(1));
 
   EXPECT_EQ(compare(row(borrowed(byLayerA.dispatch()), 21), row(borrowed(fixed.dispatch()), 22)), varying);
   EXPECT_EQ(host.log.count("vkdbOpenObject"), 0);
 }
 
-TEST_F(CompareByLayer, OtherValuesAreNotAskedForAColour) {
+TEST_F(CompareByLayer, OtherValuesAreNotAskedForAColor) {
   EXPECT_EQ(compare(row(i4(1), 21), row(i4(1), 22)), same);
   EXPECT_EQ(host.log.all(), Lines{});
 }
@@ -602,11 +602,11 @@ TEST_F(CompareElements, TheElementsOfTheFirstPropertyAreNotCountedForOthers) {
 }
 
 TEST_F(CompareElements, Quirk_no_by_layer_check_of_elements) {
-  ToyLayer red(host, "red", 11, ToyColour::indexed(1)), green(host, "green", 12, ToyColour::indexed(3));
+  ToyLayer red(host, "red", 11, ToyColor::indexed(1)), green(host, "green", 12, ToyColor::indexed(3));
   ToyEntity entityA(host, "entityA", 21), entityB(host, "entityB", 22);
   entityA.layer = red.objectId();
   entityB.layer = green.objectId();
-  ToyColour a(host, "a", ToyColour::byLayer), b(host, "b", ToyColour::byLayer);
+  ToyColor a(host, "a", ToyColor::byLayer), b(host, "b", ToyColor::byLayer);
   PROPINFO rowA = row(first, borrowed(a.dispatch())), rowB = row(other, borrowed(b.dispatch()));
   rowA.objectId = entityA.objectId();
   rowB.objectId = entityB.objectId();

@@ -317,9 +317,9 @@ TEST_F(SingleEntityHarvest, Quirk_message_1018_left_behind) {
 }
 
 TEST_F(SingleEntityHarvest, EnumeratedChoicesStayThoughTheRowOffersNone) {
-  const auto colour = ToyTypeInfo::named(host, L"Colour");
-  colour->member(L"Red", i4(1));
-  line.readOnly(4, L"Colour").returns(*colour);
+  const auto color = ToyTypeInfo::named(host, L"Colour");
+  color->member(L"Red", i4(1));
+  line.readOnly(4, L"Colour").returns(*color);
 
   EXPECT_TRUE(harvest(add(line)));
 

@@ -39,7 +39,7 @@ class GetPropTypeInfoTest : public LayerTest {
   using Names = std::vector<std::string>;
 
   ToyObject line{host, "line"};
-  std::unique_ptr<ToyTypeInfo> colour = ToyTypeInfo::named(host, L"Colour");
+  std::unique_ptr<ToyTypeInfo> color = ToyTypeInfo::named(host, L"Colour");
   ToySelection selection;
   VeltPropData& entry = selection.add(line, 77, CLSID_VeltLine);
   TqVector<PROPINFO> props;
@@ -424,8 +424,8 @@ TEST_F(GetPropTypeInfoTest, ALabelIsNotTakenOverByTheNextProperty) {
 // --- user-defined types -------------------------------------------------------------------------------------
 
 TEST_F(GetPropTypeInfoTest, AnEnumerationIsReadInOneOrderOfCalls) {
-  colour->member(L"Red", i4(1)).member(L"Green", i4(3));
-  line.readOnly(4, L"Colour").returns(*colour);
+  color->member(L"Red", i4(1)).member(L"Green", i4(3));
+  line.readOnly(4, L"Colour").returns(*color);
   host.mark();
 
   EXPECT_TRUE(walk());
@@ -452,8 +452,8 @@ TEST_F(GetPropTypeInfoTest, AnEnumerationIsReadInOneOrderOfCalls) {
 }
 
 TEST_F(GetPropTypeInfoTest, TheMembersOfAnEnumerationAreTheChoicesInTheirOrder) {
-  colour->member(L"Red", i4(7)).member(L"Green", i4(-3)).member(L"Blue", i4(7));
-  line.readOnly(4, L"Colour").returns(*colour);
+  color->member(L"Red", i4(7)).member(L"Green", i4(-3)).member(L"Blue", i4(7));
+  line.readOnly(4, L"Colour").returns(*color);
 
   EXPECT_TRUE(walk());
 
@@ -464,12 +464,12 @@ TEST_F(GetPropTypeInfoTest, TheMembersOfAnEnumerationAreTheChoicesInTheirOrder) 
 }
 
 TEST_F(GetPropTypeInfoTest, MembersThatAreNoConstantsAreNoChoices) {
-  colour->member(L"Red", i4(1))
+  color->member(L"Red", i4(1))
       .member(L"PerInstance", i4(2), VAR_PERINSTANCE)
       .member(L"Static", i4(3), VAR_STATIC)
       .member(L"Dispatch", i4(4), VAR_DISPATCH)
       .member(L"Blue", i4(5));
-  line.readOnly(4, L"Colour").returns(*colour);
+  line.readOnly(4, L"Colour").returns(*color);
   host.mark();
 
   EXPECT_TRUE(walk());
@@ -481,8 +481,8 @@ TEST_F(GetPropTypeInfoTest, MembersThatAreNoConstantsAreNoChoices) {
 }
 
 TEST_F(GetPropTypeInfoTest, AMemberThatCannotBeDescribedIsLeftOut) {
-  colour->member(L"Red", i4(1)).member(L"Green", i4(2)).member(L"Blue", i4(3));
-  line.readOnly(4, L"Colour").returns(*colour);
+  color->member(L"Red", i4(1)).member(L"Green", i4(2)).member(L"Blue", i4(3));
+  line.readOnly(4, L"Colour").returns(*color);
   host.on("GetVarDesc(1)").fail();
   host.mark();
 
@@ -496,8 +496,8 @@ TEST_F(GetPropTypeInfoTest, AMemberThatCannotBeDescribedIsLeftOut) {
 }
 
 TEST_F(GetPropTypeInfoTest, AMemberWithoutANameIsAChoiceAllTheSame) {
-  colour->member(L"Red", i4(1)).member(L"Green", i4(2)).member(L"Blue", i4(3));
-  line.readOnly(4, L"Colour").returns(*colour);
+  color->member(L"Red", i4(1)).member(L"Green", i4(2)).member(L"Blue", i4(3));
+  line.readOnly(4, L"Colour").returns(*color);
   host.on("GetNames(2").fail();
 
   EXPECT_TRUE(walk());
@@ -509,8 +509,8 @@ TEST_F(GetPropTypeInfoTest, AMemberWithoutANameIsAChoiceAllTheSame) {
 TEST_F(GetPropTypeInfoTest, AChoicesIntegerIsTheDataWordWhateverTheTypeOfTheConstant) {
   VARIANT real = r8(0.0);
   real.llVal = 0x1122334455667788;
-  colour->member(L"Short", i2(-1)).member(L"Real", real).member(L"Long", i4(-1));
-  line.readOnly(4, L"Colour").returns(*colour);
+  color->member(L"Short", i2(-1)).member(L"Real", real).member(L"Long", i4(-1));
+  line.readOnly(4, L"Colour").returns(*color);
 
   EXPECT_TRUE(walk());
 
@@ -518,9 +518,9 @@ TEST_F(GetPropTypeInfoTest, AChoicesIntegerIsTheDataWordWhateverTheTypeOfTheCons
 }
 
 TEST_F(GetPropTypeInfoTest, ChoicesAreNotTakenOverByTheNextProperty) {
-  colour->member(L"Red", i4(1));
-  colour->typeName = L"VELT_COLOR";
-  line.readOnly(4, L"Colour").returns(*colour);
+  color->member(L"Red", i4(1));
+  color->typeName = L"VELT_COLOR";
+  line.readOnly(4, L"Colour").returns(*color);
   line.readOnly(5, L"Plain");
 
   EXPECT_TRUE(walk());
@@ -531,10 +531,10 @@ TEST_F(GetPropTypeInfoTest, ChoicesAreNotTakenOverByTheNextProperty) {
 }
 
 TEST_F(GetPropTypeInfoTest, AUserDefinedTypeOfAnotherKindGivesItsCodeAndNoChoices) {
-  colour->kind = TKIND_ALIAS;
-  colour->typeName = L"VELT_COLOR";
-  colour->member(L"Red", i4(1));
-  line.readOnly(4, L"Colour").returns(*colour);
+  color->kind = TKIND_ALIAS;
+  color->typeName = L"VELT_COLOR";
+  color->member(L"Red", i4(1));
+  line.readOnly(4, L"Colour").returns(*color);
   host.mark();
 
   EXPECT_TRUE(walk());
@@ -547,9 +547,9 @@ TEST_F(GetPropTypeInfoTest, AUserDefinedTypeOfAnotherKindGivesItsCodeAndNoChoice
 }
 
 TEST_F(GetPropTypeInfoTest, AnEnumerationOfAKnownNameGivesItsCodeAndItsChoices) {
-  colour->typeName = L"ACAD_LWEIGHT";
-  colour->member(L"Thin", i4(5));
-  line.readOnly(4, L"Weight").returns(*colour);
+  color->typeName = L"ACAD_LWEIGHT";
+  color->member(L"Thin", i4(5));
+  line.readOnly(4, L"Weight").returns(*color);
 
   EXPECT_TRUE(walk());
 
@@ -559,7 +559,7 @@ TEST_F(GetPropTypeInfoTest, AnEnumerationOfAKnownNameGivesItsCodeAndItsChoices) 
 
 TEST_F(GetPropTypeInfoTest, Quirk_two_codes_for_no_custom_type) {
   line.readOnly(4, L"Plain").returns(VT_I4);
-  line.readOnly(5, L"Enumerated").returns(*colour);
+  line.readOnly(5, L"Enumerated").returns(*color);
 
   EXPECT_TRUE(walk());
 
@@ -568,9 +568,9 @@ TEST_F(GetPropTypeInfoTest, Quirk_two_codes_for_no_custom_type) {
 }
 
 TEST_F(GetPropTypeInfoTest, ATypeWhoseNameCannotBeReadHasNoCode) {
-  colour->typeName = L"VELT_COLOR";
-  colour->member(L"Red", i4(1));
-  line.readOnly(4, L"Colour").returns(*colour);
+  color->typeName = L"VELT_COLOR";
+  color->member(L"Red", i4(1));
+  line.readOnly(4, L"Colour").returns(*color);
   const std::string calls[] = {"GetContainingTypeLib()", "GetDocumentation(3"};
 
   for (const std::string& call : calls) {
@@ -588,7 +588,7 @@ TEST_F(GetPropTypeInfoTest, ATypeWhoseNameCannotBeReadHasNoCode) {
 }
 
 TEST_F(GetPropTypeInfoTest, ATypeWithANullNameGetsTheGenericCode) {
-  line.readOnly(4, L"Colour").returns(*colour);
+  line.readOnly(4, L"Colour").returns(*color);
   host.on("GetDocumentation(3").answerNull();
 
   EXPECT_TRUE(walk());
@@ -597,9 +597,9 @@ TEST_F(GetPropTypeInfoTest, ATypeWithANullNameGetsTheGenericCode) {
 }
 
 TEST_F(GetPropTypeInfoTest, ATypeThatCannotBeResolvedLeavesThePropertyPlain) {
-  colour->typeName = L"VELT_COLOR";
-  colour->member(L"Red", i4(1));
-  line.readOnly(4, L"Colour").returns(*colour);
+  color->typeName = L"VELT_COLOR";
+  color->member(L"Red", i4(1));
+  line.readOnly(4, L"Colour").returns(*color);
   host.on("GetRefTypeInfo").fail();
   host.mark();
 
@@ -613,7 +613,7 @@ TEST_F(GetPropTypeInfoTest, ATypeThatCannotBeResolvedLeavesThePropertyPlain) {
 }
 
 TEST_F(GetPropTypeInfoTest, ANullTypeLeavesThePropertyPlain) {
-  line.readOnly(4, L"Colour").returns(*colour);
+  line.readOnly(4, L"Colour").returns(*color);
   host.on("GetRefTypeInfo").answerNull();
 
   EXPECT_TRUE(walk());
@@ -623,8 +623,8 @@ TEST_F(GetPropTypeInfoTest, ANullTypeLeavesThePropertyPlain) {
 }
 
 TEST_F(GetPropTypeInfoTest, OnlyThePointerTellsWhetherATypeWasResolved) {
-  colour->typeName = L"VELT_COLOR";
-  line.readOnly(4, L"Colour").returns(*colour);
+  color->typeName = L"VELT_COLOR";
+  line.readOnly(4, L"Colour").returns(*color);
   host.on("GetRefTypeInfo").workThenReturn(E_FAIL);
   host.mark();
 
@@ -635,9 +635,9 @@ TEST_F(GetPropTypeInfoTest, OnlyThePointerTellsWhetherATypeWasResolved) {
 }
 
 TEST_F(GetPropTypeInfoTest, ATypeWithoutAttributesHasNeitherChoicesNorACode) {
-  colour->typeName = L"VELT_COLOR";
-  colour->member(L"Red", i4(1));
-  line.readOnly(4, L"Colour").returns(*colour);
+  color->typeName = L"VELT_COLOR";
+  color->member(L"Red", i4(1));
+  line.readOnly(4, L"Colour").returns(*color);
   host.on("GetTypeAttr() on Colour").fail();
   host.mark();
 
@@ -651,9 +651,9 @@ TEST_F(GetPropTypeInfoTest, ATypeWithoutAttributesHasNeitherChoicesNorACode) {
 }
 
 TEST_F(GetPropTypeInfoTest, AttributesOfATypeCountOnlyWithASuccessThatHandsThemOut) {
-  colour->typeName = L"VELT_COLOR";
-  colour->member(L"Red", i4(1));
-  line.readOnly(4, L"Colour").returns(*colour);
+  color->typeName = L"VELT_COLOR";
+  color->member(L"Red", i4(1));
+  line.readOnly(4, L"Colour").returns(*color);
   const auto expectAPlainProperty = [this] {
     EXPECT_TRUE(walk());
     ASSERT_EQ(listed(), Names{"Colour"});
@@ -669,8 +669,8 @@ TEST_F(GetPropTypeInfoTest, AttributesOfATypeCountOnlyWithASuccessThatHandsThemO
 }
 
 TEST_F(GetPropTypeInfoTest, AMemberCountsOnlyWithASuccessThatDescribesIt) {
-  colour->member(L"Red", i4(1)).member(L"Green", i4(2)).member(L"Blue", i4(3));
-  line.readOnly(4, L"Colour").returns(*colour);
+  color->member(L"Red", i4(1)).member(L"Green", i4(2)).member(L"Blue", i4(3));
+  line.readOnly(4, L"Colour").returns(*color);
   host.on("GetVarDesc(0)").answerNull();
   host.on("GetVarDesc(1)").workThenReturn(E_FAIL);
 
@@ -682,8 +682,8 @@ TEST_F(GetPropTypeInfoTest, AMemberCountsOnlyWithASuccessThatDescribesIt) {
 }
 
 TEST_F(GetPropTypeInfoTest, ATypeLibraryCountsOnlyWithASuccessThatHandsItOut) {
-  colour->typeName = L"VELT_COLOR";
-  line.readOnly(4, L"Colour").returns(*colour);
+  color->typeName = L"VELT_COLOR";
+  line.readOnly(4, L"Colour").returns(*color);
   for (const bool isNull : {true, false}) {
     Rule& rule = host.on("GetContainingTypeLib").nth(1);
     if (isNull) {
@@ -700,7 +700,7 @@ TEST_F(GetPropTypeInfoTest, ATypeLibraryCountsOnlyWithASuccessThatHandsItOut) {
 TEST_F(GetPropTypeInfoTest, TheTypeOfAPutterIsNotResolved) {
   line.writeOnly(4, L"Colour").flagged(0);
   line.type.functions.back().returns = VT_USERDEFINED;
-  line.type.functions.back().type = colour.get();
+  line.type.functions.back().type = color.get();
 
   EXPECT_TRUE(walk());
 
@@ -708,7 +708,7 @@ TEST_F(GetPropTypeInfoTest, TheTypeOfAPutterIsNotResolved) {
 }
 
 TEST_F(GetPropTypeInfoTest, ATypeIsResolvedEvenForAPropertyThatIsNotShown) {
-  line.readOnly(4, L"Colour").returns(*colour).shown(0);
+  line.readOnly(4, L"Colour").returns(*color).shown(0);
   host.mark();
 
   EXPECT_TRUE(walk());
@@ -805,9 +805,9 @@ TEST_F(GetPropTypeInfoTest, AfterAFailureWhatWasListedStays) {
 }
 
 TEST_F(GetPropTypeInfoTest, WhicheverCallFailsTheOutcomeIsTheOneThatIsPromised) {
-  colour->member(L"Red", i4(1)).member(L"Green", i4(2));
+  color->member(L"Red", i4(1)).member(L"Green", i4(2));
   line.property(4, L"StartX").labelled(L"Start X");
-  line.property(5, L"Colour").returns(*colour);
+  line.property(5, L"Colour").returns(*color);
 
   int run = 1;
   for (bool failed = true; failed; ++run) {
@@ -843,9 +843,9 @@ TEST_F(GetPropTypeInfoTest, WhicheverCallFailsTheOutcomeIsTheOneThatIsPromised) 
 }
 
 TEST_F(GetPropTypeInfoTest, WhicheverCallThrowsItsDescriptionIsTheErrorText) {
-  colour->member(L"Red", i4(1));
+  color->member(L"Red", i4(1));
   line.property(4, L"StartX").labelled(L"Start X");
-  line.property(5, L"Colour").returns(*colour);
+  line.property(5, L"Colour").returns(*color);
 
   int run = 1;
   for (bool failed = true; failed; ++run) {
@@ -877,9 +877,9 @@ TEST_F(GetPropTypeInfoTest, AfterAnExceptionWhatWasListedStays) {
 }
 
 TEST_F(GetPropTypeInfoTest, ExhaustedMemoryEndsTheWalkWithoutAMessage) {
-  colour->member(L"Red", i4(1)).member(L"Green", i4(2));
+  color->member(L"Red", i4(1)).member(L"Green", i4(2));
   line.property(4, L"StartX").labelled(L"Start X");
-  line.property(5, L"Colour").returns(*colour);
+  line.property(5, L"Colour").returns(*color);
   host.mark();
   bool done = false;
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "propdata/VeltPropData.h"
-#include "tests/support/ToyColour.h"
+#include "tests/support/ToyColor.h"
 #include "tests/support/ToyHost.h"
 #include "tests/support/ToyObject.h"
 #include "tests/support/ToyValue.h"
@@ -18,7 +18,7 @@ namespace velt::tests {
 namespace {
 
 using toys::Lines;
-using toys::ToyColour;
+using toys::ToyColor;
 using toys::ToyHost;
 using toys::ToyObject;
 
@@ -234,38 +234,38 @@ TEST(PropertyType, NeighbouringDispIdsAreOrdinary) {
   }
 }
 
-TEST(PropertyType, TheDispIdDecidesWithoutALookAtTheColourObject) {
+TEST(PropertyType, TheDispIdDecidesWithoutALookAtTheColorObject) {
   ToyHost host;
-  ToyColour colour(host, "colour", ToyColour::byLayer);
+  ToyColor color(host, "colour", ToyColor::byLayer);
   for (const auto& [dispId, code] : codesByDispId) {
-    EXPECT_EQ(kindOf("Line", row(L"Name", toys::borrowed(colour.dispatch()), dispId)), code);
+    EXPECT_EQ(kindOf("Line", row(L"Name", toys::borrowed(color.dispatch()), dispId)), code);
   }
   EXPECT_EQ(host.log.all(), Lines{});
 }
 
-// --- colours --------------------------------------------------------------------------------------------------------
+// --- colors --------------------------------------------------------------------------------------------------------
 
-TEST(PropertyType, AColourObjectIsAColourAndIsGivenBackAtOnce) {
+TEST(PropertyType, AColorObjectIsAColorAndIsGivenBackAtOnce) {
   ToyHost host;
-  ToyColour colour(host, "colour", ToyColour::byLayer);
+  ToyColor color(host, "colour", ToyColor::byLayer);
   host.mark();
-  EXPECT_EQ(kindOf("Line", row(L"TextColor", toys::borrowed(colour.dispatch()))), 505u);
+  EXPECT_EQ(kindOf("Line", row(L"TextColor", toys::borrowed(color.dispatch()))), 505u);
   EXPECT_EQ(host.log.all(),
             (Lines{"QueryInterface(IVeltVkCmColor) on colour", "Release(IVeltVkCmColor) on colour"}));
   EXPECT_EQ(host.balance(), "balanced");
 }
 
-TEST(PropertyType, AColourObjectDecidesBeforeSpecialNamesAndChoices) {
+TEST(PropertyType, AColorObjectDecidesBeforeSpecialNamesAndChoices) {
   ToyHost host;
-  ToyColour colour(host, "colour", ToyColour::byLayer);
-  PROPINFO prop = row(L"PatternName", toys::borrowed(colour.dispatch()));
+  ToyColor color(host, "colour", ToyColor::byLayer);
+  PROPINFO prop = row(L"PatternName", toys::borrowed(color.dispatch()));
   prop.hasChoices = true;
   EXPECT_EQ(kindOf("Hatch", prop), 505u);
 }
 
-TEST(PropertyType, AnObjectThatIsNoColourIsTreatedByName) {
+TEST(PropertyType, AnObjectThatIsNoColorIsTreatedByName) {
   ToyHost host;
-  ToyColour other(host, "other", 0);
+  ToyColor other(host, "other", 0);
   other.withhold(IID_IVeltVkCmColor);
   PROPINFO prop = row(L"PatternName", toys::borrowed(other.dispatch()));
   EXPECT_EQ(kindOf("Hatch", prop), 518u);
@@ -283,10 +283,10 @@ TEST(PropertyType, ADispatchValueWithoutObjectIsTreatedByName) {
   EXPECT_EQ(kindOf("Line", prop), 0u);
 }
 
-TEST(PropertyType, OnlyAValueOfTypeDispatchIsAskedWhetherItIsAColour) {
+TEST(PropertyType, OnlyAValueOfTypeDispatchIsAskedWhetherItIsAColor) {
   ToyHost host;
-  ToyColour colour(host, "colour", ToyColour::byLayer);
-  const auto pointer = reinterpret_cast<LONGLONG>(colour.dispatch());
+  ToyColor color(host, "colour", ToyColor::byLayer);
+  const auto pointer = reinterpret_cast<LONGLONG>(color.dispatch());
   for (const int type : {0, 1, 3, 8, 10, 12, 13, 20, VT_DISPATCH | VT_BYREF, VT_DISPATCH | VT_ARRAY}) {
     const VARIANT value = toys::ofType(static_cast<VARTYPE>(type), pointer);
     EXPECT_NE(kindOf("Line", row(L"Name", value)), 505u) << type;
@@ -296,9 +296,9 @@ TEST(PropertyType, OnlyAValueOfTypeDispatchIsAskedWhetherItIsAColour) {
 
 TEST(PropertyType, AQueryThatGivesNothingReleasesNothing) {
   ToyHost host;
-  ToyColour colour(host, "colour", ToyColour::byLayer);
+  ToyColor color(host, "colour", ToyColor::byLayer);
   host.on("QueryInterface(IVeltVkCmColor)").answerNull();
-  static_cast<void>(kindOf("Line", row(L"Name", toys::borrowed(colour.dispatch()))));
+  static_cast<void>(kindOf("Line", row(L"Name", toys::borrowed(color.dispatch()))));
   EXPECT_EQ(host.log.count("Release"), 0);
 }
 

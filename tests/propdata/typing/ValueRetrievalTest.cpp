@@ -2,7 +2,7 @@
 
 #include "tests/support/LayerTest.h"
 #include "tests/support/Row.h"
-#include "tests/support/ToyColour.h"
+#include "tests/support/ToyColor.h"
 
 namespace {
 
@@ -280,7 +280,7 @@ TEST_P(EitherReader, TheKindMayBeNone) {
 }
 
 TEST_P(EitherReader, TheKindIsThatOfTheValueThatWasRead) {
-  ToyColour red(host, "red", ToyColour::indexed(1));
+  ToyColor red(host, "red", ToyColor::indexed(1));
   radius.holds(object(red.dispatch()));
   host.mark();
 

@@ -336,7 +336,7 @@ TEST_F(ChoiceLists, ADynamicRowWhoseEnumerationIsEmptyIsDone) {
   EXPECT_EQ(host.log.count("QueryInterface(IPerPropertyBrowsing)"), 0);
 }
 
-TEST_F(ChoiceLists, DynamicColoursLayersWeightsAndLineTypesFallBackToTheObjectsStrings) {
+TEST_F(ChoiceLists, DynamicColorsLayersWeightsAndLineTypesFallBackToTheObjectsStrings) {
   dynamic.withhold(IID_IDynamicEnumProperty);
   line.property(-23, L"Dyn").choice(L"one", i4(1));
   for (const int customType : {540, 541, 545, 547}) {

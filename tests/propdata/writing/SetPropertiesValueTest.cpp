@@ -17,7 +17,7 @@ namespace {
 
 constexpr long openLayerId = 900;
 constexpr long lockedLayerId = 901;
-constexpr std::uint32_t anyColour = 0xC3000001;
+constexpr std::uint32_t anyColor = 0xC3000001;
 
 class SetPropertiesValueTest : public LayerTest {
  protected:
@@ -49,8 +49,8 @@ class SetPropertiesValueTest : public LayerTest {
   using Ids = std::vector<long>;
   Lines puts() const { return host.log.only({"Invoke(", "SetElementValue("}); }
 
-  ToyLayer openLayer{host, "openLayer", openLayerId, anyColour};
-  ToyLayer lockedLayer{host, "lockedLayer", lockedLayerId, anyColour, true};
+  ToyLayer openLayer{host, "openLayer", openLayerId, anyColor};
+  ToyLayer lockedLayer{host, "lockedLayer", lockedLayerId, anyColor, true};
   std::list<ToyEntity> entities;
   std::list<ToyObject> objects;
   ToySelection selection;

@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
 #include "embedded/database/ObjectClass.h"
+#include "host/automation/IdValues.h"
 #include "tests/embedded/database/Sample.h"
 
 namespace velt::automation {

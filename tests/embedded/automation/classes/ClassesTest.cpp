@@ -7,8 +7,8 @@
 #include <set>
 #include <string>
 
-#include "embedded/automation/model/ClassIndex.h"
 #include "embedded/automation/classes/ClassDirectory.h"
+#include "embedded/automation/model/ClassIndex.h"
 #include "tests/embedded/automation/Automation.h"
 #include "tests/support/Golden.h"
 
@@ -79,7 +79,7 @@ std::string shownForName(Variants variants) {
   return name;
 }
 
-/// One line per row: what a palette, and whoever wrote scripts against the class, depends on.
+// One line per row: what a palette, and whoever wrote scripts against the class, depends on.
 std::string listing(const ClassIndex& index) {
   const AutomationClass& kind = index.kind();
   std::string text =

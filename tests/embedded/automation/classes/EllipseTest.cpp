@@ -13,7 +13,7 @@ using std::numbers::pi;
 
 class EllipseTest : public ::testing::Test {
  protected:
-  /// Half axes 4 along Y and 2, about (1, 2, 3).
+  // Half axes 4 along Y and 2, about (1, 2, 3).
   Bound ellipse(const std::string& start, const std::string& end, const std::string& upwards = "1") {
     // clang-format off
     drawing = Sample()

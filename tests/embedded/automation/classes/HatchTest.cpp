@@ -84,7 +84,7 @@ TEST_F(HatchTest, AnIsoPatternIsScaledToItsPen) {
   EXPECT_EQ(-1, hatch({{2, "ANSI31"}, {41, "0.5"}}).integer(L"ISOPenWidth"));
 }
 
-TEST_F(HatchTest, AGradientHasANameAnAngleAndTwoColours) {
+TEST_F(HatchTest, AGradientHasANameAnAngleAndTwoColors) {
   const Bound made = hatch({{100, "AcDbHatch"},
                             {70, "1"},
                             {450, "1"},
@@ -104,13 +104,13 @@ TEST_F(HatchTest, AGradientHasANameAnAngleAndTwoColours) {
   EXPECT_EQ(9U, made.choices(L"GradientName")->size());
 }
 
-TEST_F(HatchTest, AGradientOfOneColourSaysThatItHasNoSecond) {
+TEST_F(HatchTest, AGradientOfOneColorSaysThatItHasNoSecond) {
   const Bound made = hatch({{100, "AcDbHatch"}, {450, "1"}, {463, "0"}, {63, "5"}});
   EXPECT_EQ(0xC3000005U, colorOf(made, L"GradientColor1"));
   EXPECT_EQ(DISP_E_EXCEPTION, made.get(L"GradientColor2").result);
 }
 
-TEST_F(HatchTest, WithoutABackgroundTheColourIsNone) {
+TEST_F(HatchTest, WithoutABackgroundTheColorIsNone) {
   EXPECT_EQ(0xC8000000U, colorOf(hatch({}), L"BackgroundColor"));
   EXPECT_EQ((Numbers{0, 0, 0}), hatch({}).numbers(L"Origin"));
 }

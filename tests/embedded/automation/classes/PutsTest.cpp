@@ -12,13 +12,13 @@
 #include <string>
 #include <vector>
 
-#include "embedded/automation/model/ClassIndex.h"
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/objects/ColorObject.h"
 #include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/model/ClassIndex.h"
+#include "embedded/automation/objects/ColorObject.h"
 #include "embedded/database/RecordEditor.h"
-#include "samples/Gallery.h"
 #include "samples/FloorPlan.h"
+#include "samples/Gallery.h"
 #include "tests/embedded/automation/Edits.h"
 
 namespace velt::automation {
@@ -54,7 +54,7 @@ VariantHolder holding(OwnedDispatch object) {
   return holding(test::object(object.detach()));
 }
 
-/// A colour's number, whether it came as an object or as an index.
+// A color's number, whether it came as an object or as an index.
 LONG colorNumber(const VARIANT& value) {
   OwnedDispatch object;
   if (value.vt == VT_DISPATCH) {
@@ -78,7 +78,7 @@ bool areNear(const std::vector<double>& one, const std::vector<double>& other) {
                     [](double a, double b) { return areNear(a, b); });
 }
 
-/// What was put and what is there, up to rounding; directions also up to whole turns.
+// What was put and what is there, up to rounding; directions also up to whole turns.
 bool isSame(const PropertyRow& row, const VARIANT& put, const VARIANT& got) {
   if (row.type.base() == VT_DISPATCH) return colorNumber(put) == colorNumber(got);
   if (put.vt != got.vt) return false;
@@ -90,7 +90,7 @@ bool isSame(const PropertyRow& row, const VARIANT& put, const VARIANT& got) {
   return areNear(numbersOf(put), numbersOf(got));
 }
 
-/// Values that the row could be given in place of the one that it has; some entities can only take some of them.
+// Values that the row could be given in place of the one that it has; some entities can only take some of them.
 std::vector<VariantHolder> otherValues(const Bound& entity, const PropertyRow& row) {
   const Answer now = entity.get(row.name);
   std::vector<VariantHolder> others;
@@ -125,7 +125,7 @@ std::vector<VariantHolder> otherValues(const Bound& entity, const PropertyRow& r
   return others;
 }
 
-/// Values that the row cannot have whatever the entity is.
+// Values that the row cannot have whatever the entity is.
 std::vector<VariantHolder> impossibleValues(const PropertyRow& row) {
   std::vector<VariantHolder> impossible;
   VARIANT nothing{};
@@ -135,7 +135,7 @@ std::vector<VariantHolder> impossibleValues(const PropertyRow& row) {
   impossible.push_back(holding(std::vector<double>{1, 2, 3, 4, 5}));
   if (row.type.base() != VT_DISPATCH) impossible.push_back(holding(ColorObject::make({})));
   if (row.type.base() == VT_DISPATCH) {
-    impossible.push_back(holding(ColorObject::make({})));  // a colour that was never set
+    impossible.push_back(holding(ColorObject::make({})));  // a color that was never set
     impossible.push_back(holding(integer(-1)));
     impossible.push_back(holding(integer(257)));
     impossible.push_back(holding(std::wstring(L"No such colour")));
@@ -170,7 +170,7 @@ CLSID classOf(VkDbObjectId id) {
   return clsid;
 }
 
-/// The sample, and what it lacks: a hatch of plain lines.
+// The sample, and what it lacks: a hatch of plain lines.
 std::string sampleWithPlainLines() {
   const std::string hatch = database::test::record("HATCH", {{5, "FFFF0"},
                                                              {100, "AcDbEntity"},
@@ -210,8 +210,8 @@ bool hasDimensionStyle(const AutomationClass& kind) {
 
 class EveryWritableRow : public ::testing::TestWithParam<const AutomationClass*> {
  protected:
-  /// The sample where it has entities of the class, else the gallery. There are dimensions in both, but those of the
-  /// sample all have pictures, and little to choose from.
+  // The sample where it has entities of the class, else the gallery. There are dimensions in both, but those of the
+  // sample all have pictures, and little to choose from.
   void SetUp() override {
     places_ = placesIn(bytes, kind.clsid);
     if (!places_.empty() && !hasDimensionStyle(kind)) return;
@@ -219,8 +219,8 @@ class EveryWritableRow : public ::testing::TestWithParam<const AutomationClass*>
     places_ = placesIn(bytes, kind.clsid);
   }
 
-  /// Runs `test(bound, row)` for each writable row and each entity of the class until it gives true, each time on a
-  /// drawing as it was read. A row for which it never does fails.
+  // Runs `test(bound, row)` for each writable row and each entity of the class until it gives true, each time on a
+  // drawing as it was read. A row for which it never does fails.
   template <class Test>
   void forEachRow(Test&& test) {
     for (const PropertyRow* row : index.rows()) {
@@ -244,7 +244,7 @@ class EveryWritableRow : public ::testing::TestWithParam<const AutomationClass*>
   }
 
   [[nodiscard]] std::string written() const { return drawing->document().bytes(); }
-  /// The same entity in the drawing that would be saved now.
+  // The same entity in the drawing that would be saved now.
   [[nodiscard]] std::pair<std::unique_ptr<Drawing>, Bound> saved() const {
     auto read = Drawing::parse(written(), "saved.dxf");
     Bound bound(read->idOf(place));
@@ -255,10 +255,11 @@ class EveryWritableRow : public ::testing::TestWithParam<const AutomationClass*>
   const ClassIndex index{kind};
   std::string bytes = sampleWithPlainLines();
   std::unique_ptr<Drawing> drawing;
-  std::uint32_t place = 0;  ///< the record of the entity
+  // The record of the entity.
+  std::uint32_t place = 0;
 
  private:
-  /// Of the entities of the class that are on no locked layer; attributes are entities, too.
+  // Of the entities of the class that are on no locked layer; attributes are entities, too.
   static std::vector<std::uint32_t> placesIn(const std::string& bytes, const CLSID& clsid) {
     std::vector<std::uint32_t> places;
     const auto read = Drawing::parse(bytes, "sample.dxf");
@@ -391,7 +392,7 @@ TEST_P(EveryWritableRow, RefusesWhatTheFormatOfTheDrawingCannotHold) {
   });
 }
 
-/// Rows that say the same in another way, or have a part of it.
+// Rows that say the same in another way, or have a part of it.
 bool dependsOn(std::wstring_view row, std::wstring_view written) {
   using Both = std::pair<std::wstring_view, std::wstring_view>;
   static constexpr Both together[] = {
@@ -405,7 +406,7 @@ bool dependsOn(std::wstring_view row, std::wstring_view written) {
             });
 }
 
-/// Of the classes that have one.
+// Of the classes that have one.
 class EveryRowOfAStyle : public EveryWritableRow {};
 
 TEST_P(EveryRowOfAStyle, LeavesTheOtherRowsAlone) {
@@ -454,7 +455,7 @@ INSTANTIATE_TEST_SUITE_P(Of, EveryWritableRow,
 
 // --- drawings of others ---
 
-/// The entity with what belongs to it, pair by pair.
+// The entity with what belongs to it, pair by pair.
 std::string pairsWithMembers(const Drawing& drawing, std::uint32_t record) {
   std::string pairs = pairsOf(drawing, record);
   const database::RecordRange members = drawing.members(record);
@@ -463,7 +464,7 @@ std::string pairsWithMembers(const Drawing& drawing, std::uint32_t record) {
   return pairs;
 }
 
-/// Some of each kind, from all over the drawing.
+// Some of each kind, from all over the drawing.
 std::vector<std::size_t> someOfEachType(const Drawing& drawing) {
   constexpr std::size_t most = 12;
   std::map<std::string, std::vector<std::size_t>> byType;
@@ -478,7 +479,7 @@ std::vector<std::size_t> someOfEachType(const Drawing& drawing) {
   return some;
 }
 
-/// True when a value was taken.
+// True when a value was taken.
 bool putAny(const Drawing& drawing, std::uint32_t record, const Bound& bound, const PropertyRow& row) {
   for (const VariantHolder& other : otherValues(bound, row)) {
     const std::string before = pairsWithMembers(drawing, record);

@@ -5,8 +5,8 @@
 #include <numbers>
 #include <stdexcept>
 
-#include "samples/Gallery.h"
 #include "dxf/ModelLine.h"
+#include "samples/Gallery.h"
 #include "tests/embedded/automation/Automation.h"
 #include "tests/embedded/automation/geometry/RegionText.h"
 
@@ -16,7 +16,7 @@ namespace {
 using namespace test;
 using std::numbers::pi;
 
-/// A region of these lines, in pieces of so many characters.
+// A region of these lines, in pieces of so many characters.
 std::unique_ptr<Drawing> drawn(const std::vector<std::string>& lines, std::size_t longest = 255) {
   std::string pairs = "100\nAcDbModelerGeometry\n70\n1\n";
   for (const std::string& line : lines) {
@@ -57,7 +57,7 @@ TEST(RegionTest, SaysWhyItsAreaCannotBeTold) {
   }
 }
 
-/// The first region of the drawing.
+// The first region of the drawing.
 Bound regionOf(const Drawing& drawing) {
   for (const VkDbObjectId id : drawing.entities()) {
     if (drawing.view(database::resolve(id)->record).type() == "REGION") return Bound(id);

@@ -110,7 +110,7 @@ TEST_F(TextTest, PointsAreOfferedInTheWorld) {
 
 class TextPutTest : public TextTest {
  protected:
-  /// A first point 4 to the left of the second one and 3 below it.
+  // A first point 4 to the left of the second one and 3 below it.
   Bound hanging(const std::string& across, const std::string& up = "0") {
     return text({{100, "AcDbText"},
                  {10, "1"},

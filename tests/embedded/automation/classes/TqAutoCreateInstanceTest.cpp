@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "host/automation/IdValues.h"
 #include "embedded/platform/Allocation.h"
+#include "host/automation/IdValues.h"
 #include "tests/embedded/automation/Automation.h"
 
 namespace velt::automation {

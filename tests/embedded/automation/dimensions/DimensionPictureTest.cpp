@@ -6,9 +6,9 @@
 #include <filesystem>
 #include <map>
 
+#include "embedded/automation/dimensions/PictureParts.h"
 #include "embedded/automation/model/ClassIndex.h"
 #include "embedded/automation/model/Editor.h"
-#include "embedded/automation/dimensions/PictureParts.h"
 #include "embedded/database/RecordEditor.h"
 #include "samples/Gallery.h"
 #include "tests/embedded/automation/Edits.h"
@@ -33,17 +33,17 @@ Subject subjectAt(VkDbObjectId id) {
   return Subject(*database::resolve(id), id, ClassRegistry::ofHost().find(clsid)->index.kind());
 }
 
-/// Whether a put of a fitting value would be taken.
+// Whether a put of a fitting value would be taken.
 bool canBePut(VkDbObjectId id, const wchar_t* name) {
   const Subject subject = subjectAt(id);
   const ClassIndex index(subject.kind());
   return refusalOf([&] { requireChangeable(subject, *index.find(std::wstring_view(name))); }) == S_OK;
 }
 
-/// The gallery has dimensions that share a picture, one with a picture of its own, and some without.
+// The gallery has dimensions that share a picture, one with a picture of its own, and some without.
 class DimensionPictureTest : public ::testing::Test {
  protected:
-  /// The dimension of that picture.
+  // The dimension of that picture.
   [[nodiscard]] VkDbObjectId showing(const std::wstring& picture, const char* type = "DIMENSION") const {
     for (const VkDbObjectId id : drawing->entities()) {
       const database::Lens lens(*drawing, database::resolve(id)->record);
@@ -51,7 +51,7 @@ class DimensionPictureTest : public ::testing::Test {
     }
     throw std::runtime_error("no such dimension");
   }
-  /// Pair by pair: the entities of a block.
+  // Pair by pair: the entities of a block.
   [[nodiscard]] std::vector<std::string> picture(const std::wstring& name) const {
     const database::TableEntry* const block = drawing->blocks().find(name);
     const dxf::PairRange range = drawing->document().membersOf(block->definition);
@@ -102,7 +102,7 @@ TEST_F(DimensionPictureTest, AFeatureThatIsSwitchedOffIsNotShown) {
     EXPECT_FALSE(isEditable(drawn, name)) << std::filesystem::path(name) << " switches one on";
 }
 
-/// A dimension with a picture whose style has one variable more.
+// A dimension with a picture whose style has one variable more.
 VkDbObjectId drawnWith(std::unique_ptr<Drawing>& drawing, int code, const char* value, const char* own = "") {
   // clang-format off
   drawing = Sample()
@@ -129,13 +129,13 @@ TEST_F(DimensionPictureTest, AFeatureThatIsOnIsShown) {
   EXPECT_FALSE(canBePut(drawnWith(drawing, 72, "1"), L"ToleranceHeightScale"));
 }
 
-/// The rows of dimensions that differ in it stay in the list of both.
+// The rows of dimensions that differ in it stay in the list of both.
 TEST_F(DimensionPictureTest, WhetherAFeatureIsOnDoesNotShowBeforeThePut) {
   EXPECT_TRUE(isEditable(Bound(drawnWith(drawing, 170, "1")), L"AltUnitsPrecision"));
   EXPECT_TRUE(isEditable(Bound(drawnWith(drawing, 170, "0")), L"AltUnitsPrecision"));
 }
 
-TEST_F(DimensionPictureTest, TheTextOfThePictureTakesItsColour) {
+TEST_F(DimensionPictureTest, TheTextOfThePictureTakesItsColor) {
   const VkDbObjectId id = showing(L"*D2");
   const Bound drawn(id);
   ASSERT_TRUE(canBePut(id, L"TextColor"));
@@ -157,7 +157,7 @@ TEST_F(DimensionPictureTest, TheTextOfThePictureTakesItsColour) {
   EXPECT_EQ(E_INVALIDARG, drawn.put(L"TextColor", integer(257)).scode);
 }
 
-TEST_F(DimensionPictureTest, TheLinesOfThePictureTakeTheirColoursAndWeights) {
+TEST_F(DimensionPictureTest, TheLinesOfThePictureTakeTheirColorsAndWeights) {
   const VkDbObjectId id = showing(L"*D2");
   const Bound drawn(id);
   ASSERT_TRUE(canBePut(id, L"DimensionLineColor"));
@@ -208,7 +208,7 @@ TEST_F(DimensionPictureTest, WhatIsInEffectIsNotWrittenAgain) {
 
 // --- drawings of others ---
 
-/// What a palette would try: the answer about editing and the put agree, and the picture says the same as the style.
+// What a palette would try: the answer about editing and the put agree, and the picture says the same as the style.
 TEST(DimensionPictures, OfOthersFollowOrAreLeftAlone) {
   const char* const folder = std::getenv("VELT_DRAWINGS");
   if (folder == nullptr) GTEST_SKIP() << "VELT_DRAWINGS names no folder of drawings";

@@ -11,7 +11,7 @@ using namespace test;
 using database::test::record;
 
 // clang-format off
-/// Ten long, upright extension lines, the dimension line at a height of five.
+// Ten long, upright extension lines, the dimension line at a height of five.
 const std::string firstExtension  = record("LINE", {{8, "0"}, {10, "0"}, {20, "1"}, {11, "0"}, {21, "6"}});
 const std::string secondExtension = record("LINE", {{8, "0"}, {10, "10"}, {20, "1"}, {11, "10"}, {21, "6"}});
 const std::string dimensionLine   = record("LINE", {{8, "0"}, {10, "9"}, {20, "5"}, {11, "1"}, {21, "5"}});
@@ -101,7 +101,7 @@ TEST_F(PicturePartsTest, TextThatMayBeElsewhereIsUnknown) {
   EXPECT_NE(nullptr, textsOfPicture(of(sample(dimensionLine))).whyNot) << "a text must be somewhere";
 }
 
-TEST_F(PicturePartsTest, TextWithColoursOfItsOwnIsLeftAlone) {
+TEST_F(PicturePartsTest, TextWithColorsOfItsOwnIsLeftAlone) {
   // clang-format off
   const std::string inOne = record("MTEXT", {{100, "AcDbMText"}, {1, "\\C1;10"}});
   const std::string inPieces = record("MTEXT", {{100, "AcDbMText"}, {3, "a\\"}, {1, "c255;b"}});

@@ -11,7 +11,7 @@ namespace {
 
 using namespace test;
 
-/// What stands in the list of overrides, if there is one.
+// What stands in the list of overrides, if there is one.
 std::string overridesOf(const Drawing& drawing, std::size_t entity = 0) {
   const std::string pairs = pairsOf(drawing, recordOf(drawing, entity));
   const std::size_t begin = pairs.find("1002={ ");
@@ -31,7 +31,7 @@ class StylePropertiesTest : public ::testing::Test {
         .tableRecord("BLOCK_RECORD", {{5, "54"}, {2, "My arrow"}})
         .tableRecord("BLOCK_RECORD", {{5, "55"}, {2, "*D1"}});
   }
-  /// One of that style, which is called Mine.
+  // One of that style, which is called Mine.
   const Bound& dimension(Pairs style, const char* kind = "33") {
     drawing = sample()
                   .tableRecord("DIMSTYLE", style)

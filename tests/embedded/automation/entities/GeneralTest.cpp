@@ -60,7 +60,7 @@ TEST_F(GeneralTest, AnEntityTellsWhatIsStored) {
   EXPECT_EQ(L"50", made.text(L"EntityTransparency"));
 }
 
-TEST_F(GeneralTest, ColoursKeepTheNamesOfTheirBook) {
+TEST_F(GeneralTest, ColorsKeepTheNamesOfTheirBook) {
   const Bound made = entity({{62, "5"}, {420, "1056816"}, {430, "SEAS$Ocean"}});
   EXPECT_EQ(static_cast<LONG>(0xC2102030), colorOfEntity(made));
   const Answer answer = made.get(L"Color");
@@ -69,7 +69,7 @@ TEST_F(GeneralTest, ColoursKeepTheNamesOfTheirBook) {
   EXPECT_EQ(L"SEAS", color.text(L"BookName"));
 }
 
-TEST_F(GeneralTest, AColourIsTheOneAtTheTimeOfTheGet) {
+TEST_F(GeneralTest, AColorIsTheOneAtTheTimeOfTheGet) {
   const Bound made = entity({{62, "5"}});
   const Answer before = made.get(L"Color");
   const std::uint32_t record = database::resolve(drawing->entities()[0])->record;
@@ -116,7 +116,7 @@ TEST_F(GeneralTest, ChoicesAreThoseOfTheDrawing) {
   EXPECT_EQ(std::nullopt, made.choices(L"Handle"));
 }
 
-/// Drawings that name their plot styles hold them as objects of a dictionary.
+// Drawings that name their plot styles hold them as objects of a dictionary.
 class NamedPlotStyles : public GeneralTest {
  protected:
   Bound styled(Pairs pairs) {
@@ -169,7 +169,7 @@ class GeneralPutTest : public GeneralTest {
   }
 };
 
-TEST_F(GeneralPutTest, AColourIsPutInManyForms) {
+TEST_F(GeneralPutTest, AColorIsPutInManyForms) {
   const Bound made = modern({{8, "0"}, {62, "5"}, {420, "255"}, {430, "A$B"}});
   EXPECT_EQ(S_OK, made.put(L"Color", integer(3)).result);
   EXPECT_EQ("8=0 62=3", pairsOf(*drawing));
@@ -187,7 +187,7 @@ TEST_F(GeneralPutTest, AColourIsPutInManyForms) {
   EXPECT_EQ("8=0", pairsOf(*drawing));
 }
 
-TEST_F(GeneralPutTest, AnOldFormatKnowsColoursByTheirIndexOnly) {
+TEST_F(GeneralPutTest, AnOldFormatKnowsColorsByTheirIndexOnly) {
   sample.version("AC1015");
   const Bound made = entity({{8, "0"}, {62, "5"}});
   EXPECT_EQ(E_FAIL, made.put(L"Color", std::wstring(L"16,32,48")).scode);

@@ -17,7 +17,7 @@ void expectNear(Vector2 expected, Vector2 actual) {
   EXPECT_NEAR(expected.y, actual.y, 1e-12);
 }
 
-/// The sum over many short chords, which comes closer and closer to the integral.
+// The sum over many short chords, which comes closer and closer to the integral.
 double summedIntegral(const EllipticalArc& arc) {
   constexpr int steps = 2000000;
   double total = 0;

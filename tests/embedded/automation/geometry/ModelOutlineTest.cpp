@@ -28,7 +28,7 @@ void expectSize(double area, double perimeter, const RegionText& text) {
   EXPECT_NEAR(perimeter, size.perimeter, 1e-12 * perimeter);
 }
 
-/// Nothing when the text is refused.
+// Nothing when the text is refused.
 std::optional<RegionSize> sizeUnlessRefused(Lines lines) {
   try {
     return sizeOf(std::move(lines));
@@ -37,7 +37,7 @@ std::optional<RegionSize> sizeUnlessRefused(Lines lines) {
   return std::nullopt;
 }
 
-/// The lines with a text replaced at its only place.
+// The lines with a text replaced at its only place.
 Lines with(Lines lines, const std::string& before, const std::string& after) {
   int count = 0;
   for (std::string& line : lines) {
@@ -50,7 +50,7 @@ Lines with(Lines lines, const std::string& before, const std::string& after) {
   return lines;
 }
 
-/// Of an ellipse, by many short chords.
+// Of an ellipse, by many short chords.
 double summedLength(double major, double ratio, double start, double end) {
   const EllipticalArc arc{{}, {major, 0}, {0, major * ratio}, start, end - start};
   constexpr int steps = 200000;

@@ -1,8 +1,9 @@
+#pragma once
+
 // Regions in a modeller's text, for tests.
 //
 //   const std::vector<std::string> lines =
 //       RegionText().face({{line({0, 0}, {2, 0}), arc({1, 0}, {1, 0}, 1, 0, pi)}}).lines();
-#pragma once
 
 #include <cmath>
 #include <cstddef>
@@ -13,22 +14,22 @@
 #include <utility>
 #include <vector>
 
-#include "embedded/automation/geometry/Vector.h"
 #include "dxf/Numbers.h"
+#include "embedded/automation/geometry/Vector.h"
 
 namespace velt::automation::test {
 
-/// An edge as its loop runs through it.
+// An edge as its loop runs through it.
 struct Piece {
   Vector2 from;
   Vector2 to;
-  /// Of an arc: the ratio is 0 for a straight piece.
+  // Of an arc: the ratio is 0 for a straight piece.
   Vector2 center = {};
   Vector2 major = {};
   double ratio = 0;
   double start = 0;
   double end = 0;
-  /// The curve runs against the edge, the edge against its loop.
+  // The curve runs against the edge, the edge against its loop.
   bool curveReversed = false;
   bool edgeReversed = false;
 
@@ -48,7 +49,7 @@ inline Piece line(Vector2 from, Vector2 to) {
   return {.from = from, .to = to};
 }
 
-/// Counterclockwise when the end is greater.
+// Counterclockwise when the end is greater.
 inline Piece arc(Vector2 center, Vector2 major, double ratio, double start, double end) {
   const auto at = [&](double parameter) {
     return center + std::cos(parameter) * major + std::sin(parameter) * ratio * perpendicular(major);
@@ -82,7 +83,7 @@ class RegionText {
     lumps_.push_back({std::move(loops)});
     return *this;
   }
-  /// In the same lump as the last one.
+  // In the same lump as the last one.
   RegionText& another(std::vector<Loop> loops) {
     lumps_.back().push_back(std::move(loops));
     return *this;
@@ -93,7 +94,7 @@ class RegionText {
     y_ = y;
     return *this;
   }
-  /// The fields of the transform.
+  // The fields of the transform.
   RegionText& transformed(std::string fields) {
     transform_ = std::move(fields);
     return *this;
@@ -153,7 +154,7 @@ class RegionText {
       return record;
     }
 
-    /// One after the other, each referring to the next; gives the first.
+    // One after the other, each referring to the next; gives the first.
     template <class Part>
     std::size_t writeChain(const std::vector<Part>& parts, std::size_t owner,
                            void (Writer::*write)(const Part&, std::size_t, std::optional<std::size_t>,

@@ -17,7 +17,7 @@ Spline bezier(std::vector<Vector2> points, std::vector<double> weights = {}) {
   return Spline::make(degree, knots, std::move(points), std::move(weights)).value();
 }
 
-/// A quarter of the unit circle about the origin, which weights make exact.
+// A quarter of the unit circle about the origin, which weights make exact.
 Spline quarterCircle() {
   return bezier({{1, 0}, {1, 1}, {0, 1}}, {1, std::numbers::sqrt2 / 2, 1});
 }

@@ -15,14 +15,14 @@ using database::Drawing;
 using database::test::Sample;
 using std::numbers::pi;
 
-/// A hatch in the making: the pairs in front of its loops, its loops, and the pairs behind them.
+// A hatch in the making: the pairs in front of its loops, its loops, and the pairs behind them.
 class Hatch {
  public:
   Hatch& style(int style) {
     style_ = style;
     return *this;
   }
-  /// "72 1 73 1 ..." as they follow 92; blanks part codes and values.
+  // "72 1 73 1 ..." as they follow 92; blanks part codes and values.
   Hatch& loop(bool polyline, const std::string& pairs) {
     ++loops_;
     add("92", polyline ? "2" : "0");

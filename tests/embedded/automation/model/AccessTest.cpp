@@ -4,9 +4,9 @@
 
 #include <numbers>
 
-#include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/model/Refusal.h"
 #include "tests/embedded/automation/Edits.h"
 
 namespace velt::automation {
@@ -15,7 +15,7 @@ namespace {
 using namespace test;
 using std::numbers::pi;
 
-/// The first entity of the drawing that these pairs make.
+// The first entity of the drawing that these pairs make.
 class AccessTest : public ::testing::Test {
  protected:
   Subject subjectOf(Pairs pairs) {
@@ -111,7 +111,7 @@ TEST_F(AccessTest, ReadOnlyTakesThePutAway) {
 class AccessPutTest : public AccessTest {
  protected:
   AccessPutTest() { toy = {}; }
-  /// The pairs behind a put.
+  // The pairs behind a put.
   std::string put(const Access& access, Pairs pairs, const Value& value) {
     const Subject subject = subjectOf(pairs);
     access.put(subject, row(access), value);

@@ -595,7 +595,7 @@ TEST_F(AutomationObjectTest, GivesWeights) {
   EXPECT_EQ(E_POINTER, display->GetPropertyWeight(integer(7), nullptr));
 }
 
-TEST_F(AutomationObjectTest, LeavesColoursAndControlsToThePalette) {
+TEST_F(AutomationObjectTest, LeavesColorsAndControlsToThePalette) {
   const auto display = bound().as<IVkPiPropertyDisplay>();
   BSTR control = nullptr;
   ULONG color = 5;

@@ -56,7 +56,7 @@ TEST_F(ChoicesTest, LineTypesIncludeTheImpliedOnes) {
   EXPECT_EQ((std::vector<std::wstring>{L"ByBlock", L"ByLayer", L"Continuous"}), implied);
 }
 
-TEST_F(ChoicesTest, ColoursAreOfferedByTheirIndex) {
+TEST_F(ChoicesTest, ColorsAreOfferedByTheirIndex) {
   EXPECT_EQ((Offered{{L"ByLayer", L"256"},
                      {L"ByBlock", L"0"},
                      {L"Red", L"1"},

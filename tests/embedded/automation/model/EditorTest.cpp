@@ -84,8 +84,8 @@ TEST_F(EditorTest, FormatsAreOrderedByTheirVersion) {
 }
 
 TEST_F(EditorTest, OnlyALockedLayerKeepsItsEntitiesFromChanging) {
-  const PropertyRow row{1, L"Toy", L"Toy", VT_R8, platform::Category::Misc, storedReal(40, "*"), Choices::None,
-                        0, L""};
+  const PropertyRow row{
+      1, L"Toy", L"Toy", VT_R8, platform::Category::Misc, storedReal(40, "*"), Choices::None, 0, L""};
   const auto result = [&](const std::string& layer) {
     drawing = Sample()
                   .layer("Locked", {{70, "68"}})

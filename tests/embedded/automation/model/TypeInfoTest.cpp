@@ -12,7 +12,7 @@ using namespace test;
 
 class TypeInfoTest : public ToyTest {
  protected:
-  /// The functions without the base ones.
+  // The functions without the base ones.
   struct Function {
     MEMBERID id;
     INVOKEKIND kind;
@@ -37,7 +37,7 @@ class TypeInfoTest : public ToyTest {
     info->ReleaseTypeAttr(attributes);
     return count;
   }
-  /// Of the function with that id.
+  // Of the function with that id.
   [[nodiscard]] TYPEDESC typeOf(MEMBERID id, INVOKEKIND kind) const {
     for (UINT index = baseFunctionCount; index < functionCount(); ++index) {
       FUNCDESC* desc = nullptr;

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <limits>
 
-#include "embedded/automation/objects/ColorObject.h"
 #include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/objects/ColorObject.h"
 #include "embedded/platform/Allocation.h"
 #include "tests/embedded/automation/Automation.h"
 

@@ -32,7 +32,7 @@ class ColorObjectTest : public ::testing::Test {
   Balance balance;
 };
 
-TEST_F(ColorObjectTest, GivesTheColourItWasMadeOf) {
+TEST_F(ColorObjectTest, GivesTheColorItWasMadeOf) {
   const Bound made = make(0xC2102030, L"Ocean", L"Seas");
   StringHolder name;
   StringHolder book;
@@ -50,7 +50,7 @@ TEST_F(ColorObjectTest, NamesAreNeverNull) {
   SysFreeString(name);
 }
 
-TEST_F(ColorObjectTest, TakesEveryWayOfColouringAndNothingElse) {
+TEST_F(ColorObjectTest, TakesEveryWayOfColoringAndNothingElse) {
   const Bound made = make(0xC0000000);
   const auto color = made.as<IVeltVkCmColor>();
   for (const std::uint32_t value : {0xC1000000U, 0xC2FFFFFFU, 0xC3000005U, 0xC8000000U, 0xC0000000U}) {
@@ -143,7 +143,7 @@ TEST_F(ColorObjectTest, HasTypeInformation) {
   EXPECT_EQ(E_POINTER, made.dispatch().GetTypeInfoCount(nullptr));
 }
 
-TEST_F(ColorObjectTest, AnyObjectsColourCanBeTaken) {
+TEST_F(ColorObjectTest, AnyObjectsColorCanBeTaken) {
   const Bound made = make(0xC2102030, L"Ocean", L"Seas");
   const VkCmColor taken = colorOf(made.dispatch());
   VkCmColor expected;
@@ -152,7 +152,7 @@ TEST_F(ColorObjectTest, AnyObjectsColourCanBeTaken) {
   EXPECT_TRUE(expected == taken);
 }
 
-TEST_F(ColorObjectTest, AnObjectWithoutAColourIsRefused) {
+TEST_F(ColorObjectTest, AnObjectWithoutAColorIsRefused) {
   const ClassRegistry registry(L"Toys", toyClasses);
   const auto other =
       InterfaceHolder<IDispatch>::owning(com::makeObject<EntityObject>(*registry.find(CLSID_VeltTable)));

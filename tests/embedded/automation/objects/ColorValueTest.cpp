@@ -30,7 +30,7 @@ class ColorValueTest : public ::testing::Test {
   ColorValueTest() { makeRegistry(); }
 };
 
-TEST_F(ColorValueTest, AnIndexIsAColour) {
+TEST_F(ColorValueTest, AnIndexIsAColor) {
   EXPECT_EQ(0xC1000000, colorFrom(Value(0)).color());
   EXPECT_EQ(0xC3000001, colorFrom(Value(1)).color());
   EXPECT_EQ(0xC30000FF, colorFrom(Value(255)).color());
@@ -39,7 +39,7 @@ TEST_F(ColorValueTest, AnIndexIsAColour) {
   EXPECT_EQ(E_INVALIDARG, refusalOfColor(Value(257)));
 }
 
-TEST_F(ColorValueTest, ColoursHaveNames) {
+TEST_F(ColorValueTest, ColorsHaveNames) {
   EXPECT_EQ(0xC3000001, colorNamed(L"Red"));
   EXPECT_EQ(0xC3000006, colorNamed(L" MAGENTA "));
   EXPECT_EQ(0xC0000000, colorNamed(L"bylayer"));
@@ -47,7 +47,7 @@ TEST_F(ColorValueTest, ColoursHaveNames) {
   EXPECT_EQ(0xC3000021, colorNamed(L"33"));
 }
 
-TEST_F(ColorValueTest, ATrueColourIsGivenByItsParts) {
+TEST_F(ColorValueTest, ATrueColorIsGivenByItsParts) {
   EXPECT_EQ(0xC2102030, colorNamed(L"16,32,48"));
   EXPECT_EQ(0xC200FF00, colorNamed(L" 0 , 255 , 0 "));
   for (const wchar_t* wrong :
@@ -55,13 +55,13 @@ TEST_F(ColorValueTest, ATrueColourIsGivenByItsParts) {
     EXPECT_EQ(E_INVALIDARG, refusalOfColor(Value(std::wstring(wrong)))) << wrong;
 }
 
-TEST_F(ColorValueTest, AnObjectGivesItsColourWithItsNames) {
+TEST_F(ColorValueTest, AnObjectGivesItsColorWithItsNames) {
   VkCmColor color = colored(0xC2102030);
   color.setNames(L"Ocean", L"SEAS");
   EXPECT_TRUE(color == colorFrom(Value(ColorObject::make(color))));
 }
 
-TEST_F(ColorValueTest, WhatNoEntityCanBeColouredWithIsRefused) {
+TEST_F(ColorValueTest, WhatNoEntityCanBeColoredWithIsRefused) {
   for (const std::uint32_t value : {0U, 0xC8000000U, 0xC3000000U, 0xC3000100U, 0xC4000000U})
     EXPECT_EQ(E_INVALIDARG, refusalOfColor(Value(ColorObject::make(colored(value))))) << value;
   EXPECT_EQ(E_INVALIDARG, refusalOfColor(Value(OwnedDispatch())));

@@ -1,6 +1,6 @@
 #pragma once
 
-// A colour object: offers IVeltVkCmColor (and IDispatch) and nothing else.
+// A color object: offers IVeltVkCmColor (and IDispatch) and nothing else.
 
 #include "host/automation/IVeltVkCmColor.h"
 #include "tests/support/Toy.h"
@@ -8,20 +8,20 @@
 
 namespace velt::toys {
 
-class ToyColour : public Toy {
+class ToyColor : public Toy {
  public:
   static constexpr std::uint32_t byLayer = 0xC0000000U;
   static constexpr std::uint32_t indexed(std::uint32_t index) { return 0xC3000000U | index; }
 
-  ToyColour(ToyHost& host, std::string name, std::uint32_t colour)
-      : Toy(host, std::move(name)), value(colour), dispatch_(*this, IID_IDispatch), colour_(*this) {}
+  ToyColor(ToyHost& host, std::string name, std::uint32_t color)
+      : Toy(host, std::move(name)), value(color), dispatch_(*this, IID_IDispatch), color_(*this) {}
 
   std::uint32_t value;
   std::optional<std::wstring> colorName, bookName;  // null string when unset
 
  private:
-  struct ColourFacet final : DualFacet<IVeltVkCmColor> {
-    explicit ColourFacet(ToyColour& owner) : DualFacet(owner, IID_IVeltVkCmColor), toy(owner) {}
+  struct ColorFacet final : DualFacet<IVeltVkCmColor> {
+    explicit ColorFacet(ToyColor& owner) : DualFacet(owner, IID_IVeltVkCmColor), toy(owner) {}
 
     HRESULT put_EntityColor(LONG) override { return refuse("put_EntityColor()"); }
     HRESULT get_EntityColor(LONG* out) override {
@@ -48,11 +48,11 @@ class ToyColour : public Toy {
           },
           [&] { *out = nullptr; });
     }
-    ToyColour& toy;
+    ToyColor& toy;
   };
 
   DualFacet<IDispatch> dispatch_;
-  ColourFacet colour_;
+  ColorFacet color_;
 };
 
 }  // namespace velt::toys
