@@ -73,7 +73,7 @@ target_compile_features(VeltEmbeddedHost INTERFACE cxx_std_20)
 set_target_properties(VeltEmbeddedHost PROPERTIES
   VERSION ${PROJECT_VERSION}
   SOVERSION ${PROJECT_VERSION_MAJOR}
-  INSTALL_RPATH ""
+  INSTALL_RPATH "$ORIGIN"  # finds libVeltDxf.so beside itself
   CXX_VISIBILITY_PRESET default
   VISIBILITY_INLINES_HIDDEN OFF)
 target_compile_options(VeltEmbeddedHost PRIVATE -fsemantic-interposition)

@@ -17,7 +17,8 @@ set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
 
 # A program finds its libraries from where it stands, in the build folder as in an installation, so either can be
-# moved as a whole. The libraries themselves look nowhere: what they need is there already when they are loaded.
+# moved as a whole. A library finds what it needs beside itself; the layer needs nothing, because all that it calls is there
+# already when it is loaded.
 include(GNUInstallDirs)
 file(RELATIVE_PATH veltLibFromBin "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
 set(VELT_PROGRAM_RPATH "$ORIGIN/../lib" "$ORIGIN/${veltLibFromBin}")
