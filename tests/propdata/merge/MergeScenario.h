@@ -26,42 +26,42 @@ namespace velt::tests {
 inline constexpr const wchar_t* someNames[] = {L"Start", L"End", L""};
 inline constexpr DISPID someDispIds[] = {1, 2, 3, dynamicPropertyDispId, 1301};
 
-struct ElementSpec {
+struct PlannedElement {
   int cookie, label, type, value;
 };
 
-struct PropertySpec {
+struct PlannedProperty {
   bool expands;
   int grouping;  // 0: the object does not group it
   int type, value;
-  std::vector<ElementSpec> elements;
+  std::vector<PlannedElement> elements;
 };
 
-struct RowSpec {
+struct PlannedRow {
   int name, label, dispId;
   int categoryId, categoryName;
   bool isEditable, hasChoices, isElement, isVaries, hasValue;
   int grouping, type, value, customType, clsid, sources;
 };
 
-struct EntitySpec {
+struct PlannedEntity {
   bool withoutExpander, withoutWeights;
-  bool sharesListBefore;                 // the list of the entity before, in the same block
-  bool unknownNames;                     // GetIDsOfNames knows no name
-  bool hasOwnStrings;                    // equal to those of other entities, but not shared with them
-  bool hasFirstProperties;               // the properties of the first entity instead of its own
-  int hasFirstRows;                      // the rows of the first entity too: 1 behind its own, 2 before them
-  std::vector<PropertySpec> properties;  // one per DISPID
-  std::vector<RowSpec> rows;
+  bool sharesListBefore;    // the list of the entity before, in the same block
+  bool unknownNames;        // GetIDsOfNames knows no name
+  bool hasOwnStrings;       // equal to those of other entities, but not shared with them
+  bool hasFirstProperties;  // the properties of the first entity instead of its own
+  int hasFirstRows;         // the rows of the first entity too: 1 after its own, 2 before them
+  std::vector<PlannedProperty> properties;  // one per DISPID
+  std::vector<PlannedRow> rows;
 };
 
-struct FaultSpec {
+struct PlannedFault {
   int call, nth;
 };
 
 struct Scenario {
-  std::vector<EntitySpec> entities;
-  std::vector<FaultSpec> faults;
+  std::vector<PlannedEntity> entities;
+  std::vector<PlannedFault> faults;
   int failedCall;  // 0: none
 };
 
@@ -75,18 +75,18 @@ inline constexpr const char* callsThatFail[] = {"GetElementStrings",
                                                 "GetPropertyWeight",
                                                 "QueryInterface(IVeltVkCmColor)"};
 
-inline std::ostream& operator<<(std::ostream& out, const ElementSpec& e) {
+inline std::ostream& operator<<(std::ostream& out, const PlannedElement& e) {
   return out << "{cookie " << e.cookie << " label " << e.label << " type " << e.type << " = " << e.value
              << "}";
 }
-inline std::ostream& operator<<(std::ostream& out, const PropertySpec& p) {
+inline std::ostream& operator<<(std::ostream& out, const PlannedProperty& p) {
   out << (p.expands ? "expands" : "plain") << " grouping " << p.grouping << " type " << p.type << " = "
       << p.value;
-  for (const ElementSpec& e : p.elements)
+  for (const PlannedElement& e : p.elements)
     out << " " << e;
   return out;
 }
-inline std::ostream& operator<<(std::ostream& out, const RowSpec& r) {
+inline std::ostream& operator<<(std::ostream& out, const PlannedRow& r) {
   out << "name " << r.name << " label " << r.label << " dispId " << someDispIds[r.dispId] << " category "
       << r.categoryId << "/" << r.categoryName << " type " << r.type << " = " << r.value;
   if (!r.isEditable) out << " read-only";
@@ -97,7 +97,7 @@ inline std::ostream& operator<<(std::ostream& out, const RowSpec& r) {
   if (r.grouping != 0) out << " grouping " << r.grouping;
   return out << " customType " << r.customType << " clsid " << r.clsid << " sources " << r.sources;
 }
-inline std::ostream& operator<<(std::ostream& out, const EntitySpec& e) {
+inline std::ostream& operator<<(std::ostream& out, const PlannedEntity& e) {
   out << "entity";
   if (e.withoutExpander) out << " without expander";
   if (e.withoutWeights) out << " without weights";
@@ -106,16 +106,16 @@ inline std::ostream& operator<<(std::ostream& out, const EntitySpec& e) {
   if (e.hasOwnStrings) out << " has strings of its own";
   if (e.hasFirstProperties) out << " has the first one's properties";
   if (e.hasFirstRows != 0) out << " has the first one's rows " << (e.hasFirstRows == 1 ? "behind" : "before");
-  for (const PropertySpec& p : e.properties)
+  for (const PlannedProperty& p : e.properties)
     out << "\n    property " << p;
-  for (const RowSpec& r : e.rows)
+  for (const PlannedRow& r : e.rows)
     out << "\n    row " << r;
   return out;
 }
 inline std::ostream& operator<<(std::ostream& out, const Scenario& s) {
-  for (const EntitySpec& e : s.entities)
+  for (const PlannedEntity& e : s.entities)
     out << "\n  " << e;
-  for (const FaultSpec& f : s.faults)
+  for (const PlannedFault& f : s.faults)
     out << "\n  fails: call " << f.nth << " of " << callsThatFail[f.call];
   return out << "\n  fails: call number " << s.failedCall << "\n";
 }
@@ -136,58 +136,60 @@ inline rc::Gen<int> someType() {
   return rc::gen::weightedElement<int>({{6, 0}, {8, 1}, {2, 2}, {2, 3}, {1, 4}, {1, 5}});
 }
 
-inline rc::Gen<ElementSpec> someElement() {
-  return rc::gen::build<ElementSpec>(
-      rc::gen::set(&ElementSpec::cookie, rc::gen::inRange(1, 5)),
-      rc::gen::set(&ElementSpec::label, rc::gen::inRange(0, 3)),
-      rc::gen::set(&ElementSpec::type, rc::gen::weightedElement<int>({{6, 0}, {1, 2}, {1, 3}})),
-      rc::gen::set(&ElementSpec::value, rc::gen::inRange(0, 2)));
+inline rc::Gen<PlannedElement> someElement() {
+  return rc::gen::build<PlannedElement>(
+      rc::gen::set(&PlannedElement::cookie, rc::gen::inRange(1, 5)),
+      rc::gen::set(&PlannedElement::label, rc::gen::inRange(0, 3)),
+      rc::gen::set(&PlannedElement::type, rc::gen::weightedElement<int>({{6, 0}, {1, 2}, {1, 3}})),
+      rc::gen::set(&PlannedElement::value, rc::gen::inRange(0, 2)));
 }
 
-inline rc::Gen<PropertySpec> someProperty() {
-  return rc::gen::build<PropertySpec>(
-      rc::gen::set(&PropertySpec::expands, rc::gen::weightedElement<bool>({{1, false}, {4, true}})),
-      rc::gen::set(&PropertySpec::grouping, rc::gen::weightedElement<int>({{6, 0}, {1, 1}})),
-      rc::gen::set(&PropertySpec::type, rc::gen::weightedElement<int>({{6, 0}, {1, 2}, {1, 3}, {1, 4}})),
-      rc::gen::set(&PropertySpec::value, rc::gen::inRange(0, 2)),
-      rc::gen::set(&PropertySpec::elements, upTo(3, someElement())));
+inline rc::Gen<PlannedProperty> someProperty() {
+  return rc::gen::build<PlannedProperty>(
+      rc::gen::set(&PlannedProperty::expands, rc::gen::weightedElement<bool>({{1, false}, {4, true}})),
+      rc::gen::set(&PlannedProperty::grouping, rc::gen::weightedElement<int>({{6, 0}, {1, 1}})),
+      rc::gen::set(&PlannedProperty::type, rc::gen::weightedElement<int>({{6, 0}, {1, 2}, {1, 3}, {1, 4}})),
+      rc::gen::set(&PlannedProperty::value, rc::gen::inRange(0, 2)),
+      rc::gen::set(&PlannedProperty::elements, upTo(3, someElement())));
 }
 
-inline rc::Gen<RowSpec> someRow() {
-  return rc::gen::build<RowSpec>(
-      rc::gen::set(&RowSpec::name, rc::gen::weightedElement<int>({{4, 0}, {3, 1}, {1, 2}})),
-      rc::gen::set(&RowSpec::label, rc::gen::weightedElement<int>({{6, 0}, {1, 1}})),
-      rc::gen::set(&RowSpec::dispId, rc::gen::weightedElement<int>({{4, 0}, {3, 1}, {1, 2}, {2, 3}, {1, 4}})),
-      rc::gen::set(&RowSpec::categoryId, rc::gen::weightedElement<int>({{8, 1}, {1, 2}})),
-      rc::gen::set(&RowSpec::categoryName, rc::gen::weightedElement<int>({{8, 0}, {1, 1}})),
-      rc::gen::set(&RowSpec::isEditable, rc::gen::weightedElement<bool>({{1, false}, {8, true}})),
-      rc::gen::set(&RowSpec::hasChoices, rarely(8)), rc::gen::set(&RowSpec::isElement, rarely(8)),
-      rc::gen::set(&RowSpec::isVaries, rarely(16)), rc::gen::set(&RowSpec::hasValue, rarely(4)),
-      rc::gen::set(&RowSpec::grouping, rc::gen::weightedElement<int>({{12, 0}, {1, 1}})),
-      rc::gen::set(&RowSpec::type, someType()), rc::gen::set(&RowSpec::value, rc::gen::inRange(0, 2)),
-      rc::gen::set(&RowSpec::customType, rc::gen::element(0, 551, 547)),
-      rc::gen::set(&RowSpec::clsid, rc::gen::weightedElement<int>({{6, 0}, {1, 1}, {1, 2}})),
-      rc::gen::set(&RowSpec::sources, rc::gen::weightedElement<int>({{4, 0}, {1, 2}})));
+inline rc::Gen<PlannedRow> someRow() {
+  return rc::gen::build<PlannedRow>(
+      rc::gen::set(&PlannedRow::name, rc::gen::weightedElement<int>({{4, 0}, {3, 1}, {1, 2}})),
+      rc::gen::set(&PlannedRow::label, rc::gen::weightedElement<int>({{6, 0}, {1, 1}})),
+      rc::gen::set(&PlannedRow::dispId,
+                   rc::gen::weightedElement<int>({{4, 0}, {3, 1}, {1, 2}, {2, 3}, {1, 4}})),
+      rc::gen::set(&PlannedRow::categoryId, rc::gen::weightedElement<int>({{8, 1}, {1, 2}})),
+      rc::gen::set(&PlannedRow::categoryName, rc::gen::weightedElement<int>({{8, 0}, {1, 1}})),
+      rc::gen::set(&PlannedRow::isEditable, rc::gen::weightedElement<bool>({{1, false}, {8, true}})),
+      rc::gen::set(&PlannedRow::hasChoices, rarely(8)), rc::gen::set(&PlannedRow::isElement, rarely(8)),
+      rc::gen::set(&PlannedRow::isVaries, rarely(16)), rc::gen::set(&PlannedRow::hasValue, rarely(4)),
+      rc::gen::set(&PlannedRow::grouping, rc::gen::weightedElement<int>({{12, 0}, {1, 1}})),
+      rc::gen::set(&PlannedRow::type, someType()), rc::gen::set(&PlannedRow::value, rc::gen::inRange(0, 2)),
+      rc::gen::set(&PlannedRow::customType, rc::gen::element(0, 551, 547)),
+      rc::gen::set(&PlannedRow::clsid, rc::gen::weightedElement<int>({{6, 0}, {1, 1}, {1, 2}})),
+      rc::gen::set(&PlannedRow::sources, rc::gen::weightedElement<int>({{4, 0}, {1, 2}})));
 }
 
-inline rc::Gen<EntitySpec> someEntity(int mostRows) {
-  return rc::gen::build<EntitySpec>(
-      rc::gen::set(&EntitySpec::withoutExpander, rarely(10)),
-      rc::gen::set(&EntitySpec::withoutWeights, rarely(2)),
-      rc::gen::set(&EntitySpec::sharesListBefore, rarely(4)),
-      rc::gen::set(&EntitySpec::unknownNames, rarely(12)),
-      rc::gen::set(&EntitySpec::hasOwnStrings, rarely(4)),
-      rc::gen::set(&EntitySpec::hasFirstProperties, rc::gen::weightedElement<bool>({{1, false}, {2, true}})),
-      rc::gen::set(&EntitySpec::hasFirstRows, rc::gen::weightedElement<int>({{3, 0}, {4, 1}, {2, 2}})),
-      rc::gen::set(&EntitySpec::properties,
-                   rc::gen::container<std::vector<PropertySpec>>(std::size(someDispIds), someProperty())),
-      rc::gen::set(&EntitySpec::rows, upTo(mostRows, someRow())));
+inline rc::Gen<PlannedEntity> someEntity(int mostRows) {
+  return rc::gen::build<PlannedEntity>(
+      rc::gen::set(&PlannedEntity::withoutExpander, rarely(10)),
+      rc::gen::set(&PlannedEntity::withoutWeights, rarely(2)),
+      rc::gen::set(&PlannedEntity::sharesListBefore, rarely(4)),
+      rc::gen::set(&PlannedEntity::unknownNames, rarely(12)),
+      rc::gen::set(&PlannedEntity::hasOwnStrings, rarely(4)),
+      rc::gen::set(&PlannedEntity::hasFirstProperties,
+                   rc::gen::weightedElement<bool>({{1, false}, {2, true}})),
+      rc::gen::set(&PlannedEntity::hasFirstRows, rc::gen::weightedElement<int>({{3, 0}, {4, 1}, {2, 2}})),
+      rc::gen::set(&PlannedEntity::properties,
+                   rc::gen::container<std::vector<PlannedProperty>>(std::size(someDispIds), someProperty())),
+      rc::gen::set(&PlannedEntity::rows, upTo(mostRows, someRow())));
 }
 
-inline rc::Gen<FaultSpec> someFault() {
-  return rc::gen::build<FaultSpec>(
-      rc::gen::set(&FaultSpec::call, rc::gen::inRange(0, static_cast<int>(std::size(callsThatFail)))),
-      rc::gen::set(&FaultSpec::nth, rc::gen::inRange(1, 10)));
+inline rc::Gen<PlannedFault> someFault() {
+  return rc::gen::build<PlannedFault>(
+      rc::gen::set(&PlannedFault::call, rc::gen::inRange(0, static_cast<int>(std::size(callsThatFail)))),
+      rc::gen::set(&PlannedFault::nth, rc::gen::inRange(1, 10)));
 }
 
 inline rc::Gen<Scenario> someScenario(int mostRows) {
@@ -196,7 +198,7 @@ inline rc::Gen<Scenario> someScenario(int mostRows) {
           &Scenario::entities,
           rc::gen::mapcat(rc::gen::weightedElement<int>({{1, 0}, {2, 1}, {8, 2}, {8, 3}, {2, 4}, {1, 7}}),
                           [mostRows](int count) {
-                            return rc::gen::container<std::vector<EntitySpec>>(
+                            return rc::gen::container<std::vector<PlannedEntity>>(
                                 static_cast<std::size_t>(count), someEntity(mostRows));
                           })),
       rc::gen::set(&Scenario::faults, rc::gen::mapcat(rc::gen::weightedElement<int>({{2, 0}, {1, 3}}),
@@ -216,10 +218,10 @@ class MergeWorld {
     errors::g_hPropRes = nullptr;  // each world loads its library
     host.toyLibraries = true;
     host.texts[1019] = L"no property %ls";
-    for (const FaultSpec& fault : scenario.faults)
+    for (const PlannedFault& fault : scenario.faults)
       host.on(callsThatFail[fault.call]).nth(fault.nth).fail();
-    for (const EntitySpec& spec : scenario.entities)
-      add(spec, scenario.entities.front());
+    for (const PlannedEntity& plan : scenario.entities)
+      add(plan, scenario.entities.front());
     host.log.clear();
     host.failCall(scenario.failedCall);
   }
@@ -292,40 +294,40 @@ class MergeWorld {
     toys::ToyColor color;
   };
 
-  void add(const EntitySpec& spec, const EntitySpec& first) {
+  void add(const PlannedEntity& plan, const PlannedEntity& first) {
     const auto number = entities_.size();
     EntityToys& made = *entities_.emplace_back(std::make_unique<EntityToys>(host, toys::say("e", number)));
-    if (spec.withoutExpander) made.object.withhold(IID_IOPMPropertyExpander);
-    if (spec.withoutWeights) made.object.withhold(IID_IVkPiPropertyDisplay);
+    if (plan.withoutExpander) made.object.withhold(IID_IOPMPropertyExpander);
+    if (plan.withoutWeights) made.object.withhold(IID_IVkPiPropertyDisplay);
     made.color.value = toys::ToyColor::indexed(static_cast<std::uint32_t>(number % 2));
     for (std::size_t i = 0; i < std::size(someDispIds); ++i)
       addProperty(made, someDispIds[i], i < 3 ? someNames[i] : L"Other",
-                  (spec.hasFirstProperties ? first : spec).properties[i]);
-    if (spec.unknownNames) made.object.dispIds.clear();
-    if (spec.sharesListBefore && !lists.isEmpty()) {
+                  (plan.hasFirstProperties ? first : plan).properties[i]);
+    if (plan.unknownNames) made.object.dispIds.clear();
+    if (plan.sharesListBefore && !lists.isEmpty()) {
       const TqVector<PROPINFO> before = lists[lists.length() - 1];
       lists.append(before);
       return;
     }
-    std::vector<RowSpec> specs = spec.rows;
-    if (spec.hasFirstRows != 0 && number != 0)
-      specs.insert(spec.hasFirstRows == 1 ? specs.end() : specs.begin(), first.rows.begin(),
+    std::vector<PlannedRow> rows = plan.rows;
+    if (plan.hasFirstRows != 0 && number != 0)
+      rows.insert(plan.hasFirstRows == 1 ? rows.end() : rows.begin(), first.rows.begin(),
                    first.rows.end());
     TqVector<PROPINFO> list;
-    for (const RowSpec& row : specs)
-      list.push_back(rowOf(row, made, static_cast<long>(100 + number), spec.hasOwnStrings));
+    for (const PlannedRow& row : rows)
+      list.push_back(rowOf(row, made, static_cast<long>(100 + number), plan.hasOwnStrings));
     lists.append(list);
   }
 
-  void addProperty(EntityToys& made, DISPID dispId, const wchar_t* name, const PropertySpec& spec) {
+  void addProperty(EntityToys& made, DISPID dispId, const wchar_t* name, const PlannedProperty& plan) {
     toys::ToyProperty& property = made.object.property(dispId, name);
-    property.holds(valueOf(spec.type, spec.value, made)).weighs(5);
-    if (!spec.expands) return;
+    property.holds(valueOf(plan.type, plan.value, made)).weighs(5);
+    if (!plan.expands) return;
     property.noElements();
-    for (const ElementSpec& element : spec.elements)
+    for (const PlannedElement& element : plan.elements)
       property.element(static_cast<DWORD>(element.cookie), someNames[element.label],
                        valueOf(element.type, element.value, made));
-    if (spec.grouping != 0) property.grouped(static_cast<SHORT>(spec.grouping), 2);
+    if (plan.grouping != 0) property.grouped(static_cast<SHORT>(plan.grouping), 2);
   }
 
   // Rows of one class come from one cached list and share its strings.
@@ -333,42 +335,42 @@ class MergeWorld {
     return strings_.try_emplace(text.str(), text).first->second;
   }
 
-  PROPINFO rowOf(const RowSpec& spec, EntityToys& made, long oldId, bool hasOwnStrings) {
+  PROPINFO rowOf(const PlannedRow& plan, EntityToys& made, long oldId, bool hasOwnStrings) {
     constexpr const wchar_t* labels[] = {L"label", L"Label"};
     constexpr const wchar_t* categories[] = {L"General", L"general"};
     const CLSID classes[] = {CLSID_VeltLine, CLSID_VeltLWPolyline, CLSID_VeltDimRotated};
-    PROPINFO row = toys::Row(someNames[spec.name])
-                       .ofClass(classes[spec.clsid])
+    PROPINFO row = toys::Row(someNames[plan.name])
+                       .ofClass(classes[plan.clsid])
                        .of(made.object, oldId)
-                       .dispId(someDispIds[spec.dispId])
-                       .label(labels[spec.label])
-                       .inCategory(spec.categoryId, categories[spec.categoryName])
-                       .editable(spec.isEditable)
-                       .customType(spec.customType)
-                       .grouping(static_cast<std::int16_t>(spec.grouping));
+                       .dispId(someDispIds[plan.dispId])
+                       .label(labels[plan.label])
+                       .inCategory(plan.categoryId, categories[plan.categoryName])
+                       .editable(plan.isEditable)
+                       .customType(plan.customType)
+                       .grouping(static_cast<std::int16_t>(plan.grouping));
     row.description = L"what it is";
     if (!hasOwnStrings) {
       row.name = shared(row.name);
       row.displayName = shared(row.displayName);
       row.categoryName = shared(row.categoryName);
     }
-    row.isVaries = spec.isVaries;
-    row.hasChoices = spec.hasChoices;
-    if (spec.hasChoices) {
+    row.isVaries = plan.isVaries;
+    row.hasChoices = plan.hasChoices;
+    if (plan.hasChoices) {
       row.choiceNames.push_back(L"one");
-      row.choiceValues.push_back(spec.value);
+      row.choiceValues.push_back(plan.value);
       row.choiceReals.push_back(0.5);
     }
-    row.isElement = spec.isElement;
-    row.elementCookie = static_cast<std::uint32_t>(spec.isElement ? spec.value : 0);
-    const VARIANT value = valueOf(spec.type, spec.value, made);
-    row.valueType = spec.type == 1 ? VARTYPE{VT_VARIANT} : value.vt;
-    if (spec.hasValue) {
+    row.isElement = plan.isElement;
+    row.elementCookie = static_cast<std::uint32_t>(plan.isElement ? plan.value : 0);
+    const VARIANT value = valueOf(plan.type, plan.value, made);
+    row.valueType = plan.type == 1 ? VARTYPE{VT_VARIANT} : value.vt;
+    if (plan.hasValue) {
       row.value = value;
       row.hasValue = true;
     }
-    if (spec.dispId == 3) row.pDynamicProperty = made.dynamic.unknown();
-    for (int i = 0; i < spec.sources; ++i)
+    if (plan.dispId == 3) row.pDynamicProperty = made.dynamic.unknown();
+    for (int i = 0; i < plan.sources; ++i)
       row.dynSources.push_back({made.object.unknown(), made.dynamic.unknown()});
     return row;
   }
