@@ -12,7 +12,8 @@ namespace velt::dxf {
 namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view binarySentinel = "AutoCAD Binary DXF";
+// A drawing in binary form begins with so many bytes of greeting, the last of which is a zero.
+constexpr std::size_t binaryGreeting = 22;
 constexpr std::size_t progressStep = std::size_t{1} << 20;
 
 constexpr bool isBlank(char c) {
@@ -79,9 +80,6 @@ class TagReader {
     const std::string_view bytes = rest();
     if (bytes.empty()) throw Error(file_, 0, "the file is empty");
     if (bytes.size() > maximumDrawingSize) throw Error(file_, 0, "the drawing is larger than 4 GiB");
-    if (bytes.starts_with(binarySentinel)) {
-      throw Error(file_, 0, "this is a binary DXF drawing, only DXF drawings in text form can be read");
-    }
     if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {
       throw Error(file_, 0, "not a DXF drawing: the text is UTF-16");
     }
@@ -146,6 +144,11 @@ class TagReader {
     const std::string_view left(begin, static_cast<std::size_t>(last_ - begin));
     const std::string_view line = left.substr(0, left.find('\n'));
     const bool atStart = std::count(first_, begin, '\n') == 0;
+    if (atStart && left.substr(0, binaryGreeting).find('\0') != std::string_view::npos) {
+      throw Error(file_, 0,
+                  "the file is binary, and only DXF drawings in text form can be read; if it is a drawing, "
+                  "save it as text");
+    }
     fail(begin, (atStart ? "not a DXF drawing: " : "") + std::string("expected a group code, found ")
                     + quoted(line));
   }

@@ -134,8 +134,18 @@ TEST(TagReader, RefusesAnEmptyFile) {
 }
 
 TEST(TagReader, RefusesABinaryDrawing) {
-  EXPECT_EQ(errorOf(std::string("AutoCAD Binary DXF\r\n\x1A\0\0SECTION", 30)),
-            "0: this is a binary DXF drawing, only DXF drawings in text form can be read");
+  using namespace std::string_literals;
+  const std::string refusal =
+      "0: the file is binary, and only DXF drawings in text form can be read; if it is a drawing, save it as "
+      "text";
+  EXPECT_EQ(errorOf("A drawing in bytes\r\n\x1A\0\0SECTION\0"s), refusal);
+  EXPECT_EQ(errorOf("AC1032\0\0\0\0\0"s), refusal);
+}
+
+TEST(TagReader, TakesAZeroInATextForABrokenCharacterAndNotForABinaryDrawing) {
+  using namespace std::string_literals;
+  EXPECT_EQ(readAll("999\na\0b\n  0\nEOF\n"s).size(), 2U);
+  EXPECT_EQ(errorOf("Dear reader, this text\0 is long"s).substr(0, 20), "1: not a DXF drawing");
 }
 
 TEST(TagReader, RefusesTextInUtf16) {

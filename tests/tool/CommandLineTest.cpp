@@ -99,10 +99,10 @@ TEST(CommandLine, ATruncatedDrawingIsNamedWithTheLine) {
 TEST(CommandLine, BinaryEmptyAndForeignFilesAreRefused) {
   const TemporaryFolder folder;
   const std::string binary =
-      folder.write("binary.dxf", std::string("AutoCAD Binary DXF\r\n\x1A\0", 22) + "xyz");
+      folder.write("binary.dxf", std::string("A drawing in bytes\r\n\x1A\0", 22) + "xyz");
   const std::string empty = folder.write("empty.dxf", "");
   const std::string foreign = folder.write("foreign.dxf", "%PDF-1.4\nnot a drawing\n");
-  EXPECT_THAT(veltprops({"list", binary.c_str()}).err, HasSubstr("binary"));
+  EXPECT_THAT(veltprops({"list", binary.c_str()}).err, HasSubstr("the file is binary"));
   for (const std::string& file : {binary, empty, foreign}) {
     const Outcome outcome = veltprops({"list", file.c_str()});
     EXPECT_EQ(outcome.exitCode, 1) << file;
