@@ -7,7 +7,7 @@
 
 #include <fmt/format.h>
 
-#include "samples/Builder.h"
+#include "samples/builder/DrawingBuilder.h"
 
 namespace velt::bench {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "dxf/Numbers.h"
-#include "samples/Builder.h"
+#include "samples/builder/DrawingBuilder.h"
 
 namespace velt::samples {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "dxf/ModelLine.h"
 #include "dxf/Numbers.h"
-#include "samples/Builder.h"
+#include "samples/builder/DrawingBuilder.h"
 
 namespace velt::samples {
 namespace {

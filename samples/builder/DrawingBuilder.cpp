@@ -1,4 +1,4 @@
-#include "samples/Builder.h"
+#include "samples/builder/DrawingBuilder.h"
 
 #include <algorithm>
 #include <array>

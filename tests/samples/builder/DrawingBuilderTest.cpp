@@ -1,4 +1,4 @@
-#include "samples/Builder.h"
+#include "samples/builder/DrawingBuilder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
