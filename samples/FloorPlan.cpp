@@ -6,7 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "dxf/Numbers.h"
 #include "samples/builder/DrawingBuilder.h"
 
 namespace velt::samples {
@@ -54,10 +53,10 @@ void addTables(DrawingBuilder& drawing) {
 
   drawing.textStyle("Lettering", "arial.ttf");
   drawing.textStyle("Narrow", "arial.ttf", 0.8);
-  drawing.variable("$INSUNITS", {{70, "4"}});
-  drawing.variable("$LTSCALE", {{40, "1.0"}});
-  drawing.variable("$PDMODE", {{70, "34"}});
-  drawing.variable("$PDSIZE", {{40, "160.0"}});
+  drawing.variable("$INSUNITS", {70, 4});
+  drawing.variable("$LTSCALE", {40, 1.0});
+  drawing.variable("$PDMODE", {70, 34});
+  drawing.variable("$PDSIZE", {40, 160.0});
   drawing.extents({-3200, -5200}, {14400, 11400});
 }
 
@@ -286,10 +285,9 @@ void addFurniture(BlockBuilder& model) {
   model.solidHatch({{rectangle(11100, 3500, 11680, 4180)}}, {.layer = "Hatching", .color = 254});
   model.polyline(rectangle(11100, 3500, 11680, 4180), {.closed = true}, furniture);
 
-  model.insert(
-      "DESK", {.at = {11680, 4750}, .rotation = 90},
-      {.layer = "Furniture",
-       .extendedData = {{"VELT_INVENTORY", {{1000, "Desk, oak"}, {1071, "4711"}, {1040, "349.0"}}}}});
+  model.insert("DESK", {.at = {11680, 4750}, .rotation = 90},
+               {.layer = "Furniture",
+                .extendedData = {{"VELT_INVENTORY", {{1000, "Desk, oak"}, {1071, 4711}, {1040, 349.0}}}}});
   model.insert("CHAIR", {.at = {10600, 5550}, .rotation = 90}, furniture);
   model.insert("WARDROBE", {.at = {8200, 6660}, .scaleY = 1.1, .rotation = 270}, furniture);
 
@@ -363,19 +361,8 @@ void addTitle(BlockBuilder& model) {
   // North arrow.
   model.circle({13500, 10500}, 450, title);
   model.raw("SOLID",
-            {{100, "AcDbTrace"},
-             {10, "13500"},
-             {20, "11150"},
-             {30, "0"},
-             {11, "13350"},
-             {21, "10200"},
-             {31, "0"},
-             {12, "13500"},
-             {22, "10350"},
-             {32, "0"},
-             {13, "13500"},
-             {23, "10350"},
-             {33, "0"}},
+            {subclass("AcDbTrace"), point(10, 13500, 11150, 0), point(11, 13350, 10200, 0),
+             point(12, 13500, 10350, 0), point(13, 13500, 10350, 0)},
             title);
   model.text({13850, 10950}, "N", {.height = 250, .style = "Lettering"}, title);
 }
@@ -405,29 +392,23 @@ void addDimension(DrawingBuilder& drawing, std::string_view block, const Point& 
               {.height = 150, .rotation = isVertical ? 90.0 : 0.0, .style = "Narrow", .attachment = 8},
               style);
 
-  const auto real = [](double value) { return dxf::formatReal(value); };
   drawing.model().raw("DIMENSION",
-                      {{100, "AcDbDimension"},
-                       {2, std::string(block)},
-                       {10, real(second.x)},
-                       {20, real(second.y)},
-                       {30, "0.0"},
-                       {11, real(middle.x)},
-                       {21, real(middle.y)},
-                       {31, "0.0"},
-                       {70, "32"},
-                       {71, "5"},
-                       {42, real(length)},
-                       {3, "Standard"},
-                       {100, "AcDbAlignedDimension"},
-                       {13, real(from.x)},
-                       {23, real(from.y)},
-                       {33, "0.0"},
-                       {14, real(to.x)},
-                       {24, real(to.y)},
-                       {34, "0.0"},
-                       {50, isVertical ? "90.0" : "0.0"},
-                       {100, "AcDbRotatedDimension"}},
+                      {
+                          subclass("AcDbDimension"),
+                          {2, block},
+                          // The dimension line, and the middle of the text.
+                          point(10, second.x, second.y, 0.0),
+                          point(11, middle.x, middle.y, 0.0),
+                          {70, 32},
+                          {71, 5},
+                          {42, length},
+                          {3, "Standard"},
+                          subclass("AcDbAlignedDimension"),
+                          point(13, from.x, from.y, 0.0),
+                          point(14, to.x, to.y, 0.0),
+                          {50, isVertical ? 90.0 : 0.0},
+                          subclass("AcDbRotatedDimension"),
+                      },
                       {.layer = "Dimensions"});
 }
 
@@ -442,6 +423,22 @@ void addDimensions(DrawingBuilder& drawing) {
 }
 
 // --- around it ------------------------------------------------------------------------------------------------------------
+
+// From the first of four points to the last, drawn by the two between.
+Pairs splineBeside(const Pairs& points) {
+  return {
+      subclass("AcDbSpline"),
+      // In a plane, cubic.
+      {70, 8},
+      {71, 3},
+      // So many knots, control points and points that it goes through.
+      {72, 8},
+      {73, 4},
+      {74, 0},
+      each(40, {0, 0, 0, 0, 1, 1, 1, 1}),
+      points,
+  };
+}
 
 void addGarden(BlockBuilder& model) {
   const Outline terrace{{1200, 0},     {1200, -1400, quarterTurn},
@@ -473,19 +470,16 @@ void addGarden(BlockBuilder& model) {
   // The step in front of the door.
   model.arc({5700, 9000}, 700, 0, 180, {.layer = "Garden", .color = 8});
 
-  // The path from the street, as a spline through its fit points.
-  model.raw("SPLINE", {{100, "AcDbSpline"}, {70, "8"}, {71, "3"},    {72, "8"},     {73, "4"}, {74, "0"},
-                       {40, "0"},           {40, "0"}, {40, "0"},    {40, "0"},     {40, "1"}, {40, "1"},
-                       {40, "1"},           {40, "1"}, {10, "5350"}, {20, "9050"},  {30, "0"}, {10, "5200"},
-                       {20, "9900"},        {30, "0"}, {10, "4300"}, {20, "10500"}, {30, "0"}, {10, "4200"},
-                       {20, "11350"},       {30, "0"}},
-            {.layer = "Garden", .color = 8});
-  model.raw("SPLINE", {{100, "AcDbSpline"}, {70, "8"}, {71, "3"},    {72, "8"},     {73, "4"}, {74, "0"},
-                       {40, "0"},           {40, "0"}, {40, "0"},    {40, "0"},     {40, "1"}, {40, "1"},
-                       {40, "1"},           {40, "1"}, {10, "6050"}, {20, "9050"},  {30, "0"}, {10, "6050"},
-                       {20, "9900"},        {30, "0"}, {10, "5300"}, {20, "10500"}, {30, "0"}, {10, "5200"},
-                       {20, "11350"},       {30, "0"}},
-            {.layer = "Garden", .color = 8});
+  // The path from the street.
+  const EntityStyle path{.layer = "Garden", .color = 8};
+  model.raw("SPLINE",
+            splineBeside({point(10, 5350, 9050, 0), point(10, 5200, 9900, 0), point(10, 4300, 10500, 0),
+                          point(10, 4200, 11350, 0)}),
+            path);
+  model.raw("SPLINE",
+            splineBeside({point(10, 6050, 9050, 0), point(10, 6050, 9900, 0), point(10, 5300, 10500, 0),
+                          point(10, 5200, 11350, 0)}),
+            path);
 }
 
 void addColumns(BlockBuilder& model) {
@@ -506,17 +500,17 @@ void addSurvey(BlockBuilder& model) {
   }
   // The boundary of the plot, in the old form of a polyline.
   const EntityStyle boundary{.layer = "Survey", .lineType = "CENTER"};
+  constexpr int closedInSpace = 9;
+  constexpr int vertexInSpace = 32;
   const Handle polyline = model.raw(
-      "POLYLINE", {{100, "AcDb3dPolyline"}, {66, "1"}, {10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {70, "9"}},
+      "POLYLINE", {subclass("AcDb3dPolyline"), {66, 1}, point(10, 0.0, 0.0, 0.0), {70, closedInSpace}},
       boundary);
   for (const Point& at : points) {
     model.raw("VERTEX",
-              {{100, "AcDbVertex"},
-               {100, "AcDb3dPolylineVertex"},
-               {10, dxf::formatReal(at.x)},
-               {20, dxf::formatReal(at.y)},
-               {30, dxf::formatReal(at.z)},
-               {70, "32"}},
+              {subclass("AcDbVertex"),
+               subclass("AcDb3dPolylineVertex"),
+               point(10, at.x, at.y, at.z),
+               {70, vertexInSpace}},
               boundary, polyline);
   }
   model.raw("SEQEND", {}, boundary, polyline);
@@ -545,15 +539,13 @@ void addHidden(BlockBuilder& model) {
   for (const Point& lamp :
        {Point{3650, 2650}, Point{9400, 2250}, Point{9400, 5500}, Point{9400, 7750}, Point{2250, 6900}}) {
     model.circle(lamp, 150, {.layer = "Electrical"});
-    model.line({lamp.x - 106, lamp.y - 106}, {lamp.x + 106, lamp.y + 106},
-               {.layer = "Electrical",
-                .extendedData = {{"VELT_INVENTORY", {{1000, "Lamp, 12 W"}, {1071, "4720"}}}}});
+    model.line(
+        {lamp.x - 106, lamp.y - 106}, {lamp.x + 106, lamp.y + 106},
+        {.layer = "Electrical", .extendedData = {{"VELT_INVENTORY", {{1000, "Lamp, 12 W"}, {1071, 4720}}}}});
     model.line({lamp.x - 106, lamp.y + 106}, {lamp.x + 106, lamp.y - 106}, {.layer = "Electrical"});
   }
-  model.raw(
-      "XLINE",
-      {{100, "AcDbXline"}, {10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {11, "0.8"}, {21, "0.6"}, {31, "0.0"}},
-      {.layer = "Construction"});
+  model.raw("XLINE", {subclass("AcDbXline"), point(10, 0.0, 0.0, 0.0), point(11, 0.8, 0.6, 0.0)},
+            {.layer = "Construction"});
   model.line({0, 0}, {12000, 9000}, {.layer = "Construction"});
   model.line({0, 9000}, {12000, 0}, {.layer = "Construction", .visible = false});
 }
@@ -561,42 +553,29 @@ void addHidden(BlockBuilder& model) {
 // A note with its arrow, and the porch roof above the front door.
 void addOtherTypes(BlockBuilder& model) {
   model.raw("LEADER",
-            {{100, "AcDbLeader"},
-             {3, "Standard"},
-             {71, "1"},
-             {72, "0"},
-             {73, "3"},
-             {74, "0"},
-             {75, "0"},
-             {40, "0.0"},
-             {41, "0.0"},
-             {76, "3"},
-             {10, "6900.0"},
-             {20, "9600.0"},
-             {30, "0.0"},
-             {10, "7500.0"},
-             {20, "10750.0"},
-             {30, "0.0"},
-             {10, "7900.0"},
-             {20, "10750.0"},
-             {30, "0.0"}},
+            {
+                subclass("AcDbLeader"),
+                {3, "Standard"},
+                // An arrow, straight lines, no annotation.
+                {71, 1},
+                {72, 0},
+                {73, 3},
+                {74, 0},
+                {75, 0},
+                {40, 0.0},
+                {41, 0.0},
+                // Corners.
+                {76, 3},
+                point(10, 6900.0, 9600.0, 0.0),
+                point(10, 7500.0, 10750.0, 0.0),
+                point(10, 7900.0, 10750.0, 0.0),
+            },
             {.layer = "Labels"});
   model.mtext({8000, 10830}, "Porch roof, glass\\Pon steel brackets",
               {.height = 130, .width = 2500, .style = "Narrow"}, {.layer = "Labels"});
   model.raw("3DFACE",
-            {{100, "AcDbFace"},
-             {10, "4700.0"},
-             {20, "9000.0"},
-             {30, "2600.0"},
-             {11, "6900.0"},
-             {21, "9000.0"},
-             {31, "2600.0"},
-             {12, "6900.0"},
-             {22, "9600.0"},
-             {32, "2400.0"},
-             {13, "4700.0"},
-             {23, "9600.0"},
-             {33, "2400.0"}},
+            {subclass("AcDbFace"), point(10, 4700.0, 9000.0, 2600.0), point(11, 6900.0, 9000.0, 2600.0),
+             point(12, 6900.0, 9600.0, 2400.0), point(13, 4700.0, 9600.0, 2400.0)},
             {.layer = "Walls", .color = 8, .lineWeight = 18, .lineType = "DASHED"});
 }
 

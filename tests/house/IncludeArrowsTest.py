@@ -24,6 +24,8 @@ MAY_INCLUDE = {
     "palette": LAYER,
     "dxf": set(),
     "samples": {"dxf"},
+    "samples/builder": {"dxf"},
+    "samples/gallery": {"dxf", "samples/builder"},
     "embedded/platform": {"host"},
     "embedded/com": {"host", "holders", "embedded/platform"},
     "embedded/database": {"host", "holders", "dxf", "embedded/platform", "embedded/com"},

@@ -15,6 +15,8 @@ COVERED_ELSEWHERE = [
      "holds main() and nothing else, so no test can link it; the tests of the tool run the program"),
     ("embedded/automation/classes/*.cpp", "tests/embedded/automation/classes/ClassesTest.cpp",
      "each is one table, and one test compares the tables with their golden listings"),
+    ("samples/gallery/*.cpp", "tests/samples/GalleryTest.cpp",
+     "each draws some exhibits, and one test looks at the gallery as a whole"),
 ]
 
 TEST_MACRO = re.compile(r"^\s*(?:TEST|TEST_F|TEST_P|TYPED_TEST|TYPED_TEST_P|RC_GTEST_PROP\w*)\s*\(", re.MULTILINE)
