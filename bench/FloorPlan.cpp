@@ -18,8 +18,6 @@ using Lists = TqVector<List>;
 constexpr DISPID hyperlinksDispId = 1301;
 // Properties whose kind is known by number: their values are not asked whether they are colors.
 constexpr DISPID knownByNumber[] = {1280, 1281, 1282, 1283, 1299, 1300, hyperlinksDispId};
-constexpr int noCustomType = 0;
-constexpr int genericCustomType = 551;
 
 class ClearedLists {
  public:
@@ -129,7 +127,7 @@ class Planner {
     read.dispId = row.dispId;
     read.type = row.valueType;
     read.expands = row.valueType == VT_VARIANT;
-    read.probesColor = (row.customType == noCustomType || row.customType == genericCustomType)
+    read.probesColor = (row.customType == PropertyKind::none || row.customType == PropertyKind::unknownType)
                        && std::find(std::begin(knownByNumber), std::end(knownByNumber), row.dispId)
                               == std::end(knownByNumber);
     return read;

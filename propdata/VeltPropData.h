@@ -48,10 +48,14 @@
 
 // One selected entity. Allocated, owned and freed by the caller.
 struct VeltPropData {
-  long oldId;            // database id in old-id form, filled in by the caller
-  GUID clsid;            // class id of the automation object, written by InitializePropData
-  IUnknown* pUnknown;    // the automation object, owned between InitializePropData and UnInitializePropData
-  IDispatch* pDispatch;  // the same object, owned likewise
+  // Database id in old-id form, filled in by the caller.
+  long oldId;
+  // Class id of the automation object, written by InitializePropData.
+  GUID clsid;
+  // The automation object, owned between InitializePropData and UnInitializePropData.
+  IUnknown* pUnknown;
+  // The same object, owned likewise.
+  IDispatch* pDispatch;
 };
 
 // One selected entity's automation object and its dynamic property, for a merged dynamic row. Owns nothing.
@@ -62,6 +66,80 @@ struct DispatchDynPropSourceNode {
 
   IUnknown* pDispatch = nullptr;
   IUnknown* pDynamicProperty = nullptr;
+};
+
+// What a property is to the palette, beyond the type of its value: by it a palette chooses an editor and knows
+// the unit of a number. Stored in PROPINFO.customType; the numbers are published and stay what they are.
+//
+// The type with which a property is declared tells it by its name (NameToUserdefinedType). Where that says
+// nothing, the kind is settled when the value is read: by the property's DISPID, by its name and the entity's
+// class, or by the type of the value (_GetPropertyType).
+//
+// Units: lengths are in drawing units, areas in their squares, angles in radians.
+struct PropertyKind {
+  // clang-format off
+  enum Code : std::int32_t {
+    none                   = 0,    // not declared with a type of its own, or of no kind
+
+    // Settled when the value is read.
+    // kind                  code     meaning
+    polylineFit            = 500,  // how a polyline is smoothed: one of the choices
+    polyline3dFit          = 501,  // the same of a polyline in space
+    segmentWidth           = 502,  // width of a polyline at a segment's start or end: a length
+    vertex                 = 503,  // a polyline's current vertex; the group header of an expanded property
+    flag                   = 504,  // yes or no
+    colorObject            = 505,  // an object with IVeltVkCmColor
+    arrowhead              = 506,  // one of the choices
+    dimensionStyle         = 507,  // name of a dimension style
+    ellipseEndAngle        = 508,  // an angle
+    hatchType              = 509,  // where a hatch's pattern comes from: one of the choices
+    hyperlinks             = 510,  // an object with IVeltHyperlinks
+    choice                 = 511,  // one of the choices
+    hatchGradient          = 512,  // name of a gradient
+    hatchAngle             = 513,  // of the pattern: an angle
+    hatchFlag              = 514,  // yes or no
+    hatchElevation         = 515,  // a length
+    hatchIslandStyle       = 516,  // one of the choices
+    hatchIsoPenWidth       = 517,  // one of the choices
+    hatchPattern           = 518,  // name of a pattern
+    hatchScale             = 519,  // of the pattern: a factor
+    hatchSpacing           = 520,  // of the pattern's lines: a length
+    entityLayer            = 521,  // the layer that an entity is on, by name
+    entityLinetype         = 522,  // the line type of an entity, by name
+    entityPlotStyle        = 523,  // the plot style of an entity, by name
+    leaderBlock            = 524,  // name of the block that a multileader shows
+    textDirection          = 525,  // how lines of text run: one of the choices
+    mtextStyle             = 526,  // name of a text style
+    elevation              = 527,  // of a solid or trace: a length
+    number                 = 528,  // a number of which nothing else is known
+    shapeArea              = 529,  // of a curve or region: an area
+    entityLineweight       = 530,  // one of the choices, in hundredths of a millimetre
+    viewportPlotStyleTable = 531,  // name of a table of plot styles
+    meshFit                = 532,  // how a polygon mesh is smoothed: one of the choices
+    imageHeight            = 533,  // a length
+    imageWidth             = 534,  // a length
+    text                   = 535,  // a text of which nothing else is known
+    textJustification      = 536,  // one of the choices
+    textStyle              = 537,  // name of a text style
+    splineWeight           = 538,  // of a control point: a factor
+    entityLinetypeScale    = 539,  // a factor
+
+    // Told by the name of the declared type.
+    // kind                  code     meaning
+    color                  = 540,  // index of a color
+    layer                  = 541,  // name of a layer
+    distance               = 542,  // a length
+    angle                  = 543,  // an angle
+    noUnits                = 544,  // a number without a unit
+    lineweight             = 545,  // in hundredths of a millimetre; negative for by layer and the like
+    plotStyle              = 546,  // name of a plot style
+    linetype               = 547,  // name of a line type
+    noEditor               = 548,  // a value that no editor is offered for
+    plotStyleTable         = 549,  // name of a table of plot styles
+    area                   = 550,  // an area
+    unknownType            = 551,  // the name tells nothing, as that of every ordinary enumeration
+  };
+  // clang-format on
 };
 
 // One row of the palette: one property of one entity, or after the merge of the whole selection. A plain
@@ -75,34 +153,58 @@ struct DispatchDynPropSourceNode {
 struct PROPINFO {
   PROPINFO() { VariantInit(&value); }
 
-  GUID clsid;                                      // class of the entity's automation object
-  IDispatch* pDispatch = nullptr;                  // borrowed: where the property is read and written
-  DISPID dispId;                                   // -23 for a dynamic property
-  CStdStr<wchar_t> name;                           // automation name; a dynamic property's display name
-  CStdStr<wchar_t> description;                    // documentation string
-  CStdStr<wchar_t> displayName;                    // label in the palette, of an element its own
-  VARIANT value{};                                 // current value; see Ownership above
-  std::int32_t categoryId = 0;                     // -32 to -1 are predefined
-  CStdStr<wchar_t> categoryName;                   //
-  bool isElement = false;                          // one element of an expanded property
-  std::uint32_t elementCookie = 0;                 // which element
-  bool hasChoices = false;                         // the property offers a fixed set of values
-  TqVector<CStdStr<wchar_t>> choiceNames;          // their labels
-  TqVector<int> choiceValues;                      // their integers, parallel to choiceNames
-  bool isWritable = false;                         // the type information declares a put function
-  bool isEditable = false;                         // may be edited now
-  bool isVaries = false;                           // the values of the selection differ
-  std::int32_t customType;                         // 540 to 551 by type name, 500 to 539 by kind, 0 for none
-  std::int64_t groupCount = 0;                     // groups of a grouped expanded property
-  std::int16_t elementGrouping = 0;                // 0: not grouped
-  std::int32_t weight = 0;                         // place in the display order, 0 for none
-  bool sortByCookie = false;                       // among equal dispId and weight, by elementCookie
-  VkDbObjectId objectId;                           // the entity
-  VARTYPE valueType = VT_EMPTY;                    // declared type (VT_USERDEFINED is kept as it is)
-  bool hasValue = false;                           // value is not to be fetched again
-  IUnknown* pDynamicProperty = nullptr;            // borrowed: the dynamic property
-  TqVector<DispatchDynPropSourceNode> dynSources;  // of a merged dynamic row: the pairs to write to
-  TqVector<double> choiceReals;                    // values of real-valued dynamic choices, in item order
+  // Class of the entity's automation object.
+  GUID clsid;
+  // Borrowed: where the property is read and written.
+  IDispatch* pDispatch = nullptr;
+  // dynamicPropertyDispId for a dynamic property.
+  DISPID dispId;
+  // Automation name; of a dynamic property its display name.
+  CStdStr<wchar_t> name;
+  // Documentation string.
+  CStdStr<wchar_t> description;
+  // Label in the palette; an element has a label of its own.
+  CStdStr<wchar_t> displayName;
+  // Current value; see Ownership above.
+  VARIANT value{};
+  // The category to show the row in; -32 to -1 are predefined.
+  std::int32_t categoryId = 0;
+  CStdStr<wchar_t> categoryName;
+  // One element of an expanded property, and which.
+  bool isElement = false;
+  std::uint32_t elementCookie = 0;
+  // The property offers a fixed set of values: their labels and, parallel to them, their integers.
+  bool hasChoices = false;
+  TqVector<CStdStr<wchar_t>> choiceNames;
+  TqVector<int> choiceValues;
+  // The type information declares a put function.
+  bool isWritable = false;
+  // May be edited now.
+  bool isEditable = false;
+  // The values of the selection differ.
+  bool isVaries = false;
+  // A PropertyKind.
+  std::int32_t customType;
+  // Groups of a grouped expanded property.
+  std::int64_t groupCount = 0;
+  // 0: not grouped.
+  std::int16_t elementGrouping = 0;
+  // Place in the display order, 0 for none.
+  std::int32_t weight = 0;
+  // Rows of equal dispId and weight are ordered by elementCookie.
+  bool sortByCookie = false;
+  // The entity.
+  VkDbObjectId objectId;
+  // Declared type (VT_USERDEFINED is kept as it is); of a dynamic property the type of its value.
+  VARTYPE valueType = VT_EMPTY;
+  // The value is not to be fetched again.
+  bool hasValue = false;
+  // Borrowed: the dynamic property.
+  IUnknown* pDynamicProperty = nullptr;
+  // Of a merged dynamic row: the pairs to write to.
+  TqVector<DispatchDynPropSourceNode> dynSources;
+  // The values of real-valued dynamic choices, in the order of the choices.
+  TqVector<double> choiceReals;
 };
 
 // Marks a row that comes from a property source.
@@ -223,7 +325,7 @@ VELT_PROPDATA_EXPORT bool GetCategoryInfo(VeltPropData* data, int dispId, int& c
 // Name of a predefined category (-32 to -1), from "PlxOPMRes.dll"; empty when the library lacks it. Returns 0.
 VELT_PROPDATA_EXPORT int GetPredefinedCategoryName(int category, CStdStr<wchar_t>& name);
 
-// Code of a custom type name, 540 to 550; 551 for any other name and for null.
+// The kind that a declared type's name tells; PropertyKind::unknownType for any other name and for null.
 VELT_PROPDATA_EXPORT int NameToUserdefinedType(const wchar_t* name);
 
 // Appends one row per element of an expanded property to out, a group header before them when the property is
@@ -245,7 +347,8 @@ VELT_PROPDATA_EXPORT std::uint32_t _GetSpecialPropertyIndex(const wchar_t* name)
 // 1 when clsid is the class wanted, else 0 (also for null). No hierarchy is consulted.
 VELT_PROPDATA_EXPORT int _ObjectIsA(GUID clsid, const GUID* wanted);
 
-// Kind of a property, 500 to 539; 0 for none and for null.
+// The kind of a property by its DISPID, its name and class, or its value; PropertyKind::none when these say
+// nothing, and for null.
 VELT_PROPDATA_EXPORT std::uint32_t _GetPropertyType(GUID clsid, PROPINFO* prop);
 
 // Sets weight to the property's place in the class's row of the weight table, or leaves it. The result means

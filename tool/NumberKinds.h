@@ -7,18 +7,22 @@
 #include <array>
 #include <cstdint>
 
+#include "propdata/VeltPropData.h"
+
 namespace velt::tool {
 
 // In radians; people read and write degrees.
 constexpr bool isAngle(std::int32_t customType) {
-  constexpr std::array<std::int32_t, 3> codes = {543, /* end of an ellipse */ 508, /* of a hatch */ 513};
-  return std::find(codes.begin(), codes.end(), customType) != codes.end();
+  constexpr std::array<std::int32_t, 3> kinds = {PropertyKind::angle, PropertyKind::ellipseEndAngle,
+                                                 PropertyKind::hatchAngle};
+  return std::find(kinds.begin(), kinds.end(), customType) != kinds.end();
 }
 
 // A factor or the like; decimal places of lengths mean nothing to it.
 constexpr bool isWithoutUnits(std::int32_t customType) {
-  constexpr std::array<std::int32_t, 3> codes = {544, /* scale of a hatch */ 519, /* of a line type */ 539};
-  return std::find(codes.begin(), codes.end(), customType) != codes.end();
+  constexpr std::array<std::int32_t, 3> kinds = {PropertyKind::noUnits, PropertyKind::hatchScale,
+                                                 PropertyKind::entityLinetypeScale};
+  return std::find(kinds.begin(), kinds.end(), customType) != kinds.end();
 }
 
 }  // namespace velt::tool

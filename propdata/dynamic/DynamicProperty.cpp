@@ -18,8 +18,6 @@ namespace {
 
 enum Described : int { skipped = 0, described = 1, noNewerInterface = 2 };
 
-constexpr int noCustomType = 551;
-
 template <class Getter>
 CStdStr<wchar_t> textFrom(Getter getter) {
   BStr text;
@@ -33,7 +31,7 @@ int customTypeOf(Property& property) {
   if (SUCCEEDED(property.GetCurrentValueName(typeName.put()))) return NameToUserdefinedType(typeName.get());
   VARTYPE overwrittenByTheValue = VT_EMPTY;
   property.GetCurrentValueType(&overwrittenByTheValue);
-  return noCustomType;
+  return PropertyKind::unknownType;
 }
 
 void readChoices(IUnknown* property, PROPINFO& out) {

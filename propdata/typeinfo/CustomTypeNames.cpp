@@ -1,4 +1,4 @@
-// Codes of custom type names.
+// The kinds that the names of declared types tell.
 
 #include <string_view>
 
@@ -6,44 +6,41 @@
 
 namespace {
 
-constexpr int noCustomType = 551;
-
 struct CustomTypeName {
   std::wstring_view name;
-  int code;
+  PropertyKind::Code kind;
 };
 
-// The numbers are stored in rows and compared elsewhere: they follow no order and stay as they are. The short
-// name VELT_LTYPE has no counterpart under the other prefix, and the ACAD_ names exist for colors and line
-// weights only.
+// The short name VELT_LTYPE has no counterpart under the other prefix, and the ACAD_ names exist for colors and
+// line weights only.
 // clang-format off
 constexpr CustomTypeName customTypeNames[] = {
-    // name                   code
-    {L"VELT_COLOR",           540},
-    {L"ACAD_COLOR",           540},
-    {L"KELVO_COLOR",          540},
-    {L"VELT_LAYER",           541},
-    {L"KELVO_LAYER",          541},
-    {L"VELT_LINETYPE",        547},
-    {L"KELVO_LINETYPE",       547},
-    {L"VELT_LTYPE",           547},
-    {L"VELT_DISTANCE",        542},
-    {L"KELVO_DISTANCE",       542},
-    {L"VELT_ANGLE",           543},
-    {L"KELVO_ANGLE",          543},
-    {L"VELT_NOUNITS",         544},
-    {L"KELVO_NOUNITS",        544},
-    {L"VELT_LWEIGHT",         545},
-    {L"ACAD_LWEIGHT",         545},
-    {L"KELVO_LWEIGHT",        545},
-    {L"VELT_NULL",            548},
-    {L"KELVO_NULL",           548},
-    {L"VELT_PLOTSTYLE",       546},
-    {L"KELVO_PLOTSTYLE",      546},
-    {L"VELT_PLOTSTYLETABLE",  549},
-    {L"KELVO_PLOTSTYLETABLE", 549},
-    {L"VELT_AREA",            550},
-    {L"KELVO_AREA",           550},
+    // name                   kind
+    {L"VELT_COLOR",           PropertyKind::color},
+    {L"ACAD_COLOR",           PropertyKind::color},
+    {L"KELVO_COLOR",          PropertyKind::color},
+    {L"VELT_LAYER",           PropertyKind::layer},
+    {L"KELVO_LAYER",          PropertyKind::layer},
+    {L"VELT_LINETYPE",        PropertyKind::linetype},
+    {L"KELVO_LINETYPE",       PropertyKind::linetype},
+    {L"VELT_LTYPE",           PropertyKind::linetype},
+    {L"VELT_DISTANCE",        PropertyKind::distance},
+    {L"KELVO_DISTANCE",       PropertyKind::distance},
+    {L"VELT_ANGLE",           PropertyKind::angle},
+    {L"KELVO_ANGLE",          PropertyKind::angle},
+    {L"VELT_NOUNITS",         PropertyKind::noUnits},
+    {L"KELVO_NOUNITS",        PropertyKind::noUnits},
+    {L"VELT_LWEIGHT",         PropertyKind::lineweight},
+    {L"ACAD_LWEIGHT",         PropertyKind::lineweight},
+    {L"KELVO_LWEIGHT",        PropertyKind::lineweight},
+    {L"VELT_NULL",            PropertyKind::noEditor},
+    {L"KELVO_NULL",           PropertyKind::noEditor},
+    {L"VELT_PLOTSTYLE",       PropertyKind::plotStyle},
+    {L"KELVO_PLOTSTYLE",      PropertyKind::plotStyle},
+    {L"VELT_PLOTSTYLETABLE",  PropertyKind::plotStyleTable},
+    {L"KELVO_PLOTSTYLETABLE", PropertyKind::plotStyleTable},
+    {L"VELT_AREA",            PropertyKind::area},
+    {L"KELVO_AREA",           PropertyKind::area},
 };
 // clang-format on
 
@@ -53,7 +50,7 @@ int NameToUserdefinedType(const wchar_t* name) {
   const std::wstring_view wanted = name != nullptr ? name : L"";
   for (const CustomTypeName& known : customTypeNames) {
     // QUIRK(irregular_type_names): some names exist under one prefix only; plug-ins declare their types by them.
-    if (wanted == known.name) return known.code;
+    if (wanted == known.name) return known.kind;
   }
-  return noCustomType;
+  return PropertyKind::unknownType;
 }

@@ -84,7 +84,7 @@ int customTypeOf(ITypeInfo& referenced, int otherwise) {
 
 // Fills the choices of an enumeration and answers the custom type; what cannot be read is left out.
 int resolveUserDefinedType(ITypeInfo& typeInfo, HREFTYPE type, PROPINFO& prop) {
-  constexpr int notResolved = 0;
+  constexpr int notResolved = PropertyKind::none;
   ComPtr<ITypeInfo> referenced;
   [[maybe_unused]] const HRESULT found = typeInfo.GetRefTypeInfo(type, referenced.put());
   if (!referenced || !readEnumMembers(*referenced.get(), prop)) return notResolved;
@@ -114,9 +114,9 @@ void listGetter(const VeltPropData& data, ITypeInfo& typeInfo, IOPMPropertyExten
   prop.dispId = dispId;
   prop.name = name.text();
   prop.description = documentation.text();
-  // QUIRK(two_codes_for_no_custom_type): 0 for a type that is not user-defined, 551 for one whose name means
-  // nothing; whoever reads the code treats both alike.
-  int customType = 0;
+  // QUIRK(two_codes_for_no_custom_type): none for a type that is not user-defined, unknownType for one whose name
+  // tells nothing; whoever reads the code treats both alike.
+  int customType = PropertyKind::none;
   if (function.returnType == VT_USERDEFINED) {
     customType = resolveUserDefinedType(typeInfo, function.userDefinedType, prop);
   }

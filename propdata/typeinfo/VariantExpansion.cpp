@@ -12,8 +12,6 @@ namespace message = velt::errors::message;
 
 namespace {
 
-constexpr int groupHeaderKind = 503;
-
 bool failWith(CStdStr<wchar_t>& errorText, int id) {
   errorText = LoadErrString(id);
   return false;
@@ -26,7 +24,7 @@ bool sortsByCookie(const GUID& clsid, DWORD cookie) {
 }
 
 void appendGroupHeader(IOPMPropertyExpander& expander, PROPINFO& info, TqVector<PROPINFO>& out) {
-  info.customType = groupHeaderKind;
+  info.customType = PropertyKind::vertex;
   [[maybe_unused]] const HRESULT counted = expander.GetGroupCount(info.dispId, &info.groupCount);
   VariantInit(&info.value);
   info.value.vt = VT_I4;
@@ -67,7 +65,7 @@ bool listElements(PROPINFO& info, TqVector<PROPINFO>& out, CStdStr<wchar_t>& err
   info.elementGrouping = grouping;
   reserve(out, out.length() + 1 + elements.cookieCount());
   if (grouping != 0) appendGroupHeader(*expander.get(), info, out);
-  info.customType = 0;
+  info.customType = PropertyKind::none;
   info.groupCount = 0;
   for (ULONG i = 0; i < elements.cookieCount(); ++i) {
     if (!appendElement(*expander.get(), elements.cookie(i), elements.string(i), info, out)) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cwchar>
+#include <string_view>
 
 #include "host/automation/IVeltVkCmColor.h"
 #include "propdata/VeltPropData.h"
@@ -14,8 +15,6 @@ namespace {
 
 constexpr std::uint32_t indexOfNull = 0xFFFFFFFE;
 constexpr std::uint32_t indexOfOtherName = 0xFFFFFFFF;
-constexpr std::uint32_t kindOfColor = 505;
-constexpr std::uint32_t kindOfChoices = 511;
 
 // clang-format off
 constexpr std::array<const wchar_t*, 32> arrSpecialProperties = {
@@ -31,18 +30,19 @@ constexpr std::array<const wchar_t*, 32> arrSpecialProperties = {
 
 struct KindOfDispId {
   DISPID dispId;
-  std::uint32_t kind;
+  PropertyKind::Code kind;
 };
 
+// Properties that every entity has, with the same DISPID in every class.
 constexpr KindOfDispId kindsOfDispIds[] = {
     // DISPID kind
-    {1280, 505},
-    {1281, 521},
-    {1282, 522},
-    {1283, 539},
-    {1299, 530},
-    {1300, 523},
-    {1301, 510},
+    {1280,    PropertyKind::colorObject},
+    {1281,    PropertyKind::entityLayer},
+    {1282,    PropertyKind::entityLinetype},
+    {1283,    PropertyKind::entityLinetypeScale},
+    {1299,    PropertyKind::entityLineweight},
+    {1300,    PropertyKind::entityPlotStyle},
+    {1301,    PropertyKind::hyperlinks},
 };
 
 constexpr const GUID* annotationClasses[] = {
@@ -54,66 +54,82 @@ constexpr const GUID* annotationClasses[] = {
 constexpr const GUID* anyAnnotation = nullptr;
 
 struct KindOfSpecialName {
-  std::uint32_t specialIndex;
+  const wchar_t* name;
   const GUID* wantedClass;
-  std::uint32_t kind;
+  PropertyKind::Code kind;
 };
 
-// Tried in this order; the rows of one index stand together.
+// Tried in this order.
 constexpr KindOfSpecialName kindsOfSpecialNames[] = {
-    // index  class                        kind
-    {0,       &CLSID_VeltRasterImage,      533},
-    {1,       &CLSID_VeltRasterImage,      534},
-    {2,       &CLSID_VeltText,             536},
-    {2,       &CLSID_VeltAttribute,        536},
-    {3,       &CLSID_VeltEllipse,          508},
-    {4,       &CLSID_VeltSpline,           538},
-    {5,       &CLSID_VeltLWPolyline,       502},
-    {5,       &CLSID_VeltPolyline,         502},
-    {6,       &CLSID_VeltLWPolyline,       502},
-    {6,       &CLSID_VeltPolyline,         502},
-    {7,       &CLSID_VeltLWPolyline,       503},
-    {7,       &CLSID_VeltPolyline,         503},
-    {8,       &CLSID_VeltPolyline,         500},
-    {8,       &CLSID_Velt3DPolyline,       501},
-    {8,       &CLSID_VeltPolygonMesh,      532},
-    {9,       &CLSID_VeltText,             537},
-    {9,       &CLSID_VeltAttribute,        537},
-    {9,       &CLSID_VeltMText,            526},
-    {10,      &CLSID_VeltMLeader,          524},
-    {11,      &CLSID_VeltMText,            525},
-    {11,      &CLSID_VeltMLeader,          525},
-    {12,      &CLSID_VeltPViewport,        531},
-    {13,      &CLSID_VeltArc,              529},
-    {13,      &CLSID_VeltCircle,           529},
-    {13,      &CLSID_VeltEllipse,          529},
-    {13,      &CLSID_VeltPolyline,         529},
-    {13,      &CLSID_VeltLWPolyline,       529},
-    {13,      &CLSID_VeltRegion,           529},
-    {13,      &CLSID_VeltSpline,           529},
-    {14,      anyAnnotation,               507},
-    {15,      anyAnnotation,               511},
-    {16,      anyAnnotation,               506},
-    {17,      anyAnnotation,               506},
-    {18,      anyAnnotation,               511},
-    {19,      anyAnnotation,               511},
-    {20,      anyAnnotation,               506},
-    {21,      &CLSID_VeltHatch,            518},
-    {22,      &CLSID_VeltHatch,            509},
-    {23,      &CLSID_VeltHatch,            517},
-    {24,      &CLSID_VeltHatch,            513},
-    {25,      &CLSID_VeltHatch,            519},
-    {26,      &CLSID_VeltHatch,            520},
-    {27,      &CLSID_VeltHatch,            514},
-    {28,      &CLSID_VeltHatch,            515},
-    {28,      &CLSID_VeltSolid,            527},
-    {28,      &CLSID_VeltTrace,            527},
+    // name               class                      kind
+    {L"Height",           &CLSID_VeltRasterImage,    PropertyKind::imageHeight},
+    {L"Width",            &CLSID_VeltRasterImage,    PropertyKind::imageWidth},
+    {L"Justify",          &CLSID_VeltText,           PropertyKind::textJustification},
+    {L"Justify",          &CLSID_VeltAttribute,      PropertyKind::textJustification},
+    {L"EndAngle",         &CLSID_VeltEllipse,        PropertyKind::ellipseEndAngle},
+    {L"Weight",           &CLSID_VeltSpline,         PropertyKind::splineWeight},
+    {L"StartSeg",         &CLSID_VeltLWPolyline,     PropertyKind::segmentWidth},
+    {L"StartSeg",         &CLSID_VeltPolyline,       PropertyKind::segmentWidth},
+    {L"EndSeg",           &CLSID_VeltLWPolyline,     PropertyKind::segmentWidth},
+    {L"EndSeg",           &CLSID_VeltPolyline,       PropertyKind::segmentWidth},
+    {L"Vertex",           &CLSID_VeltLWPolyline,     PropertyKind::vertex},
+    {L"Vertex",           &CLSID_VeltPolyline,       PropertyKind::vertex},
+    {L"FitSmooth",        &CLSID_VeltPolyline,       PropertyKind::polylineFit},
+    {L"FitSmooth",        &CLSID_Velt3DPolyline,     PropertyKind::polyline3dFit},
+    {L"FitSmooth",        &CLSID_VeltPolygonMesh,    PropertyKind::meshFit},
+    {L"Style",            &CLSID_VeltText,           PropertyKind::textStyle},
+    {L"Style",            &CLSID_VeltAttribute,      PropertyKind::textStyle},
+    {L"Style",            &CLSID_VeltMText,          PropertyKind::mtextStyle},
+    {L"ContentBlockName", &CLSID_VeltMLeader,        PropertyKind::leaderBlock},
+    {L"Direction",        &CLSID_VeltMText,          PropertyKind::textDirection},
+    {L"Direction",        &CLSID_VeltMLeader,        PropertyKind::textDirection},
+    {L"PlotStyleTable",   &CLSID_VeltPViewport,      PropertyKind::viewportPlotStyleTable},
+    {L"Area",             &CLSID_VeltArc,            PropertyKind::shapeArea},
+    {L"Area",             &CLSID_VeltCircle,         PropertyKind::shapeArea},
+    {L"Area",             &CLSID_VeltEllipse,        PropertyKind::shapeArea},
+    {L"Area",             &CLSID_VeltPolyline,       PropertyKind::shapeArea},
+    {L"Area",             &CLSID_VeltLWPolyline,     PropertyKind::shapeArea},
+    {L"Area",             &CLSID_VeltRegion,         PropertyKind::shapeArea},
+    {L"Area",             &CLSID_VeltSpline,         PropertyKind::shapeArea},
+    {L"DimStyle",         anyAnnotation,             PropertyKind::dimensionStyle},
+    {L"TextStyle",        anyAnnotation,             PropertyKind::choice},
+    {L"Arrowhead1Type",   anyAnnotation,             PropertyKind::arrowhead},
+    {L"Arrowhead2Type",   anyAnnotation,             PropertyKind::arrowhead},
+    {L"Precision",        anyAnnotation,             PropertyKind::choice},
+    {L"AnglePrecision",   anyAnnotation,             PropertyKind::choice},
+    {L"Arrow",            anyAnnotation,             PropertyKind::arrowhead},
+    {L"PatternName",      &CLSID_VeltHatch,          PropertyKind::hatchPattern},
+    {L"Type",             &CLSID_VeltHatch,          PropertyKind::hatchType},
+    {L"ISOPenWidth",      &CLSID_VeltHatch,          PropertyKind::hatchIsoPenWidth},
+    {L"Angle",            &CLSID_VeltHatch,          PropertyKind::hatchAngle},
+    {L"HatchScale",       &CLSID_VeltHatch,          PropertyKind::hatchScale},
+    {L"Spacing",          &CLSID_VeltHatch,          PropertyKind::hatchSpacing},
+    {L"Double",           &CLSID_VeltHatch,          PropertyKind::hatchFlag},
+    {L"Elevation",        &CLSID_VeltHatch,          PropertyKind::hatchElevation},
+    {L"Elevation",        &CLSID_VeltSolid,          PropertyKind::elevation},
+    {L"Elevation",        &CLSID_VeltTrace,          PropertyKind::elevation},
     // QUIRK(associative_shares_double): the palette edits both of a hatch's flags with one editor.
-    {29,      &CLSID_VeltHatch,            514},
-    {30,      &CLSID_VeltHatch,            516},
-    {31,      &CLSID_VeltHatch,            512},
+    {L"Associative",      &CLSID_VeltHatch,          PropertyKind::hatchFlag},
+    {L"IslandStyle",      &CLSID_VeltHatch,          PropertyKind::hatchIslandStyle},
+    {L"GradientName",     &CLSID_VeltHatch,          PropertyKind::hatchGradient},
 };
 // clang-format on
+
+// Only special names have rules, and each of them has one.
+constexpr bool isSpecial(std::wstring_view name) {
+  return std::ranges::find(arrSpecialProperties, name) != arrSpecialProperties.end();
+}
+constexpr bool hasRule(std::wstring_view name) {
+  return std::ranges::find(kindsOfSpecialNames, name, &KindOfSpecialName::name)
+         != std::end(kindsOfSpecialNames);
+}
+static_assert(std::ranges::all_of(kindsOfSpecialNames, isSpecial, &KindOfSpecialName::name));
+static_assert(std::ranges::all_of(arrSpecialProperties, hasRule));
+
+// Most names differ in their first character from most of those that they are compared with.
+bool isNamed(const wchar_t* name, const wchar_t* wanted) {
+  return *name == *wanted && std::wcscmp(name, wanted) == 0;
+}
 
 bool isOfClass(const GUID& clsid, const GUID* wanted) {
   if (wanted != anyAnnotation) return _ObjectIsA(clsid, wanted) != 0;
@@ -127,21 +143,33 @@ bool isColorObject(const VARIANT& value) {
   return SUCCEEDED(query(value.pdispVal, IID_IVeltVkCmColor, color));
 }
 
-std::uint32_t kindOfValue(const VARIANT& value) {
+PropertyKind::Code kindOfValue(const VARIANT& value) {
   switch (value.vt) {
     case VT_I2:
     case VT_I4:
     case VT_R4:
     case VT_R8:
     case VT_INT:
-      return 528;
+      return PropertyKind::number;
     case VT_BSTR:
-      return 535;
+      return PropertyKind::text;
     case VT_BOOL:
-      return 504;
+      return PropertyKind::flag;
     default:
-      return 0;
+      return PropertyKind::none;
   }
+}
+
+PropertyKind::Code kindOf(const GUID& clsid, const PROPINFO& prop) {
+  for (const KindOfDispId& rule : kindsOfDispIds) {
+    if (rule.dispId == prop.dispId) return rule.kind;
+  }
+  if (isColorObject(prop.value)) return PropertyKind::colorObject;
+  const wchar_t* const name = prop.name.c_str();
+  for (const KindOfSpecialName& rule : kindsOfSpecialNames) {
+    if (isNamed(name, rule.name) && isOfClass(clsid, rule.wantedClass)) return rule.kind;
+  }
+  return prop.hasChoices ? PropertyKind::choice : kindOfValue(prop.value);
 }
 
 }  // namespace
@@ -149,8 +177,7 @@ std::uint32_t kindOfValue(const VARIANT& value) {
 std::uint32_t _GetSpecialPropertyIndex(const wchar_t* name) {
   if (name == nullptr) return indexOfNull;
   for (std::uint32_t index = 0; index < arrSpecialProperties.size(); ++index) {
-    const wchar_t* const special = arrSpecialProperties[index];
-    if (*special == *name && std::wcscmp(special, name) == 0) return index;
+    if (isNamed(name, arrSpecialProperties[index])) return index;
   }
   return indexOfOtherName;
 }
@@ -160,15 +187,5 @@ int _ObjectIsA(GUID clsid, const GUID* wanted) {
 }
 
 std::uint32_t _GetPropertyType(GUID clsid, PROPINFO* prop) {
-  if (prop == nullptr) return 0;
-  for (const KindOfDispId& rule : kindsOfDispIds) {
-    if (rule.dispId == prop->dispId) return rule.kind;
-  }
-  if (isColorObject(prop->value)) return kindOfColor;
-  const std::uint32_t index = _GetSpecialPropertyIndex(prop->name.c_str());
-  for (const KindOfSpecialName& rule : kindsOfSpecialNames) {
-    if (rule.specialIndex == index && isOfClass(clsid, rule.wantedClass)) return rule.kind;
-  }
-  if (prop->hasChoices) return kindOfChoices;
-  return kindOfValue(prop->value);
+  return static_cast<std::uint32_t>(prop != nullptr ? kindOf(clsid, *prop) : PropertyKind::none);
 }

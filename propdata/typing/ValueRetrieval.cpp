@@ -11,9 +11,6 @@ using namespace velt::propdata;
 
 namespace {
 
-constexpr int noCustomType = 0;
-constexpr int genericCustomType = 551;
-
 // The three strings are the caller's whether the call filled them or not.
 struct ExceptionRecord : EXCEPINFO {
   ExceptionRecord() : EXCEPINFO{} {}
@@ -59,7 +56,7 @@ void fetchValue(PROPINFO& prop) {
 }
 
 void settleKind(PROPINFO& prop) {
-  if (prop.customType == noCustomType || prop.customType == genericCustomType) {
+  if (prop.customType == PropertyKind::none || prop.customType == PropertyKind::unknownType) {
     prop.customType = static_cast<std::int32_t>(_GetPropertyType(prop.clsid, &prop));
   }
 }

@@ -12,7 +12,8 @@ namespace {
 
 // Color, layer, line weight and line type have lists of the host's own.
 bool hasListOfTheHost(std::int32_t customType) {
-  return customType == 540 || customType == 541 || customType == 545 || customType == 547;
+  return customType == PropertyKind::color || customType == PropertyKind::layer
+         || customType == PropertyKind::lineweight || customType == PropertyKind::linetype;
 }
 
 // False when the list ends before this choice.

@@ -107,119 +107,119 @@ class Gallery : public ::testing::Test {
 struct Editor {
   const wchar_t* kind;
   const wchar_t* property;
-  std::int32_t code;
+  PropertyKind::Code customType;
 };
 
 // clang-format off
 constexpr Editor editors[] = {
-  // class                   property            code
-  {L"VeltPolyline",          L"FitSmooth",       500},
-  {L"Velt3DPolyline",        L"FitSmooth",       501},
-  {L"VeltPolyline",          L"StartSeg",        502},
-  {L"VeltPolyline",          L"EndSeg",          502},
-  {L"VeltPolyline",          L"Vertex",          503},
-  {L"VeltLWPolyline",        L"Vertex",          503},
-  {L"VeltLWPolyline",        L"Closed",          504},
-  {L"VeltLine",              L"Color",           505},
-  {L"VeltMLeader",           L"LeaderLineColor", 505},
-  {L"VeltDimRotated",        L"Arrowhead1Type",  506},
-  {L"VeltDimDiametric",      L"Arrowhead2Type",  506},
-  {L"VeltDimRadial",         L"Arrow",           506},
-  {L"VeltDimRadialLarge",    L"Arrow",           506},
-  {L"VeltLeader",            L"Arrow",           506},
-  {L"VeltMLeader",           L"Arrow",           506},
-  {L"VeltDimRotated",        L"DimStyle",        507},
-  {L"VeltDimAligned",        L"DimStyle",        507},
-  {L"VeltDimRadial",         L"DimStyle",        507},
-  {L"VeltDimDiametric",      L"DimStyle",        507},
-  {L"VeltDimAngular",        L"DimStyle",        507},
-  {L"VeltDim3PointAngular",  L"DimStyle",        507},
-  {L"VeltDimOrdinate",       L"DimStyle",        507},
-  {L"VeltDimRadialLarge",    L"DimStyle",        507},
-  {L"VeltDimArcLength",      L"DimStyle",        507},
-  {L"VeltLeader",            L"DimStyle",        507},
-  {L"VeltTolerance",         L"DimStyle",        507},
-  {L"VeltEllipse",           L"EndAngle",        508},
-  {L"VeltHatch",             L"Type",            509},
-  {L"VeltLine",              L"Hyperlinks",      510},
-  {L"VeltDimRotated",        L"TextStyle",       511},
-  {L"VeltDimRotated",        L"Precision",       511},
-  {L"VeltDimAngular",        L"AnglePrecision",  511},
-  {L"VeltMLine",             L"Justification",   511},
-  {L"VeltHatch",             L"GradientName",    512},
-  {L"VeltHatch",             L"Angle",           513},
-  {L"VeltHatch",             L"Double",          514},
-  {L"VeltHatch",             L"Associative",     514},
-  {L"VeltHatch",             L"IslandStyle",     516},
-  {L"VeltHatch",             L"ISOPenWidth",     517},
-  {L"VeltHatch",             L"PatternName",     518},
-  {L"VeltMLeader",           L"ContentBlockName", 524},
-  {L"VeltHatch",             L"Elevation",       515},
-  {L"VeltHatch",             L"HatchScale",      519},
-  {L"VeltHatch",             L"Spacing",         520},
-  {L"VeltLine",              L"Layer",           521},
-  {L"VeltLine",              L"Linetype",        522},
-  {L"VeltLine",              L"PlotStyleName",   523},
-  {L"VeltLine",              L"Lineweight",      530},
-  {L"VeltMText",             L"Direction",       525},
-  {L"VeltMLeader",           L"Direction",       525},
-  {L"VeltMText",             L"Style",           526},
-  {L"VeltSolid",             L"Elevation",       527},
-  {L"VeltTrace",             L"Elevation",       527},
-  {L"VeltSpline",            L"Degree",          528},
-  {L"VeltArc",               L"Area",            529},
-  {L"VeltCircle",            L"Area",            529},
-  {L"VeltEllipse",           L"Area",            529},
-  {L"VeltPolyline",          L"Area",            529},
-  {L"VeltLWPolyline",        L"Area",            529},
-  {L"VeltSpline",            L"Area",            529},
-  {L"VeltRegion",            L"Area",            529},
-  {L"VeltPViewport",         L"PlotStyleTable",  531},
-  {L"VeltPolygonMesh",       L"FitSmooth",       532},
-  {L"VeltRasterImage",       L"Height",          533},
-  {L"VeltRasterImage",       L"Width",           534},
-  {L"VeltLine",              L"Handle",          535},
-  {L"VeltText",              L"Justify",         536},
-  {L"VeltAttribute",         L"Justify",         536},
-  {L"VeltText",              L"Style",           537},
-  {L"VeltAttribute",         L"Style",           537},
-  {L"VeltSpline",            L"Weight",          538},
-  {L"VeltLine",              L"LinetypeScale",   539},
-  {L"VeltDimRotated",        L"DimensionLineColor", 540},
-  {L"VeltAttribute",         L"ReferenceLayer",  541},
-  {L"VeltCircle",            L"Radius",          542},
-  {L"VeltDimAngular",        L"Measurement",     543},
-  {L"VeltBlockReference",    L"XScaleFactor",    544},
-  {L"VeltDimRotated",        L"DimensionLineWeight", 545},
-  {L"VeltAttribute",         L"ReferencePlotStyle", 546},
-  {L"VeltDimRotated",        L"DimensionLinetype", 547},
-  {L"VeltRegion",            L"ModelData",       548},
-  {L"VeltPViewport",         L"SheetPlotStyleTable", 549},
-  {L"Velt3DFace",            L"Area",            550},
-  // None of the codes above says anything about it.
-  {L"VeltLine",              L"StartPoint",      0},
+  // class                   property                  kind
+  {L"VeltPolyline",          L"FitSmooth",             PropertyKind::polylineFit},
+  {L"Velt3DPolyline",        L"FitSmooth",             PropertyKind::polyline3dFit},
+  {L"VeltPolyline",          L"StartSeg",              PropertyKind::segmentWidth},
+  {L"VeltPolyline",          L"EndSeg",                PropertyKind::segmentWidth},
+  {L"VeltPolyline",          L"Vertex",                PropertyKind::vertex},
+  {L"VeltLWPolyline",        L"Vertex",                PropertyKind::vertex},
+  {L"VeltLWPolyline",        L"Closed",                PropertyKind::flag},
+  {L"VeltLine",              L"Color",                 PropertyKind::colorObject},
+  {L"VeltMLeader",           L"LeaderLineColor",       PropertyKind::colorObject},
+  {L"VeltDimRotated",        L"Arrowhead1Type",        PropertyKind::arrowhead},
+  {L"VeltDimDiametric",      L"Arrowhead2Type",        PropertyKind::arrowhead},
+  {L"VeltDimRadial",         L"Arrow",                 PropertyKind::arrowhead},
+  {L"VeltDimRadialLarge",    L"Arrow",                 PropertyKind::arrowhead},
+  {L"VeltLeader",            L"Arrow",                 PropertyKind::arrowhead},
+  {L"VeltMLeader",           L"Arrow",                 PropertyKind::arrowhead},
+  {L"VeltDimRotated",        L"DimStyle",              PropertyKind::dimensionStyle},
+  {L"VeltDimAligned",        L"DimStyle",              PropertyKind::dimensionStyle},
+  {L"VeltDimRadial",         L"DimStyle",              PropertyKind::dimensionStyle},
+  {L"VeltDimDiametric",      L"DimStyle",              PropertyKind::dimensionStyle},
+  {L"VeltDimAngular",        L"DimStyle",              PropertyKind::dimensionStyle},
+  {L"VeltDim3PointAngular",  L"DimStyle",              PropertyKind::dimensionStyle},
+  {L"VeltDimOrdinate",       L"DimStyle",              PropertyKind::dimensionStyle},
+  {L"VeltDimRadialLarge",    L"DimStyle",              PropertyKind::dimensionStyle},
+  {L"VeltDimArcLength",      L"DimStyle",              PropertyKind::dimensionStyle},
+  {L"VeltLeader",            L"DimStyle",              PropertyKind::dimensionStyle},
+  {L"VeltTolerance",         L"DimStyle",              PropertyKind::dimensionStyle},
+  {L"VeltEllipse",           L"EndAngle",              PropertyKind::ellipseEndAngle},
+  {L"VeltHatch",             L"Type",                  PropertyKind::hatchType},
+  {L"VeltLine",              L"Hyperlinks",            PropertyKind::hyperlinks},
+  {L"VeltDimRotated",        L"TextStyle",             PropertyKind::choice},
+  {L"VeltDimRotated",        L"Precision",             PropertyKind::choice},
+  {L"VeltDimAngular",        L"AnglePrecision",        PropertyKind::choice},
+  {L"VeltMLine",             L"Justification",         PropertyKind::choice},
+  {L"VeltHatch",             L"GradientName",          PropertyKind::hatchGradient},
+  {L"VeltHatch",             L"Angle",                 PropertyKind::hatchAngle},
+  {L"VeltHatch",             L"Double",                PropertyKind::hatchFlag},
+  {L"VeltHatch",             L"Associative",           PropertyKind::hatchFlag},
+  {L"VeltHatch",             L"IslandStyle",           PropertyKind::hatchIslandStyle},
+  {L"VeltHatch",             L"ISOPenWidth",           PropertyKind::hatchIsoPenWidth},
+  {L"VeltHatch",             L"PatternName",           PropertyKind::hatchPattern},
+  {L"VeltMLeader",           L"ContentBlockName",      PropertyKind::leaderBlock},
+  {L"VeltHatch",             L"Elevation",             PropertyKind::hatchElevation},
+  {L"VeltHatch",             L"HatchScale",            PropertyKind::hatchScale},
+  {L"VeltHatch",             L"Spacing",               PropertyKind::hatchSpacing},
+  {L"VeltLine",              L"Layer",                 PropertyKind::entityLayer},
+  {L"VeltLine",              L"Linetype",              PropertyKind::entityLinetype},
+  {L"VeltLine",              L"PlotStyleName",         PropertyKind::entityPlotStyle},
+  {L"VeltLine",              L"Lineweight",            PropertyKind::entityLineweight},
+  {L"VeltMText",             L"Direction",             PropertyKind::textDirection},
+  {L"VeltMLeader",           L"Direction",             PropertyKind::textDirection},
+  {L"VeltMText",             L"Style",                 PropertyKind::mtextStyle},
+  {L"VeltSolid",             L"Elevation",             PropertyKind::elevation},
+  {L"VeltTrace",             L"Elevation",             PropertyKind::elevation},
+  {L"VeltSpline",            L"Degree",                PropertyKind::number},
+  {L"VeltArc",               L"Area",                  PropertyKind::shapeArea},
+  {L"VeltCircle",            L"Area",                  PropertyKind::shapeArea},
+  {L"VeltEllipse",           L"Area",                  PropertyKind::shapeArea},
+  {L"VeltPolyline",          L"Area",                  PropertyKind::shapeArea},
+  {L"VeltLWPolyline",        L"Area",                  PropertyKind::shapeArea},
+  {L"VeltSpline",            L"Area",                  PropertyKind::shapeArea},
+  {L"VeltRegion",            L"Area",                  PropertyKind::shapeArea},
+  {L"VeltPViewport",         L"PlotStyleTable",        PropertyKind::viewportPlotStyleTable},
+  {L"VeltPolygonMesh",       L"FitSmooth",             PropertyKind::meshFit},
+  {L"VeltRasterImage",       L"Height",                PropertyKind::imageHeight},
+  {L"VeltRasterImage",       L"Width",                 PropertyKind::imageWidth},
+  {L"VeltLine",              L"Handle",                PropertyKind::text},
+  {L"VeltText",              L"Justify",               PropertyKind::textJustification},
+  {L"VeltAttribute",         L"Justify",               PropertyKind::textJustification},
+  {L"VeltText",              L"Style",                 PropertyKind::textStyle},
+  {L"VeltAttribute",         L"Style",                 PropertyKind::textStyle},
+  {L"VeltSpline",            L"Weight",                PropertyKind::splineWeight},
+  {L"VeltLine",              L"LinetypeScale",         PropertyKind::entityLinetypeScale},
+  {L"VeltDimRotated",        L"DimensionLineColor",    PropertyKind::color},
+  {L"VeltAttribute",         L"ReferenceLayer",        PropertyKind::layer},
+  {L"VeltCircle",            L"Radius",                PropertyKind::distance},
+  {L"VeltDimAngular",        L"Measurement",           PropertyKind::angle},
+  {L"VeltBlockReference",    L"XScaleFactor",          PropertyKind::noUnits},
+  {L"VeltDimRotated",        L"DimensionLineWeight",   PropertyKind::lineweight},
+  {L"VeltAttribute",         L"ReferencePlotStyle",    PropertyKind::plotStyle},
+  {L"VeltDimRotated",        L"DimensionLinetype",     PropertyKind::linetype},
+  {L"VeltRegion",            L"ModelData",             PropertyKind::noEditor},
+  {L"VeltPViewport",         L"SheetPlotStyleTable",   PropertyKind::plotStyleTable},
+  {L"Velt3DFace",            L"Area",                  PropertyKind::area},
+  // None of the kinds above says anything about it.
+  {L"VeltLine",              L"StartPoint",            PropertyKind::none},
 };
 // clang-format on
 
 TEST_F(Gallery, LeadsToEveryEditor) {
   for (const Editor& it : editors)
-    EXPECT_TRUE(shows(it.kind, it.property, it.code))
-        << std::filesystem::path(it.kind) << " " << std::filesystem::path(it.property) << " " << it.code;
+    EXPECT_TRUE(shows(it.kind, it.property, it.customType))
+        << std::filesystem::path(it.kind) << " " << std::filesystem::path(it.property) << " "
+        << it.customType;
 }
 
 // A type that no editor is known for does not reach a palette: the kind of the property takes its place. So it is looked
 // for where the rows of a class are kept.
 TEST_F(Gallery, LeadsToATypeNameThatNoEditorIsKnownFor) {
-  constexpr std::int32_t unknownName = 551;
   ASSERT_FALSE(rowsByClass().empty());
-  std::set<std::int32_t> codes;
+  std::set<std::int32_t> kinds;
   for (const auto& [key, rows] : *getTqPROPINFOCache()) {
     for (const PROPINFO& row : rows) {
-      if (row.name == L"Justification") codes.insert(row.customType);
+      if (row.name == L"Justification") kinds.insert(row.customType);
     }
   }
-  EXPECT_TRUE(codes.contains(unknownName));
-  EXPECT_FALSE(shows(L"VeltMLine", L"Justification", unknownName));
+  EXPECT_TRUE(kinds.contains(PropertyKind::unknownType));
+  EXPECT_FALSE(shows(L"VeltMLine", L"Justification", PropertyKind::unknownType));
 }
 
 TEST_F(Gallery, ShowsEveryRowOfEveryClass) {

@@ -120,7 +120,7 @@ TEST(Assignment, NumbersAreTakenAsTheyAre) {
 
 TEST(Assignment, AnglesAreInDegrees) {
   PROPINFO angle = row(L"Rotation", VT_R8);
-  for (const int kind : {543, 508, 513}) {
+  for (const int kind : {PropertyKind::angle, PropertyKind::ellipseEndAngle, PropertyKind::hatchAngle}) {
     angle.customType = kind;
     EXPECT_DOUBLE_EQ(valueIn("Rotation=90", angle).get().dblVal, std::numbers::pi / 2) << kind;
     EXPECT_DOUBLE_EQ(valueIn("Rotation=90\u00B0", angle).get().dblVal, std::numbers::pi / 2) << kind;

@@ -36,17 +36,17 @@ PROPINFO realRow(double value, std::int32_t customType = 0) {
 }  // namespace
 
 TEST(RowText, LengthsHaveThePlacesOfTheDrawing) {
-  EXPECT_EQ(valueText(realRow(12.5, 542), style), "12.500");
+  EXPECT_EQ(valueText(realRow(12.5, PropertyKind::distance), style), "12.500");
   EXPECT_EQ(valueText(realRow(-0.00001), style), "0.000");
 }
 
 TEST(RowText, AnglesAreShownInDegrees) {
-  for (const int kind : {543, 508, 513})
+  for (const int kind : {PropertyKind::angle, PropertyKind::ellipseEndAngle, PropertyKind::hatchAngle})
     EXPECT_EQ(valueText(realRow(std::numbers::pi / 2, kind), style), "90.0\u00B0") << kind;
 }
 
 TEST(RowText, NumbersWithoutUnitsAreNotFilledUpWithZeros) {
-  for (const int kind : {544, 519, 539})
+  for (const int kind : {PropertyKind::noUnits, PropertyKind::hatchScale, PropertyKind::entityLinetypeScale})
     EXPECT_EQ(valueText(realRow(0.5, kind), style), "0.5") << kind;
 }
 

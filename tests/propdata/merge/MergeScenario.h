@@ -166,7 +166,9 @@ inline rc::Gen<PlannedRow> someRow() {
       rc::gen::set(&PlannedRow::isVaries, rarely(16)), rc::gen::set(&PlannedRow::hasValue, rarely(4)),
       rc::gen::set(&PlannedRow::grouping, rc::gen::weightedElement<int>({{12, 0}, {1, 1}})),
       rc::gen::set(&PlannedRow::type, someType()), rc::gen::set(&PlannedRow::value, rc::gen::inRange(0, 2)),
-      rc::gen::set(&PlannedRow::customType, rc::gen::element(0, 551, 547)),
+      rc::gen::set(&PlannedRow::customType,
+                   rc::gen::element<std::int32_t>(PropertyKind::none, PropertyKind::unknownType,
+                                                  PropertyKind::linetype)),
       rc::gen::set(&PlannedRow::clsid, rc::gen::weightedElement<int>({{6, 0}, {1, 1}, {1, 2}})),
       rc::gen::set(&PlannedRow::sources, rc::gen::weightedElement<int>({{4, 0}, {1, 2}})));
 }
@@ -311,8 +313,7 @@ class MergeWorld {
     }
     std::vector<PlannedRow> rows = plan.rows;
     if (plan.hasFirstRows != 0 && number != 0)
-      rows.insert(plan.hasFirstRows == 1 ? rows.end() : rows.begin(), first.rows.begin(),
-                   first.rows.end());
+      rows.insert(plan.hasFirstRows == 1 ? rows.end() : rows.begin(), first.rows.begin(), first.rows.end());
     TqVector<PROPINFO> list;
     for (const PlannedRow& row : rows)
       list.push_back(rowOf(row, made, static_cast<long>(100 + number), plan.hasOwnStrings));

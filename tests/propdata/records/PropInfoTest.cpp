@@ -68,7 +68,7 @@ PROPINFO fullRecord() {
   row.isWritable = true;
   row.isEditable = true;
   row.isVaries = true;
-  row.customType = 540;
+  row.customType = PropertyKind::color;
   row.groupCount = 0x123456789A;
   row.elementGrouping = -2;
   row.weight = -7;
@@ -256,7 +256,7 @@ TEST(PropInfo, ACopyOfANewRecordIsNewToo) {
   PROPINFO original;
   original.clsid = GUID_NULL;
   original.dispId = 0;
-  original.customType = 0;
+  original.customType = PropertyKind::none;
   PROPINFO assigned = fullRecord();
   assigned = original;
   expectSame(assigned, original);

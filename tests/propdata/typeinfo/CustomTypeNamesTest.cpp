@@ -13,45 +13,45 @@
 namespace velt::tests {
 namespace {
 
-constexpr int none = 551;
+constexpr int none = PropertyKind::unknownType;
 
-struct Code {
-  int code;
+struct Kind {
+  int kind;
   std::vector<std::wstring> names;
 };
 
-const std::vector<Code> codes = {
-    {540, {L"VELT_COLOR", L"ACAD_COLOR", L"KELVO_COLOR"}},
-    {541, {L"VELT_LAYER", L"KELVO_LAYER"}},
-    {542, {L"VELT_DISTANCE", L"KELVO_DISTANCE"}},
-    {543, {L"VELT_ANGLE", L"KELVO_ANGLE"}},
-    {544, {L"VELT_NOUNITS", L"KELVO_NOUNITS"}},
-    {545, {L"VELT_LWEIGHT", L"ACAD_LWEIGHT", L"KELVO_LWEIGHT"}},
-    {546, {L"VELT_PLOTSTYLE", L"KELVO_PLOTSTYLE"}},
-    {547, {L"VELT_LINETYPE", L"KELVO_LINETYPE", L"VELT_LTYPE"}},
-    {548, {L"VELT_NULL", L"KELVO_NULL"}},
-    {549, {L"VELT_PLOTSTYLETABLE", L"KELVO_PLOTSTYLETABLE"}},
-    {550, {L"VELT_AREA", L"KELVO_AREA"}},
+const std::vector<Kind> kinds = {
+    {PropertyKind::color, {L"VELT_COLOR", L"ACAD_COLOR", L"KELVO_COLOR"}},
+    {PropertyKind::layer, {L"VELT_LAYER", L"KELVO_LAYER"}},
+    {PropertyKind::distance, {L"VELT_DISTANCE", L"KELVO_DISTANCE"}},
+    {PropertyKind::angle, {L"VELT_ANGLE", L"KELVO_ANGLE"}},
+    {PropertyKind::noUnits, {L"VELT_NOUNITS", L"KELVO_NOUNITS"}},
+    {PropertyKind::lineweight, {L"VELT_LWEIGHT", L"ACAD_LWEIGHT", L"KELVO_LWEIGHT"}},
+    {PropertyKind::plotStyle, {L"VELT_PLOTSTYLE", L"KELVO_PLOTSTYLE"}},
+    {PropertyKind::linetype, {L"VELT_LINETYPE", L"KELVO_LINETYPE", L"VELT_LTYPE"}},
+    {PropertyKind::noEditor, {L"VELT_NULL", L"KELVO_NULL"}},
+    {PropertyKind::plotStyleTable, {L"VELT_PLOTSTYLETABLE", L"KELVO_PLOTSTYLETABLE"}},
+    {PropertyKind::area, {L"VELT_AREA", L"KELVO_AREA"}},
 };
 
 std::map<std::wstring, int> allNames() {
   std::map<std::wstring, int> names;
-  for (const Code& row : codes) {
+  for (const Kind& row : kinds) {
     for (const std::wstring& name : row.names)
-      names[name] = row.code;
+      names[name] = row.kind;
   }
   return names;
 }
 
-int codeOf(const std::wstring& name) {
+int kindOf(const std::wstring& name) {
   return NameToUserdefinedType(name.c_str());
 }
 
-TEST(CustomTypeNames, EveryNameGivesItsCode) {
+TEST(CustomTypeNames, EveryNameTellsItsKind) {
   const auto names = allNames();
   EXPECT_EQ(names.size(), 25u);
-  for (const auto& [name, code] : names)
-    EXPECT_EQ(codeOf(name), code) << std::string(name.begin(), name.end());
+  for (const auto& [name, kind] : names)
+    EXPECT_EQ(kindOf(name), kind) << std::string(name.begin(), name.end());
 }
 
 TEST(CustomTypeNames, NoNameIsNoType) {
@@ -68,48 +68,48 @@ TEST(CustomTypeNames, AnyOtherNameIsNoType) {
 }
 
 TEST(CustomTypeNames, ComparesWholeAndCaseSensitively) {
-  for (const auto& [name, code] : allNames()) {
+  for (const auto& [name, kind] : allNames()) {
     SCOPED_TRACE(std::string(name.begin(), name.end()));
     std::wstring lower = name;
     std::transform(lower.begin(), lower.end(), lower.begin(),
                    [](wchar_t c) { return std::towlower(static_cast<wint_t>(c)); });
-    EXPECT_EQ(codeOf(lower), none);
-    EXPECT_EQ(codeOf(L" " + name), none);
-    EXPECT_EQ(codeOf(name + L" "), none);
-    EXPECT_EQ(codeOf(name + L"_"), none);
-    EXPECT_EQ(codeOf(name.substr(1)), none);
-    EXPECT_EQ(codeOf(L"X" + name), none);
-    // One name begins with another: it still gives its own code, and its beginning the other's.
+    EXPECT_EQ(kindOf(lower), none);
+    EXPECT_EQ(kindOf(L" " + name), none);
+    EXPECT_EQ(kindOf(name + L" "), none);
+    EXPECT_EQ(kindOf(name + L"_"), none);
+    EXPECT_EQ(kindOf(name.substr(1)), none);
+    EXPECT_EQ(kindOf(L"X" + name), none);
+    // One name begins with another: it still gives its own kind, and its beginning the other's.
     const std::wstring cut = name.substr(0, name.size() - 1);
-    EXPECT_EQ(codeOf(cut), none);
+    EXPECT_EQ(kindOf(cut), none);
   }
-  EXPECT_EQ(codeOf(L"VELT_PLOTSTYLE"), 546);
-  EXPECT_EQ(codeOf(L"VELT_PLOTSTYLETABLE"), 549);
-  EXPECT_EQ(codeOf(L"VELT_PLOTSTYLET"), none);
+  EXPECT_EQ(kindOf(L"VELT_PLOTSTYLE"), PropertyKind::plotStyle);
+  EXPECT_EQ(kindOf(L"VELT_PLOTSTYLETABLE"), PropertyKind::plotStyleTable);
+  EXPECT_EQ(kindOf(L"VELT_PLOTSTYLET"), none);
 }
 
 TEST(CustomTypeNames, Quirk_irregular_type_names) {
-  EXPECT_EQ(codeOf(L"VELT_LTYPE"), 547);
-  EXPECT_EQ(codeOf(L"KELVO_LTYPE"), none);
-  EXPECT_EQ(codeOf(L"ACAD_LTYPE"), none);
-  for (const wchar_t* const kind : {L"LAYER", L"DISTANCE", L"ANGLE", L"NOUNITS", L"PLOTSTYLE", L"LINETYPE",
+  EXPECT_EQ(kindOf(L"VELT_LTYPE"), PropertyKind::linetype);
+  EXPECT_EQ(kindOf(L"KELVO_LTYPE"), none);
+  EXPECT_EQ(kindOf(L"ACAD_LTYPE"), none);
+  for (const wchar_t* const type : {L"LAYER", L"DISTANCE", L"ANGLE", L"NOUNITS", L"PLOTSTYLE", L"LINETYPE",
                                     L"NULL", L"PLOTSTYLETABLE", L"AREA"}) {
-    EXPECT_EQ(codeOf(std::wstring(L"ACAD_") + kind), none);
-    EXPECT_NE(codeOf(std::wstring(L"VELT_") + kind), none);
-    EXPECT_NE(codeOf(std::wstring(L"KELVO_") + kind), none);
+    EXPECT_EQ(kindOf(std::wstring(L"ACAD_") + type), none);
+    EXPECT_NE(kindOf(std::wstring(L"VELT_") + type), none);
+    EXPECT_NE(kindOf(std::wstring(L"KELVO_") + type), none);
   }
-  EXPECT_EQ(codeOf(L"ACAD_COLOR"), 540);
-  EXPECT_EQ(codeOf(L"ACAD_LWEIGHT"), 545);
+  EXPECT_EQ(kindOf(L"ACAD_COLOR"), PropertyKind::color);
+  EXPECT_EQ(kindOf(L"ACAD_LWEIGHT"), PropertyKind::lineweight);
 }
 
 TEST(CustomTypeNames, ReadsTheNameUpToItsZeroCharacter) {
-  EXPECT_EQ(codeOf(std::wstring(L"VELT_COLOR\0_AND_MORE", 20)), 540);
+  EXPECT_EQ(kindOf(std::wstring(L"VELT_COLOR\0_AND_MORE", 20)), PropertyKind::color);
 }
 
 RC_GTEST_PROP(CustomTypeNames, ANameThatIsNotInTheTableIsNoType, ()) {
   const auto names = allNames();
   std::vector<std::wstring> list;
-  for (const auto& [name, code] : names)
+  for (const auto& [name, kind] : names)
     list.push_back(name);
   std::wstring name = *rc::gen::elementOf(list);
   const auto at = *rc::gen::inRange<std::size_t>(0, name.size());
@@ -125,7 +125,7 @@ RC_GTEST_PROP(CustomTypeNames, ANameThatIsNotInTheTableIsNoType, ()) {
       break;
   }
   const auto found = names.find(name);
-  RC_ASSERT(codeOf(name) == (found == names.end() ? none : found->second));
+  RC_ASSERT(kindOf(name) == (found == names.end() ? none : found->second));
 }
 
 }  // namespace

@@ -45,80 +45,88 @@ const std::vector<std::string> annotations = {"DimRadial",  "DimDiametric",     
                                               "DimAngular", "Dim3PointAngular", "DimOrdinate",  "Leader",
                                               "MLeader",    "DimRadialLarge",   "DimArcLength", "Tolerance"};
 
-struct Kind {
+struct Rule {
   std::vector<std::string> classes;
-  std::uint32_t code;
+  PropertyKind::Code kind;
 };
 
 struct Special {
   const wchar_t* name;
-  std::vector<Kind> kinds;
+  std::vector<Rule> rules;
 };
 
 // In the order of the special indexes.
 const std::vector<Special> specials = {
-    {L"Height", {{{"RasterImage"}, 533}}},
-    {L"Width", {{{"RasterImage"}, 534}}},
-    {L"Justify", {{{"Text", "Attribute"}, 536}}},
-    {L"EndAngle", {{{"Ellipse"}, 508}}},
-    {L"Weight", {{{"Spline"}, 538}}},
-    {L"StartSeg", {{{"LWPolyline", "Polyline"}, 502}}},
-    {L"EndSeg", {{{"LWPolyline", "Polyline"}, 502}}},
-    {L"Vertex", {{{"LWPolyline", "Polyline"}, 503}}},
-    {L"FitSmooth", {{{"Polyline"}, 500}, {{"3DPolyline"}, 501}, {{"PolygonMesh"}, 532}}},
-    {L"Style", {{{"Text", "Attribute"}, 537}, {{"MText"}, 526}}},
-    {L"ContentBlockName", {{{"MLeader"}, 524}}},
-    {L"Direction", {{{"MText", "MLeader"}, 525}}},
-    {L"PlotStyleTable", {{{"PViewport"}, 531}}},
-    {L"Area", {{{"Arc", "Circle", "Ellipse", "Polyline", "LWPolyline", "Region", "Spline"}, 529}}},
-    {L"DimStyle", {{annotations, 507}}},
-    {L"TextStyle", {{annotations, 511}}},
-    {L"Arrowhead1Type", {{annotations, 506}}},
-    {L"Arrowhead2Type", {{annotations, 506}}},
-    {L"Precision", {{annotations, 511}}},
-    {L"AnglePrecision", {{annotations, 511}}},
-    {L"Arrow", {{annotations, 506}}},
-    {L"PatternName", {{{"Hatch"}, 518}}},
-    {L"Type", {{{"Hatch"}, 509}}},
-    {L"ISOPenWidth", {{{"Hatch"}, 517}}},
-    {L"Angle", {{{"Hatch"}, 513}}},
-    {L"HatchScale", {{{"Hatch"}, 519}}},
-    {L"Spacing", {{{"Hatch"}, 520}}},
-    {L"Double", {{{"Hatch"}, 514}}},
-    {L"Elevation", {{{"Hatch"}, 515}, {{"Solid", "Trace"}, 527}}},
-    {L"Associative", {{{"Hatch"}, 514}}},
-    {L"IslandStyle", {{{"Hatch"}, 516}}},
-    {L"GradientName", {{{"Hatch"}, 512}}},
+    {L"Height", {{{"RasterImage"}, PropertyKind::imageHeight}}},
+    {L"Width", {{{"RasterImage"}, PropertyKind::imageWidth}}},
+    {L"Justify", {{{"Text", "Attribute"}, PropertyKind::textJustification}}},
+    {L"EndAngle", {{{"Ellipse"}, PropertyKind::ellipseEndAngle}}},
+    {L"Weight", {{{"Spline"}, PropertyKind::splineWeight}}},
+    {L"StartSeg", {{{"LWPolyline", "Polyline"}, PropertyKind::segmentWidth}}},
+    {L"EndSeg", {{{"LWPolyline", "Polyline"}, PropertyKind::segmentWidth}}},
+    {L"Vertex", {{{"LWPolyline", "Polyline"}, PropertyKind::vertex}}},
+    {L"FitSmooth",
+     {{{"Polyline"}, PropertyKind::polylineFit},
+      {{"3DPolyline"}, PropertyKind::polyline3dFit},
+      {{"PolygonMesh"}, PropertyKind::meshFit}}},
+    {L"Style", {{{"Text", "Attribute"}, PropertyKind::textStyle}, {{"MText"}, PropertyKind::mtextStyle}}},
+    {L"ContentBlockName", {{{"MLeader"}, PropertyKind::leaderBlock}}},
+    {L"Direction", {{{"MText", "MLeader"}, PropertyKind::textDirection}}},
+    {L"PlotStyleTable", {{{"PViewport"}, PropertyKind::viewportPlotStyleTable}}},
+    {L"Area",
+     {{{"Arc", "Circle", "Ellipse", "Polyline", "LWPolyline", "Region", "Spline"}, PropertyKind::shapeArea}}},
+    {L"DimStyle", {{annotations, PropertyKind::dimensionStyle}}},
+    {L"TextStyle", {{annotations, PropertyKind::choice}}},
+    {L"Arrowhead1Type", {{annotations, PropertyKind::arrowhead}}},
+    {L"Arrowhead2Type", {{annotations, PropertyKind::arrowhead}}},
+    {L"Precision", {{annotations, PropertyKind::choice}}},
+    {L"AnglePrecision", {{annotations, PropertyKind::choice}}},
+    {L"Arrow", {{annotations, PropertyKind::arrowhead}}},
+    {L"PatternName", {{{"Hatch"}, PropertyKind::hatchPattern}}},
+    {L"Type", {{{"Hatch"}, PropertyKind::hatchType}}},
+    {L"ISOPenWidth", {{{"Hatch"}, PropertyKind::hatchIsoPenWidth}}},
+    {L"Angle", {{{"Hatch"}, PropertyKind::hatchAngle}}},
+    {L"HatchScale", {{{"Hatch"}, PropertyKind::hatchScale}}},
+    {L"Spacing", {{{"Hatch"}, PropertyKind::hatchSpacing}}},
+    {L"Double", {{{"Hatch"}, PropertyKind::hatchFlag}}},
+    {L"Elevation",
+     {{{"Hatch"}, PropertyKind::hatchElevation}, {{"Solid", "Trace"}, PropertyKind::elevation}}},
+    {L"Associative", {{{"Hatch"}, PropertyKind::hatchFlag}}},
+    {L"IslandStyle", {{{"Hatch"}, PropertyKind::hatchIslandStyle}}},
+    {L"GradientName", {{{"Hatch"}, PropertyKind::hatchGradient}}},
 };
 
-const std::map<DISPID, std::uint32_t> codesByDispId = {{1280, 505}, {1281, 521}, {1282, 522}, {1283, 539},
-                                                       {1299, 530}, {1300, 523}, {1301, 510}};
+const std::map<DISPID, PropertyKind::Code> kindsByDispId = {
+    {1280, PropertyKind::colorObject},      {1281, PropertyKind::entityLayer},
+    {1282, PropertyKind::entityLinetype},   {1283, PropertyKind::entityLinetypeScale},
+    {1299, PropertyKind::entityLineweight}, {1300, PropertyKind::entityPlotStyle},
+    {1301, PropertyKind::hyperlinks}};
 
-std::uint32_t codeByType(VARTYPE type) {
+PropertyKind::Code kindByType(VARTYPE type) {
   switch (type) {
     case VT_I2:
     case VT_I4:
     case VT_R4:
     case VT_R8:
     case VT_INT:
-      return 528;
+      return PropertyKind::number;
     case VT_BSTR:
-      return 535;
+      return PropertyKind::text;
     case VT_BOOL:
-      return 504;
+      return PropertyKind::flag;
     default:
-      return 0;
+      return PropertyKind::none;
   }
 }
 
-// 0 when the class is not asked about.
-std::uint32_t codeByClass(const Special& special, const std::string& className) {
-  for (const Kind& kind : special.kinds) {
-    for (const std::string& name : kind.classes) {
-      if ("Velt" + name == className) return kind.code;
+// None when the class is not asked about.
+PropertyKind::Code kindByClass(const Special& special, const std::string& className) {
+  for (const Rule& rule : special.rules) {
+    for (const std::string& name : rule.classes) {
+      if ("Velt" + name == className) return rule.kind;
     }
   }
-  return 0;
+  return PropertyKind::none;
 }
 
 PROPINFO row(const wchar_t* name, const VARIANT& value = toys::r8(1.5), DISPID dispId = 7) {
@@ -131,11 +139,11 @@ PROPINFO row(const wchar_t* name, const VARIANT& value = toys::r8(1.5), DISPID d
   return made;
 }
 
-std::uint32_t kindOf(const CLSID& clsid, PROPINFO prop) {
-  return _GetPropertyType(clsid, &prop);
+int kindOf(const CLSID& clsid, PROPINFO prop) {
+  return static_cast<int>(_GetPropertyType(clsid, &prop));
 }
 
-std::uint32_t kindOf(const char* className, const PROPINFO& prop) {
+int kindOf(const char* className, const PROPINFO& prop) {
   return kindOf(classNamed(className), prop);
 }
 
@@ -215,30 +223,30 @@ TEST(PropertyType, ANullRecordHasNone) {
 }
 
 TEST(PropertyType, TheDispIdDecidesFirstWhateverTheClass) {
-  for (const auto& [dispId, code] : codesByDispId) {
+  for (const auto& [dispId, kind] : kindsByDispId) {
     for (const Class& one : allClasses)
-      EXPECT_EQ(kindOf(one.clsid, row(L"Name", toys::r8(1), dispId)), code) << dispId;
-    EXPECT_EQ(kindOf(GUID_NULL, row(L"", toys::empty(), dispId)), code) << dispId;
+      EXPECT_EQ(kindOf(one.clsid, row(L"Name", toys::r8(1), dispId)), kind) << dispId;
+    EXPECT_EQ(kindOf(GUID_NULL, row(L"", toys::empty(), dispId)), kind) << dispId;
   }
 }
 
 TEST(PropertyType, TheDispIdDecidesBeforeSpecialNamesAndChoices) {
   PROPINFO prop = row(L"Associative", toys::boolean(true), 1299);
   prop.hasChoices = true;
-  EXPECT_EQ(kindOf("Hatch", prop), 530u);
+  EXPECT_EQ(kindOf("Hatch", prop), PropertyKind::entityLineweight);
 }
 
 TEST(PropertyType, NeighbouringDispIdsAreOrdinary) {
   for (const DISPID dispId : {1279, 1284, 1298, 1302, 0, -1, -23, 1280 + 65536}) {
-    EXPECT_EQ(kindOf("Line", row(L"Name", toys::r8(1), dispId)), 528u) << dispId;
+    EXPECT_EQ(kindOf("Line", row(L"Name", toys::r8(1), dispId)), PropertyKind::number) << dispId;
   }
 }
 
 TEST(PropertyType, TheDispIdDecidesWithoutALookAtTheColorObject) {
   ToyHost host;
   ToyColor color(host, "colour", ToyColor::byLayer);
-  for (const auto& [dispId, code] : codesByDispId) {
-    EXPECT_EQ(kindOf("Line", row(L"Name", toys::borrowed(color.dispatch()), dispId)), code);
+  for (const auto& [dispId, kind] : kindsByDispId) {
+    EXPECT_EQ(kindOf("Line", row(L"Name", toys::borrowed(color.dispatch()), dispId)), kind);
   }
   EXPECT_EQ(host.log.all(), Lines{});
 }
@@ -249,7 +257,7 @@ TEST(PropertyType, AColorObjectIsAColorAndIsGivenBackAtOnce) {
   ToyHost host;
   ToyColor color(host, "colour", ToyColor::byLayer);
   host.mark();
-  EXPECT_EQ(kindOf("Line", row(L"TextColor", toys::borrowed(color.dispatch()))), 505u);
+  EXPECT_EQ(kindOf("Line", row(L"TextColor", toys::borrowed(color.dispatch()))), PropertyKind::colorObject);
   EXPECT_EQ(host.log.all(),
             (Lines{"QueryInterface(IVeltVkCmColor) on colour", "Release(IVeltVkCmColor) on colour"}));
   EXPECT_EQ(host.balance(), "balanced");
@@ -260,7 +268,7 @@ TEST(PropertyType, AColorObjectDecidesBeforeSpecialNamesAndChoices) {
   ToyColor color(host, "colour", ToyColor::byLayer);
   PROPINFO prop = row(L"PatternName", toys::borrowed(color.dispatch()));
   prop.hasChoices = true;
-  EXPECT_EQ(kindOf("Hatch", prop), 505u);
+  EXPECT_EQ(kindOf("Hatch", prop), PropertyKind::colorObject);
 }
 
 TEST(PropertyType, AnObjectThatIsNoColorIsTreatedByName) {
@@ -268,10 +276,10 @@ TEST(PropertyType, AnObjectThatIsNoColorIsTreatedByName) {
   ToyColor other(host, "other", 0);
   other.withhold(IID_IVeltVkCmColor);
   PROPINFO prop = row(L"PatternName", toys::borrowed(other.dispatch()));
-  EXPECT_EQ(kindOf("Hatch", prop), 518u);
-  EXPECT_EQ(kindOf("Line", prop), 0u);
+  EXPECT_EQ(kindOf("Hatch", prop), PropertyKind::hatchPattern);
+  EXPECT_EQ(kindOf("Line", prop), PropertyKind::none);
   prop.hasChoices = true;
-  EXPECT_EQ(kindOf("Line", prop), 511u);
+  EXPECT_EQ(kindOf("Line", prop), PropertyKind::choice);
   EXPECT_EQ(host.log.count("Release"), 0);
   EXPECT_EQ(host.log.count("QueryInterface(IVeltVkCmColor) on other"), 3);
   EXPECT_EQ(host.balance(), "balanced");
@@ -279,8 +287,8 @@ TEST(PropertyType, AnObjectThatIsNoColorIsTreatedByName) {
 
 TEST(PropertyType, ADispatchValueWithoutObjectIsTreatedByName) {
   const PROPINFO prop = row(L"PatternName", toys::ofType(VT_DISPATCH, 0));
-  EXPECT_EQ(kindOf("Hatch", prop), 518u);
-  EXPECT_EQ(kindOf("Line", prop), 0u);
+  EXPECT_EQ(kindOf("Hatch", prop), PropertyKind::hatchPattern);
+  EXPECT_EQ(kindOf("Line", prop), PropertyKind::none);
 }
 
 TEST(PropertyType, OnlyAValueOfTypeDispatchIsAskedWhetherItIsAColor) {
@@ -289,7 +297,7 @@ TEST(PropertyType, OnlyAValueOfTypeDispatchIsAskedWhetherItIsAColor) {
   const auto pointer = reinterpret_cast<LONGLONG>(color.dispatch());
   for (const int type : {0, 1, 3, 8, 10, 12, 13, 20, VT_DISPATCH | VT_BYREF, VT_DISPATCH | VT_ARRAY}) {
     const VARIANT value = toys::ofType(static_cast<VARTYPE>(type), pointer);
-    EXPECT_NE(kindOf("Line", row(L"Name", value)), 505u) << type;
+    EXPECT_NE(kindOf("Line", row(L"Name", value)), PropertyKind::colorObject) << type;
   }
   EXPECT_EQ(host.log.all(), Lines{});
 }
@@ -308,51 +316,51 @@ TEST(PropertyType, EverySpecialNameOfEveryClassHasItsKind) {
   for (const Special& special : specials) {
     std::size_t reached = 0;
     for (const Class& one : allClasses) {
-      const std::uint32_t code = codeByClass(special, one.name);
-      if (code != 0) ++reached;
+      const PropertyKind::Code kind = kindByClass(special, one.name);
+      if (kind != PropertyKind::none) ++reached;
       PROPINFO prop = row(special.name, toys::r8(1));
-      EXPECT_EQ(kindOf(one.clsid, prop), code != 0 ? code : 528u)
+      EXPECT_EQ(kindOf(one.clsid, prop), kind != PropertyKind::none ? kind : PropertyKind::number)
           << narrow(special.name) << " of " << one.name;
       // Neither choices nor the type of the value come before it.
       prop.hasChoices = true;
-      EXPECT_EQ(kindOf(one.clsid, prop), code != 0 ? code : 511u)
+      EXPECT_EQ(kindOf(one.clsid, prop), kind != PropertyKind::none ? kind : PropertyKind::choice)
           << narrow(special.name) << " of " << one.name;
       prop.hasChoices = false;
       prop.value = toys::empty();
-      EXPECT_EQ(kindOf(one.clsid, prop), code) << narrow(special.name) << " of " << one.name;
+      EXPECT_EQ(kindOf(one.clsid, prop), kind) << narrow(special.name) << " of " << one.name;
     }
     std::size_t expected = 0;
-    for (const Kind& kind : special.kinds)
-      expected += kind.classes.size();
+    for (const Rule& rule : special.rules)
+      expected += rule.classes.size();
     EXPECT_EQ(reached, expected) << narrow(special.name);
-    EXPECT_EQ(kindOf(GUID_NULL, row(special.name)), 528u);
+    EXPECT_EQ(kindOf(GUID_NULL, row(special.name)), PropertyKind::number);
   }
 }
 
 TEST(PropertyType, TheClassIsTheOneGivenAndNotTheRecords) {
   PROPINFO prop = row(L"Height");
   prop.clsid = classNamed("RasterImage");
-  EXPECT_EQ(kindOf("Line", prop), 528u);
+  EXPECT_EQ(kindOf("Line", prop), PropertyKind::number);
   prop.clsid = classNamed("Line");
-  EXPECT_EQ(kindOf("RasterImage", prop), 533u);
+  EXPECT_EQ(kindOf("RasterImage", prop), PropertyKind::imageHeight);
 }
 
 TEST(PropertyType, TheNameIsTheAutomationNameAndNotTheLabel) {
   PROPINFO prop = row(L"Other");
   prop.displayName = L"Height";
-  EXPECT_EQ(kindOf("RasterImage", prop), 528u);
+  EXPECT_EQ(kindOf("RasterImage", prop), PropertyKind::number);
 }
 
 TEST(PropertyType, Quirk_associative_shares_double) {
-  EXPECT_EQ(kindOf("Hatch", row(L"Associative", toys::boolean(true))), 514u);
-  EXPECT_EQ(kindOf("Hatch", row(L"Double", toys::boolean(true))), 514u);
+  EXPECT_EQ(kindOf("Hatch", row(L"Associative", toys::boolean(true))), PropertyKind::hatchFlag);
+  EXPECT_EQ(kindOf("Hatch", row(L"Double", toys::boolean(true))), PropertyKind::hatchFlag);
 }
 
 TEST(PropertyType, AWordedElevationDependsOnTheClass) {
-  EXPECT_EQ(kindOf("Hatch", row(L"Elevation")), 515u);
-  EXPECT_EQ(kindOf("Solid", row(L"Elevation")), 527u);
-  EXPECT_EQ(kindOf("Trace", row(L"Elevation")), 527u);
-  EXPECT_EQ(kindOf("LWPolyline", row(L"Elevation")), 528u);
+  EXPECT_EQ(kindOf("Hatch", row(L"Elevation")), PropertyKind::hatchElevation);
+  EXPECT_EQ(kindOf("Solid", row(L"Elevation")), PropertyKind::elevation);
+  EXPECT_EQ(kindOf("Trace", row(L"Elevation")), PropertyKind::elevation);
+  EXPECT_EQ(kindOf("LWPolyline", row(L"Elevation")), PropertyKind::number);
 }
 
 // --- everything else ------------------------------------------------------------------------------------------------
@@ -362,7 +370,7 @@ TEST(PropertyType, AChoiceListDecidesBeforeTheTypeOfTheValue) {
     if (type == VT_DISPATCH) continue;
     PROPINFO prop = row(L"Name", toys::ofType(static_cast<VARTYPE>(type), 0));
     prop.hasChoices = true;
-    EXPECT_EQ(kindOf("Line", prop), 511u) << type;
+    EXPECT_EQ(kindOf("Line", prop), PropertyKind::choice) << type;
   }
 }
 
@@ -370,39 +378,40 @@ TEST(PropertyType, TheFlagDecidesAndNotTheChoices) {
   PROPINFO prop = row(L"Name");
   prop.choiceNames.push_back(L"one");
   prop.choiceValues.push_back(1);
-  EXPECT_EQ(kindOf("Line", prop), 528u);
+  EXPECT_EQ(kindOf("Line", prop), PropertyKind::number);
 }
 
 TEST(PropertyType, TheTypeOfTheValueDecidesLast) {
   for (int type = 0; type <= 40; ++type) {
     const VARIANT value = toys::ofType(static_cast<VARTYPE>(type), 0);
-    EXPECT_EQ(kindOf("Line", row(L"Name", value)), codeByType(static_cast<VARTYPE>(type))) << type;
+    EXPECT_EQ(kindOf("Line", row(L"Name", value)), kindByType(static_cast<VARTYPE>(type))) << type;
   }
   for (const int type : {VT_ARRAY | VT_R8, VT_BYREF | VT_I4, VT_ARRAY | VT_BSTR, 0x8003, 0x1003}) {
-    EXPECT_EQ(kindOf("Line", row(L"Name", toys::ofType(static_cast<VARTYPE>(type), 0))), 0u) << type;
+    EXPECT_EQ(kindOf("Line", row(L"Name", toys::ofType(static_cast<VARTYPE>(type), 0))), PropertyKind::none)
+        << type;
   }
 }
 
 TEST(PropertyType, TheDeclaredTypeDoesNotCount) {
   PROPINFO prop = row(L"Name", toys::empty());
   prop.valueType = VT_R8;
-  EXPECT_EQ(kindOf("Line", prop), 0u);
+  EXPECT_EQ(kindOf("Line", prop), PropertyKind::none);
 }
 
 TEST(PropertyType, ChangesNothingInTheRecord) {
   PROPINFO prop = row(L"Height");
-  prop.customType = 551;
+  prop.customType = PropertyKind::unknownType;
   prop.weight = 9;
-  EXPECT_EQ(_GetPropertyType(classNamed("RasterImage"), &prop), 533u);
-  EXPECT_EQ(prop.customType, 551);
+  EXPECT_EQ(static_cast<int>(_GetPropertyType(classNamed("RasterImage"), &prop)), PropertyKind::imageHeight);
+  EXPECT_EQ(prop.customType, PropertyKind::unknownType);
   EXPECT_EQ(prop.weight, 9);
   EXPECT_FALSE(prop.hasValue);
   EXPECT_EQ(prop.value.dblVal, 1.5);
 }
 
-TEST(PropertyType, EveryCodeFrom500To539IsReached) {
-  std::set<std::uint32_t> reached;
-  for (const auto& [dispId, code] : codesByDispId)
+TEST(PropertyType, EveryKindThatIsSettledByAValueIsReached) {
+  std::set<int> reached;
+  for (const auto& [dispId, kind] : kindsByDispId)
     reached.insert(kindOf("Line", row(L"Name", toys::r8(1), dispId)));
   for (const Special& special : specials) {
     for (const Class& one : allClasses)
@@ -411,9 +420,9 @@ TEST(PropertyType, EveryCodeFrom500To539IsReached) {
   for (const VARTYPE type : {VT_R8, VT_BSTR, VT_BOOL, VT_EMPTY}) {
     reached.insert(kindOf("Line", row(L"Name", toys::ofType(type, 0))));
   }
-  std::set<std::uint32_t> expected{0};
-  for (std::uint32_t code = 500; code <= 539; ++code)
-    expected.insert(code);
+  std::set<int> expected{PropertyKind::none};
+  for (int kind = PropertyKind::polylineFit; kind <= PropertyKind::entityLinetypeScale; ++kind)
+    expected.insert(kind);
   EXPECT_EQ(reached, expected);
 }
 

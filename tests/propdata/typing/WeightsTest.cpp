@@ -51,7 +51,7 @@ PROPINFO row(DISPID dispId, int weight = -5) {
   PROPINFO made;
   made.clsid = GUID_NULL;
   made.dispId = dispId;
-  made.customType = 0;
+  made.customType = PropertyKind::none;
   made.weight = weight;
   return made;
 }
@@ -181,11 +181,11 @@ TEST(PropertyWeight, TakesAllSixteenBytesOfAClassIntoAccount) {
 
 TEST(PropertyWeight, ChangesNothingElseInTheRecord) {
   PROPINFO prop = element(64, 0, 5);
-  prop.customType = 551;
+  prop.customType = PropertyKind::unknownType;
   static_cast<void>(SetPropertyWeight(CLSID_VeltLeader, prop));
   EXPECT_EQ(prop.weight, 1);
   EXPECT_EQ(prop.dispId, 64);
-  EXPECT_EQ(prop.customType, 551);
+  EXPECT_EQ(prop.customType, PropertyKind::unknownType);
   EXPECT_EQ(prop.elementCookie, 5u);
   EXPECT_TRUE(prop.sortByCookie);
 }
