@@ -12,7 +12,7 @@
 namespace velt::dxf {
 namespace {
 
-// Holds a converter of the C library. It is opened and used by one thread, while a page is made.
+// Holds a converter of the C library. One thread opens and uses it, while a page is made.
 class Converter {
  public:
   Converter(const char* to, const char* from) : handle_(iconv_open(to, from)) {}
@@ -25,10 +25,11 @@ class Converter {
   explicit operator bool() const { return reinterpret_cast<std::intptr_t>(handle_) != -1; }
 
   struct Result {
-    // Of what was written.
+    // Bytes written.
     std::size_t length = 0;
     // The input is the beginning of a longer character.
     bool wantsMore = false;
+    // The input was one whole character, and is converted.
     bool complete = false;
   };
 
@@ -65,7 +66,7 @@ Decoded decodeOne(const Converter& converter, unsigned byte, std::optional<unsig
   return {character <= 0xFFFF ? static_cast<char16_t>(character) : char16_t{0}, false};
 }
 
-// The bytes that the page prefers for a character that several bytes stand for.
+// The bytes that the page writes for a character. Several byte values may read as the same character.
 std::optional<std::uint16_t> preferredBytes(const Converter& converter, char16_t character) {
   const char32_t wide = character;
   std::array<char, sizeof wide> from{};

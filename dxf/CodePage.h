@@ -10,20 +10,21 @@
 
 namespace velt::dxf {
 
-// Shown for bytes that are no character. Never written in their place.
+// Shown for bytes that are not a character. The bytes themselves stay in the drawing.
 inline constexpr char32_t replacementCharacter = 0xFFFD;
 
-// Two tables, made once per page from the C library's converter and shared by all drawings; read-only, so any number
-// of threads may use one. All pages in question lie within the basic plane, and ASCII stands for itself in each.
+// Two tables, made once per page from the C library's converter and shared by all drawings. They do not change, so any
+// number of threads may use one. All characters of these pages are below U+10000, and ASCII stands for itself in each.
 class CodePage {
  public:
   struct Read {
     char32_t character;
+    // Bytes that it took.
     std::size_t length;
   };
 
-  // `converter` is a name that iconv_open knows. Never null. When the machine lacks the converter, bytes from 0x80 on
-  // are shown as the Latin-1 characters of the same number, and no character beyond ASCII is ever written as a byte.
+  // `converter` is a name that iconv_open knows. The answer is never null: when the machine lacks the converter, bytes
+  // from 0x80 on are shown as the Latin-1 characters of the same number, and only ASCII is written as bytes.
   [[nodiscard]] static std::shared_ptr<const CodePage> named(const std::string& converter);
 
   // The first character of `bytes`, which must not be empty. An invalid byte is the replacement character.
@@ -38,9 +39,9 @@ class CodePage {
   static constexpr std::size_t tableSize = 0x10000;
   static constexpr char16_t nothing = 0;
 
-  // By byte, or by lead byte * 256 + trail byte.
+  // The character of a byte, or of lead byte * 256 + trail byte.
   std::array<char16_t, tableSize> characters_{};
-  // By character.
+  // The byte, or lead byte * 256 + trail byte, of a character.
   std::array<std::uint16_t, tableSize> bytes_{};
 };
 

@@ -38,9 +38,9 @@ std::string readFile(const std::filesystem::path& path, const std::string& name)
   struct stat status {};
   if (file.get() < 0 || fstat(file.get(), &status) != 0) failToRead(name, errno);
   if (S_ISDIR(status.st_mode)) failToRead(name, EISDIR);
-  // A device may go on for ever.
+  // A device may never end.
   if (!S_ISREG(status.st_mode) && !S_ISFIFO(status.st_mode))
-    throw Error(name, 0, "cannot be read: it is no file");
+    throw Error(name, 0, "cannot be read: it is not a file");
   const auto statedSize = static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0));
   if (statedSize > maximumDrawingSize) throw Error(name, 0, "the drawing is larger than 4 GiB");
 
@@ -223,7 +223,7 @@ void Document::insert(std::uint32_t record, std::size_t pair, int code, std::str
   }
   constexpr int highestCode = 1071;
   if (code == 0 || code < -5 || code > highestCode)
-    throw std::invalid_argument("no group code for a pair of a record");
+    throw std::invalid_argument("not a group code that a pair of a record can have");
   requireOneLine(value);
   EditedPair inserted{code, none, true, std::string(value)};
   Pairs& pairs = pairsForEdit(record);
@@ -272,7 +272,7 @@ void Document::restore(Backup backup) {
 template <class Sink>
 void Document::writePairs(const Pairs& pairs, Sink&& sink) const {
   constexpr std::size_t codeWidth = 3;
-  // Only the last pair of a file may lack a line end; with a pair behind it, it needs one.
+  // Only the last pair of a file may lack a line end, and needs one when a pair is inserted after it.
   bool endsLine = true;
   for (const EditedPair& pair : pairs) {
     if (!endsLine) sink(lineEnd_);
@@ -287,11 +287,11 @@ void Document::writePairs(const Pairs& pairs, Sink&& sink) const {
       continue;
     }
     const Tag& tag = list_.tags[pair.origin];
-    const std::string_view behindValue = slice(tag.valueEnd(), tagEnd(pair.origin));
+    const std::string_view afterValue = slice(tag.valueEnd(), tagEnd(pair.origin));
     sink(slice(tag.begin(), tag.offset));
     sink(pair.ownsValue ? std::string_view(pair.value) : slice(tag.offset, tag.valueEnd()));
-    sink(behindValue);
-    endsLine = behindValue.ends_with('\n');
+    sink(afterValue);
+    endsLine = afterValue.ends_with('\n');
   }
 }
 

@@ -23,26 +23,27 @@
 
 namespace velt::dxf {
 
-// Where a variable's values stand in the record of the HEADER section.
+// Where the values of a header variable stand.
 struct HeaderVariable {
+  // The record of the HEADER section.
   std::uint32_t record = none;
-  // Behind the 9 that names it.
+  // Its values, without the 9 that names it.
   PairRange pairs;
 };
 
-// The file's bytes in one buffer, a table of tags that point into it, and the records that the tags form. What is
-// edited is laid over that: an edited record has its own list of pairs, all else stays a slice of the buffer. So what
+// The file's bytes in one buffer, a table of tags that point into it, and the records that the tags form. Edits are
+// laid over that: an edited record has its own list of pairs, everything else stays a slice of the buffer. So what
 // nobody understands survives a save, and a document without an edit gives back the bytes that it was read from.
 //
-// Ownership: the document owns the bytes; views and texts that it gives out end with it, with a move of it, and, for
-// the record in question, with the next edit.
-// Threads: any number may read at once; an edit needs the document alone.
+// Ownership: the document owns the bytes. Views and texts that it gives out are valid until it ends or is moved, and
+// those of a record until that record is edited.
+// Threads: any number may read at once; while one edits, no other may read.
 class Document {
  public:
   // Throws Error when there is no such file, it cannot be read, it is no drawing that can be read (see readTags),
   // or it ends inside a section.
   [[nodiscard]] static Document open(const std::filesystem::path& file, const Progress& progress = {});
-  // The same for bytes in memory; the name is for messages.
+  // The same for bytes in memory; messages call them by the name.
   [[nodiscard]] static Document parse(std::string bytes, std::string displayName,
                                       const Progress& progress = {});
 
@@ -65,9 +66,9 @@ class Document {
   // --- lenses -------------------------------------------------------------------------------------------------------
   [[nodiscard]] RecordView view(std::uint32_t record) const noexcept;
   [[nodiscard]] std::string_view type(std::uint32_t record) const noexcept { return view(record).type(); }
-  // By its name with the dollar sign.
+  // A variable by its name, dollar sign included; nothing when the drawing lacks it.
   [[nodiscard]] std::optional<HeaderVariable> headerVariable(std::string_view name) const;
-  // The first value under the code, as it stands.
+  // The variable's first value with that group code, as it stands in the file.
   [[nodiscard]] std::optional<std::string_view> headerValue(std::string_view name, int code) const;
   // The names of all variables, in file order.
   [[nodiscard]] std::vector<std::string_view> headerNames() const;
@@ -79,26 +80,28 @@ class Document {
 
   // --- editing ------------------------------------------------------------------------------------------------------
   //
-  // Pairs are named by their index in the record's current view. Values are bytes in the drawing's encoding. All throw
-  // std::invalid_argument, and change nothing, for what would break the document apart: a value with a line end, a
-  // change of the leading 0, another 0, an index that is not there.
+  // Pairs are named by their index in the record's current view. Values are bytes in the drawing's encoding. Whatever
+  // would break the document apart throws std::invalid_argument and changes nothing: a value with a line end, a change
+  // of the leading 0, a second 0, an index that is not there.
 
-  // The pair keeps the bytes around its value.
+  // The pair's group code, padding and line end stay as they are.
   void replace(std::uint32_t record, std::size_t pair, std::string_view value);
-  // Before the pair, or at the end for an index behind the last; written in the style of the file.
+  // Before that pair, or at the end for the index after the last one. Written with the line ends and padding of the
+  // file.
   void insert(std::uint32_t record, std::size_t pair, int code, std::string_view value);
   void erase(std::uint32_t record, std::size_t pair);
-  // Replaces the first such property or inserts it (see RecordView::insertionPoint). False, and nothing is done, when
-  // the record has no such subclass. Gives the pair's index.
+  // Replaces the first property with that code in the subclass, or inserts it where RecordView::insertionPoint says.
+  // Answers the pair's index; nothing, and changes nothing, when the record has no such subclass.
   std::optional<std::size_t> set(std::uint32_t record, int code, std::string_view subclass,
                                  std::string_view value, std::span<const int> after = {});
-  // Back to what was read.
+  // Makes the record what it was when it was read.
   void revert(std::uint32_t record);
 
   class Backup;
   // What the record holds now.
   [[nodiscard]] Backup backup(std::uint32_t record) const;
-  // Back to what the record of this document held then. Needs no memory unless the record was reverted in between.
+  // Makes the record, of this same document, what it was at the backup. Needs no memory unless the record was reverted
+  // in between.
   void restore(Backup backup);
 
   [[nodiscard]] bool isEdited(std::uint32_t record) const { return records_[record].edit != none; }
@@ -132,16 +135,17 @@ class Document {
   std::string bytes_;
   TagList list_;
   std::vector<Record> records_;
-  // By Record::edit. Each list stays where it is, so that an edit of one record leaves the views of others valid.
+  // Indexed by Record::edit. Each list stays where it is, so that an edit of one record leaves the views of others
+  // valid.
   std::vector<std::unique_ptr<Pairs>> edits_;
-  // Places in it that reverted records left.
+  // Places in edits_ that reverted records left.
   std::vector<std::uint32_t> freeEdits_;
   Encoding encoding_ = Encoding::utf8();
   std::string_view lineEnd_ = "\n";
   bool padsCodes_ = true;
 };
 
-// Of one record; see Document::backup.
+// What one record held when it was made.
 class Document::Backup {
  public:
   [[nodiscard]] std::uint32_t record() const noexcept { return record_; }
@@ -151,7 +155,7 @@ class Document::Backup {
   Backup(std::uint32_t record, std::unique_ptr<Pairs> pairs) : record_(record), pairs_(std::move(pairs)) {}
 
   std::uint32_t record_;
-  // Null: as it was read.
+  // Null for a record that was not edited then.
   std::unique_ptr<Pairs> pairs_;
 };
 

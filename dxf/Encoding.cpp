@@ -17,7 +17,7 @@ struct PageName {
   std::string_view converter;
 };
 
-// Names that do not end in the number of their page.
+// Pages whose names in drawings do not end in a number.
 constexpr std::array pageNames{
     // clang-format off
     //       in drawings   converter
@@ -29,7 +29,7 @@ constexpr std::array pageNames{
     // clang-format on
 };
 
-// By the digit of \M+nXXXX.
+// Indexed by the digit n of \M+nXXXX.
 constexpr std::array<std::string_view, 6> escapedPages{"", "CP932", "CP950", "CP949", "CP1361", "CP936"};
 
 constexpr bool isHighSurrogate(char32_t c) {
@@ -48,7 +48,7 @@ std::string lowerCase(std::string_view text) {
 }
 
 // "1252" of "ansi_1252" when the prefix is "ansi_"; nothing when no number follows.
-std::optional<std::string> numberBehind(std::string_view prefix, std::string_view name) {
+std::optional<std::string> numberAfter(std::string_view prefix, std::string_view name) {
   if (!name.starts_with(prefix)) return std::nullopt;
   const auto number = parseInteger<std::uint16_t>(name.substr(prefix.size()));
   return number ? std::optional(std::to_string(*number)) : std::nullopt;
@@ -157,10 +157,10 @@ Encoding Encoding::ofCodePage(std::string_view drawingCodePage) {
   const std::string wanted = lowerCase(trimmed(drawingCodePage));
   if (wanted == "utf-8" || wanted == "utf8" || wanted == "ansi_65001") return utf8();
   std::string converter = "CP1252";
-  if (const auto windows = numberBehind("ansi_", wanted)) converter = "CP" + *windows;
-  if (const auto dos = numberBehind("dos", wanted)) converter = "CP" + *dos;
-  if (const auto iso = numberBehind("8859_", wanted)) converter = "ISO-8859-" + *iso;
-  if (const auto iso = numberBehind("iso8859-", wanted)) converter = "ISO-8859-" + *iso;
+  if (const auto windows = numberAfter("ansi_", wanted)) converter = "CP" + *windows;
+  if (const auto dos = numberAfter("dos", wanted)) converter = "CP" + *dos;
+  if (const auto iso = numberAfter("8859_", wanted)) converter = "ISO-8859-" + *iso;
+  if (const auto iso = numberAfter("iso8859-", wanted)) converter = "ISO-8859-" + *iso;
   for (const PageName& page : pageNames) {
     if (page.drawingName == wanted) converter = page.converter;
   }
@@ -168,7 +168,7 @@ Encoding Encoding::ofCodePage(std::string_view drawingCodePage) {
 }
 
 Encoding Encoding::ofDrawing(std::string_view version, std::string_view drawingCodePage) {
-  // The versions are numbered upwards, so their names order as texts do.
+  // Versions are numbered upwards with the same number of digits, so their names compare as texts.
   constexpr std::string_view firstInUtf8 = "AC1021";
   version = trimmed(version);
   const bool isKnownVersion = version.size() == firstInUtf8.size() && version.starts_with("AC");

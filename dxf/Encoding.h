@@ -1,6 +1,6 @@
 #pragma once
 
-// Between the bytes of a drawing's texts and UTF-32.
+// From the bytes of a drawing's texts to UTF-32, and back.
 
 #include <memory>
 #include <string>
@@ -10,28 +10,30 @@
 
 namespace velt::dxf {
 
-// How a drawing's texts are written: UTF-8 from AC1021 on, a code page before. Copies are cheap and share the page.
-// All members may be called from several threads.
+// How a drawing's texts are written: in UTF-8 since version AC1021 of the format, in a code page before. Copies are
+// cheap and share the page.
+//
+// Threads: all members may be called from several threads.
 class Encoding {
  public:
   [[nodiscard]] static Encoding utf8() { return {nullptr, "UTF-8"}; }
-  // By the name that a drawing gives in $DWGCODEPAGE ("ANSI_1252", "dos850", "big5", ...), in any case. A name that
-  // says nothing known, the empty one included, means ANSI_1252.
+  // The code page that a drawing names in $DWGCODEPAGE ("ANSI_1252", "dos850", "big5", ...), in upper or lower case. An
+  // unknown name, the empty one included, means ANSI_1252.
   [[nodiscard]] static Encoding ofCodePage(std::string_view drawingCodePage);
-  // By the values of $ACADVER and $DWGCODEPAGE, empty where the drawing does not tell.
+  // From the values of $ACADVER and $DWGCODEPAGE, each empty when the drawing lacks it.
   [[nodiscard]] static Encoding ofDrawing(std::string_view version, std::string_view drawingCodePage);
 
   // "UTF-8", "CP1252", ...
   [[nodiscard]] const std::string& name() const noexcept { return name_; }
   [[nodiscard]] bool isUtf8() const noexcept { return page_ == nullptr; }
 
-  // For showing: \U+XXXX and \M+nXXXX become their characters, bytes that are no character become U+FFFD. So encode()
-  // of the result need not give the bytes back; a text that was not changed is not written.
+  // For showing: \U+XXXX and \M+nXXXX become their characters, bytes that are not a character become U+FFFD. So
+  // encode() of the result need not give the bytes back: write only texts that were changed.
   [[nodiscard]] std::wstring decode(std::string_view bytes) const;
 
-  // What a drawing in this encoding writes for the text. A character that the page lacks becomes \U+XXXX, one beyond
+  // What a drawing in this encoding writes for the text. A character that the page lacks becomes \U+XXXX, one above
   // U+FFFF two of them (a surrogate pair). Control characters, which no value can hold, become a caret and a letter
-  // (a line end is ^J). What looks like an escape in the text stays, and so becomes one: users type them.
+  // (a line end is ^J). Text that looks like one of these escapes stays and is read as one later: users type them.
   [[nodiscard]] std::string encode(std::wstring_view text) const;
 
  private:

@@ -1,6 +1,6 @@
 #pragma once
 
-// Why a drawing could not be read.
+// Why a drawing could not be read, in words for the user.
 
 #include <cstdint>
 #include <stdexcept>
@@ -9,8 +9,8 @@
 
 namespace velt::dxf {
 
-// Thrown when a file is no drawing that can be read. `what()` is ready to be shown: `file:line: message`, or
-// `file: message` where no line is to blame.
+// Thrown when a file cannot be read as a drawing. `what()` is ready to be shown: `file:line: message`, or
+// `file: message` where no single line is to blame.
 class Error : public std::runtime_error {
  public:
   Error(std::string file, std::uint64_t line, std::string message)
@@ -21,7 +21,7 @@ class Error : public std::runtime_error {
         message_(std::move(message)) {}
 
   [[nodiscard]] const std::string& file() const noexcept { return file_; }
-  // Counted from 1; 0 when the file as a whole is to blame.
+  // Counted from 1; 0 when no single line is to blame.
   [[nodiscard]] std::uint64_t line() const noexcept { return line_; }
   [[nodiscard]] const std::string& message() const noexcept { return message_; }
 

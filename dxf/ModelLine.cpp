@@ -3,7 +3,7 @@
 namespace velt::dxf {
 namespace {
 
-// Its own reverse.
+// Turning twice gives the character back.
 char turned(char c) {
   return c > ' ' && c < '\x7f' ? static_cast<char>('!' + '~' - c) : c;
 }

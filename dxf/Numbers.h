@@ -17,11 +17,12 @@ namespace velt::dxf {
 // tell reals from integers by it. Throws std::invalid_argument for infinities and NaN: no drawing can hold them.
 [[nodiscard]] std::string formatReal(double value);
 
-// Reads what any writer may have written: blanks around it, a plus sign, "1.", ".5", "1e5". Nothing for text that is
-// not wholly a finite number. A number too small for a double reads as zero.
+// Reads what any writer may have written: blanks around it, a plus sign, "1.", ".5", "1e5". Nothing for a text that is
+// anything but one finite number. A number too small for a double reads as zero.
 [[nodiscard]] std::optional<double> parseReal(std::string_view text);
 
-// Hexadecimal, up to 64 bits, upper or lower case. Nothing for an empty or longer text.
+// Reads a hexadecimal number of up to 64 bits, in upper or lower case. Nothing for any other text, the empty one
+// included.
 [[nodiscard]] std::optional<std::uint64_t> parseHandle(std::string_view text);
 
 // Upper case without leading zeros, as drawings write handles.
@@ -29,7 +30,7 @@ namespace velt::dxf {
 
 [[nodiscard]] std::string formatInteger(std::int64_t value);
 
-// Nothing for text that is not wholly an integer, or one that the type cannot hold.
+// Nothing for a text that is anything but one integer, or an integer that the type cannot hold.
 template <std::integral Integer>
 [[nodiscard]] std::optional<Integer> parseInteger(std::string_view text) {
   text = trimmed(text);

@@ -11,14 +11,15 @@
 
 namespace velt::dxf {
 
-// In drawing units.
+// A point in drawing units.
 struct Point {
   double x = 0.0;
   double y = 0.0;
   double z = 0.0;
 };
 
-// Collects pairs. Texts come in UTF-8 and leave in the drawing's encoding; numbers come out the shortest that are exact.
+// Collects pairs. Texts are given in UTF-8 and written in the drawing's encoding; numbers are written with the fewest
+// digits that read back as the same number.
 class PairWriter {
  public:
   explicit PairWriter(Encoding encoding) : encoding_(std::move(encoding)) {}
@@ -29,6 +30,7 @@ class PairWriter {
   void handle(int code, std::uint64_t value);
   // x under the code, y under code + 10, z under code + 20.
   void point(int code, const Point& at);
+  // x and y alone.
   void flatPoint(int code, const Point& at);
   // Bytes in the drawing's encoding, without a line end.
   void verbatim(int code, std::string_view value);

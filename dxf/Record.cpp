@@ -19,7 +19,7 @@ constexpr std::array sectionNames{
     SectionName{"ENTITIES", Section::Entities}, SectionName{"OBJECTS", Section::Objects},
 };
 
-// Takes the records in file order and keeps what the next one stands in.
+// Goes through the records in file order and remembers the section, table, block and sequence that the next one is in.
 class Grouping {
  public:
   Grouping(const std::string& bytes, std::span<const Tag> tags) : bytes_(bytes), tags_(tags) {}
@@ -80,14 +80,14 @@ class Grouping {
     }
   }
 
-  // The head of the sequence that goes on with a record of this type.
+  // The head of the current sequence, when a record of this type continues it.
   [[nodiscard]] std::uint32_t continueSequence(std::string_view type) const {
     if (sequence_ == none) return none;
     if (type == member_) return sequence_;
     if (type != "SEQEND") return none;
     // An INSERT without attributes has no SEQEND unless it says that attributes follow.
-    const bool directlyBehindInsert = member_ == "ATTRIB" && sequence_ + 1 == records_.size();
-    if (directlyBehindInsert && view(records_[sequence_]).integer(66, anySubclass) != 1) return none;
+    const bool directlyAfterInsert = member_ == "ATTRIB" && sequence_ + 1 == records_.size();
+    if (directlyAfterInsert && view(records_[sequence_]).integer(66, anySubclass) != 1) return none;
     return sequence_;
   }
 

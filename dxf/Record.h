@@ -12,7 +12,7 @@
 namespace velt::dxf {
 
 enum class Section : std::uint8_t {
-  // Before, between and behind the sections: comments, EOF.
+  // Before, between and after the sections: comments, EOF.
   Outside,
   Header,
   Classes,
@@ -24,10 +24,11 @@ enum class Section : std::uint8_t {
   Other,
 };
 
-// A run of pairs that begins with group code 0. Only what stands before the first of them has no type. The records
-// follow each other without a gap; together they hold every tag once.
+// Consecutive pairs, the first of which has group code 0 and gives the record's type. Only pairs before the first 0
+// of a drawing form a record without a type. Records follow each other without a gap; together they hold every tag
+// once.
 //
-// The whole HEADER section is one record, of type SECTION: its variables are no records.
+// The whole HEADER section is one record, of type SECTION: its variables are not records.
 struct Record {
   std::uint32_t firstTag = 0;
   std::uint32_t tagCount = 0;
@@ -36,14 +37,13 @@ struct Record {
   std::uint32_t container = none;
   // The POLYLINE or INSERT that this VERTEX, ATTRIB or SEQEND belongs to.
   std::uint32_t sequenceHead = none;
-  std::uint32_t edit =
-      // The document's: where the edited pairs are; none while the record is as it was read.
-      none;
+  // Where the document keeps the edited pairs; none while the record is as it was read.
+  std::uint32_t edit = none;
   Section section = Section::Outside;
 };
 
-// Groups the pairs. Nothing is refused: a section, table, block or sequence whose end is missing ends where the next
-// one begins or where records follow that cannot belong to it.
+// Groups the pairs into records. Nothing is refused: a section, table, block or sequence whose end is missing ends
+// where the next one begins, or with the first record that cannot belong to it.
 [[nodiscard]] std::vector<Record> groupRecords(const std::string& bytes, std::span<const Tag> tags);
 
 }  // namespace velt::dxf

@@ -12,7 +12,7 @@ std::string_view RecordView::type() const noexcept {
 
 std::string_view RecordView::handle() const {
   const std::string_view recordType = type();
-  // A section's 5 belongs to the header variable in front of it.
+  // A 5 in the header section is the value of a header variable.
   if (recordType == "SECTION") return {};
   return text(recordType == "DIMSTYLE" ? 105 : 5, "").value_or(std::string_view{});
 }
@@ -129,21 +129,21 @@ std::optional<PairRange> RecordView::embeddedObject() const {
 
 std::optional<std::size_t> RecordView::insertionPoint(std::string_view subclass,
                                                       std::span<const int> after) const {
-  std::optional<std::size_t> behindHint;
+  std::optional<std::size_t> afterHint;
   std::optional<std::size_t> sectionEnd;
-  bool behindSection = false;
+  bool isSectionOver = false;
   Walk walk(*this, subclass);
   for (std::size_t index = 0; index < size_ && !isExtendedData(code(index)); ++index) {
     const bool isProperty = walk.isProperty(index);
     // The next section may be one of the same subclass.
     const bool opensSection = code(index) == 100 && subclass != anySubclass;
-    if (sectionEnd && (opensSection || !walk.inside())) behindSection = true;
+    if (sectionEnd && (opensSection || !walk.inside())) isSectionOver = true;
     if (!walk.inside()) continue;
-    if (!behindSection) sectionEnd = index + 1;
+    if (!isSectionOver) sectionEnd = index + 1;
     if (isProperty && std::find(after.begin(), after.end(), code(index)) != after.end())
-      behindHint = index + 1;
+      afterHint = index + 1;
   }
-  return behindHint ? behindHint : sectionEnd;
+  return afterHint ? afterHint : sectionEnd;
 }
 
 }  // namespace velt::dxf

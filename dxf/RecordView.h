@@ -1,6 +1,6 @@
 #pragma once
 
-// Typed access to one record of a drawing, over pairs that stay as they are.
+// Looks up typed values in one record of a drawing. The record's pairs stay as they are.
 
 #include <array>
 #include <cstddef>
@@ -14,7 +14,7 @@
 
 namespace velt::dxf {
 
-// In place of a subclass: look in all of them.
+// In the place of a subclass: look in all of them.
 inline constexpr std::string_view anySubclass = "*";
 
 // Consecutive pairs of a record.
@@ -23,19 +23,19 @@ struct PairRange {
   std::size_t count = 0;
 };
 
-// A lens over one record. It owns nothing; an edit of the record, or the end of the document, makes it and every
-// text that it gave out invalid.
+// A view of one record. It owns nothing: it and every text that it gave out are valid until the record is edited or the
+// document ends.
 //
-// What a group code means depends on the subclass marker (code 100) that it stands behind, so a property is looked
-// up by code and subclass. The empty subclass is the part before the first marker. A record without any marker, as
-// old drawings have them, is one section that answers to every subclass. Three things are never found as properties:
-// pairs inside application groups (102 "{..." to 102 "}"), extended data (codes from 1000 on), and everything behind
-// the start of an embedded object (101 "Embedded Object"). An application group that is not closed ends at the next marker.
+// What a group code means depends on the subclass marker (code 100) before it, so a property is looked up by code and
+// subclass. The empty subclass is the part before the first marker. A record without any marker, as in old drawings, is
+// one section that answers to every subclass. Three things are never found as properties: pairs inside application
+// groups (102 "{..." to 102 "}"), extended data (codes from 1000 on), and everything after the start of an embedded
+// object (101 "Embedded Object"). An application group that is not closed ends at the next marker.
 class RecordView {
  public:
   RecordView(const char* bytes, std::span<const Tag> tags)
       : bytes_(bytes), tags_(tags.data()), size_(tags.size()) {}
-  // Over an edited record: `tags` are then all tags of the drawing, which the pairs' origins index.
+  // Over an edited record. `tags` are all tags of the drawing, which the pairs refer to by their origin.
   RecordView(const char* bytes, const Tag* tags, std::span<const EditedPair> pairs)
       : bytes_(bytes), tags_(tags), edited_(pairs.data()), size_(pairs.size()) {}
 
@@ -52,8 +52,9 @@ class RecordView {
 
   // The value of the leading 0, without blanks; empty for what stands before the first record.
   [[nodiscard]] std::string_view type() const noexcept;
-  // What stands under the record's own handle code (105 for a DIMSTYLE, whose 5 is a block's name in old drawings),
-  // untouched; empty when there is none. Neither unique nor valid by right: see parseHandle.
+  // The record's handle as it stands in the file: under 5, or under 105 for a DIMSTYLE, whose 5 is a block's name in
+  // old drawings. Empty when there is none. Drawings may repeat a handle or write one that is not a number (see
+  // parseHandle).
   [[nodiscard]] std::string_view handle() const;
 
   [[nodiscard]] bool hasSubclasses() const noexcept;
@@ -71,7 +72,7 @@ class RecordView {
   // The value as it stands.
   [[nodiscard]] std::optional<std::string_view> text(int wanted, std::string_view subclass,
                                                      std::size_t occurrence = 0) const;
-  // Nothing also for a value that is no number.
+  // Nothing also for a value that is not a number.
   [[nodiscard]] std::optional<double> real(int wanted, std::string_view subclass,
                                            std::size_t occurrence = 0) const;
   [[nodiscard]] std::optional<std::int64_t> integer(int wanted, std::string_view subclass,
@@ -80,15 +81,15 @@ class RecordView {
   [[nodiscard]] std::optional<std::array<double, 3>> point(int wanted, std::string_view subclass,
                                                            std::size_t occurrence = 0) const;
 
-  // The pairs behind `1001 application` up to the next application; nothing when it has no data here.
+  // The pairs after `1001 application`, up to the next application; nothing when it has no data here.
   [[nodiscard]] std::optional<PairRange> extendedData(std::string_view application) const;
   // The pairs between `102 {name` and `102 }`.
   [[nodiscard]] std::optional<PairRange> applicationGroup(std::string_view name) const;
-  // The pairs behind the first `101`, up to the extended data.
+  // The pairs after the first `101 Embedded Object`, up to the extended data.
   [[nodiscard]] std::optional<PairRange> embeddedObject() const;
 
-  // Where a pair that is missing from the subclass goes: behind its last pair that has one of the codes in `after`,
-  // else at its end. Nothing when the record has other subclasses only.
+  // The index at which a pair that the subclass lacks is to be inserted: after its last pair with one of the codes in
+  // `after`, else at its end. Nothing when the record has other subclasses only.
   [[nodiscard]] std::optional<std::size_t> insertionPoint(std::string_view subclass,
                                                           std::span<const int> after) const;
 
@@ -118,7 +119,7 @@ class RecordView::Walk {
         everywhere_(subclass == anySubclass || !record.hasSubclasses()),
         inside_(everywhere_ || subclass.empty()) {}
 
-  // Takes the next pair in. True when it is a property of the subclass; `ended` tells that no other can follow.
+  // Takes the next pair. True when it is a property of the subclass. Once ended() is true, no other can follow.
   [[nodiscard]] bool isProperty(std::size_t index) {
     const int code = record_.code(index);
     if (code < 100) return inside_ && depth_ == 0 && code != 0;
@@ -147,7 +148,7 @@ class RecordView::Walk {
     }
   }
 
-  // Inside the subclass, be it within one of its application groups.
+  // Whether the last pair was within the subclass, its application groups included.
   [[nodiscard]] bool inside() const noexcept { return inside_ && !ended_; }
   [[nodiscard]] bool ended() const noexcept { return ended_; }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// One group-code/value pair of a drawing, as a slice of the drawing's bytes.
+// One group-code/value pair of a drawing: where its bytes are.
 
 #include <cstdint>
 #include <limits>
@@ -15,11 +15,13 @@ namespace velt::dxf {
 // (the line of the group code, with its padding and line end) and end where the next pair begins, so every byte of the
 // file belongs to exactly one pair.
 struct Tag {
-  // Of the value's first byte.
+  // Of the value's first byte, from the start of the file.
   std::uint32_t offset;
-  // Of the value, without its line end.
+  // Of the value in bytes, without its line end.
   std::uint32_t length;
+  // The group code.
   std::int16_t code;
+  // Bytes between the start of the pair and the value.
   std::uint16_t lead;
 
   [[nodiscard]] std::uint32_t begin() const noexcept { return offset - lead; }
@@ -34,14 +36,15 @@ inline constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
 // no value of its own, so that its bytes are written as they stand in the file.
 struct EditedPair {
   int code = 0;
-  // The tag that it was read from; none for an inserted pair.
+  // The index of the tag that it was read from; none for an inserted pair.
   std::uint32_t origin = none;
+  // Whether it has a new value.
   bool ownsValue = false;
-  // The new value when ownsValue.
   std::string value;
 };
 
-// The text without the blanks around it. Writers pad names and numbers; the file keeps the padding, readers ignore it.
+// The text without the blanks around it. Writers pad names and numbers: the file keeps the padding, and whoever reads a
+// value ignores it.
 [[nodiscard]] constexpr std::string_view trimmed(std::string_view text) noexcept {
   constexpr std::string_view blanks = " \t\r";
   const auto first = text.find_first_not_of(blanks);

@@ -23,7 +23,7 @@ constexpr bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-// What stands in a line, short and printable, for a message.
+// A line for a message: shortened, and printable.
 std::string quoted(std::string_view line) {
   constexpr std::size_t longest = 40;
   line = trimmed(line);
@@ -85,8 +85,8 @@ class TagReader {
     }
   }
 
-  // One pass over the bytes is far cheaper than growing the list, and it leaves no room unused. The bound keeps a file
-  // of empty lines from asking for more than one and a half times its own size ahead.
+  // Counting the lines first is far cheaper than growing the list, and leaves no room unused. The bound keeps a file of
+  // empty lines from reserving more than one and a half times its own size.
   [[nodiscard]] std::size_t expectedTags() const {
     const auto lines = static_cast<std::size_t>(std::count(next_, last_, '\n'));
     return std::min(lines / 2 + 1, rest().size() / 8 + 1);
@@ -97,7 +97,7 @@ class TagReader {
     return rest().find_first_not_of(std::string_view(" \t\r\n\x1A\0", 6)) == std::string_view::npos;
   }
 
-  // Leaves `next_` behind the pair. Nothing at the end of a drawing without EOF.
+  // Moves `next_` to the end of the pair. Nothing at the end of a drawing without EOF.
   std::optional<Tag> readTag() {
     const char* const begin = next_;
     const std::optional<std::int16_t> code = readCode();
@@ -115,7 +115,7 @@ class TagReader {
                static_cast<std::uint16_t>(lead)};
   }
 
-  // Leaves `next_` behind the line. The zero that ends the string stops every loop at the end of the bytes.
+  // Moves `next_` to the end of the line. The zero that ends the string stops every loop at the end of the bytes.
   std::optional<std::int16_t> readCode() {
     const char* const begin = next_;
     const char* at = begin;

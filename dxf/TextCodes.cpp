@@ -10,10 +10,11 @@ namespace {
 
 struct Code {
   std::wstring_view shown;
+  // In characters, without the percent signs.
   std::size_t length = 0;
 };
 
-// By what follows "%%".
+// The code that a letter after "%%" makes.
 std::optional<Code> letterCode(wchar_t letter) {
   switch (letter) {
     case L'c':
@@ -58,11 +59,11 @@ std::wstring decodePercentCodes(std::wstring_view text) {
   std::wstring shown;
   shown.reserve(text.size());
   while (!text.empty()) {
-    const std::wstring_view behind = text.starts_with(L"%%") ? text.substr(2) : std::wstring_view{};
-    if (const auto code = behind.empty() ? std::nullopt : letterCode(behind[0])) {
+    const std::wstring_view afterSigns = text.starts_with(L"%%") ? text.substr(2) : std::wstring_view{};
+    if (const auto code = afterSigns.empty() ? std::nullopt : letterCode(afterSigns[0])) {
       shown += code->shown;
       text.remove_prefix(2 + code->length);
-    } else if (const auto character = numberedCharacter(behind)) {
+    } else if (const auto character = numberedCharacter(afterSigns)) {
       shown += *character;
       text.remove_prefix(5);
     } else {

@@ -1,15 +1,15 @@
 #pragma once
 
-// Codes inside the wording of TEXT, ATTRIB and MTEXT entities. Other values of a drawing do not know them.
+// Codes inside the wording of TEXT, ATTRIB and MTEXT entities. In other values of a drawing they mean nothing.
 
 #include <string>
 #include <string_view>
 
 namespace velt::dxf {
 
-// For showing: %%c %%d %%p become the diameter, degree and plus/minus signs, %%nnn the character of that decimal
-// number (as in ANSI_1252), %%% a percent sign; the switches %%u %%o %%k for lines under, over and through go. What is
-// no such code stays. The letters may be upper or lower case.
+// For showing: %%c %%d %%p become the diameter, degree and plus/minus signs, %%nnn the character with that decimal
+// number in ANSI_1252, %%% a percent sign. The codes %%u %%o %%k, which switch lines under, over and through the text,
+// are left out. Letters may be upper or lower case; anything else stays.
 [[nodiscard]] std::wstring decodePercentCodes(std::wstring_view text);
 
 // Control characters: a caret and the letter (^J is a line end, ^I a tab), and "^ " for the caret itself.

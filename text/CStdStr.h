@@ -2,10 +2,12 @@
 
 // CStdStr: the string of every name, message and out-parameter text.
 //
-// The characters are a standard string underneath, held in a block that copies share, so copying a string
-// allocates nothing: property records are copied freely between the cache, the lists and the merge. A change
-// replaces this string's block and never touches the others'. Reference counts are atomic; one string object
-// is for one thread at a time.
+// The characters are a standard string, held in a block that copies share, so copying a string allocates nothing:
+// property records are copied freely between the cache, the lists and the merge. A change gives this string a block of
+// its own and never touches those of others.
+//
+// Threads: strings that share a block may be on different threads; one string object is for one thread at a time.
+// Failure: what makes a text throws std::bad_alloc without memory; copying, moving and comparing never throw.
 
 #include <cstddef>
 #include <cstdint>
@@ -46,7 +48,7 @@ class CStdStr {
   std::size_t length() const { return str().size(); }
   bool empty() const { return block_ == nullptr; }
 
-  // Exact, case-sensitive, by character value: negative, 0 or positive.
+  // Negative, 0 or positive, by the values of the characters; upper and lower case differ. Null is the empty string.
   int Compare(const CharT* other) const {
     return str().compare(other != nullptr ? other : emptyText().c_str());
   }
@@ -58,7 +60,7 @@ class CStdStr {
     *this = CStdStr(velt::text::formatted<CharT>(format, arguments...));
   }
 
-  // True when both are the same block: equal at once, without a look at the characters.
+  // True when both have the same block, and so are equal without a look at the characters.
   bool sharesWith(const CStdStr& other) const { return block_ == other.block_; }
 
   friend bool operator==(const CStdStr& a, const CStdStr& b) { return a.sharesWith(b) || a.str() == b.str(); }
@@ -79,5 +81,6 @@ class CStdStr {
     if (block_ != nullptr && tqInterlockedDecrement(&block_->refCount) == 0) delete block_;
   }
 
-  Block* block_ = nullptr;  // null is the empty string
+  // Null is the empty string.
+  Block* block_ = nullptr;
 };

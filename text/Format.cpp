@@ -18,7 +18,8 @@ struct Placeholder {
   bool hasPrecision = false;
   std::size_t precision = 0;
   char conversion = 0;
-  std::size_t length = 0;  // characters of the format, the percent sign included; 0 when it is none
+  // In characters of the format, the percent sign included; 0 when this is not a placeholder.
+  std::size_t length = 0;
 };
 
 template <class CharT>
@@ -128,12 +129,14 @@ void appendNumber(std::basic_string<CharT>& result, const Placeholder& placehold
   std::string format = "%" + placeholder.flags;
   if (placeholder.width > 0) format += std::to_string(placeholder.width);
   if (placeholder.hasPrecision) format += "." + std::to_string(placeholder.precision);
-  char buffer[2 * (maxWidth + 1) + 400];  // the longest double has 309 digits before the point
+  // A double has up to 309 digits before the point.
+  char buffer[2 * (maxWidth + 1) + 400];
   const auto print = [&](auto number, const char* lengthPrefix) {
     format += lengthPrefix;
     format += placeholder.conversion;
 #pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wformat-nonliteral"  // built above from checked pieces
+    // The format was put together above, from pieces that were checked.
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
     std::snprintf(buffer, sizeof buffer, format.c_str(), number);
 #pragma GCC diagnostic pop
   };

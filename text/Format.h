@@ -2,16 +2,16 @@
 
 // printf-style formatting that knows its arguments.
 //
-// Formats come from resource libraries that are translated apart from the program, so a format is not trusted
-// to fit: a placeholder is filled only by an argument of its kind, in order, and stands in the result as it
-// is when there is none. Nothing beyond the arguments given is ever read.
+// Formats come from resource libraries that are translated apart from the program, so a format is not trusted to fit
+// its arguments. A placeholder takes the next argument when that is of its kind. When it is not, or none is left, the
+// placeholder stands in the result as it is; nothing beyond the arguments is ever read.
 //
 //   %s %ls %S %hs   a string, wide or narrow (precision: at most so many characters)
 //   %d %i %u %x %X %o %c   an integer
 //   %f %F %e %E %g %G      a floating-point number
 //   %%              a percent sign
 //
-// Flags, width and precision are honoured up to 4095; '*' is never a placeholder.
+// Flags work as in printf, width and precision up to 4095. Widths and precisions given as arguments ('*') do not.
 
 #include <array>
 #include <concepts>
@@ -25,6 +25,7 @@ class CStdStr;
 
 namespace velt::text {
 
+// One argument, of any of the types above. Texts are not copied: they outlive the call.
 class FormatArgument {
  public:
   enum class Kind { WideString, NarrowString, Signed, Unsigned, Real };
@@ -35,7 +36,8 @@ class FormatArgument {
   FormatArgument(const std::string& text) : kind(Kind::NarrowString), narrow(text) {}
   FormatArgument(const CStdStr<wchar_t>& text);
   FormatArgument(const CStdStr<char>& text);
-  // Both, because a conversion may ask for the bits of a negative number, as many as it has once promoted.
+  // Both, because %x of a negative number asks for its bits: those that it has as an int, or as the wider type that
+  // it is.
   FormatArgument(std::signed_integral auto number)
       : kind(Kind::Signed),
         signedNumber(number),
@@ -53,9 +55,11 @@ class FormatArgument {
   double realNumber = 0.0;
 };
 
+// Characters of strings of the other width are converted by their number: a narrow text keeps the lowest byte.
 std::wstring formatWide(std::wstring_view format, const FormatArgument* arguments, std::size_t count);
 std::string formatNarrow(std::string_view format, const FormatArgument* arguments, std::size_t count);
 
+// A null format gives the empty text.
 template <class CharT, class... Arguments>
 std::basic_string<CharT> formatted(const CharT* format, const Arguments&... arguments) {
   const std::array<FormatArgument, sizeof...(Arguments)> list{FormatArgument(arguments)...};

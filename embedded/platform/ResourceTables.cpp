@@ -91,7 +91,7 @@ class Shelf {
     return library != nullptr && library->isThere ? library : nullptr;
   }
 
-  INT copyText(HMODULE module, UINT id, wchar_t* buffer, std::size_t capacity) {
+  INT copyText(HMODULE module, UINT id, wchar_t* buffer, std::size_t characters) {
     const std::lock_guard lock(mutex_);
     // Compared with what there is, never followed: a handle may be anything.
     const auto library = std::find_if(libraries_.begin(), libraries_.end(),
@@ -99,7 +99,7 @@ class Shelf {
     if (library == libraries_.end() || !library->isThere) return 0;
     const auto text = library->texts.find(id);
     if (text == library->texts.end()) return 0;
-    const std::size_t length = std::min(text->second.size(), capacity - 1);
+    const std::size_t length = std::min(text->second.size(), characters);
     std::wmemcpy(buffer, text->second.data(), length);
     buffer[length] = L'\0';
     return static_cast<INT>(length);
@@ -121,7 +121,8 @@ class Shelf {
   }
 
   std::mutex mutex_;
-  std::deque<Library> libraries_;  // never shrinks: the handles are addresses of its elements
+  // Never shrinks: the handles are addresses of its elements.
+  std::deque<Library> libraries_;
 };
 
 // Never destroyed: messages are loaded while the process ends.
@@ -133,7 +134,8 @@ Shelf& shelf() {
 }  // namespace
 
 HMODULE LoadLibraryExW(const wchar_t* name, HANDLE file, [[maybe_unused]] DWORD flags) {
-  if (file != nullptr) return nullptr;  // reserved
+  // Reserved: callers pass null.
+  if (file != nullptr) return nullptr;
   return shelf().load(name);
 }
 
@@ -141,9 +143,9 @@ HMODULE loadResourceDll(const wchar_t* name) {
   return shelf().load(name);
 }
 
-INT LoadStringW(HMODULE module, UINT id, wchar_t* buffer, INT capacity) {
-  if (buffer == nullptr || capacity <= 0) return 0;
-  return shelf().copyText(module, id, buffer, static_cast<std::size_t>(capacity));
+INT LoadStringW(HMODULE module, UINT id, wchar_t* buffer, INT characters) {
+  if (buffer == nullptr || characters <= 0) return 0;
+  return shelf().copyText(module, id, buffer, static_cast<std::size_t>(characters));
 }
 
 namespace velt::platform {

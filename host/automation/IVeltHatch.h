@@ -1,7 +1,7 @@
 #pragma once
 
-// The hatch's own interface. Callers outside the host use one entry of it, by its place in the function
-// table; the entries before it are the host's and only hold that place.
+// IVeltHatch: the hatch's own interface. The layer uses one entry of it, by its place in the function table; the
+// entries before it are the host's own, and are declared here only to hold that place.
 
 #include <utility>
 
@@ -28,6 +28,8 @@ struct HostSlots<First, First> : IDispatch {
 }  // namespace velt::automation
 
 struct IVeltHatch : velt::automation::HostSlots<7, 91> {
-  // The 93rd entry, counting QueryInterface as the first.
+  // Which kind of hatch this is: hatches of one variant have the same properties, and the layer keeps a list of
+  // properties for each variant. A small number; only its lowest byte counts. The 93rd entry, counting QueryInterface
+  // as the first.
   virtual HRESULT get_PropertyVariant(INT* variant) = 0;
 };

@@ -1,10 +1,12 @@
 #pragma once
 
-// The hyperlinks of an entity, as automation objects.
+// The hyperlinks of an entity, as automation objects. The layer compares entities by their first links: the same when
+// the URLs of both are equal, or both have no link.
 
 #include "host/automation/Ids.h"
 #include "host/com/IDispatch.h"
 
+// One link. Strings that it answers are the caller's to free.
 struct IVeltHyperlink : IDispatch {
   virtual HRESULT put_URL(BSTR url) = 0;
   virtual HRESULT get_URL(BSTR* url) = 0;
@@ -13,6 +15,7 @@ struct IVeltHyperlink : IDispatch {
 };
 
 struct IVeltHyperlinks : IDispatch {
-  virtual HRESULT Item(LONG index, IVeltHyperlink** hyperlink) = 0;  // counts from 0
+  // The link of that index, from 0, with a reference for the caller. A failure when there is none.
+  virtual HRESULT Item(LONG index, IVeltHyperlink** hyperlink) = 0;
   virtual HRESULT get_Count(LONG* count) = 0;
 };

@@ -1,6 +1,8 @@
 #pragma once
 
-// A color as an automation object. The value is the one of VkCmColor.
+// IVeltVkCmColor: a color as an automation object, and as such the value of a property. By this interface the layer
+// knows colors among the objects that properties answer. Numbers and names are those of VkCmColor; strings that are
+// answered are the caller's to free. The layer does not look at the results of the three get methods.
 
 #include "host/automation/Ids.h"
 #include "host/com/IDispatch.h"

@@ -1,9 +1,9 @@
 #pragma once
 
-// The values of the class ids and interface ids, as constants of whoever includes this.
+// The values of the class ids and interface ids, as constants of namespace velt: velt::CLSID_VeltLine.
 //
-// Ids.h only declares the constants of the same names at global scope: they are data of the property layer, which a host
-// and a plug-in do not link. Their code lives in namespace velt, or names these as velt::CLSID_VeltLine.
+// For hosts and plug-ins. The constants of the same names at global scope, which Ids.h declares, are data of the
+// property layer, and neither a host nor a plug-in links that.
 
 #include "host/com/Guid.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// Declares CLSID_Velt... and IID_... for every row of Ids.inc. The constants are data that the property layer
-// exports; a host has its own copies of the same values.
+// Declares CLSID_Velt... and IID_... at global scope, for every row of Ids.inc. They are data that the property layer
+// exports. A host, which does not link the layer, has the same values from IdValues.h.
 
 #include "host/com/Guid.h"
 

@@ -1,10 +1,12 @@
 #pragma once
 
-// Creates an automation object of a class; it is then bound to a database object through IVeltBaseObject.
+// Creates the automation object of an entity by its class id (see Ids.inc). The new object belongs to no entity yet: it
+// is bound to one through IVeltBaseObject.
 
 #include "host/com/ComRuntime.h"
 #include "host/com/IUnknown.h"
 
-// object is null on failure, else holds one reference for the caller.
+// outer is null, since these objects are not aggregated, and context is CLSCTX_INPROC_SERVER. The interface iid of the
+// new object goes to `object`, with a reference for the caller; null after a failure.
 extern "C" HRESULT TqAutoCreateInstance(REFCLSID clsid, IUnknown* outer, DWORD context, REFIID iid,
                                         void** object);

@@ -1,17 +1,27 @@
 #pragma once
 
-// BSTR: a pointer to NUL-terminated wide characters with a 32-bit length prefix that counts bytes. The
-// null pointer is the empty string. Whoever receives one from a call owns it and frees it.
+// BSTR: the string of every interface. A pointer to wide characters that a NUL ends; the 32 bits before the
+// first one hold the length in bytes without that NUL, so a string may also hold NULs of its own. The null pointer
+// is an empty string.
+//
+// Ownership: a string that a call answers belongs to the caller, who frees it with SysFreeString. A string that is
+// passed to a call stays the caller's.
 
 #include "host/com/Types.h"
 
 using BSTR = OLECHAR*;
 
 extern "C" {
-BSTR SysAllocString(const OLECHAR* text);                      // null for null or when memory is exhausted
-BSTR SysAllocStringLen(const OLECHAR* text, UINT characters);  // null text leaves the characters unset
+// Each of the three answers null when memory is exhausted. SysAllocString also does for null; the two others leave
+// the characters unset then.
+BSTR SysAllocString(const OLECHAR* text);
+BSTR SysAllocStringLen(const OLECHAR* text, UINT characters);
 BSTR SysAllocStringByteLen(const char* bytes, UINT byteCount);
-void SysFreeString(BSTR string);  // null is allowed
-UINT SysStringLen(BSTR string);   // characters, 0 for null
+
+// Does nothing for null.
+void SysFreeString(BSTR string);
+
+// The length in characters, and in bytes; 0 for null.
+UINT SysStringLen(BSTR string);
 UINT SysStringByteLen(BSTR string);
 }

@@ -1,10 +1,13 @@
 #pragma once
 
-// _com_error: what the host's COM wrappers throw when a call fails. Description() is never null.
+// _com_error: the one exception that host code may throw at the layer. The host's wrappers (COleSafeArray,
+// CStringArray) report failures with it; interface methods answer an HRESULT instead. The layer makes
+// Description() the message that the palette shows.
 
 #include "host/com/Bstr.h"
 #include "host/com/HResult.h"
 
+// Owns a BSTR. Reads as the empty string when there is none.
 class _bstr_t {
  public:
   explicit _bstr_t(const wchar_t* text) : string_(SysAllocString(text)) {}
@@ -20,12 +23,14 @@ class _bstr_t {
 
 class _com_error {
  public:
+  // Copies the description.
   explicit _com_error(HRESULT result, const wchar_t* description = nullptr);
   _com_error(const _com_error& other);
   _com_error& operator=(const _com_error&) = delete;
   virtual ~_com_error();
 
   HRESULT Error() const;
+  // In words, for the user. Never null: without a description of its own, a general text for the result.
   _bstr_t Description() const;
 
  private:
@@ -33,4 +38,5 @@ class _com_error {
   BSTR description_;
 };
 
+// Throws a _com_error.
 [[noreturn]] void _com_raise_error(HRESULT result, const wchar_t* description = nullptr);

@@ -1,6 +1,6 @@
 #pragma once
 
-// Starting COM on a thread, task memory and the user's locale.
+// Starting COM on a thread, task memory and the user's language.
 
 #include <cstddef>
 
@@ -12,10 +12,18 @@ inline constexpr LCID LOCALE_SYSTEM_DEFAULT = 0x800;
 inline constexpr LCID LOCALE_USER_DEFAULT = 0x400;
 
 extern "C" {
+// Counts per thread: S_OK for the first call of a thread, S_FALSE (a success too) for each further one.
+// `reserved` is null.
 HRESULT CoInitialize(void* reserved);
+// Takes one call of CoInitialize back.
 void CoUninitialize();
+
+// Memory that one side of a call allocates and the other frees: arrays of strings and of cookies. Null when memory
+// is exhausted; freeing null does nothing.
 void* CoTaskMemAlloc(std::size_t bytes);
-void CoTaskMemFree(void* block);  // null is allowed
+void CoTaskMemFree(void* block);
+
+// The user's language, and the locale that it is part of. Type information and values are asked for in it.
 LANGID GetUserDefaultLangID();
 LCID GetUserDefaultLCID();
 }

@@ -1,16 +1,21 @@
 #pragma once
 
-// Arrays that a callee allocates with the task allocator and hands to the caller: the caller frees each
-// string with SysFreeString and then both arrays with CoTaskMemFree.
+// The pair of arrays in which an object lists choices or elements: texts for the user, and for each text the cookie
+// by which the object knows it.
+//
+// Ownership: the object allocates both arrays with CoTaskMemAlloc and each text as a BSTR. The caller frees every text
+// with SysFreeString, and then both arrays with CoTaskMemFree.
 
 #include "host/com/Bstr.h"
 #include "host/com/Types.h"
 
+// cElems texts.
 struct CALPOLESTR {
   ULONG cElems;
   LPOLESTR* pElems;
 };
 
+// cElems cookies.
 struct CADWORD {
   ULONG cElems;
   DWORD* pElems;

@@ -1,6 +1,7 @@
 #pragma once
 
-// The 16-byte identifier of a class or an interface, in the memory order that COM publishes.
+// GUID: the 16-byte identifier of a class, an interface or a property. The first three fields are
+// numbers of the machine: on this platform their lowest byte comes first in memory.
 
 #include <cstdint>
 #include <cstring>

@@ -1,6 +1,6 @@
 #pragma once
 
-// Result codes: negative means failure, anything else success.
+// HRESULT: what a method answers. Negative means failure, anything else success; S_FALSE is a success.
 
 #include <cstdint>
 

@@ -1,6 +1,8 @@
 #pragma once
 
 // COleSafeArray: a VARIANT that owns a SAFEARRAY; VT_EMPTY until an array is created or attached.
+//
+// Failure: CreateOneDim, Attach, PutElement and GetElement throw _com_error.
 
 #include "host/com/Variant.h"
 
@@ -11,12 +13,17 @@ class COleSafeArray : public VARIANT {
   COleSafeArray(const COleSafeArray&) = delete;
   COleSafeArray& operator=(const COleSafeArray&) = delete;
 
+  // Destroys the array.
   void Clear();
-  void Attach(VARIANT& variant);  // takes the array over; the argument becomes VT_EMPTY
+  // Takes the array over; the argument becomes VT_EMPTY. What was held before is cleared.
+  void Attach(VARIANT& variant);
+  // Hands the array to the caller, and is VT_EMPTY from then on.
   VARIANT Detach();
-  // Elements are zero (or copied from source); what was held before is cleared. Throws _com_error.
+  // Elements are zero, or copies of those in source. What was held before is cleared.
   void CreateOneDim(VARTYPE type, DWORD elements, const void* source = nullptr, LONG lowerBound = 0);
-  // A BSTR is passed as it is, interfaces as their pointer, everything else by address. Throws _com_error.
+  // Stores a copy of the element, or a reference of its own. A BSTR is passed as it is, an interface as its pointer,
+  // everything else by address.
   void PutElement(const LONG* index, void* element);
+  // Writes a copy of the element, or a pointer with a reference, that is the caller's; element is its address.
   void GetElement(const LONG* index, void* element);
 };

@@ -1,7 +1,15 @@
 #pragma once
 
-// Type information: what an automation object publishes about its members. Blocks that a type information
-// hands out (TYPEATTR, FUNCDESC, VARDESC) go back to the same type information's Release... method.
+// Type information: what an automation object publishes about its members. The layer makes the rows of a palette from
+// it: one row for each visible function that gets a property.
+//
+// Ownership: a block that a type information answers (TYPEATTR, FUNCDESC, VARDESC) stays its own, and is given back to
+// the Release... method of the same type information. Strings and interfaces belong to the caller.
+//
+// Of the blocks the layer reads only a part: of TYPEATTR typekind, cFuncs and cVars; of FUNCDESC memid, invkind,
+// wFuncFlags and the type of elemdescFunc; of VARDESC memid, varkind and, for a constant, lVal of lpvarValue. Of the
+// methods it calls GetTypeAttr, GetFuncDesc, GetVarDesc, GetNames, GetDocumentation, GetRefTypeInfo,
+// GetContainingTypeLib and the three Release..., and of a type library GetDocumentation.
 
 #include "host/com/IDispatch.h"
 
@@ -21,8 +29,10 @@ enum TYPEKIND : INT {
   TKIND_UNION = 7
 };
 
+// How a function is called; the layer does not look at it.
 enum FUNCKIND : INT { FUNC_VIRTUAL, FUNC_PUREVIRTUAL, FUNC_NONVIRTUAL, FUNC_STATIC, FUNC_DISPATCH };
 
+// A property that can be read and written is two functions of one name: a get and a put.
 enum INVOKEKIND : INT {
   INVOKE_FUNC = 1,
   INVOKE_PROPERTYGET = 2,
@@ -32,12 +42,15 @@ enum INVOKEKIND : INT {
 
 enum CALLCONV : INT { CC_CDECL = 1, CC_STDCALL = 4 };
 
+// The members of an enumeration are constants.
 enum VARKIND : INT { VAR_PERINSTANCE = 0, VAR_STATIC = 1, VAR_CONST = 2, VAR_DISPATCH = 3 };
 
+// A function that is hidden or not browsable is no row.
 inline constexpr WORD FUNCFLAG_FRESTRICTED = 0x1;
 inline constexpr WORD FUNCFLAG_FHIDDEN = 0x40;
 inline constexpr WORD FUNCFLAG_FNONBROWSABLE = 0x400;
 
+// The type of a value. For VT_USERDEFINED hreftype names another type information, which GetRefTypeInfo answers.
 struct TYPEDESC {
   union {
     TYPEDESC* lptdesc;
@@ -57,6 +70,7 @@ struct ELEMDESC {
   PARAMDESC paramdesc;
 };
 
+// What a type information describes, and how many members it has.
 struct TYPEATTR {
   GUID guid;
   LCID lcid;
@@ -66,7 +80,9 @@ struct TYPEATTR {
   LPOLESTR lpstrSchema;
   ULONG cbSizeInstance;
   TYPEKIND typekind;
+  // Number of functions; the first seven are those of IUnknown and IDispatch.
   WORD cFuncs;
+  // Number of variables: for an enumeration, its members.
   WORD cVars;
   WORD cImplTypes;
   WORD cbSizeVft;
@@ -78,6 +94,7 @@ struct TYPEATTR {
   DWORD idldescType[2];
 };
 
+// One function. elemdescFunc is what it returns: for a property get, the type of the property.
 struct FUNCDESC {
   MEMBERID memid;
   SCODE* lprgscode;
@@ -93,6 +110,7 @@ struct FUNCDESC {
   WORD wFuncFlags;
 };
 
+// One variable. A constant (VAR_CONST) has its value in lpvarValue.
 struct VARDESC {
   MEMBERID memid;
   LPOLESTR lpstrSchema;
@@ -108,21 +126,26 @@ struct VARDESC {
 struct ITypeInfo : IUnknown {
   virtual HRESULT GetTypeAttr(TYPEATTR** attributes) = 0;
   virtual HRESULT GetTypeComp(ITypeComp** comp) = 0;
+  // By index, from 0.
   virtual HRESULT GetFuncDesc(UINT index, FUNCDESC** function) = 0;
   virtual HRESULT GetVarDesc(UINT index, VARDESC** variable) = 0;
+  // The name of a member and those of its parameters, at most maxNames; nameCount tells how many were written.
   virtual HRESULT GetNames(MEMBERID member, BSTR* names, UINT maxNames, UINT* nameCount) = 0;
   virtual HRESULT GetRefTypeOfImplType(UINT index, HREFTYPE* refType) = 0;
   virtual HRESULT GetImplTypeFlags(UINT index, INT* flags) = 0;
   virtual HRESULT GetIDsOfNames(LPOLESTR* names, UINT count, MEMBERID* members) = 0;
   virtual HRESULT Invoke(void* instance, MEMBERID member, WORD flags, DISPPARAMS* params, VARIANT* result,
                          EXCEPINFO* exception, UINT* argumentError) = 0;
+  // Name and help text of a member. Each output may be null when it is not asked for.
   virtual HRESULT GetDocumentation(MEMBERID member, BSTR* name, BSTR* documentation, DWORD* helpContext,
                                    BSTR* helpFile) = 0;
   virtual HRESULT GetDllEntry(MEMBERID member, INVOKEKIND kind, BSTR* dll, BSTR* name, WORD* ordinal) = 0;
+  // The type that a TYPEDESC names.
   virtual HRESULT GetRefTypeInfo(HREFTYPE refType, ITypeInfo** typeInfo) = 0;
   virtual HRESULT AddressOfMember(MEMBERID member, INVOKEKIND kind, void** address) = 0;
   virtual HRESULT CreateInstance(IUnknown* outer, REFIID iid, void** object) = 0;
   virtual HRESULT GetMops(MEMBERID member, BSTR* mops) = 0;
+  // The library that holds this type, and the type's index in it.
   virtual HRESULT GetContainingTypeLib(ITypeLib** library, UINT* index) = 0;
   virtual void ReleaseTypeAttr(TYPEATTR* attributes) = 0;
   virtual void ReleaseFuncDesc(FUNCDESC* function) = 0;
@@ -138,6 +161,7 @@ struct TLIBATTR {
   WORD wLibFlags;
 };
 
+// A library of types. The layer asks it for the names of user-defined types, by which it knows a color or a layer.
 struct ITypeLib : IUnknown {
   virtual UINT GetTypeInfoCount() = 0;
   virtual HRESULT GetTypeInfo(UINT index, ITypeInfo** typeInfo) = 0;
@@ -145,6 +169,7 @@ struct ITypeLib : IUnknown {
   virtual HRESULT GetTypeInfoOfGuid(REFGUID guid, ITypeInfo** typeInfo) = 0;
   virtual HRESULT GetLibAttr(TLIBATTR** attributes) = 0;
   virtual HRESULT GetTypeComp(ITypeComp** comp) = 0;
+  // Name and help text of the type with that index. Each output may be null when it is not asked for.
   virtual HRESULT GetDocumentation(INT index, BSTR* name, BSTR* documentation, DWORD* helpContext,
                                    BSTR* helpFile) = 0;
   virtual HRESULT IsName(LPOLESTR name, ULONG hash, BOOL* isName) = 0;

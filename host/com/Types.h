@@ -1,13 +1,14 @@
 #pragma once
 
-// The scalar types of COM on this platform. `long` has 64 bits here and LONG has 32: an interface that
-// publishes `long` means the wide one. wchar_t has 4 bytes.
+// The scalar types of COM on this platform. LONG has 32 bits and `long` has 64: where an interface says `long`, all 64
+// are read and written. wchar_t has 4 bytes and holds one character of UTF-32.
 
 #include <cstdint>
 
 #include "host/com/Guid.h"
 
-// One byte, not a C++ bool: -1 is a possible answer, and callees write exactly one byte through a BOOL*.
+// One byte, and not a C++ bool: an answer may be any number (some flags count only when they are exactly 1, and -1 is
+// true elsewhere), and exactly one byte is written through a BOOL*.
 using BOOL = signed char;
 using BYTE = std::uint8_t;
 using WORD = std::uint16_t;

@@ -1,6 +1,10 @@
 #pragma once
 
-// VARIANT: a tagged value. A bitwise copy shares what the value refers to; VariantCopy makes a second owner.
+// VARIANT: a value with a tag, vt, that says of which type it is.
+//
+// Ownership: a VARIANT owns the string, array or object that it refers to, and VariantClear gives it back; with
+// VT_BYREF it owns nothing. A bitwise copy shares what the value refers to, so only one of the two may be cleared;
+// VariantCopy makes a second owner. What a call answers is the caller's to clear; what is passed stays the caller's.
 
 #include <cstddef>
 
@@ -46,15 +50,19 @@ enum VARENUM : VARTYPE {
   VT_LPSTR = 30,
   VT_LPWSTR = 31,
   VT_RECORD = 36,
+  // Added to the type of the elements.
   VT_ARRAY = 0x2000,
+  // Added to the type of the value that byref points to.
   VT_BYREF = 0x4000,
   VT_TYPEMASK = 0x0FFF
 };
 
+// An amount of money, times 10,000.
 union CY {
   LONGLONG int64;
 };
 
+// 96 bits, divided by 10 to the power of scale; sign is 0x80 for a negative number.
 struct DECIMAL {
   USHORT wReserved;
   BYTE scale;
@@ -104,8 +112,12 @@ struct VARIANT {
 static_assert(sizeof(VARIANT) == 24 && offsetof(VARIANT, llVal) == 8);
 
 extern "C" {
-void VariantInit(VARIANT* variant);      // sets the type tag to VT_EMPTY
-HRESULT VariantClear(VARIANT* variant);  // frees what the value owns, then VT_EMPTY
+// Makes it VT_EMPTY, whatever it held: for memory that holds no value yet.
+void VariantInit(VARIANT* variant);
+// Gives back what the value owns, and makes it VT_EMPTY. A failure leaves it as it was.
+HRESULT VariantClear(VARIANT* variant);
+// destination gets a copy of its own, and what it held is cleared. A failure leaves it as it was.
 HRESULT VariantCopy(VARIANT* destination, const VARIANT* source);
+// The same, converted to another type. Both may be one. flags are 0 for the usual conversion.
 HRESULT VariantChangeType(VARIANT* destination, const VARIANT* source, USHORT flags, VARTYPE type);
 }

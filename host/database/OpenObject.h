@@ -1,19 +1,28 @@
 #pragma once
 
-// Opening objects by id. The pointer is null when the object cannot be opened; every object opened is closed.
+// Opening objects of the drawing database by id.
+//
+// Ownership: an object that was opened is lent, and every one is given back with close().
+// Failure: the pointer is null when the object cannot be opened, and the status is not eOk and says why. Both must
+// agree: the layer goes by the pointer in some places and by the status in others.
 
 #include "host/database/VkDbEntity.h"
 
 namespace VkDb {
+// The layer opens for read alone.
 enum OpenMode : int { kForRead = 0, kForWrite = 1, kForNotify = 2 };
-}
+}  // namespace VkDb
 
+// Opens any object. An erased one is eWasErased, unless openErased is set.
 Velt::ErrorStatus vkdbOpenVkDbObject(VkDbObject*& object, VkDbObjectId id, VkDb::OpenMode mode,
                                      bool openErased = false);
+// Opens an entity; any other object is eNotThatKindOfClass.
 Velt::ErrorStatus vkdbOpenVkDbEntity(VkDbEntity*& entity, VkDbObjectId id, VkDb::OpenMode mode,
                                      bool openErased = false);
+// The same, but never an erased one.
 Velt::ErrorStatus vkdbOpenObject(VkDbEntity*& entity, VkDbObjectId id, VkDb::OpenMode mode);
 
+// Opens an object of class T, such as VkDbLayerTableRecord; any other object is eNotThatKindOfClass.
 template <class T>
 Velt::ErrorStatus vkdbOpenObject(T*& object, VkDbObjectId id, VkDb::OpenMode mode, bool openErased) {
   object = nullptr;
@@ -28,7 +37,7 @@ Velt::ErrorStatus vkdbOpenObject(T*& object, VkDbObjectId id, VkDb::OpenMode mod
   return Velt::eOk;
 }
 
-// Holds an object open for the length of a scope.
+// Holds an object of class T open for the length of a scope. object() is null unless openStatus() is eOk.
 template <class T>
 class VkDbObjectPointer {
  public:

@@ -1,6 +1,6 @@
 #pragma once
 
-// The host's growing array.
+// VkArray: the host's growing array. A palette gets the ids of the entities that were written in one.
 
 #include <vector>
 
@@ -13,6 +13,7 @@ class VkArray {
   }
   int length() const { return static_cast<int>(elements_.size()); }
   bool isEmpty() const { return elements_.empty(); }
+  // Indexes are not checked.
   const T& operator[](int index) const { return elements_[static_cast<std::size_t>(index)]; }
   const T& at(int index) const { return elements_[static_cast<std::size_t>(index)]; }
 

@@ -1,14 +1,19 @@
 #pragma once
 
-// A color: a 32-bit value whose top byte tells the method (0xC0 by layer, 0xC1 by block, 0xC2 true color
-// with red, green and blue in the lower bytes, 0xC3 index in the lowest byte), and the names of a color
-// book, which may be empty. Two colors are equal when the value and both names are.
+// VkCmColor: a color. A 32-bit value whose top byte tells how the color is meant, and two names for a color that comes
+// from a color book.
+//
+//   0xC0  by layer: that of the entity's layer     0xC2  true color: 0xC2RRGGBB
+//   0xC1  by block: that of the block reference    0xC3  color index, in the lowest byte
+//
+// Two colors are equal when the value and both names are.
 
 #include <cstdint>
 
 class VkCmColor {
  public:
-  VkCmColor();  // index 0 by method "none": unequal to every color of a layer
+  // Not a color yet: unequal to every color that a layer can have.
+  VkCmColor();
   VkCmColor(const VkCmColor& other);
   VkCmColor& operator=(const VkCmColor& other);
   ~VkCmColor();
@@ -17,9 +22,12 @@ class VkCmColor {
   bool operator!=(const VkCmColor& other) const;
 
   bool isByLayer() const;
+  // The value alone: names are kept.
   void setColor(std::uint32_t value);
   std::uint32_t color() const;
-  void setNames(const wchar_t* colorName, const wchar_t* bookName);  // null counts as empty
+  // Name of the color within its book, and name of the book. Copied; null counts as empty.
+  void setNames(const wchar_t* colorName, const wchar_t* bookName);
+  // Never null; valid until the names change.
   const wchar_t* colorName() const;
   const wchar_t* bookName() const;
 

@@ -1,6 +1,9 @@
 #pragma once
 
-// Entities, layers and block references, as far as others than the host may ask them.
+// Entities, block references and layers of the drawing database. The layer asks them which layer an entity is on, what
+// color that layer has and whether it is locked, and which block a reference shows.
+//
+// They are opened and closed (see OpenObject.h), and may be asked only in between.
 
 #include "host/database/VkCmColor.h"
 #include "host/database/VkDbObject.h"
@@ -10,6 +13,7 @@ class VkDbEntity : public VkDbObject {
   static VkRxClass* desc();
   VkRxClass* isA() const override;
 
+  // Null when the entity's layer does not exist.
   VkDbObjectId layerId() const;
 
  protected:
@@ -22,6 +26,7 @@ class VkDbBlockReference : public VkDbEntity {
   static VkRxClass* desc();
   VkRxClass* isA() const override;
 
+  // The block that is shown; null when it does not exist.
   VkDbObjectId blockTableRecord() const;
 
  protected:
@@ -35,6 +40,7 @@ class VkDbLayerTableRecord : public VkDbObject {
   VkRxClass* isA() const override;
 
   VkCmColor color() const;
+  // Nothing on a locked layer is written.
   bool isLocked() const;
 
  protected:
@@ -42,7 +48,9 @@ class VkDbLayerTableRecord : public VkDbObject {
   ~VkDbLayerTableRecord() = default;
 };
 
-// The definition from which a dynamic block made the (often anonymous) block of this reference; null when the
-// reference is not of a dynamic block or refers to the definition itself.
+// A dynamic block draws each of its shapes as a block of its own, mostly an anonymous one. The dynamic block's
+// definition from which the block of this reference was made; null when the reference is not of a dynamic block, or
+// shows the definition itself.
 VkDbObjectId vkdbGetEnhancedBlkOriginalBtrId(const VkDbBlockReference* reference);
+// Whether the reference is of a dynamic block at all.
 bool vkdbIsEnhancedBlockRef(const VkDbBlockReference* reference);

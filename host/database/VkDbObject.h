@@ -1,22 +1,26 @@
 #pragma once
 
-// Objects of the drawing database. They belong to the database: opening lends one out, close() gives it back.
+// Objects of the drawing database. They belong to the database: opening lends one out, close() gives it back (see
+// OpenObject.h).
 
 #include "host/com/Guid.h"
 #include "host/database/VkDbObjectId.h"
 #include "host/database/VkRxObject.h"
 #include "host/platform/ErrorStatus.h"
 
-struct VkDbImpObject;  // the host's own part of an object
+// The host's own part of an object.
+struct VkDbImpObject;
 
 class VkDbObject : public VkRxObject {
  public:
   static VkRxClass* desc();
   VkRxClass* isA() const override;
 
-  // Writes the automation class id; any status other than eOk leaves it untouched.
+  // Writes the id of the automation class that speaks for this object (see Ids.inc); any status but eOk leaves it
+  // untouched, and the layer then takes the general class of entities or of objects.
   virtual Velt::ErrorStatus getClassID(CLSID* clsid) const;
   VkDbObjectId objectId() const;
+  // Gives the object back; the pointer must not be used any more.
   Velt::ErrorStatus close();
 
  protected:
@@ -25,6 +29,8 @@ class VkDbObject : public VkRxObject {
   VkDbImpObject* imp_;
 };
 
+// The drawing database as a class: the extensions that publish property sources are registered on it (see
+// PerInstanceProperties.h).
 class VkDbDatabase : public VkRxObject {
  public:
   static VkRxClass* desc();

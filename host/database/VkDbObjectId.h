@@ -1,7 +1,8 @@
 #pragma once
 
-// Names an object of an open drawing. The value means something to the host alone; a stale or made-up one
-// opens nothing.
+// VkDbObjectId: names an object of an open drawing. The number means something to the host alone, and no number may do
+// harm: one that is out of date or made up opens nothing. The old-id form is the same number as a `long`, in which a
+// palette hands over its selection.
 
 #include <cstdint>
 

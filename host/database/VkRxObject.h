@@ -1,17 +1,24 @@
 #pragma once
 
-// Run-time classes: which class an object is of, and the protocol extensions registered on a class.
+// Run-time classes: of which class an object is, and the protocol extensions that are registered on a class. A protocol
+// extension is an object through which a host or a plug-in adds something to a class that it did not write.
+//
+// Ownership: classes live as long as the process, and a registered extension belongs to whoever registered it.
 
 class VkRxClass;
 
 class VkRxObject {
  public:
+  // The description of this very class; every class below has one of its own.
   static VkRxClass* desc();
+  // The class of this object.
   virtual VkRxClass* isA() const;
+  // Of the class wanted or of one derived from it.
   bool isKindOf(const VkRxClass* wanted) const;
 
  protected:
-  ~VkRxObject() = default;  // the host alone ends the life of its objects
+  // The host alone ends the life of its objects.
+  ~VkRxObject() = default;
 };
 
 class VkRxClass : public VkRxObject {
@@ -19,15 +26,18 @@ class VkRxClass : public VkRxObject {
   static VkRxClass* desc();
   VkRxClass* isA() const override;
 
+  // Keeps the pointers.
   VkRxClass(const wchar_t* name, VkRxClass* parent);
   const wchar_t* name() const;
   VkRxClass* myParent() const;
   bool isDerivedFrom(const VkRxClass* wanted) const;
 
-  // The protocol extension of that class registered on this class or the nearest parent; null for none.
+  // The extension for that protocol, registered on this class or the nearest parent; null for none.
   VkRxObject* queryX(const VkRxClass* protocol) const;
-  VkRxObject* addX(VkRxClass* protocol, VkRxObject* extension);  // returns the one registered before
-  VkRxObject* delX(VkRxClass* protocol);                         // returns the one taken out
+  // Registers an extension on this class. Answers the one that it replaces, or null.
+  VkRxObject* addX(VkRxClass* protocol, VkRxObject* extension);
+  // Takes the extension of this class out, and answers it; null for none.
+  VkRxObject* delX(VkRxClass* protocol);
 
  private:
   const wchar_t* name_;

@@ -1,12 +1,14 @@
 #pragma once
 
-// The fixed set of values of an enumerated dynamic property.
+// IDynamicEnumProperty: the choices of a dynamic property. An optional interface of the property object.
 
 #include "host/com/IUnknown.h"
 #include "host/com/Variant.h"
 
 struct IDynamicEnumProperty : IUnknown {
   virtual HRESULT GetNumPropertyValues(LONG* count) = 0;
+  // The text of a choice, and the value that it stands for. index counts from 0; the caller frees the text and clears a
+  // value that is a string. After a failing value the property keeps the choices that it had.
   virtual HRESULT GetPropValueName(LONG index, BSTR* name) = 0;
   virtual HRESULT GetPropValueData(LONG index, VARIANT* value) = 0;
 };

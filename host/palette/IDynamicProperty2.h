@@ -1,16 +1,17 @@
 #pragma once
 
-// A dynamic property, newer generation: the entity is named by its automation object.
+// IDynamicProperty2: a property that a plug-in adds to entities, in the newer of two generations: an entity is named by
+// its automation object, on which an implementation calls AddRef to keep it. Everything else is as in IDynamicProperty.
 
 #include "host/com/IDispatch.h"
 
 struct IDynamicProperty2 : IUnknown {
   virtual HRESULT GetGUID(GUID* guid) = 0;
   virtual HRESULT GetDisplayName(BSTR* name) = 0;
-  virtual HRESULT IsPropertyEnabled(IDispatch* entity, BOOL* enabled) = 0;  // enabled only when exactly 1
+  virtual HRESULT IsPropertyEnabled(IDispatch* entity, BOOL* enabled) = 0;
   virtual HRESULT IsPropertyReadOnly(BOOL* readOnly) = 0;
   virtual HRESULT GetDescription(BSTR* description) = 0;
-  virtual HRESULT GetCurrentValueName(BSTR* typeName) = 0;  // name of a custom type, if any
+  virtual HRESULT GetCurrentValueName(BSTR* typeName) = 0;
   virtual HRESULT GetCurrentValueType(VARTYPE* type) = 0;
   virtual HRESULT GetCurrentValueData(IDispatch* entity, VARIANT* value) = 0;
   virtual HRESULT SetCurrentValueData(IDispatch* entity, VARIANT value) = 0;

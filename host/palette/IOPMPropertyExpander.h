@@ -1,16 +1,28 @@
 #pragma once
 
-// Splits one property into elements, each with a label, a cookie and a value.
+// IOPMPropertyExpander: splits one property into elements, each a row of its own with a label and a value: a point
+// into X, Y and Z. The object knows an element by its cookie, which must not change while the property has the same
+// elements.
+//
+// The layer asks it for properties of the type VT_VARIANT. A failure for a property, or no such interface, means that
+// it is a single value.
 
 #include "host/com/CountedArrays.h"
 #include "host/com/IUnknown.h"
 #include "host/com/Variant.h"
 
 struct IOPMPropertyExpander : IUnknown {
+  // The caller clears the value.
   virtual HRESULT GetElementValue(DISPID dispId, DWORD cookie, VARIANT* value) = 0;
+  // value stays the caller's, and may be of any type.
   virtual HRESULT SetElementValue(DISPID dispId, DWORD cookie, VARIANT value) = 0;
+  // The labels of the elements and their cookies, as many of one as of the other, in the order of the rows. Both arrays
+  // are the caller's to free (see CountedArrays.h).
   virtual HRESULT GetElementStrings(DISPID dispId, CALPOLESTR* strings, CADWORD* cookies) = 0;
-  virtual HRESULT GetElementGrouping(DISPID dispId, SHORT* grouping) = 0;  // 0: not grouped
+  // Not 0 when the elements come in groups that a palette shows one at a time, as the vertices of a polyline. 0 when
+  // every element is a row of its own.
+  virtual HRESULT GetElementGrouping(DISPID dispId, SHORT* grouping) = 0;
+  // Number of groups; asked only for a grouped property.
   virtual HRESULT GetGroupCount(DISPID dispId, long* groups) = 0;
 };
 

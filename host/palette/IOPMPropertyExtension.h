@@ -1,13 +1,19 @@
 #pragma once
 
-// How an object wants its properties shown: label, editable now, shown at all. Each flag is one byte.
+// IOPMPropertyExtension: how an object wants its properties shown. Every automation object has it.
+//
+// The layer does not look at the results: it sets each output to an answer that will do and takes what it then holds.
+// So a method that fails leaves its output as it found it.
 
 #include "host/com/Bstr.h"
 #include "host/com/IUnknown.h"
 
 struct IOPMPropertyExtension : IUnknown {
+  // The label of the row, which the caller frees. Null or empty: the row is labelled with the property's name.
   virtual HRESULT GetDisplayName(DISPID dispId, BSTR* name) = 0;
+  // Whether the property of this very object can be edited now; asked only for properties with a put function.
   virtual HRESULT Editable(DISPID dispId, BOOL* editable) = 0;
+  // Whether the property is a row at all: only when the byte is exactly 1. -1 hides it.
   virtual HRESULT ShowProperty(DISPID dispId, BOOL* show) = 0;
 };
 

@@ -1,12 +1,15 @@
 #pragma once
 
-// A plug-in's list of dynamic properties for an entity.
+// IPropertySource: what a plug-in registers to add rows to entities. The host finds it by its name (see
+// PerInstanceProperties.h).
 
 #include "host/com/IDispatch.h"
 
 struct IPropertySource : IUnknown {
-  virtual HRESULT GetProperties(IDispatch* entity,
-                                VARIANT* properties) = 0;  // a SAFEARRAY of IUnknown, or empty
+  // The dynamic properties that this entity has, as an array of objects (VT_ARRAY | VT_UNKNOWN) that the caller
+  // clears; VT_EMPTY when it has none. Each object is an IDynamicProperty2 or an IDynamicProperty, and the source
+  // keeps it alive: rows keep its pointer without a reference.
+  virtual HRESULT GetProperties(IDispatch* entity, VARIANT* properties) = 0;
 };
 
 inline constexpr IID IID_IPropertySource{

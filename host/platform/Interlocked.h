@@ -1,7 +1,6 @@
 #pragma once
 
-// Atomic counters, as the platform gives them. Each returns the new value, but for the add, which returns
-// the old one.
+// Atomic counters. Increment and decrement answer the new value, the addition answers the old one.
 
 #include <cstdint>
 

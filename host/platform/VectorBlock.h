@@ -1,14 +1,19 @@
 #pragma once
 
-// The data block behind the shared vectors of the host and its libraries, and the host's one empty block.
+// The data block that shared vectors point to, and the host's one empty block. Vectors are handed between host and
+// layer as they are, so both sides agree on this layout to the byte.
 
 #include <cstddef>
 #include <cstdint>
 
 struct TqVectorBlock {
-  std::int32_t refCount;        // changed only by atomic operations
-  std::uint32_t logicalLength;  // elements in use
+  // Changed only by atomic operations: vectors that share a block may be on different threads.
+  std::int32_t refCount;
+  // Elements in use.
+  std::uint32_t logicalLength;
+  // Elements allocated, all of them constructed.
   std::uint32_t physicalLength;
+  // So many more elements are allocated when the vector grows.
   std::uint32_t growCount;
   void* elements;
 };

