@@ -12,10 +12,10 @@ namespace {
 
 using Prefix = std::uint32_t;
 
-// The prefix stands right before the characters, which are as wide as it: both are aligned when the block is.
+// The prefix stands directly before the characters and is as wide as one, so both are aligned when the block is.
 static_assert(sizeof(Prefix) == sizeof(OLECHAR));
 
-// Counted in 64 bits: the largest byte count that a prefix can hold, the terminator and the prefix exceed 32.
+// Counts in 64 bits, because the largest string, its terminator and the prefix together need more than 32.
 BSTR allocateBytes(std::uint64_t bytes) {
   if (bytes > std::numeric_limits<Prefix>::max()) return nullptr;
   const std::uint64_t whole = bytes / sizeof(OLECHAR);
@@ -28,7 +28,7 @@ BSTR allocateBytes(std::uint64_t bytes) {
   *prefix = static_cast<Prefix>(bytes);
   const BSTR string = static_cast<BSTR>(static_cast<void*>(prefix + 1));
   string[whole] = L'\0';
-  // Padded, so that readers of characters meet an aligned terminator.
+  // The last character is partly filled; the terminator is the whole one after it.
   if (endsInsideACharacter) string[whole + 1] = L'\0';
   velt::platform::bstrAccount.handOut();
   return string;

@@ -9,13 +9,14 @@
 //   };
 //   IVeltVkCmColor* color = com::makeObject<Color>(value);   // one reference, for the caller; null: no memory
 //
-// Purpose: QueryInterface over the listed interfaces and those that they extend, counting references, and the ledger's
-// account of them under the class's name. IUnknown is always the one of the first interface listed, so two pointers
-// name the same object exactly when their IUnknown pointers are equal.
-// Ownership: an object is made with one reference, and ends itself when the last one is released.
-// Threads: references may be counted on every thread; whatever else a class holds it protects itself.
-// Failure: QueryInterface gives E_POINTER for a null out-pointer, and null and E_NOINTERFACE for an unknown id.
-// A class that offers an interface only at times overrides QueryInterface and hands everything else on to this one.
+// It answers QueryInterface for the listed interfaces and those that they extend, counts references, and enters them in
+// the ledger under the class's name. IUnknown is always that of the first interface listed, so two pointers name the
+// same object exactly when their IUnknown pointers are equal. A class that offers an interface only at times overrides
+// QueryInterface and passes everything else on to this one.
+//
+// Ownership: an object is made with one reference, and ends when the last one is released.
+// Threads: references may be counted on every thread. A class protects everything else that it holds.
+// Failure: QueryInterface answers E_POINTER for a null out-pointer, and null and E_NOINTERFACE for an unknown id.
 
 #include <atomic>
 #include <cstddef>
@@ -53,8 +54,8 @@ class ComObject : public First, public Others... {
     return left;
   }
 
-  // Only the form that can fail without throwing, which makeObject uses: an object that finds no memory is an
-  // E_OUTOFMEMORY of some method, never an exception through an interface.
+  // Only the form that does not throw, which makeObject uses: a method without memory for a new object answers
+  // E_OUTOFMEMORY, and no exception leaves an interface.
   static void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept {
     return platform::allocate(platform::Heap::Objects, bytes);
   }
@@ -65,7 +66,7 @@ class ComObject : public First, public Others... {
   explicit ComObject(platform::LedgerAccount& account) noexcept : account_(account) { account_.handOut(); }
 
   virtual ~ComObject() {
-    // Left over only when a constructor further down threw: nobody will release that reference.
+    // Not 0 only when the constructor of a derived class has thrown. Nobody will release that reference.
     for (ULONG left = references_.load(std::memory_order_relaxed); left != 0; --left)
       account_.giveBack();
   }
@@ -77,7 +78,8 @@ class ComObject : public First, public Others... {
   template <class Interface>
   static bool names(REFIID iid) noexcept {
     if constexpr (std::is_same_v<Interface, IUnknown>) {
-      return false;  // IUnknown is asked for once, after all others
+      // find() compares with IID_IUnknown itself, after all others.
+      return false;
     } else {
       return iid == InterfaceTraits<Interface>::iid || names<typename InterfaceTraits<Interface>::Base>(iid);
     }

@@ -1,7 +1,7 @@
 #pragma once
 
-// The id of each interface and the interface that it extends. A new interface gets its row here, or beside itself by
-// specialising InterfaceTraits; ComObject does the rest.
+// The id of each interface, and the interface that it extends. A new interface needs a row here, or a specialisation of
+// InterfaceTraits beside its own declaration; ComObject does the rest.
 
 #include "host/automation/IVeltBaseObject.h"
 #include "host/automation/IVeltHatch.h"

@@ -14,11 +14,11 @@ void raiseUnless(HRESULT result) {
   if (FAILED(result)) _com_raise_error(result);
 }
 
-// Copied element by element where an element owns something: the source keeps what is its own.
+// Copies element by element, so that the array gets strings and references of its own.
 HRESULT fill(SAFEARRAY* array, VARTYPE type, DWORD elements, const void* source, LONG lowerBound) {
   const std::size_t size = velt::com::elementSize(type);
   const bool isPassedAsItIs = type == VT_BSTR || type == VT_UNKNOWN || type == VT_DISPATCH;
-  // PutElement takes pointers to what it copies from as they are: never to const.
+  // SafeArrayPutElement takes no pointers to const, although it only reads.
   auto* bytes = static_cast<char*>(const_cast<void*>(source));
   for (DWORD i = 0; i < elements; ++i) {
     void* element = bytes + i * size;

@@ -1,7 +1,6 @@
 #pragma once
 
-// The part of the COM runtime that callers outside the host have no declaration for: what a test or a tool sets and
-// asks.
+// What tests and tools set and ask of the COM runtime, beyond the functions that host/com/ declares.
 
 #include "host/com/Types.h"
 

@@ -17,15 +17,15 @@ namespace {
 using velt::com::elementSize;
 using velt::platform::Heap;
 
-// Stands before every array made here. The array itself has no room for its element type, and this is where those
-// who know the layout look for it: in the last four bytes before the array, when FADF_HAVEVARTYPE is set.
+// Stands before every array. SAFEARRAY has no field for the element type; with FADF_HAVEVARTYPE it stands in the four
+// bytes before the array, where everybody who knows the layout looks for it.
 struct Hidden {
   std::uint32_t reserved[3];
   std::uint32_t type;
 };
 static_assert(sizeof(Hidden) == 16 && alignof(SAFEARRAY) <= 16);
 
-// Arrays within arrays are copied recursively. Nothing real is this deep; an array that contains itself is.
+// Arrays in arrays are copied by recursion. No real one is this deep, but one that contains itself is.
 constexpr int deepest = 100;
 
 USHORT featuresOf(VARTYPE type) {
@@ -43,7 +43,7 @@ USHORT featuresOf(VARTYPE type) {
   }
 }
 
-// VT_EMPTY when the array does not tell.
+// The element type; VT_EMPTY when the array does not tell it.
 VARTYPE typeOf(const SAFEARRAY* array) {
   if ((array->fFeatures & FADF_HAVEVARTYPE) != 0) {
     const auto* hidden = static_cast<const Hidden*>(static_cast<const void*>(array)) - 1;
@@ -56,7 +56,7 @@ VARTYPE typeOf(const SAFEARRAY* array) {
   return VT_EMPTY;
 }
 
-// The bounds in the order of the array: the last dimension first.
+// The bounds stand in the array with the last dimension first; `dimension` counts from 1.
 const SAFEARRAYBOUND& boundOf(const SAFEARRAY* array, UINT dimension) {
   return (&array->rgsabound[0])[array->cDims - dimension];
 }
@@ -69,7 +69,7 @@ bool fitsLong(const SAFEARRAYBOUND& bound) {
   return std::in_range<LONG>(std::int64_t{bound.lLbound} + std::int64_t{bound.cElements} - 1);
 }
 
-// False when the elements cannot be counted in an address.
+// Multiplies the sizes of the dimensions. False when the product does not fit.
 bool countCells(const SAFEARRAYBOUND* bounds, UINT dimensions, std::size_t& cells) {
   bool none = false;
   for (UINT i = 0; i < dimensions; ++i)
@@ -91,7 +91,7 @@ Element* elementsOf(SAFEARRAY* array) {
   return static_cast<Element*>(array->pvData);
 }
 
-// Memory for the bookkeeping and zeroed elements.
+// An array with zeroed elements; null when memory is exhausted or the size does not fit.
 SAFEARRAY* make(VARTYPE type, UINT dimensions, const SAFEARRAYBOUND* lastDimensionFirst) {
   std::size_t cells = 0;
   std::size_t bytes = 0;
@@ -142,7 +142,7 @@ void releaseElements(SAFEARRAY* array) {
   }
 }
 
-// A second owner of the BSTR, length and embedded NULs included.
+// Copies the whole length, NULs within the string included.
 HRESULT copyString(BSTR from, BSTR& to) {
   to = nullptr;
   if (from == nullptr) return S_OK;
@@ -151,7 +151,7 @@ HRESULT copyString(BSTR from, BSTR& to) {
   return to != nullptr ? S_OK : E_OUTOFMEMORY;
 }
 
-// Leaves what was copied before a failure in the target, which owns it.
+// Elements that were copied before a failure stay in the target, which owns them.
 HRESULT copyElements(SAFEARRAY* from, SAFEARRAY* to) {
   const std::size_t cells = cellsOf(from);
   HRESULT result = S_OK;
@@ -181,7 +181,7 @@ HRESULT copyElements(SAFEARRAY* from, SAFEARRAY* to) {
   return result;
 }
 
-// The element that the indices name, in memory where the first dimension varies fastest.
+// Finds the element with these indices. In memory the first dimension varies fastest.
 HRESULT locate(SAFEARRAY* array, const LONG* indices, void*& element) {
   if (array->cDims == 0 || array->pvData == nullptr) return E_INVALIDARG;
   std::size_t cell = 0;
@@ -224,7 +224,7 @@ SAFEARRAY* SafeArrayCreateVector(VARTYPE type, LONG lowerBound, ULONG elements) 
 HRESULT SafeArrayDestroy(SAFEARRAY* array) {
   if (array == nullptr) return S_OK;
   if (array->cLocks != 0) return DISP_E_ARRAYISLOCKED;
-  // Locked meanwhile: an element that leads back to this array finds that it cannot be destroyed.
+  // Locked, so that releasing an element cannot destroy this array a second time.
   array->cLocks = 1;
   releaseElements(array);
   velt::platform::deallocate(array->pvData);
@@ -297,7 +297,7 @@ HRESULT SafeArrayGetElement(SAFEARRAY* array, const LONG* indices, void* element
       return S_OK;
     }
     case VT_VARIANT:
-      // The caller's variant need not be initialised: it is written, not replaced.
+      // The caller's variant may be uninitialised memory, so it is not cleared.
       static_cast<VARIANT*>(element)->vt = VT_EMPTY;
       return VariantCopy(static_cast<VARIANT*>(element), static_cast<VARIANT*>(cell));
     default:

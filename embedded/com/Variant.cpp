@@ -5,7 +5,7 @@
 
 namespace {
 
-// Makes copy a second owner of what source owns; on failure copy is to be forgotten.
+// Makes `copy` a second owner of what `source` owns. After a failure `copy` owns nothing and must not be cleared.
 HRESULT duplicate(const VARIANT& source, VARIANT& copy) {
   using namespace velt::com;
   copy = source;
@@ -43,7 +43,7 @@ HRESULT VariantClear(VARIANT* variant) {
     } else if (variant->vt == VT_BSTR) {
       SysFreeString(variant->bstrVal);
     } else if (variant->vt == VT_UNKNOWN || variant->vt == VT_DISPATCH) {
-      // Empty before the release: the object may end here, and with it whatever leads back to this variant.
+      // Empty before the release: the object may end with it and destroy the owner of this variant.
       IUnknown* held = variant->punkVal;
       variant->vt = VT_EMPTY;
       if (held != nullptr) held->Release();
@@ -58,7 +58,7 @@ HRESULT VariantCopy(VARIANT* destination, const VARIANT* source) {
   if (destination == nullptr || source == nullptr) return E_INVALIDARG;
   if (!isValidVariantType(source->vt)) return badVariantType;
   if (destination == source) return S_OK;
-  // Copied before the destination is cleared: the source may live inside of what the destination owns.
+  // Copied before the destination is cleared, because the source may be part of what the destination owns.
   VARIANT copy;
   HRESULT result = duplicate(*source, copy);
   if (FAILED(result)) return result;

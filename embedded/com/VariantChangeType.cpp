@@ -1,8 +1,8 @@
-// VariantChangeType: what an automation client expects among integers, reals, currency, flags and text.
+// VariantChangeType: converts between integers, reals, currency, flags and text, as automation clients expect it.
 //
-// Numbers are rounded half to even and never cut off: a value that the wanted type cannot hold is DISP_E_OVERFLOW.
-// Text is read and written without regard to the user's locale: digits, a point, an exponent, blanks around. What has no
-// meaning in the wanted type is DISP_E_TYPEMISMATCH; dates are days as numbers, and have no text here.
+// Numbers are rounded, halves to the even neighbour; a value that the wanted type cannot hold is DISP_E_OVERFLOW.
+// Text is read and written in the same way in every locale: digits, a point, an exponent, blanks around it. What has
+// no meaning in the wanted type is DISP_E_TYPEMISMATCH. Dates convert as numbers of days, and not to or from text.
 
 #include <locale.h>
 
@@ -27,7 +27,7 @@ namespace {
 
 using namespace velt::com;
 
-// Flags as automation clients pass them.
+// With either of them a flag (VT_BOOL) becomes "True" or "False" as a text.
 constexpr USHORT alphabeticFlags = 0x02 | 0x10;
 
 struct Currency {
@@ -37,7 +37,8 @@ constexpr std::int64_t currencyScale = 10000;
 
 using Number = std::variant<std::int64_t, std::uint64_t, double, Currency>;
 
-// Independent of the rounding mode that the process has set; the rest is exact, so that no tie is missed or made up.
+// Rounds halves to the even neighbour, whatever rounding mode the process has set. The difference is computed exactly,
+// so nothing else is taken for a half.
 double roundHalfToEven(double value) {
   const double whole = std::trunc(value);
   const double rest = std::abs(value - whole);
@@ -70,7 +71,7 @@ HRESULT toInteger(const Number& number, Integer& result) {
   using Limits = std::numeric_limits<Integer>;
   if (const auto* real = std::get_if<double>(&number)) {
     const double rounded = roundHalfToEven(*real);
-    // One more than the maximum is a power of two, which a double holds exactly; the maximum itself may not be.
+    // A double may not hold the maximum exactly. It does hold the number after it, which is a power of two.
     const double end = std::ldexp(1.0, Limits::digits);
     if (!(rounded >= static_cast<double>(Limits::min()) && rounded < end)) return DISP_E_OVERFLOW;
     result = static_cast<Integer>(rounded);
@@ -106,7 +107,8 @@ HRESULT toCurrency(const Number& number, CY& result) {
   return __builtin_mul_overflow(whole, currencyScale, &result.int64) ? DISP_E_OVERFLOW : S_OK;
 }
 
-// --- reading text -----------------------------------------------------------------------------------------------------
+// --- reading text
+// -----------------------------------------------------------------------------------------------------
 
 constexpr std::wstring_view blanks = L" \t\n\v\f\r";
 
@@ -127,7 +129,8 @@ bool equalsIgnoringCase(std::wstring_view text, std::wstring_view lowerCase) {
 }
 
 struct Numeral {
-  std::string digits;  // narrow, without a plus sign
+  // As ASCII, without a plus sign.
+  std::string digits;
   bool isInteger = false;
 };
 
@@ -182,7 +185,7 @@ HRESULT parseNumber(std::wstring_view text, Number& number) {
       return S_OK;
     }
   }
-  // Unlike from_chars this one tells too small (a number near zero) from too large (infinite).
+  // Unlike from_chars, strtod tells a number that is too small (near zero) from one that is too large (infinite).
   static const locale_t invariant = newlocale(LC_ALL_MASK, "C", nullptr);
   const double real = strtod_l(begin, nullptr, invariant);
   if (std::isinf(real)) return DISP_E_OVERFLOW;
@@ -190,7 +193,8 @@ HRESULT parseNumber(std::wstring_view text, Number& number) {
   return S_OK;
 }
 
-// --- writing text -----------------------------------------------------------------------------------------------------
+// --- writing text
+// -----------------------------------------------------------------------------------------------------
 
 HRESULT toText(std::string_view narrow, BSTR& result) {
   result = SysAllocStringLen(nullptr, static_cast<UINT>(narrow.size()));
@@ -201,7 +205,8 @@ HRESULT toText(std::string_view narrow, BSTR& result) {
 }
 
 HRESULT realToText(double value, int significantDigits, BSTR& result) {
-  if (value == 0) return toText("0", result);  // zero has no sign in text
+  // Also for the negative zero: in text, zero has no sign.
+  if (value == 0) return toText("0", result);
   char buffer[40];
   const auto end =
       std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, significantDigits);
@@ -246,7 +251,8 @@ HRESULT numberToText(const Number& number, bool single, BSTR& result) {
   return toText({buffer, end}, result);
 }
 
-// --- from one tag to another --------------------------------------------------------------------------------------------
+// --- from one tag to another
+// --------------------------------------------------------------------------------------------
 
 HRESULT readNumber(const VARIANT& source, Number& number) {
   switch (source.vt) {
@@ -299,7 +305,7 @@ HRESULT readNumber(const VARIANT& source, Number& number) {
   }
 }
 
-// True is all bits set, in an unsigned type as well: there it is the largest number, not an overflow.
+// True has all bits set: -1, and in an unsigned type its largest number instead of an overflow.
 template <class Integer>
 HRESULT changeToInteger(const VARIANT& source, Integer& result) {
   if (source.vt == VT_BOOL) {
@@ -358,7 +364,7 @@ HRESULT changeToInterface(const VARIANT& source, VARTYPE type, VARIANT& result) 
   return S_OK;
 }
 
-// The source is no reference and of another type; the result's tag is set by the caller when this succeeds.
+// `source` is not a reference, and not of the wanted type. The caller sets the tag of `result` after a success.
 HRESULT change(const VARIANT& source, USHORT flags, VARTYPE type, VARIANT& result) {
   Number number;
   HRESULT read = S_OK;
@@ -406,7 +412,7 @@ HRESULT change(const VARIANT& source, USHORT flags, VARTYPE type, VARIANT& resul
   }
 }
 
-// What a reference refers to, as a value that owns nothing of its own. False for a null reference.
+// Follows a reference. `value` is a bitwise copy of what is referred to, and owns nothing. False for a null reference.
 bool follow(const VARIANT& source, VARIANT& value) {
   value = source;
   for (int steps = 0; isByRef(value.vt); ++steps) {

@@ -61,12 +61,12 @@ bool setEntityColor(Drawing& drawing, std::uint32_t record, const VkCmColor& col
   if (!isKnown) return false;
 
   RecordEditor editor(drawing, record);
-  // A new color's own index first: when the record has no place for it, nothing has been changed.
+  // The new value is written first: when the record has no place for it, nothing has been changed yet.
   static constexpr int codesBefore[] = {8, 6};
-  const RecordEditor::Codes behind(codesBefore);
+  const RecordEditor::Codes before(codesBefore);
   if (isRgb && !editor.setInteger(rgbCode, commonSubclass, value & 0xFFFFFF, {8, 6, 62, 370, 48, 60}))
     return false;
-  if (index && *index != byLayerIndex && !editor.setInteger(indexCode, commonSubclass, *index, behind))
+  if (index && *index != byLayerIndex && !editor.setInteger(indexCode, commonSubclass, *index, before))
     return false;
   if (!isRgb) editor.remove(rgbCode, commonSubclass);
   if (!index || *index == byLayerIndex) editor.remove(indexCode, commonSubclass);

@@ -1,6 +1,6 @@
 #pragma once
 
-// Colors as drawings write them (group codes 62, 420 and 430), and as the host's color class holds them.
+// From the colors that drawings write (group codes 62, 420 and 430) to the host's color class, and back.
 
 #include <cstdint>
 
@@ -17,20 +17,21 @@ inline constexpr std::uint32_t colorByBlock = 0xC1000000;
   return 0xC3000000 | (index & 0xFF);
 }
 
-// Red, green and blue in the lower three bytes; what stands above them is left out.
+// Red, green and blue stand in the lower three bytes of `rgb`; its highest byte is ignored.
 [[nodiscard]] constexpr std::uint32_t colorOfRgb(std::uint32_t rgb) {
   return 0xC2000000 | (rgb & 0xFFFFFF);
 }
 
-// A true color (420) goes before an index (62), a name (430, "book$color") goes with either. Without any of them, and
-// with an index that means nothing, the entity is colored by its layer.
+// A true color (420) counts before an index (62); a name (430, "book$color") is added to either. An entity with neither
+// of the two, or with an index that is not a color, is colored by its layer.
 [[nodiscard]] VkCmColor entityColor(const Lens& entity);
 
-// Writes a color that is by layer, by block, an index or a true color, and takes away what is left of the one before.
-// False, and nothing changed, for any other value, and for a record without the part that entities have in common.
+// Writes a color that is by layer, by block, an index or a true color, and removes what else the old one had stored.
+// False, and changes nothing, for any other value and for a record without the part that entities have in common.
 bool setEntityColor(Drawing& drawing, std::uint32_t record, const VkCmColor& color);
 
-// The same for a layer. A negative index only says that the layer is off. A layer without a usable one has color 7.
+// The color of a layer, by the same rules. A negative index only says that the layer is off. Without an index that is a
+// color, it is color 7.
 [[nodiscard]] VkCmColor layerColor(const Lens& layer);
 
 }  // namespace velt::database

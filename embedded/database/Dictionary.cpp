@@ -7,7 +7,7 @@ namespace {
 
 constexpr int nameCode = 3;
 
-// Owned or only named by the dictionary.
+// The handle of an entry that the dictionary owns (360) or only refers to (350).
 constexpr bool isReference(int code) {
   return code == 360 || code == 350;
 }

@@ -17,10 +17,10 @@ namespace {
 
 // What a record is to the database.
 enum class Role : std::uint8_t {
-  // A frame around others, or of a section that is not understood.
+  // Opens or closes a section, or stands in a section that is not understood.
   Nothing,
   Entity,
-  // Of a sequence, or left behind by one whose head is missing.
+  // Part of a sequence, also of one whose head is missing.
   Member,
   Block,
   TableRecord,
@@ -52,11 +52,12 @@ Role roleOf(const dxf::Record& record, std::string_view type) {
   return Role::Nothing;
 }
 
-// Handles beyond this are taken as they come, and nobody counts on from them.
+// New handles follow the highest one of the file. Handles above this do not count for that, so that there is always
+// a next one.
 constexpr std::uint64_t highestCountedHandle = std::uint64_t{1} << 48;
 
 constexpr std::array impliedLinetypes{L"ByBlock", L"ByLayer", L"Continuous"};
-// Flag of a STYLE.
+// The flag (70) of a STYLE that loads a file of shapes.
 constexpr std::int64_t loadsShapes = 1;
 constexpr std::string_view layoutSubclass = "AcDbLayout";
 
@@ -70,14 +71,14 @@ class Drawing::Contents {
   Contents& operator=(const Contents&) = delete;
 
   void load();
-  // From the table records, blocks and layouts as they are now.
+  // Makes the tables, from the records as they are now.
   void makeTables();
   [[nodiscard]] VkDbObjectId idOf(std::uint32_t record);
 
   dxf::Document document;
-  // By record.
+  // Indexed by record.
   std::vector<Role> roles;
-  // Of the object table, by record; none while there is no object.
+  // The objects' places in the object table, indexed by record; none while a record has no object.
   std::vector<std::uint32_t> slots;
   std::vector<VkDbObjectId> entities;
   HandleMap handles;
@@ -85,13 +86,13 @@ class Drawing::Contents {
   std::vector<std::pair<std::uint32_t, std::uint64_t>> assignedHandles;
   Table layers, linetypes, textStyles, dimStyles, blocks, appIds;
   std::vector<Layout> layouts;
-  // The first that names it.
+  // Indexed by block: the index of the first layout that names it, or none.
   std::vector<std::uint32_t> layoutOfBlock;
   std::uint64_t revision = 0;
-  // Of records that were edited within atomically().
+  // Records that were edited within atomically(), as they were before. Null outside of it.
   std::vector<dxf::Document::Backup>* kept = nullptr;
 
-  // For kept, before the first edit of the record.
+  // Adds a record to `kept`, before its first edit.
   void keep(std::uint32_t record);
   [[nodiscard]] bool namesSomething(std::uint32_t record) const;
   void restore(std::vector<dxf::Document::Backup>& backups);
@@ -224,7 +225,7 @@ std::vector<TableEntry> Drawing::Contents::entriesOf(std::string_view type) {
   return entries;
 }
 
-// A block has a BLOCK_RECORD in the tables, which everybody refers to, and a BLOCK with its entities behind it. Old
+// A block has a BLOCK_RECORD in the tables, to which others refer, and a BLOCK, which is followed by its entities. Old
 // drawings have the BLOCK only, which then stands for both.
 void Drawing::Contents::makeBlocks() {
   std::vector<TableEntry> all = entriesOf("BLOCK_RECORD");
@@ -238,7 +239,7 @@ void Drawing::Contents::makeBlocks() {
     std::wstring blockName = name(block, 2, dxf::anySubclass);
     TableEntry* own = nullptr;
     if (const auto named = byName.find(foldName(blockName)); named != byName.end()) own = &all[named->second];
-    // The owner tells apart two that have one name.
+    // The owner tells which it is when several records have the same name.
     const auto owner = byRecord.find(referenced(block, 330, "").value_or(dxf::none));
     if (owner != byRecord.end() && sameName(all[owner->second].name, blockName)) own = &all[owner->second];
 
@@ -270,7 +271,7 @@ void Drawing::Contents::makeLayouts() {
 void Drawing::Contents::keep(std::uint32_t record) {
   if (kept == nullptr) return;
   const auto isOfRecord = [record](const dxf::Document::Backup& it) { return it.record() == record; };
-  // Mostly it is the record that was edited last.
+  // Backwards, because mostly it is the record that was edited last.
   if (std::none_of(kept->rbegin(), kept->rend(), isOfRecord)) kept->push_back(document.backup(record));
 }
 

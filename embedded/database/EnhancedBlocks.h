@@ -1,7 +1,7 @@
 #pragma once
 
-// Dynamic blocks: a reference whose parameters differ from the definition's refers to an anonymous block that was made
-// for it, and only traces of the definition are left in the file.
+// Dynamic blocks. A reference whose parameters differ from those of the definition names an anonymous block that was
+// made for it; where that came from is written only in extended data and dictionaries.
 
 #include <cstdint>
 
@@ -12,11 +12,11 @@ namespace velt::database {
 // The block that an INSERT names; null when the drawing has no such block.
 [[nodiscard]] const TableEntry* referredBlock(const Drawing& drawing, std::uint32_t insert);
 
-// The dynamic definition that the referred block was made from: as the block's record tells, else as the reference's
-// own dictionary tells. Null when neither does, and when it is the referred block itself.
+// The dynamic definition from which the referred block was made: the one that the block's record names, else the one
+// that the reference's own dictionary names. Null when neither names one, or it is the referred block itself.
 [[nodiscard]] const TableEntry* originalBlock(const Drawing& drawing, std::uint32_t insert);
 
-// The block has parameters and actions.
+// Whether the block is the definition of a dynamic one: it has parameters and actions.
 [[nodiscard]] bool isEnhancedDefinition(const Drawing& drawing, const TableEntry& block);
 
 }  // namespace velt::database

@@ -13,7 +13,7 @@ constexpr int inPaperSpaceCode = 67;
 constexpr int ownerCode = 330;
 constexpr std::int64_t lineweightByLayer = -1;
 
-// Drawings of the first decade write the names with another first letter, which could stand in a file name.
+// Very old drawings begin the name with a dollar sign.
 bool isModelSpace(std::wstring_view block) {
   return sameName(block, L"*Model_Space") || sameName(block, L"$Model_Space");
 }
@@ -34,7 +34,7 @@ const TableEntry* firstOf(const Table& blocks, std::wstring_view name, std::wstr
   return block != nullptr ? block : blocks.find(oldName);
 }
 
-// What counts for the whole sequence stands in its head.
+// The head of the sequence to which the record belongs; a record outside of sequences is its own.
 std::uint32_t headOf(const Drawing& drawing, std::uint32_t record) {
   const std::uint32_t head = drawing.document().records()[record].sequenceHead;
   return head != dxf::none ? head : record;
@@ -49,7 +49,7 @@ bool saysPaperSpace(const Drawing& drawing, std::uint32_t record) {
 std::wstring Entity::layerName() const {
   const Lens entity = lens();
   std::wstring name = entity.name(layerCode, commonSubclass);
-  // Some writers put it behind the marker of the entity's kind; no kind has another value of that code.
+  // Some writers put the layer after the marker of the entity's own kind. No kind uses the code for anything else.
   return !name.empty() ? name : entity.name(layerCode, dxf::anySubclass, L"0");
 }
 

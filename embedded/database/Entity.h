@@ -1,9 +1,10 @@
 #pragma once
 
-// What entities of all kinds have. It reads the document each time it is asked.
+// What entities of all kinds have: layer, color, line type, the block that they are in. It reads the document at each
+// call.
 //
-// Ownership: none; the end of the drawing makes it invalid, an edit does not. Members of a sequence may be asked too:
-// they stand where their head stands.
+// A member of a sequence (VERTEX, ATTRIB) may be asked too, and is in the block of its head.
+// Ownership: none. It is valid until the drawing is closed; edits leave it valid.
 
 #include <cstdint>
 #include <string>
@@ -32,19 +33,19 @@ class Entity {
   [[nodiscard]] std::uint64_t handle() const { return drawing_->handleOf(record_); }
   [[nodiscard]] bool isErased() const { return drawing_->isErased(record_); }
 
-  // "0" when the entity names none.
+  // "0" when the entity names no layer.
   [[nodiscard]] std::wstring layerName() const;
   // Null when the drawing has no record of that layer.
   [[nodiscard]] const TableEntry* layer() const;
   [[nodiscard]] VkCmColor color() const;
-  // "ByLayer" when the entity names none.
+  // "ByLayer" when the entity names no line type.
   [[nodiscard]] std::wstring linetypeName() const;
-  // Hundredths of a millimetre; -1 by layer, also when the entity tells none, -2 by block, -3 default.
+  // In hundredths of a millimetre; -1 by layer (also when the entity has none of its own), -2 by block, -3 the default.
   [[nodiscard]] std::int64_t lineweight() const;
 
-  // The block that the entity stands in, model space and the sheets included. What the entity says of its owner counts
-  // only outside block definitions, and only when it is a sheet or model space. Null when the drawing has no such
-  // block, as old drawings need not.
+  // The block that holds the entity, which may be that of model space or of a sheet. The owner that the entity names
+  // counts only outside of block definitions, and only when it is model space or a sheet. Null when the drawing has no
+  // such block: old drawings may lack those of model space and the sheets.
   [[nodiscard]] const TableEntry* owner() const;
   [[nodiscard]] Space space() const;
   // "Model" in model space; empty inside a block definition, and for a sheet that has no name.

@@ -7,7 +7,8 @@
 namespace velt::database {
 namespace {
 
-// Different in every process: a file whose handles were chosen to fall on one place would be read in quadratic time.
+// Different in every process, so that nobody can write a file whose handles all fall on one place: it would be read in
+// quadratic time.
 std::uint64_t secret() {
   static const std::uint64_t value = [] {
     std::random_device device;

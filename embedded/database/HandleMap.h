@@ -1,8 +1,9 @@
 #pragma once
 
-// From the handles of a drawing to its records.
+// Finds the records of a drawing by their handles.
 //
-// One flat table for all, because a drawing has a handle for nearly every record. Safe for reading by several threads.
+// One flat table, because nearly every record has a handle.
+// Threads: any number may read at once.
 
 #include <cstddef>
 #include <cstdint>
@@ -13,11 +14,10 @@ namespace velt::database {
 
 class HandleMap {
  public:
-  // Room for so many handles before the table has to grow.
+  // Makes room for that many handles.
   void reserve(std::size_t handles);
 
-  // Keeps the first record that came with the handle: false when there is one already, and for the handle 0, which
-  // names nothing.
+  // False, and changes nothing, when the handle is there already, and for the handle 0, which names nothing.
   bool add(std::uint64_t handle, std::uint32_t record);
 
   [[nodiscard]] std::optional<std::uint32_t> find(std::uint64_t handle) const;
@@ -25,7 +25,7 @@ class HandleMap {
 
  private:
   struct Place {
-    // 0 while the place is free.
+    // 0 in a free place.
     std::uint64_t handle = 0;
     std::uint32_t record = 0;
   };
@@ -34,7 +34,7 @@ class HandleMap {
   [[nodiscard]] std::size_t placeOf(std::uint64_t handle) const;
   void grow(std::size_t places);
 
-  // Their number is a power of two, or none.
+  // Either empty, or a power of two of them.
   std::vector<Place> places_;
   std::size_t size_ = 0;
 };

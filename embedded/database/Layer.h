@@ -1,8 +1,8 @@
 #pragma once
 
-// What a layer is. It reads the document each time it is asked.
+// A layer: its name, color, line type and states. It reads the document at each call.
 //
-// Ownership: none; the end of the drawing makes it invalid, an edit does not.
+// Ownership: none. It is valid until the drawing is closed; edits leave it valid.
 
 #include <cstdint>
 #include <string>

@@ -8,8 +8,8 @@ std::optional<std::size_t> Lens::find(int code, std::string_view subclass) const
   return subclass == commonSubclass ? findCommon(code) : view_.find(code, subclass);
 }
 
-// Stops where the part that entities have in common ends, so that asking a polyline of many vertices for a color that
-// it lacks costs no more than asking a line.
+// Stops at the end of the common part: looking for a color that a polyline of many vertices lacks then costs no more
+// than looking for that of a line.
 std::optional<std::size_t> Lens::findCommon(int wanted) const {
   std::size_t depth = 0;
   for (std::size_t index = 1; index < view_.size(); ++index) {

@@ -2,10 +2,10 @@
 
 // Typed access to the values of one record.
 //
-// A value is named by its group code and the subclass that it stands in (see dxf::RecordView); what the record lacks, or
-// holds as something that is no such value, is the one that the caller gives.
+// A value is named by its group code and the subclass that it stands in (see dxf::RecordView). The caller also gives
+// the value that counts when the record has none, or one that cannot be read as what is asked for.
 //
-// Ownership: none. An edit of the record, or the end of the drawing, makes the lens invalid.
+// Ownership: none. A lens is valid until the record is edited or the drawing is closed.
 
 #include <array>
 #include <cstddef>
@@ -21,8 +21,8 @@ namespace velt::database {
 
 using Point = std::array<double, 3>;
 
-// What entities of all kinds have (layer, color, line type, ...). As the writers of some files do without the marker,
-// this part includes what stands before it.
+// What entities of all kinds have (layer, color, line type, ...). Some writers leave its marker out, so this part also
+// includes what stands before the first marker.
 inline constexpr std::string_view commonSubclass = "AcDbEntity";
 
 class Lens {
@@ -34,7 +34,7 @@ class Lens {
   [[nodiscard]] const Drawing& drawing() const { return *drawing_; }
   [[nodiscard]] std::string_view type() const { return view_.type(); }
 
-  // Where in view() the first value of that code stands.
+  // The index in view() of the first value with that code.
   [[nodiscard]] std::optional<std::size_t> find(int code, std::string_view subclass) const;
   [[nodiscard]] bool has(int code, std::string_view subclass) const;
   // As it stands in the file.
@@ -46,18 +46,18 @@ class Lens {
   // Decoded, with the blanks around it.
   [[nodiscard]] std::wstring text(int code, std::string_view subclass,
                                   std::wstring_view otherwise = L"") const;
-  // Decoded, without the blanks around it, which are no part of names. An empty name counts as missing.
+  // Decoded, without the blanks around it, which are not part of a name. An empty name counts as missing.
   [[nodiscard]] std::wstring name(int code, std::string_view subclass,
                                   std::wstring_view otherwise = L"") const;
   // x under the code, y and z under code + 10 and code + 20; a missing y or z is 0.
   [[nodiscard]] Point point(int code, std::string_view subclass, const Point& otherwise = {}) const;
 
-  // All values of a code that repeats, in file order; one that is no number counts as 0.
+  // All values of a code that repeats, in file order; one that is not a number counts as 0.
   [[nodiscard]] std::vector<double> reals(int code, std::string_view subclass) const;
   [[nodiscard]] std::vector<Point> points(int code, std::string_view subclass) const;
   [[nodiscard]] std::vector<std::wstring> texts(int code, std::string_view subclass) const;
 
-  // Where in view() the extended data of an application stand; nothing when it has none here.
+  // The pairs of view() that are the extended data of an application; nothing when it has none here.
   [[nodiscard]] std::optional<dxf::PairRange> xdata(std::string_view application) const {
     return view_.extendedData(application);
   }

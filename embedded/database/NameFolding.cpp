@@ -8,7 +8,7 @@
 namespace velt::database {
 namespace {
 
-// The C library's tables of characters; null when it has none, and then only ASCII is folded.
+// The C library's tables of characters. Null when the machine lacks them: then only ASCII is folded.
 locale_t unicode() {
   static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
   return locale;
@@ -25,7 +25,8 @@ wchar_t foldCharacter(wchar_t character) {
                                                   : character;
   }
   if (character == dottedCapitalI || character == dotlessSmallI || unicode() == nullptr) return character;
-  // By way of the capital, so that characters with a common capital become one: both small sigmas, the micro sign and mu.
+  // Through the capital, so that all characters with a common capital become one: both small sigmas, and the micro sign
+  // and mu.
   const wint_t capital = towupper_l(static_cast<wint_t>(character), unicode());
   return static_cast<wchar_t>(towlower_l(capital, unicode()));
 }

@@ -1,15 +1,14 @@
 #pragma once
 
-// Names of layers, line types, styles and blocks are the same when they differ in case only.
+// Names of layers, line types, styles and blocks are compared without regard to upper and lower case.
 
 #include <string>
 #include <string_view>
 
 namespace velt::database {
 
-// The name in the one form that all its spellings share: Unicode's simple case folding, without the foldings of
-// Turkic languages. Independent of the process's locale, so that a drawing means the same everywhere. Never changes
-// the length.
+// The form that all spellings of a name share: Unicode's simple case folding, without the foldings of Turkic languages.
+// It does not depend on the process's locale, so a drawing means the same everywhere, and keeps the length.
 [[nodiscard]] std::wstring foldName(std::wstring_view name);
 
 [[nodiscard]] wchar_t foldCharacter(wchar_t character);

@@ -91,8 +91,8 @@ constexpr std::array table{
 constexpr const ObjectClass& anyEntity = table[table.size() - 2];
 constexpr const ObjectClass& anyObject = table[table.size() - 1];
 
-// What is made of the table when it is first asked for. The classes are never destroyed: who registered a protocol
-// extension on one, or holds an object of it, may come back as late as when the process ends.
+// The run-time classes and look-ups, made from the table at the first call. They are never destroyed: whoever
+// registered a protocol extension on a class, or holds an object of it, may use it until the process ends.
 class Registry {
  public:
   static const Registry& ofProcess() {
@@ -151,7 +151,7 @@ const ObjectClass& classOf(const dxf::RecordView& record, bool isEntity) {
   const ObjectClass* row = Registry::ofProcess().first(record.type());
   if (row != nullptr && row->flags.mask != 0) {
     const auto flags = static_cast<unsigned>(record.integer(70, dxf::anySubclass).value_or(0));
-    // Ends at the last row of the name at the latest, which matches every record.
+    // Ends: the last row of a name matches every record.
     while ((flags & row->flags.mask) != row->flags.value)
       ++row;
   }

@@ -26,7 +26,7 @@ class LayerObject final : public VkDbLayerTableRecord {
   explicit LayerObject(VkDbImpObject* part) : VkDbLayerTableRecord(part) {}
 };
 
-// Nothing is to be done when such an object ends, so that a slot can simply be filled anew.
+// These objects need no destructor, so a slot can be filled anew without ending the one before.
 template <class T>
 void construct(std::array<std::byte, 2 * sizeof(void*)>& storage, VkDbImpObject& part) {
   static_assert(sizeof(T) == sizeof(storage) && std::is_trivially_destructible_v<T>);
@@ -38,7 +38,7 @@ constexpr unsigned generationShift = 32;
 }  // namespace
 
 ObjectTable& ObjectTable::ofProcess() {
-  // Never destroyed: objects are closed as late as when the process ends.
+  // Never destroyed: objects may be closed until the process ends.
   static ObjectTable& table = *new ObjectTable;
   return table;
 }
@@ -53,7 +53,7 @@ ObjectTable::Slot& ObjectTable::takeSlot() {
   const std::uint32_t chunk = slot / slotsPerChunk;
   if (chunk == maximumChunks) throw std::bad_alloc();
   if (slot % slotsPerChunk == 0) {
-    // Not initialised as a whole: pages that a small drawing does not reach are never touched.
+    // Not initialised as a whole, so that a small drawing does not touch pages that it does not need.
     void* const memory = ::operator new (std::size_t{slotsPerChunk} * sizeof(Slot));
     chunks_[chunk].store(static_cast<Slot*>(memory), std::memory_order_release);
   }
@@ -105,7 +105,7 @@ void ObjectTable::closed(VkDbImpObject& object) {
 }
 
 void ObjectTable::makeFree(VkDbImpObject& object) {
-  // A slot whose generations are used up is never used again: an old id could otherwise become valid once more.
+  // A slot whose generations are used up is never used again, or an old id could become valid once more.
   if (object.nextGeneration > lastGeneration) return;
   object.record = firstFree_;
   firstFree_ = object.slot;
@@ -128,7 +128,7 @@ VkDbObjectId ObjectTable::idOf(const VkDbImpObject& object) {
 }
 
 VkDbObject* ObjectTable::objectOf(VkDbImpObject& object) {
-  // All shapes derive from VkDbObject alone, so the object begins where its storage does.
+  // Every shape derives from VkDbObject alone, so its VkDbObject begins where the storage begins.
   Slot& slot = ofProcess().slotAt(object.slot);
   return std::launder(reinterpret_cast<VkDbObject*>(slot.object.data()));
 }

@@ -1,12 +1,12 @@
 #pragma once
 
-// The process-wide table of database objects. An id is a slot of it and the slot's generation, so an id that outlived
-// its drawing, or never came from here, is recognised as such.
+// The process-wide table of database objects. An id is the number of a slot and the slot's generation, which changes
+// with each object that the slot holds. So an id that outlived its drawing, or was made up, is recognised.
 //
-// Ownership: the table owns the objects; a drawing makes them with acquire() and ends them with release(). Memory of
-// slots is used again and never given back.
-// Threads: acquire(), release() and find() may be called on every thread. What an object holds belongs to the thread
-// that uses its drawing.
+// Ownership: the table owns the objects; a drawing makes them with acquire() and ends them with release(). The memory
+// of slots is used again and never given back.
+// Threads: acquire(), release() and find() may be called on every thread. An object itself belongs to the thread that
+// uses its drawing.
 
 #include <array>
 #include <atomic>
@@ -25,14 +25,14 @@ class ObjectTable {
  public:
   [[nodiscard]] static ObjectTable& ofProcess();
 
-  // An object for a record of the drawing. Throws std::bad_alloc when there is no room for another.
+  // A new object for a record of the drawing. Throws std::bad_alloc without memory, or when all slots are in use.
   [[nodiscard]] VkDbImpObject& acquire(Drawing& drawing, const ObjectClass& objectClass,
                                        std::uint32_t record);
 
-  // Makes the object's id stale. The slot is used again as soon as nobody has the object open.
+  // Makes the object's id stale. The slot is used again once nobody has the object open.
   void release(VkDbImpObject& object);
 
-  // To be called when the last one who had the object open has closed it.
+  // To be called when an object is closed and nobody else has it open.
   void closed(VkDbImpObject& object);
 
   // Null for the null id, a stale one and one that was made up.
@@ -57,7 +57,7 @@ class ObjectTable {
 
   static constexpr std::uint32_t slotsPerChunk = 1U << 16;
   static constexpr std::uint32_t maximumChunks = 1U << 12;
-  // Old ids are signed: one more bit would make them negative.
+  // One more bit would make old ids, which are signed, negative.
   static constexpr std::uint32_t lastGeneration = 0x7FFF'FFFF;
 
   ObjectTable() = default;
@@ -69,12 +69,12 @@ class ObjectTable {
   void makeFree(VkDbImpObject& object);
 
   mutable std::mutex mutex_;
-  // Each free slot names the next one in `record`.
+  // A free slot keeps the number of the next free one in `record`.
   std::uint32_t firstFree_ = dxf::none;
   std::size_t size_ = 0;
-  // Slots from here on were never touched.
+  // Slots from this one on have never been used.
   std::atomic<std::uint32_t> used_{0};
-  // A chunk stays where it is, so that find() needs no lock.
+  // A chunk is never moved or freed, so find() needs no lock.
   std::array<std::atomic<Slot*>, maximumChunks> chunks_{};
 };
 

@@ -7,8 +7,8 @@ namespace {
 
 using velt::database::ObjectTable;
 
-// Opening never excludes anybody: any number may have one object open, also for writing. Edits of a drawing happen on
-// its one thread, and take effect at once.
+// Any number may have an object open at once, also for writing: a drawing is edited on its one thread, and edits take
+// effect at once.
 Velt::ErrorStatus open(VkDbImpObject*& opened, VkDbObjectId id, VkDb::OpenMode mode, bool openErased,
                        bool entitiesOnly) {
   opened = nullptr;

@@ -63,7 +63,7 @@ bool RecordEditor::set(int code, std::string_view subclass, std::string_view val
   auto pair = before.find(code, subclass);
   const bool isThere = pair.has_value();
   if (!pair) pair = before.view().insertionPoint(subclass, after);
-  // The part before the first marker is common to all entities, too.
+  // What stands before the first marker also counts as the common part.
   if (!pair && subclass == commonSubclass) pair = before.view().insertionPoint("", after);
   if (!pair) return false;
   drawing_->edit(record_, [&](dxf::Document& document) {

@@ -2,13 +2,13 @@
 
 // Typed editing of the values of one record: the counterpart of Lens.
 //
-// A value that is there is replaced, the first of several; one that is missing is inserted behind the last value that
-// has one of the codes in `after`, else at the end of its subclass. One that is there already in other digits or another
-// spelling stays as it is written, and then nothing is edited. Views and lenses of the record are invalid behind a call.
+// An existing value is replaced, the first one when there are several. A missing one is inserted after the last value
+// with one of the codes in `after`, else at the end of its subclass. Where the record already holds the same value, in
+// whatever digits or spelling, nothing is edited. Views and lenses of the record are not valid after a call.
 //
-// Failure: false, and nothing changed, when the record has no such subclass. std::invalid_argument, and nothing changed,
-// for a number that is not finite.
-// Ownership: none; the end of the drawing makes the editor invalid, an edit does not.
+// Failure: false, and nothing is changed, when the record has no such subclass. A number that is not finite throws
+// std::invalid_argument, and nothing is changed.
+// Ownership: none. An editor is valid until the drawing is closed; edits leave it valid.
 
 #include <cstdint>
 #include <initializer_list>
@@ -21,7 +21,7 @@ namespace velt::database {
 
 class RecordEditor {
  public:
-  // Group codes, for the length of a call.
+  // Group codes. They are not copied, and have to last for the call only.
   class Codes : public std::span<const int> {
    public:
     Codes() = default;
@@ -37,12 +37,12 @@ class RecordEditor {
   bool setInteger(int code, std::string_view subclass, std::int64_t value, Codes after = {});
   bool setHandle(int code, std::string_view subclass, std::uint64_t value, Codes after = {});
   bool setText(int code, std::string_view subclass, std::wstring_view value, Codes after = {});
-  // In the drawing's encoding, as it is to stand in the file.
+  // Bytes that are to stand in the file, in the drawing's encoding.
   bool setBytes(int code, std::string_view subclass, std::string_view value, Codes after = {});
-  // Under the code, code + 10 and code + 20. The third is left out where the record has none and it is 0.
+  // x under the code, y under code + 10, z under code + 20. A z of 0 is not added to a record that has none.
   bool setPoint(int code, std::string_view subclass, const Point& value, Codes after = {});
 
-  // All values of the code in that subclass. False when there is none.
+  // Removes all values of the code in that subclass. False when there is none.
   bool remove(int code, std::string_view subclass);
 
  private:

@@ -2,7 +2,7 @@
 
 // One of the symbol tables of a drawing: its layers, line types, text styles, blocks, ...
 //
-// The drawing owns its tables. An entry stays where it is until the drawing is edited or closed.
+// Ownership: the drawing owns its tables. An entry is valid until the drawing is edited or closed.
 
 #include <cstdint>
 #include <span>
@@ -17,17 +17,16 @@
 namespace velt::database {
 
 struct TableEntry {
-  // As the drawing writes it, decoded.
+  // In the spelling of the drawing.
   std::wstring name;
-  // None for an implied entry.
+  // The table record; none for an implied entry.
   std::uint32_t record = dxf::none;
-  std::uint32_t definition =
-      // Of a block: its BLOCK, which its entities stand in; none elsewhere.
-      dxf::none;
+  // Of a block, the BLOCK that holds its entities; none in other tables.
+  std::uint32_t definition = dxf::none;
   // Null for an implied entry.
   VkDbObjectId id{};
 
-  // Every drawing has it without having to say so, as the line types ByLayer and ByBlock.
+  // Every drawing has such an entry, also without a record: the line types ByLayer and ByBlock.
   [[nodiscard]] bool isImplied() const { return id.isNull(); }
 };
 
@@ -36,13 +35,13 @@ class Table {
   Table() = default;
   explicit Table(std::vector<TableEntry> entries);
 
-  // Those that have a record in file order, before them the implied ones.
+  // The implied entries, and then those with a record in file order.
   [[nodiscard]] std::span<const TableEntry> entries() const { return entries_; }
 
-  // Case does not matter. Null when there is none; the first of several.
+  // Upper and lower case do not differ. The first, when several have the name; null when none has.
   [[nodiscard]] const TableEntry* find(std::wstring_view name) const;
 
-  // The entry made of this record; null when there is none.
+  // The entry of that record; null when it has none.
   [[nodiscard]] const TableEntry* ofRecord(std::uint32_t record) const;
 
   [[nodiscard]] std::uint32_t indexOf(const TableEntry& entry) const {

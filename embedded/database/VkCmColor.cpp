@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::uint32_t methodMask = 0xFF000000;
 constexpr std::uint32_t byLayerMethod = 0xC0000000;
-// No method at all, so that no color of a drawing is equal to a color that was never set.
+// Not a color that a drawing can hold, so none is equal to a color that was never set.
 constexpr std::uint32_t noColor = 0;
 
 // Null for the empty name, which most colors have.
@@ -65,7 +65,7 @@ std::uint32_t VkCmColor::color() const {
 }
 
 void VkCmColor::setNames(const wchar_t* colorName, const wchar_t* bookName) {
-  // Copied before the old ones go: a caller may pass the names of this very color, and memory may run out.
+  // Copied before the old ones are deleted: a caller may pass the names of this very color, and memory may run out.
   wchar_t* newColorName = copyName(colorName);
   wchar_t* newBookName = nullptr;
   try {

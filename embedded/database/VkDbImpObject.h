@@ -2,9 +2,9 @@
 
 // The host's own part of a database object.
 //
-// Objects and their parts stand in the slots of the process-wide object table (ObjectTable.h) and are never moved. A
-// pointer that somebody kept beyond the end of the drawing therefore still points to an object, though perhaps one of
-// another drawing by then; an id does not.
+// Objects and their parts are in the slots of the process-wide object table (ObjectTable.h) and are never moved. So a
+// pointer that somebody keeps after the drawing was closed still points to an object, perhaps to one of another
+// drawing; an id does not.
 
 #include <atomic>
 #include <cstdint>
@@ -20,7 +20,7 @@ struct VkDbImpObject {
   const velt::database::ObjectClass* objectClass = nullptr;
   std::uint32_t record = 0;
   std::uint32_t slot = 0;
-  // Of the ids that name this slot now; 0 while none does.
+  // The generation of the one id that names this slot now; 0 while none does.
   std::atomic<std::uint32_t> generation{0};
   std::uint32_t nextGeneration = 1;
   // How often it was opened and not yet closed.

@@ -9,11 +9,11 @@
 
 namespace {
 
-// Of the whole process, because plug-ins and the host register on the same classes. Safe for threads.
+// The extensions of the whole process: plug-ins and the host register on the same classes. Any thread may use it.
 class Extensions {
  public:
   static Extensions& ofProcess() {
-    // Never destroyed: plug-ins take their extensions out as late as when the process ends.
+    // Never destroyed: plug-ins may take their extensions out until the process ends.
     static Extensions& extensions = *new Extensions;
     return extensions;
   }

@@ -8,13 +8,15 @@ namespace velt::platform {
 
 namespace {
 
-// Read once per allocation: 0 means that no fault is set, and nothing else of the plan is looked at.
+// Read once per allocation. 0 means that no fault is set, and then nothing else is read.
 constinit std::atomic<std::uint32_t> armedHeaps{0};
 
 struct Plan {
-  std::atomic<std::uint64_t> first{0};  // fails from this allocation
-  std::atomic<std::uint64_t> last{0};   // to this one, both counted from 1
-  std::atomic<std::size_t> largest{0};  // fails what is larger
+  // Allocations from `first` to `last` fail, both counted from 1.
+  std::atomic<std::uint64_t> first{0};
+  std::atomic<std::uint64_t> last{0};
+  // Allocations of more bytes fail.
+  std::atomic<std::size_t> largest{0};
   std::atomic<std::uint64_t> allocations{0};
   std::atomic<std::uint64_t> failures{0};
 };
@@ -27,7 +29,7 @@ bool fails(std::size_t bytes) {
   return failing;
 }
 
-// Half a terabyte. The C library would refuse it as well, but a sanitizer ends the process that asks.
+// Half a terabyte. The C library would refuse it as well, but under a sanitizer the request alone ends the process.
 constexpr std::size_t largestBlock = std::size_t{1} << 39;
 
 bool isRefused(Heap heap, std::size_t bytes) {

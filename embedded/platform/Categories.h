@@ -1,14 +1,14 @@
 #pragma once
 
-// The palette's predefined headings: the numbers that ICategorizeProperties::MapPropertyToCategory may answer without
-// the palette asking for a name, and the names, which the resource library "PlxOPMRes.dll" holds as string 1000 less
-// the number.
+// The predefined categories, under whose headings palettes show properties. An object answers only their numbers
+// (ICategorizeProperties::MapPropertyToCategory); the names stand in the resource library "PlxOPMRes.dll", that of -12
+// as string 1012.
 
 #include "host/com/Types.h"
 
 namespace velt::platform {
 
-// Down to -11 the numbers mean what they mean to every automation client; the rest are the headings of drawings.
+// Down to -11 the numbers mean what they mean to every automation client; the others are for drawings.
 enum class Category : PROPCAT {
   None = -1,
   Misc = -2,

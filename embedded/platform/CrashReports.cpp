@@ -18,7 +18,7 @@ class Recorder final : public VeltCrashRecorder {
     if (note != nullptr && notes_.size() < mostReports) keep([&] { notes_.emplace_back(note); });
   }
 
-  // Everything is in memory the moment it is reported; there is nothing to write out.
+  // Nothing is written anywhere: reports are kept in memory.
   void flush() override {}
 
   void report(const TqErrorStatus* error) override {
@@ -49,7 +49,8 @@ class Recorder final : public VeltCrashRecorder {
     try {
       step();
     } catch (const std::bad_alloc&) {
-      ++dropped_;  // exhausted memory is what most reports are about
+      // Most reports are about exhausted memory, so this is to be expected.
+      ++dropped_;
     }
   }
 

@@ -14,8 +14,10 @@
 namespace velt::platform {
 
 struct CrashReport {
-  Velt::ErrorStatus status;         // eInvalidInput for a report that carried no error
-  std::vector<std::wstring> notes;  // what was noted since the report before
+  // eInvalidInput for a report that carried no error.
+  Velt::ErrorStatus status;
+  // What was noted since the report before this one.
+  std::vector<std::wstring> notes;
 };
 
 class CrashReports {
@@ -25,7 +27,7 @@ class CrashReports {
   static void clear();
   [[nodiscard]] static std::size_t dropped();
 
-  // Off: veltGetCrashRecorder returns null from now on, as in a host that records nothing.
+  // When off, veltGetCrashRecorder answers null, as in a host that records nothing.
   static void setRecording(bool on);
 };
 

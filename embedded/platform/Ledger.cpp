@@ -26,8 +26,10 @@ struct Opened {
 
 struct Book {
   std::mutex mutex;
-  std::deque<Opened> opened;                            // only grows: references to its elements stay valid
-  std::map<std::string_view, LedgerAccount*> accounts;  // those, and the ones of the runtime
+  // Only grows, so that references to its elements stay valid.
+  std::deque<Opened> opened;
+  // Those, and the ones of the runtime.
+  std::map<std::string_view, LedgerAccount*> accounts;
   std::vector<const LedgerCell*> threads;
 
   Book() {
@@ -37,13 +39,13 @@ struct Book {
   }
 };
 
-// Never destroyed: static objects of others give their references back after this one would be gone.
+// Never destroyed: static objects elsewhere may give references back later than this one would end.
 Book& book() {
   static Book& instance = *new Book;
   return instance;
 }
 
-// Outlives the object below, which has a destructor: others may count on this thread when that one has run.
+// Has no destructor, so it can still be read when the thread's LedgerThread is gone and somebody counts on the thread.
 constinit thread_local bool isThreadEnding = false;
 
 }  // namespace

@@ -1,15 +1,15 @@
 #pragma once
 
-// What the host handed out and what came back.
+// Counts what the host handed out and what came back.
 //
 // One account per kind of thing: "BSTR", "task memory", "SAFEARRAY", and for references to COM objects one account
-// under each class's name. A test takes a snapshot before and after, and the difference is what was leaked (positive)
+// under each class's name. A test takes a snapshot before and one after; the difference is what was leaked (positive)
 // or given back once too often (negative).
 //
-// Threads: every function may be called on every thread. A thread counts in memory of its own, without a lock and
-// without a locked instruction, since strings and references are counted by the million; a snapshot adds the threads
-// up, and is exact for the work that happened before it.
-// Ownership: accounts live as long as the process, since the last references are given back while it ends.
+// Threads: every function may be called on every thread. Strings and references are counted by the million, so a
+// thread counts in memory of its own, without locks and atomic additions. A snapshot adds up all threads, and is
+// exact for what happened before it.
+// Ownership: accounts live as long as the process, since references are given back until its end.
 
 #include <atomic>
 #include <cstdint>
@@ -24,7 +24,7 @@ struct LedgerCell {
   std::atomic<std::int64_t> givenBack{0};
 };
 
-// The first accounts to be opened have a cell in every thread; the rest, should there ever be more, share theirs.
+// Accounts that each thread counts in a cell of its own; should there ever be more, all threads share their cells.
 inline constexpr std::uint32_t ledgerCellsPerThread = 256;
 
 // The cells of this thread: null before it has counted anything and after it has ended. Only the ledger sets it.
@@ -32,7 +32,8 @@ extern constinit thread_local LedgerCell* ledgerCells [[gnu::tls_model("initial-
 
 class LedgerAccount {
  public:
-  // The index tells the cell; Ledger::account assigns it. The name must live as long as the account.
+  // `index` is that of the account's cell in each thread, assigned by Ledger::account. The name must live as long as
+  // the account.
   constexpr LedgerAccount(const char* name, std::uint32_t index) : name_(name), index_(index) {}
   LedgerAccount(const LedgerAccount&) = delete;
   LedgerAccount& operator=(const LedgerAccount&) = delete;
@@ -75,7 +76,8 @@ class LedgerAccount {
   // Null when this thread can have no cells: it is ending, or there is no memory.
   static LedgerCell* enterThread() noexcept;
 
-  LedgerCell shared_;  // what threads without a cell count, and what ended threads left behind
+  // What threads without cells count, and what threads that have ended had counted.
+  LedgerCell shared_;
   const char* name_;
   std::uint32_t index_;
 };
@@ -88,19 +90,20 @@ class Ledger {
     friend bool operator==(const Count&, const Count&) = default;
   };
   using Snapshot = std::map<std::string, Count, std::less<>>;
-  // Name of the account -> handed out less given back. Balanced accounts are left out: an empty map is no leak.
+  // By the name of the account, how many more were handed out than given back. Balanced accounts are left out, so an
+  // empty map means that nothing leaked.
   using Difference = std::map<std::string, std::int64_t, std::less<>>;
 
-  // The account of that name, opened at the first call. Costs a lock and a search: keep the reference.
+  // The account of that name, made at the first call. Takes a lock and a search: keep the reference.
   static LedgerAccount& account(std::string_view name);
   // All accounts that were ever opened.
   [[nodiscard]] static Snapshot snapshot();
   [[nodiscard]] static Difference difference(const Snapshot& before, const Snapshot& after);
-  // One line per account, "BSTR +2"; "balanced" when there is none.
+  // One line per account, such as "BSTR +2"; "balanced" when there is none.
   [[nodiscard]] static std::string print(const Difference& difference);
 };
 
-// The accounts that the runtime itself keeps; constant-initialised, so they count from the first instruction on.
+// The accounts of the runtime itself. Constant-initialised, so that they count before any constructor has run.
 extern constinit LedgerAccount bstrAccount;
 extern constinit LedgerAccount taskMemoryAccount;
 extern constinit LedgerAccount safeArrayAccount;

@@ -1,8 +1,8 @@
 #pragma once
 
-// The texts of the resource library "PropertyBarRes.dll": the messages of the property layer by id, which the layer
-// documents, and the heading of properties whose category has no name. "%ls" stands for the name of the property in
-// the messages that the layer formats; no other text holds a percent sign.
+// The texts of the resource library "PropertyBarRes.dll": the messages of the property layer by their ids (see
+// errors/LoadErrString.h), and as 1023 the heading of properties whose category has no name. "%ls" is the place for the
+// name of the property in the messages that the layer formats; no other text holds a percent sign.
 
 #include "host/com/Types.h"
 
@@ -27,7 +27,7 @@ inline constexpr Message messages[] = {
     {1009, L"The name and documentation of a member could not be read from the type information."},
     {1010, L"The property \"%ls\" could not be resolved to a member of the object."},
     {1011, L"The object does not tell how to show its properties: it has no IOPMPropertyExtension interface."},
-    // Shown with and without the name filled in, so that the sentence must do without it.
+    // The layer also shows it without filling the name in, so the sentence must make sense without it.
     {1014, L"The elements of the property are not accessible. [%ls]"},
     {1015, L"The names of the property's elements could not be read."},
     {1016, L"The value of one of the property's elements could not be read."},

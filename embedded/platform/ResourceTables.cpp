@@ -42,7 +42,7 @@ wchar_t lowerCase(wchar_t c) {
   return c >= L'A' && c <= L'Z' ? c + (L'a' - L'A') : c;
 }
 
-// Allocates nothing: a caller that has run out of memory still gets its message.
+// Allocates nothing, so that a caller without memory still gets its message.
 bool isSameName(std::wstring_view a, std::wstring_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [](wchar_t x, wchar_t y) { return lowerCase(x) == lowerCase(y); });
@@ -93,7 +93,7 @@ class Shelf {
 
   INT copyText(HMODULE module, UINT id, wchar_t* buffer, std::size_t characters) {
     const std::lock_guard lock(mutex_);
-    // Compared with what there is, never followed: a handle may be anything.
+    // A handle may be any number: it is compared with the libraries that exist, and never followed.
     const auto library = std::find_if(libraries_.begin(), libraries_.end(),
                                       [&](const Library& candidate) { return &candidate == module; });
     if (library == libraries_.end() || !library->isThere) return 0;
@@ -125,7 +125,7 @@ class Shelf {
   std::deque<Library> libraries_;
 };
 
-// Never destroyed: messages are loaded while the process ends.
+// Never destroyed: messages may be loaded while the process ends.
 Shelf& shelf() {
   static Shelf& instance = *new Shelf;
   return instance;

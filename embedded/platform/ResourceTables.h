@@ -1,11 +1,11 @@
 #pragma once
 
-// The resource libraries that LoadLibraryExW and loadResourceDll find: built in, so that a process needs no files, and
-// open to change, so that a test can take one away, reword a text or bring one of its own.
+// The resource libraries that LoadLibraryExW and loadResourceDll find. They are built in, so that a process needs no
+// files, and a test can remove one, reword a text or add a library of its own.
 //
-// Names are compared without regard to case.
-// Ownership: a handle stays a handle for the life of the process; once its library is removed it yields no texts, and
-// yields them again when the library comes back.
+// Upper and lower case of names do not differ.
+// Ownership: a handle stays valid for the life of the process. While its library is removed it yields no texts, and
+// again does when the library is added anew.
 // Threads: every function may be called on every thread.
 
 #include <string>
@@ -17,13 +17,13 @@ namespace velt::platform {
 
 class ResourceTables {
  public:
-  // Adds or replaces one text; brings the library into being when there is none of that name.
+  // Adds or replaces one text; adds the library when there is none of that name.
   static void setText(std::wstring_view library, UINT id, std::wstring_view text);
   static void removeText(std::wstring_view library, UINT id);
-  // An empty library, or what is left of a removed one, emptied.
+  // Adds an empty library; one of that name loses its texts.
   static void addLibrary(std::wstring_view library);
   static void removeLibrary(std::wstring_view library);
-  // Back to the built-in libraries with their built-in texts, and no others.
+  // Makes the built-in libraries with their built-in texts the only ones.
   static void restore();
 };
 

@@ -2,7 +2,7 @@
 
 namespace {
 
-// One reference is the host's own. A vector that leaves the empty block grows by the count that it finds here.
+// One reference is the host's own. A vector that leaves the empty block takes over its grow count.
 constexpr std::uint32_t defaultGrowth = 8;
 constinit TqVectorBlock emptyBlock{1, 0, 0, defaultGrowth, nullptr};
 

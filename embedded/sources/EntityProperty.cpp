@@ -28,7 +28,7 @@ AskedEntity requiredEntity(IDispatch* automationObject) {
   return *entity;
 }
 
-// Callers wrap values in a reference to a VARIANT, once at most.
+// Callers may pass a reference to the VARIANT that holds the value, but no reference to such a reference.
 const VARIANT& unwrapped(const VARIANT& value) {
   const bool isWrapped = value.vt == (VT_BYREF | VT_VARIANT) && value.pvarVal != nullptr;
   return isWrapped ? *value.pvarVal : value;

@@ -1,14 +1,14 @@
 #pragma once
 
-// A dynamic property of the host's own: what it is called stands here, what an entity has for it is asked and set
-// through three functions.
+// The base of the host's own dynamic properties. It answers for name, type and category; a derived class has three
+// functions that look up, read and write the value of one entity.
 //
-// Lifetime: a property says what it stands for (the attribute of that tag, the first value of that application) and
-// nothing of an entity, so that one object serves all entities that have such a thing, in all drawings. It is made when
-// it is first met and lives as long as the process, which is what rows rely on: they keep its pointer without a
-// reference. There are as many as there are different tags and applications, however many entities a drawing has.
-// Threads: those of the drawing whose entity is asked.
-// Failure: exceptions become results at the edge; out-parameters stay untouched.
+// Ownership: a property stands for a kind of value (the attribute with that tag, the first value of that
+// application), so one object serves all entities that have such a value, in all drawings. It is made when it is
+// first needed and lives as long as the process, because rows keep its pointer without a reference. There are as many
+// as there are different tags and applications, however many entities a drawing has.
+// Threads: the one that uses the drawing of the entity.
+// Failure: exceptions become results, and out-parameters stay untouched.
 
 #include <cstdint>
 #include <mutex>
@@ -24,13 +24,13 @@
 
 namespace velt::sources {
 
-// An entity of an open drawing, as found behind an automation object.
+// An entity of an open drawing, for which an automation object speaks.
 struct AskedEntity {
   VkDbObjectId id;
   database::ObjectRef object;
 };
 
-// Nothing for null, for an object that stands for no entity, and for one whose drawing is closed.
+// Nothing for null, for an object that is not bound to an entity, and for an entity whose drawing is closed.
 [[nodiscard]] std::optional<AskedEntity> entityBehind(IUnknown* automationObject);
 
 class EntityProperty : public com::ComObject<IDynamicProperty2, ICategorizeProperties> {
@@ -40,27 +40,28 @@ class EntityProperty : public com::ComObject<IDynamicProperty2, ICategorizePrope
     std::wstring help;
     VARTYPE type = VT_BSTR;
     bool isReadOnly = false;
-    // Positive: the negative ones are predefined.
+    // A category of its own, so positive: negative numbers are predefined.
     PROPCAT category = 0;
-    // Of that category.
+    // The name of that category.
     const wchar_t* heading = L"";
   };
 
   explicit EntityProperty(Description description);
 
-  // Made of the heading, the name and the type, so it is the same in every process.
+  // Computed from heading, name and type, so it is the same in every process.
   HRESULT GetGUID(GUID* guid) final;
   HRESULT GetDisplayName(BSTR* name) final;
   HRESULT IsPropertyEnabled(IDispatch* entity, BOOL* enabled) final;
   HRESULT IsPropertyReadOnly(BOOL* readOnly) final;
   HRESULT GetDescription(BSTR* description) final;
-  // E_NOTIMPL: none has a custom type.
+  // E_NOTIMPL: these properties have no custom types.
   HRESULT GetCurrentValueName(BSTR* typeName) final;
   HRESULT GetCurrentValueType(VARTYPE* type) final;
-  // E_INVALIDARG for an object that stands for no entity, or for one that has no such value.
+  // E_INVALIDARG for an object that is not bound to an entity, and for an entity without such a value.
   HRESULT GetCurrentValueData(IDispatch* entity, VARIANT* value) final;
-  // As above, and E_ACCESSDENIED for a read-only property and for an entity on a locked layer, DISP_E_TYPEMISMATCH for a
-  // value of another kind than the property's, DISP_E_OVERFLOW for a number that is too large for it.
+  // E_INVALIDARG as above; E_ACCESSDENIED for a read-only property and for an entity on a locked layer;
+  // DISP_E_TYPEMISMATCH for a value of another kind than the property's; DISP_E_OVERFLOW for a number that does not
+  // fit.
   HRESULT SetCurrentValueData(IDispatch* entity, VARIANT value) final;
 
   HRESULT MapPropertyToCategory(DISPID dispId, PROPCAT* category) final;
@@ -69,7 +70,7 @@ class EntityProperty : public com::ComObject<IDynamicProperty2, ICategorizePrope
   [[nodiscard]] const Description& description() const { return description_; }
 
  protected:
-  // These may throw automation::Refusal. `read` and `write` are called for entities that have the value only.
+  // These may throw automation::Refusal. `read` and `write` are called only for entities that have the value.
   [[nodiscard]] virtual bool has(const AskedEntity& entity) const = 0;
   [[nodiscard]] virtual VARIANT read(const AskedEntity& entity) const = 0;
   virtual void write(const AskedEntity& entity, const VARIANT& value) const = 0;
@@ -78,22 +79,23 @@ class EntityProperty : public com::ComObject<IDynamicProperty2, ICategorizePrope
   Description description_;
 };
 
-// Texts are taken from texts and numbers from numbers only: a merged row is written to further properties than the one
-// that it shows, and what is of another kind must not end there. Each throws Refusal for anything else.
+// The value that is to be written. Texts are taken only from texts, and numbers only from numbers; each throws
+// Refusal for anything else. The layer also writes a merged row to properties that stand before it, and a value of
+// another kind must not end up in those.
 [[nodiscard]] std::wstring textIn(const VARIANT& value);
 [[nodiscard]] double realIn(const VARIANT& value);
 [[nodiscard]] std::int64_t integerIn(const VARIANT& value, std::int64_t lowest, std::int64_t highest);
 
-// For the caller, who clears it. Throws Refusal when memory is exhausted.
+// The caller clears it. Throws Refusal when memory is exhausted.
 [[nodiscard]] VARIANT textVariant(const std::wstring& text);
 
-// Throws Refusal when the record stands on a locked layer.
+// Throws Refusal when the entity of that record is on a locked layer.
 void requireUnlockedLayer(const database::Drawing& drawing, std::uint32_t record);
 
-// What GetProperties answers: the properties in order, or VT_EMPTY for none. E_OUTOFMEMORY leaves it untouched.
+// Fills the answer of GetProperties: the properties in order, or VT_EMPTY for none. E_OUTOFMEMORY leaves it untouched.
 HRESULT givePropertyArray(std::span<IDynamicProperty2* const> properties, VARIANT* out);
 
-// The properties that were made so far, by a key of the source's choice.
+// The properties that a source has made so far, by a key of its choice.
 template <class Property>
 class PropertyPool {
  public:
@@ -111,7 +113,8 @@ class PropertyPool {
   std::unordered_map<std::wstring, Property*> made_;
 };
 
-// Keeps what was last worked out of an entity, because an entity is asked for all its values in a row. One per thread.
+// Keeps what was last worked out from an entity, because all values of an entity are asked for one after the other.
+// Have one per thread.
 template <class Facts>
 class LastAsked {
  public:

@@ -18,7 +18,7 @@ namespace {
 using com::InterfaceHolder;
 using Reports = std::shared_ptr<PluginReports>;
 
-// Calls into the plug-in. `method` is for messages.
+// Calls a method of the plug-in, and turns an exception into a result. `method` is its name for messages.
 template <class Call>
 HRESULT guarded(PluginReports& reports, const char* method, Call&& call) {
   try {
@@ -33,11 +33,11 @@ HRESULT guarded(PluginReports& reports, const char* method, Call&& call) {
 }
 
 std::string resultText(HRESULT result) {
-  // The words of the wrapper's error are the same for everybody.
+  // A _com_error has a text for every result.
   return narrow(static_cast<const wchar_t*>(_com_error(result).Description()));
 }
 
-// The same for a method without which there is no row or no value.
+// The same for a method without whose answer there is no row or no value: a failure is told too.
 template <class Call>
 HRESULT needed(PluginReports& reports, const char* method, Call&& call) {
   bool threw = true;
@@ -62,7 +62,7 @@ InterfaceHolder<Interface> ask(PluginReports& reports, IUnknown& object) {
   return found;
 }
 
-// Hands a text on when the call succeeds, and gives back what a failing call may have left.
+// Passes a text on when the call succeeds, and frees what a failing call may have left.
 template <class Call>
 HRESULT giveText(BSTR* out, Call&& call) {
   if (out == nullptr) return E_POINTER;
@@ -105,7 +105,8 @@ class GuardedProperty final : public com::ComObject<IDynamicProperty2, IDynamicP
     return E_NOINTERFACE;
   }
 
-  // --- of both generations ----------------------------------------------------------------------------------------------
+  // --- of both generations
+  // ----------------------------------------------------------------------------------------------
 
   HRESULT GetGUID(GUID* guid) override {
     return giveValue(guid, [&](GUID* out) {
@@ -138,7 +139,8 @@ class GuardedProperty final : public com::ComObject<IDynamicProperty2, IDynamicP
     });
   }
 
-  // --- of the newer one -------------------------------------------------------------------------------------------------
+  // --- of the newer one
+  // -------------------------------------------------------------------------------------------------
 
   HRESULT IsPropertyEnabled(IDispatch* entity, BOOL* enabled) override {
     return isEnabled(newer_, entity, enabled);
@@ -150,13 +152,15 @@ class GuardedProperty final : public com::ComObject<IDynamicProperty2, IDynamicP
     return setValue(newer_, entity, value);
   }
 
-  // --- of the older one -------------------------------------------------------------------------------------------------
+  // --- of the older one
+  // -------------------------------------------------------------------------------------------------
 
   HRESULT IsPropertyEnabled(long oldId, BOOL* enabled) override { return isEnabled(older_, oldId, enabled); }
   HRESULT GetCurrentValueData(long oldId, VARIANT* value) override { return getValue(older_, oldId, value); }
   HRESULT SetCurrentValueData(long oldId, VARIANT value) override { return setValue(older_, oldId, value); }
 
-  // --- choices and categories -------------------------------------------------------------------------------------------
+  // --- choices and categories
+  // -------------------------------------------------------------------------------------------
 
   HRESULT GetNumPropertyValues(LONG* count) override {
     return giveValue(count, [&](LONG* out) {
@@ -227,7 +231,7 @@ class GuardedProperty final : public com::ComObject<IDynamicProperty2, IDynamicP
                   [&] { return property->SetCurrentValueData(entity, value); });
   }
 
-  // A property that does not tell its type has declared none, and an empty value is one of every type.
+  // A property that does not declare a type may have values of any type, and every property may have an empty value.
   bool isAsDeclared(VARTYPE actual) {
     VARTYPE declared = VT_EMPTY;
     if (FAILED(GetCurrentValueType(&declared)) || declared == VT_EMPTY || declared == VT_VARIANT) return true;
@@ -271,7 +275,7 @@ class GuardedSource final : public com::ComObject<IPropertySource> {
     SAFEARRAY* const array = arrayIn(answer);
     if (array == nullptr) {
       reports_->tell(Trouble::NoArray,
-                     "GetProperties answered something else than a one-dimensional array of objects");
+                     "GetProperties answered something other than a one-dimensional array of objects");
       return S_OK;
     }
     std::vector<InterfaceHolder<IUnknown>> wrapped;
@@ -311,7 +315,7 @@ class GuardedSource final : public com::ComObject<IPropertySource> {
     return elements == VT_UNKNOWN || elements == VT_DISPATCH ? answer.parray : nullptr;
   }
 
-  // Null for an element that cannot be a row.
+  // Null for an element that is not a dynamic property.
   GuardedProperty* propertyAt(SAFEARRAY* array, LONG index) {
     InterfaceHolder<IUnknown> element;
     const HRESULT fetched =
@@ -321,7 +325,7 @@ class GuardedSource final : public com::ComObject<IPropertySource> {
       reports_->tell(Trouble::NullElement, "GetProperties handed out a null property");
       return nullptr;
     }
-    // One object is one property, by whichever of its interfaces it is handed out.
+    // An object is the same property whichever of its interfaces is handed out.
     const InterfaceHolder<IUnknown> identity = askIdentity(*element.get());
     return guardOf(identity ? *identity.get() : *element.get());
   }
@@ -333,7 +337,8 @@ class GuardedSource final : public com::ComObject<IPropertySource> {
         InterfaceHolder<GuardedProperty>::owning(com::makeObject<GuardedProperty>(property, reports_));
     if (!made) throw std::bad_alloc();
     if (!made->isProperty()) {
-      reports_->tell(Trouble::NoProperty, "GetProperties handed out an object that is no dynamic property");
+      reports_->tell(Trouble::NoProperty,
+                     "GetProperties handed out an object that is not a dynamic property");
       return nullptr;
     }
     if (guards_.size() == manyProperties) {
@@ -356,7 +361,7 @@ class GuardedSource final : public com::ComObject<IPropertySource> {
   Reports reports_;
   InterfaceHolder<IPropertySource> source_;
   std::mutex mutex_;
-  // By the object's own IUnknown.
+  // By the IUnknown of the plug-in's object.
   std::unordered_map<IUnknown*, InterfaceHolder<GuardedProperty>> guards_;
 };
 

@@ -1,19 +1,22 @@
 #pragma once
 
-// A property source of a plug-in, and its properties, behind a guard: what the plug-in does wrong ends here.
+// A guard around a property source of a plug-in and its properties: what the plug-in does wrong has no effect beyond
+// it.
 //
-// An exception becomes E_UNEXPECTED, or the result that a _com_error carries; something else than an array of objects
-// becomes no properties at all; null elements and objects that are no dynamic properties are left out, all others stay;
-// a value of another type than the property has declared becomes DISP_E_TYPEMISMATCH and an empty value. Each kind is
-// told once (PluginReports.h). A value that the plug-in does not want to take is told too, since whoever sets it hears
-// nothing of it.
+//   an exception                                becomes E_UNEXPECTED, or the result that a _com_error carries
+//   an answer that is not an array of objects   becomes no properties
+//   null, or not a dynamic property             that element is left out, the others stay
+//   a value of another type than declared       becomes DISP_E_TYPEMISMATCH and an empty value
 //
-// A guarded property has the interfaces of the plug-in's own object, no more and no less, so that the generation of the
-// interface, the choices and the categories stay what they are.
-// Ownership: a guard holds references to what it guards. The guarded properties of a source live as long as their
-// source, however long the plug-in itself wants to keep its objects: rows keep pointers to them. So a plug-in should
-// hand out the same objects again and again; one that makes new ones at each call is told.
-// Threads: as the plug-in.
+// Each kind of trouble is told once (PluginReports.h). So is a value that the plug-in refuses, because the layer does
+// not tell it to whoever sets the value.
+//
+// A guarded property has exactly the interfaces that the plug-in's own object has, so palettes see the same generation,
+// choices and categories as without a guard.
+// Ownership: a guard holds references to what it guards. The guarded properties live as long as their source, because
+// rows keep pointers to them; so a plug-in should hand out the same objects again and again, and one that makes new
+// ones at each call is told so.
+// Threads: those on which the plug-in may be called.
 
 #include <memory>
 
@@ -23,10 +26,10 @@
 
 namespace velt::sources {
 
-// So many property objects of one source are kept before the plug-in is told.
+// When one source has handed out this many property objects, the plug-in is told.
 inline constexpr std::size_t manyProperties = 10'000;
 
-// Throws std::bad_alloc.
+// Throws std::bad_alloc without memory.
 [[nodiscard]] com::InterfaceHolder<IPropertySource> guard(IPropertySource* source,
                                                           std::shared_ptr<PluginReports> reports);
 

@@ -17,14 +17,14 @@ namespace {
 using EntryPoint = decltype(&veltRegisterPlugin);
 constexpr const char* entryPointName = "veltRegisterPlugin";
 
-// What a plug-in adds while its entry point runs: kept back until it has answered that all is well.
+// What a plug-in adds while its entry point runs. It is offered only after the entry point has answered a success.
 class Registration : public VeltPluginHost {
  public:
   explicit Registration(std::shared_ptr<PluginReports> reports)
       : VeltPluginHost{veltPluginVersion, sizeof(VeltPluginHost), &addPropertySource, &report},
         reports_(std::move(reports)) {}
 
-  // Offers the sources, and gives their names.
+  // Offers the sources, and answers the names of those that are offered.
   std::vector<std::wstring> offer() const {
     std::vector<std::wstring> offered;
     for (const Added& added : added_) {
@@ -50,7 +50,7 @@ class Registration : public VeltPluginHost {
   static HRESULT addPropertySource(const VeltPluginHost* host, const wchar_t* name,
                                    const wchar_t* entityClass, IPropertySource* source) {
     if (host == nullptr) return E_POINTER;
-    // The table was made as a Registration, and is the plug-in's to look at only.
+    // Every table is a Registration; it is const so that plug-ins only read it.
     auto& registration = *const_cast<Registration*>(static_cast<const Registration*>(host));
     try {
       return registration.add(name, entityClass, source);
@@ -70,7 +70,7 @@ class Registration : public VeltPluginHost {
     VkRxClass* const kind = database::runtimeClassNamed(entityClass);
     if (*name == L'\0' || kind == nullptr || !kind->isDerivedFrom(database::runtimeClassNamed(L"VkDbEntity")))
       return refuse(E_INVALIDARG, "the source \"" + narrow(name) + "\" was added for \"" + narrow(entityClass)
-                                      + "\", which is no class of entities");
+                                      + "\", which is not a class of entities");
     const auto known =
         std::find_if(added_.begin(), added_.end(), [&](const Added& it) { return it.name == name; });
     const bool isTaken = known != added_.end() ? known->source != source
@@ -92,10 +92,10 @@ class Registration : public VeltPluginHost {
   std::vector<Added> added_;
 };
 
-// The error of the loader names the file again.
+// The loader's own words; they begin with the name of the file.
 std::string loaderMessage() {
   const char* const message = dlerror();
-  return message != nullptr ? message : "the loader tells no reason";
+  return message != nullptr ? message : "the loader gave no reason";
 }
 
 bool registers(EntryPoint entryPoint, Registration& registration, PluginReports& reports) {
@@ -133,7 +133,7 @@ LoadedPlugins::~LoadedPlugins() {
 
 bool LoadedPlugins::load(const std::filesystem::path& file) {
   auto reports = std::make_shared<PluginReports>(file.filename().string(), listener_);
-  // The whole path: a mere name would be looked for in the folders of the system's libraries.
+  // An absolute path, because a name without a folder would be looked for among the system's libraries.
   void* const library =
       dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
   if (library == nullptr) {

@@ -1,12 +1,12 @@
 #pragma once
 
-// Loads plug-ins and offers their property sources, until it ends.
+// Loads plug-ins and offers their property sources for as long as it lives.
 //
-// Ownership: at its end the sources are taken out of the registry and let go of, with the properties that they handed
-// out, so it must outlive the rows of whoever shows them. The code of a plug-in stays in the process: what it gave out
-// may be released late. The listener is not called after the end.
-// Failure: what goes wrong with a plug-in is told to the listener, with the plug-in's file name, and the others are not
-// touched by it (see Plugin.h, GuardedSource.h).
+// Ownership: when it ends, the sources are taken out of the registry and released with the properties that they handed
+// out, so it must outlive all rows that show them. The code of a plug-in stays in the process, since objects that it
+// handed out may be released later. The listener is not called after the end.
+// Failure: what goes wrong with a plug-in is told to the listener, with the plug-in's file name, and does not affect
+// the other plug-ins (see Plugin.h, GuardedSource.h).
 // Threads: one at a time.
 
 #include <filesystem>
@@ -25,8 +25,8 @@ class LoadedPlugins {
   LoadedPlugins(const LoadedPlugins&) = delete;
   LoadedPlugins& operator=(const LoadedPlugins&) = delete;
 
-  // Loads the shared object and lets it add its sources. False, after telling why, when it is none, has no entry point
-  // or another version, refuses, or is loaded already; nothing that it added stays then.
+  // Loads the shared object and lets it add its sources. False, after telling why, when the file is not a shared
+  // object, has no entry point or another version, refuses, or is loaded already; nothing that it added stays then.
   bool load(const std::filesystem::path& file);
 
  private:

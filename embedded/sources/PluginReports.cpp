@@ -35,7 +35,7 @@ std::string describeException() {
   } catch (const std::exception& exception) {
     return exception.what();
   } catch (...) {
-    return "an exception of a type of its own";
+    return "an exception of an unknown type";
   }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// What goes wrong in a plug-in is told to the person who loaded it: once per kind, because a source is asked for every
-// entity of a selection.
+// Tells the person who loads a plug-in what goes wrong in it: once for each kind of trouble, because a source is asked
+// for every entity of a selection.
 
 #include <functional>
 #include <mutex>
@@ -12,36 +12,37 @@
 namespace velt::sources {
 
 enum class Trouble {
-  // The plug-in's own words; told each time.
+  // A message of the plug-in itself; told each time.
   Message,
   CannotBeLoaded,
   NoEntryPoint,
   WrongVersion,
-  // By the plug-in itself.
+  // Its entry point answered a failure.
   Refused,
-  // That it wanted to add.
+  // A source that it added was not accepted.
   BadSource,
-  // Left one of its methods.
+  // An exception left one of its methods.
   Exception,
-  // A method that rows need answered one.
+  // A method without which there is no row or no value failed.
   Failure,
-  // But something else, in place of the properties.
+  // The answer to GetProperties is not an array of objects.
   NoArray,
+  // A null among the properties.
   NullElement,
-  // An element that is no dynamic property.
+  // An object among the properties that is not a dynamic property.
   NoProperty,
   // A value of another type than the property has declared.
   WrongType,
-  // Property objects.
+  // A source goes on making new property objects.
   TooMany,
 };
 
 class PluginReports {
  public:
-  // Gets one line without its end.
+  // Takes one line, without a line end.
   using Sink = std::function<void(const std::string& line)>;
 
-  // Standard error.
+  // Writes to standard error.
   [[nodiscard]] static Sink standardError();
 
   PluginReports(std::string plugin, Sink sink) : plugin_(std::move(plugin)), sink_(std::move(sink)) {}
@@ -49,7 +50,7 @@ class PluginReports {
   // May be called on every thread. `what` is a sentence without the plug-in's name.
   void tell(Trouble trouble, std::string_view what);
 
-  // Nothing is told from here on: who listens may be gone.
+  // From now on nothing is told: the sink may no longer exist.
   void silence();
 
  private:
@@ -59,10 +60,10 @@ class PluginReports {
   std::set<Trouble> told_;
 };
 
-// For messages.
+// As UTF-8, for messages.
 [[nodiscard]] std::string narrow(std::wstring_view text);
 
-// What is being handled, in words. Call within a handler.
+// The exception that is being handled, in words. Call it within a catch block.
 [[nodiscard]] std::string describeException();
 
 }  // namespace velt::sources

@@ -24,7 +24,7 @@ struct Attachment {
   com::InterfaceHolder<IPropertySource> source;
 };
 
-// Empty when memory is exhausted.
+// An array of strings; VT_EMPTY when memory is exhausted.
 com::VariantHolder arrayOf(const std::vector<std::wstring>& names) {
   com::VariantHolder array;
   SAFEARRAY* const made = SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(names.size()));
@@ -55,7 +55,7 @@ SourceRegistry::~SourceRegistry() {
 }
 
 SourceRegistry& SourceRegistry::ofProcess() {
-  // Never destroyed: rows keep pointers to what sources handed out, and plug-ins may come back late.
+  // Never destroyed: rows keep pointers to what sources handed out, and plug-ins may call it until the process ends.
   static SourceRegistry& registry = *[] {
     auto* const made = new SourceRegistry;
     attachHostSources(*made);
@@ -81,8 +81,8 @@ HRESULT SourceRegistry::attach(std::wstring_view name, VkRxClass* entityClass, I
 }
 
 bool SourceRegistry::remove(std::wstring_view name) {
-  std::vector<Attachment>
-      taken;  // released when the lock is given back: a source may ask the registry meanwhile
+  // Declared before the lock, so released after it: a source that ends may call the registry.
+  std::vector<Attachment> taken;
   const std::unique_lock lock(contents_->mutex);
   std::vector<Attachment>& attached = contents_->attached;
   const auto first = std::stable_partition(attached.begin(), attached.end(),
@@ -113,7 +113,8 @@ com::InterfaceHolder<IPropertySource> SourceRegistry::find(std::wstring_view nam
   return {};
 }
 
-// --- what is published on the class of the database -------------------------------------------------------------------
+// --- what is published on the class of the database
+// -------------------------------------------------------------------
 
 namespace {
 
@@ -139,7 +140,7 @@ class NamesOfClass final : public OPMPerInstancePropertyExtension {
   const VkRxClass* entityClass_;
 };
 
-// Makes one extension per class, when it is first asked for; they live as long as the process.
+// Makes the extension of a class when it is first asked for. Extensions live as long as the process.
 class Factory final : public OPMPerInstancePropertyExtensionFactory {
  public:
   OPMPerInstancePropertyExtension* CreateOPMInstancePropertyExtension(VkRxClass* entityClass) override {
@@ -172,7 +173,7 @@ class Sources final : public OPMPerInstancePropertySources {
   }
 };
 
-// Never destroyed: the classes, which know them, are not destroyed either.
+// Never destroyed: the classes on which they are registered are not destroyed either.
 [[maybe_unused]] const bool published = [] {
   VkDbDatabase::desc()->addX(OPMPerInstancePropertyExtensionFactory::desc(), new Factory);
   VkDbDatabase::desc()->addX(OPMPerInstancePropertySources::desc(), new Sources);

@@ -7,13 +7,13 @@
 // For one entity the sources of its own class come first, then those of the parent classes, each in the order in which
 // they were attached.
 //
-// Whoever shows properties finds the registry through the two protocol extensions that are published on the class of
-// the database when this library is loaded (see host/palette/PerInstanceProperties.h): the factory gives one extension
-// per class, which tells the names for an entity in an array from 0, and the other one turns a name into its source.
-// Entities that no open drawing has are offered nothing.
+// The layer finds the registry through two protocol extensions that are registered on the class of the database when
+// this library is loaded (see host/palette/PerInstanceProperties.h). Objects that are in no open drawing have no
+// sources.
 //
-// Ownership: the registry holds one reference to each source, until it is taken out.
-// Threads: every function may be called on every thread; the sources themselves are called on the thread of the drawing.
+// Ownership: the registry holds one reference to each source, until the source is taken out.
+// Threads: every function may be called on every thread; the sources themselves are called on the thread of the
+// drawing.
 
 #include <string>
 #include <string_view>
@@ -27,7 +27,8 @@ namespace velt::sources {
 
 class SourceRegistry {
  public:
-  // With the sources of the host itself in it: attributes of block references, then extended data of all entities.
+  // It holds the sources of the host itself from the start: attributes of block references, then extended data of all
+  // entities.
   [[nodiscard]] static SourceRegistry& ofProcess();
 
   SourceRegistry();
@@ -36,17 +37,17 @@ class SourceRegistry {
   SourceRegistry& operator=(const SourceRegistry&) = delete;
 
   // Attaches a source to a class. The same source may be attached to further classes under the same name.
-  // E_POINTER for a missing source, E_INVALIDARG for an empty name or a class that is none of entities,
-  // E_ACCESSDENIED for a name that another source has.
+  // S_FALSE when it is attached to the class already, E_POINTER for a null source, E_INVALIDARG for an empty name or a
+  // class that is not one of entities, E_ACCESSDENIED for a name that another source has.
   HRESULT attach(std::wstring_view name, VkRxClass* entityClass, IPropertySource* source);
 
-  // From all its classes. False for an unknown name.
+  // Takes a source out, from all its classes. False for an unknown name.
   bool remove(std::wstring_view name);
 
-  // The names of the sources that are offered for entities of this very class.
+  // The names of the sources for entities of this class, those of its parent classes included.
   [[nodiscard]] std::vector<std::wstring> namesFor(const VkRxClass* entityClass) const;
 
-  // Empty for an unknown name.
+  // The source of that name; an empty holder for an unknown one.
   [[nodiscard]] com::InterfaceHolder<IPropertySource> find(std::wstring_view name) const;
 
  private:

@@ -190,7 +190,7 @@ TEST(CommandLinePlugins, PluginsThatLieAreNamedAndSurvived) {
   EXPECT_THAT(outcome.err, HasSubstr("GetProperties failed"));
   EXPECT_THAT(outcome.err, HasSubstr("array of objects"));
   EXPECT_THAT(outcome.err, HasSubstr("null property"));
-  EXPECT_THAT(outcome.err, HasSubstr("no dynamic property"));
+  EXPECT_THAT(outcome.err, HasSubstr("not a dynamic property"));
   EXPECT_THAT(outcome.err, HasSubstr("has declared 8"));
   EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 5) << outcome.err;
 }

@@ -188,7 +188,7 @@ TEST_F(GuardedSourceTest, WhatIsNoArrayOfObjectsIsNoProperties) {
   };
   EXPECT_TRUE(properties().empty());
   EXPECT_EQ(S_OK, result_);
-  EXPECT_THAT(lines_, ElementsAre(HasSubstr("something else than a one-dimensional array of objects")));
+  EXPECT_THAT(lines_, ElementsAre(HasSubstr("something other than a one-dimensional array of objects")));
   guarded_.reset();
 }
 
@@ -197,7 +197,7 @@ TEST_F(GuardedSourceTest, NullElementsAndOtherObjectsAreLeftOut) {
   EXPECT_EQ(2U, properties().size());
   EXPECT_THAT(lines_,
               ElementsAre("plug-in bad.so: GetProperties handed out a null property",
-                          "plug-in bad.so: GetProperties handed out an object that is no dynamic property"));
+                          "plug-in bad.so: GetProperties handed out an object that is not a dynamic property"));
 }
 
 TEST_F(GuardedSourceTest, AnArrayMayBeginAnywhere) {
@@ -250,7 +250,7 @@ TEST_F(GuardedSourceTest, ExceptionsAndFailuresOfPropertiesAreResults) {
   }
   EXPECT_THAT(lines_,
               ElementsAre("plug-in bad.so: GetDisplayName failed: The operation failed.",
-                          "plug-in bad.so: IsPropertyEnabled threw: an exception of a type of its own"));
+                          "plug-in bad.so: IsPropertyEnabled threw: an exception of an unknown type"));
   guarded_.reset();
 }
 
