@@ -8,22 +8,22 @@
 namespace velt::bench {
 
 enum class Content {
-  // Lines that differ in nothing but their handles: every value of every entity is read and compared.
+  // Lines that differ in nothing but their handles, so every value of every entity is read and compared.
   EqualLines,
-  // Lines of various places, layers and colors, as in a drawing.
+  // Lines at different places, on different layers, in different colors, as in a drawing.
   Lines,
-  // One entity of each class by turns, beginning with a line, likewise various.
+  // The same with one entity of each class in turn, beginning with a line.
   Mixed,
 };
 
-// The entities stand in model space, and nothing else does. The same text for the same arguments.
+// Model space holds these entities and no others. The same arguments give the same text.
 [[nodiscard]] std::string drawingOf(Content content, std::uint32_t entities);
 
 // Two polylines in model space.
 [[nodiscard]] std::string drawingOfPolylines(std::uint32_t vertices);
 
-// References to one dynamic block, by way of two anonymous ones, each with so many attributes; or the same to two
-// ordinary ones.
+// References to one dynamic block, half of them through each of two anonymous blocks, with that many attributes each;
+// or the same references to two ordinary blocks.
 [[nodiscard]] std::string drawingOfReferences(std::uint32_t references, std::uint32_t attributes,
                                               bool isDynamic);
 

@@ -48,7 +48,8 @@ void query(Selection& selection, std::uint32_t expectedRows) {
   selection.query(rows);
   const std::uint32_t found = dynamicRowsOf(rows);
   clearValues(rows);
-  if (found != expectedRows) throw std::logic_error("the query has not the dynamic rows that it should have");
+  if (found != expectedRows)
+    throw std::logic_error("the query does not have the dynamic rows that it should have");
 }
 
 void queryAll(Selection& selection) {
@@ -68,11 +69,12 @@ void readRows(Selection& selection) {
   }
 }
 
-// Each time in a process of its own, without a run before it. The values of all references but the first are never
-// released, as is prescribed; in one process every repetition would find a heap more scattered than the one before.
+// Each repetition in a process of its own, without a run before it. The values of all references but the first are
+// never released (dynamic_values_not_released in docs/quirks.md), so in one process each repetition would find a heap
+// more scattered than the one before.
 double timeApart(const std::function<void()>& work) {
   int ends[2];
-  if (pipe(ends) != 0) throw std::runtime_error("there is no pipe to be had");
+  if (pipe(ends) != 0) throw std::runtime_error("a pipe could not be made");
   const pid_t child = fork();
   if (child == 0) {
     try {

@@ -20,7 +20,7 @@ struct Environment {
 
 [[nodiscard]] Environment environment();
 
-// Whether this program, and with it the libraries beside it, was built without optimisation.
+// Whether this program, and so the libraries beside it, was built without optimisation.
 [[nodiscard]] bool isDebugBuild();
 
 }  // namespace velt::bench

@@ -68,7 +68,7 @@ void readValue(IDispatch* dispatch, const FloorPlan::Read& read, VARIANT& value)
   if (read.probesColor) probeColor(value);
 }
 
-// How many values were stored.
+// Answers how many values were stored.
 std::uint32_t readElements(IDispatch* dispatch, DISPID dispId, VARIANT* values) {
   readWeight(dispatch, dispId);
   auto* const expander = query<IOPMPropertyExpander>(dispatch, IID_IOPMPropertyExpander);
@@ -92,7 +92,8 @@ std::uint32_t readElements(IDispatch* dispatch, DISPID dispId, VARIANT* values) 
 }
 
 void countElements(IDispatch* dispatch, const std::wstring& name) {
-  LPOLESTR names = const_cast<LPOLESTR>(name.c_str());  // the interface lacks the const
+  // GetIDsOfNames takes no pointer to const, although it only reads.
+  LPOLESTR names = const_cast<LPOLESTR>(name.c_str());
   DISPID dispId = 0;
   dispatch->GetIDsOfNames(GUID_NULL, &names, 1, LOCALE_SYSTEM_DEFAULT, &dispId);
   auto* const expander = query<IOPMPropertyExpander>(dispatch, IID_IOPMPropertyExpander);
@@ -153,7 +154,7 @@ void readLayerColor(VkDbObjectId id, VkCmColor& color) {
   layer->close();
 }
 
-// What is asked further depends on the answers, here as in the layer.
+// As in the layer, what is asked next depends on the answers.
 void compareObjects(const VARIANT& a, VkDbObjectId idOfA, const VARIANT& b, VkDbObjectId idOfB,
                     bool areHyperlinks) {
   {
@@ -177,7 +178,7 @@ void compareObjects(const VARIANT& a, VkDbObjectId idOfA, const VARIANT& b, VkDb
   [[maybe_unused]] const bool differ = layerColorOfA != layerColorOfB;
 }
 
-// A selection that begins with something else than a block reference has no dynamic rows.
+// A selection that does not begin with a block reference has no dynamic rows.
 void askForDynamicBlock(IDispatch* dispatch) {
   auto* const baseObject = query<IVeltBaseObject>(dispatch, IID_IVeltBaseObject);
   VkDbObjectId id;
@@ -207,7 +208,7 @@ void Floor::askEditable() {
     const FloorPlan::Kind& kind = plan_.kinds[entity.kind];
     if (kind.isHatch) {
       INT variant = -1;
-      query<IVeltHatch>(entity.object, IID_IVeltHatch)->get_PropertyVariant(&variant);  // stays unreleased
+      query<IVeltHatch>(entity.object, IID_IVeltHatch)->get_PropertyVariant(&variant);
     }
     for (const DISPID dispId : kind.writable) {
       auto* const extension = query<IOPMPropertyExtension>(entity.object, IID_IOPMPropertyExtension);

@@ -2,13 +2,13 @@
 
 // The floor under a query: the host calls that the query must make, and nothing else.
 //
-// The same objects are asked the same things in the same order: first every entity whether its writable properties may
-// be edited, then property by property the values of the entities and what comparing them takes, then the choices of
-// the rows of the result, then every value is cleared. The loops walk over tables that are worked out beforehand (see
-// FloorPlan.h) and store values in memory that is there already; no list is made, no string is compared, nothing is
-// sorted. What a query takes above this is the layer's own.
+// The same objects are asked the same things in the same order: every entity whether its writable properties may be
+// edited; property by property, the values of the entities and what is needed to compare them; the choices of the
+// rows of the result. Then every value is cleared. The loops go over tables that are made beforehand (see
+// FloorPlan.h) and store values in memory that was allocated beforehand; no list is made, no string is compared,
+// nothing is sorted. The time that a query takes beyond this is the layer's own.
 //
-// Left out although they are functions of the host: VariantInit, which makes no decision and stores one number, and the
+// Two things are left out although they are functions of the host: VariantInit, which stores one number, and the
 // allocation of the layer's own blocks.
 
 #include <cstdint>
@@ -27,10 +27,10 @@ class Floor {
 
   [[nodiscard]] const FloorPlan& plan() const { return plan_; }
 
-  // The calls of one query, the clearing of the result's values included.
+  // Makes the calls of one query, including those that clear the values of the result.
   void run();
-  // Values that a query never releases: those of the first entity's rows that are in no result. A run forgets those of
-  // the run before, as a query does.
+  // Clears the values that a query never releases: those of the first entity's rows that are not in the result. The
+  // next run overwrites them, as a query does.
   void clearLeftovers();
 
  private:
@@ -39,8 +39,10 @@ class Floor {
     IDispatch* dispatch;
     VkDbObjectId id;
     std::uint32_t kind;
-    std::uint32_t firstValue;  // of all records of all entities
-    std::uint32_t records;     // so far
+    // Where its values begin among those of all entities.
+    std::uint32_t firstValue;
+    // How many of them are stored so far.
+    std::uint32_t records;
   };
 
   void askEditable();
@@ -51,8 +53,10 @@ class Floor {
 
   FloorPlan plan_;
   std::vector<Entity> entities_;
-  std::vector<VARIANT> values_;       // of all entities
-  std::vector<VARIANT> firstValues_;  // of the first entity, as the result has them
+  // Those of all entities.
+  std::vector<VARIANT> values_;
+  // Those of the first entity, which the result has.
+  std::vector<VARIANT> firstValues_;
 };
 
 }  // namespace velt::bench

@@ -16,7 +16,7 @@ using List = TqVector<PROPINFO>;
 using Lists = TqVector<List>;
 
 constexpr DISPID hyperlinksDispId = 1301;
-// Properties whose kind is known by number: their values are not asked whether they are colors.
+// Properties whose kind follows from their DISPID, so their values are not asked whether they are colors.
 constexpr DISPID knownByNumber[] = {1280, 1281, 1282, 1283, 1299, 1300, hyperlinksDispId};
 
 class ClearedLists {
@@ -165,7 +165,7 @@ class Planner {
     return nullptr;
   }
 
-  // True when the search goes on behind this entity: its value is the same.
+  // True when the search goes on with the next entity, because the value is the same.
   static bool isEqual(const PROPINFO& first, const PROPINFO& other) {
     PROPINFO a(first);
     PROPINFO b(other);
@@ -204,10 +204,13 @@ class Planner {
 
   Selection& selection_;
   Lists asHarvested_;
-  ClearedLists first_;   // one list: the first entity's rows with their values, elements singly
-  ClearedLists merged_;  // as the merge leaves them
+  // One list: the first entity's rows with their values, each element as a row.
+  ClearedLists first_;
+  // All lists, as the merge leaves them.
+  ClearedLists merged_;
   List result_;
-  std::vector<std::uint32_t> exampleOf_;  // an entity of each kind
+  // One entity of each kind.
+  std::vector<std::uint32_t> exampleOf_;
   std::unordered_map<std::wstring, std::uint32_t> expandedUpTo_;
   FloorPlan plan_;
 };

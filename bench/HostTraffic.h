@@ -1,7 +1,7 @@
 #pragma once
 
-// What the host hands out and gets back while something is done, as its ledger says: strings, arrays, references to
-// objects of each class, open database objects. Knowing it costs the work nothing.
+// What the host hands out and gets back while some work is done: strings, arrays, references to objects of each class,
+// open database objects. The ledger counts it anyway, so the work is not slowed down.
 
 #include <functional>
 

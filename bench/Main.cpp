@@ -42,7 +42,7 @@ CommandLine parse(int count, char** arguments) {
   for (int i = 1; i < count; ++i) {
     const std::string_view argument = arguments[i];
     const auto value = [&] {
-      if (++i == count) throw UsageError(fmt::format("{} wants a value", argument));
+      if (++i == count) throw UsageError(fmt::format("{} needs a value", argument));
       return arguments[i];
     };
     if (argument == "--json") {
@@ -56,7 +56,7 @@ CommandLine parse(int count, char** arguments) {
     } else if (argument == "--help") {
       line.wantsHelp = true;
     } else {
-      throw UsageError(fmt::format("{} is no option; --help lists them", argument));
+      throw UsageError(fmt::format("{} is not an option; --help lists them", argument));
     }
   }
   return line;

@@ -1,6 +1,6 @@
 #pragma once
 
-// How far the memory of the process grows while something is done.
+// How far the memory of the process grows while some work is done.
 
 #include <cstddef>
 #include <functional>
@@ -8,8 +8,8 @@
 
 namespace velt::bench {
 
-// Bytes between the resident memory before and its highest mark meanwhile. What the heap keeps for later is given back
-// to the system first, so that it is counted when it is used again. Nothing where the system does not tell.
+// In bytes: the highest resident memory during the work less that before it. What the heap keeps in reserve is given
+// back to the system first, so that it counts when it is used again. Nothing when the system does not tell.
 [[nodiscard]] std::optional<std::size_t> peakMemoryOf(const std::function<void()>& work);
 
 }  // namespace velt::bench

@@ -38,7 +38,8 @@ constexpr std::size_t setUps = 3;
 struct Scale {
   std::vector<std::uint32_t> sizes;
   std::uint32_t smallestForGrowth;
-  std::uint32_t smallestForMemory;  // below it whole pages and the heap's own blocks blur the figure
+  // With fewer entities, whole pages and the heap's own blocks blur the figure.
+  std::uint32_t smallestForMemory;
   Repetitions pairs;
 };
 
@@ -67,8 +68,8 @@ Samples sampleSetUp(Selection& selection) {
   return samples;
 }
 
-// The floor must ask as much of the host as the query. All calls are compared elsewhere (see bench/counting), but for
-// small selections alone; this comparison is made of what is measured.
+// Throws when the floor does not ask as much of the host as the query. bench/counting compares every call, but only for
+// small selections; this comparison is made on the very selections that are timed.
 void checkTraffic(Selection& selection, Floor& floor) {
   const Ledger::Snapshot ofQuery = hostTrafficOf([&] { queryAndClear(selection); });
   const Ledger::Snapshot ofFloor = hostTrafficOf([&] { floor.run(); });
@@ -97,7 +98,7 @@ Quantity exactly(std::string name, std::string unit, double value) {
   return {std::move(name), std::move(unit), {value, value, value}};
 }
 
-// `values` is what the values of the entities take in the host's memory, whoever holds them.
+// `values` is the memory that the values of the entities take in the host.
 void addMemory(const std::string& name, std::size_t peak, std::size_t values, const FloorPlan& plan,
                Report& report) {
   const auto properties = static_cast<double>(plan.properties);
@@ -115,7 +116,8 @@ void measureSize(const NamedContent& named, std::uint32_t entities, const Scale&
                  Report& report) {
   Selection selection(drawingOf(named.content, entities));
   const Spread setUp = spreadOf(sampleSetUp(selection));
-  queryAndClear(selection);  // the cache of property lists is warm from here on
+  // Fills the cache of property lists.
+  queryAndClear(selection);
   const std::optional<std::size_t> peak = peakMemoryOf([&] { queryAndClear(selection); });
 
   Floor floor(selection);

@@ -2,8 +2,8 @@
 
 // Timing: processor time of the calling thread, sampled several times and reported with its spread.
 //
-// Processor time and not the clock on the wall, because what is measured runs on one thread and the machine may have
-// other things to do. It includes the system's share, page faults above all.
+// Processor time and not the time of day, because the work runs on one thread and the machine may be doing other
+// things. It includes the time in the kernel, mostly for page faults.
 
 #include <cstddef>
 #include <functional>
@@ -39,12 +39,12 @@ struct Repetitions {
 struct Pairs {
   Samples first;
   Samples second;
-  // First to second, of each pair.
+  // first / second, of each pair.
   Samples ratio;
 };
 
-// The two kinds of work by turns. A ratio is taken of two neighbours in time, so that what slows the machine down for
-// a while slows both.
+// Does the two kinds of work in turn. A ratio is that of two neighbours in time, so that whatever slows the machine
+// down for a while slows both.
 [[nodiscard]] Pairs samplePairs(const Repetitions& repetitions, const std::function<void()>& first,
                                 const std::function<void()>& second);
 
@@ -53,7 +53,7 @@ struct Point {
   double time;
 };
 
-// The slope of log(time) over log(size), by least squares: 1 is linear growth. Wants two different sizes.
+// The slope of log(time) over log(size), by least squares: 1 is linear growth. Requires two different sizes.
 [[nodiscard]] double growthExponent(std::span<const Point> points);
 
 }  // namespace velt::bench

@@ -1,6 +1,6 @@
 #pragma once
 
-// What is selected, everything in the model space of a drawing, between InitializePropData and UnInitializePropData.
+// A selection of everything in the model space of a drawing.
 
 #include <cstdint>
 #include <memory>
@@ -14,13 +14,13 @@ namespace velt::bench {
 
 class Selection {
  public:
-  // Reads the drawing (DXF text), of whose model space everything is selected; the automation objects are made by setUp().
+  // Reads the drawing, which is given as DXF text. The automation objects are made by setUp().
   explicit Selection(std::string drawing);
   ~Selection();
   Selection(const Selection&) = delete;
   Selection& operator=(const Selection&) = delete;
 
-  // Throws std::runtime_error when the layer refuses.
+  // InitializePropData and UnInitializePropData. setUp throws std::runtime_error when the layer fails.
   void setUp();
   void tearDown();
 

@@ -91,11 +91,12 @@ void measureWriting(const Settings& settings, Report& report) {
     Selection selection(drawingOf(Content::Lines, entities));
     selection.setUp();
     const PROPINFO row = rowOf(selection);
-    // Another value each time: the value that is there already is not written again.
+    // Another value each time, because the host does not write a value that is there already.
     double next = 1.0;
     const auto another = [&] { return real(next += 0.25); };
     VARIANT first = another();
-    writeBare(selection, first);  // from here on every record has been edited before
+    // The first edit of a record costs more than later ones, so every record is edited once beforehand.
+    writeBare(selection, first);
     const Pairs times = samplePairs(
         repetitions,
         [&] {

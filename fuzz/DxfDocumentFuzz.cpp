@@ -1,5 +1,5 @@
-// Whatever the bytes are: they are refused with an Error, or they form a document that gives them back unchanged and
-// whose every lens can be looked through; and an edited document reads back as what it was made into.
+// Any bytes are either refused with an Error, or they form a document that gives them back unchanged and of which
+// everything can be read; and when a document is edited and written, it reads back as edited.
 
 #include <cstddef>
 #include <cstdint>
@@ -35,7 +35,8 @@ void lookThrough(const RecordView& view, const Document& document) {
   const std::size_t size = view.size();
   require(size != 0);
   require(view.handle().size() <= 0xFFFFFFFF);
-  // Lookups start at the front; a bound keeps records of a hundred thousand pairs from taking quadratic time.
+  // Each look-up begins at the start of the record, so without a bound a record of a hundred thousand pairs would take
+  // quadratic time.
   constexpr std::size_t enough = 64;
   for (std::size_t i = 0; i < size; ++i) {
     const std::wstring text = document.decode(view.value(i));
@@ -81,7 +82,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const std::string_view name : document->headerNames())
     require(document->headerVariable(name).has_value());
 
-  // Every record gets a pair at its end. None of them may change what the others are.
+  // Every record gets a pair at its end, which must not change the other records.
   const auto count = static_cast<std::uint32_t>(document->recordCount());
   for (std::uint32_t index = 0; index < count; ++index) {
     if (document->type(index) == "EOF") continue;

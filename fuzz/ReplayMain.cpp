@@ -1,6 +1,6 @@
 // Feeds files to a fuzz target without a fuzzer: every file given, and every file below every folder given, in the
-// order of their names. Ends with 1 when a path cannot be read or when there was nothing to replay, so that a corpus
-// that went missing does not look like a corpus that passed.
+// order of their names. Exits with 1 when a path cannot be read or there was nothing to replay, so that a missing
+// corpus does not look like one that passed.
 
 #include <algorithm>
 #include <cstddef>
@@ -35,7 +35,7 @@ bool replay(const fs::path& path) {
     return false;
   }
   const std::vector<char> bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  // The name comes first: when the target crashes, the last line tells on what.
+  // The name is printed first, so that after a crash the last line tells which input it was.
   std::printf("%s\n", path.c_str());
   std::fflush(stdout);
   LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());

@@ -10,7 +10,7 @@ namespace velt::bench {
 
 using CallCounts = std::map<std::string, std::int64_t>;
 
-// Of the process; whoever wants the counts of some work empties it first.
+// The counts of the process. To count some work, empty it first.
 [[nodiscard]] inline CallCounts& callCounts() {
   static CallCounts counts;
   return counts;

@@ -1,5 +1,5 @@
-// The host's functions under their own names: they count and forward. This program exports them, so the layer, the
-// floor and the host itself call these in place of the host's.
+// Functions with the names of the host's, which count and forward. This program exports them, so the layer, the floor
+// and the host itself call these instead of the host's own.
 
 #include <dlfcn.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// An entity's automation object that counts what it is asked and passes it on to the real one.
+// An automation object that counts every call and passes it on to the real one.
 
 #include <memory>
 #include <string>
@@ -12,8 +12,7 @@
 
 namespace velt::bench {
 
-// `Dispatch` is IDispatch or IVeltHatch. Lives as long as somebody has a reference to it, and so long keeps one to the
-// real object.
+// `Dispatch` is IDispatch or IVeltHatch. It ends with its last reference, and keeps one to the real object until then.
 template <class Dispatch>
 class CountedObject : public Dispatch,
                       public IVeltBaseObject,
@@ -23,7 +22,7 @@ class CountedObject : public Dispatch,
                       public IPerPropertyBrowsing,
                       public IVkPiPropertyDisplay {
  public:
-  // Has one reference, for the caller.
+  // Begins with one reference, for the caller.
   explicit CountedObject(IUnknown& real)
       : dispatch_(find<Dispatch>(real)),
         baseObject_(find<IVeltBaseObject>(real)),

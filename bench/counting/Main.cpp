@@ -1,8 +1,8 @@
-// velt_bench_counts: whether a query and its floor make the same calls to the host, each as often. Ends with 1 when
-// they do not.
+// velt_bench_counts checks that a query and its floor make the same calls to the host, each one equally often. It exits
+// with 1 when they do not.
 //
-// The objects of the entities are replaced by ones that count, the host's functions by ones that count, and what the
-// objects inside values (colors, hyperlinks) hand out is taken from the host's ledger.
+// The automation objects of the entities and the host's functions are replaced by ones that count. What objects inside
+// values (colors, hyperlinks) hand out is taken from the host's ledger.
 
 #include <array>
 #include <cstdint>
@@ -40,7 +40,7 @@ IDispatch* countedFor(IUnknown& real, const GUID& clsid) {
   return new CountedEntity(real);
 }
 
-// The references of the entries go over to the objects that count.
+// Puts objects that count in the place of the entries' own, and takes over their references.
 void countObjectsOf(Selection& selection) {
   for (VeltPropData* const entry : selection.entries()) {
     IDispatch* const counted = countedFor(*entry->pUnknown, entry->clsid);
@@ -90,7 +90,8 @@ bool check(const NamedContent& named, std::uint32_t entities) {
     for (PROPINFO& row : rows)
       VariantClear(&row.value);
   };
-  query();  // fills the cache of property lists
+  // Fills the cache of property lists.
+  query();
   Floor floor(selection);
   const CallCounts ofQuery = countsOf(query);
   const CallCounts ofFloor = countsOf([&] { floor.run(); });
