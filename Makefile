@@ -47,7 +47,7 @@ format:
 
 lint:
 	@scripts/install-dependencies build test style
-	@scripts/build dev && scripts/lint build/dev
+	@cmake --preset lint && scripts/lint build/lint
 
 accept-golden:
 	@scripts/install-dependencies build test

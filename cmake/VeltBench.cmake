@@ -11,6 +11,7 @@ add_library(velt_bench_parts STATIC ${veltBenchSources})
 target_link_libraries(velt_bench_parts
   PRIVATE velt_common
   PUBLIC VeltPropData VeltEmbeddedHost velt_samples nlohmann_json::nlohmann_json fmt::fmt)
+velt_precompiled(velt_hidden_headers velt_bench_parts)
 
 add_executable(velt_bench "${veltBenchMain}")
 target_link_libraries(velt_bench PRIVATE velt_common velt_bench_parts)

@@ -3,6 +3,8 @@ add_library(velt_common INTERFACE)
 target_include_directories(velt_common INTERFACE "${PROJECT_SOURCE_DIR}")
 target_link_libraries(velt_common INTERFACE velt_warnings velt_instrument)
 
+include(VeltPrecompiled)  # needs velt_common
+
 # --- the property layer -------------------------------------------------------------------------------------------
 #
 # Compiled once, linked twice: as the shared library that ships, and as an archive for the tests of its inner parts,
@@ -82,3 +84,6 @@ if(NOT VELT_INSTRUMENTED)
   target_link_options(VeltDxf PRIVATE "LINKER:--no-undefined")
   target_link_options(VeltEmbeddedHost PRIVATE "LINKER:--no-undefined")
 endif()
+
+velt_precompiled(velt_hidden_headers velt_propdata_objects velt_samples)
+velt_precompiled(velt_visible_headers VeltDxf VeltEmbeddedHost)

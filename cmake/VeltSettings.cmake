@@ -33,7 +33,11 @@ if(NOT CMAKE_CXX_COMPILER_LAUNCHER)
   find_program(VELT_CCACHE ccache)
   mark_as_advanced(VELT_CCACHE)
   if(VELT_CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${VELT_CCACHE}")
+    # What a unit sees of a precompiled header is its content, not its time; and paths below the tree are kept relative,
+    # so that a second checkout compiles nothing that the first one has compiled.
+    set(CMAKE_CXX_COMPILER_LAUNCHER env
+      CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+      "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1 "${VELT_CCACHE}")
   endif()
 endif()
 

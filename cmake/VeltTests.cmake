@@ -1,12 +1,32 @@
 include(GoogleTest)
 
 # --- what tests share ---------------------------------------------------------------------------------------------
+#
+# The code of tests is part of programs alone, so all of it is compiled as such, and shares its precompiled headers.
+# Its functions are visible, so that one that bears the name of a host function takes its place everywhere. Debug
+# information for lines and names is enough to read a trace, and saves a fifth of the time that tests take to compile.
+function(velt_test_code)
+  foreach(target IN LISTS ARGN)
+    set_target_properties(${target} PROPERTIES
+      POSITION_INDEPENDENT_CODE OFF
+      CXX_VISIBILITY_PRESET default
+      VISIBILITY_INLINES_HIDDEN OFF)
+    target_compile_options(${target} PRIVATE -fPIE $<$<CONFIG:Debug>:-g1>)
+  endforeach()
+endfunction()
+
+velt_precompiled_holder(velt_test_headers ${VELT_STANDARD_HEADERS} <gtest/gtest.h>)
+if(TARGET velt_test_headers)
+  target_link_libraries(velt_test_headers PRIVATE GTest::gtest)
+  velt_test_code(velt_test_headers)
+endif()
+
 velt_sources_or_placeholder(veltSupportSources tests/support)
 add_library(velt_test_support STATIC ${veltSupportSources})
 target_link_libraries(velt_test_support
   PUBLIC velt_common VeltEmbeddedHost velt_samples GTest::gmock GTest::gtest rapidcheck rapidcheck_gtest)
-# Functions of tests are visible, so that one that bears the name of a host function takes its place everywhere.
-set_target_properties(velt_test_support PROPERTIES CXX_VISIBILITY_PRESET default VISIBILITY_INLINES_HIDDEN OFF)
+velt_test_code(velt_test_support)
+velt_precompiled(velt_test_headers velt_test_support)
 # Where golden files, plug-ins and the build stand. Only one source is compiled with these, so that a build in another
 # folder compiles the same otherwise.
 set(VELT_TEST_PLUGIN_DIR "${CMAKE_BINARY_DIR}/test-plugins")
@@ -53,10 +73,9 @@ foreach(folder IN LISTS veltTestFolders)
       target_link_libraries(${target} PRIVATE VeltPropData)
     endif()
     target_link_libraries(${target} PRIVATE VeltEmbeddedHost GTest::gmock_main)
-    set_target_properties(${target} PROPERTIES
-      ENABLE_EXPORTS ON
-      CXX_VISIBILITY_PRESET default
-      VISIBILITY_INLINES_HIDDEN OFF)
+    set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON DEFINE_SYMBOL "")
+    velt_test_code(${target})
+    velt_precompiled(velt_test_headers ${target})
     if(VELT_PLUGIN_TARGETS OR veltTestPluginTargets)
       add_dependencies(${target} ${VELT_PLUGIN_TARGETS} ${veltTestPluginTargets})
     endif()

@@ -15,6 +15,7 @@ add_library(velt_tool STATIC ${veltToolSources})
 target_link_libraries(velt_tool
   PRIVATE velt_common
   PUBLIC VeltPropData VeltEmbeddedHost velt_samples CLI11::CLI11 nlohmann_json::nlohmann_json fmt::fmt)
+velt_precompiled(velt_hidden_headers velt_tool)
 
 if(EXISTS "${veltToolMain}")
   add_executable(veltprops "${veltToolMain}")
