@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "propdata/VeltPropData.h"
-#include "propdata/merge/ListIndex.h"
+#include "propdata/merge/LayoutTable.h"
 #include "propdata/support/Guards.h"
 
 using namespace velt::propdata;

@@ -1,4 +1,4 @@
-#include "propdata/merge/ListIndex.h"
+#include "propdata/merge/LayoutTable.h"
 
 #include <gtest/gtest.h>
 
