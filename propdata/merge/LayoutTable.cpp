@@ -1,21 +1,16 @@
 #include "propdata/merge/LayoutTable.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <functional>
+#include <iterator>
+#include <utility>
 
 #include "propdata/support/Guards.h"
 
 namespace velt::propdata {
 
 namespace {
-
-std::size_t mix(std::size_t seed, std::size_t value) {
-  return seed * 0x9E3779B97F4A7C15ULL + value;
-}
-
-std::size_t hashOf(const CStdStr<wchar_t>& text) {
-  return std::hash<std::wstring>()(text.str());
-}
 
 // Lists that come from one cached list share its strings, so a look at the characters is not needed to see that
 // they are alike; lists with equal strings of their own count as unlike.
@@ -30,49 +25,6 @@ bool hasKey(const PropertyKey& key, const PROPINFO& row) {
 }
 
 }  // namespace
-
-// --- keys ------------------------------------------------------------------------------------------------
-
-std::size_t KeyTable::Hash::operator()(const SamenessKey& key) const {
-  const auto numbers =
-      static_cast<std::size_t>(static_cast<std::uint32_t>(key.categoryId)) * 2 + (key.isEditable ? 1 : 0);
-  return mix(mix(numbers, hashOf(key.categoryName)), hashOf(key.name));
-}
-
-std::size_t KeyTable::Hash::operator()(const FullKey& key) const {
-  const auto flags =
-      static_cast<std::size_t>(key.property.hasChoices ? 2 : 0) + (key.property.isElement ? 1 : 0);
-  return mix(mix(key.sameness, flags), hashOf(key.property.displayName));
-}
-
-KeyNumber KeyTable::samenessKey(const PROPINFO& row) {
-  return sameness_.try_emplace(SamenessKey::of(row), static_cast<KeyNumber>(sameness_.size())).first->second;
-}
-
-KeyNumber KeyTable::fullKey(KeyNumber sameness, const PROPINFO& row) {
-  return full_.try_emplace({sameness, PropertyKey::of(row)}, static_cast<KeyNumber>(full_.size()))
-      .first->second;
-}
-
-// --- one layout ------------------------------------------------------------------------------------------
-
-std::uint32_t ListLayout::next(const std::vector<Entry>& sorted, KeyNumber key, std::uint32_t from) {
-  const auto entry = std::lower_bound(sorted.begin(), sorted.end(), Entry{key, from});
-  return entry != sorted.end() && entry->key == key ? entry->place : none;
-}
-
-std::uint32_t ListLayout::nextCandidate(KeyNumber sameness, KeyNumber full, std::uint32_t from) const {
-  return std::min(next(rows_, sameness, from), next(elements_, full, from));
-}
-
-std::uint32_t ListLayout::first(KeyNumber sameness) const {
-  if (const std::uint32_t place = next(rows_, sameness, 0); place != none) return place;
-  const auto expansion = std::find_if(expansions_.begin(), expansions_.end(),
-                                      [&](const Entry& entry) { return entry.key == sameness; });
-  return expansion != expansions_.end() ? expansion->place : none;
-}
-
-// --- the layouts of a merge ------------------------------------------------------------------------------
 
 bool LayoutTable::KnownList::isLike(const TqVector<PROPINFO>& list) const {
   return layout != nullptr && std::equal(rows.begin(), rows.end(), list.begin(), list.end(), hasSameStrings);
