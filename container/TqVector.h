@@ -132,7 +132,7 @@ class TqVector {
     if (length == block_->logicalLength) return true;
     if (length > block_->physicalLength) {
       const size_type grown =
-          GrowPolicy::growCount(block_->logicalLength, block_->physicalLength, length, block_->growCount);
+          GrowPolicy::growCount(block_->logicalLength, block_->physicalLength, length, ownGrowCount());
       if (!setPhysicalLength(grown)) return false;
     } else if (!copyBeforeWrite(length)) {
       return false;
@@ -148,7 +148,7 @@ class TqVector {
       *this = TqVector();
       return true;
     }
-    return replaceBlock(newBlock(length, block_->growCount, block_->logicalLength, isShared()));
+    return replaceBlock(newBlock(length, ownGrowCount(), block_->logicalLength, isShared()));
   }
 
   // Makes the block this vector's own, with min(keep, logical length) elements, when others share it. False
@@ -161,6 +161,11 @@ class TqVector {
 
  private:
   bool isShared() const { return RefCounter::read(block_->refCount) >= 2; }
+
+  // A vector without a block of its own grows by the default, whatever stands in the block that all such vectors share.
+  size_type ownGrowCount() const {
+    return block_ == gpEmptyVectorData ? GrowPolicy::defaultGrowCount : block_->growCount;
+  }
 
   T* elements() const { return static_cast<T*>(block_->elements); }
 
@@ -198,7 +203,7 @@ class TqVector {
     // QUIRK(clone_of_empty_holds_16): a clone of a block without slots gets 16.
     constexpr size_type slotsOfAnEmptyClone = 16;
     const size_type physical = block_->physicalLength != 0 ? block_->physicalLength : slotsOfAnEmptyClone;
-    return newBlock(physical, block_->growCount, keep, true);
+    return newBlock(physical, ownGrowCount(), keep, true);
   }
 
   // A block with min(keep, logical length, physical) of this vector's elements, or null (status 6 reported).

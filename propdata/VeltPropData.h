@@ -230,8 +230,9 @@ struct Guid2DispIds {
 // For the palette
 // ---------------------------------------------------------------------------------------------------------
 
-// Gives every entry its class id and automation object and starts COM. Stops at the first entry that fails:
-// entries before it keep their objects (so UnInitializePropData is still due), entries after it are untouched.
+// Gives every entry its class id and automation object and starts COM. Null entries are skipped. Stops at the
+// first entry that fails: entries before it keep their objects (so UnInitializePropData is still due), entries
+// after it are untouched.
 //   errorText     emptied; on failure one of
 //                 1001 COM could not be initialised (no entry touched)
 //                 1002 the automation object could not be created
@@ -241,13 +242,14 @@ struct Guid2DispIds {
 VELT_PROPDATA_EXPORT bool InitializePropData(TqVector<VeltPropData*>& selection, CStdStr<wchar_t>& errorText,
                                              bool& mixedClasses);
 
-// Releases the automation objects, sets the pointers to null and ends COM. An empty selection does nothing,
-// although InitializePropData starts COM for one. Always true.
+// Releases the automation objects, sets the pointers to null and ends COM. Null entries are skipped. An empty
+// selection does nothing, although InitializePropData starts COM for one. Always true.
 VELT_PROPDATA_EXPORT bool UnInitializePropData(TqVector<VeltPropData*>& selection);
 
 // The rows of the selection: the properties that all entities have, with the first entity's values, isVaries
-// where they differ; dynamic rows behind them.
-//   selection  after InitializePropData
+// where they differ; after them the dynamic rows.
+//   selection  after InitializePropData; an empty one is answered with false, without a message, and so is one
+//              with a null entry
 //   result     emptied first; after a failure holds what a failed merge had put there
 //   errorText  the message of the step that failed (1005 to 1011, 1020 to 1022, 1014, 1015, 1019); messages of
 //              failures that do not end the query may stand there after success (1018, 1014, 1015, 1019)
@@ -256,8 +258,11 @@ VELT_PROPDATA_EXPORT bool UnInitializePropData(TqVector<VeltPropData*>& selectio
 VELT_PROPDATA_EXPORT bool GetPropertiesInfo(TqVector<VeltPropData*>& selection, TqVector<PROPINFO>& result,
                                             CStdStr<wchar_t>& errorText, bool& mergeFlag, bool& typeFlag);
 
-// Reads one row's value again, with its weight and kind; never expands it. The value held before is
-// overwritten, not cleared. Always true: when the get fails, value has the declared type as its tag.
+// Reads one row's value again, with its weight and kind; never expands it. Always true: nobody is told when the
+// get fails. What the value held before is overwritten, not cleared, and after a failed get the old bits stand
+// under the declared type: a string or object that somebody else owns, or that was cleared long ago. So whoever
+// owns the value takes it out before the call, to clear it, and leaves VARIANT{} in its place: then the value can
+// be cleared after the call, whatever became of it. Otherwise it must not be.
 VELT_PROPDATA_EXPORT bool GetPropInfoValue(PROPINFO& prop);
 
 // Puts a list in display order: by weight, elements of one property by cookie. Not stable.
@@ -278,8 +283,9 @@ VELT_PROPDATA_EXPORT bool IsDifferentByLayerColors(VARIANT& value, TqVector<PROP
 //                  left alone when a property put fails
 //   lockedCount    one is added for each entity on a locked layer; such an entity is skipped
 //   touchedIds     gets the id of every entity on an unlocked layer before its write is attempted
-// Entities that cannot be opened, or whose layer cannot, are skipped without a word. 1 when every entity was
-// processed, and for every dynamic property; 0 when an entity failed: those before it keep the new value.
+// Null entries, and entities that cannot be opened or whose layer cannot, are skipped without a word. 1 when
+// every entity was processed, and for every dynamic property; 0 when an entity failed: those before it keep the
+// new value.
 VELT_PROPDATA_EXPORT int SetPropertiesValue(TqVector<VeltPropData*>& selection, const PROPINFO& property,
                                             VARIANT& value, bool elementWrite, CStdStr<wchar_t>& errorText,
                                             int& lockedCount, VkArray<VkDbObjectId>& touchedIds,
@@ -363,9 +369,10 @@ VELT_PROPDATA_EXPORT void getPropValue(PROPINFO& prop, TqVector<PROPINFO>& eleme
 // Merge
 // ---------------------------------------------------------------------------------------------------------
 
-// Merges the lists of the selection's entities into one. False only when there is no list or memory runs out
-// (result is then untouched). entities and flag are not used; errorText may receive 1014, 1015 or 1019
-// although the merge succeeds. lists 1 onward are changed in place: values read, names emptied, elements appended.
+// Merges the lists of the selection's entities into one. False only when there is no list (without a message)
+// or memory runs out; result is then untouched. entities and flag are not used; errorText may receive 1014, 1015
+// or 1019 although the merge succeeds. lists 1 onward are changed in place: values read, names emptied, elements
+// appended.
 VELT_PROPDATA_EXPORT bool ExcuteIntersect(TqVector<VeltPropData*>& entities,
                                           TqVector<TqVector<PROPINFO>>& lists, TqVector<PROPINFO>& result,
                                           CStdStr<wchar_t>& errorText, bool& flag);
@@ -402,7 +409,8 @@ VELT_PROPDATA_EXPORT int GetDynamicPropertyPropInfoDefault(IDispatch* entity, IU
 // The property sources of the entity's class, as an array of IUnknown. 1: out is filled; 0: there are none.
 VELT_PROPDATA_EXPORT int GetDynProperteySources(IDispatch* entity, COleSafeArray& out);
 
-// Appends a row for each property that the source offers for the entity. 0: the source failed or has none.
+// Appends a row for each property that the source offers for the entity. 1: the source answered, even if no row
+// came of it; 0: it failed or left its answer empty.
 VELT_PROPDATA_EXPORT int GetDynPropSourcePropInfo(IDispatch* entity, IPropertySource* source,
                                                   TqVector<PROPINFO>& out);
 
@@ -412,8 +420,8 @@ VELT_PROPDATA_EXPORT int GetDynPropSourcesPropInfo(IDispatch* entity, TqVector<P
 // Whether dynamic rows are shown: a single entity, or references to one dynamic block.
 VELT_PROPDATA_EXPORT bool isAllEntitiesSameDynProp(TqVector<VeltPropData*>& selection);
 
-// Rebuilds the choices of a dynamic row. 0, with the lists left alone, when it enumerates nothing or a value
-// cannot be had.
+// Rebuilds the choices of a dynamic row. 1 also for an enumeration without values, which empties the lists; 0,
+// with the lists left alone, when the property has no IDynamicEnumProperty or the data of a value cannot be had.
 VELT_PROPDATA_EXPORT int fillDynPropComboBox(PROPINFO& property);
 
 // Write a value to every dynamic property of dynSources. 0: there are none; 1: all were visited; 2 (the first

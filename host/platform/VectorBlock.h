@@ -21,5 +21,5 @@ struct TqVectorBlock {
 static_assert(sizeof(TqVectorBlock) == 24 && offsetof(TqVectorBlock, elements) == 16);
 
 // Shared by every empty vector of the process and counted like any other block. The host holds one reference
-// of its own, so it is never freed; its lengths stay 0.
+// of its own, so it is never freed. Its lengths stay 0, and its grow count is 8, with which every vector begins.
 extern "C" TqVectorBlock* gpEmptyVectorData;

@@ -277,6 +277,22 @@ TEST_F(TqVectorTest, NineElementsTakeEightSlotsAndThenSixteen) {
   EXPECT_EQ(contents(vector), (std::vector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9}));
 }
 
+// A host that has nothing to say about growth in its empty block does not change how vectors grow.
+TEST_F(TqVectorTest, BeginsWithAGrowCountOfEightWhateverStandsInTheEmptyBlock) {
+  const std::uint32_t usual = std::exchange(gpEmptyVectorData->growCount, 0);
+  Slots pushed;
+  pushed.push_back(Slot(1));
+  Slots resized;
+  resized.setPhysicalLength(3);
+  Slots cloned;
+  static_cast<void>(cloned.begin());
+  gpEmptyVectorData->growCount = usual;
+
+  EXPECT_EQ(pushed.physicalLength(), 8u);
+  for (const Slots* const vector : {&pushed, &resized, &cloned})
+    EXPECT_EQ(blockOf(*vector)->growCount, 8u);
+}
+
 TEST_F(TqVectorTest, GrowsFromItsLengthAndNotFromItsSlots) {
   Slots vector;
   vector.setPhysicalLength(3);

@@ -1,5 +1,7 @@
 // Reading the value of a row from a toy object.
 
+#include <utility>
+
 #include "tests/support/LayerTest.h"
 #include "tests/support/Row.h"
 #include "tests/support/ToyColor.h"
@@ -119,6 +121,21 @@ TEST_P(EitherReader, Quirk_type_tag_before_get) {
 
   EXPECT_EQ(prop.value.vt, VT_R8) << "the declared type stands over the bits that were there";
   EXPECT_EQ(prop.value.lVal, 42);
+}
+
+// As callers are told to do it: nobody learns that the get failed, and the old value must not be cleared twice.
+TEST_P(EitherReader, AValueThatWasTakenOutBeforeCanBeClearedAfterAFailedGet) {
+  prop.valueType = VT_BSTR;
+  prop.value = text(L"old").make();
+  host.on("Invoke").fail();
+
+  VARIANT before = std::exchange(prop.value, VARIANT{});
+  readEither();
+  EXPECT_EQ(prop.value.vt, VT_BSTR);
+  VariantClear(&prop.value);
+  VariantClear(&before);
+
+  EXPECT_EQ(host.log.count("SysFreeString(old)"), 1);
 }
 
 TEST_P(EitherReader, TheResultOfTheGetIsNotLookedAt) {
@@ -254,16 +271,17 @@ TEST_P(EitherReader, ThePlaceInTheTableIsTakenWithoutTheDisplayInterface) {
 
 TEST_P(EitherReader, ARowWithoutACustomTypeGetsItsKind) {
   radius.holds(r8(1.5));
-  for (const int before : {0, 551}) {
+  for (const int before : {PropertyKind::none, PropertyKind::unknownType}) {
     prop.customType = before;
     readEither();
-    EXPECT_EQ(prop.customType, 528) << "before: " << before;
+    EXPECT_EQ(prop.customType, PropertyKind::number) << "before: " << before;
   }
 }
 
 TEST_P(EitherReader, AnyOtherCustomTypeStays) {
   radius.holds(r8(1.5));
-  for (const int before : {540, 547, 550, 552, 503, -1}) {
+  for (const int before : std::initializer_list<int>{PropertyKind::color, PropertyKind::linetype,
+                                                     PropertyKind::area, PropertyKind::vertex, 552, -1}) {
     prop.customType = before;
     readEither();
     EXPECT_EQ(prop.customType, before);
@@ -272,11 +290,11 @@ TEST_P(EitherReader, AnyOtherCustomTypeStays) {
 
 TEST_P(EitherReader, TheKindMayBeNone) {
   radius.holds(ofType(VT_DATE));
-  prop.customType = 551;
+  prop.customType = PropertyKind::unknownType;
 
   readEither();
 
-  EXPECT_EQ(prop.customType, 0);
+  EXPECT_EQ(prop.customType, PropertyKind::none);
 }
 
 TEST_P(EitherReader, TheKindIsThatOfTheValueThatWasRead) {
@@ -286,7 +304,7 @@ TEST_P(EitherReader, TheKindIsThatOfTheValueThatWasRead) {
 
   readEither();
 
-  EXPECT_EQ(prop.customType, 505);
+  EXPECT_EQ(prop.customType, PropertyKind::colorObject);
   VariantClear(&prop.value);
   EXPECT_EQ(host.balance(), "balanced");
 }
@@ -297,12 +315,12 @@ TEST_P(EitherReader, TheKindDependsOnTheClassOfTheRow) {
   prop.name = L"Area";
 
   readEither();
-  EXPECT_EQ(prop.customType, 529);
+  EXPECT_EQ(prop.customType, PropertyKind::shapeArea);
 
   prop.clsid = CLSID_VeltLine;
-  prop.customType = 0;
+  prop.customType = PropertyKind::none;
   readEither();
-  EXPECT_EQ(prop.customType, 528);
+  EXPECT_EQ(prop.customType, PropertyKind::number);
 }
 
 TEST_P(EitherReader, WhicheverCallFailsTheRowCountsAsRead) {
@@ -354,11 +372,11 @@ TEST_F(ValueRetrieval, AnExpandedPropertyHasNoKind) {
   circle.property(1301, L"Hyperlinks").noElements().grouped(0);
   prop.dispId = 1301;
   prop.valueType = VT_VARIANT;
-  prop.customType = 0;
+  prop.customType = PropertyKind::none;
 
   read();
 
-  EXPECT_EQ(prop.customType, 0) << "1301 would be 510";
+  EXPECT_EQ(prop.customType, PropertyKind::none) << "1301 would be hyperlinks";
   EXPECT_TRUE(prop.hasValue);
   EXPECT_TRUE(elements.isEmpty());
   EXPECT_EQ(prop.value.vt, VT_EMPTY);
@@ -367,11 +385,11 @@ TEST_F(ValueRetrieval, AnExpandedPropertyHasNoKind) {
 TEST_F(ValueRetrieval, AnExpandedPropertyKeepsItsOtherFields) {
   radius.element(10, L"X", r8(1.0)).grouped(2, 5);
   prop.valueType = VT_VARIANT;
-  prop.customType = 551;
+  prop.customType = PropertyKind::unknownType;
 
   read();
 
-  EXPECT_EQ(prop.customType, 551);
+  EXPECT_EQ(prop.customType, PropertyKind::unknownType);
   EXPECT_EQ(prop.value.vt, VT_EMPTY);
   EXPECT_EQ(prop.valueType, VT_VARIANT);
   EXPECT_EQ(prop.elementGrouping, 0);
@@ -387,7 +405,7 @@ TEST_F(ValueRetrieval, AVariantThatIsNotExpandedIsFetchedAndTheMessageIsDropped)
   read();
 
   EXPECT_EQ(print(prop.value), "VT_BSTR \"whole\"");
-  EXPECT_EQ(prop.customType, 535);
+  EXPECT_EQ(prop.customType, PropertyKind::text);
   EXPECT_TRUE(elements.isEmpty());
   EXPECT_EQ(host.log.count("Invoke(4, get, locale 0x407, result VT_VARIANT"), 1);
   VariantClear(&prop.value);

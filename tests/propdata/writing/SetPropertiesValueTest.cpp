@@ -210,6 +210,17 @@ TEST_F(SetPropertiesValueTest, AnOpeningThatFailsSkipsTheEntityWhateverItHandedO
   EXPECT_EQ(error(), untouched);
 }
 
+TEST_F(SetPropertiesValueTest, NullEntriesArePassedOver) {
+  selection.addNull();
+  add(12);
+
+  EXPECT_EQ(set(), 1);
+
+  EXPECT_EQ(error(), untouched);
+  EXPECT_EQ(touchedIds(), Ids{12});
+  EXPECT_EQ(puts().size(), 1U);
+}
+
 TEST_F(SetPropertiesValueTest, ANullLayerIsNotOpened) {
   add(11, 0);
 
