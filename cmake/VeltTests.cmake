@@ -53,7 +53,7 @@ endforeach()
 # Tests of the folders of the layer link the archive and reach its inner parts; tests of the host see no layer; all
 # others link the two libraries as they ship.
 set(veltLayerFolders text errors container propdata)
-set(veltNoLayerFolders host dxf samples embedded house)
+set(veltNoLayerFolders host holders dxf samples embedded house)
 
 velt_subfolders(veltTestFolders tests)
 foreach(folder IN LISTS veltTestFolders)

@@ -8,8 +8,8 @@
 #include "host/palette/IDynamicProperty2.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/EntityId.h"
-#include "propdata/support/BStr.h"
-#include "propdata/support/ComPtr.h"
+#include "holders/StringHolder.h"
+#include "holders/InterfaceHolder.h"
 #include "propdata/support/Guards.h"
 
 using namespace velt::propdata;

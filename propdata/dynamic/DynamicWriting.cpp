@@ -7,7 +7,7 @@
 #include "host/palette/IDynamicProperty2.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/EntityId.h"
-#include "propdata/support/ComPtr.h"
+#include "holders/InterfaceHolder.h"
 
 using namespace velt::propdata;
 

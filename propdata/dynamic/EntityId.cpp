@@ -1,7 +1,7 @@
 #include "propdata/dynamic/EntityId.h"
 
 #include "host/automation/IVeltBaseObject.h"
-#include "propdata/support/ComPtr.h"
+#include "holders/InterfaceHolder.h"
 
 namespace velt::propdata {
 

@@ -6,10 +6,10 @@
 #include "host/palette/PerInstanceProperties.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/EntityId.h"
-#include "propdata/support/BStr.h"
-#include "propdata/support/ComPtr.h"
+#include "holders/StringHolder.h"
+#include "holders/InterfaceHolder.h"
 #include "propdata/support/Guards.h"
-#include "propdata/support/ScopedVariant.h"
+#include "holders/VariantHolder.h"
 
 using namespace velt::propdata;
 

@@ -2,9 +2,9 @@
 
 #include "host/automation/IVeltVkCmColor.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/BStr.h"
-#include "propdata/support/ComPtr.h"
-#include "propdata/support/Opened.h"
+#include "holders/StringHolder.h"
+#include "holders/InterfaceHolder.h"
+#include "holders/OpenObjectHolder.h"
 
 using namespace velt::propdata;
 

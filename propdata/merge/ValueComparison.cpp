@@ -8,9 +8,9 @@
 #include "host/com/ComRuntime.h"
 #include "host/palette/IOPMPropertyExpander.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/BStr.h"
-#include "propdata/support/ComPtr.h"
-#include "propdata/support/CountedStrings.h"
+#include "holders/StringHolder.h"
+#include "holders/InterfaceHolder.h"
+#include "holders/CountedStringsHolder.h"
 #include "propdata/support/Guards.h"
 
 using namespace velt::propdata;

@@ -5,9 +5,9 @@
 #include "host/automation/IVeltBaseObject.h"
 #include "host/automation/TqAutoCreateInstance.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/ComPtr.h"
+#include "holders/InterfaceHolder.h"
 #include "propdata/support/Guards.h"
-#include "propdata/support/Opened.h"
+#include "holders/OpenObjectHolder.h"
 
 using namespace velt::propdata;
 namespace message = velt::errors::message;

@@ -2,8 +2,8 @@
 
 #include "host/palette/ICategorizeProperties.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/BStr.h"
-#include "propdata/support/ComPtr.h"
+#include "holders/StringHolder.h"
+#include "holders/InterfaceHolder.h"
 #include "propdata/support/Guards.h"
 
 using namespace velt::propdata;

@@ -4,10 +4,10 @@
 #include "host/com/TypeInfo.h"
 #include "host/palette/IOPMPropertyExtension.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/BStr.h"
-#include "propdata/support/ComPtr.h"
+#include "holders/StringHolder.h"
+#include "holders/InterfaceHolder.h"
 #include "propdata/support/Guards.h"
-#include "propdata/support/TypeInfoBlocks.h"
+#include "holders/TypeInfoBlockHolder.h"
 
 using namespace velt::propdata;
 namespace message = velt::errors::message;

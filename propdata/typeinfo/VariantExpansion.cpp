@@ -2,10 +2,10 @@
 
 #include "host/palette/IOPMPropertyExpander.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/ComPtr.h"
-#include "propdata/support/CountedStrings.h"
+#include "holders/InterfaceHolder.h"
+#include "holders/CountedStringsHolder.h"
 #include "propdata/support/Guards.h"
-#include "propdata/support/ScopedVariant.h"
+#include "holders/VariantHolder.h"
 
 using namespace velt::propdata;
 namespace message = velt::errors::message;

@@ -7,7 +7,7 @@
 
 #include "host/automation/IVeltVkCmColor.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/ComPtr.h"
+#include "holders/InterfaceHolder.h"
 
 using namespace velt::propdata;
 

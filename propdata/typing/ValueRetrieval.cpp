@@ -3,9 +3,9 @@
 #include "host/automation/IVkPiPropertyDisplay.h"
 #include "host/com/ComRuntime.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/ComPtr.h"
+#include "holders/InterfaceHolder.h"
 #include "propdata/support/Guards.h"
-#include "propdata/support/ScopedVariant.h"
+#include "holders/VariantHolder.h"
 
 using namespace velt::propdata;
 

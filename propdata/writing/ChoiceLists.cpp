@@ -2,8 +2,8 @@
 
 #include "host/com/IPerPropertyBrowsing.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/ComPtr.h"
-#include "propdata/support/CountedStrings.h"
+#include "holders/InterfaceHolder.h"
+#include "holders/CountedStringsHolder.h"
 #include "propdata/support/Guards.h"
 
 using namespace velt::propdata;

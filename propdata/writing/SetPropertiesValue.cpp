@@ -5,10 +5,10 @@
 #include "host/com/ComRuntime.h"
 #include "host/palette/IOPMPropertyExpander.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/BStr.h"
-#include "propdata/support/ComPtr.h"
+#include "holders/StringHolder.h"
+#include "holders/InterfaceHolder.h"
 #include "propdata/support/Guards.h"
-#include "propdata/support/Opened.h"
+#include "holders/OpenObjectHolder.h"
 
 using namespace velt::propdata;
 namespace message = velt::errors::message;
