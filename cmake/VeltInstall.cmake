@@ -10,7 +10,7 @@ if(VELT_PLUGIN_TARGETS)
 endif()
 
 # Includes are written from the root of the tree, so the installed headers keep its folders below one of their own.
-foreach(folder IN ITEMS host text errors container propdata dxf embedded)
+foreach(folder IN ITEMS host holders text errors container propdata dxf embedded)
   if(IS_DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}")
     install(DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/velt"
       FILES_MATCHING PATTERN "*.h" PATTERN "*.inc" PATTERN "propdata/support" EXCLUDE)

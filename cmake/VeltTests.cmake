@@ -104,7 +104,7 @@ endforeach()
 
 # --- every public header compiles on its own ----------------------------------------------------------------------
 file(GLOB_RECURSE veltPublicHeaders CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE_DIR}"
-  "${PROJECT_SOURCE_DIR}/host/*.h")
+  "${PROJECT_SOURCE_DIR}/host/*.h" "${PROJECT_SOURCE_DIR}/holders/*.h")
 if(EXISTS "${PROJECT_SOURCE_DIR}/propdata/VeltPropData.h")
   list(APPEND veltPublicHeaders propdata/VeltPropData.h)
 endif()

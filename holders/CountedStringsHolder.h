@@ -1,48 +1,77 @@
 #pragma once
 
-// Holds the strings and cookies that a call hands out together: each string is freed with SysFreeString, then
-// both arrays with CoTaskMemFree. Counts without an array behind them count as 0.
+// Holds the strings and cookies that a call hands out together: each string is freed with SysFreeString, then both
+// arrays with CoTaskMemFree. Counts that come without an array count as 0.
 
+#include <cassert>
+#include <utility>
+
+#include "holders/HandedOver.h"
 #include "host/com/ComRuntime.h"
 #include "host/com/CountedArrays.h"
-#include "text/CStdStr.h"
 
-namespace velt::propdata {
+namespace velt::holders {
 
-class CountedStrings {
+struct CountedStrings {
+  CALPOLESTR strings{};
+  CADWORD cookies{};
+};
+
+class CountedStringsHolder {
  public:
-  CountedStrings() = default;
-  CountedStrings(const CountedStrings&) = delete;
-  CountedStrings& operator=(const CountedStrings&) = delete;
-  ~CountedStrings() { free(); }
+  CountedStringsHolder() = default;
+  CountedStringsHolder(CountedStringsHolder&& other) noexcept : held_(other.detach()) {}
+  CountedStringsHolder& operator=(CountedStringsHolder&& other) noexcept {
+    if (this == &other) return *this;
+    reset();
+    held_ = other.detach();
+    return *this;
+  }
+  ~CountedStringsHolder() { reset(); }
 
-  CALPOLESTR* putStrings() { return &strings_; }
-  CADWORD* putCookies() { return &cookies_; }
+  // For the two out-parameters.
+  [[nodiscard]] CALPOLESTR* putStrings() {
+    assert(held_.strings.pElems == nullptr);
+    return &held_.strings;
+  }
+  [[nodiscard]] CADWORD* putCookies() {
+    assert(held_.cookies.pElems == nullptr);
+    return &held_.cookies;
+  }
+  void attach(const CountedStrings& arrays) {
+    assert(held_.strings.pElems == nullptr && held_.cookies.pElems == nullptr);
+    held_ = arrays;
+  }
+  [[nodiscard]] CountedStrings detach() { return std::exchange(held_, {}); }
+  [[nodiscard]] const CountedStrings& get() const { return held_; }
 
-  // After a failed call nothing was handed over, whatever stands in the outputs.
-  void abandon() {
-    strings_ = {};
-    cookies_ = {};
+  [[nodiscard]] ULONG stringCount() const {
+    return held_.strings.pElems != nullptr ? held_.strings.cElems : 0;
+  }
+  [[nodiscard]] ULONG cookieCount() const {
+    return held_.cookies.pElems != nullptr ? held_.cookies.cElems : 0;
+  }
+  // Null where there are fewer strings, as there may be fewer than cookies.
+  [[nodiscard]] const OLECHAR* string(ULONG index) const {
+    return index < stringCount() ? held_.strings.pElems[index] : nullptr;
+  }
+  // Requires index < cookieCount().
+  [[nodiscard]] DWORD cookie(ULONG index) const {
+    assert(index < cookieCount());
+    return held_.cookies.pElems[index];
   }
 
-  ULONG stringCount() const { return strings_.pElems != nullptr ? strings_.cElems : 0; }
-  ULONG cookieCount() const { return cookies_.pElems != nullptr ? cookies_.cElems : 0; }
-  CStdStr<wchar_t> string(ULONG index) const {
-    return CStdStr<wchar_t>(index < stringCount() ? strings_.pElems[index] : nullptr);
-  }
-  DWORD cookie(ULONG index) const { return cookies_.pElems[index]; }
-
-  void free() {
+  // Gives everything back before the scope ends.
+  void reset() {
     for (ULONG i = 0; i < stringCount(); ++i)
-      SysFreeString(strings_.pElems[i]);
-    if (strings_.pElems != nullptr) CoTaskMemFree(strings_.pElems);
-    if (cookies_.pElems != nullptr) CoTaskMemFree(cookies_.pElems);
-    abandon();
+      SysFreeString(held_.strings.pElems[i]);
+    if (held_.strings.pElems != nullptr) CoTaskMemFree(held_.strings.pElems);
+    if (held_.cookies.pElems != nullptr) CoTaskMemFree(held_.cookies.pElems);
+    held_ = {};
   }
 
  private:
-  CALPOLESTR strings_{};
-  CADWORD cookies_{};
+  CountedStrings held_;
 };
 
-}  // namespace velt::propdata
+}  // namespace velt::holders

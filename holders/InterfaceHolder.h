@@ -1,47 +1,40 @@
 #pragma once
 
-// Holds one reference to an interface. Empty before put(); releases at the end of its scope.
+// Holds one reference to an interface.
 
-#include <cassert>
-#include <utility>
-
+#include "holders/HandedOver.h"
+#include "holders/PointerHolder.h"
 #include "host/com/IUnknown.h"
 
-namespace velt::propdata {
+namespace velt::holders {
 
-template <class Interface>
-class ComPtr {
- public:
-  ComPtr() = default;
-  ComPtr(const ComPtr&) = delete;
-  ComPtr& operator=(const ComPtr&) = delete;
-  ~ComPtr() { release(); }
-
-  Interface** put() {
-    assert(pointer_ == nullptr);
-    return &pointer_;
+struct ReleaseReference {
+  template <class Interface>
+  void operator()(Interface* object) const {
+    object->Release();
   }
-  void attach(Interface* pointer) {
-    assert(pointer_ == nullptr);
-    pointer_ = pointer;
-  }
-  Interface* detach() { return std::exchange(pointer_, nullptr); }
-  Interface* get() const { return pointer_; }
-  Interface* operator->() const { return pointer_; }
-  explicit operator bool() const { return pointer_ != nullptr; }
-
-  void release() {
-    if (Interface* const held = detach()) held->Release();
-  }
-
- private:
-  Interface* pointer_ = nullptr;
 };
 
-// Queries for an interface. A null object, and a success that yields no interface, count as E_NOINTERFACE; a
-// pointer that a failing query left behind is not taken over.
 template <class Interface>
-HRESULT query(IUnknown* object, REFIID iid, ComPtr<Interface>& to) {
+class InterfaceHolder : public PointerHolder<Interface, ReleaseReference> {
+ public:
+  // Takes over the reference that the caller has.
+  [[nodiscard]] static InterfaceHolder owning(Interface* object) {
+    InterfaceHolder holder;
+    holder.attach(object);
+    return holder;
+  }
+  // Adds a reference of its own.
+  [[nodiscard]] static InterfaceHolder sharing(Interface* object) {
+    if (object != nullptr) object->AddRef();
+    return owning(object);
+  }
+};
+
+// Queries for an interface into an empty holder. A null object, and a success that yields no interface, count as
+// E_NOINTERFACE.
+template <class Interface>
+HRESULT query(IUnknown* object, REFIID iid, InterfaceHolder<Interface>& to) {
   if (object == nullptr) return E_NOINTERFACE;
   void* found = nullptr;
   const HRESULT result = object->QueryInterface(iid, &found);
@@ -51,4 +44,4 @@ HRESULT query(IUnknown* object, REFIID iid, ComPtr<Interface>& to) {
   return result;
 }
 
-}  // namespace velt::propdata
+}  // namespace velt::holders

@@ -1,36 +1,23 @@
 #pragma once
 
-// Holds one opened database object; closes it at the end of its scope.
+// Holds one opened database object, and closes it. The functions that open take the pointer itself: `*holder.put()`.
+//
+// The pointer is null when an object cannot be opened, so whatever stands there is open and has to be closed, whatever
+// status came with it.
 
-#include <cassert>
-#include <utility>
-
+#include "holders/PointerHolder.h"
 #include "host/database/OpenObject.h"
 
-namespace velt::propdata {
+namespace velt::holders {
 
-template <class Object>
-class Opened {
- public:
-  Opened() = default;
-  Opened(const Opened&) = delete;
-  Opened& operator=(const Opened&) = delete;
-  ~Opened() { close(); }
-
-  Object*& put() {
-    assert(object_ == nullptr);
-    return object_;
+struct CloseObject {
+  template <class Object>
+  void operator()(Object* object) const {
+    object->close();
   }
-  Object* get() const { return object_; }
-  Object* operator->() const { return object_; }
-  explicit operator bool() const { return object_ != nullptr; }
-
-  void close() {
-    if (Object* const held = std::exchange(object_, nullptr)) held->close();
-  }
-
- private:
-  Object* object_ = nullptr;
 };
 
-}  // namespace velt::propdata
+template <class Object>
+using OpenObjectHolder = PointerHolder<Object, CloseObject>;
+
+}  // namespace velt::holders

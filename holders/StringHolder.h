@@ -1,41 +1,37 @@
 #pragma once
 
-// Holds one BSTR; null before put().
+// Holds one BSTR. The null pointer is the empty string and an empty holder.
 
-#include <cassert>
-#include <utility>
+#include <string_view>
 
+#include "holders/HandedOver.h"
+#include "holders/PointerHolder.h"
 #include "host/com/Bstr.h"
-#include "text/CStdStr.h"
 
-namespace velt::propdata {
+namespace velt::holders {
 
-class BStr {
- public:
-  BStr() = default;
-  explicit BStr(const CStdStr<wchar_t>& text) : string_(SysAllocString(text.c_str())) {}
-  BStr(const BStr&) = delete;
-  BStr& operator=(const BStr&) = delete;
-  ~BStr() { free(); }
-
-  BSTR* put() {
-    assert(string_ == nullptr);
-    return &string_;
-  }
-  void attach(BSTR string) {
-    assert(string_ == nullptr);
-    string_ = string;
-  }
-  BSTR detach() { return std::exchange(string_, nullptr); }
-  BSTR get() const { return string_; }
-  CStdStr<wchar_t> text() const { return CStdStr<wchar_t>(string_); }
-
-  void free() {
-    if (string_ != nullptr) SysFreeString(detach());
-  }
-
- private:
-  BSTR string_ = nullptr;
+struct FreeString {
+  void operator()(BSTR string) const { SysFreeString(string); }
 };
 
-}  // namespace velt::propdata
+class StringHolder : public PointerHolder<OLECHAR, FreeString> {
+ public:
+  StringHolder() = default;
+  // Empty when memory is exhausted: to be checked where a null must not pass for the empty string.
+  explicit StringHolder(std::wstring_view text) {
+    attach(SysAllocStringLen(text.data(), static_cast<UINT>(text.size())));
+  }
+  // Takes over a string that is the caller's.
+  [[nodiscard]] static StringHolder owning(BSTR string) {
+    StringHolder holder;
+    holder.attach(string);
+    return holder;
+  }
+
+  // Without the terminator, embedded NULs included; empty for null.
+  [[nodiscard]] std::wstring_view view() const {
+    return get() != nullptr ? std::wstring_view(get(), SysStringLen(get())) : std::wstring_view();
+  }
+};
+
+}  // namespace velt::holders

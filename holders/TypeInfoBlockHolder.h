@@ -1,40 +1,33 @@
 #pragma once
 
-// Blocks that a type information lends out: they go back to the same type information.
+// Holds a block that a type information lends out: it goes back to the same type information.
 
-#include <cassert>
-#include <utility>
-
+#include "holders/HandedOver.h"
+#include "holders/PointerHolder.h"
 #include "host/com/TypeInfo.h"
 
-namespace velt::propdata {
+namespace velt::holders {
 
 template <class Block, void (ITypeInfo::*GiveBack)(Block*)>
-class TypeInfoBlock {
+class ReturnToTypeInfo {
  public:
-  explicit TypeInfoBlock(ITypeInfo& owner) : owner_(owner) {}
-  TypeInfoBlock(const TypeInfoBlock&) = delete;
-  TypeInfoBlock& operator=(const TypeInfoBlock&) = delete;
-  ~TypeInfoBlock() { release(); }
-
-  Block** put() {
-    assert(block_ == nullptr);
-    return &block_;
-  }
-  const Block* operator->() const { return block_; }
-  explicit operator bool() const { return block_ != nullptr; }
-
-  void release() {
-    if (Block* const held = std::exchange(block_, nullptr)) (owner_.*GiveBack)(held);
-  }
+  explicit ReturnToTypeInfo(ITypeInfo& owner) : owner_(&owner) {}
+  void operator()(Block* block) const { (owner_->*GiveBack)(block); }
 
  private:
-  ITypeInfo& owner_;
-  Block* block_ = nullptr;
+  ITypeInfo* owner_;
 };
 
-using TypeAttributes = TypeInfoBlock<TYPEATTR, &ITypeInfo::ReleaseTypeAttr>;
-using FunctionDescription = TypeInfoBlock<FUNCDESC, &ITypeInfo::ReleaseFuncDesc>;
-using VariableDescription = TypeInfoBlock<VARDESC, &ITypeInfo::ReleaseVarDesc>;
+// Made with the type information that lends the block, which outlives the holder.
+template <class Block, void (ITypeInfo::*GiveBack)(Block*)>
+class TypeInfoBlockHolder : public PointerHolder<Block, ReturnToTypeInfo<Block, GiveBack>> {
+ public:
+  explicit TypeInfoBlockHolder(ITypeInfo& owner)
+      : PointerHolder<Block, ReturnToTypeInfo<Block, GiveBack>>(ReturnToTypeInfo<Block, GiveBack>(owner)) {}
+};
 
-}  // namespace velt::propdata
+using TypeAttributesHolder = TypeInfoBlockHolder<TYPEATTR, &ITypeInfo::ReleaseTypeAttr>;
+using FunctionDescriptionHolder = TypeInfoBlockHolder<FUNCDESC, &ITypeInfo::ReleaseFuncDesc>;
+using VariableDescriptionHolder = TypeInfoBlockHolder<VARDESC, &ITypeInfo::ReleaseVarDesc>;
+
+}  // namespace velt::holders

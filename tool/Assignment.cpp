@@ -97,22 +97,22 @@ std::optional<std::uint32_t> choiceNamed(const PROPINFO& row, const std::string&
   throw Failure(fmt::format("{}: \"{}\" is {}", assignment.name, assignment.value, wanted));
 }
 
-OwnedVariant textValue(const std::wstring& text) {
-  OwnedVariant made;
+holders::VariantHolder textValue(const std::wstring& text) {
+  holders::VariantHolder made;
   made.get().bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
   if (made.get().bstrVal == nullptr) throw std::bad_alloc();
   made.get().vt = VT_BSTR;
   return made;
 }
 
-OwnedVariant realValue(const Assignment& assignment, const PROPINFO& row) {
+holders::VariantHolder realValue(const Assignment& assignment, const PROPINFO& row) {
   std::string_view text = trimmed(assignment.value);
   const bool inDegrees = isAngle(row.customType);
   constexpr std::string_view degree = "\u00B0";
   if (inDegrees && text.ends_with(degree)) text.remove_suffix(degree.size());
   const std::optional<double> number = numberIn<double>(text);
   if (!number || !std::isfinite(*number)) refuse(assignment, inDegrees ? "no angle in degrees" : "no number");
-  OwnedVariant made;
+  holders::VariantHolder made;
   const double value = inDegrees ? *number * std::numbers::pi / 180.0 : *number;
   if (typeOf(row) == VT_R4) {
     made.get().fltVal = static_cast<float>(value);
@@ -123,9 +123,9 @@ OwnedVariant realValue(const Assignment& assignment, const PROPINFO& row) {
   return made;
 }
 
-OwnedVariant yesOrNo(const Assignment& assignment) {
+holders::VariantHolder yesOrNo(const Assignment& assignment) {
   const std::string value(trimmed(assignment.value));
-  OwnedVariant made;
+  holders::VariantHolder made;
   made.get().vt = VT_BOOL;
   for (const char* const yes : {"yes", "true", "on", "1"}) {
     if (!equalIgnoringCase(value, yes)) continue;
@@ -144,8 +144,8 @@ bool fits(long long number) {
          && number <= static_cast<long long>(std::numeric_limits<Number>::max());
 }
 
-OwnedVariant integerValue(const Assignment& assignment, VARTYPE type, long long number) {
-  OwnedVariant made;
+holders::VariantHolder integerValue(const Assignment& assignment, VARTYPE type, long long number) {
+  holders::VariantHolder made;
   VARIANT& value = made.get();
   bool isInRange = true;
   // The bytes of a shorter integer are the first ones of the longest.
@@ -182,20 +182,20 @@ OwnedVariant integerValue(const Assignment& assignment, VARTYPE type, long long 
   return made;
 }
 
-OwnedVariant integerValue(const Assignment& assignment, const PROPINFO& row) {
+holders::VariantHolder integerValue(const Assignment& assignment, const PROPINFO& row) {
   const std::optional<long long> number = numberIn<long long>(assignment.value);
   if (!number) refuse(assignment, "no whole number");
   return integerValue(assignment, typeOf(row), *number);
 }
 
-OwnedVariant chosenValue(const Assignment& assignment, const PROPINFO& row, std::uint32_t choice) {
+holders::VariantHolder chosenValue(const Assignment& assignment, const PROPINFO& row, std::uint32_t choice) {
   switch (typeOf(row)) {
     case VT_BSTR:
     case VT_DISPATCH:
       return textValue(row.choiceNames[choice].str());
     case VT_R4:
     case VT_R8: {
-      OwnedVariant made;
+      holders::VariantHolder made;
       if (choice >= row.choiceReals.length()) refuse(assignment, "a choice without a value");
       made.get().dblVal = row.choiceReals[choice];
       made.get().vt = VT_R8;
@@ -276,7 +276,7 @@ const PROPINFO& rowFor(const Assignment& assignment, const TqVector<PROPINFO>& r
   return row;
 }
 
-OwnedVariant valueFor(const Assignment& assignment, const PROPINFO& row) {
+holders::VariantHolder valueFor(const Assignment& assignment, const PROPINFO& row) {
   if (row.hasChoices) {
     if (const auto choice = choiceNamed(row, assignment.value)) return chosenValue(assignment, row, *choice);
   }

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "holders/VariantHolder.h"
 #include "propdata/VeltPropData.h"
-#include "tool/OwnedVariant.h"
 
 namespace velt::tool {
 
@@ -28,6 +28,6 @@ const PROPINFO& rowFor(const Assignment& assignment, const TqVector<PROPINFO>& r
 
 // The value as the property wants it: a choice by its name or number, a number, an angle in degrees, yes or no, a text.
 // Colors stay texts, which the property itself understands. Throws Failure, with what is possible, for anything else.
-OwnedVariant valueFor(const Assignment& assignment, const PROPINFO& row);
+holders::VariantHolder valueFor(const Assignment& assignment, const PROPINFO& row);
 
 }  // namespace velt::tool

@@ -4,14 +4,14 @@
 
 #include <iterator>
 
-#include "embedded/com/InterfaceHolder.h"
+#include "holders/InterfaceHolder.h"
+#include "holders/VariantHolder.h"
 #include "host/automation/IVeltBaseObject.h"
 #include "host/com/ComRuntime.h"
 #include "host/com/IDispatch.h"
 #include "host/palette/IDynamicProperty.h"
 #include "host/palette/IDynamicProperty2.h"
 #include "host/palette/IOPMPropertyExpander.h"
-#include "tool/OwnedVariant.h"
 #include "tool/RowText.h"
 #include "tool/Text.h"
 
@@ -19,7 +19,7 @@ namespace velt::tool {
 
 namespace {
 
-using com::InterfaceHolder;
+using holders::InterfaceHolder;
 
 template <class Interface>
 InterfaceHolder<Interface> asked(IUnknown* object, REFIID iid) {
@@ -90,7 +90,7 @@ std::wstring comparable(const VARIANT& value) {
 }
 
 std::wstring entityValue(const PROPINFO& row, VeltPropData& entry, std::size_t index) {
-  OwnedVariant value;
+  holders::VariantHolder value;
   if (row.dispId != dynamicPropertyDispId) {
     readStatic(row, entry, value.get());
   } else if (index < row.dynSources.length()) {

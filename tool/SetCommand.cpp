@@ -266,7 +266,7 @@ Outcome apply(const Assignment& assignment, const std::vector<VkDbObjectId>& ids
   Progress progress("Writing " + assignment.name);
   Palette palette(ids);
   const PROPINFO row = withOneNodePerEntity(rowFor(assignment, palette.query()));
-  OwnedVariant value = valueFor(assignment, row);
+  holders::VariantHolder value = valueFor(assignment, row);
   return Writing(palette, ids, row, value.get(), keepGoing).run(progress);
 }
 

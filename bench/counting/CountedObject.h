@@ -7,8 +7,8 @@
 
 #include "bench/counting/CallCounts.h"
 #include "embedded/automation/hatches/HatchObject.h"
-#include "embedded/com/InterfaceHolder.h"
 #include "embedded/com/InterfaceTraits.h"
+#include "holders/InterfaceHolder.h"
 
 namespace velt::bench {
 
@@ -89,7 +89,7 @@ class CountedObject : public Dispatch,
 
  private:
   template <class Interface>
-  using Holder = com::InterfaceHolder<Interface>;
+  using Holder = holders::InterfaceHolder<Interface>;
 
   template <class Interface>
   static Holder<Interface> find(IUnknown& real) {

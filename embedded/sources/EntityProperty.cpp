@@ -4,9 +4,9 @@
 
 #include "embedded/automation/model/Guard.h"
 #include "embedded/automation/model/Refusal.h"
-#include "embedded/com/VariantHolder.h"
 #include "embedded/database/Entity.h"
 #include "embedded/database/Layer.h"
+#include "holders/VariantHolder.h"
 #include "host/com/SafeArray.h"
 
 namespace velt::sources {
@@ -64,11 +64,8 @@ bool isNumber(VARTYPE type) {
 }  // namespace
 
 std::optional<AskedEntity> entityBehind(IUnknown* automationObject) {
-  if (automationObject == nullptr) return std::nullopt;
-  void* found = nullptr;
-  if (FAILED(automationObject->QueryInterface(IID_IVeltBaseObject, &found)) || found == nullptr)
-    return std::nullopt;
-  const auto base = com::InterfaceHolder<IVeltBaseObject>::owning(static_cast<IVeltBaseObject*>(found));
+  holders::InterfaceHolder<IVeltBaseObject> base;
+  if (FAILED(holders::query(automationObject, IID_IVeltBaseObject, base))) return std::nullopt;
   VkDbObjectId id;
   if (FAILED(base->GetObjectId(&id))) return std::nullopt;
   const std::optional<database::ObjectRef> object = database::resolve(id);
@@ -166,8 +163,9 @@ std::wstring textIn(const VARIANT& value) {
 
 double realIn(const VARIANT& value) {
   if (!isNumber(value.vt)) throw Refusal(DISP_E_TYPEMISMATCH, L"The value must be a number.");
-  com::VariantHolder real;
-  if (FAILED(VariantChangeType(real.put(), &value, 0, VT_R8)) || !std::isfinite(real.get().dblVal))
+  holders::VariantHolder real;
+  const bool isConverted = holders::handedOver(VariantChangeType(real.put(), &value, 0, VT_R8), real);
+  if (!isConverted || !std::isfinite(real.get().dblVal))
     throw Refusal(DISP_E_OVERFLOW, L"The value must be a finite number.");
   return real.get().dblVal;
 }
@@ -195,7 +193,7 @@ void requireUnlockedLayer(const database::Drawing& drawing, std::uint32_t record
 }
 
 HRESULT givePropertyArray(std::span<IDynamicProperty2* const> properties, VARIANT* out) {
-  com::VariantHolder array;
+  holders::VariantHolder array;
   if (!properties.empty()) {
     SAFEARRAY* const made = SafeArrayCreateVector(VT_UNKNOWN, 0, static_cast<ULONG>(properties.size()));
     if (made == nullptr) return E_OUTOFMEMORY;

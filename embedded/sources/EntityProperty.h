@@ -19,8 +19,8 @@
 #include <utility>
 
 #include "embedded/com/ComObject.h"
-#include "embedded/com/InterfaceHolder.h"
 #include "embedded/database/Drawing.h"
+#include "holders/InterfaceHolder.h"
 
 namespace velt::sources {
 

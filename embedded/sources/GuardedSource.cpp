@@ -7,15 +7,16 @@
 #include <vector>
 
 #include "embedded/com/ComObject.h"
-#include "embedded/com/StringHolder.h"
-#include "embedded/com/VariantHolder.h"
+#include "holders/StringHolder.h"
+#include "holders/VariantHolder.h"
 #include "host/com/ComError.h"
 #include "host/com/SafeArray.h"
 
 namespace velt::sources {
 namespace {
 
-using com::InterfaceHolder;
+using holders::handedOver;
+using holders::InterfaceHolder;
 using Reports = std::shared_ptr<PluginReports>;
 
 // Calls a method of the plug-in, and turns an exception into a result. `method` is its name for messages.
@@ -62,13 +63,13 @@ InterfaceHolder<Interface> ask(PluginReports& reports, IUnknown& object) {
   return found;
 }
 
-// Passes a text on when the call succeeds, and frees what a failing call may have left.
+// Passes a text on when the call succeeds.
 template <class Call>
 HRESULT giveText(BSTR* out, Call&& call) {
   if (out == nullptr) return E_POINTER;
-  com::StringHolder text;
+  holders::StringHolder text;
   const HRESULT result = call(text.put());
-  if (SUCCEEDED(result)) *out = text.detach();
+  if (handedOver(result, text)) *out = text.detach();
   return result;
 }
 
@@ -174,10 +175,10 @@ class GuardedProperty final : public com::ComObject<IDynamicProperty2, IDynamicP
   }
   HRESULT GetPropValueData(LONG index, VARIANT* value) override {
     if (value == nullptr) return E_POINTER;
-    com::VariantHolder data;
+    holders::VariantHolder data;
     const HRESULT result =
         guarded(*reports_, "GetPropValueData", [&] { return choices_->GetPropValueData(index, data.put()); });
-    if (SUCCEEDED(result)) *value = data.detach();
+    if (handedOver(result, data)) *value = data.detach();
     return result;
   }
   HRESULT MapPropertyToCategory(DISPID dispId, PROPCAT* category) override {
@@ -215,10 +216,10 @@ class GuardedProperty final : public com::ComObject<IDynamicProperty2, IDynamicP
   HRESULT getValue(Property& property, Entity entity, VARIANT* value) {
     if (value == nullptr) return E_POINTER;
     if (!property) return E_NOTIMPL;
-    com::VariantHolder data;
+    holders::VariantHolder data;
     const HRESULT result = needed(*reports_, "GetCurrentValueData",
                                   [&] { return property->GetCurrentValueData(entity, data.put()); });
-    if (FAILED(result)) return result;
+    if (!handedOver(result, data)) return result;
     if (!isAsDeclared(data.get().vt)) return DISP_E_TYPEMISMATCH;
     *value = data.detach();
     return result;
@@ -258,10 +259,10 @@ class GuardedSource final : public com::ComObject<IPropertySource> {
 
   HRESULT GetProperties(IDispatch* entity, VARIANT* properties) override {
     if (properties == nullptr) return E_POINTER;
-    com::VariantHolder answer;
+    holders::VariantHolder answer;
     const HRESULT result =
         needed(*reports_, "GetProperties", [&] { return source_->GetProperties(entity, answer.put()); });
-    if (FAILED(result)) return result;
+    if (!handedOver(result, answer)) return result;
     if (answer.get().vt == VT_EMPTY) return S_OK;
     try {
       return wrap(answer.get(), *properties);
@@ -293,7 +294,7 @@ class GuardedSource final : public com::ComObject<IPropertySource> {
 
   static HRESULT give(const std::vector<InterfaceHolder<IUnknown>>& wrapped, VARIANT& properties) {
     if (wrapped.empty()) return S_OK;
-    com::VariantHolder array;
+    holders::VariantHolder array;
     SAFEARRAY* const made = SafeArrayCreateVector(VT_UNKNOWN, 0, static_cast<ULONG>(wrapped.size()));
     if (made == nullptr) return E_OUTOFMEMORY;
     array.put()->vt = VT_ARRAY | VT_UNKNOWN;
@@ -320,7 +321,7 @@ class GuardedSource final : public com::ComObject<IPropertySource> {
     InterfaceHolder<IUnknown> element;
     const HRESULT fetched =
         guarded(*reports_, "AddRef", [&] { return SafeArrayGetElement(array, &index, element.put()); });
-    if (FAILED(fetched)) return nullptr;
+    if (!handedOver(fetched, element)) return nullptr;
     if (!element) {
       reports_->tell(Trouble::NullElement, "GetProperties handed out a null property");
       return nullptr;
@@ -367,7 +368,8 @@ class GuardedSource final : public com::ComObject<IPropertySource> {
 
 }  // namespace
 
-com::InterfaceHolder<IPropertySource> guard(IPropertySource* source, std::shared_ptr<PluginReports> reports) {
+holders::InterfaceHolder<IPropertySource> guard(IPropertySource* source,
+                                                std::shared_ptr<PluginReports> reports) {
   IPropertySource* const made = com::makeObject<GuardedSource>(source, std::move(reports));
   if (made == nullptr) throw std::bad_alloc();
   return InterfaceHolder<IPropertySource>::owning(made);

@@ -20,8 +20,8 @@
 
 #include <memory>
 
-#include "embedded/com/InterfaceHolder.h"
 #include "embedded/sources/PluginReports.h"
+#include "holders/InterfaceHolder.h"
 #include "host/palette/IPropertySource.h"
 
 namespace velt::sources {
@@ -30,7 +30,7 @@ namespace velt::sources {
 inline constexpr std::size_t manyProperties = 10'000;
 
 // Throws std::bad_alloc without memory.
-[[nodiscard]] com::InterfaceHolder<IPropertySource> guard(IPropertySource* source,
-                                                          std::shared_ptr<PluginReports> reports);
+[[nodiscard]] holders::InterfaceHolder<IPropertySource> guard(IPropertySource* source,
+                                                              std::shared_ptr<PluginReports> reports);
 
 }  // namespace velt::sources

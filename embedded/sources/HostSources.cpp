@@ -8,8 +8,8 @@
 namespace velt::sources {
 
 void attachHostSources(SourceRegistry& registry) {
-  const auto attributes = com::InterfaceHolder<IPropertySource>::owning(makeBlockAttributes());
-  const auto extendedData = com::InterfaceHolder<IPropertySource>::owning(makeExtendedData());
+  const auto attributes = holders::InterfaceHolder<IPropertySource>::owning(makeBlockAttributes());
+  const auto extendedData = holders::InterfaceHolder<IPropertySource>::owning(makeExtendedData());
   registry.attach(blockAttributesSource, VkDbBlockReference::desc(), attributes.get());
   registry.attach(extendedDataSource, VkDbEntity::desc(), extendedData.get());
 }

@@ -44,7 +44,7 @@ class Registration : public VeltPluginHost {
     std::wstring name;
     VkRxClass* entityClass;
     IPropertySource* source;
-    com::InterfaceHolder<IPropertySource> guarded;
+    holders::InterfaceHolder<IPropertySource> guarded;
   };
 
   static HRESULT addPropertySource(const VeltPluginHost* host, const wchar_t* name,
@@ -76,8 +76,8 @@ class Registration : public VeltPluginHost {
     const bool isTaken = known != added_.end() ? known->source != source
                                                : static_cast<bool>(SourceRegistry::ofProcess().find(name));
     if (isTaken) return refuse(E_ACCESSDENIED, "the name \"" + narrow(name) + "\" is that of another source");
-    com::InterfaceHolder<IPropertySource> guarded =
-        known != added_.end() ? com::InterfaceHolder<IPropertySource>::sharing(known->guarded.get())
+    holders::InterfaceHolder<IPropertySource> guarded =
+        known != added_.end() ? holders::InterfaceHolder<IPropertySource>::sharing(known->guarded.get())
                               : guard(source, reports_);
     added_.push_back({name, kind, source, std::move(guarded)});
     return S_OK;

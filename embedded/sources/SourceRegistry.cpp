@@ -7,10 +7,10 @@
 #include <new>
 #include <shared_mutex>
 
-#include "embedded/com/StringHolder.h"
-#include "embedded/com/VariantHolder.h"
 #include "embedded/database/Drawing.h"
 #include "embedded/sources/HostSources.h"
+#include "holders/StringHolder.h"
+#include "holders/VariantHolder.h"
 #include "host/com/SafeArray.h"
 #include "host/database/VkDbEntity.h"
 #include "host/palette/PerInstanceProperties.h"
@@ -21,20 +21,20 @@ namespace {
 struct Attachment {
   std::wstring name;
   VkRxClass* entityClass;
-  com::InterfaceHolder<IPropertySource> source;
+  holders::InterfaceHolder<IPropertySource> source;
 };
 
 // An array of strings; VT_EMPTY when memory is exhausted.
-com::VariantHolder arrayOf(const std::vector<std::wstring>& names) {
-  com::VariantHolder array;
+holders::VariantHolder arrayOf(const std::vector<std::wstring>& names) {
+  holders::VariantHolder array;
   SAFEARRAY* const made = SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(names.size()));
   if (made == nullptr) return array;
   array.put()->vt = VT_ARRAY | VT_BSTR;
   array.get().parray = made;
   LONG index = 0;
   for (const std::wstring& name : names) {
-    const com::StringHolder text(name);
-    if (text.isNull() || FAILED(SafeArrayPutElement(made, &index, text.get()))) return {};
+    const holders::StringHolder text(name);
+    if (!text || FAILED(SafeArrayPutElement(made, &index, text.get()))) return {};
     ++index;
   }
   return array;
@@ -76,7 +76,7 @@ HRESULT SourceRegistry::attach(std::wstring_view name, VkRxClass* entityClass, I
     if (known.entityClass == entityClass) return S_FALSE;
   }
   attached.push_back(
-      {std::wstring(name), entityClass, com::InterfaceHolder<IPropertySource>::sharing(source)});
+      {std::wstring(name), entityClass, holders::InterfaceHolder<IPropertySource>::sharing(source)});
   return S_OK;
 }
 
@@ -105,10 +105,10 @@ std::vector<std::wstring> SourceRegistry::namesFor(const VkRxClass* entityClass)
   return names;
 }
 
-com::InterfaceHolder<IPropertySource> SourceRegistry::find(std::wstring_view name) const {
+holders::InterfaceHolder<IPropertySource> SourceRegistry::find(std::wstring_view name) const {
   const std::shared_lock lock(contents_->mutex);
   for (const Attachment& known : contents_->attached) {
-    if (known.name == name) return com::InterfaceHolder<IPropertySource>::sharing(known.source.get());
+    if (known.name == name) return holders::InterfaceHolder<IPropertySource>::sharing(known.source.get());
   }
   return {};
 }
@@ -127,7 +127,7 @@ class NamesOfClass final : public OPMPerInstancePropertyExtension {
     try {
       const std::vector<std::wstring> offered = SourceRegistry::ofProcess().namesFor(entityClass_);
       if (offered.empty()) return 0;
-      com::VariantHolder array = arrayOf(offered);
+      holders::VariantHolder array = arrayOf(offered);
       if (array.get().vt == VT_EMPTY) return 0;
       *names = array.detach();
       return 1;

@@ -19,7 +19,7 @@
 #include <string_view>
 #include <vector>
 
-#include "embedded/com/InterfaceHolder.h"
+#include "holders/InterfaceHolder.h"
 #include "host/database/VkRxObject.h"
 #include "host/palette/IPropertySource.h"
 
@@ -48,7 +48,7 @@ class SourceRegistry {
   [[nodiscard]] std::vector<std::wstring> namesFor(const VkRxClass* entityClass) const;
 
   // The source of that name; an empty holder for an unknown one.
-  [[nodiscard]] com::InterfaceHolder<IPropertySource> find(std::wstring_view name) const;
+  [[nodiscard]] holders::InterfaceHolder<IPropertySource> find(std::wstring_view name) const;
 
  private:
   class Contents;

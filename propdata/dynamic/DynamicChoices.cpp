@@ -1,11 +1,12 @@
 // The choices of a dynamic row.
 
+#include "holders/InterfaceHolder.h"
+#include "holders/StringHolder.h"
 #include "host/palette/IDynamicEnumProperty.h"
 #include "propdata/VeltPropData.h"
-#include "holders/StringHolder.h"
-#include "holders/InterfaceHolder.h"
 #include "propdata/support/Guards.h"
 
+using namespace velt::holders;
 using namespace velt::propdata;
 
 namespace {
@@ -39,9 +40,9 @@ void appendChoice(const VARIANT& data, int index, Choices& choices) {
 }
 
 bool readChoice(IDynamicEnumProperty& enumeration, LONG index, Choices& choices) {
-  BStr name;
+  StringHolder name;
   [[maybe_unused]] const HRESULT named = enumeration.GetPropValueName(index, name.put());
-  mustAppend(choices.names, name.text());
+  mustAppend(choices.names, CStdStr<wchar_t>(name.get()));
   VARIANT data{};
   VariantInit(&data);
   if (FAILED(enumeration.GetPropValueData(index, &data))) return false;
@@ -54,7 +55,7 @@ bool readChoice(IDynamicEnumProperty& enumeration, LONG index, Choices& choices)
 
 int fillDynPropComboBox(PROPINFO& property) {
   return orOnNoMemory(0, [&] {
-    ComPtr<IDynamicEnumProperty> enumeration;
+    InterfaceHolder<IDynamicEnumProperty> enumeration;
     if (FAILED(query(property.pDynamicProperty, IID_IDynamicEnumProperty, enumeration))) return 0;
     LONG count = 0;
     enumeration->GetNumPropertyValues(&count);

@@ -1,5 +1,7 @@
 // Describing one dynamic property as a row, in both generations of the interface.
 
+#include "holders/InterfaceHolder.h"
+#include "holders/StringHolder.h"
 #include "host/automation/IVeltBaseObject.h"
 #include "host/com/ComRuntime.h"
 #include "host/palette/ICategorizeProperties.h"
@@ -8,10 +10,9 @@
 #include "host/palette/IDynamicProperty2.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/EntityId.h"
-#include "holders/StringHolder.h"
-#include "holders/InterfaceHolder.h"
 #include "propdata/support/Guards.h"
 
+using namespace velt::holders;
 using namespace velt::propdata;
 
 namespace {
@@ -20,22 +21,23 @@ enum Described : int { skipped = 0, described = 1, noNewerInterface = 2 };
 
 template <class Getter>
 CStdStr<wchar_t> textFrom(Getter getter) {
-  BStr text;
+  StringHolder text;
   [[maybe_unused]] const HRESULT got = getter(text.put());
-  return text.text();
+  return CStdStr<wchar_t>(text.get());
 }
 
 template <class Property>
 int customTypeOf(Property& property) {
-  BStr typeName;
-  if (SUCCEEDED(property.GetCurrentValueName(typeName.put()))) return NameToUserdefinedType(typeName.get());
+  StringHolder typeName;
+  if (handedOver(property.GetCurrentValueName(typeName.put()), typeName))
+    return NameToUserdefinedType(typeName.get());
   VARTYPE overwrittenByTheValue = VT_EMPTY;
   property.GetCurrentValueType(&overwrittenByTheValue);
   return PropertyKind::unknownType;
 }
 
 void readChoices(IUnknown* property, PROPINFO& out) {
-  ComPtr<IDynamicEnumProperty> enumeration;
+  InterfaceHolder<IDynamicEnumProperty> enumeration;
   if (FAILED(query(property, IID_IDynamicEnumProperty, enumeration))) return;
   LONG count = 0;
   enumeration->GetNumPropertyValues(&count);
@@ -44,7 +46,7 @@ void readChoices(IUnknown* property, PROPINFO& out) {
 }
 
 void readCategory(IUnknown* property, PROPINFO& out) {
-  ComPtr<ICategorizeProperties> categories;
+  InterfaceHolder<ICategorizeProperties> categories;
   if (FAILED(query(property, IID_ICategorizeProperties, categories))) return;
   PROPCAT category = out.categoryId;
   [[maybe_unused]] const HRESULT mapped = categories->MapPropertyToCategory(out.dispId, &category);
@@ -55,7 +57,7 @@ void readCategory(IUnknown* property, PROPINFO& out) {
 
 // Entity is what the generation names the entity by: its automation object or its old id.
 template <class Property, class Entity>
-Described describe(IDispatch* dispatch, IUnknown* object, ComPtr<Property>& property, Entity entity,
+Described describe(IDispatch* dispatch, IUnknown* object, InterfaceHolder<Property>& property, Entity entity,
                    PROPINFO& out) {
   BOOL enabled = 0;
   // QUIRK(enabled_exactly_one): any other byte leaves the property out.
@@ -82,7 +84,7 @@ Described describe(IDispatch* dispatch, IUnknown* object, ComPtr<Property>& prop
   BOOL readOnly = 0;
   [[maybe_unused]] const HRESULT gotReadOnly = property->IsPropertyReadOnly(&readOnly);
   out.isEditable = readOnly == 0;
-  property.release();
+  property.reset();
 
   readChoices(object, out);
   readCategory(object, out);
@@ -93,7 +95,7 @@ Described describe(IDispatch* dispatch, IUnknown* object, ComPtr<Property>& prop
 
 int GetDynamicPropertyPropInfo(IDispatch* entity, IUnknown* property, PROPINFO& out) {
   return orOnNoMemory<int>(skipped, [&]() -> int {
-    ComPtr<IDynamicProperty2> newer;
+    InterfaceHolder<IDynamicProperty2> newer;
     const HRESULT queried = query(property, IID_IDynamicProperty2, newer);
     // QUIRK(only_no_interface_falls_back): any other failure leaves the property out.
     if (queried == E_NOINTERFACE) return noNewerInterface;
@@ -104,7 +106,7 @@ int GetDynamicPropertyPropInfo(IDispatch* entity, IUnknown* property, PROPINFO& 
 
 int GetDynamicPropertyPropInfoDefault(IDispatch* entity, IUnknown* property, PROPINFO& out) {
   return orOnNoMemory<int>(skipped, [&]() -> int {
-    ComPtr<IDynamicProperty> older;
+    InterfaceHolder<IDynamicProperty> older;
     if (FAILED(query(property, IID_IDynamicProperty, older))) return skipped;
     const VkDbObjectId id = entityIdOf(entity);
     if (id.isNull()) return skipped;

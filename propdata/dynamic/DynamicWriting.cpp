@@ -2,13 +2,14 @@
 
 #include <utility>
 
+#include "holders/InterfaceHolder.h"
 #include "host/com/IDispatch.h"
 #include "host/palette/IDynamicProperty.h"
 #include "host/palette/IDynamicProperty2.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/EntityId.h"
-#include "holders/InterfaceHolder.h"
 
+using namespace velt::holders;
 using namespace velt::propdata;
 
 namespace {
@@ -25,12 +26,12 @@ int setDynPropSourcesPropValue(const PROPINFO& property, VARIANT& value) {
   if (property.dynSources.isEmpty()) return nothingToWrite;
   for (const DispatchDynPropSourceNode& node : property.dynSources) {
     if (!isComplete(node)) continue;
-    ComPtr<IDynamicProperty2> newer;
+    InterfaceHolder<IDynamicProperty2> newer;
     const HRESULT queried = query(node.pDynamicProperty, IID_IDynamicProperty2, newer);
     // QUIRK(double_write): the older writer then visits every node again, those written here too.
     if (queried == E_NOINTERFACE) return noNewerInterface;
     if (FAILED(queried)) continue;
-    ComPtr<IDispatch> entity;
+    InterfaceHolder<IDispatch> entity;
     if (FAILED(query(node.pDispatch, IID_IDispatch, entity))) continue;
     [[maybe_unused]] const HRESULT set = newer->SetCurrentValueData(entity.get(), value);
   }
@@ -41,9 +42,9 @@ int setDynPropSourcesPropValueDefault(const PROPINFO& property, VARIANT& value) 
   if (property.dynSources.isEmpty()) return nothingToWrite;
   for (const DispatchDynPropSourceNode& node : property.dynSources) {
     if (!isComplete(node)) continue;
-    ComPtr<IDynamicProperty> older;
+    InterfaceHolder<IDynamicProperty> older;
     if (FAILED(query(node.pDynamicProperty, IID_IDynamicProperty, older))) continue;
-    ComPtr<IDispatch> entity;
+    InterfaceHolder<IDispatch> entity;
     if (FAILED(query(node.pDispatch, IID_IDispatch, entity))) continue;
     const VkDbObjectId id = entityIdOf(entity.get());
     if (id.isNull()) continue;

@@ -1,12 +1,12 @@
 #include "propdata/dynamic/EntityId.h"
 
-#include "host/automation/IVeltBaseObject.h"
 #include "holders/InterfaceHolder.h"
+#include "host/automation/IVeltBaseObject.h"
 
 namespace velt::propdata {
 
 VkDbObjectId entityIdOf(IUnknown* automationObject) {
-  ComPtr<IVeltBaseObject> baseObject;
+  holders::InterfaceHolder<IVeltBaseObject> baseObject;
   VkDbObjectId id;
   if (FAILED(query(automationObject, IID_IVeltBaseObject, baseObject))) return id;
   [[maybe_unused]] const HRESULT answered = baseObject->GetObjectId(&id);

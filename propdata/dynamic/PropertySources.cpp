@@ -1,16 +1,17 @@
 // The property sources of an entity's class and what they offer for the entity.
 
+#include "holders/InterfaceHolder.h"
+#include "holders/StringHolder.h"
+#include "holders/VariantHolder.h"
 #include "host/automation/IVeltBaseObject.h"
 #include "host/com/ComError.h"
 #include "host/database/OpenObject.h"
 #include "host/palette/PerInstanceProperties.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/EntityId.h"
-#include "holders/StringHolder.h"
-#include "holders/InterfaceHolder.h"
 #include "propdata/support/Guards.h"
-#include "holders/VariantHolder.h"
 
+using namespace velt::holders;
 using namespace velt::propdata;
 
 namespace {
@@ -63,7 +64,7 @@ VkRxClass* classOf(VkDbObjectId id) {
   return object.openStatus() == Velt::eOk && object.object() != nullptr ? object->isA() : nullptr;
 }
 
-bool readSourceNames(VkDbObjectId id, ScopedVariant& names) {
+bool readSourceNames(VkDbObjectId id, VariantHolder& names) {
   VkRxClass* const entityClass = classOf(id);
   if (entityClass == nullptr) return false;
   auto* const factory = extensionOfDatabase<OPMPerInstancePropertyExtensionFactory>();
@@ -75,14 +76,14 @@ bool readSourceNames(VkDbObjectId id, ScopedVariant& names) {
 
 // False when there is no registry to ask.
 bool putSource(SAFEARRAY* names, LONG index, COleSafeArray& out) {
-  BStr name;
-  if (FAILED(SafeArrayGetElement(names, &index, name.put()))) return true;
+  StringHolder name;
+  if (!handedOver(SafeArrayGetElement(names, &index, name.put()), name)) return true;
   // Looked up for each name: a source may register or remove others while it is asked.
   auto* const registry = extensionOfDatabase<OPMPerInstancePropertySources>();
   if (registry == nullptr) return false;
-  ComPtr<IPropertySource> source;
+  InterfaceHolder<IPropertySource> source;
   const bool has = registry->GetPropertySourceAt(name.get(), source.put()) != 0;
-  name.free();
+  name.reset();
   if (!has) return true;
   try {
     // QUIRK(source_array_from_zero): the array starts at 0 whatever the names start at, so that the indexes
@@ -113,11 +114,11 @@ int describeElement(IDispatch* entity, IUnknown* element, PROPINFO& row) {
 }  // namespace
 
 int GetDynProperteySources(IDispatch* entity, COleSafeArray& out) {
-  ComPtr<IVeltBaseObject> baseObject;
+  InterfaceHolder<IVeltBaseObject> baseObject;
   if (FAILED(query(entity, IID_IVeltBaseObject, baseObject))) return none;
   VkDbObjectId id;
   [[maybe_unused]] const HRESULT answered = baseObject->GetObjectId(&id);
-  ScopedVariant names;
+  VariantHolder names;
   if (!readSourceNames(id, names)) return none;
   SAFEARRAY* const array = arrayOf(names.get(), VT_BSTR);
   if (array == nullptr) return none;
@@ -129,15 +130,15 @@ int GetDynProperteySources(IDispatch* entity, COleSafeArray& out) {
 
 int GetDynPropSourcePropInfo(IDispatch* entity, IPropertySource* source, TqVector<PROPINFO>& out) {
   return orOnNoMemory<int>(none, [&]() -> int {
-    ScopedVariant properties;
-    if (FAILED(source->GetProperties(entity, properties.put())) || properties.get().vt == VT_EMPTY)
-      return none;
+    VariantHolder properties;
+    if (!handedOver(source->GetProperties(entity, properties.put()), properties)) return none;
+    if (properties.get().vt == VT_EMPTY) return none;
     // Whatever else it is, it is an answer; only that there may be no property in it.
     SAFEARRAY* const array = objectsOf(properties.get());
     if (array == nullptr) return enumerated;
     forEachIndex(array, [&](LONG index) {
-      ComPtr<IUnknown> element;
-      if (FAILED(SafeArrayGetElement(array, &index, element.put())) || !element) return;
+      InterfaceHolder<IUnknown> element;
+      if (!handedOver(SafeArrayGetElement(array, &index, element.put()), element) || !element) return;
       PROPINFO row;
       if (describeElement(entity, element.get(), row) == 1) mustAppend(out, row);
     });
@@ -152,9 +153,9 @@ int GetDynPropSourcesPropInfo(IDispatch* entity, TqVector<PROPINFO>& out) {
     SAFEARRAY* const array = arrayOf(sources, VT_UNKNOWN);
     if (array == nullptr) return none;
     forEachIndex(array, [&](LONG index) {
-      ComPtr<IUnknown> element;
-      if (FAILED(SafeArrayGetElement(array, &index, element.put())) || !element) return;
-      ComPtr<IPropertySource> source;
+      InterfaceHolder<IUnknown> element;
+      if (!handedOver(SafeArrayGetElement(array, &index, element.put()), element) || !element) return;
+      InterfaceHolder<IPropertySource> source;
       if (FAILED(query(element.get(), IID_IPropertySource, source))) return;
       [[maybe_unused]] const int answered = GetDynPropSourcePropInfo(entity, source.get(), out);
     });

@@ -1,28 +1,28 @@
 // By-layer colors, compared by the layers' colors.
 
-#include "host/automation/IVeltVkCmColor.h"
-#include "propdata/VeltPropData.h"
-#include "holders/StringHolder.h"
 #include "holders/InterfaceHolder.h"
 #include "holders/OpenObjectHolder.h"
+#include "holders/StringHolder.h"
+#include "host/automation/IVeltVkCmColor.h"
+#include "propdata/VeltPropData.h"
 
-using namespace velt::propdata;
+using namespace velt::holders;
 
 namespace {
 
 constexpr DISPID layerDispId = 1281;
 
 bool readLayerId(VkDbObjectId entityId, VkDbObjectId& layerId) {
-  Opened<VkDbEntity> entity;
-  vkdbOpenObject(entity.put(), entityId, VkDb::kForRead);
+  OpenObjectHolder<VkDbEntity> entity;
+  vkdbOpenObject(*entity.put(), entityId, VkDb::kForRead);
   if (!entity) return false;
   layerId = entity->layerId();
   return true;
 }
 
 bool readLayerColor(VkDbObjectId layerId, VkCmColor& color) {
-  Opened<VkDbLayerTableRecord> layer;
-  vkdbOpenObject<VkDbLayerTableRecord>(layer.put(), layerId, VkDb::kForRead, false);
+  OpenObjectHolder<VkDbLayerTableRecord> layer;
+  vkdbOpenObject<VkDbLayerTableRecord>(*layer.put(), layerId, VkDb::kForRead, false);
   if (!layer) return false;
   color = layer->color();
   return true;
@@ -51,12 +51,12 @@ VkCmColor layerColorOf(const TqVector<PROPINFO>& list) {
 
 HRESULT VariantToColorHelper(VARIANT* value, VkCmColor& color) {
   if (value->vt != VT_DISPATCH) return E_FAIL;
-  ComPtr<IVeltVkCmColor> object;
+  InterfaceHolder<IVeltVkCmColor> object;
   if (FAILED(query(value->pdispVal, IID_IVeltVkCmColor, object))) return E_FAIL;
 
   LONG entityColor = 0;
-  BStr colorName;
-  BStr bookName;
+  StringHolder colorName;
+  StringHolder bookName;
   [[maybe_unused]] const HRESULT gotColor = object->get_EntityColor(&entityColor);
   [[maybe_unused]] const HRESULT gotName = object->get_ColorName(colorName.put());
   [[maybe_unused]] const HRESULT gotBook = object->get_BookName(bookName.put());

@@ -4,15 +4,16 @@
 #include <cstring>
 #include <cwchar>
 
+#include "holders/CountedStringsHolder.h"
+#include "holders/InterfaceHolder.h"
+#include "holders/StringHolder.h"
 #include "host/automation/IVeltHyperlinks.h"
 #include "host/com/ComRuntime.h"
 #include "host/palette/IOPMPropertyExpander.h"
 #include "propdata/VeltPropData.h"
-#include "holders/StringHolder.h"
-#include "holders/InterfaceHolder.h"
-#include "holders/CountedStringsHolder.h"
 #include "propdata/support/Guards.h"
 
+using namespace velt::holders;
 using namespace velt::propdata;
 namespace message = velt::errors::message;
 
@@ -38,19 +39,19 @@ bool countElements(IDispatch* object, const CStdStr<wchar_t>& name, ULONG& count
     errorText.Format(LoadErrString(message::nameNotFound).c_str(), name);
     return false;
   }
-  ComPtr<IOPMPropertyExpander> expander;
+  InterfaceHolder<IOPMPropertyExpander> expander;
   if (FAILED(query(object, IID_IOPMPropertyExpander, expander))) {
     errorText = LoadErrString(message::noExpander);
     return false;
   }
-  CountedStrings elements;
-  if (FAILED(expander->GetElementStrings(dispId, elements.putStrings(), elements.putCookies()))) {
-    elements.abandon();
+  CountedStringsHolder elements;
+  if (!handedOver(expander->GetElementStrings(dispId, elements.putStrings(), elements.putCookies()),
+                  elements)) {
     errorText = LoadErrString(message::elementStrings);
     return false;
   }
   count = elements.cookieCount();
-  expander.release();
+  expander.reset();
   return true;
 }
 
@@ -86,20 +87,20 @@ std::int32_t compareStrings(const CharT* a, const CharT* b, Compare compare) {
   return differs(compare(a, b) != 0);
 }
 
-void readFirstUrl(IVeltHyperlinks& hyperlinks, BStr& url) {
-  ComPtr<IVeltHyperlink> hyperlink;
+void readFirstUrl(IVeltHyperlinks& hyperlinks, StringHolder& url) {
+  InterfaceHolder<IVeltHyperlink> hyperlink;
   if (FAILED(hyperlinks.Item(0, hyperlink.put())) || !hyperlink) return;
   [[maybe_unused]] const HRESULT got = hyperlink->get_URL(url.put());
 }
 
 std::int32_t compareHyperlinks(IDispatch* a, IDispatch* b) {
-  ComPtr<IVeltHyperlinks> hyperlinksOfA;
-  ComPtr<IVeltHyperlinks> hyperlinksOfB;
+  InterfaceHolder<IVeltHyperlinks> hyperlinksOfA;
+  InterfaceHolder<IVeltHyperlinks> hyperlinksOfB;
   const HRESULT queriedA = query(a, IID_IVeltHyperlinks, hyperlinksOfA);
   const HRESULT queriedB = query(b, IID_IVeltHyperlinks, hyperlinksOfB);
   if (FAILED(queriedA) || FAILED(queriedB)) return different;
-  BStr urlOfA;
-  BStr urlOfB;
+  StringHolder urlOfA;
+  StringHolder urlOfB;
   readFirstUrl(*hyperlinksOfA.get(), urlOfA);
   readFirstUrl(*hyperlinksOfB.get(), urlOfB);
   if (urlOfA.get() == nullptr && urlOfB.get() == nullptr) return equal;

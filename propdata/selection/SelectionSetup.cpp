@@ -2,13 +2,14 @@
 
 #include <utility>
 
+#include "holders/InterfaceHolder.h"
+#include "holders/OpenObjectHolder.h"
 #include "host/automation/IVeltBaseObject.h"
 #include "host/automation/TqAutoCreateInstance.h"
 #include "propdata/VeltPropData.h"
-#include "holders/InterfaceHolder.h"
 #include "propdata/support/Guards.h"
-#include "holders/OpenObjectHolder.h"
 
+using namespace velt::holders;
 using namespace velt::propdata;
 namespace message = velt::errors::message;
 
@@ -33,14 +34,14 @@ bool createObject(VeltPropData& entry, CStdStr<wchar_t>& errorText) {
   if (FAILED(creation) || created == nullptr) return failWith(errorText, message::instanceCreation);
   entry.pUnknown = static_cast<IUnknown*>(created);
 
-  ComPtr<IDispatch> dispatch;
+  InterfaceHolder<IDispatch> dispatch;
   if (FAILED(query(entry.pUnknown, IID_IDispatch, dispatch))) {
     releaseAndClear(entry.pUnknown);
     return failWith(errorText, message::noDispatch);
   }
   entry.pDispatch = dispatch.detach();
 
-  ComPtr<IVeltBaseObject> baseObject;
+  InterfaceHolder<IVeltBaseObject> baseObject;
   if (FAILED(query(entry.pUnknown, IID_IVeltBaseObject, baseObject))) {
     // QUIRK(dispatch_kept_without_base_object): pDispatch stays in the entry; the caller's teardown releases it.
     releaseAndClear(entry.pUnknown);
@@ -90,8 +91,8 @@ bool UnInitializePropData(TqVector<VeltPropData*>& selection) {
 bool GetCLSID(GUID& clsid, long oldId) {
   VkDbObjectId id;
   id.setFromOldId(oldId);
-  Opened<VkDbEntity> entity;
-  if (vkdbOpenVkDbEntity(entity.put(), id, VkDb::kForRead, false) != Velt::eOk || !entity) return false;
+  OpenObjectHolder<VkDbEntity> entity;
+  if (vkdbOpenVkDbEntity(*entity.put(), id, VkDb::kForRead, false) != Velt::eOk || !entity) return false;
   if (entity->getClassID(&clsid) != Velt::eOk) {
     clsid = entity->isKindOf(VkDbEntity::desc()) ? CLSID_VeltEntity : CLSID_VeltObject;
   }

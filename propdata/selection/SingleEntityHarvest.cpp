@@ -5,14 +5,15 @@
 #include <unordered_set>
 #include <utility>
 
+#include "holders/CountedStringsHolder.h"
+#include "holders/InterfaceHolder.h"
 #include "host/automation/IVeltHatch.h"
 #include "host/com/IPerPropertyBrowsing.h"
 #include "host/palette/IOPMPropertyExtension.h"
 #include "propdata/VeltPropData.h"
-#include "holders/InterfaceHolder.h"
-#include "holders/CountedStringsHolder.h"
 #include "propdata/support/Guards.h"
 
+using namespace velt::holders;
 using namespace velt::propdata;
 namespace message = velt::errors::message;
 
@@ -42,12 +43,9 @@ void askEditable(IOPMPropertyExtension& extension, PROPINFO& prop) {
 }
 
 bool offersChoices(IPerPropertyBrowsing& browsing, DISPID dispId) {
-  CountedStrings choices;
-  if (FAILED(browsing.GetPredefinedStrings(dispId, choices.putStrings(), choices.putCookies()))) {
-    choices.abandon();
-    return false;
-  }
-  return true;
+  CountedStringsHolder choices;
+  return handedOver(browsing.GetPredefinedStrings(dispId, choices.putStrings(), choices.putCookies()),
+                    choices);
 }
 
 using SetterNames = std::unordered_set<std::wstring_view>;
@@ -63,7 +61,7 @@ SetterNames namesIn(const CStringArray& setters) {
 bool completeRow(VeltPropData& entry, PROPINFO& prop, const SetterNames& setters, int& categoryId,
                  CStdStr<wchar_t>& categoryName, CStdStr<wchar_t>& errorText) {
   {
-    ComPtr<IOPMPropertyExtension> extension;
+    InterfaceHolder<IOPMPropertyExtension> extension;
     if (FAILED(query(entry.pUnknown, IID_IOPMPropertyExtension, extension))) {
       errorText = LoadErrString(message::noPropertyExtension);
       return false;
@@ -80,7 +78,7 @@ bool completeRow(VeltPropData& entry, PROPINFO& prop, const SetterNames& setters
   prop.categoryId = categoryId;
   prop.categoryName = categoryName;
 
-  ComPtr<IPerPropertyBrowsing> browsing;
+  InterfaceHolder<IPerPropertyBrowsing> browsing;
   if (FAILED(query(entry.pUnknown, IID_IPerPropertyBrowsing, browsing))) {
     // QUIRK(message_1018_left_behind): not fatal; palettes look for this text after a query that succeeded.
     errorText = LoadErrString(message::noPropertyBrowsing);
@@ -141,7 +139,7 @@ void resetObjectInfo(TqVector<PROPINFO>& list, const VeltPropData* entry) {
       prop.pDispatch = entry->pDispatch;
       prop.objectId.setFromOldId(entry->oldId);
       if (!prop.isWritable) continue;
-      ComPtr<IOPMPropertyExtension> extension;
+      InterfaceHolder<IOPMPropertyExtension> extension;
       if (SUCCEEDED(query(entry->pUnknown, IID_IOPMPropertyExtension, extension)))
         askEditable(*extension.get(), prop);
     }

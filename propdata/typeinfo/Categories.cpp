@@ -1,11 +1,12 @@
 // Categories of properties and their names.
 
+#include "holders/InterfaceHolder.h"
+#include "holders/StringHolder.h"
 #include "host/palette/ICategorizeProperties.h"
 #include "propdata/VeltPropData.h"
-#include "holders/StringHolder.h"
-#include "holders/InterfaceHolder.h"
 #include "propdata/support/Guards.h"
 
+using namespace velt::holders;
 using namespace velt::propdata;
 namespace message = velt::errors::message;
 
@@ -33,7 +34,7 @@ bool failWith(CStdStr<wchar_t>& errorText, int id) {
 bool GetCategoryInfo(VeltPropData* data, int dispId, int& categoryId, CStdStr<wchar_t>& categoryName,
                      CStdStr<wchar_t>& errorText) {
   return orMessageOnComError(errorText, [&] {
-    ComPtr<ICategorizeProperties> categories;
+    InterfaceHolder<ICategorizeProperties> categories;
     if (FAILED(query(data->pUnknown, IID_ICategorizeProperties, categories))) {
       return failWith(errorText, message::noCategories);
     }
@@ -46,15 +47,14 @@ bool GetCategoryInfo(VeltPropData* data, int dispId, int& categoryId, CStdStr<wc
       GetPredefinedCategoryName(category, categoryName);
       return true;
     }
-    BStr name;
+    StringHolder name;
     // QUIRK(dispid_as_category_locale): the DISPID goes where the locale belongs; objects tell by it for which
     // property the name is wanted.
-    if (FAILED(categories->GetCategoryName(category, static_cast<LCID>(dispId), name.put()))) {
-      [[maybe_unused]] const BSTR notHandedOver = name.detach();
+    if (!handedOver(categories->GetCategoryName(category, static_cast<LCID>(dispId), name.put()), name)) {
       return failWith(errorText, message::categoryName);
     }
-    categoryName = name.text();
-    name.free();
+    categoryName = CStdStr<wchar_t>(name.get());
+    name.reset();
     // QUIRK(default_category_name): an empty name is replaced by a message's text, and the call succeeds.
     if (categoryName.empty()) categoryName = LoadErrString(message::defaultCategory);
     return true;

@@ -1,14 +1,15 @@
 // The walk through an automation object's type information.
 
+#include "holders/InterfaceHolder.h"
+#include "holders/StringHolder.h"
+#include "holders/TypeInfoBlockHolder.h"
 #include "host/com/ComRuntime.h"
 #include "host/com/TypeInfo.h"
 #include "host/palette/IOPMPropertyExtension.h"
 #include "propdata/VeltPropData.h"
-#include "holders/StringHolder.h"
-#include "holders/InterfaceHolder.h"
 #include "propdata/support/Guards.h"
-#include "holders/TypeInfoBlockHolder.h"
 
+using namespace velt::holders;
 using namespace velt::propdata;
 namespace message = velt::errors::message;
 
@@ -33,7 +34,7 @@ bool failWith(CStdStr<wchar_t>& errorText, int id) {
 }
 
 bool readFunction(ITypeInfo& typeInfo, UINT index, Function& function) {
-  FunctionDescription description(typeInfo);
+  FunctionDescriptionHolder description(typeInfo);
   if (FAILED(typeInfo.GetFuncDesc(index, description.put())) || !description) return false;
   const TYPEDESC& type = description->elemdescFunc.tdesc;
   function.memberId = description->memid;
@@ -45,20 +46,20 @@ bool readFunction(ITypeInfo& typeInfo, UINT index, Function& function) {
 }
 
 void readEnumMember(ITypeInfo& enumeration, UINT index, PROPINFO& prop) {
-  VariableDescription member(enumeration);
+  VariableDescriptionHolder member(enumeration);
   if (FAILED(enumeration.GetVarDesc(index, member.put())) || !member) return;
-  BStr name;
+  StringHolder name;
   UINT nameCount = 0;
   [[maybe_unused]] const HRESULT named = enumeration.GetNames(member->memid, name.put(), 1, &nameCount);
   if (member->varkind == VAR_CONST && member->lpvarValue != nullptr) {
     mustAppend(prop.choiceValues, static_cast<int>(member->lpvarValue->lVal));
-    mustAppend(prop.choiceNames, name.text());
+    mustAppend(prop.choiceNames, CStdStr<wchar_t>(name.get()));
   }
 }
 
 // False when the type does not tell what kind it is.
 bool readEnumMembers(ITypeInfo& referenced, PROPINFO& prop) {
-  TypeAttributes attributes(referenced);
+  TypeAttributesHolder attributes(referenced);
   if (FAILED(referenced.GetTypeAttr(attributes.put())) || !attributes) return false;
   if (attributes->typekind != TKIND_ENUM) return true;
   for (UINT i = 0; i < attributes->cVars; ++i)
@@ -68,13 +69,13 @@ bool readEnumMembers(ITypeInfo& referenced, PROPINFO& prop) {
 
 // The code of the type's name, or the code given when the name cannot be had.
 int customTypeOf(ITypeInfo& referenced, int otherwise) {
-  ComPtr<ITypeLib> library;
+  InterfaceHolder<ITypeLib> library;
   UINT index = 0;
   if (FAILED(referenced.GetContainingTypeLib(library.put(), &index)) || !library) return otherwise;
-  BStr name;
-  BStr documentation;
+  StringHolder name;
+  StringHolder documentation;
   DWORD helpContext = 0;
-  BStr helpFile;
+  StringHolder helpFile;
   if (FAILED(library->GetDocumentation(static_cast<INT>(index), name.put(), documentation.put(), &helpContext,
                                        helpFile.put()))) {
     return otherwise;
@@ -85,16 +86,16 @@ int customTypeOf(ITypeInfo& referenced, int otherwise) {
 // Fills the choices of an enumeration and answers the custom type; what cannot be read is left out.
 int resolveUserDefinedType(ITypeInfo& typeInfo, HREFTYPE type, PROPINFO& prop) {
   constexpr int notResolved = PropertyKind::none;
-  ComPtr<ITypeInfo> referenced;
+  InterfaceHolder<ITypeInfo> referenced;
   [[maybe_unused]] const HRESULT found = typeInfo.GetRefTypeInfo(type, referenced.put());
   if (!referenced || !readEnumMembers(*referenced.get(), prop)) return notResolved;
   return customTypeOf(*referenced.get(), notResolved);
 }
 
 CStdStr<wchar_t> displayNameOf(IOPMPropertyExtension& extension, const PROPINFO& prop) {
-  BStr displayName;
+  StringHolder displayName;
   [[maybe_unused]] const HRESULT answered = extension.GetDisplayName(prop.dispId, displayName.put());
-  const CStdStr<wchar_t> text = displayName.text();
+  const CStdStr<wchar_t> text(displayName.get());
   return text.empty() ? prop.name : text;
 }
 
@@ -106,14 +107,14 @@ bool isShown(IOPMPropertyExtension& extension, DISPID dispId) {
 }
 
 void listGetter(const VeltPropData& data, ITypeInfo& typeInfo, IOPMPropertyExtension& extension,
-                const Function& function, DISPID dispId, const BStr& name, const BStr& documentation,
-                TqVector<PROPINFO>& props) {
+                const Function& function, DISPID dispId, const StringHolder& name,
+                const StringHolder& documentation, TqVector<PROPINFO>& props) {
   PROPINFO prop;
   prop.clsid = data.clsid;
   prop.pDispatch = data.pDispatch;
   prop.dispId = dispId;
-  prop.name = name.text();
-  prop.description = documentation.text();
+  prop.name = CStdStr<wchar_t>(name.get());
+  prop.description = CStdStr<wchar_t>(documentation.get());
   // QUIRK(two_codes_for_no_custom_type): none for a type that is not user-defined, unknownType for one whose name
   // tells nothing; whoever reads the code treats both alike.
   int customType = PropertyKind::none;
@@ -133,8 +134,8 @@ bool walkFunction(const VeltPropData& data, ITypeInfo& typeInfo, IOPMPropertyExt
   Function function{};
   if (!readFunction(typeInfo, index, function)) return failWith(errorText, message::functionDescription);
 
-  BStr name;
-  BStr documentation;
+  StringHolder name;
+  StringHolder documentation;
   if (FAILED(
           typeInfo.GetDocumentation(function.memberId, name.put(), documentation.put(), nullptr, nullptr))) {
     return failWith(errorText, message::documentation);
@@ -161,7 +162,7 @@ bool walkFunction(const VeltPropData& data, ITypeInfo& typeInfo, IOPMPropertyExt
 
 bool walk(const VeltPropData& data, TqVector<PROPINFO>& props, CStringArray& putNames,
           CStdStr<wchar_t>& errorText) {
-  ComPtr<ITypeInfo> typeInfo;
+  InterfaceHolder<ITypeInfo> typeInfo;
   if (data.pDispatch == nullptr
       || FAILED(data.pDispatch->GetTypeInfo(0, GetUserDefaultLangID(), typeInfo.put()))) {
     return failWith(errorText, message::typeInfoFailed);
@@ -170,7 +171,7 @@ bool walk(const VeltPropData& data, TqVector<PROPINFO>& props, CStringArray& put
 
   UINT functionCount = 0;
   {
-    TypeAttributes attributes(*typeInfo.get());
+    TypeAttributesHolder attributes(*typeInfo.get());
     if (FAILED(typeInfo->GetTypeAttr(attributes.put())) || !attributes) {
       return failWith(errorText, message::typeAttributes);
     }
@@ -178,7 +179,7 @@ bool walk(const VeltPropData& data, TqVector<PROPINFO>& props, CStringArray& put
   }
   if (functionCount == 0) return true;
 
-  ComPtr<IOPMPropertyExtension> extension;
+  InterfaceHolder<IOPMPropertyExtension> extension;
   if (FAILED(query(data.pUnknown, IID_IOPMPropertyExtension, extension))) {
     return failWith(errorText, message::noPropertyExtension);
   }

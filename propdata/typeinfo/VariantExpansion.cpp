@@ -1,12 +1,13 @@
 // Splitting a property into its elements.
 
+#include "holders/CountedStringsHolder.h"
+#include "holders/InterfaceHolder.h"
+#include "holders/VariantHolder.h"
 #include "host/palette/IOPMPropertyExpander.h"
 #include "propdata/VeltPropData.h"
-#include "holders/InterfaceHolder.h"
-#include "holders/CountedStringsHolder.h"
 #include "propdata/support/Guards.h"
-#include "holders/VariantHolder.h"
 
+using namespace velt::holders;
 using namespace velt::propdata;
 namespace message = velt::errors::message;
 
@@ -36,7 +37,7 @@ void appendGroupHeader(IOPMPropertyExpander& expander, PROPINFO& info, TqVector<
 
 bool appendElement(IOPMPropertyExpander& expander, DWORD cookie, const CStdStr<wchar_t>& label,
                    PROPINFO& info, TqVector<PROPINFO>& out) {
-  ScopedVariant value;
+  VariantHolder value;
   if (FAILED(expander.GetElementValue(info.dispId, cookie, value.put()))) return false;
   info.valueType = value.get().vt;
   info.isElement = true;
@@ -46,18 +47,18 @@ bool appendElement(IOPMPropertyExpander& expander, DWORD cookie, const CStdStr<w
   info.hasValue = true;
   info.sortByCookie = sortsByCookie(info.clsid, cookie);
   mustAppend(out, info);
-  value.detach();  // owned from now on by the rows that share it
+  [[maybe_unused]] const VARIANT ownedByTheRows = value.detach();
   return true;
 }
 
 bool listElements(PROPINFO& info, TqVector<PROPINFO>& out, CStdStr<wchar_t>& errorText) {
-  ComPtr<IOPMPropertyExpander> expander;
+  InterfaceHolder<IOPMPropertyExpander> expander;
   if (FAILED(query(info.pDispatch, IID_IOPMPropertyExpander, expander))) {
     return failWith(errorText, message::noExpander);
   }
-  CountedStrings elements;
-  if (FAILED(expander->GetElementStrings(info.dispId, elements.putStrings(), elements.putCookies()))) {
-    elements.abandon();
+  CountedStringsHolder elements;
+  if (!handedOver(expander->GetElementStrings(info.dispId, elements.putStrings(), elements.putCookies()),
+                  elements)) {
     return failWith(errorText, message::elementStrings);
   }
   SHORT grouping = 0;
@@ -68,11 +69,12 @@ bool listElements(PROPINFO& info, TqVector<PROPINFO>& out, CStdStr<wchar_t>& err
   info.customType = PropertyKind::none;
   info.groupCount = 0;
   for (ULONG i = 0; i < elements.cookieCount(); ++i) {
-    if (!appendElement(*expander.get(), elements.cookie(i), elements.string(i), info, out)) {
+    if (!appendElement(*expander.get(), elements.cookie(i), CStdStr<wchar_t>(elements.string(i)), info,
+                       out)) {
       return failWith(errorText, message::elementValue);
     }
   }
-  expander.release();
+  expander.reset();
   return true;
 }
 

@@ -5,11 +5,11 @@
 #include <cwchar>
 #include <string_view>
 
+#include "holders/InterfaceHolder.h"
 #include "host/automation/IVeltVkCmColor.h"
 #include "propdata/VeltPropData.h"
-#include "holders/InterfaceHolder.h"
 
-using namespace velt::propdata;
+using namespace velt::holders;
 
 namespace {
 
@@ -139,7 +139,7 @@ bool isOfClass(const GUID& clsid, const GUID* wanted) {
 
 bool isColorObject(const VARIANT& value) {
   if (value.vt != VT_DISPATCH) return false;
-  ComPtr<IVeltVkCmColor> color;
+  InterfaceHolder<IVeltVkCmColor> color;
   return SUCCEEDED(query(value.pdispVal, IID_IVeltVkCmColor, color));
 }
 

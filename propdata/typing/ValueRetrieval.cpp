@@ -1,12 +1,13 @@
 // Reading a property's current value, and settling its weight and kind on the way.
 
+#include "holders/InterfaceHolder.h"
+#include "holders/VariantHolder.h"
 #include "host/automation/IVkPiPropertyDisplay.h"
 #include "host/com/ComRuntime.h"
 #include "propdata/VeltPropData.h"
-#include "holders/InterfaceHolder.h"
 #include "propdata/support/Guards.h"
-#include "holders/VariantHolder.h"
 
+using namespace velt::holders;
 using namespace velt::propdata;
 
 namespace {
@@ -32,13 +33,13 @@ VARIANT dispIdAsVariant(const PROPINFO& prop) {
 }
 
 void readWeight(PROPINFO& prop, const VARIANT& property) {
-  ComPtr<IVkPiPropertyDisplay> display;
+  InterfaceHolder<IVkPiPropertyDisplay> display;
   if (SUCCEEDED(query(prop.pDispatch, IID_IVkPiPropertyDisplay, display))) {
     long weight = 0;
     if (SUCCEEDED(display->GetPropertyWeight(property, &weight)))
       prop.weight = static_cast<std::int32_t>(weight);
   }
-  display.release();
+  display.reset();
   SetPropertyWeight(prop.clsid, prop);
 }
 
@@ -84,8 +85,8 @@ void getPropValue(PROPINFO& prop, TqVector<PROPINFO>& elements) {
 
 bool GetPropInfoValue(PROPINFO& prop) {
   {
-    ScopedVariant property;  // cleared again, which the bulk reading above spares itself
-    *property.put() = dispIdAsVariant(prop);
+    VariantHolder property;  // cleared again, which the bulk reading above spares itself
+    property.attach(dispIdAsVariant(prop));
     readWeight(prop, property.get());
   }
   fetchValue(prop);

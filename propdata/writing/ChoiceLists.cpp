@@ -1,11 +1,12 @@
 // Choice lists of enumerated properties, and the release of the values that the query read.
 
+#include "holders/CountedStringsHolder.h"
+#include "holders/InterfaceHolder.h"
 #include "host/com/IPerPropertyBrowsing.h"
 #include "propdata/VeltPropData.h"
-#include "holders/InterfaceHolder.h"
-#include "holders/CountedStringsHolder.h"
 #include "propdata/support/Guards.h"
 
+using namespace velt::holders;
 using namespace velt::propdata;
 
 namespace {
@@ -47,14 +48,14 @@ bool readValue(IPerPropertyBrowsing& browsing, const PROPINFO& prop, ULONG index
 }
 
 void fillFromBrowsing(PROPINFO& prop) {
-  ComPtr<IPerPropertyBrowsing> browsing;
+  InterfaceHolder<IPerPropertyBrowsing> browsing;
   if (FAILED(query(prop.pDispatch, IID_IPerPropertyBrowsing, browsing))) {
     prop.hasChoices = false;
     return;
   }
-  CountedStrings strings;
-  if (FAILED(browsing->GetPredefinedStrings(prop.dispId, strings.putStrings(), strings.putCookies()))) {
-    strings.abandon();
+  CountedStringsHolder strings;
+  if (!handedOver(browsing->GetPredefinedStrings(prop.dispId, strings.putStrings(), strings.putCookies()),
+                  strings)) {
     prop.hasChoices = false;
     return;
   }
@@ -65,11 +66,11 @@ void fillFromBrowsing(PROPINFO& prop) {
   reserve(values, strings.stringCount());
   for (ULONG i = 0; i < strings.stringCount(); ++i) {
     if (!readValue(*browsing.get(), std::as_const(prop), i, values)) break;
-    mustAppend(names, strings.string(i));
+    mustAppend(names, CStdStr<wchar_t>(strings.string(i)));
   }
   prop.choiceNames = names;
   prop.choiceValues = values;
-  strings.free();
+  strings.reset();
 }
 
 }  // namespace

@@ -2,14 +2,15 @@
 
 #include <utility>
 
+#include "holders/InterfaceHolder.h"
+#include "holders/OpenObjectHolder.h"
+#include "holders/StringHolder.h"
 #include "host/com/ComRuntime.h"
 #include "host/palette/IOPMPropertyExpander.h"
 #include "propdata/VeltPropData.h"
-#include "holders/StringHolder.h"
-#include "holders/InterfaceHolder.h"
 #include "propdata/support/Guards.h"
-#include "holders/OpenObjectHolder.h"
 
+using namespace velt::holders;
 using namespace velt::propdata;
 namespace message = velt::errors::message;
 
@@ -23,15 +24,15 @@ enum class Layer { cannotBeAsked, locked, unlocked };
 Layer layerOf(VkDbObjectId entityId) {
   VkDbObjectId layerId;
   {
-    Opened<VkDbEntity> entity;
-    const Velt::ErrorStatus opened = vkdbOpenObject(entity.put(), entityId, VkDb::kForRead);
+    OpenObjectHolder<VkDbEntity> entity;
+    const Velt::ErrorStatus opened = vkdbOpenObject(*entity.put(), entityId, VkDb::kForRead);
     if (opened != Velt::eOk || !entity) return Layer::cannotBeAsked;
     layerId = entity->layerId();
   }
   if (layerId.isNull()) return Layer::cannotBeAsked;
-  Opened<VkDbLayerTableRecord> layer;
+  OpenObjectHolder<VkDbLayerTableRecord> layer;
   const Velt::ErrorStatus opened =
-      vkdbOpenObject<VkDbLayerTableRecord>(layer.put(), layerId, VkDb::kForRead, false);
+      vkdbOpenObject<VkDbLayerTableRecord>(*layer.put(), layerId, VkDb::kForRead, false);
   if (opened != Velt::eOk || !layer) return Layer::cannotBeAsked;
   return layer->isLocked() ? Layer::locked : Layer::unlocked;
 }
@@ -58,7 +59,7 @@ bool putWhole(VeltPropData& entry, DISPID dispId, const Write& write) {
 }
 
 bool putElement(VeltPropData& entry, DISPID dispId, const Write& write, CStdStr<wchar_t>& errorText) {
-  ComPtr<IOPMPropertyExpander> expander;
+  InterfaceHolder<IOPMPropertyExpander> expander;
   if (FAILED(query(entry.pUnknown, IID_IOPMPropertyExpander, expander))) {
     errorText = LoadErrString(message::noExpander);
     return false;
@@ -104,7 +105,7 @@ int SetPropertiesValue(TqVector<VeltPropData*>& selection, const PROPINFO& prope
   if (property.dispId == dynamicPropertyDispId) return writeDynamic(property, value);
   return orOnNoMemory(stopped, [&] {
     const CStdStr<wchar_t> name = property.name;
-    const BStr nameToResolve(name);
+    const auto nameToResolve = StringHolder::owning(SysAllocString(name.c_str()));
     const Write write{name, nameToResolve.get(), value, elementWrite, elementCookie};
     for (VeltPropData* const entry : std::as_const(selection)) {
       if (entry == nullptr) continue;

@@ -1,15 +1,18 @@
+#include "holders/InterfaceHolder.h"
+
 #include <gtest/gtest.h>
 
 #include <utility>
 
-#include "embedded/com/InterfaceHolder.h"
-#include "embedded/com/StringHolder.h"
-#include "embedded/com/VariantHolder.h"
 #include "tests/embedded/com/Balance.h"
 #include "tests/embedded/com/Probe.h"
 
-namespace velt::com {
+namespace velt::holders {
 namespace {
+
+using com::Balance;
+using com::Probe;
+using com::referencesOf;
 
 TEST(InterfaceHolder, GivesItsReferenceBackAtTheEndOfTheScope) {
   const Balance balance;
@@ -33,7 +36,7 @@ TEST(InterfaceHolder, IsFilledThroughAnOutParameterAndEmptiedByDetaching) {
   source.attach(detached);
 }
 
-TEST(InterfaceHolder, MovesWithoutCounting) {
+TEST(InterfaceHolder, MovesWithoutCountingAndGivesBackWhatTheTargetHeld) {
   const Balance balance;
   auto first = InterfaceHolder<IUnknown>::owning(Probe::make());
   InterfaceHolder<IUnknown> second = std::move(first);
@@ -43,35 +46,53 @@ TEST(InterfaceHolder, MovesWithoutCounting) {
   EXPECT_EQ(1U, referencesOf(third.get()));
 }
 
-TEST(StringHolder, OwnsItsStringAndShowsAllOfIt) {
+#ifndef NDEBUG
+TEST(InterfaceHolderDeathTest, RefusesToTakeASecondReferenceWhileItIsFull) {
+  auto holder = InterfaceHolder<IUnknown>::owning(Probe::make());
+  EXPECT_DEATH(static_cast<void>(holder.put()), "held_ == nullptr");
+  EXPECT_DEATH(holder.attach(holder.get()), "held_ == nullptr");
+}
+#endif
+
+TEST(InterfaceQuery, TakesAnInterfaceOverFromASuccessOnly) {
   const Balance balance;
-  StringHolder holder(std::wstring_view(L"a\0b", 3));
-  EXPECT_EQ(std::wstring_view(L"a\0b", 3), holder.view());
-  holder = StringHolder(L"other");
-  EXPECT_EQ(L"other", holder.view());
-  BSTR detached = holder.detach();
-  EXPECT_TRUE(holder.isNull());
-  EXPECT_TRUE(holder.view().empty());
-  *holder.put() = detached;
-  EXPECT_EQ(L"other", holder.view());
+  const auto object = InterfaceHolder<IUnknown>::owning(Probe::make());
+  InterfaceHolder<IPropertySource> source;
+  EXPECT_EQ(S_OK, query(object.get(), IID_IPropertySource, source));
+  EXPECT_EQ(2U, referencesOf(object.get()));
+  InterfaceHolder<IPropertySource> none;
+  EXPECT_EQ(E_NOINTERFACE, query(object.get(), IID_IDispatch, none));
+  EXPECT_EQ(E_NOINTERFACE, query(nullptr, IID_IPropertySource, none));
+  EXPECT_FALSE(none);
 }
 
-TEST(VariantHolder, OwnsTheContentOfItsVariant) {
-  const Balance balance;
-  VariantHolder holder;
-  holder.put()->vt = VT_BSTR;
-  holder.get().bstrVal = SysAllocString(L"x");
-  VariantHolder second = std::move(holder);
-  EXPECT_EQ(VT_EMPTY, holder.get().vt);
-  EXPECT_EQ(VT_BSTR, second.get().vt);
-  VARIANT other{};
-  other.vt = VT_BSTR;
-  other.bstrVal = SysAllocString(L"y");
-  second.attach(other);
-  EXPECT_STREQ(L"y", second.get().bstrVal);
-  VARIANT detached = second.detach();
-  VariantClear(&detached);
+// Answers every query with one result and one pointer.
+struct Liar : IUnknown {
+  Liar(HRESULT result, void* pointer) : result_(result), pointer_(pointer) {}
+  HRESULT QueryInterface(REFIID, void** object) override {
+    *object = pointer_;
+    return result_;
+  }
+  ULONG AddRef() override { return 1; }
+  ULONG Release() override { return 1; }
+
+ private:
+  HRESULT result_;
+  void* pointer_;
+};
+
+TEST(InterfaceQuery, LeavesAloneWhatAFailureLeftBehind) {
+  Liar liar(E_ACCESSDENIED, reinterpret_cast<void*>(1));
+  InterfaceHolder<IUnknown> none;
+  EXPECT_EQ(E_ACCESSDENIED, query(&liar, IID_IUnknown, none));
+  EXPECT_FALSE(none);
+}
+
+TEST(InterfaceQuery, ASuccessWithoutAnInterfaceCountsAsNone) {
+  Liar liar(S_OK, nullptr);
+  InterfaceHolder<IUnknown> none;
+  EXPECT_EQ(E_NOINTERFACE, query(&liar, IID_IUnknown, none));
 }
 
 }  // namespace
-}  // namespace velt::com
+}  // namespace velt::holders

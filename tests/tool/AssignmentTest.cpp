@@ -53,7 +53,7 @@ std::string failureOf(Call call) {
   return "no failure";
 }
 
-OwnedVariant valueIn(const std::string& text, const PROPINFO& of) {
+velt::holders::VariantHolder valueIn(const std::string& text, const PROPINFO& of) {
   return valueFor(parseAssignment(text), of);
 }
 
@@ -172,7 +172,7 @@ TEST(Assignment, ARealMayBeGivenAValueThatIsNoChoice) {
 }
 
 TEST(Assignment, ColorsStayTexts) {
-  const OwnedVariant value = valueIn("Style=1,2,3", rowWithChoices(VT_DISPATCH));
+  const velt::holders::VariantHolder value = valueIn("Style=1,2,3", rowWithChoices(VT_DISPATCH));
   EXPECT_EQ(value.get().vt, VT_BSTR);
   EXPECT_STREQ(value.get().bstrVal, L"1,2,3");
 }

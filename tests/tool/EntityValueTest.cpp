@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "embedded/database/Drawing.h"
+#include "holders/VariantHolder.h"
 #include "tests/tool/Drawings.h"
-#include "tool/OwnedVariant.h"
 #include "tool/Palette.h"
 
 using namespace velt::tool;
@@ -31,8 +31,8 @@ class EntityValue : public testing::Test {
   const TqVector<PROPINFO>& rows_ = palette.query();
 };
 
-OwnedVariant real(double number) {
-  OwnedVariant made;
+velt::holders::VariantHolder real(double number) {
+  velt::holders::VariantHolder made;
   made.get().vt = VT_R8;
   made.get().dblVal = number;
   return made;
@@ -55,12 +55,12 @@ TEST_F(EntityValue, IsComparedInFullPrecision) {
 }
 
 TEST_F(EntityValue, OfNothingIsEmpty) {
-  const OwnedVariant none;
+  const velt::holders::VariantHolder none;
   EXPECT_EQ(comparable(none.get()), L"");
 }
 
 TEST_F(EntityValue, ARefusalHasAReason) {
-  OwnedVariant value = real(1.0);
+  velt::holders::VariantHolder value = real(1.0);
   EXPECT_NE(reasonOfRefusal(row(L"Handle"), palette.entry(0), value.get()), "");
   EXPECT_NE(reasonOfRefusal(row(L"Normal X"), palette.entry(0), value.get()), "");
 }

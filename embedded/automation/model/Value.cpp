@@ -6,7 +6,7 @@
 #include <type_traits>
 
 #include "embedded/automation/model/Refusal.h"
-#include "embedded/com/VariantHolder.h"
+#include "holders/VariantHolder.h"
 
 namespace velt::automation {
 namespace {
@@ -57,12 +57,12 @@ VARIANT plainVariant(const Value& value) {
 }
 
 // False when the source cannot be converted.
-bool convert(const VARIANT& source, VARTYPE type, com::VariantHolder& converted) {
-  return SUCCEEDED(VariantChangeType(converted.put(), &source, 0, type));
+bool convert(const VARIANT& source, VARTYPE type, holders::VariantHolder& converted) {
+  return holders::handedOver(VariantChangeType(converted.put(), &source, 0, type), converted);
 }
 
 std::optional<double> realFrom(const VARIANT& source) {
-  com::VariantHolder converted;
+  holders::VariantHolder converted;
   if (!convert(source, VT_R8, converted) || !std::isfinite(converted.get().dblVal)) return std::nullopt;
   return converted.get().dblVal;
 }
@@ -77,7 +77,7 @@ std::optional<std::int32_t> integerFrom(const VARIANT& source) {
 }
 
 std::optional<std::wstring> textFrom(const VARIANT& source) {
-  com::VariantHolder converted;
+  holders::VariantHolder converted;
   if (!convert(source, VT_BSTR, converted)) return std::nullopt;
   BSTR text = converted.get().bstrVal;
   return text == nullptr ? std::wstring() : std::wstring(text, SysStringLen(text));

@@ -11,12 +11,12 @@
 #include "embedded/automation/geometry/Vector.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/model/UserTypes.h"
-#include "embedded/com/InterfaceHolder.h"
+#include "holders/InterfaceHolder.h"
 #include "host/com/IDispatch.h"
 
 namespace velt::automation {
 
-using OwnedDispatch = com::InterfaceHolder<IDispatch>;
+using OwnedDispatch = holders::InterfaceHolder<IDispatch>;
 
 // Lists of numbers are the coordinates of several points, one after the other.
 using Value =

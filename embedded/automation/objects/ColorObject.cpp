@@ -2,8 +2,8 @@
 
 #include "embedded/automation/model/ColorNames.h"
 #include "embedded/automation/model/Refusal.h"
-#include "embedded/com/StringHolder.h"
 #include "embedded/database/Colors.h"
+#include "holders/StringHolder.h"
 
 namespace velt::automation {
 namespace {
@@ -125,18 +125,18 @@ HRESULT ColorObject::SetNames(BSTR colorName, BSTR bookName) {
 }
 
 VkCmColor colorOf(IUnknown& object) {
-  void* found = nullptr;
-  if (FAILED(object.QueryInterface(IID_IVeltVkCmColor, &found)) || found == nullptr) {
+  holders::InterfaceHolder<IVeltVkCmColor> source;
+  if (FAILED(holders::query(&object, IID_IVeltVkCmColor, source)))
     throw Refusal(E_NOINTERFACE, L"The object is no colour.");
-  }
-  const auto source = com::InterfaceHolder<IVeltVkCmColor>::owning(static_cast<IVeltVkCmColor*>(found));
   LONG value = 0;
-  com::StringHolder colorName;
-  com::StringHolder bookName;
-  for (const HRESULT result : {source->get_EntityColor(&value), source->get_ColorName(colorName.put()),
-                               source->get_BookName(bookName.put())}) {
-    if (FAILED(result)) throw Refusal(result, L"The colour cannot be read.");
-  }
+  holders::StringHolder colorName;
+  holders::StringHolder bookName;
+  const auto require = [](HRESULT result, auto&... outputs) {
+    if (!holders::handedOver(result, outputs...)) throw Refusal(result, L"The colour cannot be read.");
+  };
+  require(source->get_EntityColor(&value));
+  require(source->get_ColorName(colorName.put()), colorName);
+  require(source->get_BookName(bookName.put()), bookName);
   VkCmColor color;
   color.setColor(static_cast<std::uint32_t>(value));
   color.setNames(colorName.get(), bookName.get());

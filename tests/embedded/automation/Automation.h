@@ -10,9 +10,10 @@
 #include <vector>
 
 #include "embedded/automation/model/AutomationObject.h"
-#include "embedded/com/InterfaceHolder.h"
-#include "embedded/com/StringHolder.h"
-#include "embedded/com/VariantHolder.h"
+#include "holders/CountedStringsHolder.h"
+#include "holders/InterfaceHolder.h"
+#include "holders/StringHolder.h"
+#include "holders/VariantHolder.h"
 #include "host/automation/TqAutoCreateInstance.h"
 #include "host/com/ComRuntime.h"
 #include "host/database/OpenObject.h"
@@ -22,12 +23,14 @@
 namespace velt::automation::test {
 
 using com::Balance;
-using com::InterfaceHolder;
-using com::StringHolder;
-using com::VariantHolder;
 using database::Drawing;
 using database::test::Pairs;
 using database::test::Sample;
+using holders::CountedStringsHolder;
+using holders::InterfaceHolder;
+using holders::StringHolder;
+using holders::VariantHolder;
+using holders::handedOver;
 
 // Makes what is made once per process, so that the ledger of a test shows the test alone.
 inline void makeRegistry() {
@@ -193,18 +196,19 @@ class Bound {
   }
 
   [[nodiscard]] std::vector<std::wstring> elementLabels(const wchar_t* name) const {
-    CALPOLESTR strings{};
-    CADWORD cookies{};
-    const HRESULT result = as<IOPMPropertyExpander>()->GetElementStrings(id(name), &strings, &cookies);
-    return taken(result, strings, cookies);
+    CountedStringsHolder lists;
+    EXPECT_EQ(S_OK, as<IOPMPropertyExpander>()->GetElementStrings(id(name), lists.putStrings(),
+                                                                  lists.putCookies()));
+    return textsOf(lists);
   }
   // Nothing for a property without choices.
   [[nodiscard]] std::optional<std::vector<std::wstring>> choices(const wchar_t* name) const {
-    CALPOLESTR strings{};
-    CADWORD cookies{};
-    const HRESULT result = as<IPerPropertyBrowsing>()->GetPredefinedStrings(id(name), &strings, &cookies);
-    if (FAILED(result)) return std::nullopt;
-    return taken(result, strings, cookies);
+    CountedStringsHolder lists;
+    const HRESULT result =
+        as<IPerPropertyBrowsing>()->GetPredefinedStrings(id(name), lists.putStrings(), lists.putCookies());
+    if (!handedOver(result, lists)) return std::nullopt;
+    EXPECT_EQ(S_OK, result);
+    return textsOf(lists);
   }
   [[nodiscard]] VariantHolder choiceValue(const wchar_t* name, DWORD cookie) const {
     VariantHolder value;
@@ -217,18 +221,15 @@ class Bound {
     return show;
   }
 
-  // Frees what a caller has to free; cookies must count from 0.
-  static std::vector<std::wstring> taken(HRESULT result, CALPOLESTR strings, CADWORD cookies) {
+  // Cookies must count from 0.
+  static std::vector<std::wstring> textsOf(const CountedStringsHolder& lists) {
     std::vector<std::wstring> texts;
-    EXPECT_EQ(S_OK, result);
-    EXPECT_EQ(strings.cElems, cookies.cElems);
-    for (ULONG i = 0; i < strings.cElems; ++i) {
-      EXPECT_EQ(i, cookies.pElems[i]);
-      texts.emplace_back(strings.pElems[i], SysStringLen(strings.pElems[i]));
-      SysFreeString(strings.pElems[i]);
+    EXPECT_EQ(lists.stringCount(), lists.cookieCount());
+    for (ULONG i = 0; i < lists.stringCount(); ++i) {
+      EXPECT_EQ(i, lists.cookie(i));
+      const BSTR text = lists.get().strings.pElems[i];
+      texts.emplace_back(text, SysStringLen(text));
     }
-    CoTaskMemFree(strings.pElems);
-    CoTaskMemFree(cookies.pElems);
     return texts;
   }
 

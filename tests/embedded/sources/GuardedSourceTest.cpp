@@ -14,9 +14,9 @@ namespace velt::sources {
 namespace {
 
 using automation::test::ask;
-using com::InterfaceHolder;
-using com::StringHolder;
-using com::VariantHolder;
+using holders::InterfaceHolder;
+using holders::StringHolder;
+using holders::VariantHolder;
 using test::elementsOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -231,13 +231,15 @@ TEST_F(GuardedSourceTest, ExceptionsAndFailuresOfPropertiesAreResults) {
   offer({unknown(newer_)});
   {
     const auto property = only<IDynamicProperty2>();
-    newer_.displayName = [](BSTR* out) -> HRESULT {
-      *out = SysAllocString(L"left behind");
+    // A failing call hands nothing over: what it leaves stays the plug-in's.
+    const StringHolder own(L"left behind");
+    newer_.displayName = [&](BSTR* out) -> HRESULT {
+      *out = own.get();
       return E_FAIL;
     };
     StringHolder name;
     EXPECT_EQ(E_FAIL, property->GetDisplayName(name.put()));
-    EXPECT_TRUE(name.isNull());
+    EXPECT_FALSE(name);
     newer_.enabled = [](BOOL* out) -> HRESULT {
       *out = 1;
       throw 5;

@@ -16,13 +16,13 @@ namespace velt::sources::test {
 
 using automation::test::Bound;
 using automation::test::textOf;
-using com::InterfaceHolder;
-using com::StringHolder;
-using com::VariantHolder;
 using database::Drawing;
 using database::test::Pairs;
 using database::test::record;
 using database::test::Sample;
+using holders::InterfaceHolder;
+using holders::StringHolder;
+using holders::VariantHolder;
 
 inline std::vector<InterfaceHolder<IUnknown>> elementsOf(const VARIANT& array) {
   std::vector<InterfaceHolder<IUnknown>> elements;

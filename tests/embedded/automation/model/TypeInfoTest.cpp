@@ -131,7 +131,7 @@ TEST_F(TypeInfoTest, NamesAndHelpOfMembersComeFromTheRows) {
   EXPECT_EQ(L"Real", name.view());
   EXPECT_EQ(L"Help for the real.", help.view());
   EXPECT_EQ(0U, context);
-  EXPECT_TRUE(file.isNull());
+  EXPECT_FALSE(file);
   EXPECT_EQ(S_OK, info->GetDocumentation(7, nullptr, nullptr, nullptr, nullptr));
   BSTR untouched = nullptr;
   EXPECT_EQ(TYPE_E_ELEMENTNOTFOUND, info->GetDocumentation(4711, &untouched, nullptr, nullptr, nullptr));
