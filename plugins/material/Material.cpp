@@ -1,12 +1,12 @@
-// A sample plug-in, newer generation: every entity gets a material, chosen from a list, and what has an area gets its
-// price.
+// A sample plug-in, newer generation: every entity has a material, chosen from a list, and every entity with an area has
+// a price.
 //
-// It shows a property that is set (Material, with choices), one that is computed from a property of the entity and
-// read-only (Price), a category of its own, and a source that offers both. The materials are kept in memory, by the id
-// of the entity, and are gone when the process ends.
+// It shows a property that can be set (Material, with choices), a read-only one that is computed from another property
+// of the entity (Price), a category of its own, and a source that offers both. The materials are kept in memory by the
+// id of the entity, and are lost when the process ends.
 //
-// Lifetime: the source makes its two properties once and hands out the same ones for every entity; what they answer
-// depends on the entity that each method is asked about.
+// Lifetime: the source makes its two properties once and hands out the same ones for every entity; each method answers
+// for the entity that it is given.
 
 #include <array>
 #include <atomic>
@@ -30,7 +30,8 @@ namespace {
 
 struct Material {
   const wchar_t* name;
-  double pricePerArea;  // for a square unit of the drawing
+  // For one square unit of the drawing.
+  double pricePerArea;
 };
 
 // clang-format off
@@ -43,7 +44,8 @@ constexpr std::array materials{
 };
 // clang-format on
 
-constexpr PROPCAT materialCategory = 501;  // positive: the negative ones are predefined
+// A category of the plug-in's own, so positive: negative numbers are predefined.
+constexpr PROPCAT materialCategory = 501;
 
 HRESULT giveText(const wchar_t* text, BSTR* out) {
   if (out == nullptr) return E_POINTER;
@@ -51,7 +53,7 @@ HRESULT giveText(const wchar_t* text, BSTR* out) {
   return *out != nullptr ? S_OK : E_OUTOFMEMORY;
 }
 
-// --- what is known of entities ------------------------------------------------------------------------------------------
+// --- entities -----------------------------------------------------------------------------------------------------------
 
 VkDbObjectId idOf(IDispatch* entity) {
   VkDbObjectId id;
@@ -63,7 +65,7 @@ VkDbObjectId idOf(IDispatch* entity) {
   return id;
 }
 
-// Nothing for an entity without the property, and for a property that is no real number.
+// The value of a property of the entity. Nothing when the entity lacks the property or its value is not a real number.
 std::optional<double> realOf(IDispatch* entity, const wchar_t* property) {
   if (entity == nullptr) return std::nullopt;
   auto* name = const_cast<wchar_t*>(property);
@@ -79,7 +81,7 @@ std::optional<double> realOf(IDispatch* entity, const wchar_t* property) {
   return isReal ? std::optional(real) : std::nullopt;
 }
 
-// Safe for threads: different drawings may be shown by different ones.
+// Locks, because different drawings may be shown by different threads.
 class ChosenMaterials {
  public:
   std::size_t of(VkDbObjectId id) {
@@ -104,7 +106,7 @@ ChosenMaterials& chosenMaterials() {
 
 // --- properties ---------------------------------------------------------------------------------------------------------
 
-// References are counted, and the last one ends the object.
+// The count of references to an object, which ends with its last reference.
 class References {
  public:
   ULONG add() { return ++count_; }
@@ -152,7 +154,8 @@ class MaterialProperty final : public IDynamicProperty2,
     *readOnly = 0;
     return S_OK;
   }
-  HRESULT GetCurrentValueName(BSTR*) override { return E_NOTIMPL; }  // no custom type
+  // It has no custom type.
+  HRESULT GetCurrentValueName(BSTR*) override { return E_NOTIMPL; }
   HRESULT GetCurrentValueType(VARTYPE* type) override {
     if (type == nullptr) return E_POINTER;
     *type = VT_I4;
@@ -233,7 +236,7 @@ class PriceProperty final : public IDynamicProperty2, public ICategorizeProperti
   HRESULT GetDescription(BSTR* text) override {
     return giveText(L"Area of the entity times the price of its material.", text);
   }
-  // Only what has an area has a price.
+  // Only an entity with an area has a price.
   HRESULT IsPropertyEnabled(IDispatch* entity, BOOL* enabled) override {
     if (enabled == nullptr) return E_POINTER;
     *enabled = realOf(entity, L"Area") ? 1 : 0;
@@ -292,7 +295,7 @@ class MaterialSource final : public IPropertySource {
     return left;
   }
 
-  // Both for every entity: each property tells for itself whether it is enabled for one.
+  // Both properties for every entity: each one tells in IsPropertyEnabled whether an entity has it.
   HRESULT GetProperties(IDispatch*, VARIANT* properties) override {
     if (properties == nullptr) return E_POINTER;
     IUnknown* const list[] = {static_cast<IDynamicProperty2*>(material_),

@@ -1,8 +1,8 @@
 // A sample plug-in, older generation: every block reference gets a serial number.
 //
-// The older interface names an entity by its database id in old-id form instead of by its automation object, and has no
-// choices or categories of its own here: the row stands under no heading. Numbers are given out in the order in which
-// references are first shown, may be overwritten, and are kept in memory.
+// The older interface names an entity by its database id in old-id form instead of by its automation object. This property
+// has no choices and no category, so the row stands under no heading. Numbers are given out in the order in which
+// references are first shown, can be overwritten, and are kept in memory.
 
 #include <atomic>
 #include <map>
@@ -61,7 +61,8 @@ class SerialNumber final : public IDynamicProperty {
     *readOnly = 0;
     return S_OK;
   }
-  HRESULT GetCurrentValueName(BSTR*) override { return E_NOTIMPL; }  // no custom type
+  // It has no custom type.
+  HRESULT GetCurrentValueName(BSTR*) override { return E_NOTIMPL; }
   HRESULT GetCurrentValueType(VARTYPE* type) override {
     if (type == nullptr) return E_POINTER;
     *type = VT_BSTR;
@@ -96,12 +97,13 @@ class SerialNumber final : public IDynamicProperty {
   }
 
   std::atomic<ULONG> references_{1};
-  std::mutex mutex_;  // different drawings may be shown by different threads
+  // Different drawings may be shown by different threads.
+  std::mutex mutex_;
   std::map<long, std::wstring> numbers_;
   unsigned given_ = 0;
 };
 
-// Hands out the same property object for every reference: see docs/plugins.md on lifetimes.
+// Hands out the same property object for every block reference (see Lifetime in docs/plugins.md).
 class SerialSource final : public IPropertySource {
  public:
   HRESULT QueryInterface(REFIID iid, void** object) override {
