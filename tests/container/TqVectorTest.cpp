@@ -383,7 +383,7 @@ TEST_F(TqVectorTest, ALongerLogicalLengthShowsWhatTheSlotsHold) {
   EXPECT_EQ(vector.physicalLength(), 8u);
 }
 
-TEST_F(TqVectorTest, ANewBlockForgetsWhatLayBehindTheLogicalLength) {
+TEST_F(TqVectorTest, ANewBlockForgetsWhatLayBeyondTheLogicalLength) {
   Slots vector = slots({1, 2, 3});
   vector.setLogicalLength(1);
   vector.setLogicalLength(9);
@@ -795,7 +795,7 @@ TEST_F(TqVectorTest, TakesOneOfItsOwnElements) {
   EXPECT_EQ(contents(shared), (std::vector<int>{1, 2, 1}));
 }
 
-TEST_F(TqVectorTest, TakesWhatLiesBehindItsLength) {
+TEST_F(TqVectorTest, TakesWhatLiesBeyondItsLength) {
   Slots vector = slots({1, 2, 3});
   vector.setLogicalLength(1);
   vector.push_back(static_cast<const Slot*>(blockOf(vector)->elements)[2]);

@@ -60,7 +60,7 @@ TEST(CodePage, ACharacterWithSeveralBytesIsWrittenWithTheUsualOnes) {
   EXPECT_EQ(written(*page, U'\u7E8A'), "\xFA\x5C");
 }
 
-TEST(CodePage, BytesThatAreNoCharacterAreReadOneByOne) {
+TEST(CodePage, BytesThatAreNotACharacterAreReadOneByOne) {
   const auto western = CodePage::named("CP1252");
   EXPECT_EQ(western->read("\x81").character, replacementCharacter);
   const auto japanese = CodePage::named("CP932");

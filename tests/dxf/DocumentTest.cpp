@@ -319,7 +319,7 @@ TEST(Document, AnErasedPairIsGone) {
   EXPECT_EQ(document.bytes(), entities({"0|LINE", "62|1"}));
 }
 
-TEST(Document, APairBehindAnUnendedLastLineGetsItsOwnLine) {
+TEST(Document, APairAfterAnUnendedLastLineGetsItsOwnLine) {
   Document document = parsed("  0\nSECTION\n  0\nENDSEC\n  0\nLINE\n  8\nWalls");
   document.insert(recordOf(document, "LINE"), 2, 62, "1");
   EXPECT_EQ(document.bytes(), "  0\nSECTION\n  0\nENDSEC\n  0\nLINE\n  8\nWalls\n 62\n1\n");

@@ -41,7 +41,7 @@ TEST(Encoding, ReadsUtf8) {
   EXPECT_EQ(utf8.decode("\xF0\x9F\x98\x80"), L"\U0001F600");
 }
 
-TEST(Encoding, ShowsBytesThatAreNoCharacterAsReplacements) {
+TEST(Encoding, ShowsBytesThatAreNotACharacterAsReplacements) {
   const Encoding utf8 = Encoding::utf8();
   EXPECT_EQ(utf8.decode("T\xFCr"), L"T\uFFFDr");
   EXPECT_EQ(utf8.decode("\xE8\xA1"), L"\uFFFD");
@@ -84,7 +84,7 @@ TEST(Encoding, ReadsMultiByteEscapes) {
   EXPECT_EQ(western.decode("\\M+1B1B1"), L"\uFFFD");
 }
 
-TEST(Encoding, LeavesWhatIsNoEscape) {
+TEST(Encoding, LeavesWhatIsNotAnEscape) {
   const Encoding western = Encoding::ofCodePage("ANSI_1252");
   for (const char* text :
        {"\\U+12", "\\U+12G4", "\\U2205", "\\M+6955C", "\\M+0955C", "\\M+195", "\\", "\\P", "\\U+"}) {
@@ -117,7 +117,7 @@ TEST(Encoding, WritesNoLineEnds) {
   EXPECT_EQ(Encoding::utf8().encode(std::wstring(1, L'\0')), "^@");
 }
 
-TEST(Encoding, WritesWhatIsNoCharacterAsReplacement) {
+TEST(Encoding, WritesWhatIsNotACharacterAsReplacement) {
   const std::wstring text{static_cast<wchar_t>(0xD800), static_cast<wchar_t>(0x110000),
                           static_cast<wchar_t>(-1)};
   EXPECT_EQ(Encoding::utf8().encode(text), "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD");

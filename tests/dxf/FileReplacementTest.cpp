@@ -154,7 +154,7 @@ TEST_F(ReplacedFile, ALinkStaysALinkAndItsFileIsReplaced) {
   EXPECT_EQ(read(folder / "real.dxf"), after);
 }
 
-TEST_F(ReplacedFile, AFolderIsNoFile) {
+TEST_F(ReplacedFile, AFolderIsNotAFile) {
   std::filesystem::create_directory(file);
   EXPECT_NE(failureOf(after).find("Is a directory"), std::string::npos);
 }

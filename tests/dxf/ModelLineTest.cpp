@@ -11,7 +11,7 @@ TEST(ModelLine, PrintableCharactersTradePlacesAndBlanksStay) {
   EXPECT_EQ("mogoo kl m o", encodeModelLine("20800 43 2 0"));
 }
 
-TEST(ModelLine, ABlankBehindACaretBelongsToIt) {
+TEST(ModelLine, ABlankAfterACaretBelongsToIt) {
   EXPECT_EQ("A B", decodeModelLine("^  ]"));
   EXPECT_EQ("^  ]", encodeModelLine("A B"));
   EXPECT_EQ("A", decodeModelLine("^"));

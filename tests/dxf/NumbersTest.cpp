@@ -72,7 +72,7 @@ TEST(Numbers, ARealTooSmallForADoubleIsZero) {
   EXPECT_EQ(parseReal("1E-400"), 0.0);
 }
 
-TEST(Numbers, WhatIsNoFiniteNumberIsNoReal) {
+TEST(Numbers, WhatIsNotAFiniteNumberIsNotReadAsReal) {
   for (const char* text : {"", " ", "nan", "inf", "-inf", "abc", "1.5x", "1,5", "1 2", "++1", "+-1", "+", "-",
                            ".", "e5", "1e400", "0x10", "1e"}) {
     EXPECT_EQ(parseReal(text), std::nullopt) << text;
@@ -86,7 +86,7 @@ TEST(Numbers, AnIntegerIsReadWithBlanksAndSign) {
   EXPECT_EQ(parseInteger<int>("-42"), -42);
 }
 
-TEST(Numbers, AnIntegerOutsideOfItsTypeIsNone) {
+TEST(Numbers, AnIntegerThatItsTypeCannotHoldIsNotRead) {
   EXPECT_EQ(parseInteger<std::int16_t>("32767"), 32767);
   EXPECT_EQ(parseInteger<std::int16_t>("32768"), std::nullopt);
   EXPECT_EQ(parseInteger<std::int64_t>("9223372036854775807"), std::numeric_limits<std::int64_t>::max());
@@ -94,7 +94,7 @@ TEST(Numbers, AnIntegerOutsideOfItsTypeIsNone) {
   EXPECT_EQ(parseInteger<std::uint8_t>("-1"), std::nullopt);
 }
 
-TEST(Numbers, WhatIsNoIntegerIsNone) {
+TEST(Numbers, WhatIsNotAnIntegerIsNotReadAsOne) {
   for (const char* text : {"", " ", "1.0", "x", "1x", "+-1", "+", "-", "1 2"}) {
     EXPECT_EQ(parseInteger<int>(text), std::nullopt) << text;
   }
@@ -113,7 +113,7 @@ TEST(Numbers, AHandleHasUpToSixtyFourBits) {
   EXPECT_EQ(parseHandle("10000000000000000"), std::nullopt);
 }
 
-TEST(Numbers, WhatIsNoHexadecimalIsNoHandle) {
+TEST(Numbers, WhatIsNotHexadecimalIsNotAHandle) {
   for (const char* text : {"", "-1", "0x1F", "G", "_ARROW", "1F 2"})
     EXPECT_EQ(parseHandle(text), std::nullopt) << text;
 }

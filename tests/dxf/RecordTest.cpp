@@ -49,7 +49,7 @@ TEST(Record, KnowsItsSection) {
               "SECTION other - -", "ENDSEC other - -", "EOF outside - -"}));
 }
 
-TEST(Record, FindsTheNameOfItsSectionBehindAComment) {
+TEST(Record, FindsTheNameOfItsSectionAfterAComment) {
   EXPECT_EQ(layoutOf(pairs({"0|SECTION", "999|hello", "2|ENTITIES", "0|LINE"})),
             (Layout{"SECTION entities - -", "LINE entities - -"}));
 }
@@ -84,7 +84,7 @@ TEST(Record, ToleratesMissingEnds) {
                     "VERTEX entities - 11", "SECTION objects - -", "VERTEX objects - -", "EOF outside - -"}));
 }
 
-TEST(Record, StandsInNothingBehindTheEndOfWhatItStoodIn) {
+TEST(Record, StandsInNothingAfterTheEndOfWhatItStoodIn) {
   EXPECT_EQ(layoutOf(pairs({"0|SECTION", "2|TABLES", "0|TABLE", "0|ENDTAB", "0|LAYER", "0|ENDSEC", "0|LAYER",
                             "0|SECTION", "2|BLOCKS", "0|BLOCK", "0|ENDBLK", "0|LINE", "0|ENDSEC"})),
             (Layout{"SECTION tables - -", "TABLE tables - -", "ENDTAB tables 1 -", "LAYER tables - -",

@@ -142,7 +142,7 @@ TEST(RecordView, DoesNotLookIntoAnEmbeddedObject) {
   EXPECT_TRUE(mtext.view().hasSubclass("AcDbMText"));
 }
 
-TEST(RecordView, AnotherValueOfTheSameCodeIsNoEmbeddedObject) {
+TEST(RecordView, AnotherValueOfTheSameCodeIsNotAnEmbeddedObject) {
   const Sample sample{"0|X", "100|AcDbX", "101|5", "40|1"};
   EXPECT_EQ(sample.text(101, "AcDbX"), "5");
   EXPECT_EQ(sample.text(40, "AcDbX"), "1");
@@ -213,7 +213,7 @@ TEST(RecordView, VisitsThePropertiesOfASubclassUntilToldToStop) {
   EXPECT_EQ(codes, (std::vector<int>{10, 20, 30}));
 }
 
-TEST(RecordView, AMissingPairGoesBehindItsNeighbourOrToTheEndOfItsSubclass) {
+TEST(RecordView, AMissingPairGoesAfterItsNeighbourOrToTheEndOfItsSubclass) {
   const std::array colorNeighbours{8, 6};
   EXPECT_EQ(circle().view().insertionPoint("AcDbEntity", colorNeighbours), 5U);
   EXPECT_EQ(circle().view().insertionPoint("AcDbEntity", {}), 6U);

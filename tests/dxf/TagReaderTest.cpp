@@ -102,7 +102,7 @@ TEST(TagReader, RefusesAPairThatIsCutOff) {
   EXPECT_EQ(errorOf("  0\nLINE\n 10"), "3: truncated: group code 10 has no value");
 }
 
-TEST(TagReader, RefusesALineThatIsNoGroupCode) {
+TEST(TagReader, RefusesALineThatIsNotAGroupCode) {
   EXPECT_EQ(errorOf("  0\nLINE\nWalls\n  8\n"), "3: expected a group code, found 'Walls'");
   EXPECT_EQ(errorOf("  0\r\nLINE\r\n8x\r\n1\r\n"), "3: expected a group code, found '8x'");
   EXPECT_EQ(errorOf("  0\nLINE\n\n  8\nx\n"), "3: expected a group code, found ''");
@@ -117,12 +117,12 @@ TEST(TagReader, QuotesNoMoreThanIsReadable) {
             "3: expected a group code, found '??" + std::string(38, 'x') + "...'");
 }
 
-TEST(TagReader, RefusesAGroupCodeBehindAnEndlessPadding) {
+TEST(TagReader, RefusesAGroupCodeAfterAnEndlessPadding) {
   EXPECT_EQ(errorOf(std::string(70000, ' ') + "0\nEOF\n").substr(0, 40),
             "1: not a DXF drawing: expected a group c");
 }
 
-TEST(TagReader, RefusesAFileThatIsNoDrawing) {
+TEST(TagReader, RefusesAFileThatIsNotADrawing) {
   EXPECT_EQ(errorOf("Dear reader,\n"), "1: not a DXF drawing: expected a group code, found 'Dear reader,'");
   EXPECT_EQ(errorOf("PK\x03\x04"),
             "1: not a DXF drawing: expected a group code, found 'PK?"

@@ -26,7 +26,7 @@ TEST(TextCodes, SwitchesForLinesAreNotShown) {
   EXPECT_EQ(decodePercentCodes(L"%%uTitle%%U %%oA%%kB"), L"Title AB");
 }
 
-TEST(TextCodes, WhatIsNoPercentCodeStays) {
+TEST(TextCodes, WhatIsNotAPercentCodeStays) {
   for (const wchar_t* text : {L"", L"%", L"%%", L"100%", L"%%x", L"%%12", L"%%999", L"%%000", L"%% c"}) {
     EXPECT_EQ(decodePercentCodes(text), text);
   }
@@ -36,7 +36,7 @@ TEST(TextCodes, CaretCodesBecomeControlCharacters) {
   EXPECT_EQ(decodeCaretCodes(L"a^Jb^Ic^ d"), L"a\nb\tc^d");
 }
 
-TEST(TextCodes, WhatIsNoCaretCodeStays) {
+TEST(TextCodes, WhatIsNotACaretCodeStays) {
   for (const wchar_t* text : {L"", L"^", L"x^", L"^1", L"^j", L"^@"})
     EXPECT_EQ(decodeCaretCodes(text), text);
 }

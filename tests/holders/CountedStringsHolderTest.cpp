@@ -53,7 +53,7 @@ TEST(CountedStringsHolder, HasNoStringForACookieBeyondTheStrings) {
   EXPECT_EQ(nullptr, holder.string(1));
 }
 
-TEST(CountedStringsHolder, ACountWithoutAnArrayIsNone) {
+TEST(CountedStringsHolder, ACountWithoutAnArrayCountsAsZero) {
   const Balance balance;
   CountedStringsHolder holder;
   *holder.putStrings() = {77, nullptr};

@@ -64,7 +64,7 @@ TEST(CStdStr, KeepsCharactersBeyondTheBasicPlaneAsOne) {
   EXPECT_EQ(Wide(L"\U0001F4D0").length(), 1u);
 }
 
-TEST(CStdStr, CountsCharactersBehindAZeroCharacter) {
+TEST(CStdStr, CountsCharactersAfterAZeroCharacter) {
   const Wide withZero(std::wstring(L"ab\0cd", 5));
   EXPECT_EQ(withZero.length(), 5u);
   EXPECT_EQ(withZero.c_str()[5], L'\0');

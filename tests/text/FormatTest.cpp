@@ -108,7 +108,7 @@ TEST(Format, AnArgumentWaitsForAPlaceholderOfItsKind) {
   EXPECT_EQ(wide(L"%n%5$s%s", L"Area"), L"%n%5$sArea");
 }
 
-TEST(Format, WhatIsNoPlaceholderStandsAsItIs) {
+TEST(Format, WhatIsNotAPlaceholderStandsAsItIs) {
   for (const wchar_t* const format : {L"%n", L"%p", L"%a", L"%q", L"%", L"100 %", L"%y of", L"%1$s", L"%*s",
                                       L"%.*s", L"%*.*f", L"%l", L"%-", L"%.", L"%5", L"%\u7ebf"}) {
     EXPECT_EQ(wide(format, L"Area"), format);
@@ -179,7 +179,7 @@ TEST(Format, HonoursWidthsAndPrecisionsUpTo4095) {
   EXPECT_EQ(wide(L"%1.0d", 0), L" ") << "a zero without a digit, one wide";
 }
 
-TEST(Format, AWidthOrPrecisionBeyondThatIsNoPlaceholder) {
+TEST(Format, AWidthOrPrecisionBeyondThatMakesNoPlaceholder) {
   for (const wchar_t* const format : {L"%4096s", L"%.4096s", L"%4096d", L"%.4096d"}) {
     EXPECT_EQ(wide(format, L"x"), format);
     EXPECT_EQ(wide(format, 5), format);

@@ -66,7 +66,7 @@ TEST(Assignment, NameAndValueStandAroundTheFirstEqualsSign) {
   EXPECT_EQ(made.number, 0U);
 }
 
-TEST(Assignment, ANumberBehindTheNameTellsWhichOfSeveral) {
+TEST(Assignment, ANumberAfterTheNameTellsWhichOfSeveral) {
   EXPECT_EQ(parseAssignment("Vertex X#12=1").name, "Vertex X");
   EXPECT_EQ(parseAssignment("Vertex X#12=1").number, 12U);
   EXPECT_EQ(parseAssignment("Tag #a=1").name, "Tag #a");
@@ -127,7 +127,7 @@ TEST(Assignment, AnglesAreInDegrees) {
   }
 }
 
-TEST(Assignment, WhatIsNoNumberIsRefused) {
+TEST(Assignment, WhatIsNotANumberIsRefused) {
   for (const char* const value : {"", "two", "1,5", "1.5m", "nan", "inf", "1e999"}) {
     EXPECT_THROW(valueIn(std::string("Radius=") + value, row(L"Radius", VT_R8)), Failure) << value;
   }
@@ -160,14 +160,14 @@ TEST(Assignment, AChoiceGoesByItsNameWhateverTheCaseOrByItsNumber) {
   EXPECT_EQ(valueIn("Style=solid", rowWithChoices(VT_R8)).get().dblVal, 10.5);
 }
 
-TEST(Assignment, WhatIsNoChoiceIsAnsweredWithTheChoices) {
+TEST(Assignment, WhatIsNotAChoiceIsAnsweredWithTheChoices) {
   EXPECT_EQ(failureOf([] { valueIn("Style=dotted", rowWithChoices(VT_I4)); }),
             "Style: \"dotted\" is none of its choices: solid, Dashed");
   EXPECT_THROW(valueIn("Style=11", rowWithChoices(VT_I4)), Failure);
   EXPECT_THROW(valueIn("Style=dotted", rowWithChoices(VT_BSTR)), Failure);
 }
 
-TEST(Assignment, ARealMayBeGivenAValueThatIsNoChoice) {
+TEST(Assignment, ARealMayBeGivenAValueThatIsNotAChoice) {
   EXPECT_EQ(valueIn("Style=1.25", rowWithChoices(VT_R8)).get().dblVal, 1.25);
 }
 

@@ -213,7 +213,7 @@ TEST(CommandLinePlugins, AFileThatIsNotThereIsAFailure) {
   EXPECT_EQ(outcome.err, "veltprops: /nowhere/missing.so: no such plug-in\n");
 }
 
-TEST(CommandLinePlugins, AFileThatIsNoSharedObjectIsNamedAndSurvived) {
+TEST(CommandLinePlugins, AFileThatIsNotASharedObjectIsNamedAndSurvived) {
   const TemporaryFolder folder;
   expectSurvived(shownWith({folder.write("text.so", "hello"), plugin("Good")}), "text");
 }

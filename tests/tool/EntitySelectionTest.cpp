@@ -107,12 +107,12 @@ TEST(EntitySelection, AnUnknownHandleIsNamed) {
               HasSubstr("house.dxf: no entity has the handle ABC"));
 }
 
-TEST(EntitySelection, TheHandleOfSomethingElseIsNoEntity) {
+TEST(EntitySelection, TheHandleOfSomethingElseNamesNoEntity) {
   const auto drawing = sampleOf();
   EXPECT_THAT(failureOf(*drawing, {.handles = {"10"}}), HasSubstr("no entity has the handle 10"));
 }
 
-TEST(EntitySelection, WhatIsNoHandleIsSaidToBeNone) {
+TEST(EntitySelection, WhatIsNotAHandleIsSaidNotToBeOne) {
   const auto drawing = sampleOf();
   for (const char* const text : {"", "xyz", "2F ", "-1", "0", "11112222333344445"}) {
     EXPECT_THAT(failureOf(*drawing, {.handles = {text}}), HasSubstr("is no handle")) << text;

@@ -64,7 +64,7 @@ TEST(Progress, LongWorkShowsThePercentageAndClearsItAtTheEnd) {
   EXPECT_EQ(terminal.shown(), "\r\033[K");
 }
 
-TEST(Progress, WhatIsNoTerminalGetsNothing) {
+TEST(Progress, WhatIsNotATerminalGetsNothing) {
   std::FILE* const file = std::tmpfile();
   {
     Progress progress("Loading", file);
@@ -75,7 +75,7 @@ TEST(Progress, WhatIsNoTerminalGetsNothing) {
   std::fclose(file);
 }
 
-TEST(Progress, AnUnknownTotalIsNoPercentage) {
+TEST(Progress, AnUnknownTotalGivesNoPercentage) {
   Terminal terminal;
   Progress progress("Loading", terminal.file());
   std::this_thread::sleep_for(std::chrono::milliseconds(1100));

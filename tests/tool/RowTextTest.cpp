@@ -50,7 +50,7 @@ TEST(RowText, NumbersWithoutUnitsAreNotFilledUpWithZeros) {
     EXPECT_EQ(valueText(realRow(0.5, kind), style), "0.5") << kind;
 }
 
-TEST(RowText, NumbersThatAreNoneAndHugeOnesAreShownAllTheSame) {
+TEST(RowText, InfiniteAndHugeNumbersAreShownAllTheSame) {
   EXPECT_EQ(valueText(realRow(std::numeric_limits<double>::quiet_NaN()), style), "nan");
   EXPECT_EQ(valueText(realRow(std::numeric_limits<double>::infinity()), style), "inf");
   EXPECT_EQ(valueText(realRow(1e300), style), "1e+300");

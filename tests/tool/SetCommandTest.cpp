@@ -148,7 +148,7 @@ TEST_F(SetCommand, AReadOnlyPropertyCannotBeSet) {
               HasSubstr("Handle cannot be edited"));
 }
 
-TEST_F(SetCommand, ASelectionOfLockedLayersAloneChangesNothingAndIsNoFailure) {
+TEST_F(SetCommand, ASelectionOfLockedLayersAloneChangesNothingAndIsNotAFailure) {
   const Json json = runJson({.selection = {.layers = {"Locked"}}, .assignments = {"Layer=0"}});
   EXPECT_EQ(code, succeeded);
   EXPECT_THAT(json["assignments"][0]["locked"], ElementsAre("31"));
@@ -171,7 +171,7 @@ TEST_F(SetCommand, AnExistingOutputIsKeptUnlessForced) {
   EXPECT_EQ(rowOf(saved, "33", "Radius"), 2.0);
 }
 
-TEST_F(SetCommand, TheDrawingItselfIsNoOutput) {
+TEST_F(SetCommand, TheDrawingItselfMayNotBeTheOutput) {
   EXPECT_THAT(failureOf({.selection = {.handles = {"33"}}, .assignments = {"Radius=2"}, .output = file}),
               HasSubstr("is the drawing itself (--in-place saves to it)"));
   EXPECT_EQ(readFile(file), bytes);

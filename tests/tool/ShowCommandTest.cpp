@@ -84,7 +84,7 @@ TEST_F(ShowCommand, EntitiesLeftOutInBlocksAreMentioned) {
   EXPECT_THAT(shown({.selection = {.all = true, .inBlocks = true}}), Not(HasSubstr("left out")));
 }
 
-TEST_F(ShowCommand, AnEmptySelectionIsNoError) {
+TEST_F(ShowCommand, AnEmptySelectionIsNotAnError) {
   EXPECT_THAT(shown({.selection = {.layers = {"Empty"}}}), HasSubstr("nothing selected"));
   const nlohmann::json json = shownJson({.layers = {"Empty"}});
   EXPECT_EQ(json["selection"]["count"], 0);

@@ -10,12 +10,12 @@ TEST(Text, EveryCharacterSurvivesTheWayToUtf8AndBack) {
   EXPECT_EQ(fromUtf8(toUtf8(text)), text);
 }
 
-TEST(Text, WhatIsNoCharacterIsShownAsReplacement) {
+TEST(Text, WhatIsNotACharacterIsShownAsReplacement) {
   EXPECT_EQ(toUtf8(std::wstring{static_cast<wchar_t>(0xD800)}), "\xEF\xBF\xBD");
   EXPECT_EQ(toUtf8(std::wstring{static_cast<wchar_t>(0x7FFFFFFF)}), "\xEF\xBF\xBD");
 }
 
-TEST(Text, BytesThatAreNoUtf8BecomeReplacementsOneByOne) {
+TEST(Text, BytesThatAreNotUtf8BecomeReplacementsOneByOne) {
   EXPECT_EQ(fromUtf8("a\xFFz"), L"a\uFFFDz");
   EXPECT_EQ(fromUtf8("\xC3"), L"\uFFFD");
   EXPECT_EQ(fromUtf8("\xC0\xAF"), L"\uFFFD\uFFFD");

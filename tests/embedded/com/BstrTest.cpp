@@ -23,7 +23,7 @@ std::uint32_t prefixOf(BSTR string) {
   return prefix;
 }
 
-TEST(Bstr, CarriesItsByteCountInFrontAndATerminatorBehind) {
+TEST(Bstr, CarriesItsByteCountInFrontAndATerminatorAtTheEnd) {
   const Balance balance;
   BSTR string = SysAllocString(L"Wall");
   EXPECT_EQ(16U, prefixOf(string));

@@ -291,7 +291,7 @@ TEST(VariantChangeType, TextIsReadAsANumber) {
   EXPECT_EQ("0", changed(text(L"1e-999"), VT_R8));
 }
 
-TEST(VariantChangeType, TextThatIsNoNumberIsAMismatch) {
+TEST(VariantChangeType, TextThatIsNotANumberIsAMismatch) {
   const Balance balance;
   for (const std::wstring wrong : {L"", L" ", L"-", L"+", L".", L"e5", L"1e", L"1e+", L"1 2", L"1,5", L"0x10",
                                    L"inf", L"nan", L"--1", L"+-1", L"1.2.3", L"12a", L"\u0661"}) {

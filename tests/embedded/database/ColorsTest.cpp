@@ -54,7 +54,7 @@ TEST(Colors, OnlyTheLowerThreeBytesOfATrueColorCount) {
   EXPECT_EQ(0xC2123456, ofEntity({{420, "-1038994346"}}).color()) << "0xC2123456, as a signed number";
 }
 
-TEST(Colors, ATrueColorThatIsNoNumberLeavesTheIndex) {
+TEST(Colors, ATrueColorThatIsNotANumberLeavesTheIndex) {
   EXPECT_EQ(0xC3000005, ofEntity({{62, "5"}, {420, "blue"}}).color());
 }
 
@@ -130,7 +130,7 @@ TEST(Colors, AColorGoesWhereColorsStand) {
   EXPECT_EQ("8=0 420=1 430=Sky 10=1.0 ", recolored({{8, "0"}, {10, "1.0"}}, 0xC2000001, L"Sky"));
 }
 
-TEST(Colors, WhatIsNoColorOfAnEntityIsNotWritten) {
+TEST(Colors, WhatIsNotAColorOfAnEntityIsNotWritten) {
   const auto drawing = Sample().entity("LINE", {{62, "5"}}).open();
   for (const std::uint32_t value : {0U, 0xC8000000U, 0xC3000000U, 0xC3000100U}) {
     VkCmColor color;

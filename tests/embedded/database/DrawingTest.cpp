@@ -278,7 +278,7 @@ TEST(Drawing, ARecordHasOneIdForEver) {
   EXPECT_EQ(drawing->objectByHandle(0x1B), drawing->idOf(1));
 }
 
-TEST(Drawing, FramesAreNoObjects) {
+TEST(Drawing, FramesAreNotObjects) {
   const auto drawing = Sample().version("AC1032").layer("0").entity("LINE").open();
   std::size_t objects = 0;
   for (std::uint32_t index = 0; index < drawing->document().recordCount(); ++index) {
@@ -323,7 +323,7 @@ TEST(Drawing, AnErasedEntityStaysInTheListAndInTheDocument) {
   EXPECT_EQ(sample.bytes(), drawing->document().bytes());
 }
 
-TEST(Drawing, WhatIsNoObjectCannotBeErased) {
+TEST(Drawing, WhatIsNotAnObjectCannotBeErased) {
   const auto drawing = Sample().entity("LINE").open();
   drawing->setErased(0, true);
   EXPECT_FALSE(drawing->isErased(0));
@@ -418,14 +418,14 @@ TEST(Drawing, AFileIsOpenedAndAMissingOneIsAnError) {
 
 // --- damage ---
 
-TEST(Drawing, RecordsOutsideEverySectionAreKeptAndAreNoEntities) {
+TEST(Drawing, RecordsOutsideEverySectionAreKeptAndAreNotEntities) {
   const std::string bytes = record("LINE", {}) + Sample().entity("ARC").bytes();
   const auto drawing = Drawing::parse(bytes, "sample.dxf");
   EXPECT_EQ((Types{"ARC"}), typesOf(*drawing));
   EXPECT_EQ(bytes, drawing->document().bytes());
 }
 
-TEST(Drawing, RecordsInWrongPlacesAreNoProblem) {
+TEST(Drawing, RecordsMayStandInWrongPlaces) {
   const std::string bytes = record("SECTION", {{2, "ENTITIES"}}) + record("LAYER", {{2, "Walls"}})
                             + record("BLOCK", {{2, "DOOR"}}) + record("", {{8, "0"}}) + record("ENDBLK", {})
                             + record("TABLE", {{2, "LAYER"}}) + record("SECTION", {{2, "TABLES"}})

@@ -64,7 +64,7 @@ TEST(EnhancedBlocks, TheReferencesOwnDictionaryTellsItWhereTheBlockDoesNot) {
   EXPECT_EQ(L"-", originalIn(with("FF"))) << "nothing";
 }
 
-TEST(EnhancedBlocks, DictionariesThatLeadInACircleAreNoProblem) {
+TEST(EnhancedBlocks, DictionariesMayLeadInACircle) {
   const Sample sample =
       doors()
           .entity("INSERT", {{102, "{ACAD_XDICTIONARY"}, {360, "E0"}, {102, "}"}, {2, "Chair"}})

@@ -55,7 +55,7 @@ TEST(Entity, WithoutValuesIsByLayerOnLayerZeroInModelSpace) {
   EXPECT_EQ(L"Model", entity.layoutName());
 }
 
-TEST(Entity, ALayerBehindTheMarkerOfTheKindIsFoundToo) {
+TEST(Entity, ALayerAfterTheMarkerOfTheKindIsFoundToo) {
   const auto drawing =
       Sample().entity("LINE", {{100, "AcDbEntity"}, {100, "AcDbLine"}, {8, "Walls"}, {6, "DASHED"}}).open();
   EXPECT_EQ(L"Walls", entityOf(*drawing).layerName());
@@ -121,7 +121,7 @@ TEST(Entity, InsideABlockStandsThereWhateverItSaysOfItsOwner) {
             placeOf(sheets().block({{330, "12"}, {2, "*Paper_Space0"}}, line)));
 }
 
-TEST(Entity, WithAnOwnerThatIsNoSheetStandsWhereItsFlagSays) {
+TEST(Entity, WithAnOwnerThatIsNotASheetStandsWhereItsFlagSays) {
   for (const char* owner : {"13", "20", "99", "0", "none", "FFFFFFFFFFFFFFFFF"}) {
     EXPECT_EQ((Place{L"*MODEL_SPACE", Space::Model, L"Model"}),
               placeOf(sheets().entity("LINE", {{330, owner}})));
@@ -130,7 +130,7 @@ TEST(Entity, WithAnOwnerThatIsNoSheetStandsWhereItsFlagSays) {
   }
 }
 
-TEST(Entity, ThatOwnsItselfOrIsOwnedInACircleIsNoProblem) {
+TEST(Entity, MayOwnItselfOrBeOwnedInACircle) {
   const auto drawing = sheets()
                            .entity("LINE", {{5, "A"}, {330, "A"}})
                            .entity("LINE", {{5, "B"}, {330, "C"}})

@@ -24,7 +24,7 @@ TEST(HandleMap, TheFirstRecordOfAHandleStays) {
   EXPECT_EQ(1U, map.size());
 }
 
-TEST(HandleMap, ZeroIsNoHandle) {
+TEST(HandleMap, ZeroIsNotAHandle) {
   HandleMap map;
   EXPECT_FALSE(map.add(0, 3));
   EXPECT_EQ(std::nullopt, map.find(0));

@@ -104,7 +104,7 @@ TEST_F(LensTest, WhatAllEntitiesHaveIsAlsoFoundBeforeTheFirstMarker) {
   EXPECT_FALSE(it.has(6, commonSubclass));
 }
 
-TEST_F(LensTest, GroupsOfApplicationsAreNoPartOfWhatAllEntitiesHave) {
+TEST_F(LensTest, GroupsOfApplicationsAreNotPartOfWhatAllEntitiesHave) {
   const Lens it = lens({{102, "{ACAD_REACTORS"},
                         {330, "1"},
                         {102, "}"},

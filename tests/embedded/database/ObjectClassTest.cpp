@@ -75,7 +75,7 @@ TEST(ObjectClass, AnUnknownKindIsAnEntityOrAnObjectByWhereItStands) {
   EXPECT_STREQ(L"VkDbObject", classOf(drawing->view(1), false).name);
 }
 
-TEST(ObjectClass, AnEntityAmongTheObjectsIsNoEntity) {
+TEST(ObjectClass, AnEntityAmongTheObjectsDoesNotCountAsOne) {
   const auto drawing = Sample().object("LINE", {}).open();
   EXPECT_STREQ(L"VkDbObject", classOf(drawing->view(1), false).name);
 }

@@ -137,7 +137,7 @@ TEST_F(OpenObject, AnErasedObjectOpensOnlyForThoseWhoAskForErasedOnes) {
   EXPECT_EQ(Velt::eOk, statusOf(line_));
 }
 
-TEST_F(OpenObject, AnObjectThatIsNoEntityIsNotOpenedAsOne) {
+TEST_F(OpenObject, AnObjectThatIsNotAnEntityIsNotOpenedAsOne) {
   EXPECT_EQ(Velt::eNotThatKindOfClass, entityStatusOf(layer_));
   EXPECT_EQ(Velt::eOk, statusOf(layer_));
 }

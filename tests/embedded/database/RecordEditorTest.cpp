@@ -45,7 +45,7 @@ TEST_F(RecordEditorTest, AValueThatIsThereIsReplacedAndAllElseStays) {
   EXPECT_EQ(1U, drawing_->revision());
 }
 
-TEST_F(RecordEditorTest, AMissingValueGoesBehindItsHintOrToTheEndOfItsSubclass) {
+TEST_F(RecordEditorTest, AMissingValueGoesAfterItsHintOrToTheEndOfItsSubclass) {
   RecordEditor editor = editorOf({{100, "AcDbEntity"}, {8, "0"}, {62, "1"}, {100, "AcDbLine"}, {40, "1.5"}});
   EXPECT_TRUE(editor.setInteger(370, "AcDbEntity", 50));
   EXPECT_TRUE(editor.setText(6, "AcDbEntity", L"DASHED", {8}));

@@ -93,7 +93,7 @@ TEST_F(EntityPropertyTest, ReadsAndWritesThroughTheEntity) {
   EXPECT_EQ(L"third", note_->kept);
 }
 
-TEST_F(EntityPropertyTest, RefusesEntitiesWithoutItAndObjectsThatAreNone) {
+TEST_F(EntityPropertyTest, RefusesEntitiesWithoutItAndObjectsThatAreNotEntities) {
   VariantHolder value;
   EXPECT_EQ(E_INVALIDARG, note_->GetCurrentValueData(&other_.dispatch(), value.put()));
   EXPECT_EQ(E_INVALIDARG, note_->GetCurrentValueData(nullptr, value.put()));

@@ -160,7 +160,7 @@ TEST_F(GuardedSourceTest, AFailingSourceIsToldOnce) {
   EXPECT_THAT(lines_, ElementsAre("plug-in bad.so: GetProperties failed: The operation failed."));
 }
 
-TEST_F(GuardedSourceTest, WhatIsNoArrayOfObjectsIsNoProperties) {
+TEST_F(GuardedSourceTest, AnAnswerThatIsNotAnArrayOfObjectsHoldsNoProperties) {
   const com::Balance balance;
   scripted_.properties = [](VARIANT* out) {
     out->vt = VT_BSTR;
@@ -195,9 +195,10 @@ TEST_F(GuardedSourceTest, WhatIsNoArrayOfObjectsIsNoProperties) {
 TEST_F(GuardedSourceTest, NullElementsAndOtherObjectsAreLeftOut) {
   offer({nullptr, unknown(newer_), &scripted_, unknown(older_)});
   EXPECT_EQ(2U, properties().size());
-  EXPECT_THAT(lines_,
-              ElementsAre("plug-in bad.so: GetProperties handed out a null property",
-                          "plug-in bad.so: GetProperties handed out an object that is not a dynamic property"));
+  EXPECT_THAT(
+      lines_,
+      ElementsAre("plug-in bad.so: GetProperties handed out a null property",
+                  "plug-in bad.so: GetProperties handed out an object that is not a dynamic property"));
 }
 
 TEST_F(GuardedSourceTest, AnArrayMayBeginAnywhere) {

@@ -59,7 +59,7 @@ TEST_F(LoadedPluginsTest, APluginMayBeLoadedAnewButNotTwiceAtOnce) {
   EXPECT_TRUE(isOffered(L"Test.Good"));
 }
 
-TEST_F(LoadedPluginsTest, WhatIsNoSharedObjectIsRefused) {
+TEST_F(LoadedPluginsTest, WhatIsNotASharedObjectIsRefused) {
   EXPECT_FALSE(load("Missing"));
   EXPECT_THAT(lines_, ElementsAre(HasSubstr("plug-in Missing.so: it cannot be loaded: ")));
   EXPECT_FALSE(plugins_->load(__FILE__));

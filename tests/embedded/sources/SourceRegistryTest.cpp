@@ -142,7 +142,7 @@ TEST(PublishedRegistry, TellsTheNamesForAnEntityInAnArrayFromZero) {
             namesFor(drawing->entities()[1], VkDbBlockReference::desc()));
 }
 
-TEST(PublishedRegistry, OffersNothingForWhatIsNoEntityOrNotThere) {
+TEST(PublishedRegistry, OffersNothingForWhatIsNotAnEntityOrNotThere) {
   VkDbObjectId gone;
   {
     const auto drawing = Sample().layer("Walls").entity("LINE").open();

@@ -82,7 +82,7 @@ TEST_F(DynamicChoices, ShortIntegersKeepTheirSign) {
   EXPECT_EQ(values(), std::vector<int>{-5});
 }
 
-TEST_F(DynamicChoices, TheBitsBehindAShortIntegerDoNotCount) {
+TEST_F(DynamicChoices, TheBitsBeyondAShortIntegerDoNotCount) {
   offer(L"one", ToyValue(ofType(VT_I2, 0x7FFF0001)));
 
   EXPECT_EQ(fill(), 1);
@@ -207,7 +207,7 @@ TEST_F(DynamicChoices, OnlyAStringValueIsCleared) {
   EXPECT_EQ(host.log.only({"VariantClear"}), Lines{"VariantClear(VT_BSTR \"x\")"});
 }
 
-TEST_F(DynamicChoices, ANegativeCountIsNone) {
+TEST_F(DynamicChoices, ANegativeCountCountsAsZero) {
   dynamic.valueCount = -1;
 
   EXPECT_EQ(fill(), 1);

@@ -296,7 +296,7 @@ TEST_F(DynamicProperty, WithoutATypeNameTheTypeIsAskedAndNotUsed) {
   EXPECT_EQ(out.valueType, VT_R8) << "the value's own type";
 }
 
-TEST_F(DynamicProperty, ATypeNameThatIsNullIsNoCustomType) {
+TEST_F(DynamicProperty, ATypeNameThatIsNullMeansNoCustomType) {
   dynamic.valueTypeName = L"VELT_COLOR";
   host.on("GetCurrentValueName(").answerNull();
 

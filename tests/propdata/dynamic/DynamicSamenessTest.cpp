@@ -217,7 +217,7 @@ TEST_F(DynamicSameness, ANullEntryBesideOneDynamicReferenceIsEnough) {
   EXPECT_TRUE(answer());
 }
 
-TEST_F(DynamicSameness, ASingleLineBesideANullEntryIsNoSelectionOfOne) {
+TEST_F(DynamicSameness, ASingleLineBesideANullEntryIsNotASelectionOfOne) {
   selection.addNull();
   select(11);
 
@@ -243,7 +243,7 @@ TEST_F(DynamicSameness, EachObjectIsAskedForItsEntityWhichIsOpenedForReadAndClos
                    "blockTableRecord() on reference22", "close() on reference22"}));
 }
 
-TEST_F(DynamicSameness, AnEntityWithoutABaseObjectOrAnIdIsNoBlock) {
+TEST_F(DynamicSameness, AnEntityWithoutABaseObjectOrAnIdIsNotABlock) {
   reference(21, definition, true, anonymousBlock);
   reference(22, definition, true, anonymousBlock);
   select(21);
@@ -258,7 +258,7 @@ TEST_F(DynamicSameness, AnEntityWithoutABaseObjectOrAnIdIsNoBlock) {
   EXPECT_FALSE(answer());
 }
 
-TEST_F(DynamicSameness, AnEntryWithoutADispatchIsNoBlock) {
+TEST_F(DynamicSameness, AnEntryWithoutADispatchIsNotABlock) {
   reference(21, definition, true, anonymousBlock);
   select(21);
   selection.addBare(22);

@@ -196,7 +196,7 @@ TEST_F(PropertySources, TheFactoryIsAskedForTheClassOfTheEntity) {
   EXPECT_EQ(registry.asked, VkDbEntity::desc());
 }
 
-TEST_F(PropertySources, RowsAreAppendedBehindWhatIsThere) {
+TEST_F(PropertySources, RowsAreAppendedToWhatIsThere) {
   registry.add(L"Materials", &materials);
   out.push_back(Row(L"before"));
 
@@ -260,7 +260,7 @@ TEST_F(PropertySources, ANameWithoutASourceIsPassedOver) {
   EXPECT_EQ(collect(), Names{"price"});
 }
 
-TEST_F(PropertySources, AnElementThatIsNoPropertySourceIsPassedOver) {
+TEST_F(PropertySources, AnElementThatIsNotAPropertySourceIsPassedOver) {
   registry.add(L"Materials", &materials);
   registry.add(L"Prices", &prices);
   materials.withhold(IID_IPropertySource);

@@ -102,7 +102,7 @@ TEST_F(ByLayerColors, AColorWithoutNamesHasEmptyOnes) {
   EXPECT_STREQ(color.bookName(), L"");
 }
 
-TEST_F(ByLayerColors, WhatIsNoColorObjectFailsAndLeavesTheColorAlone) {
+TEST_F(ByLayerColors, WhatIsNotAColorObjectFailsAndLeavesTheColorAlone) {
   ToyObject object(host, "object");
   VARIANT unknown = ofType(VT_UNKNOWN);
   unknown.punkVal = byLayer.unknown();
@@ -240,7 +240,7 @@ TEST_F(ByLayerColors, OnlyTheFirstRowsColorIsConverted) {
   EXPECT_TRUE(differ(row(byLayer, 21), row(23))) << "the other value need not even be a colour";
 }
 
-TEST_F(ByLayerColors, ValuesThatAreNoColorsDoNotDiffer) {
+TEST_F(ByLayerColors, ValuesThatAreNotColorsDoNotDiffer) {
   ToyObject object(host, "object");
   EXPECT_FALSE(differ(row(21), row(23)));
   EXPECT_FALSE(differ(Row(L"Color").ofEntity(21).value(borrowed(object.dispatch())), row(byLayer, 23)));

@@ -226,7 +226,7 @@ TEST_F(ExcuteIntersectOnToys, ADynamicRowOfASingleEntityGetsItsOwnPair) {
   EXPECT_EQ(pairsOf(rowAt(merged.result, 1)), Pairs{});
 }
 
-TEST_F(ExcuteIntersectOnToys, TheOwnPairOfASingleEntityStandsBehindPairsThatTheRowHad) {
+TEST_F(ExcuteIntersectOnToys, TheOwnPairOfASingleEntityStandsAfterPairsThatTheRowHad) {
   const Merged merged = mergeRows({rows({Row(L"D")
                                              .of(first)
                                              .value(i4(1))
@@ -352,7 +352,7 @@ TEST(ExcuteIntersect, DoesNotCompareWhatIsNotPartOfTheKey) {
   EXPECT_EQ(shown(mergeRows({rows({Row(L"A").value(i4(1))}), rows({other})}).result), Lines{"A"});
 }
 
-TEST(ExcuteIntersect, SearchesOnBehindARowWithAnotherLabel) {
+TEST(ExcuteIntersect, SearchesOnAfterARowWithAnotherLabel) {
   const Merged merged = mergeRows({
       rows({Row(L"A").label(L"two").value(i4(2))}),
       rows({Row(L"A").label(L"one").value(i4(1)), Row(L"A").label(L"two").value(i4(2))}),
@@ -618,7 +618,7 @@ TEST_F(ExcuteIntersectOnToys, Quirk_grouped_elements_single_selection_only) {
   EXPECT_EQ(names(listAt(all, 1)), (Lines{"Start", "Length"}));
 }
 
-TEST_F(ExcuteIntersectOnToys, AGroupedRowIsDroppedEvenWhenItIsNoElement) {
+TEST_F(ExcuteIntersectOnToys, AGroupedRowIsDroppedEvenWhenItIsNotAnElement) {
   const PROPINFO grouped = Row(L"A").value(i4(1)).grouping(-1);
 
   EXPECT_EQ(shown(mergeRows({rows({grouped}), rows({grouped})}).result), Lines{});
@@ -718,7 +718,7 @@ TEST_F(ExcuteIntersectOnToys, AFailedElementQueryLeavesItsMessageAndDropsTheElem
   EXPECT_EQ(merged.errorText, L"no property Start");
 }
 
-TEST_F(ExcuteIntersectOnToys, AnElementWhoseQueryFailedIsMetAgainBehindTheRowThatBrokeUp) {
+TEST_F(ExcuteIntersectOnToys, AnElementWhoseQueryFailedIsMetAgainAfterTheRowThatBrokeUp) {
   // The first comparison of X fails for good; the scan then reaches the element at the end of the list.
   host.on("GetIDsOfNames(Start, locale 0x800) on first").nth(1).fail();
 

@@ -315,7 +315,7 @@ TEST_F(CompareObjects, ObjectsThatAreNeitherColorsNorHyperlinksDiffer) {
   EXPECT_EQ(host.balance(), "balanced");
 }
 
-TEST_F(CompareObjects, AColorDiffersFromWhatIsNoneEvenWhenItIsTheDefaultColor) {
+TEST_F(CompareObjects, AColorDiffersFromAnotherObjectEvenWhenItIsTheDefaultColor) {
   ToyColor color(host, "colour", VkCmColor().color());
   ToyObject object(host, "object");
   VARIANT value = borrowed(color.dispatch());

@@ -120,7 +120,7 @@ class PropertyQuery : public LayerTest {
 
 // --- the steps ---------------------------------------------------------------------------------------------------
 
-TEST_F(PropertyQuery, ASingleEntityShowsAllItsRowsAndBehindThemTheDynamicOnes) {
+TEST_F(PropertyQuery, ASingleEntityShowsAllItsRowsAndAfterThemTheDynamicOnes) {
   offerDynamic();
   select();
   host.mark();

@@ -121,7 +121,7 @@ TEST_F(SelectionSetup, Quirk_empty_selection_stays_initialised) {
   EXPECT_EQ(host.log.lines(), Lines{}) << "COM is not ended, although set-up started it";
 }
 
-TEST_F(SelectionSetup, ComThatWasStartedBeforeIsNoFailure) {
+TEST_F(SelectionSetup, ComThatWasStartedBeforeIsNotAFailure) {
   host.on("CoInitialize").workThenReturn(S_FALSE);
   addUnspecified(lineId);
 
@@ -201,7 +201,7 @@ TEST_F(SelectionSetup, AnEntryWithoutAClassIsNotTheFirstClass) {
   UnInitializePropData(selection.entries);
 }
 
-TEST_F(SelectionSetup, BehindAnEntryWithoutAClassTheFirstWithOneIsCompared) {
+TEST_F(SelectionSetup, AfterAnEntryWithoutAClassTheFirstWithOneIsCompared) {
   ToyObject nameless(host, "nameless");
   classless = &nameless;
   addUnspecified(missingId).clsid = GUID_NULL;

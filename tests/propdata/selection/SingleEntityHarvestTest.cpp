@@ -569,7 +569,7 @@ TEST_F(SingleEntityHarvest, AnotherClassIsHarvestedForItself) {
   EXPECT_EQ(listed(), Names{"Radius"});
 }
 
-TEST_F(SingleEntityHarvest, TheKeyOfAnEntityThatIsNoHatchHasTheVariantMinusOne) {
+TEST_F(SingleEntityHarvest, TheKeyOfAnEntityThatIsNotAHatchHasTheVariantMinusOne) {
   line.property(4, L"StartX");
 
   ASSERT_TRUE(harvest(add(line, 77, CLSID_VeltLine)));

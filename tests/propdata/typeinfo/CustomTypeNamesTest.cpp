@@ -54,12 +54,12 @@ TEST(CustomTypeNames, EveryNameTellsItsKind) {
     EXPECT_EQ(kindOf(name), kind) << std::string(name.begin(), name.end());
 }
 
-TEST(CustomTypeNames, NoNameIsNoType) {
+TEST(CustomTypeNames, NoNameMeansNoType) {
   EXPECT_EQ(NameToUserdefinedType(nullptr), none);
   EXPECT_EQ(NameToUserdefinedType(L""), none);
 }
 
-TEST(CustomTypeNames, AnyOtherNameIsNoType) {
+TEST(CustomTypeNames, AnyOtherNameMeansNoType) {
   for (const wchar_t* const name :
        {L"ACAD_BACKGROUND", L"COLOR", L"VELT_", L"VELT", L"_COLOR", L"VELTCOLOR", L"Color", L"VELT_COLOUR",
         L"VELT_LINEWEIGHT", L"540", L" ", L"VELT_PLOTSTYLETABLES"}) {

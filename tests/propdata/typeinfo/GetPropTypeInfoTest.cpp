@@ -463,7 +463,7 @@ TEST_F(GetPropTypeInfoTest, TheMembersOfAnEnumerationAreTheChoicesInTheirOrder) 
   EXPECT_FALSE(row(0).hasChoices) << "whether they are offered is settled by the harvest";
 }
 
-TEST_F(GetPropTypeInfoTest, MembersThatAreNoConstantsAreNoChoices) {
+TEST_F(GetPropTypeInfoTest, MembersThatAreNotConstantsAreNotChoices) {
   color->member(L"Red", i4(1))
       .member(L"PerInstance", i4(2), VAR_PERINSTANCE)
       .member(L"Static", i4(3), VAR_STATIC)

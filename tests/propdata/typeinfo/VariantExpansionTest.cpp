@@ -190,7 +190,7 @@ TEST_F(VariantExpansion, AGroupWithoutElementsIsTheHeaderAlone) {
   EXPECT_EQ(info.customType, 0);
 }
 
-TEST_F(VariantExpansion, AGroupingThatIsNotToldIsNone) {
+TEST_F(VariantExpansion, AGroupingThatIsNotToldCountsAsZero) {
   centre.element(10, L"X", r8(1.0));
   info.elementGrouping = 7;
   for (const bool fails : {false, true}) {

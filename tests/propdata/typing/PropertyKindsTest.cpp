@@ -271,7 +271,7 @@ TEST(PropertyType, AColorObjectDecidesBeforeSpecialNamesAndChoices) {
   EXPECT_EQ(kindOf("Hatch", prop), PropertyKind::colorObject);
 }
 
-TEST(PropertyType, AnObjectThatIsNoColorIsTreatedByName) {
+TEST(PropertyType, AnObjectThatIsNotAColorIsTreatedByName) {
   ToyHost host;
   ToyColor other(host, "other", 0);
   other.withhold(IID_IVeltVkCmColor);

@@ -445,7 +445,7 @@ TEST_F(ValueRetrieval, OnlyAVariantIsTriedToBeExpanded) {
   EXPECT_TRUE(elements.isEmpty());
 }
 
-TEST_F(ValueRetrieval, TheExpansionComesBehindTheWeight) {
+TEST_F(ValueRetrieval, TheExpansionComesAfterTheWeight) {
   circle.property(63, L"Expanded").element(10, L"X", r8(1.0));
   prop.dispId = 63;
   prop.clsid = CLSID_VeltDimRotated;

@@ -135,7 +135,7 @@ TEST_F(ChoiceLists, AShortValueKeepsItsSign) {
   EXPECT_EQ(fill(rowOf4()), (Choices{true, {L"one", L"two"}, {-5, 300}}));
 }
 
-TEST_F(ChoiceLists, TheBitsBehindAShortValueDoNotCount) {
+TEST_F(ChoiceLists, TheBitsBeyondAShortValueDoNotCount) {
   line.property(4, L"Style").choice(L"one", ofType(VT_I2, 0x7FFF0001));
 
   EXPECT_EQ(fill(rowOf4()), (Choices{true, {L"one"}, {1}}));
@@ -168,7 +168,7 @@ TEST_F(ChoiceLists, NoStringsLeaveEmptyListsAndTheFlag) {
   EXPECT_EQ(fill(rowOf4()), (Choices{true, {}, {}}));
 }
 
-TEST_F(ChoiceLists, StringsWithoutAnArrayAreNone) {
+TEST_F(ChoiceLists, StringsWithoutAnArrayCountAsNone) {
   line.property(4, L"Style").choice(L"one", i4(1));
   host.on("GetPredefinedStrings").answerNull();
 

@@ -42,7 +42,7 @@ TEST_F(BlockReferenceTest, TellsWhatIsStored) {
   EXPECT_EQ(4, made.integer(L"InsUnits")) << "millimetres, as the block's record says";
 }
 
-TEST_F(BlockReferenceTest, OneThatRepeatsItsBlockIsReadBehindItsOwnMarker) {
+TEST_F(BlockReferenceTest, OneThatRepeatsItsBlockIsReadAfterItsOwnMarker) {
   const Bound made(*drawing, 1);
   EXPECT_EQ(3, made.integer(L"Columns"));
   EXPECT_EQ(5, made.integer(L"Rows"));

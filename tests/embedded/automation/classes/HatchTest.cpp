@@ -110,7 +110,7 @@ TEST_F(HatchTest, AGradientOfOneColorSaysThatItHasNoSecond) {
   EXPECT_EQ(DISP_E_EXCEPTION, made.get(L"GradientColor2").result);
 }
 
-TEST_F(HatchTest, WithoutABackgroundTheColorIsNone) {
+TEST_F(HatchTest, WithoutABackgroundThereIsNoColor) {
   EXPECT_EQ(0xC8000000U, colorOf(hatch({}), L"BackgroundColor"));
   EXPECT_EQ((Numbers{0, 0, 0}), hatch({}).numbers(L"Origin"));
 }

@@ -47,7 +47,7 @@ TEST(MeshTest, IsNotClosedWhereAFaceIsMissingDoubledOrTurned) {
   }
 }
 
-TEST(MeshTest, AFaceThatIsCutOffOrHasNoCornersIsNone) {
+TEST(MeshTest, AFaceThatIsCutOffOrHasNoCornersDoesNotCount) {
   for (const char* const faces :
        {"3 0 2 1  3 0 1", "3 0 2 1  900000000000 0 1", "3 0 2 1  -5 ", "0  3 0 2 1"}) {
     const auto drawing = meshOf(faces);

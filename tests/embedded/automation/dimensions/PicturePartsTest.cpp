@@ -84,7 +84,7 @@ TEST_F(PicturePartsTest, OnlyDimensionsSeenFromAboveAreTold) {
       << "moved";
 }
 
-TEST_F(PicturePartsTest, TextsAreToldAmongEntitiesThatAreNone) {
+TEST_F(PicturePartsTest, TextsAreToldAmongEntitiesThatAreNotTexts) {
   const std::string plain = record("TEXT", {{100, "AcDbText"}, {1, "10"}});
   const PictureTexts texts =
       textsOfPicture(of(sample(dimensionLine + dotArrow + words + plain + definingPoint)));

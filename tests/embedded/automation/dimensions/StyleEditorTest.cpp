@@ -49,7 +49,7 @@ TEST_F(StyleEditorTest, OtherListsOfTheApplicationStay) {
       pairsOf(*drawing));
 }
 
-TEST_F(StyleEditorTest, AFurtherVariableGoesBehindTheOthersOfTheList) {
+TEST_F(StyleEditorTest, AFurtherVariableGoesAfterTheOthersOfTheList) {
   StyleEditor editor = editorOf({{1001, "ACAD"},
                                  {1000, "DSTYLE"},
                                  {1002, "{"},

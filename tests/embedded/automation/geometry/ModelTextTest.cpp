@@ -9,7 +9,7 @@ using Lines = std::vector<std::string>;
 
 constexpr const char* point = "point $-1 1 -2.5 3e2 #";
 
-TEST(ModelText, FallsIntoRecordsBehindItsHeader) {
+TEST(ModelText, FallsIntoRecordsAfterItsHeader) {
   const ModelText text({"20800 2 1 0 ", "9 Any Maker 3 1.0 0 ", "-1 1e-6 1e-10 ", "vertex $-1 -1 $-1 $0 $1 #",
                         "point $-1 -1 $-1 0 0 0 #"});
   EXPECT_EQ(20800, text.version());
@@ -18,7 +18,7 @@ TEST(ModelText, FallsIntoRecordsBehindItsHeader) {
   EXPECT_EQ("point", text.nameOf(1));
 }
 
-TEST(ModelText, OldOnesHaveNoHeaderBehindTheFirstLine) {
+TEST(ModelText, OldOnesHaveNoHeaderAfterTheFirstLine) {
   const ModelText text({"106 1 1 0", point});
   EXPECT_EQ(1U, text.size());
 }

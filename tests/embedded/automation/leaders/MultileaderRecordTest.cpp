@@ -30,12 +30,12 @@ TEST_F(MultileaderRecordTest, OneCodeMeansFourThings) {
   EXPECT_EQ(3, record(0).real(MultileaderPart::Line, 40, 0));
 }
 
-TEST_F(MultileaderRecordTest, APartGoesOnBehindTheOneInsideIt) {
+TEST_F(MultileaderRecordTest, APartGoesOnAfterTheOneInsideIt) {
   EXPECT_EQ(5, record(0).real(MultileaderPart::Leader, 41, 0));
   EXPECT_EQ(6, record(0).real(MultileaderPart::Contents, 42, 0));
 }
 
-TEST_F(MultileaderRecordTest, AWordingThatLooksLikeAMarkIsNone) {
+TEST_F(MultileaderRecordTest, AWordingThatLooksLikeAMarkIsStillAWording) {
   EXPECT_EQ(L"LEADER_LINE{", record(0).text(MultileaderPart::Contents, 304));
   EXPECT_EQ(1U, record(0).count(MultileaderPart::Leader));
 }

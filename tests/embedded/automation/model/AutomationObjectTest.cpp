@@ -186,7 +186,7 @@ TEST_F(AutomationObjectTest, AGetMayAskForAMethodToo) {
   EXPECT_EQ(S_OK, invoke(bound().dispatch(), 7, DISPATCH_PROPERTYGET | DISPATCH_METHOD).result);
 }
 
-TEST_F(AutomationObjectTest, ACallThatIsNoGetNorPutFindsNoMember) {
+TEST_F(AutomationObjectTest, ACallThatIsNeitherGetNorPutFindsNoMember) {
   for (const int flags : {0, int{DISPATCH_METHOD}, DISPATCH_PROPERTYGET | DISPATCH_PROPERTYPUT, 16}) {
     EXPECT_EQ(DISP_E_MEMBERNOTFOUND,
               invoke(bound().dispatch(), 7, static_cast<WORD>(flags), {number(1)}).result)
@@ -394,7 +394,7 @@ TEST_F(AutomationObjectTest, WhatDependsOnTheVariantNeedsAnEntity) {
 
 // --- elements ---
 
-TEST_F(AutomationObjectTest, APointIsExpandedBehindItsLabel) {
+TEST_F(AutomationObjectTest, APointIsExpandedAfterItsLabel) {
   const Bound made = bound();
   EXPECT_EQ((Texts{L"Spot X", L"Spot Y", L"Spot Z"}), made.elementLabels(L"Spot"));
   EXPECT_EQ(1, made.element(L"Spot", 0));

@@ -76,7 +76,7 @@ TEST_F(TypeInfoTest, TheFirstSevenFunctionsAreTheBaseOnes) {
   }
 }
 
-TEST_F(TypeInfoTest, EachRowIsAGetAndAWritableOneAPutBehindIt) {
+TEST_F(TypeInfoTest, EachRowIsAGetAndAWritableOneAPutAfterIt) {
   // General rows first: Shared; then Real with its put, Choice, ...
   EXPECT_EQ((Function{90, INVOKE_PROPERTYGET, VT_R8, 0, 0}), functionAt(7));
   EXPECT_EQ((Function{7, INVOKE_PROPERTYGET, VT_R8, 0, 0}), functionAt(8));

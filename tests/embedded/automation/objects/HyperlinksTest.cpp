@@ -32,7 +32,7 @@ TEST(Hyperlinks, AnAddressMayStandAlone) {
             linksOf({{1001, "PE_URL"}, {1000, "http://a.example/"}}));
 }
 
-TEST(Hyperlinks, TheListBehindItDescribesIt) {
+TEST(Hyperlinks, TheListAfterItDescribesIt) {
   EXPECT_EQ((Links{{L"plan.dxf", L"The plan", L"Floor 1"}}), linksOf({{1001, "PE_URL"},
                                                                       {1000, "plan.dxf"},
                                                                       {1002, "{"},
