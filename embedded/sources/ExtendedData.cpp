@@ -132,7 +132,7 @@ std::wstring widened(std::string_view ascii) {
   return {ascii.begin(), ascii.end()};
 }
 
-// "x,y,z": the y and z of a point stand in the pairs behind its x.
+// "x,y,z": the y and z of a point stand in the pairs after its x.
 std::wstring pointText(const dxf::RecordView& view, std::size_t pair) {
   std::wstring text;
   for (const int step : {0, 10, 20}) {

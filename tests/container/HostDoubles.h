@@ -1,8 +1,7 @@
 #pragma once
 
-// The host's heap and crash recorder as the container meets them here: counted, failing on demand, and without an
-// allocation of their own. They are defined in TqVectorTest.cpp and take the place of the host's for the whole
-// executable.
+// The host's heap and crash recorder in this executable: they count, fail on demand, and allocate nothing themselves.
+// They are defined in TqVectorTest.cpp and take the place of the host's.
 
 #include <cstdint>
 #include <initializer_list>
@@ -14,7 +13,7 @@
 
 namespace velt::tests {
 
-// Blocks of _tqMalloc that are not yet given back.
+// Blocks of _tqMalloc that are not yet freed.
 long liveHostBlocks();
 // Calls of _tqMalloc since the process began, failed ones included.
 std::uint64_t hostAllocations();
@@ -39,7 +38,7 @@ class HostHeapFault {
 std::vector<int> reports();
 void clearReports();
 
-// The data block behind a vector: a vector is one pointer to it.
+// The data block of a vector. A vector is nothing but a pointer to it.
 template <class Vector>
 TqVectorBlock* blockOf(const Vector& vector) {
   static_assert(sizeof(Vector) == sizeof(TqVectorBlock*));

@@ -37,7 +37,7 @@ std::atomic<std::uint64_t> heapFailures{0};
 std::atomic<std::uint64_t> failFirst{0};
 std::atomic<std::uint64_t> failLast{0};
 
-// Keeps reports without asking for memory: it is told, among other things, that there is none.
+// Keeps reports without allocating, because some of them say that memory is exhausted.
 struct Recorder final : VeltCrashRecorder {
   void addNote(const wchar_t*) override { ADD_FAILURE() << "only reports are expected"; }
   void flush() override { ADD_FAILURE() << "only reports are expected"; }
@@ -160,7 +160,7 @@ std::uintptr_t address(const void* pointer) {
   return reinterpret_cast<std::uintptr_t>(pointer);
 }
 
-// Every test ends with nothing left over and nothing reported that it did not ask about.
+// Every test ends with all memory freed and no report that it did not expect.
 class TqVectorTest : public ::testing::Test {
  protected:
   TqVectorTest() { clearReports(); }
@@ -845,7 +845,7 @@ TEST_F(TqVectorTest, Quirk_index_not_clamped) {
   EXPECT_EQ(address(&constant(vector).at(2)), elements + 2 * sizeof(Slot));
   EXPECT_EQ(address(constant(vector).iteratorAt(1000)), elements + 1000 * sizeof(Slot));
   EXPECT_EQ(address(vector.iteratorAt(-3)), elements - 3 * sizeof(Slot));
-  EXPECT_EQ(vector.at(2).value, 3) << "the slot behind the length";
+  EXPECT_EQ(vector.at(2).value, 3) << "the slot after the length";
   vector.at(2) = Slot(30);
   EXPECT_EQ(allSlots(vector), padded({1, 2, 30}, 8));
   EXPECT_EQ(vector.length(), 2u);
@@ -972,7 +972,8 @@ struct Given {
 struct Operation {
   const char* name;
   std::function<void(Given&)> run;
-  bool reads = false;  // the outcome is an address, which exhausted memory leaves in the shared block
+  // The outcome is an address, which exhausted memory leaves in the shared block.
+  bool reads = false;
 };
 
 const std::vector<Operation> operations = {
@@ -1094,7 +1095,7 @@ void failEverywhere(const MakeFault& makeFault, const Failures& failures, int& f
         EXPECT_EQ(Slot::live, liveSlots) << "allocation " << n;
         EXPECT_EQ(liveHostBlocks(), blocks) << "allocation " << n;
         EXPECT_TRUE(!given.sharer.has_value() || share(given.vector, *given.sharer));
-        // And it is as good as ever.
+        // Afterwards it works as before.
         operation.run(given);
         EXPECT_EQ(contents(given.vector), outcome) << "after allocation " << n;
         EXPECT_EQ(given.vector.physicalLength(), physical) << "after allocation " << n;
@@ -1172,7 +1173,7 @@ TEST_F(TqVectorTest, NeedsNoMemoryToBecomeEmptyOrShared) {
 
 // --- the model ------------------------------------------------------------------------------------------------------
 
-// The simplest vector that shares: a counted block, and every rule in the words in which it is explained.
+// The simplest vector that shares: a counted block, and every rule written down as it is explained.
 struct ModelBlock {
   std::uint32_t logical = 0;
   std::uint32_t growCount = 8;

@@ -1,5 +1,5 @@
-// The shipped libraries together, on whole drawings: every selection is answered, nothing is changed, nothing is
-// lost but what is prescribed never to be released.
+// The shipped libraries together, on whole drawings: every selection is answered, no drawing is changed, and nothing
+// leaks but what the layer keeps on purpose (the entries "not_released" in docs/quirks.md).
 
 #include <gtest/gtest.h>
 
@@ -51,7 +51,7 @@ bool isIn(const TqVector<PROPINFO>& rows, const PROPINFO& wanted) {
 
 // QUIRK entries of the balance: the values of the first entity's rows that the merge drops, those of all dynamic lists
 // that do not leave with the merged rows, and one reference to each hatch that was asked for its variant.
-Losses prescribedLosses(const Ids& selection, Query& query) {
+Losses intendedLosses(const Ids& selection, Query& query) {
   const TqVector<PROPINFO>& merged = query.rows;
   Losses losses;
   if (const std::int64_t hatches = query.hatches(); hatches > 0) losses["VeltHatch"] = hatches;
@@ -85,7 +85,7 @@ std::uint32_t askAndCheck(const Drawing& drawing, const Ids& selection, const st
     Query warm(selection);  // classes that are met for the first time make what lasts as long as the process
     EXPECT_TRUE(warm.isSetUp && warm.ask());
     rows = warm.rows.length();
-    expected = prescribedLosses(selection, warm);
+    expected = intendedLosses(selection, warm);
   }
   const Ledger::Snapshot before = Ledger::snapshot();
   {

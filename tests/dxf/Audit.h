@@ -1,6 +1,6 @@
 #pragma once
 
-// A second opinion on drawings that are made here: Debian's python3-ezdxf, where it is installed.
+// A second opinion on drawings that the project makes: that of Debian's python3-ezdxf, where it is installed.
 
 #include <sys/wait.h>
 
@@ -14,8 +14,8 @@
 
 namespace velt::dxf::testing {
 
-// What the audit finds, a line each, and then the types of the entities in model space with their counts; nothing when
-// the auditor is missing.
+// What the audit finds, one line each, followed by the types of the entities in model space with their counts. Nothing
+// when the package is not installed.
 inline std::optional<std::string> audited(const std::string& bytes) {
   constexpr const char* program = R"(
 import sys

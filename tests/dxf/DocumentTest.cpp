@@ -32,7 +32,7 @@ Document parsed(std::string bytes) {
   return Document::parse(std::move(bytes), "a.dxf");
 }
 
-// The message of the Error that opening gives, or that there was none.
+// The message of the Error that opening throws, or that there was none.
 std::string errorOfOpening(const fs::path& path) {
   try {
     (void)Document::open(path);
@@ -191,7 +191,7 @@ TEST(Document, AnEmptyFileIsAnError) {
 TEST(Document, AFileBeyondFourGigabytesIsAnErrorBeforeItIsRead) {
   const TemporaryFile file("huge.dxf", "  0\nEOF\n");
   std::error_code failed;
-  // Too large for the memory of any machine that reads it first.
+  // So large that reading it before looking at its size would exhaust the memory of any machine.
   fs::resize_file(file.path(), 1ULL << 40, failed);
   if (failed) GTEST_SKIP() << "no sparse files here: " << failed.message();
   EXPECT_THAT(errorOfOpening(file.path()), HasSubstr("larger than 4 GiB"));
@@ -499,7 +499,7 @@ void walk(const Document& document) {
   EXPECT_GT(seen, 0U);
 }
 
-// True when it was read; then it must give back its bytes.
+// True when it was read. Then it must give its bytes back.
 bool survives(const std::string& bytes) {
   std::optional<Document> document;
   try {

@@ -1,6 +1,6 @@
 #pragma once
 
-// Small drawings for the tests of this folder, and the way to the large ones.
+// Small drawings for the tests of this folder, and where the large ones are.
 
 #include <unistd.h>
 
@@ -42,7 +42,7 @@ inline std::string contentOf(const std::filesystem::path& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-// A file that goes with the test; tests may run at the same time.
+// A file that is removed at the end of the test. Its name is unique, because tests may run at the same time.
 class TemporaryFile {
  public:
   TemporaryFile(std::string_view name, std::string_view content)

@@ -22,8 +22,8 @@
 
 namespace {
 
-// What the system is asked for while a file is replaced. The functions below take the place of the C library's in this
-// process; armed, they end the process or fail at the n-th call.
+// The calls to the system while a file is replaced. The functions below take the place of the C library's in this
+// process; when armed, the n-th call ends the process or fails.
 struct SystemCalls {
   enum class Fault { None, Killed, Fails };
   Fault fault = Fault::None;
@@ -216,7 +216,7 @@ TEST_F(ReplacedFile, AProcessKilledAtAnyCallLeavesTheOldOrTheNewFileWhole) {
     EXPECT_EQ(WTERMSIG(status), SIGKILL);
   }
   EXPECT_GT(old, 8);
-  EXPECT_GE(renewed, 2) << "killed behind the rename, and not at all";
+  EXPECT_GE(renewed, 2) << "killed after the rename, and not at all";
 }
 
 // The kernel's own refusal in the middle of a file, as a full disk gives it.

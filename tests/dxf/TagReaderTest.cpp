@@ -38,7 +38,7 @@ std::vector<Read> readAll(const std::string& bytes) {
   return all;
 }
 
-// "line: message", or what was read when nothing was wrong.
+// "line: message" of the error, or what was read when there was none.
 std::string errorOf(const std::string& bytes) {
   try {
     (void)readTags(bytes, "a.dxf");
@@ -179,7 +179,7 @@ TEST(TagReader, GivesUpWhenTheProgressThrows) {
 }
 
 TEST(TagReader, TakesNoMoreRoomThanTheBytesAccountFor) {
-  // given lines that would make sixty times as many tags, behind the end of the drawing
+  // given lines that would make sixty times as many tags, after the end of the drawing
   const std::string bytes = "  0\nEOF\n" + std::string(1 << 20, '\n');
   // when
   const TagList list = readTags(bytes, "a.dxf");

@@ -12,7 +12,7 @@
 
 namespace {
 
-// What happened to errors, in order, without asking for memory: "made 6", "recorder", "told 6", "destroyed 6".
+// What happened to error objects, in order: "made 6", "recorder", "told 6", "destroyed 6". Kept without allocating.
 struct Events {
   void add(const char* what, int status = -1) {
     const std::size_t used = std::strlen(text.data());
@@ -48,7 +48,7 @@ bool hasRecorder = true;
 
 }  // namespace
 
-// The host's error object and the way to its recorder, in the place of the host's own.
+// An error object and a recorder that take the place of the host's own.
 
 TqErrorStatus::TqErrorStatus(Velt::ErrorStatus status) : status_(status) {
   events.add("made", status);

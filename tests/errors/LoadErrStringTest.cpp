@@ -12,8 +12,8 @@
 
 #include "propdata/VeltPropData.h"
 
-// The library of the messages is loaded once per process, so every test has a process of its own: it says what it
-// did and saw, and the test compares the transcript.
+// The message library is loaded once per process, so every test runs in a process of its own, which writes down what it
+// did and saw. The test compares the transcript.
 
 namespace {
 
@@ -53,7 +53,7 @@ std::string nameOf(HMODULE module) {
 
 }  // namespace
 
-// In the place of the host's own.
+// Takes the place of the host's own functions.
 
 HMODULE LoadLibraryExW(const wchar_t* name, HANDLE file, DWORD flags) {
   host().say("LoadLibraryExW " + narrow(name) + (file == nullptr ? " no file" : " file") + " flags "
@@ -88,7 +88,7 @@ void nameCategory(int category) {
   host().say("=> '" + narrow(name.str()) + "'");
 }
 
-// Runs the body in a process that starts from the beginning, and compares what it said.
+// Runs the body in a fresh process, and compares its transcript.
 void inAFreshProcess(const std::function<void()>& body, const std::string& expected) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   EXPECT_EXIT(

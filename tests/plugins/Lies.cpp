@@ -1,4 +1,4 @@
-// Hands out other things than it says, and fails; one good property among them.
+// Its answers are not what it declares, and methods fail; one property among them is good.
 
 #include "tests/plugins/Parts.h"
 

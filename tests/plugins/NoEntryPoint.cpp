@@ -1,4 +1,4 @@
-// A shared object, but no plug-in.
+// A shared object that is not a plug-in.
 
 extern "C" __attribute__((visibility("default"))) int somethingElse();
 int somethingElse() {

@@ -19,7 +19,7 @@
 
 namespace velt::tests {
 
-// The sample plug-in of that name, for the length of a test. What it has to tell goes into the list.
+// The sample plug-in of that name, loaded for the length of a test. Its messages go into the list.
 inline std::unique_ptr<sources::LoadedPlugins> loadSample(const std::string& name,
                                                           std::vector<std::string>& told) {
   auto plugins =
@@ -44,7 +44,7 @@ class PaletteOf {
     return value.vt == VT_BSTR && value.bstrVal != nullptr ? value.bstrVal : L"";
   }
 
-  // Whether a property takes the value is not told: ask a new palette.
+  // Nothing tells whether the property took the value: ask a new palette.
   void set(const std::wstring& name, VARIANT value) {
     CStdStr<wchar_t> errorText;
     int lockedCount = 0;

@@ -1,7 +1,7 @@
 #pragma once
 
-// What plug-ins of tests are made of: sources and properties that do what they are told, well or badly. Each counts its
-// references and is never ended by them.
+// The parts of which the plug-ins of tests are made: sources and properties that do as they are told, well or badly. They
+// count their references, and no release ends them.
 
 #include <functional>
 #include <memory>
@@ -29,7 +29,7 @@ class ScriptedProperty final : public Interface, public IDynamicEnumProperty, pu
   VARTYPE declared = VT_BSTR;
   LONG choices = 0;
   long references = 0;
-  // Only the one interface, no choices and no category.
+  // This one interface only: no choices and no category.
   bool isBare = false;
   std::function<HRESULT(BOOL*)> enabled = [](BOOL* out) { return *out = 1, S_OK; };
   std::function<HRESULT(BSTR*)> displayName = [this](BSTR* out) {
@@ -78,7 +78,7 @@ class ScriptedProperty final : public Interface, public IDynamicEnumProperty, pu
 using NewerProperty = ScriptedProperty<IDynamicProperty2, IDispatch*, IID_IDynamicProperty2>;
 using OlderProperty = ScriptedProperty<IDynamicProperty, long, IID_IDynamicProperty>;
 
-// A null stays one.
+// A null stays a null.
 template <class Property>
 IUnknown* unknown(Property& property) {
   IUnknown* found = nullptr;

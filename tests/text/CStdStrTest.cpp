@@ -24,7 +24,7 @@ int signOf(T number) {
   return (number > 0) - (number < 0);
 }
 
-// Longer than what any standard string keeps inside itself.
+// Too long for any standard string to keep it inside itself.
 const std::wstring longText = L"a text that is too long to be kept inside of a small object";
 
 TEST(CStdStr, IsEmptyByDefault) {

@@ -6,7 +6,7 @@
 
 namespace velt::com {
 
-// At the end of its scope everything that was handed out meanwhile must have come back.
+// Fails the test when something that was handed out within its scope was not given back at the end of it.
 class Balance {
  public:
   Balance() = default;

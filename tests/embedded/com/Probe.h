@@ -4,7 +4,7 @@
 
 namespace velt::com {
 
-// An object of two interfaces, neither of which is asked for more than its identity.
+// An object of two interfaces. Tests ask neither of them for more than the object's identity.
 class Probe : public ComObject<IPropertySource, ICategorizeProperties> {
  public:
   Probe() : ComObject(platform::Ledger::account("Probe")) {}
@@ -17,7 +17,7 @@ class Probe : public ComObject<IPropertySource, ICategorizeProperties> {
   static IUnknown* make() { return static_cast<IPropertySource*>(makeObject<Probe>()); }
 };
 
-// An object of an interface that extends another.
+// An object with an interface that extends another one.
 class DispatchProbe : public ComObject<IVeltVkCmColor> {
  public:
   DispatchProbe() : ComObject(platform::Ledger::account("DispatchProbe")) {}

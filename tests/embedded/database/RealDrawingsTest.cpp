@@ -1,4 +1,4 @@
-// Over the real drawings in the folder that VELT_DRAWINGS names.
+// What must hold for every real drawing in the folder that VELT_DRAWINGS names.
 
 #include <gtest/gtest.h>
 
@@ -29,7 +29,7 @@ std::vector<std::filesystem::path> drawings() {
   return found;
 }
 
-// What stands in a file, read line by line and without any of the code under test.
+// What a file holds, read line by line and without the code under test.
 struct RawFacts {
   Counts entities;
   // In lower case.

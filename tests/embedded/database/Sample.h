@@ -54,7 +54,7 @@ class Sample {
     entities_ += record(type, pairs);
     return *this;
   }
-  // Behind the entities: further pairs of the last one, or records that belong to it.
+  // Added after the entities: further pairs of the last one, or records that belong to it.
   Sample& append(const std::string& more) {
     entities_ += more;
     return *this;
@@ -84,7 +84,7 @@ class Sample {
   std::map<std::string, std::string> tables_;
 };
 
-// Asks a record for all that entities and layers tell, whatever it is.
+// Asks a record for everything that entities and layers can be asked, whatever kind of record it is.
 inline void readEverything(const Drawing& drawing, std::uint32_t record) {
   const Entity entity(drawing, record);
   const Layer layer(drawing, record);

@@ -107,7 +107,7 @@ struct CountsAtTheEnd {
 TEST(Ledger, CountsOnWhileAThreadEnds) {
   const auto before = Ledger::snapshot();
   std::thread([] {
-    // Destroyed after the ledger's own part of the thread, which is entered later.
+    // Made before the ledger's own object of the thread, so destroyed after it.
     thread_local const CountsAtTheEnd last;
     static_cast<void>(&last);
     Ledger::account("LedgerTest ending").handOut();

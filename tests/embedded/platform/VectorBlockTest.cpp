@@ -5,7 +5,7 @@
 namespace velt::platform {
 namespace {
 
-// Read before the constructors of this executable are through.
+// Read while the constructors of this executable run.
 [[gnu::constructor(101)]] void readEarly();
 bool wasThereEarly = false;
 void readEarly() {

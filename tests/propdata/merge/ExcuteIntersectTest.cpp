@@ -786,7 +786,7 @@ TEST_F(ExcuteIntersectOnToys, Quirk_pairs_of_all_visited_rows) {
       rows({row(L"A", second, dynamicC), row(L"B", second, dynamicB), row(L"C", second, dynamicA)}),
   });
 
-  // Its own pair, the row passed over, and the match; not the row behind the match.
+  // Its own pair, the row passed over, and the match; not the row after the match.
   ASSERT_EQ(shown(merged.result), Lines{"B"});
   EXPECT_EQ(pairsOf(rowAt(merged.result, 0)), (Pairs{{first.dispatch(), dynamicA.unknown()},
                                                      {second.dispatch(), dynamicC.unknown()},

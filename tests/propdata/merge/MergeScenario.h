@@ -105,7 +105,7 @@ inline std::ostream& operator<<(std::ostream& out, const PlannedEntity& e) {
   if (e.unknownNames) out << " knows no names";
   if (e.hasOwnStrings) out << " has strings of its own";
   if (e.hasFirstProperties) out << " has the first one's properties";
-  if (e.hasFirstRows != 0) out << " has the first one's rows " << (e.hasFirstRows == 1 ? "behind" : "before");
+  if (e.hasFirstRows != 0) out << " has the first one's rows " << (e.hasFirstRows == 1 ? "after" : "before");
   for (const PlannedProperty& p : e.properties)
     out << "\n    property " << p;
   for (const PlannedRow& r : e.rows)

@@ -59,8 +59,9 @@ TEST(CompareVARIANT, ValuesOfDifferentTypesGiveMinusOne) {
 TEST(CompareVARIANT, IntegersAreComparedInTheWidthOfTheirType) {
   const struct {
     VARTYPE type;
-    LONGLONG last;   // a bit inside of the value
-    LONGLONG first;  // a bit behind it
+    // A bit inside of the value, and one after it.
+    LONGLONG last;
+    LONGLONG first;
   } widths[] = {
       {VT_I1, 0x80, 0x100},
       {VT_UI1, 0x80, 0x100},
