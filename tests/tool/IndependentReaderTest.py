@@ -27,7 +27,7 @@ MISSING = {(kind, label) for label, kinds in {
     "Alt scale factor": ["DimAngular", "Dim3PointAngular"], "Arrow size": ["DimOrdinate"],
     "Ext line extension": ["DimOrdinate", "DimRadial", "DimDiametric"],
     "Ext line offset": ["DimOrdinate", "DimRadial", "DimDiametric"]}.items() for kind in kinds}
-COLOURS = {0: "ByBlock", 1: "Red", 2: "Yellow", 3: "Green", 4: "Cyan", 5: "Blue", 6: "Magenta", 7: "White",
+COLORS = {0: "ByBlock", 1: "Red", 2: "Yellow", 3: "Green", 4: "Cyan", 5: "Blue", 6: "Magenta", 7: "White",
            256: "ByLayer"}
 
 
@@ -57,7 +57,7 @@ def general(entity, expected):
     expected["Linetype"] = linetype
     if not dxf.hasattr("true_color"):
         index = dxf.get("color", 256)
-        expected["Color"] = COLOURS.get(index, str(index))
+        expected["Color"] = COLORS.get(index, str(index))
     elif not dxf.hasattr("color_name"):
         expected["Color"] = ",".join(str(part) for part in entity.rgb)
     expected["Lineweight"] = dxf.get("lineweight", -1)

@@ -192,7 +192,7 @@ class SavedDrawings(unittest.TestCase):
         tags = entity.get_xdata_list("ACAD", "DSTYLE")[2:-1]
         return {names.get(name.value): value.value for name, value in zip(tags[0::2], tags[1::2])}
 
-    def colours_of_texts(self, document, entity):
+    def colors_of_texts(self, document, entity):
         if "DIMENSION" not in entity.dxftype() or entity.dxf.get("geometry") not in document.blocks:
             return set()
         return {text.dxf.color for text in document.blocks.get(entity.dxf.geometry) if text.dxftype() in ("TEXT", "MTEXT")}
@@ -221,7 +221,7 @@ class SavedDrawings(unittest.TestCase):
                         self.assertEqual(overrides.get(variable), value, f"{entity} {variable}")
                         overridden[variable] += 1
                         if variable == "dimclrt":
-                            self.assertLessEqual(self.colours_of_texts(document, entity), {value}, entity)
+                            self.assertLessEqual(self.colors_of_texts(document, entity), {value}, entity)
                 self.assertLessEqual(findings(saved), findings(drawing))
         self.assertEqual(set(overridden), {variable for wanted in self.OVERRIDES.values() for _, variable in wanted.values()})
 
