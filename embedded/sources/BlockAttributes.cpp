@@ -9,6 +9,7 @@
 #include "embedded/automation/model/Guard.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/database/EnhancedBlocks.h"
+#include "embedded/database/LastAsked.h"
 #include "embedded/database/Lens.h"
 #include "embedded/database/RecordEditor.h"
 #include "embedded/sources/EntityProperty.h"
@@ -75,9 +76,9 @@ Attributes readAttributes(const Drawing& drawing, std::uint32_t reference) {
 }
 
 Attributes& attributesOf(const AskedEntity& reference) {
-  static thread_local LastAsked<Attributes> last;
-  return last.of(reference,
-                 [&] { return readAttributes(*reference.object.drawing, reference.object.record); });
+  thread_local database::LastAsked<Attributes> last;
+  const Drawing& drawing = *reference.object.drawing;
+  return last.of(reference.id, drawing, [&] { return readAttributes(drawing, reference.object.record); });
 }
 
 class AttributeProperty final : public EntityProperty {

@@ -113,27 +113,4 @@ class PropertyPool {
   std::unordered_map<std::wstring, Property*> made_;
 };
 
-// Keeps what was last worked out from an entity, because all values of an entity are asked for one after the other.
-// Have one per thread.
-template <class Facts>
-class LastAsked {
- public:
-  template <class WorkOut>
-  Facts& of(const AskedEntity& entity, WorkOut&& workOut) {
-    const std::uint64_t revision = entity.object.drawing->revision();
-    if (id_ != entity.id || revision_ != revision) {
-      id_ = VkDbObjectId::kNull;
-      facts_ = workOut();
-      id_ = entity.id;
-      revision_ = revision;
-    }
-    return facts_;
-  }
-
- private:
-  VkDbObjectId id_;
-  std::uint64_t revision_ = 0;
-  Facts facts_{};
-};
-
 }  // namespace velt::sources

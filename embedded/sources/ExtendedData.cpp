@@ -10,6 +10,7 @@
 #include "dxf/Numbers.h"
 #include "embedded/automation/model/Guard.h"
 #include "embedded/automation/model/Refusal.h"
+#include "embedded/database/LastAsked.h"
 #include "embedded/database/NameFolding.h"
 #include "embedded/sources/EntityProperty.h"
 
@@ -124,8 +125,9 @@ StoredValues readValues(const Drawing& drawing, std::uint32_t record) {
 }
 
 StoredValues& valuesOf(const AskedEntity& entity) {
-  static thread_local LastAsked<StoredValues> last;
-  return last.of(entity, [&] { return readValues(*entity.object.drawing, entity.object.record); });
+  thread_local database::LastAsked<StoredValues> last;
+  const Drawing& drawing = *entity.object.drawing;
+  return last.of(entity.id, drawing, [&] { return readValues(drawing, entity.object.record); });
 }
 
 std::wstring widened(std::string_view ascii) {

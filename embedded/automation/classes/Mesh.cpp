@@ -23,7 +23,7 @@ std::vector<Vector3> getVertices(const Subject& subject) {
 }
 
 std::int32_t getVertexCount(const Subject& subject) {
-  return static_cast<std::int32_t>(pointList(subject, getVertices).size());
+  return static_cast<std::int32_t>(pointList<getVertices>(subject).size());
 }
 
 using Face = std::vector<std::int64_t>;

@@ -9,6 +9,7 @@
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/database/Colors.h"
+#include "embedded/database/LastAsked.h"
 
 namespace velt::automation {
 namespace {
@@ -18,20 +19,8 @@ constexpr const wchar_t* wouldStay =
 
 // Kept for the dimension that was asked last, since a palette asks one entity for all its rows.
 bool isDrawn(const Subject& dimension) {
-  struct Last {
-    VkDbObjectId id{};
-    std::uint64_t revision = 0;
-    bool hasPicture = false;
-  };
-  static thread_local Last last;
-  const std::uint64_t revision = dimension.drawing().revision();
-  if (last.id != dimension.id() || last.revision != revision) {
-    last = {};
-    last.hasPicture = hasPicture(dimension);
-    last.revision = revision;
-    last.id = dimension.id();
-  }
-  return last.hasPicture;
+  thread_local database::LastAsked<bool> last;
+  return last.of(dimension.id(), dimension.drawing(), [&] { return hasPicture(dimension); });
 }
 
 const wchar_t* drawnIf(bool isDrawn) {

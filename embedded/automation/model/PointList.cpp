@@ -3,29 +3,6 @@
 #include "embedded/automation/geometry/EntityGeometry.h"
 
 namespace velt::automation {
-namespace {
-
-struct Last {
-  VkDbObjectId id;
-  std::uint64_t revision = 0;
-  PointListReader read = nullptr;
-  std::vector<Vector3> points;
-};
-
-}  // namespace
-
-const std::vector<Vector3>& pointList(const Subject& subject, PointListReader read) {
-  thread_local Last last;
-  const std::uint64_t revision = subject.drawing().revision();
-  if (last.id != subject.id() || last.revision != revision || last.read != read) {
-    last.id = VkDbObjectId::kNull;
-    last.points = read(subject);
-    last.id = subject.id();
-    last.revision = revision;
-    last.read = read;
-  }
-  return last.points;
-}
 
 std::vector<Vector3> storedPoints(const Subject& subject, int code, const char* subclass) {
   std::vector<Vector3> points;

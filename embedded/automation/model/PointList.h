@@ -7,14 +7,19 @@
 #include <vector>
 
 #include "embedded/automation/model/Access.h"
+#include "embedded/database/LastAsked.h"
 
 namespace velt::automation {
 
 using PointListReader = std::vector<Vector3> (*)(const Subject&);
 
-// What the reader finds. Kept until this thread asks for another list or the drawing is edited, so that reading the
-// elements one by one does not run through the entity each time. It stays as it is until the next call.
-[[nodiscard]] const std::vector<Vector3>& pointList(const Subject& subject, PointListReader read);
+// What the reader finds. Kept for the entity that this thread asked last, so that reading the elements one by one does
+// not run through the entity each time. It stays where it is until the next call.
+template <PointListReader Read>
+[[nodiscard]] const std::vector<Vector3>& pointList(const Subject& subject) {
+  thread_local database::LastAsked<std::vector<Vector3>> last;
+  return last.of(subject.id(), subject.drawing(), [&] { return Read(subject); });
+}
 
 // The points that an entity stores under one code.
 [[nodiscard]] std::vector<Vector3> storedPoints(const Subject& subject, int code, const char* subclass);
@@ -30,17 +35,17 @@ namespace access {
 
 template <PointListReader Read>
 std::vector<double> getPointList(const Subject& subject) {
-  return coordinatesOf(pointList(subject, Read));
+  return coordinatesOf(pointList<Read>(subject));
 }
 
 template <PointListReader Read>
 std::size_t pointListCount(const Subject& subject, const PropertyRow&) {
-  return pointList(subject, Read).size();
+  return pointList<Read>(subject).size();
 }
 
 template <PointListReader Read>
 double getPointListElement(const Subject& subject, const PropertyRow&, std::size_t element) {
-  return coordinateOf(pointList(subject, Read)[element / 3], element % 3);
+  return coordinateOf(pointList<Read>(subject)[element / 3], element % 3);
 }
 
 template <PointListReader Read, const wchar_t* const (&Labels)[3]>

@@ -1,6 +1,7 @@
 #include "embedded/automation/polylines/HeavyPolyline.h"
 
 #include "embedded/automation/geometry/EntityGeometry.h"
+#include "embedded/database/LastAsked.h"
 
 namespace velt::automation {
 namespace {
@@ -52,24 +53,11 @@ HeavyPolyline readPolyline(const Subject& subject) {
   return shape;
 }
 
-struct Last {
-  VkDbObjectId id;
-  std::uint64_t revision = 0;
-  HeavyPolyline shape;
-};
-
 }  // namespace
 
 const HeavyPolyline& heavyPolyline(const Subject& subject) {
-  thread_local Last last;
-  const std::uint64_t revision = subject.drawing().revision();
-  if (last.id != subject.id() || last.revision != revision) {
-    last.id = VkDbObjectId::kNull;
-    last.shape = readPolyline(subject);
-    last.id = subject.id();
-    last.revision = revision;
-  }
-  return last.shape;
+  thread_local database::LastAsked<HeavyPolyline> last;
+  return last.of(subject.id(), subject.drawing(), [&] { return readPolyline(subject); });
 }
 
 }  // namespace velt::automation

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "dxf/Numbers.h"
+#include "embedded/database/LastAsked.h"
 
 namespace velt::automation {
 namespace {
@@ -36,12 +37,6 @@ PolylineShape readShape(const database::Lens& lens) {
   return shape;
 }
 
-struct Last {
-  VkDbObjectId id;
-  std::uint64_t revision = 0;
-  PolylineShape shape;
-};
-
 }  // namespace
 
 std::vector<BulgeVertex> PolylineShape::path() const {
@@ -53,16 +48,8 @@ std::vector<BulgeVertex> PolylineShape::path() const {
 }
 
 const PolylineShape& polylineShape(const Subject& subject) {
-  thread_local Last last;
-  // An id is never given twice, so it tells one drawing from another as well.
-  const std::uint64_t revision = subject.drawing().revision();
-  if (last.id != subject.id() || last.revision != revision) {
-    last.id = VkDbObjectId::kNull;
-    last.shape = readShape(subject.lens());
-    last.id = subject.id();
-    last.revision = revision;
-  }
-  return last.shape;
+  thread_local database::LastAsked<PolylineShape> last;
+  return last.of(subject.id(), subject.drawing(), [&] { return readShape(subject.lens()); });
 }
 
 }  // namespace velt::automation

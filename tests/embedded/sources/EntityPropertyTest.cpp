@@ -173,20 +173,6 @@ TEST_F(EntityPropertyTest, ALockedLayerIsRefusedAndAnyOtherIsNot) {
       << "a layer that is not in the table";
 }
 
-TEST_F(EntityPropertyTest, WhatWasWorkedOutIsKeptUntilTheDrawingChangesOrAnotherEntityIsAsked) {
-  LastAsked<int> last;
-  int times = 0;
-  const auto ask = [&](Bound& entity) {
-    return last.of(*entityBehind(&entity.dispatch()), [&] { return ++times; });
-  };
-  EXPECT_EQ(1, ask(wall_));
-  EXPECT_EQ(1, ask(wall_));
-  EXPECT_EQ(2, ask(other_));
-  EXPECT_EQ(3, ask(wall_));
-  drawing_->edit(database::test::entityRecord(*drawing_), [](dxf::Document&) {});
-  EXPECT_EQ(4, ask(wall_));
-}
-
 TEST_F(EntityPropertyTest, AnArrayOfNoPropertiesIsEmpty) {
   VariantHolder none;
   EXPECT_EQ(S_OK, givePropertyArray({}, none.put()));

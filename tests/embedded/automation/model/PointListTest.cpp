@@ -31,20 +31,20 @@ class PointListTest : public ::testing::Test {
   // clang-format on
 };
 
-TEST_F(PointListTest, IsReadOnceUntilSomethingElseIsAskedFor) {
+TEST_F(PointListTest, IsReadOnceUntilAnotherEntityIsAsked) {
   reads = 0;
-  EXPECT_EQ((std::vector<Vector3>{{1, 2, 3}, {4, 5, 0}}), pointList(subjectOf(*drawing), readTens));
-  EXPECT_EQ(2U, pointList(subjectOf(*drawing), readTens).size());
+  EXPECT_EQ((std::vector<Vector3>{{1, 2, 3}, {4, 5, 0}}), pointList<readTens>(subjectOf(*drawing)));
+  EXPECT_EQ(2U, pointList<readTens>(subjectOf(*drawing)).size());
   EXPECT_EQ(1, reads);
-  EXPECT_EQ((std::vector<Vector3>{{7, 0, 0}}), pointList(subjectOf(*drawing), readElevens));
-  EXPECT_EQ((std::vector<Vector3>{{9, 0, 0}}), pointList(subjectOf(*drawing, 1), readTens));
+  EXPECT_EQ((std::vector<Vector3>{{7, 0, 0}}), pointList<readElevens>(subjectOf(*drawing)));
+  EXPECT_EQ((std::vector<Vector3>{{9, 0, 0}}), pointList<readTens>(subjectOf(*drawing, 1)));
   EXPECT_EQ(2, reads);
 }
 
 TEST_F(PointListTest, IsReadAgainAfterAnEdit) {
-  EXPECT_EQ(9, pointList(subjectOf(*drawing, 1), readTens).front().x);
+  EXPECT_EQ(9, pointList<readTens>(subjectOf(*drawing, 1)).front().x);
   EXPECT_TRUE(database::RecordEditor(*drawing, recordOf(*drawing, 1)).setReal(10, "*", 8));
-  EXPECT_EQ(8, pointList(subjectOf(*drawing, 1), readTens).front().x);
+  EXPECT_EQ(8, pointList<readTens>(subjectOf(*drawing, 1)).front().x);
 }
 
 TEST_F(PointListTest, ElementsAreTheCoordinatesInTurn) {
