@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "embedded/automation/model/ReadOnlyReason.h"
 #include "tool/Failure.h"
 #include "tool/NumberKinds.h"
 #include "tool/Text.h"
@@ -51,6 +52,14 @@ std::vector<const PROPINFO*> rowsNamed(const std::string& name, const TqVector<P
     if (equalIgnoringCase(oneLine(row.name.str()), name)) found.push_back(&row);
   }
   return found;
+}
+
+// A sentence of the host, which begins with a word, for the middle of another one.
+std::string clauseOf(const std::wstring& sentence) {
+  std::string clause = oneLine(sentence);
+  if (clause.ends_with('.')) clause.pop_back();
+  if (!clause.empty() && clause[0] >= 'A' && clause[0] <= 'Z') clause[0] += 'a' - 'A';
+  return clause;
 }
 
 std::string editableNames(const TqVector<PROPINFO>& rows) {
@@ -266,12 +275,9 @@ const PROPINFO& rowFor(const Assignment& assignment, const TqVector<PROPINFO>& r
   }
   const PROPINFO& row = *found[assignment.number == 0 ? 0 : assignment.number - 1];
   if (!row.isEditable) {
-    // Help strings of such rows say why.
-    const std::string help = oneLine(row.description.str());
-    const std::size_t why = help.find("Read-only");
-    throw Failure(fmt::format("{} cannot be edited{}{}; {}", assignment.name,
-                              why == std::string::npos ? "" : ": ",
-                              why == std::string::npos ? "" : help.substr(why), editableNames(rows)));
+    const std::string why = clauseOf(automation::readOnlyReason(row.clsid, row.dispId, row.objectId));
+    throw Failure(fmt::format("{} cannot be edited{}{}; {}", assignment.name, why.empty() ? "" : ": ", why,
+                              editableNames(rows)));
   }
   return row;
 }

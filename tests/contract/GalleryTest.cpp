@@ -335,9 +335,9 @@ std::string listing(const std::map<std::wstring, std::vector<Shown>>& rowsByClas
       const bool hasKind = shown != rows.end() && row->access.elements == nullptr;
       text += "| " + utf8(row->name) + " | " + utf8(row->label) + " | " + typeOf(*row) + " | "
               + utf8(automation::categoryName(row->category.number)) + " | "
-              + (!row->isWritable()                ? "no"
-                 : row->access.obstacle == nullptr ? "yes"
-                                                   : "some")
+              + (!row->isWritable()                     ? "no"
+                 : row->writability.obstacle == nullptr ? "yes"
+                                                        : "some")
               + " | " + (hasKind ? std::to_string(shown->customType) : "") + " | "
               + std::to_string(shown != rows.end() ? shown->weight : row->weight) + " |\n";
     }

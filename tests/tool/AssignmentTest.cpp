@@ -6,6 +6,7 @@
 #include <numbers>
 #include <string>
 
+#include "host/automation/IdValues.h"
 #include "tool/Failure.h"
 
 using namespace velt::tool;
@@ -19,6 +20,8 @@ PROPINFO row(const wchar_t* shown, VARTYPE type, const wchar_t* name = L"") {
   made.name = name;
   made.valueType = type;
   made.customType = 0;
+  made.clsid = {};
+  made.dispId = DISPID_UNKNOWN;
   made.isEditable = true;
   return made;
 }
@@ -108,9 +111,23 @@ TEST(Assignment, OfSeveralRowsOneHasToBeTold) {
 TEST(Assignment, AReadOnlyRowIsRefusedWithItsReason) {
   PROPINFO length = row(L"Length", VT_R8);
   length.isEditable = false;
-  length.description = L"Read-only: it follows from the ends.";
-  EXPECT_THAT(failureOf([&] { rowFor(parseAssignment("Length=1"), rowsOf({length})); }),
-              HasSubstr("Length cannot be edited: Read-only: it follows from the ends."));
+  length.clsid = CLSID_VeltLine;
+  length.dispId = 5;
+  EXPECT_EQ(failureOf([&] {
+              rowFor(parseAssignment("Length=1"), rowsOf({length, row(L"Layer", VT_BSTR)}));
+            }),
+            "Length cannot be edited: it follows from the two; these can be edited: Layer");
+}
+
+TEST(Assignment, AReadOnlyRowWithoutAReasonIsRefusedAllTheSame) {
+  PROPINFO row = ::row(L"Tag", VT_BSTR);
+  row.isEditable = false;
+  row.clsid = CLSID_VeltLine;
+  row.dispId = dynamicPropertyDispId;
+  EXPECT_EQ(failureOf([&] {
+              rowFor(parseAssignment("Tag=1"), rowsOf({row, ::row(L"Layer", VT_BSTR)}));
+            }),
+            "Tag cannot be edited; these can be edited: Layer");
 }
 
 TEST(Assignment, NumbersAreTakenAsTheyAre) {

@@ -46,14 +46,14 @@ void putCorner(const Subject& subject, const Vector3& place) {
 
 // clang-format off
 constexpr PropertyRow table[] = {
-  // id name          label         type             category                   access                                         choices        weight help
-  { 1, L"Thickness", L"Thickness", types::distance, Category::General,         storedReal(39, trace),                         Choices::None, 90,    L"How far the area is pulled along its normal."},
-  { 2, L"Corner1",   L"Corner 1",  VT_VARIANT,      Category::Geometry,        computedPoint<getCorner<10>, putCorner<10>>(), Choices::None, 110,   L"First corner."},
-  { 3, L"Corner2",   L"Corner 2",  VT_VARIANT,      Category::Geometry,        computedPoint<getCorner<11>, putCorner<11>>(), Choices::None, 120,   L"Second corner."},
-  { 4, L"Corner3",   L"Corner 3",  VT_VARIANT,      Category::Geometry,        computedPoint<getCorner<12>, putCorner<12>>(), Choices::None, 130,   L"Third corner, opposite to the second."},
-  { 5, L"Corner4",   L"Corner 4",  VT_VARIANT,      Category::Geometry,        computedPoint<getCorner<13>, putCorner<13>>(), Choices::None, 140,   L"Fourth corner, opposite to the first."},
-  { 6, L"Elevation", L"Elevation", VT_R8,           Category::Geometry,        computed<getElevation, putElevation>(),        Choices::None, 150,   L"Height of the plane over the origin, along its normal."},
-  { 7, L"Normal",    L"Normal",    VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                    Choices::None, 160,   L"Upright on the plane of the area. Read-only: the corners would have to follow it."},
+  // id name          label         type             category                   access                                         writability                            choices        weight help
+  {  1, L"Thickness", L"Thickness", types::distance, Category::General,         storedReal(39, trace),                         writable,                              Choices::None,  90,   L"How far the area is pulled along its normal."},
+  {  2, L"Corner1",   L"Corner 1",  VT_VARIANT,      Category::Geometry,        computedPoint<getCorner<10>, putCorner<10>>(), writable,                              Choices::None, 110,   L"First corner."},
+  {  3, L"Corner2",   L"Corner 2",  VT_VARIANT,      Category::Geometry,        computedPoint<getCorner<11>, putCorner<11>>(), writable,                              Choices::None, 120,   L"Second corner."},
+  {  4, L"Corner3",   L"Corner 3",  VT_VARIANT,      Category::Geometry,        computedPoint<getCorner<12>, putCorner<12>>(), writable,                              Choices::None, 130,   L"Third corner, opposite to the second."},
+  {  5, L"Corner4",   L"Corner 4",  VT_VARIANT,      Category::Geometry,        computedPoint<getCorner<13>, putCorner<13>>(), writable,                              Choices::None, 140,   L"Fourth corner, opposite to the first."},
+  {  6, L"Elevation", L"Elevation", VT_R8,           Category::Geometry,        computed<getElevation, putElevation>(),        writable,                              Choices::None, 150,   L"Height of the plane over the origin, along its normal."},
+  {  7, L"Normal",    L"Normal",    VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                    readOnly(reasons::cornersWouldFollow), Choices::None, 160,   L"Upright on the plane of the area."},
 };
 // clang-format on
 

@@ -47,24 +47,29 @@ double getArea(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name             label        type         category            access                                             choices        weight help
-  { 1, L"Corner1",      L"Corner 1", VT_VARIANT,  Category::Geometry, worldPoint(10, face),                              Choices::None, 110,   L"First corner."},
-  { 2, L"Corner2",      L"Corner 2", VT_VARIANT,  Category::Geometry, worldPoint(11, face),                              Choices::None, 120,   L"Second corner."},
-  { 3, L"Corner3",      L"Corner 3", VT_VARIANT,  Category::Geometry, worldPoint(12, face),                              Choices::None, 130,   L"Third corner."},
-  { 4, L"Corner4",      L"Corner 4", VT_VARIANT,  Category::Geometry, computedPoint<getFourthCorner, putFourthCorner>(), Choices::None, 140,   L"Fourth corner; the same as the third one for a triangle."},
-  { 5, L"Area",         L"Area",     types::area, Category::Geometry, computed<getArea>(),                               Choices::None, 150,   L"Of the two triangles that the corners make. Read-only: it follows from the corners."},
-  { 6, L"VisibleEdge1", L"Edge 1",   VT_BOOL,     Category::Geometry, computed<getEdgeVisible<0>, putEdgeVisible<0>>(),  Choices::None, 160,   L"Whether the edge from corner 1 to corner 2 is drawn."},
-  { 7, L"VisibleEdge2", L"Edge 2",   VT_BOOL,     Category::Geometry, computed<getEdgeVisible<1>, putEdgeVisible<1>>(),  Choices::None, 170,   L"Whether the edge from corner 2 to corner 3 is drawn."},
-  { 8, L"VisibleEdge3", L"Edge 3",   VT_BOOL,     Category::Geometry, computed<getEdgeVisible<2>, putEdgeVisible<2>>(),  Choices::None, 180,   L"Whether the edge from corner 3 to corner 4 is drawn."},
-  { 9, L"VisibleEdge4", L"Edge 4",   VT_BOOL,     Category::Geometry, computed<getEdgeVisible<3>, putEdgeVisible<3>>(),  Choices::None, 190,   L"Whether the edge from corner 4 to corner 1 is drawn."},
+  // id name             label        type         category            access                                             writability                            choices        weight help
+  {  1, L"Corner1",      L"Corner 1", VT_VARIANT,  Category::Geometry, worldPoint(10, face),                              writable,                              Choices::None, 110,   L"First corner."},
+  {  2, L"Corner2",      L"Corner 2", VT_VARIANT,  Category::Geometry, worldPoint(11, face),                              writable,                              Choices::None, 120,   L"Second corner."},
+  {  3, L"Corner3",      L"Corner 3", VT_VARIANT,  Category::Geometry, worldPoint(12, face),                              writable,                              Choices::None, 130,   L"Third corner."},
+  {  4, L"Corner4",      L"Corner 4", VT_VARIANT,  Category::Geometry, computedPoint<getFourthCorner, putFourthCorner>(), writable,                              Choices::None, 140,   L"Fourth corner; the same as the third one for a triangle."},
+  {  5, L"Area",         L"Area",     types::area, Category::Geometry, computed<getArea>(),                               readOnly(reasons::followsFromCorners), Choices::None, 150,   L"Of the two triangles that the corners make."},
+  {  6, L"VisibleEdge1", L"Edge 1",   VT_BOOL,     Category::Geometry, computed<getEdgeVisible<0>, putEdgeVisible<0>>(),  writable,                              Choices::None, 160,   L"Whether the edge from corner 1 to corner 2 is drawn."},
+  {  7, L"VisibleEdge2", L"Edge 2",   VT_BOOL,     Category::Geometry, computed<getEdgeVisible<1>, putEdgeVisible<1>>(),  writable,                              Choices::None, 170,   L"Whether the edge from corner 2 to corner 3 is drawn."},
+  {  8, L"VisibleEdge3", L"Edge 3",   VT_BOOL,     Category::Geometry, computed<getEdgeVisible<2>, putEdgeVisible<2>>(),  writable,                              Choices::None, 180,   L"Whether the edge from corner 3 to corner 4 is drawn."},
+  {  9, L"VisibleEdge4", L"Edge 4",   VT_BOOL,     Category::Geometry, computed<getEdgeVisible<3>, putEdgeVisible<3>>(),  writable,                              Choices::None, 190,   L"Whether the edge from corner 4 to corner 1 is drawn."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::Velt3DFace = {
-    CLSID_Velt3DFace, L"Velt3DFace", L"3D Face", "3DFACE", L"A plane of three or four corners in space.",
-    &entityRows,      rows,
+    .clsid = CLSID_Velt3DFace,
+    .name = L"Velt3DFace",
+    .label = L"3D Face",
+    .dxfName = "3DFACE",
+    .help = L"A plane of three or four corners in space.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

@@ -32,17 +32,23 @@ std::int32_t getEdgeCount(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name              label              type             category            access                    choices        weight help
-  { 1, L"NumberOfFaces", L"Number of faces", VT_I4,           Category::Geometry, computed<getFaceCount>(), Choices::None, 110,   L"How many faces bound the solid; empty where the drawing holds no text of a modeller. Read-only: only a modeller can make them."},
-  { 2, L"NumberOfEdges", L"Number of edges", VT_I4,           Category::Geometry, computed<getEdgeCount>(), Choices::None, 120,   L"How many edges lie between them; empty where the drawing holds no text of a modeller. Read-only: only a modeller can make them."},
-  { 3, L"ModelData",     L"Model data",      types::noEditor, Category::Misc,     computed<modelDataOf>(),  Choices::None, 130,   L"How much the drawing stores about the solid. Read-only: only a modeller can write it."},
+  // id name              label               type             category            access                    writability                           choices        weight help
+  {  1, L"NumberOfFaces", L"Number of faces", VT_I4,           Category::Geometry, computed<getFaceCount>(), readOnly(reasons::modellerMakesThem), Choices::None, 110,   L"How many faces bound the solid; empty where the drawing holds no text of a modeller."},
+  {  2, L"NumberOfEdges", L"Number of edges", VT_I4,           Category::Geometry, computed<getEdgeCount>(), readOnly(reasons::modellerMakesThem), Choices::None, 120,   L"How many edges lie between them; empty where the drawing holds no text of a modeller."},
+  {  3, L"ModelData",     L"Model data",      types::noEditor, Category::Misc,     computed<modelDataOf>(),  readOnly(reasons::modellerWritesIt),  Choices::None, 130,   L"How much the drawing stores about the solid."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::Velt3DSolid = {
-    CLSID_Velt3DSolid, L"Velt3DSolid", L"3D Solid", "3DSOLID", L"A body in space.", &entityRows, rows,
+    .clsid = CLSID_Velt3DSolid,
+    .name = L"Velt3DSolid",
+    .label = L"3D Solid",
+    .dxfName = "3DSOLID",
+    .help = L"A body in space.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

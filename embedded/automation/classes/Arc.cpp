@@ -66,25 +66,31 @@ double getArea(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name           label           type             category                   access                                               choices        weight help
-  {  1, L"Thickness",  L"Thickness",   types::distance, Category::General,         storedReal(39, circle).keepingShape(),               Choices::None,  90, L"How far the arc is pulled along its normal."},
-  {  2, L"StartPoint", L"Start",       VT_VARIANT,      Category::Geometry,        computedPoint<getStartPoint>(),                      Choices::None, 110, L"Where the arc begins. Read-only: it follows from center, radius and angle."},
-  {  3, L"Center",     L"Center",      VT_VARIANT,      Category::Geometry,        objectPoint(10, circle),                             Choices::None, 120, L"Center of the arc."},
-  {  4, L"EndPoint",   L"End",         VT_VARIANT,      Category::Geometry,        computedPoint<getEndPoint>(),                        Choices::None, 130, L"Where the arc ends. Read-only: it follows from center, radius and angle."},
-  {  5, L"Radius",     L"Radius",      types::distance, Category::Geometry,        storedReal(40, circle).positive(),                   Choices::None, 140, L"Radius of the arc."},
-  {  6, L"StartAngle", L"Start angle", types::angle,    Category::Geometry,        writtenBy<putEnd<50, 51>>(storedDirection(50, arc)), Choices::None, 150, L"Direction from the center to the start, in the plane of the arc."},
-  {  7, L"EndAngle",   L"End angle",   types::angle,    Category::Geometry,        writtenBy<putEnd<51, 50>>(storedDirection(51, arc)), Choices::None, 160, L"Direction from the center to the end, in the plane of the arc."},
-  {  8, L"TotalAngle", L"Total angle", types::angle,    Category::Geometry,        computed<getTotalAngle>(),                           Choices::None, 170, L"Angle that the arc spans. Read-only: it follows from its ends."},
-  {  9, L"ArcLength",  L"Arc length",  types::distance, Category::Geometry,        computed<getArcLength>(),                            Choices::None, 180, L"Length along the arc. Read-only: it follows from radius and angles."},
-  { 10, L"Area",       L"Area",        VT_R8,           Category::Geometry,        computed<getArea>(),                                 Choices::None, 190, L"Between the arc and its chord. Read-only: it follows from radius and angles."},
-  { 11, L"Normal",     L"Normal",      VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                          Choices::None, 200, L"Upright on the arc's plane. Read-only: center and angles would have to follow it."},
+  // id name           label           type             category                   access                                               writability                                         choices        weight help
+  {  1, L"Thickness",  L"Thickness",   types::distance, Category::General,         storedReal(39, circle).keepingShape(),               writable,                                           Choices::None,  90,   L"How far the arc is pulled along its normal."},
+  {  2, L"StartPoint", L"Start",       VT_VARIANT,      Category::Geometry,        computedPoint<getStartPoint>(),                      readOnly(reasons::followsFromCenterRadiusAndAngle), Choices::None, 110,   L"Where the arc begins."},
+  {  3, L"Center",     L"Center",      VT_VARIANT,      Category::Geometry,        objectPoint(10, circle),                             writable,                                           Choices::None, 120,   L"Center of the arc."},
+  {  4, L"EndPoint",   L"End",         VT_VARIANT,      Category::Geometry,        computedPoint<getEndPoint>(),                        readOnly(reasons::followsFromCenterRadiusAndAngle), Choices::None, 130,   L"Where the arc ends."},
+  {  5, L"Radius",     L"Radius",      types::distance, Category::Geometry,        storedReal(40, circle).positive(),                   writable,                                           Choices::None, 140,   L"Radius of the arc."},
+  {  6, L"StartAngle", L"Start angle", types::angle,    Category::Geometry,        writtenBy<putEnd<50, 51>>(storedDirection(50, arc)), writable,                                           Choices::None, 150,   L"Direction from the center to the start, in the plane of the arc."},
+  {  7, L"EndAngle",   L"End angle",   types::angle,    Category::Geometry,        writtenBy<putEnd<51, 50>>(storedDirection(51, arc)), writable,                                           Choices::None, 160,   L"Direction from the center to the end, in the plane of the arc."},
+  {  8, L"TotalAngle", L"Total angle", types::angle,    Category::Geometry,        computed<getTotalAngle>(),                           readOnly(reasons::followsFromItsEnds),              Choices::None, 170,   L"Angle that the arc spans."},
+  {  9, L"ArcLength",  L"Arc length",  types::distance, Category::Geometry,        computed<getArcLength>(),                            readOnly(reasons::followsFromRadiusAndAngles),      Choices::None, 180,   L"Length along the arc."},
+  { 10, L"Area",       L"Area",        VT_R8,           Category::Geometry,        computed<getArea>(),                                 readOnly(reasons::followsFromRadiusAndAngles),      Choices::None, 190,   L"Between the arc and its chord."},
+  { 11, L"Normal",     L"Normal",      VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                          readOnly(reasons::centerAndAnglesWouldFollow),      Choices::None, 200,   L"Upright on the arc's plane."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltArc = {
-    CLSID_VeltArc, L"VeltArc", L"Arc", "ARC", L"A part of a circle.", &entityRows, rows,
+    .clsid = CLSID_VeltArc,
+    .name = L"VeltArc",
+    .label = L"Arc",
+    .dxfName = "ARC",
+    .help = L"A part of a circle.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

@@ -38,15 +38,15 @@ std::wstring getOfReference(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name                  label                          type                  category              access                                  choices        weight help
-  {21, L"TagString",          L"Tag",                         VT_BSTR,              Category::Attributes, computed<getTag>(),                     Choices::None, 310, L"What the attribute is called in its block. Read-only: the block has the same name for it."},
-  {22, L"Invisible",          L"Invisible",                   VT_BOOL,              Category::Attributes, storedBit(70, attribute, 1),            Choices::None, 320, L"Whether the attribute is not drawn."},
-  {23, L"Constant",           L"Constant",                    VT_BOOL,              Category::Attributes, storedBit(70, attribute, 2).readOnly(), Choices::None, 330, L"Whether the text is the same in every reference. Read-only: references would have to gain or lose it."},
-  {24, L"Verify",             L"Verify",                      VT_BOOL,              Category::Attributes, storedBit(70, attribute, 4),            Choices::None, 340, L"Whether the text is asked for twice when the block is placed."},
-  {25, L"Preset",             L"Preset",                      VT_BOOL,              Category::Attributes, storedBit(70, attribute, 8),            Choices::None, 350, L"Whether the text is not asked for when the block is placed."},
-  {26, L"ReferenceLayer",     L"Layer of the reference",      types::layerName,     Category::Misc,       computed<getOfReference<1281>>(),       Choices::None, 360, L"Layer of the block reference, which an attribute on layer 0 follows. Read-only: it belongs to the reference."},
-  {27, L"ReferenceLinetype",  L"Linetype of the reference",   types::linetypeName,  Category::Misc,       computed<getOfReference<1282>>(),       Choices::None, 370, L"Line type of the block reference, which an attribute by block follows. Read-only: it belongs to the reference."},
-  {28, L"ReferencePlotStyle", L"Plot style of the reference", types::plotStyleName, Category::Misc,       computed<getOfReference<1300>>(),       Choices::None, 380, L"How the block reference is plotted. Read-only: it belongs to the reference."},
+  // id name                   label                           type                  category              access                            writability                                     choices        weight help
+  { 21, L"TagString",          L"Tag",                         VT_BSTR,              Category::Attributes, computed<getTag>(),               readOnly(reasons::blockHasSameName),            Choices::None, 310,   L"What the attribute is called in its block."},
+  { 22, L"Invisible",          L"Invisible",                   VT_BOOL,              Category::Attributes, storedBit(70, attribute, 1),      writable,                                       Choices::None, 320,   L"Whether the attribute is not drawn."},
+  { 23, L"Constant",           L"Constant",                    VT_BOOL,              Category::Attributes, storedBit(70, attribute, 2),      readOnly(reasons::referencesWouldGainOrLoseIt), Choices::None, 330,   L"Whether the text is the same in every reference."},
+  { 24, L"Verify",             L"Verify",                      VT_BOOL,              Category::Attributes, storedBit(70, attribute, 4),      writable,                                       Choices::None, 340,   L"Whether the text is asked for twice when the block is placed."},
+  { 25, L"Preset",             L"Preset",                      VT_BOOL,              Category::Attributes, storedBit(70, attribute, 8),      writable,                                       Choices::None, 350,   L"Whether the text is not asked for when the block is placed."},
+  { 26, L"ReferenceLayer",     L"Layer of the reference",      types::layerName,     Category::Misc,       computed<getOfReference<1281>>(), readOnly(reasons::belongsToReference),          Choices::None, 360,   L"Layer of the block reference, which an attribute on layer 0 follows."},
+  { 27, L"ReferenceLinetype",  L"Linetype of the reference",   types::linetypeName,  Category::Misc,       computed<getOfReference<1282>>(), readOnly(reasons::belongsToReference),          Choices::None, 370,   L"Line type of the block reference, which an attribute by block follows."},
+  { 28, L"ReferencePlotStyle", L"Plot style of the reference", types::plotStyleName, Category::Misc,       computed<getOfReference<1300>>(), readOnly(reasons::belongsToReference),          Choices::None, 380,   L"How the block reference is plotted."},
 };
 // clang-format on
 
@@ -55,15 +55,14 @@ constexpr const std::span<const PropertyRow>* families[] = {&singleLineRows};
 }  // namespace
 
 constinit const AutomationClass classes::VeltAttribute = {
-    CLSID_VeltAttribute,
-    L"VeltAttribute",
-    L"Attribute",
-    "ATTRIB",
-    L"A text that a block reference has of its own.",
-    &entityRows,
-    rows,
-    nullptr,
-    families,
+    .clsid = CLSID_VeltAttribute,
+    .name = L"VeltAttribute",
+    .label = L"Attribute",
+    .dxfName = "ATTRIB",
+    .help = L"A text that a block reference has of its own.",
+    .general = &entityRows,
+    .families = families,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

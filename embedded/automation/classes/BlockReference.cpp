@@ -71,34 +71,34 @@ void putScale(const Subject& subject, const double& scale) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name               label              type                category                   access                                                           choices               weight help
-  {  1, L"InsertionPoint", L"Position",       VT_VARIANT,         Category::Geometry,        writtenBy<putInsertionPoint>(objectPoint(10, reference)),        Choices::None,        110, L"Where the base point of the block is."},
-  {  2, L"XScaleFactor",   L"Scale X",        types::noUnits,     Category::Geometry,        writtenBy<putScale<41>>(storedReal(41, reference, 1)).notZero(), Choices::None,        120, L"Scale along the block's X axis; one with attributes keeps its scale."},
-  {  3, L"YScaleFactor",   L"Scale Y",        types::noUnits,     Category::Geometry,        writtenBy<putScale<42>>(storedReal(42, reference, 1)).notZero(), Choices::None,        130, L"Scale along the block's Y axis; one with attributes keeps its scale."},
-  {  4, L"ZScaleFactor",   L"Scale Z",        types::noUnits,     Category::Geometry,        writtenBy<putScale<43>>(storedReal(43, reference, 1)).notZero(), Choices::None,        140, L"Scale along the block's Z axis; one with attributes keeps its scale."},
-  {  5, L"Name",           L"Block",          VT_BSTR,            Category::Misc,            computed<getName>(),                                             Choices::None,        150, L"Name of the block as the drawing stores it. Read-only: the attributes belong to the block."},
-  {  6, L"EffectiveName",  L"Name",           VT_BSTR,            Category::Misc,            computed<getEffectiveName>(),                                    Choices::None,        160, L"Of a dynamic block: its own name, not the one made for this reference. Read-only: as the name."},
-  {  7, L"Rotation",       L"Rotation",       types::angle,       Category::Misc,            writtenBy<putRotation>(storedDirection(50, reference)),          Choices::None,        170, L"Direction of the block's X axis in its plane."},
-  {  8, L"InsUnits",       L"Block unit",     types::insertUnits, Category::Misc,            computed<getInsertUnits>(),                                      Choices::Enumeration, 180, L"Unit that the block is drawn in. Read-only: it belongs to the block."},
-  {  9, L"HasAttributes",  L"Has attributes", VT_BOOL,            Category::Misc,            computed<getHasAttributes>(),                                    Choices::None,        190, L"Whether texts belong to this reference alone. Read-only: it follows from them."},
-  { 10, L"Columns",        L"Columns",        VT_I4,              Category::Misc,            storedInteger(70, reference, 1).readOnly(),                      Choices::None,        200, L"How often the block is repeated across. Read-only: one that is repeated is another kind of reference."},
-  { 11, L"Rows",           L"Rows",           VT_I4,              Category::Misc,            storedInteger(71, reference, 1).readOnly(),                      Choices::None,        210, L"How often the block is repeated upwards. Read-only: one that is repeated is another kind of reference."},
-  { 12, L"ColumnSpacing",  L"Column spacing", types::distance,    Category::Misc,            storedReal(44, reference),                                       Choices::None,        220, L"Distance of the columns."},
-  { 13, L"RowSpacing",     L"Row spacing",    types::distance,    Category::Misc,            storedReal(45, reference),                                       Choices::None,        230, L"Distance of the rows."},
-  { 14, L"Normal",         L"Normal",         VT_VARIANT,         Category::Visualization3D, computedPoint<getNormal>(),                                      Choices::None,        240, L"Upright on the block's plane. Read-only: position and rotation would have to follow it."},
+  // id name               label              type                category                   access                                                           writability                                        choices               weight help
+  {  1, L"InsertionPoint", L"Position",       VT_VARIANT,         Category::Geometry,        writtenBy<putInsertionPoint>(objectPoint(10, reference)),        writable,                                          Choices::None,        110,   L"Where the base point of the block is."},
+  {  2, L"XScaleFactor",   L"Scale X",        types::noUnits,     Category::Geometry,        writtenBy<putScale<41>>(storedReal(41, reference, 1)).notZero(), writable,                                          Choices::None,        120,   L"Scale along the block's X axis; one with attributes keeps its scale."},
+  {  3, L"YScaleFactor",   L"Scale Y",        types::noUnits,     Category::Geometry,        writtenBy<putScale<42>>(storedReal(42, reference, 1)).notZero(), writable,                                          Choices::None,        130,   L"Scale along the block's Y axis; one with attributes keeps its scale."},
+  {  4, L"ZScaleFactor",   L"Scale Z",        types::noUnits,     Category::Geometry,        writtenBy<putScale<43>>(storedReal(43, reference, 1)).notZero(), writable,                                          Choices::None,        140,   L"Scale along the block's Z axis; one with attributes keeps its scale."},
+  {  5, L"Name",           L"Block",          VT_BSTR,            Category::Misc,            computed<getName>(),                                             readOnly(reasons::attributesBelongToBlock),        Choices::None,        150,   L"Name of the block as the drawing stores it."},
+  {  6, L"EffectiveName",  L"Name",           VT_BSTR,            Category::Misc,            computed<getEffectiveName>(),                                    readOnly(reasons::asTheName),                      Choices::None,        160,   L"Of a dynamic block: its own name, not the one made for this reference."},
+  {  7, L"Rotation",       L"Rotation",       types::angle,       Category::Misc,            writtenBy<putRotation>(storedDirection(50, reference)),          writable,                                          Choices::None,        170,   L"Direction of the block's X axis in its plane."},
+  {  8, L"InsUnits",       L"Block unit",     types::insertUnits, Category::Misc,            computed<getInsertUnits>(),                                      readOnly(reasons::belongsToBlock),                 Choices::Enumeration, 180,   L"Unit that the block is drawn in."},
+  {  9, L"HasAttributes",  L"Has attributes", VT_BOOL,            Category::Misc,            computed<getHasAttributes>(),                                    readOnly(reasons::followsFromThem),                Choices::None,        190,   L"Whether texts belong to this reference alone."},
+  { 10, L"Columns",        L"Columns",        VT_I4,              Category::Misc,            storedInteger(70, reference, 1),                                 readOnly(reasons::anotherKindOfReference),         Choices::None,        200,   L"How often the block is repeated across."},
+  { 11, L"Rows",           L"Rows",           VT_I4,              Category::Misc,            storedInteger(71, reference, 1),                                 readOnly(reasons::anotherKindOfReference),         Choices::None,        210,   L"How often the block is repeated upwards."},
+  { 12, L"ColumnSpacing",  L"Column spacing", types::distance,    Category::Misc,            storedReal(44, reference),                                       writable,                                          Choices::None,        220,   L"Distance of the columns."},
+  { 13, L"RowSpacing",     L"Row spacing",    types::distance,    Category::Misc,            storedReal(45, reference),                                       writable,                                          Choices::None,        230,   L"Distance of the rows."},
+  { 14, L"Normal",         L"Normal",         VT_VARIANT,         Category::Visualization3D, computedPoint<getNormal>(),                                      readOnly(reasons::positionAndRotationWouldFollow), Choices::None,        240,   L"Upright on the block's plane."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltBlockReference = {
-    CLSID_VeltBlockReference,
-    L"VeltBlockReference",
-    L"Block Reference",
-    "INSERT",
-    L"A placed block.",
-    &entityRows,
-    rows,
+    .clsid = CLSID_VeltBlockReference,
+    .name = L"VeltBlockReference",
+    .label = L"Block Reference",
+    .dxfName = "INSERT",
+    .help = L"A placed block.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

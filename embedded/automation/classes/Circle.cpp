@@ -52,21 +52,27 @@ void putArea(const Subject& subject, const double& area) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name              label             type             category                   access                                                     choices        weight help
-  {  1, L"Thickness",     L"Thickness",     types::distance, Category::General,         storedReal(39, circle).keepingShape(),                     Choices::None,  90, L"How far the circle is pulled along its normal."},
-  {  2, L"Center",        L"Center",        VT_VARIANT,      Category::Geometry,        objectPoint(10, circle),                                   Choices::None, 110, L"Center of the circle."},
-  {  3, L"Radius",        L"Radius",        types::distance, Category::Geometry,        storedReal(40, circle).positive(),                         Choices::None, 120, L"Radius of the circle."},
-  {  4, L"Diameter",      L"Diameter",      types::distance, Category::Geometry,        computed<getDiameter, putDiameter>().positive(),           Choices::None, 130, L"Diameter of the circle; the radius follows it."},
-  {  5, L"Circumference", L"Circumference", types::distance, Category::Geometry,        computed<getCircumference, putCircumference>().positive(), Choices::None, 140, L"Length of the circle; the radius follows it."},
-  {  6, L"Area",          L"Area",          VT_R8,           Category::Geometry,        computed<getArea, putArea>().positive(),                   Choices::None, 150, L"Area that the circle encloses; the radius follows it."},
-  {  7, L"Normal",        L"Normal",        VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                                Choices::None, 160, L"Upright on the circle's plane. Read-only: the center would have to follow it."},
+  // id name              label             type             category                   access                                                     writability                           choices        weight help
+  {  1, L"Thickness",     L"Thickness",     types::distance, Category::General,         storedReal(39, circle).keepingShape(),                     writable,                             Choices::None,  90,   L"How far the circle is pulled along its normal."},
+  {  2, L"Center",        L"Center",        VT_VARIANT,      Category::Geometry,        objectPoint(10, circle),                                   writable,                             Choices::None, 110,   L"Center of the circle."},
+  {  3, L"Radius",        L"Radius",        types::distance, Category::Geometry,        storedReal(40, circle).positive(),                         writable,                             Choices::None, 120,   L"Radius of the circle."},
+  {  4, L"Diameter",      L"Diameter",      types::distance, Category::Geometry,        computed<getDiameter, putDiameter>().positive(),           writable,                             Choices::None, 130,   L"Diameter of the circle; the radius follows it."},
+  {  5, L"Circumference", L"Circumference", types::distance, Category::Geometry,        computed<getCircumference, putCircumference>().positive(), writable,                             Choices::None, 140,   L"Length of the circle; the radius follows it."},
+  {  6, L"Area",          L"Area",          VT_R8,           Category::Geometry,        computed<getArea, putArea>().positive(),                   writable,                             Choices::None, 150,   L"Area that the circle encloses; the radius follows it."},
+  {  7, L"Normal",        L"Normal",        VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                                readOnly(reasons::centerWouldFollow), Choices::None, 160,   L"Upright on the circle's plane."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltCircle = {
-    CLSID_VeltCircle, L"VeltCircle", L"Circle", "CIRCLE", L"A full circle.", &entityRows, rows,
+    .clsid = CLSID_VeltCircle,
+    .name = L"VeltCircle",
+    .label = L"Circle",
+    .dxfName = "CIRCLE",
+    .help = L"A full circle.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

@@ -15,21 +15,17 @@ double getMeasurement(const Subject& subject) {
                      dimensionPointOf(subject, 14), dimensionPointOf(subject, 10));
 }
 
-#define DRAWN L" Read-only: what the dimension measures and how it looks would have to follow."
-
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id   name              label           type          category                   access                      choices        weight help
-  { 101, L"AngleVertex",   L"Vertex",      VT_VARIANT,   Category::Geometry,        dimensionPoint(15),         Choices::None, 1101,  L"Where the two directions part." DRAWN},
-  { 102, L"ExtLine1Point", L"Ext line 1",  VT_VARIANT,   Category::Geometry,        dimensionPoint(13),         Choices::None, 1102,  L"A point of the first direction." DRAWN},
-  { 103, L"ExtLine2Point", L"Ext line 2",  VT_VARIANT,   Category::Geometry,        dimensionPoint(14),         Choices::None, 1103,  L"A point of the second direction." DRAWN},
-  { 104, L"DimArcPoint",   L"Dim arc",     VT_VARIANT,   Category::Geometry,        dimensionPoint(10),         Choices::None, 1104,  L"A point of the dimension line." DRAWN},
-  { 5,   L"Measurement",   L"Measurement", types::angle, Category::PrimaryUnits,    computed<getMeasurement>(), Choices::None, 1056,  L"What is measured. Read-only: it follows from the points."},
-  { 105, L"Normal",        L"Normal",      VT_VARIANT,   Category::Visualization3D, computedPoint<getNormal>(), Choices::None, 1105,  L"Upright on the dimension's plane." DRAWN},
+  // id  name              label           type          category                   access                      writability                                choices        weight help
+  { 101, L"AngleVertex",   L"Vertex",      VT_VARIANT,   Category::Geometry,        dimensionPoint(15),         readOnly(reasons::measurementWouldFollow), Choices::None, 1101,  L"Where the two directions part."},
+  { 102, L"ExtLine1Point", L"Ext line 1",  VT_VARIANT,   Category::Geometry,        dimensionPoint(13),         readOnly(reasons::measurementWouldFollow), Choices::None, 1102,  L"A point of the first direction."},
+  { 103, L"ExtLine2Point", L"Ext line 2",  VT_VARIANT,   Category::Geometry,        dimensionPoint(14),         readOnly(reasons::measurementWouldFollow), Choices::None, 1103,  L"A point of the second direction."},
+  { 104, L"DimArcPoint",   L"Dim arc",     VT_VARIANT,   Category::Geometry,        dimensionPoint(10),         readOnly(reasons::measurementWouldFollow), Choices::None, 1104,  L"A point of the dimension line."},
+  {   5, L"Measurement",   L"Measurement", types::angle, Category::PrimaryUnits,    computed<getMeasurement>(), readOnly(reasons::followsFromPoints),      Choices::None, 1056,  L"What is measured."},
+  { 105, L"Normal",        L"Normal",      VT_VARIANT,   Category::Visualization3D, computedPoint<getNormal>(), readOnly(reasons::measurementWouldFollow), Choices::None, 1105,  L"Upright on the dimension's plane."},
 };
 // clang-format on
-
-#undef DRAWN
 
 constexpr const std::span<const PropertyRow>* families[] = {
     &dimensionRows, &arrowRows, &twoArrowRows, &dimensionLineRows, &extensionLineRows, &angleUnitRows};
@@ -37,16 +33,15 @@ constexpr const std::span<const PropertyRow>* families[] = {
 }  // namespace
 
 constinit const AutomationClass classes::VeltDim3PointAngular = {
-    CLSID_VeltDim3PointAngular,
-    L"VeltDim3PointAngular",
-    L"3-Point Angular Dimension",
-    "DIMENSION",
-    L"The angle between two directions.",
-    &entityRows,
-    rows,
-    nullptr,
-    families,
-    isDimension<5>,
+    .clsid = CLSID_VeltDim3PointAngular,
+    .name = L"VeltDim3PointAngular",
+    .label = L"3-Point Angular Dimension",
+    .dxfName = "DIMENSION",
+    .standsFor = isDimension<5>,
+    .help = L"The angle between two directions.",
+    .general = &entityRows,
+    .families = families,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

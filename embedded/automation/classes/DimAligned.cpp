@@ -15,21 +15,17 @@ double getMeasurement(const Subject& subject) {
                                    subject, dimensionPointOf(subject, 14) - dimensionPointOf(subject, 13))));
 }
 
-#define DRAWN L" Read-only: what the dimension measures and how it looks would have to follow."
-
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id   name              label           type             category                   access                                     choices        weight help
-  { 101, L"ExtLine1Point", L"Ext line 1",  VT_VARIANT,      Category::Geometry,        dimensionPoint(13),                        Choices::None, 1101,  L"First point that is measured." DRAWN},
-  { 102, L"ExtLine2Point", L"Ext line 2",  VT_VARIANT,      Category::Geometry,        dimensionPoint(14),                        Choices::None, 1102,  L"Second point that is measured." DRAWN},
-  { 103, L"DimLinePoint",  L"Dim line",    VT_VARIANT,      Category::Geometry,        dimensionPoint(10),                        Choices::None, 1103,  L"A point of the dimension line." DRAWN},
-  { 104, L"ObliqueAngle",  L"Oblique",     types::angle,    Category::Geometry,        storedDirection(52, dimension).readOnly(), Choices::None, 1104,  L"Direction of the extension lines; 0 where they stand upright on the dimension line." DRAWN},
-  { 5,   L"Measurement",   L"Measurement", types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),                Choices::None, 1056,  L"What is measured, times the linear scale. Read-only: it follows from the points."},
-  { 105, L"Normal",        L"Normal",      VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                Choices::None, 1105,  L"Upright on the dimension's plane." DRAWN},
+  // id  name              label           type             category                   access                          writability                                choices        weight help
+  { 101, L"ExtLine1Point", L"Ext line 1",  VT_VARIANT,      Category::Geometry,        dimensionPoint(13),             readOnly(reasons::measurementWouldFollow), Choices::None, 1101,  L"First point that is measured."},
+  { 102, L"ExtLine2Point", L"Ext line 2",  VT_VARIANT,      Category::Geometry,        dimensionPoint(14),             readOnly(reasons::measurementWouldFollow), Choices::None, 1102,  L"Second point that is measured."},
+  { 103, L"DimLinePoint",  L"Dim line",    VT_VARIANT,      Category::Geometry,        dimensionPoint(10),             readOnly(reasons::measurementWouldFollow), Choices::None, 1103,  L"A point of the dimension line."},
+  { 104, L"ObliqueAngle",  L"Oblique",     types::angle,    Category::Geometry,        storedDirection(52, dimension), readOnly(reasons::measurementWouldFollow), Choices::None, 1104,  L"Direction of the extension lines; 0 where they stand upright on the dimension line."},
+  {   5, L"Measurement",   L"Measurement", types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),     readOnly(reasons::followsFromPoints),      Choices::None, 1056,  L"What is measured, times the linear scale."},
+  { 105, L"Normal",        L"Normal",      VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),     readOnly(reasons::measurementWouldFollow), Choices::None, 1105,  L"Upright on the dimension's plane."},
 };
 // clang-format on
-
-#undef DRAWN
 
 constexpr const std::span<const PropertyRow>* families[] = {
     &dimensionRows,     &arrowRows,      &twoArrowRows, &dimensionLineRows,
@@ -38,16 +34,15 @@ constexpr const std::span<const PropertyRow>* families[] = {
 }  // namespace
 
 constinit const AutomationClass classes::VeltDimAligned = {
-    CLSID_VeltDimAligned,
-    L"VeltDimAligned",
-    L"Aligned Dimension",
-    "DIMENSION",
-    L"The distance of two points.",
-    &entityRows,
-    rows,
-    nullptr,
-    families,
-    isDimension<1>,
+    .clsid = CLSID_VeltDimAligned,
+    .name = L"VeltDimAligned",
+    .label = L"Aligned Dimension",
+    .dxfName = "DIMENSION",
+    .standsFor = isDimension<1>,
+    .help = L"The distance of two points.",
+    .general = &entityRows,
+    .families = families,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

@@ -44,22 +44,18 @@ double getMeasurement(const Subject& subject) {
   return reach <= between ? between : std::numbers::pi - between;
 }
 
-#define DRAWN L" Read-only: what the dimension measures and how it looks would have to follow."
-
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id   name                   label                type          category                   access                                 choices        weight help
-  { 101, L"ExtLine1StartPoint", L"Ext line 1 start", VT_VARIANT,   Category::Geometry,        dimensionPoint(13),                    Choices::None, 1101,  L"Start of the first line." DRAWN},
-  { 102, L"ExtLine1EndPoint",   L"Ext line 1 end",   VT_VARIANT,   Category::Geometry,        dimensionPoint(14),                    Choices::None, 1102,  L"End of the first line." DRAWN},
-  { 103, L"ExtLine2StartPoint", L"Ext line 2 start", VT_VARIANT,   Category::Geometry,        dimensionPoint(15),                    Choices::None, 1103,  L"Start of the second line." DRAWN},
-  { 104, L"ExtLine2EndPoint",   L"Ext line 2 end",   VT_VARIANT,   Category::Geometry,        dimensionPoint(10),                    Choices::None, 1104,  L"End of the second line." DRAWN},
-  { 105, L"DimArcPoint",        L"Dim arc",          VT_VARIANT,   Category::Geometry,        objectPoint(16, dimension).readOnly(), Choices::None, 1105,  L"A point of the dimension line." DRAWN},
-  { 5,   L"Measurement",        L"Measurement",      types::angle, Category::PrimaryUnits,    computed<getMeasurement>(),            Choices::None, 1056,  L"What is measured. Read-only: it follows from the points."},
-  { 106, L"Normal",             L"Normal",           VT_VARIANT,   Category::Visualization3D, computedPoint<getNormal>(),            Choices::None, 1106,  L"Upright on the dimension's plane." DRAWN},
+  // id  name                   label                type          category                   access                      writability                                choices        weight help
+  { 101, L"ExtLine1StartPoint", L"Ext line 1 start", VT_VARIANT,   Category::Geometry,        dimensionPoint(13),         readOnly(reasons::measurementWouldFollow), Choices::None, 1101,  L"Start of the first line."},
+  { 102, L"ExtLine1EndPoint",   L"Ext line 1 end",   VT_VARIANT,   Category::Geometry,        dimensionPoint(14),         readOnly(reasons::measurementWouldFollow), Choices::None, 1102,  L"End of the first line."},
+  { 103, L"ExtLine2StartPoint", L"Ext line 2 start", VT_VARIANT,   Category::Geometry,        dimensionPoint(15),         readOnly(reasons::measurementWouldFollow), Choices::None, 1103,  L"Start of the second line."},
+  { 104, L"ExtLine2EndPoint",   L"Ext line 2 end",   VT_VARIANT,   Category::Geometry,        dimensionPoint(10),         readOnly(reasons::measurementWouldFollow), Choices::None, 1104,  L"End of the second line."},
+  { 105, L"DimArcPoint",        L"Dim arc",          VT_VARIANT,   Category::Geometry,        objectPoint(16, dimension), readOnly(reasons::measurementWouldFollow), Choices::None, 1105,  L"A point of the dimension line."},
+  {   5, L"Measurement",        L"Measurement",      types::angle, Category::PrimaryUnits,    computed<getMeasurement>(), readOnly(reasons::followsFromPoints),      Choices::None, 1056,  L"What is measured."},
+  { 106, L"Normal",             L"Normal",           VT_VARIANT,   Category::Visualization3D, computedPoint<getNormal>(), readOnly(reasons::measurementWouldFollow), Choices::None, 1106,  L"Upright on the dimension's plane."},
 };
 // clang-format on
-
-#undef DRAWN
 
 constexpr const std::span<const PropertyRow>* families[] = {
     &dimensionRows, &arrowRows, &twoArrowRows, &dimensionLineRows, &extensionLineRows, &angleUnitRows};
@@ -67,16 +63,15 @@ constexpr const std::span<const PropertyRow>* families[] = {
 }  // namespace
 
 constinit const AutomationClass classes::VeltDimAngular = {
-    CLSID_VeltDimAngular,
-    L"VeltDimAngular",
-    L"Angular Dimension",
-    "DIMENSION",
-    L"The angle between two lines.",
-    &entityRows,
-    rows,
-    nullptr,
-    families,
-    isDimension<2>,
+    .clsid = CLSID_VeltDimAngular,
+    .name = L"VeltDimAngular",
+    .label = L"Angular Dimension",
+    .dxfName = "DIMENSION",
+    .standsFor = isDimension<2>,
+    .help = L"The angle between two lines.",
+    .general = &entityRows,
+    .families = families,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

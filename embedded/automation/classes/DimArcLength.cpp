@@ -22,22 +22,18 @@ double getMeasurement(const Subject& subject) {
                                                  dimensionPointOf(subject, 10)));
 }
 
-#define DRAWN L" Read-only: what the dimension measures and how it looks would have to follow."
-
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name              label                 type              category                   access                                     choices               weight help
-  { 101, L"AngleVertex",   L"Center",            VT_VARIANT,       Category::Geometry,        dimensionPoint(15),                        Choices::None,        1101, L"Center of the arc." DRAWN},
-  { 102, L"ExtLine1Point", L"Ext line 1",        VT_VARIANT,       Category::Geometry,        dimensionPoint(13),                        Choices::None,        1102, L"Where the measured part of the arc begins." DRAWN},
-  { 103, L"ExtLine2Point", L"Ext line 2",        VT_VARIANT,       Category::Geometry,        dimensionPoint(14),                        Choices::None,        1103, L"Where it ends." DRAWN},
-  { 104, L"DimArcPoint",   L"Dim arc",           VT_VARIANT,       Category::Geometry,        dimensionPoint(10),                        Choices::None,        1104, L"A point of the dimension line." DRAWN},
-  { 6,   L"Symbol",        L"Arc length symbol", types::arcSymbol, Category::Text,            styleMember(90, 0).unless(drawnInPicture), Choices::Enumeration, 1055, L"Where the symbol of an arc stands. Read-only where the drawing stores how the dimension looks, which would stay what it is."},
-  { 5,   L"Measurement",   L"Measurement",       types::distance,  Category::PrimaryUnits,    computed<getMeasurement>(),                Choices::None,        1056, L"What is measured, times the linear scale. Read-only: it follows from the points."},
-  { 106, L"Normal",        L"Normal",            VT_VARIANT,       Category::Visualization3D, computedPoint<getNormal>(),                Choices::None,        1106, L"Upright on the dimension's plane." DRAWN},
+  // id  name              label                 type              category                   access                      writability                                choices               weight help
+  { 101, L"AngleVertex",   L"Center",            VT_VARIANT,       Category::Geometry,        dimensionPoint(15),         readOnly(reasons::measurementWouldFollow), Choices::None,        1101,  L"Center of the arc."},
+  { 102, L"ExtLine1Point", L"Ext line 1",        VT_VARIANT,       Category::Geometry,        dimensionPoint(13),         readOnly(reasons::measurementWouldFollow), Choices::None,        1102,  L"Where the measured part of the arc begins."},
+  { 103, L"ExtLine2Point", L"Ext line 2",        VT_VARIANT,       Category::Geometry,        dimensionPoint(14),         readOnly(reasons::measurementWouldFollow), Choices::None,        1103,  L"Where it ends."},
+  { 104, L"DimArcPoint",   L"Dim arc",           VT_VARIANT,       Category::Geometry,        dimensionPoint(10),         readOnly(reasons::measurementWouldFollow), Choices::None,        1104,  L"A point of the dimension line."},
+  {   6, L"Symbol",        L"Arc length symbol", types::arcSymbol, Category::Text,            styleMember(90, 0),         readOnlyWhere(drawnInPicture),             Choices::Enumeration, 1055,  L"Where the symbol of an arc stands."},
+  {   5, L"Measurement",   L"Measurement",       types::distance,  Category::PrimaryUnits,    computed<getMeasurement>(), readOnly(reasons::followsFromPoints),      Choices::None,        1056,  L"What is measured, times the linear scale."},
+  { 106, L"Normal",        L"Normal",            VT_VARIANT,       Category::Visualization3D, computedPoint<getNormal>(), readOnly(reasons::measurementWouldFollow), Choices::None,        1106,  L"Upright on the dimension's plane."},
 };
 // clang-format on
-
-#undef DRAWN
 
 constexpr const std::span<const PropertyRow>* families[] = {
     &dimensionRows,     &arrowRows,      &twoArrowRows, &dimensionLineRows,
@@ -46,16 +42,14 @@ constexpr const std::span<const PropertyRow>* families[] = {
 }  // namespace
 
 constinit const AutomationClass classes::VeltDimArcLength = {
-    CLSID_VeltDimArcLength,
-    L"VeltDimArcLength",
-    L"Arc Length Dimension",
-    "ARC_DIMENSION",
-    L"The length along an arc.",
-    &entityRows,
-    rows,
-    nullptr,
-    families,
-    nullptr,
+    .clsid = CLSID_VeltDimArcLength,
+    .name = L"VeltDimArcLength",
+    .label = L"Arc Length Dimension",
+    .dxfName = "ARC_DIMENSION",
+    .help = L"The length along an arc.",
+    .general = &entityRows,
+    .families = families,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

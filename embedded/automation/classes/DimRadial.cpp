@@ -14,20 +14,16 @@ double getMeasurement(const Subject& subject) {
   return scaledLength(subject, length(dimensionPointOf(subject, 15) - dimensionPointOf(subject, 10)));
 }
 
-#define DRAWN L" Read-only: what the dimension measures and how it looks would have to follow."
-
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id   name             label             type             category                   access                                choices        weight help
-  { 101, L"Center",       L"Center",        VT_VARIANT,      Category::Geometry,        dimensionPoint(10),                   Choices::None, 1101,  L"Center of what is measured." DRAWN},
-  { 102, L"ChordPoint",   L"Chord point",   VT_VARIANT,      Category::Geometry,        dimensionPoint(15),                   Choices::None, 1102,  L"Where the dimension line meets the curve." DRAWN},
-  { 103, L"LeaderLength", L"Leader length", types::distance, Category::Geometry,        storedReal(40, dimension).readOnly(), Choices::None, 1103,  L"How far the dimension line runs on outside of the curve." DRAWN},
-  { 5,   L"Measurement",  L"Measurement",   types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),           Choices::None, 1056,  L"What is measured, times the linear scale. Read-only: it follows from the points."},
-  { 104, L"Normal",       L"Normal",        VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),           Choices::None, 1104,  L"Upright on the dimension's plane." DRAWN},
+  // id  name             label             type             category                   access                      writability                                choices        weight help
+  { 101, L"Center",       L"Center",        VT_VARIANT,      Category::Geometry,        dimensionPoint(10),         readOnly(reasons::measurementWouldFollow), Choices::None, 1101,  L"Center of what is measured."},
+  { 102, L"ChordPoint",   L"Chord point",   VT_VARIANT,      Category::Geometry,        dimensionPoint(15),         readOnly(reasons::measurementWouldFollow), Choices::None, 1102,  L"Where the dimension line meets the curve."},
+  { 103, L"LeaderLength", L"Leader length", types::distance, Category::Geometry,        storedReal(40, dimension),  readOnly(reasons::measurementWouldFollow), Choices::None, 1103,  L"How far the dimension line runs on outside of the curve."},
+  {   5, L"Measurement",  L"Measurement",   types::distance, Category::PrimaryUnits,    computed<getMeasurement>(), readOnly(reasons::followsFromPoints),      Choices::None, 1056,  L"What is measured, times the linear scale."},
+  { 104, L"Normal",       L"Normal",        VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(), readOnly(reasons::measurementWouldFollow), Choices::None, 1104,  L"Upright on the dimension's plane."},
 };
 // clang-format on
-
-#undef DRAWN
 
 constexpr const std::span<const PropertyRow>* families[] = {&dimensionRows,  &arrowRows,      &oneArrowRows,
                                                             &centerMarkRows, &lengthUnitRows, &alternateRows};
@@ -35,16 +31,15 @@ constexpr const std::span<const PropertyRow>* families[] = {&dimensionRows,  &ar
 }  // namespace
 
 constinit const AutomationClass classes::VeltDimRadial = {
-    CLSID_VeltDimRadial,
-    L"VeltDimRadial",
-    L"Radial Dimension",
-    "DIMENSION",
-    L"The radius of a circle or an arc.",
-    &entityRows,
-    rows,
-    nullptr,
-    families,
-    isDimension<4>,
+    .clsid = CLSID_VeltDimRadial,
+    .name = L"VeltDimRadial",
+    .label = L"Radial Dimension",
+    .dxfName = "DIMENSION",
+    .standsFor = isDimension<4>,
+    .help = L"The radius of a circle or an arc.",
+    .general = &entityRows,
+    .families = families,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

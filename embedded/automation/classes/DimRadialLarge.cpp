@@ -18,22 +18,18 @@ double getMeasurement(const Subject& subject) {
   return scaledLength(subject, length(dimensionPointOf(subject, 15) - dimensionPointOf(subject, 10)));
 }
 
-#define DRAWN L" Read-only: what the dimension measures and how it looks would have to follow."
-
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name               label            type             category                   access                                                                 choices        weight help
-  { 101, L"Center",         L"Center",       VT_VARIANT,      Category::Geometry,        dimensionPoint(10),                                                    Choices::None, 1101, L"Center of what is measured." DRAWN},
-  { 102, L"ChordPoint",     L"Chord point",  VT_VARIANT,      Category::Geometry,        dimensionPoint(15),                                                    Choices::None, 1102, L"Where the dimension line meets the curve." DRAWN},
-  { 103, L"OverrideCenter", L"Center shown", VT_VARIANT,      Category::Geometry,        dimensionPoint(13),                                                    Choices::None, 1103, L"Where the dimension line begins in place of the center." DRAWN},
-  { 104, L"JogPoint",       L"Jog",          VT_VARIANT,      Category::Geometry,        dimensionPoint(14),                                                    Choices::None, 1104, L"Middle of the jog." DRAWN},
-  { 105, L"JogAngle",       L"Jog angle",    types::angle,    Category::Geometry,        styleReal(50, std::numbers::pi / 4).positive().unless(drawnInPicture), Choices::None, 1105, L"Angle of the jog. Read-only where the drawing stores how the dimension looks, which would stay what it is."},
-  { 5,   L"Measurement",    L"Measurement",  types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),                                            Choices::None, 1056, L"What is measured, times the linear scale. Read-only: it follows from the points."},
-  { 106, L"Normal",         L"Normal",       VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                                            Choices::None, 1106, L"Upright on the dimension's plane." DRAWN},
+  // id  name               label            type             category                   access                                          writability                                choices        weight help
+  { 101, L"Center",         L"Center",       VT_VARIANT,      Category::Geometry,        dimensionPoint(10),                             readOnly(reasons::measurementWouldFollow), Choices::None, 1101,  L"Center of what is measured."},
+  { 102, L"ChordPoint",     L"Chord point",  VT_VARIANT,      Category::Geometry,        dimensionPoint(15),                             readOnly(reasons::measurementWouldFollow), Choices::None, 1102,  L"Where the dimension line meets the curve."},
+  { 103, L"OverrideCenter", L"Center shown", VT_VARIANT,      Category::Geometry,        dimensionPoint(13),                             readOnly(reasons::measurementWouldFollow), Choices::None, 1103,  L"Where the dimension line begins in place of the center."},
+  { 104, L"JogPoint",       L"Jog",          VT_VARIANT,      Category::Geometry,        dimensionPoint(14),                             readOnly(reasons::measurementWouldFollow), Choices::None, 1104,  L"Middle of the jog."},
+  { 105, L"JogAngle",       L"Jog angle",    types::angle,    Category::Geometry,        styleReal(50, std::numbers::pi / 4).positive(), readOnlyWhere(drawnInPicture),             Choices::None, 1105,  L"Angle of the jog."},
+  {   5, L"Measurement",    L"Measurement",  types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),                     readOnly(reasons::followsFromPoints),      Choices::None, 1056,  L"What is measured, times the linear scale."},
+  { 106, L"Normal",         L"Normal",       VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                     readOnly(reasons::measurementWouldFollow), Choices::None, 1106,  L"Upright on the dimension's plane."},
 };
 // clang-format on
-
-#undef DRAWN
 
 constexpr const std::span<const PropertyRow>* families[] = {&dimensionRows,  &arrowRows,      &oneArrowRows,
                                                             &centerMarkRows, &lengthUnitRows, &alternateRows};
@@ -41,16 +37,14 @@ constexpr const std::span<const PropertyRow>* families[] = {&dimensionRows,  &ar
 }  // namespace
 
 constinit const AutomationClass classes::VeltDimRadialLarge = {
-    CLSID_VeltDimRadialLarge,
-    L"VeltDimRadialLarge",
-    L"Jogged Radial Dimension",
-    "LARGE_RADIAL_DIMENSION",
-    L"The radius of a curve whose center is far away.",
-    &entityRows,
-    rows,
-    nullptr,
-    families,
-    nullptr,
+    .clsid = CLSID_VeltDimRadialLarge,
+    .name = L"VeltDimRadialLarge",
+    .label = L"Jogged Radial Dimension",
+    .dxfName = "LARGE_RADIAL_DIMENSION",
+    .help = L"The radius of a curve whose center is far away.",
+    .general = &entityRows,
+    .families = families,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

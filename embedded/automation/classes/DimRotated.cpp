@@ -20,22 +20,18 @@ double getMeasurement(const Subject& subject) {
   return scaledLength(subject, std::abs(between.x * std::cos(along) + between.y * std::sin(along)));
 }
 
-#define DRAWN L" Read-only: what the dimension measures and how it looks would have to follow."
-
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id   name              label           type             category                   access                                     choices        weight help
-  { 101, L"ExtLine1Point", L"Ext line 1",  VT_VARIANT,      Category::Geometry,        dimensionPoint(13),                        Choices::None, 1101,  L"First point that is measured." DRAWN},
-  { 102, L"ExtLine2Point", L"Ext line 2",  VT_VARIANT,      Category::Geometry,        dimensionPoint(14),                        Choices::None, 1102,  L"Second point that is measured." DRAWN},
-  { 103, L"DimLinePoint",  L"Dim line",    VT_VARIANT,      Category::Geometry,        dimensionPoint(10),                        Choices::None, 1103,  L"A point of the dimension line." DRAWN},
-  { 104, L"Rotation",      L"Rotation",    types::angle,    Category::Geometry,        storedDirection(50, dimension).readOnly(), Choices::None, 1104,  L"Direction of the dimension line." DRAWN},
-  { 105, L"ObliqueAngle",  L"Oblique",     types::angle,    Category::Geometry,        storedDirection(52, dimension).readOnly(), Choices::None, 1105,  L"Direction of the extension lines; 0 where they stand upright on the dimension line." DRAWN},
-  { 5,   L"Measurement",   L"Measurement", types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),                Choices::None, 1056,  L"What is measured, times the linear scale. Read-only: it follows from the points."},
-  { 106, L"Normal",        L"Normal",      VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                Choices::None, 1106,  L"Upright on the dimension's plane." DRAWN},
+  // id  name              label           type             category                   access                          writability                                choices        weight help
+  { 101, L"ExtLine1Point", L"Ext line 1",  VT_VARIANT,      Category::Geometry,        dimensionPoint(13),             readOnly(reasons::measurementWouldFollow), Choices::None, 1101,  L"First point that is measured."},
+  { 102, L"ExtLine2Point", L"Ext line 2",  VT_VARIANT,      Category::Geometry,        dimensionPoint(14),             readOnly(reasons::measurementWouldFollow), Choices::None, 1102,  L"Second point that is measured."},
+  { 103, L"DimLinePoint",  L"Dim line",    VT_VARIANT,      Category::Geometry,        dimensionPoint(10),             readOnly(reasons::measurementWouldFollow), Choices::None, 1103,  L"A point of the dimension line."},
+  { 104, L"Rotation",      L"Rotation",    types::angle,    Category::Geometry,        storedDirection(50, dimension), readOnly(reasons::measurementWouldFollow), Choices::None, 1104,  L"Direction of the dimension line."},
+  { 105, L"ObliqueAngle",  L"Oblique",     types::angle,    Category::Geometry,        storedDirection(52, dimension), readOnly(reasons::measurementWouldFollow), Choices::None, 1105,  L"Direction of the extension lines; 0 where they stand upright on the dimension line."},
+  {   5, L"Measurement",   L"Measurement", types::distance, Category::PrimaryUnits,    computed<getMeasurement>(),     readOnly(reasons::followsFromPoints),      Choices::None, 1056,  L"What is measured, times the linear scale."},
+  { 106, L"Normal",        L"Normal",      VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),     readOnly(reasons::measurementWouldFollow), Choices::None, 1106,  L"Upright on the dimension's plane."},
 };
 // clang-format on
-
-#undef DRAWN
 
 constexpr const std::span<const PropertyRow>* families[] = {
     &dimensionRows,     &arrowRows,      &twoArrowRows, &dimensionLineRows,
@@ -44,16 +40,15 @@ constexpr const std::span<const PropertyRow>* families[] = {
 }  // namespace
 
 constinit const AutomationClass classes::VeltDimRotated = {
-    CLSID_VeltDimRotated,
-    L"VeltDimRotated",
-    L"Rotated Dimension",
-    "DIMENSION",
-    L"A distance along a given direction.",
-    &entityRows,
-    rows,
-    nullptr,
-    families,
-    isDimension<0>,
+    .clsid = CLSID_VeltDimRotated,
+    .name = L"VeltDimRotated",
+    .label = L"Rotated Dimension",
+    .dxfName = "DIMENSION",
+    .standsFor = isDimension<0>,
+    .help = L"A distance along a given direction.",
+    .general = &entityRows,
+    .families = families,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

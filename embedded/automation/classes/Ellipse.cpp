@@ -138,29 +138,34 @@ double getArea(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name               label               type             category                   access                                                                    choices        weight help
-  {  1, L"StartPoint",     L"Start",           VT_VARIANT,      Category::Geometry,        computedPoint<getStartPoint>(),                                           Choices::None, 110, L"Where the ellipse begins. Read-only: it follows from the axes and the start parameter."},
-  {  2, L"Center",         L"Center",          VT_VARIANT,      Category::Geometry,        worldPoint(10, ellipse),                                                  Choices::None, 120, L"Center of the ellipse."},
-  {  3, L"EndPoint",       L"End",             VT_VARIANT,      Category::Geometry,        computedPoint<getEndPoint>(),                                             Choices::None, 130, L"Where the ellipse ends. Read-only: it follows from the axes and the end parameter."},
-  {  4, L"MajorRadius",    L"Major radius",    types::distance, Category::Geometry,        computed<getMajorRadius, putMajorRadius>().positive(),                    Choices::None, 140, L"Half the long axis; the minor radius stays."},
-  {  5, L"MinorRadius",    L"Minor radius",    types::distance, Category::Geometry,        computed<getMinorRadius, putMinorRadius>().positive(),                    Choices::None, 150, L"Half the short axis; the ratio follows it."},
-  {  6, L"RadiusRatio",    L"Radius ratio",    types::noUnits,  Category::Geometry,        writtenBy<putRatio>(storedReal(40, ellipse, 1)).positive(),               Choices::None, 160, L"The minor radius divided by the major one."},
-  {  7, L"StartAngle",     L"Start angle",     types::angle,    Category::Geometry,        computed<getStartAngle, putAngle<startCode>>(),                           Choices::None, 170, L"Direction from the center to the start, against the major axis."},
-  {  8, L"EndAngle",       L"End angle",       VT_R8,           Category::Geometry,        computed<getEndAngle, putAngle<endCode>>(),                               Choices::None, 180, L"Direction from the center to the end, against the major axis."},
-  {  9, L"StartParameter", L"Start parameter", types::angle,    Category::Geometry,        writtenBy<putParameter<startCode>>(storedReal(startCode, ellipse)),       Choices::None, 190, L"Parameter of the start."},
-  { 10, L"EndParameter",   L"End parameter",   types::angle,    Category::Geometry,        writtenBy<putParameter<endCode>>(storedReal(endCode, ellipse, fullTurn)), Choices::None, 200, L"Parameter of the end."},
-  { 11, L"MajorAxis",      L"Major axis",      VT_VARIANT,      Category::Geometry,        computedPoint<getMajorAxis>(),                                            Choices::None, 210, L"From the center to the end of the long axis. Read-only: the plane would have to follow it."},
-  { 12, L"MinorAxis",      L"Minor axis",      VT_VARIANT,      Category::Geometry,        computedPoint<getMinorAxis>(),                                            Choices::None, 220, L"From the center to the end of the short axis. Read-only: it follows from the long one."},
-  { 13, L"Area",           L"Area",            VT_R8,           Category::Geometry,        computed<getArea>(),                                                      Choices::None, 230, L"Of a part of an ellipse: between it and its chord. Read-only: it follows from radii and angles."},
-  { 14, L"Normal",         L"Normal",          VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                                               Choices::None, 240, L"Upright on the plane of the ellipse. Read-only: the axes would have to follow it."},
+  // id name               label               type             category                   access                                                                    writability                                   choices        weight help
+  {  1, L"StartPoint",     L"Start",           VT_VARIANT,      Category::Geometry,        computedPoint<getStartPoint>(),                                           readOnly(reasons::followsFromAxesAndStart),   Choices::None, 110,   L"Where the ellipse begins."},
+  {  2, L"Center",         L"Center",          VT_VARIANT,      Category::Geometry,        worldPoint(10, ellipse),                                                  writable,                                     Choices::None, 120,   L"Center of the ellipse."},
+  {  3, L"EndPoint",       L"End",             VT_VARIANT,      Category::Geometry,        computedPoint<getEndPoint>(),                                             readOnly(reasons::followsFromAxesAndEnd),     Choices::None, 130,   L"Where the ellipse ends."},
+  {  4, L"MajorRadius",    L"Major radius",    types::distance, Category::Geometry,        computed<getMajorRadius, putMajorRadius>().positive(),                    writable,                                     Choices::None, 140,   L"Half the long axis; the minor radius stays."},
+  {  5, L"MinorRadius",    L"Minor radius",    types::distance, Category::Geometry,        computed<getMinorRadius, putMinorRadius>().positive(),                    writable,                                     Choices::None, 150,   L"Half the short axis; the ratio follows it."},
+  {  6, L"RadiusRatio",    L"Radius ratio",    types::noUnits,  Category::Geometry,        writtenBy<putRatio>(storedReal(40, ellipse, 1)).positive(),               writable,                                     Choices::None, 160,   L"The minor radius divided by the major one."},
+  {  7, L"StartAngle",     L"Start angle",     types::angle,    Category::Geometry,        computed<getStartAngle, putAngle<startCode>>(),                           writable,                                     Choices::None, 170,   L"Direction from the center to the start, against the major axis."},
+  {  8, L"EndAngle",       L"End angle",       VT_R8,           Category::Geometry,        computed<getEndAngle, putAngle<endCode>>(),                               writable,                                     Choices::None, 180,   L"Direction from the center to the end, against the major axis."},
+  {  9, L"StartParameter", L"Start parameter", types::angle,    Category::Geometry,        writtenBy<putParameter<startCode>>(storedReal(startCode, ellipse)),       writable,                                     Choices::None, 190,   L"Parameter of the start."},
+  { 10, L"EndParameter",   L"End parameter",   types::angle,    Category::Geometry,        writtenBy<putParameter<endCode>>(storedReal(endCode, ellipse, fullTurn)), writable,                                     Choices::None, 200,   L"Parameter of the end."},
+  { 11, L"MajorAxis",      L"Major axis",      VT_VARIANT,      Category::Geometry,        computedPoint<getMajorAxis>(),                                            readOnly(reasons::planeWouldFollow),          Choices::None, 210,   L"From the center to the end of the long axis."},
+  { 12, L"MinorAxis",      L"Minor axis",      VT_VARIANT,      Category::Geometry,        computedPoint<getMinorAxis>(),                                            readOnly(reasons::followsFromLongAxis),       Choices::None, 220,   L"From the center to the end of the short axis."},
+  { 13, L"Area",           L"Area",            VT_R8,           Category::Geometry,        computed<getArea>(),                                                      readOnly(reasons::followsFromRadiiAndAngles), Choices::None, 230,   L"Of a part of an ellipse: between it and its chord."},
+  { 14, L"Normal",         L"Normal",          VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                                               readOnly(reasons::axesWouldFollow),           Choices::None, 240,   L"Upright on the plane of the ellipse."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltEllipse = {
-    CLSID_VeltEllipse, L"VeltEllipse", L"Ellipse", "ELLIPSE", L"An ellipse or a part of one.",
-    &entityRows,       rows,
+    .clsid = CLSID_VeltEllipse,
+    .name = L"VeltEllipse",
+    .label = L"Ellipse",
+    .dxfName = "ELLIPSE",
+    .help = L"An ellipse or a part of one.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

@@ -6,7 +6,12 @@ namespace velt::automation {
 
 // Entities that have no class of their own.
 constinit const AutomationClass classes::VeltEntity = {
-    CLSID_VeltEntity, L"VeltEntity", L"Entity", "", L"An entity of a drawing.", &entityRows, {},
+    .clsid = CLSID_VeltEntity,
+    .name = L"VeltEntity",
+    .label = L"Entity",
+    .dxfName = "",
+    .help = L"An entity of a drawing.",
+    .general = &entityRows,
 };
 
 }  // namespace velt::automation

@@ -47,32 +47,30 @@ bool getOverlay(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name               label        type            category                   access                                  choices        weight help
-  { 4, L"Path",           L"Path",     VT_BSTR,        Category::Misc,            computed<getPath>(),                    Choices::None, 110,   L"File of the drawing. Read-only: it belongs to the block, which other references may show."},
-  { 1, L"Name",           L"Name",     VT_BSTR,        Category::Misc,            computed<getName>(),                    Choices::None, 120,   L"What this drawing calls the other one. Read-only: it belongs to the block, which other references may show."},
-  { 2, L"Overlay",        L"Overlay",  VT_BOOL,        Category::Misc,            computed<getOverlay>(),                 Choices::None, 130,   L"Whether drawings that refer to this one leave it out. Read-only: it belongs to the block."},
-  { 3, L"Rotation",       L"Rotation", types::angle,   Category::Misc,            storedDirection(50, reference),         Choices::None, 140,   L"Direction of the drawing's X axis in its plane."},
-  { 5, L"InsertionPoint", L"Position", VT_VARIANT,     Category::Geometry,        objectPoint(10, reference),             Choices::None, 150,   L"Where the base point of the drawing is."},
-  { 6, L"XScaleFactor",   L"Scale X",  types::noUnits, Category::Geometry,        storedReal(41, reference, 1).notZero(), Choices::None, 160,   L"Scale along the drawing's X axis."},
-  { 7, L"YScaleFactor",   L"Scale Y",  types::noUnits, Category::Geometry,        storedReal(42, reference, 1).notZero(), Choices::None, 170,   L"Scale along the drawing's Y axis."},
-  { 8, L"ZScaleFactor",   L"Scale Z",  types::noUnits, Category::Geometry,        storedReal(43, reference, 1).notZero(), Choices::None, 180,   L"Scale along the drawing's Z axis."},
-  { 9, L"Normal",         L"Normal",   VT_VARIANT,     Category::Visualization3D, computedPoint<getNormal>(),             Choices::None, 190,   L"Upright on the plane of the reference. Read-only: position and rotation would have to follow it."},
+  // id name               label        type            category                   access                                  writability                                        choices        weight help
+  {  4, L"Path",           L"Path",     VT_BSTR,        Category::Misc,            computed<getPath>(),                    readOnly(reasons::belongsToSharedBlock),           Choices::None, 110,   L"File of the drawing."},
+  {  1, L"Name",           L"Name",     VT_BSTR,        Category::Misc,            computed<getName>(),                    readOnly(reasons::belongsToSharedBlock),           Choices::None, 120,   L"What this drawing calls the other one."},
+  {  2, L"Overlay",        L"Overlay",  VT_BOOL,        Category::Misc,            computed<getOverlay>(),                 readOnly(reasons::belongsToBlock),                 Choices::None, 130,   L"Whether drawings that refer to this one leave it out."},
+  {  3, L"Rotation",       L"Rotation", types::angle,   Category::Misc,            storedDirection(50, reference),         writable,                                          Choices::None, 140,   L"Direction of the drawing's X axis in its plane."},
+  {  5, L"InsertionPoint", L"Position", VT_VARIANT,     Category::Geometry,        objectPoint(10, reference),             writable,                                          Choices::None, 150,   L"Where the base point of the drawing is."},
+  {  6, L"XScaleFactor",   L"Scale X",  types::noUnits, Category::Geometry,        storedReal(41, reference, 1).notZero(), writable,                                          Choices::None, 160,   L"Scale along the drawing's X axis."},
+  {  7, L"YScaleFactor",   L"Scale Y",  types::noUnits, Category::Geometry,        storedReal(42, reference, 1).notZero(), writable,                                          Choices::None, 170,   L"Scale along the drawing's Y axis."},
+  {  8, L"ZScaleFactor",   L"Scale Z",  types::noUnits, Category::Geometry,        storedReal(43, reference, 1).notZero(), writable,                                          Choices::None, 180,   L"Scale along the drawing's Z axis."},
+  {  9, L"Normal",         L"Normal",   VT_VARIANT,     Category::Visualization3D, computedPoint<getNormal>(),             readOnly(reasons::positionAndRotationWouldFollow), Choices::None, 190,   L"Upright on the plane of the reference."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltExternalReference = {
-    CLSID_VeltExternalReference,
-    L"VeltExternalReference",
-    L"External Reference",
-    "INSERT",
-    L"A placed drawing.",
-    &entityRows,
-    rows,
-    nullptr,
-    {},
-    isExternal,
+    .clsid = CLSID_VeltExternalReference,
+    .name = L"VeltExternalReference",
+    .label = L"External Reference",
+    .dxfName = "INSERT",
+    .standsFor = isExternal,
+    .help = L"A placed drawing.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

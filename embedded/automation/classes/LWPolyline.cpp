@@ -52,8 +52,13 @@ void putVertexElement(const Subject& subject, const PropertyRow&, std::size_t el
   putVertexPart(subject, element / elementsOfVertex, parts[element % elementsOfVertex], value);
 }
 
-constexpr ElementAccess vertexElements = {vertexLabels,     false,           1, vertexCount,
-                                          getVertexElement, putVertexElement};
+constexpr ElementAccess vertexElements = {
+    .labels = vertexLabels,
+    .grouping = 1,
+    .groups = vertexCount,
+    .get = getVertexElement,
+    .put = putVertexElement,
+};
 
 constexpr Access vertices() {
   Access made = computed<getVertices, putVertices>();
@@ -79,29 +84,29 @@ double getLength(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name                   label                   type             category                   access                                                               choices        weight help
-  {  1, L"Thickness",          L"Thickness",           types::distance, Category::General,         storedReal(39, polyline).keepingShape(),                             Choices::None,  90, L"How far the polyline is pulled along its normal."},
-  {  2, L"Vertex",             L"Vertex",              VT_VARIANT,      Category::Geometry,        vertices(),                                                          Choices::None, 110, L"The vertices, in the plane of the polyline."},
-  {  3, L"ConstantWidth",      L"Global width",        types::distance, Category::Geometry,        writtenBy<putConstantWidth>(storedReal(43, polyline)).notNegative(), Choices::None, 120, L"Width of all segments that have none of their own; putting it takes these away."},
-  {  4, L"Elevation",          L"Elevation",           types::distance, Category::Geometry,        storedReal(38, polyline),                                            Choices::None, 130, L"Height of the polyline's plane over the origin, along its normal."},
-  {  5, L"Area",               L"Area",                VT_R8,           Category::Geometry,        computed<getArea>(),                                                 Choices::None, 140, L"Of an open polyline: as if a straight line closed it. Read-only: it follows from the vertices."},
-  {  6, L"Length",             L"Length",              types::distance, Category::Geometry,        computed<getLength>(),                                               Choices::None, 150, L"Along all segments. Read-only: it follows from the vertices."},
-  {  7, L"Closed",             L"Closed",              VT_BOOL,         Category::Misc,            storedBit(70, polyline, 1),                                          Choices::None, 160, L"Whether a segment leads from the last vertex back to the first."},
-  {  8, L"LinetypeGeneration", L"Linetype generation", VT_BOOL,         Category::Misc,            storedBit(70, polyline, 128).keepingShape(),                         Choices::None, 170, L"Whether the pattern of the line type runs on through the vertices."},
-  {  9, L"Normal",             L"Normal",              VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                                          Choices::None, 180, L"Upright on the plane of the polyline. Read-only: the vertices would have to follow it."},
+  // id name                   label                   type             category                   access                                                               writability                             choices        weight help
+  {  1, L"Thickness",          L"Thickness",           types::distance, Category::General,         storedReal(39, polyline).keepingShape(),                             writable,                               Choices::None,  90,   L"How far the polyline is pulled along its normal."},
+  {  2, L"Vertex",             L"Vertex",              VT_VARIANT,      Category::Geometry,        vertices(),                                                          writable,                               Choices::None, 110,   L"The vertices, in the plane of the polyline."},
+  {  3, L"ConstantWidth",      L"Global width",        types::distance, Category::Geometry,        writtenBy<putConstantWidth>(storedReal(43, polyline)).notNegative(), writable,                               Choices::None, 120,   L"Width of all segments that have none of their own; putting it takes these away."},
+  {  4, L"Elevation",          L"Elevation",           types::distance, Category::Geometry,        storedReal(38, polyline),                                            writable,                               Choices::None, 130,   L"Height of the polyline's plane over the origin, along its normal."},
+  {  5, L"Area",               L"Area",                VT_R8,           Category::Geometry,        computed<getArea>(),                                                 readOnly(reasons::followsFromVertices), Choices::None, 140,   L"Of an open polyline: as if a straight line closed it."},
+  {  6, L"Length",             L"Length",              types::distance, Category::Geometry,        computed<getLength>(),                                               readOnly(reasons::followsFromVertices), Choices::None, 150,   L"Along all segments."},
+  {  7, L"Closed",             L"Closed",              VT_BOOL,         Category::Misc,            storedBit(70, polyline, 1),                                          writable,                               Choices::None, 160,   L"Whether a segment leads from the last vertex back to the first."},
+  {  8, L"LinetypeGeneration", L"Linetype generation", VT_BOOL,         Category::Misc,            storedBit(70, polyline, 128).keepingShape(),                         writable,                               Choices::None, 170,   L"Whether the pattern of the line type runs on through the vertices."},
+  {  9, L"Normal",             L"Normal",              VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                                          readOnly(reasons::verticesWouldFollow), Choices::None, 180,   L"Upright on the plane of the polyline."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltLWPolyline = {
-    CLSID_VeltLWPolyline,
-    L"VeltLWPolyline",
-    L"Polyline",
-    "LWPOLYLINE",
-    L"A flat polyline of lines and arcs.",
-    &entityRows,
-    rows,
+    .clsid = CLSID_VeltLWPolyline,
+    .name = L"VeltLWPolyline",
+    .label = L"Polyline",
+    .dxfName = "LWPOLYLINE",
+    .help = L"A flat polyline of lines and arcs.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

@@ -30,21 +30,27 @@ double getAngle(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name           label         type             category                   access                               choices        weight help
-  {  1, L"Thickness",  L"Thickness", types::distance, Category::General,         storedReal(39, line).keepingShape(), Choices::None,  90, L"How far the line is pulled along its normal."},
-  {  2, L"StartPoint", L"Start",     VT_VARIANT,      Category::Geometry,        worldPoint(10, line),                Choices::None, 110, L"Where the line begins."},
-  {  3, L"EndPoint",   L"End",       VT_VARIANT,      Category::Geometry,        worldPoint(11, line),                Choices::None, 120, L"Where the line ends."},
-  {  4, L"Delta",      L"Delta",     VT_VARIANT,      Category::Geometry,        computedPoint<getDelta>(),           Choices::None, 130, L"From the start to the end. Read-only: it follows from the two."},
-  {  5, L"Length",     L"Length",    types::distance, Category::Geometry,        computed<getLength>(),               Choices::None, 140, L"From the start to the end. Read-only: it follows from the two."},
-  {  6, L"Angle",      L"Angle",     types::angle,    Category::Geometry,        computed<getAngle>(),                Choices::None, 150, L"Direction of the line, seen from above. Read-only: it follows from its ends."},
-  {  7, L"Normal",     L"Normal",    VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),          Choices::None, 160, L"Direction of the thickness. Read-only: the ends would have to follow it."},
+  // id name           label         type             category                   access                               writability                            choices        weight help
+  {  1, L"Thickness",  L"Thickness", types::distance, Category::General,         storedReal(39, line).keepingShape(), writable,                              Choices::None,  90,   L"How far the line is pulled along its normal."},
+  {  2, L"StartPoint", L"Start",     VT_VARIANT,      Category::Geometry,        worldPoint(10, line),                writable,                              Choices::None, 110,   L"Where the line begins."},
+  {  3, L"EndPoint",   L"End",       VT_VARIANT,      Category::Geometry,        worldPoint(11, line),                writable,                              Choices::None, 120,   L"Where the line ends."},
+  {  4, L"Delta",      L"Delta",     VT_VARIANT,      Category::Geometry,        computedPoint<getDelta>(),           readOnly(reasons::followsFromBoth),    Choices::None, 130,   L"From the start to the end."},
+  {  5, L"Length",     L"Length",    types::distance, Category::Geometry,        computed<getLength>(),               readOnly(reasons::followsFromBoth),    Choices::None, 140,   L"From the start to the end."},
+  {  6, L"Angle",      L"Angle",     types::angle,    Category::Geometry,        computed<getAngle>(),                readOnly(reasons::followsFromItsEnds), Choices::None, 150,   L"Direction of the line, seen from above."},
+  {  7, L"Normal",     L"Normal",    VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),          readOnly(reasons::endsWouldFollow),    Choices::None, 160,   L"Direction of the thickness."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltLine = {
-    CLSID_VeltLine, L"VeltLine", L"Line", "LINE", L"A straight line between two points.", &entityRows, rows,
+    .clsid = CLSID_VeltLine,
+    .name = L"VeltLine",
+    .label = L"Line",
+    .dxfName = "LINE",
+    .help = L"A straight line between two points.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

@@ -124,44 +124,44 @@ std::vector<Vector3> getVertices(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name                 label                  type                       category            access                            choices               weight help
-  { 1,  L"MLeaderStyle",     L"Multileader style",  VT_BSTR,                   Category::Misc,     computed<getStyleName>(),         Choices::None,        110,   L"Name of the style. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 2,  L"ScaleFactor",      L"Overall scale",      types::noUnits,            Category::Misc,     computed<getScaleFactor>(),       Choices::None,        120,   L"Scale of all sizes. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 3,  L"LeaderType",       L"Leader type",        types::multileaderLine,    Category::Leaders,  computed<getLeaderType>(),        Choices::Enumeration, 130,   L"How the lines are drawn. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 4,  L"LeaderLineColor",  L"Leader color",       VT_DISPATCH,               Category::Leaders,  computed<getLeaderLineColor>(),   Choices::Colors,      140,   L"Colour of the lines. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 5,  L"LeaderLinetype",   L"Leader linetype",    types::linetypeName,       Category::Leaders,  computed<getLeaderLinetype>(),    Choices::Linetypes,   150,   L"Line type of the lines. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 6,  L"LeaderLineWeight", L"Leader lineweight",  types::lineweight,         Category::Leaders,  computed<getLeaderLineweight>(),  Choices::Enumeration, 160,   L"Width of the lines on paper. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 7,  L"Arrow",            L"Arrowhead",          types::arrowhead,          Category::Leaders,  computed<getArrow>(),             Choices::Enumeration, 170,   L"What stands at the ends of the lines. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 8,  L"ArrowheadBlock",   L"Arrowhead block",    VT_BSTR,                   Category::Leaders,  computed<getArrowheadBlock>(),    Choices::None,        180,   L"Block that is the arrowhead; empty for the usual one. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 9,  L"ArrowheadSize",    L"Arrowhead size",     types::distance,           Category::Leaders,  computed<getContentReal<140>>(),  Choices::None,        190,   L"Size of the arrowheads. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 10, L"Landing",          L"Horizontal landing", VT_BOOL,                   Category::Leaders,  computed<getFlag<290>>(),         Choices::None,        200,   L"Whether the lines end at a landing. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 11, L"DoglegLength",     L"Landing distance",   types::distance,           Category::Leaders,  computed<getDoglegLength>(),      Choices::None,        210,   L"Length of the piece between the lines and the contents. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 12, L"LeaderCount",      L"Leader count",       VT_I4,                     Category::Leaders,  computed<getLeaderCount>(),       Choices::None,        220,   L"How many leaders there are. Read-only: it follows from them."},
-  { 13, L"ContentType",      L"Content type",       types::multileaderContent, Category::Misc,     computed<getContentType>(),       Choices::Enumeration, 230,   L"What the multileader shows. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 14, L"TextString",       L"Contents",           VT_BSTR,                   Category::Text,     computed<getTextString>(),        Choices::None,        240,   L"The wording, with its formatting codes. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 15, L"TextStyle",        L"Text style",         VT_BSTR,                   Category::Text,     computed<getTextStyle>(),         Choices::TextStyles,  250,   L"Name of the text style. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 16, L"Height",           L"Height",             types::distance,           Category::Text,     computed<getContentReal<41>>(),   Choices::None,        260,   L"Height of the text. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 17, L"Direction",        L"Direction",          types::drawingDirection,   Category::Text,     computed<getDirection>(),         Choices::Enumeration, 270,   L"How the lines of the text run. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 18, L"Rotation",         L"Rotation",           types::angle,              Category::Text,     computed<getTextRotation>(),      Choices::None,        280,   L"Direction of the text. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 19, L"Width",            L"Width",              types::distance,           Category::Text,     computed<getContentReal<43>>(),   Choices::None,        290,   L"Width at which lines are broken; 0 for none. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 20, L"LandingGap",       L"Landing gap",        types::distance,           Category::Text,     computed<getContentReal<145>>(),  Choices::None,        300,   L"Room between the landing and the text. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 21, L"TextFrame",        L"Text frame",         VT_BOOL,                   Category::Text,     computed<getFlag<292>>(),         Choices::None,        310,   L"Whether the text stands in a frame. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 22, L"ContentBlockName", L"Source block",       VT_BSTR,                   Category::Block,    computed<getContentBlockName>(),  Choices::None,        320,   L"Block that the multileader shows; empty for a text. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 23, L"TextLocation",     L"Text position",      VT_VARIANT,                Category::Geometry, computedPoint<getTextLocation>(), Choices::None,        330,   L"Where the text is. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
-  { 24, L"Vertex",           L"Vertex",             VT_VARIANT,                Category::Geometry, computedPoints<getVertices>(),                       Choices::None,        340,   L"The vertices of all lines. Read-only: the drawing stores it a second time with the lines, which would stay what they are."},
+  // id name                 label                  type                       category            access                            writability                         choices               weight help
+  {  1, L"MLeaderStyle",     L"Multileader style",  VT_BSTR,                   Category::Misc,     computed<getStyleName>(),         readOnly(reasons::storedWithLines), Choices::None,        110,   L"Name of the style."},
+  {  2, L"ScaleFactor",      L"Overall scale",      types::noUnits,            Category::Misc,     computed<getScaleFactor>(),       readOnly(reasons::storedWithLines), Choices::None,        120,   L"Scale of all sizes."},
+  {  3, L"LeaderType",       L"Leader type",        types::multileaderLine,    Category::Leaders,  computed<getLeaderType>(),        readOnly(reasons::storedWithLines), Choices::Enumeration, 130,   L"How the lines are drawn."},
+  {  4, L"LeaderLineColor",  L"Leader color",       VT_DISPATCH,               Category::Leaders,  computed<getLeaderLineColor>(),   readOnly(reasons::storedWithLines), Choices::Colors,      140,   L"Colour of the lines."},
+  {  5, L"LeaderLinetype",   L"Leader linetype",    types::linetypeName,       Category::Leaders,  computed<getLeaderLinetype>(),    readOnly(reasons::storedWithLines), Choices::Linetypes,   150,   L"Line type of the lines."},
+  {  6, L"LeaderLineWeight", L"Leader lineweight",  types::lineweight,         Category::Leaders,  computed<getLeaderLineweight>(),  readOnly(reasons::storedWithLines), Choices::Enumeration, 160,   L"Width of the lines on paper."},
+  {  7, L"Arrow",            L"Arrowhead",          types::arrowhead,          Category::Leaders,  computed<getArrow>(),             readOnly(reasons::storedWithLines), Choices::Enumeration, 170,   L"What stands at the ends of the lines."},
+  {  8, L"ArrowheadBlock",   L"Arrowhead block",    VT_BSTR,                   Category::Leaders,  computed<getArrowheadBlock>(),    readOnly(reasons::storedWithLines), Choices::None,        180,   L"Block that is the arrowhead; empty for the usual one."},
+  {  9, L"ArrowheadSize",    L"Arrowhead size",     types::distance,           Category::Leaders,  computed<getContentReal<140>>(),  readOnly(reasons::storedWithLines), Choices::None,        190,   L"Size of the arrowheads."},
+  { 10, L"Landing",          L"Horizontal landing", VT_BOOL,                   Category::Leaders,  computed<getFlag<290>>(),         readOnly(reasons::storedWithLines), Choices::None,        200,   L"Whether the lines end at a landing."},
+  { 11, L"DoglegLength",     L"Landing distance",   types::distance,           Category::Leaders,  computed<getDoglegLength>(),      readOnly(reasons::storedWithLines), Choices::None,        210,   L"Length of the piece between the lines and the contents."},
+  { 12, L"LeaderCount",      L"Leader count",       VT_I4,                     Category::Leaders,  computed<getLeaderCount>(),       readOnly(reasons::followsFromThem), Choices::None,        220,   L"How many leaders there are."},
+  { 13, L"ContentType",      L"Content type",       types::multileaderContent, Category::Misc,     computed<getContentType>(),       readOnly(reasons::storedWithLines), Choices::Enumeration, 230,   L"What the multileader shows."},
+  { 14, L"TextString",       L"Contents",           VT_BSTR,                   Category::Text,     computed<getTextString>(),        readOnly(reasons::storedWithLines), Choices::None,        240,   L"The wording, with its formatting codes."},
+  { 15, L"TextStyle",        L"Text style",         VT_BSTR,                   Category::Text,     computed<getTextStyle>(),         readOnly(reasons::storedWithLines), Choices::TextStyles,  250,   L"Name of the text style."},
+  { 16, L"Height",           L"Height",             types::distance,           Category::Text,     computed<getContentReal<41>>(),   readOnly(reasons::storedWithLines), Choices::None,        260,   L"Height of the text."},
+  { 17, L"Direction",        L"Direction",          types::drawingDirection,   Category::Text,     computed<getDirection>(),         readOnly(reasons::storedWithLines), Choices::Enumeration, 270,   L"How the lines of the text run."},
+  { 18, L"Rotation",         L"Rotation",           types::angle,              Category::Text,     computed<getTextRotation>(),      readOnly(reasons::storedWithLines), Choices::None,        280,   L"Direction of the text."},
+  { 19, L"Width",            L"Width",              types::distance,           Category::Text,     computed<getContentReal<43>>(),   readOnly(reasons::storedWithLines), Choices::None,        290,   L"Width at which lines are broken; 0 for none."},
+  { 20, L"LandingGap",       L"Landing gap",        types::distance,           Category::Text,     computed<getContentReal<145>>(),  readOnly(reasons::storedWithLines), Choices::None,        300,   L"Room between the landing and the text."},
+  { 21, L"TextFrame",        L"Text frame",         VT_BOOL,                   Category::Text,     computed<getFlag<292>>(),         readOnly(reasons::storedWithLines), Choices::None,        310,   L"Whether the text stands in a frame."},
+  { 22, L"ContentBlockName", L"Source block",       VT_BSTR,                   Category::Block,    computed<getContentBlockName>(),  readOnly(reasons::storedWithLines), Choices::None,        320,   L"Block that the multileader shows; empty for a text."},
+  { 23, L"TextLocation",     L"Text position",      VT_VARIANT,                Category::Geometry, computedPoint<getTextLocation>(), readOnly(reasons::storedWithLines), Choices::None,        330,   L"Where the text is."},
+  { 24, L"Vertex",           L"Vertex",             VT_VARIANT,                Category::Geometry, computedPoints<getVertices>(),    readOnly(reasons::storedWithLines), Choices::None,        340,   L"The vertices of all lines."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltMLeader = {
-    CLSID_VeltMLeader,
-    L"VeltMLeader",
-    L"Multileader",
-    "MULTILEADER",
-    L"Leaders that lead to one text or block.",
-    &entityRows,
-    rows,
+    .clsid = CLSID_VeltMLeader,
+    .name = L"VeltMLeader",
+    .label = L"Multileader",
+    .dxfName = "MULTILEADER",
+    .help = L"Leaders that lead to one text or block.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

@@ -30,21 +30,26 @@ std::vector<Vector3> getVertices(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name              label             type                           category                   access                               choices               weight help
-  { 1, L"StyleName",     L"Style",         VT_BSTR,                       Category::Misc,            computed<getStyleName>(),            Choices::None,        110,   L"Name of the style. Read-only: the lines are stored and would stay what they are."},
-  { 2, L"Scale",         L"Scale",         types::noUnits,                Category::Misc,            storedReal(40, mline, 1).readOnly(), Choices::None,        120,   L"Distance of the lines, relative to the style. Read-only: the lines are stored and would stay what they are."},
-  { 3, L"Justification", L"Justification", types::multilineJustification, Category::Misc,            computed<getJustification>(),        Choices::Enumeration, 130,   L"Which of its lines it was drawn along. Read-only: the lines are stored and would stay what they are."},
-  { 4, L"Closed",        L"Closed",        VT_BOOL,                       Category::Misc,            storedBit(71, mline, 2).readOnly(),  Choices::None,        140,   L"Whether the last vertex leads back to the first. Read-only: the joints are stored and would stay what they are."},
-  { 5, L"Vertex",        L"Vertex",        VT_VARIANT,                    Category::Geometry,        computedPoints<getVertices>(),                          Choices::None,        150,   L"The vertices. Read-only: the joints are stored and would stay what they are."},
-  { 6, L"Normal",        L"Normal",        VT_VARIANT,                    Category::Visualization3D, computedPoint<getNormal>(),          Choices::None,        160,   L"Upright on the plane of the multiline. Read-only: the vertices would have to follow it."},
+  // id name              label             type                           category                   access                         writability                             choices               weight help
+  {  1, L"StyleName",     L"Style",         VT_BSTR,                       Category::Misc,            computed<getStyleName>(),      readOnly(reasons::linesStored),         Choices::None,        110,   L"Name of the style."},
+  {  2, L"Scale",         L"Scale",         types::noUnits,                Category::Misc,            storedReal(40, mline, 1),      readOnly(reasons::linesStored),         Choices::None,        120,   L"Distance of the lines, relative to the style."},
+  {  3, L"Justification", L"Justification", types::multilineJustification, Category::Misc,            computed<getJustification>(),  readOnly(reasons::linesStored),         Choices::Enumeration, 130,   L"Which of its lines it was drawn along."},
+  {  4, L"Closed",        L"Closed",        VT_BOOL,                       Category::Misc,            storedBit(71, mline, 2),       readOnly(reasons::jointsStored),        Choices::None,        140,   L"Whether the last vertex leads back to the first."},
+  {  5, L"Vertex",        L"Vertex",        VT_VARIANT,                    Category::Geometry,        computedPoints<getVertices>(), readOnly(reasons::jointsStored),        Choices::None,        150,   L"The vertices."},
+  {  6, L"Normal",        L"Normal",        VT_VARIANT,                    Category::Visualization3D, computedPoint<getNormal>(),    readOnly(reasons::verticesWouldFollow), Choices::None,        160,   L"Upright on the plane of the multiline."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltMLine = {
-    CLSID_VeltMLine, L"VeltMLine", L"Multiline", "MLINE", L"Several lines that run side by side.",
-    &entityRows,     rows,
+    .clsid = CLSID_VeltMLine,
+    .name = L"VeltMLine",
+    .label = L"Multiline",
+    .dxfName = "MLINE",
+    .help = L"Several lines that run side by side.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

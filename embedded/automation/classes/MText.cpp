@@ -193,27 +193,33 @@ void putWidth(const Subject& subject, const double& width) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name                  label                   type                     category                   access                                                                  choices               weight help
-  {  1, L"TextString",        L"Contents",            VT_BSTR,                 Category::Text,            computed<getTextString, putTextString>().keepingShape(),                Choices::None,        110, L"The wording, with its formatting codes."},
-  {  2, L"Style",             L"Style",               VT_BSTR,                 Category::Text,            computed<getStyle, putStyle>().keepingShape(),                          Choices::TextStyles,  120, L"Name of the text style."},
-  {  3, L"Justify",           L"Justify",             types::attachment,       Category::Text,            computed<getJustify, putMember<71>>(),                                  Choices::Enumeration, 130, L"Where the insertion point lies against the text box."},
-  {  4, L"Direction",         L"Direction",           types::drawingDirection, Category::Text,            computed<getDirection, putMember<72>>(),                                Choices::Enumeration, 140, L"How the lines of the text run."},
-  {  5, L"Height",            L"Text height",         types::distance,         Category::Text,            storedReal(40, mtext).positive(),                                       Choices::None,        150, L"Height of capital letters where the wording says nothing else."},
-  {  6, L"Rotation",          L"Rotation",            types::angle,            Category::Text,            computed<getRotation, putRotation>(),                                   Choices::None,        160, L"Direction of the text in its plane."},
-  {  7, L"LineSpaceFactor",   L"Line space factor",   types::noUnits,          Category::Text,            writtenBy<putLineSpaceFactor>(storedReal(44, mtext, 1)).from("AC1015"), Choices::None,        170, L"Distance of the lines, relative to five thirds of the text height."},
-  {  8, L"LineSpaceDistance", L"Line space distance", types::distance,         Category::Text,            computed<getLineSpaceDistance>(),                                       Choices::None,        180, L"Distance of the lines. Read-only: it follows from height and factor."},
-  {  9, L"LineSpaceStyle",    L"Line space style",    types::lineSpacingStyle, Category::Text,            computed<getLineSpaceStyle, putMember<73>>().from("AC1015"),            Choices::Enumeration, 190, L"Whether tall characters push lines apart."},
-  { 10, L"BackgroundFill",    L"Background mask",     VT_BOOL,                 Category::Text,            computed<getBackgroundFill>(),                                          Choices::None,        200, L"Whether a filled box hides what lies behind the text. Read-only: size and colour of the box would have to be made."},
-  { 11, L"InsertionPoint",    L"Position",            VT_VARIANT,              Category::Geometry,        writtenBy<putInsertionPoint>(worldPoint(10, mtext)),                    Choices::None,        210, L"Where the text is."},
-  { 12, L"Width",             L"Defined width",       types::distance,         Category::Geometry,        writtenBy<putWidth>(storedReal(41, mtext)).notNegative(),               Choices::None,        220, L"Width at which lines are broken; 0 for none."},
-  { 13, L"Normal",            L"Normal",              VT_VARIANT,              Category::Visualization3D, computedPoint<getNormal>(),                                             Choices::None,        230, L"Upright on the text's plane. Read-only: the direction would have to follow it."},
+  // id name                  label                   type                     category                   access                                                                  writability                                    choices               weight help
+  {  1, L"TextString",        L"Contents",            VT_BSTR,                 Category::Text,            computed<getTextString, putTextString>().keepingShape(),                writable,                                      Choices::None,        110,   L"The wording, with its formatting codes."},
+  {  2, L"Style",             L"Style",               VT_BSTR,                 Category::Text,            computed<getStyle, putStyle>().keepingShape(),                          writable,                                      Choices::TextStyles,  120,   L"Name of the text style."},
+  {  3, L"Justify",           L"Justify",             types::attachment,       Category::Text,            computed<getJustify, putMember<71>>(),                                  writable,                                      Choices::Enumeration, 130,   L"Where the insertion point lies against the text box."},
+  {  4, L"Direction",         L"Direction",           types::drawingDirection, Category::Text,            computed<getDirection, putMember<72>>(),                                writable,                                      Choices::Enumeration, 140,   L"How the lines of the text run."},
+  {  5, L"Height",            L"Text height",         types::distance,         Category::Text,            storedReal(40, mtext).positive(),                                       writable,                                      Choices::None,        150,   L"Height of capital letters where the wording says nothing else."},
+  {  6, L"Rotation",          L"Rotation",            types::angle,            Category::Text,            computed<getRotation, putRotation>(),                                   writable,                                      Choices::None,        160,   L"Direction of the text in its plane."},
+  {  7, L"LineSpaceFactor",   L"Line space factor",   types::noUnits,          Category::Text,            writtenBy<putLineSpaceFactor>(storedReal(44, mtext, 1)).from("AC1015"), writable,                                      Choices::None,        170,   L"Distance of the lines, relative to five thirds of the text height."},
+  {  8, L"LineSpaceDistance", L"Line space distance", types::distance,         Category::Text,            computed<getLineSpaceDistance>(),                                       readOnly(reasons::followsFromHeightAndFactor), Choices::None,        180,   L"Distance of the lines."},
+  {  9, L"LineSpaceStyle",    L"Line space style",    types::lineSpacingStyle, Category::Text,            computed<getLineSpaceStyle, putMember<73>>().from("AC1015"),            writable,                                      Choices::Enumeration, 190,   L"Whether tall characters push lines apart."},
+  { 10, L"BackgroundFill",    L"Background mask",     VT_BOOL,                 Category::Text,            computed<getBackgroundFill>(),                                          readOnly(reasons::boxWouldBeMade),             Choices::None,        200,   L"Whether a filled box hides what lies behind the text."},
+  { 11, L"InsertionPoint",    L"Position",            VT_VARIANT,              Category::Geometry,        writtenBy<putInsertionPoint>(worldPoint(10, mtext)),                    writable,                                      Choices::None,        210,   L"Where the text is."},
+  { 12, L"Width",             L"Defined width",       types::distance,         Category::Geometry,        writtenBy<putWidth>(storedReal(41, mtext)).notNegative(),               writable,                                      Choices::None,        220,   L"Width at which lines are broken; 0 for none."},
+  { 13, L"Normal",            L"Normal",              VT_VARIANT,              Category::Visualization3D, computedPoint<getNormal>(),                                             readOnly(reasons::directionWouldFollow),       Choices::None,        230,   L"Upright on the text's plane."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltMText = {
-    CLSID_VeltMText, L"VeltMText", L"MText", "MTEXT", L"A text of several lines.", &entityRows, rows,
+    .clsid = CLSID_VeltMText,
+    .name = L"VeltMText",
+    .label = L"MText",
+    .dxfName = "MTEXT",
+    .help = L"A text of several lines.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

@@ -74,19 +74,25 @@ bool getIsClosed(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name                 label                  type        category            access                              choices        weight help
-  { 1, L"Vertex",           L"Vertex",             VT_VARIANT, Category::Geometry, computedPoints<getVertices>(),      Choices::None, 110,   L"The vertices of the mesh before it is smoothed. Read-only: they are what its faces are made of."},
-  { 2, L"SmoothnessLevel",  L"Smoothness",         VT_I4,      Category::Mesh,     storedInteger(91, mesh).notNegative(), Choices::None, 120,   L"How often the faces are divided when the mesh is drawn; 0 for the mesh as it is stored."},
-  { 3, L"NumberOfVertices", L"Number of vertices", VT_I4,      Category::Mesh,     computed<getVertexCount>(),         Choices::None, 130,   L"How many vertices there are before it is smoothed. Read-only: it follows from them."},
-  { 4, L"NumberOfFaces",    L"Number of faces",    VT_I4,      Category::Mesh,     computed<getFaceCount>(),           Choices::None, 140,   L"How many faces there are before it is smoothed. Read-only: it follows from them."},
-  { 5, L"Closed",           L"Watertight",         VT_BOOL,    Category::Mesh,     computed<getIsClosed>(),            Choices::None, 150,   L"Whether the faces enclose a space without a gap. Read-only: it follows from them."},
+  // id name                 label                  type        category            access                                 writability                            choices        weight help
+  {  1, L"Vertex",           L"Vertex",             VT_VARIANT, Category::Geometry, computedPoints<getVertices>(),         readOnly(reasons::facesAreMadeOfThem), Choices::None, 110,   L"The vertices of the mesh before it is smoothed."},
+  {  2, L"SmoothnessLevel",  L"Smoothness",         VT_I4,      Category::Mesh,     storedInteger(91, mesh).notNegative(), writable,                              Choices::None, 120,   L"How often the faces are divided when the mesh is drawn; 0 for the mesh as it is stored."},
+  {  3, L"NumberOfVertices", L"Number of vertices", VT_I4,      Category::Mesh,     computed<getVertexCount>(),            readOnly(reasons::followsFromThem),    Choices::None, 130,   L"How many vertices there are before it is smoothed."},
+  {  4, L"NumberOfFaces",    L"Number of faces",    VT_I4,      Category::Mesh,     computed<getFaceCount>(),              readOnly(reasons::followsFromThem),    Choices::None, 140,   L"How many faces there are before it is smoothed."},
+  {  5, L"Closed",           L"Watertight",         VT_BOOL,    Category::Mesh,     computed<getIsClosed>(),               readOnly(reasons::followsFromThem),    Choices::None, 150,   L"Whether the faces enclose a space without a gap."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltMesh = {
-    CLSID_VeltMesh, L"VeltMesh", L"Mesh", "MESH", L"Faces in space that can be smoothed.", &entityRows, rows,
+    .clsid = CLSID_VeltMesh,
+    .name = L"VeltMesh",
+    .label = L"Mesh",
+    .dxfName = "MESH",
+    .help = L"Faces in space that can be smoothed.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

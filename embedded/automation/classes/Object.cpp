@@ -6,7 +6,12 @@ namespace velt::automation {
 
 // Whatever is no entity and has no class of its own.
 constinit const AutomationClass classes::VeltObject = {
-    CLSID_VeltObject, L"VeltObject", L"Object", "", L"An object of a drawing.", &objectRows, {},
+    .clsid = CLSID_VeltObject,
+    .name = L"VeltObject",
+    .label = L"Object",
+    .dxfName = "",
+    .help = L"An object of a drawing.",
+    .general = &objectRows,
 };
 
 }  // namespace velt::automation

@@ -98,38 +98,38 @@ std::wstring getSheetName(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name                    label                             type                   category            access                                                 choices               weight help
-  { 1,  L"On",                  L"On",                            VT_BOOL,               Category::Misc,     computed<getOn>(),                                     Choices::None,        110,   L"Whether the viewport shows anything. Read-only: two numbers of the drawing would have to agree."},
-  { 2,  L"Clipped",             L"Clipped",                       VT_BOOL,               Category::Misc,     computed<getClipped>(),                                Choices::None,        120,   L"Whether another entity is its boundary. Read-only: that entity would have to be found."},
-  { 3,  L"DisplayLocked",       L"Display locked",                VT_BOOL,               Category::Misc,     storedBit(90, viewport, lockedFlag).readOnly(),        Choices::None,        130,   L"Whether the view stays what it is. Read-only: it protects what is read here."},
-  { 4,  L"CustomScale",         L"Custom scale",                  types::noUnits,        Category::Misc,     computed<getCustomScale, putCustomScale>().positive().from("AC1015"), Choices::None,        140,   L"How large the model is on paper."},
-  { 5,  L"UCSPerViewport",      L"UCS per viewport",              VT_BOOL,               Category::Misc,     storedBit(71, viewport, 1).readOnly(),                 Choices::None,        150,   L"Whether the viewport has coordinate axes of its own. Read-only: these would have to be made."},
-  { 6,  L"RenderMode",          L"Visual style",                  types::viewRendering,  Category::Misc,     computed<getRenderMode>(),                             Choices::Enumeration, 160,   L"How the contents are shown. Read-only: newer drawings have a style beside it."},
-  { 7,  L"ShadePlot",           L"Shade plot",                    types::shadePlot,      Category::Misc,     computed<getShadePlot>(),                              Choices::Enumeration, 170,   L"How the contents are plotted. Read-only: newer drawings have a style beside it."},
-  { 8,  L"PlotStyleTable",      L"Plot style table",              VT_BSTR,               Category::Misc,     computed<getPlotStyleTable>(),                         Choices::None,        180,   L"Table of plot styles of the viewport; empty for that of the sheet. Read-only: the tables stand outside of the drawing."},
-  { 9,  L"SheetPlotStyleTable", L"Plot style table of the sheet", types::plotStyleTable, Category::Misc,     computed<getSheetPlotStyleTable>(),                    Choices::None,        190,   L"Table of plot styles of the whole sheet. Read-only: it belongs to the sheet."},
-  { 10, L"SheetName",           L"Sheet",                         VT_BSTR,               Category::Misc,     computed<getSheetName>(),                              Choices::None,        200,   L"Name of the sheet that the viewport is on. Read-only: it belongs to the sheet."},
-  { 11, L"Center",              L"Center",                        VT_VARIANT,            Category::Geometry, worldPoint(10, viewport).readOnly(),                   Choices::None,        210,   L"Center of the viewport on its sheet. Read-only: the boundary of a clipped one would have to follow it."},
-  { 12, L"Height",              L"Height",                        types::distance,       Category::Geometry, storedReal(41, viewport).readOnly(),                   Choices::None,        220,   L"Height on the sheet. Read-only: the boundary of a clipped one would have to follow it."},
-  { 13, L"Width",               L"Width",                         types::distance,       Category::Geometry, storedReal(40, viewport).readOnly(),                   Choices::None,        230,   L"Width on the sheet. Read-only: the boundary of a clipped one would have to follow it."},
-  { 14, L"ViewHeight",          L"View height",                   types::distance,       Category::View,     computed<getViewHeight, putViewHeight>().positive().from("AC1015"),                   Choices::None,        240,   L"How much of the model is seen from bottom to top."},
-  { 15, L"Target",              L"Target",                        VT_VARIANT,            Category::View,     worldPoint(17, viewport).from("AC1015"),                              Choices::None,        250,   L"Point of the model that is looked at."},
-  { 16, L"Direction",           L"Direction",                     VT_VARIANT,            Category::View,     worldPoint(16, viewport).readOnly(),                   Choices::None,        260,   L"From the target to the eye. Read-only: the center of the view would have to follow it."},
-  { 17, L"TwistAngle",          L"Twist",                         types::angle,          Category::View,     storedDirection(51, viewport).from("AC1015"),                         Choices::None,        270,   L"How far the view is turned."},
-  { 18, L"LensLength",          L"Lens length",                   types::noUnits,        Category::View,     storedReal(42, viewport, 50).positive().from("AC1015"),               Choices::None,        280,   L"Focal length of a perspective view, in millimetres."},
+  // id name                    label                             type                   category            access                                                                writability                                     choices               weight help
+  {  1, L"On",                  L"On",                            VT_BOOL,               Category::Misc,     computed<getOn>(),                                                    readOnly(reasons::numbersWouldDiffer),          Choices::None,        110,   L"Whether the viewport shows anything."},
+  {  2, L"Clipped",             L"Clipped",                       VT_BOOL,               Category::Misc,     computed<getClipped>(),                                               readOnly(reasons::entityWouldBeFound),          Choices::None,        120,   L"Whether another entity is its boundary."},
+  {  3, L"DisplayLocked",       L"Display locked",                VT_BOOL,               Category::Misc,     storedBit(90, viewport, lockedFlag),                                  readOnly(reasons::protectsWhatIsRead),          Choices::None,        130,   L"Whether the view stays what it is."},
+  {  4, L"CustomScale",         L"Custom scale",                  types::noUnits,        Category::Misc,     computed<getCustomScale, putCustomScale>().positive().from("AC1015"), writable,                                       Choices::None,        140,   L"How large the model is on paper."},
+  {  5, L"UCSPerViewport",      L"UCS per viewport",              VT_BOOL,               Category::Misc,     storedBit(71, viewport, 1),                                           readOnly(reasons::theseWouldBeMade),            Choices::None,        150,   L"Whether the viewport has coordinate axes of its own."},
+  {  6, L"RenderMode",          L"Visual style",                  types::viewRendering,  Category::Misc,     computed<getRenderMode>(),                                            readOnly(reasons::styleBesideIt),               Choices::Enumeration, 160,   L"How the contents are shown."},
+  {  7, L"ShadePlot",           L"Shade plot",                    types::shadePlot,      Category::Misc,     computed<getShadePlot>(),                                             readOnly(reasons::styleBesideIt),               Choices::Enumeration, 170,   L"How the contents are plotted."},
+  {  8, L"PlotStyleTable",      L"Plot style table",              VT_BSTR,               Category::Misc,     computed<getPlotStyleTable>(),                                        readOnly(reasons::tablesOutsideOfDrawing),      Choices::None,        180,   L"Table of plot styles of the viewport; empty for that of the sheet."},
+  {  9, L"SheetPlotStyleTable", L"Plot style table of the sheet", types::plotStyleTable, Category::Misc,     computed<getSheetPlotStyleTable>(),                                   readOnly(reasons::belongsToSheet),              Choices::None,        190,   L"Table of plot styles of the whole sheet."},
+  { 10, L"SheetName",           L"Sheet",                         VT_BSTR,               Category::Misc,     computed<getSheetName>(),                                             readOnly(reasons::belongsToSheet),              Choices::None,        200,   L"Name of the sheet that the viewport is on."},
+  { 11, L"Center",              L"Center",                        VT_VARIANT,            Category::Geometry, worldPoint(10, viewport),                                             readOnly(reasons::clippingBoundaryWouldFollow), Choices::None,        210,   L"Center of the viewport on its sheet."},
+  { 12, L"Height",              L"Height",                        types::distance,       Category::Geometry, storedReal(41, viewport),                                             readOnly(reasons::clippingBoundaryWouldFollow), Choices::None,        220,   L"Height on the sheet."},
+  { 13, L"Width",               L"Width",                         types::distance,       Category::Geometry, storedReal(40, viewport),                                             readOnly(reasons::clippingBoundaryWouldFollow), Choices::None,        230,   L"Width on the sheet."},
+  { 14, L"ViewHeight",          L"View height",                   types::distance,       Category::View,     computed<getViewHeight, putViewHeight>().positive().from("AC1015"),   writable,                                       Choices::None,        240,   L"How much of the model is seen from bottom to top."},
+  { 15, L"Target",              L"Target",                        VT_VARIANT,            Category::View,     worldPoint(17, viewport).from("AC1015"),                              writable,                                       Choices::None,        250,   L"Point of the model that is looked at."},
+  { 16, L"Direction",           L"Direction",                     VT_VARIANT,            Category::View,     worldPoint(16, viewport),                                             readOnly(reasons::viewCenterWouldFollow),       Choices::None,        260,   L"From the target to the eye."},
+  { 17, L"TwistAngle",          L"Twist",                         types::angle,          Category::View,     storedDirection(51, viewport).from("AC1015"),                         writable,                                       Choices::None,        270,   L"How far the view is turned."},
+  { 18, L"LensLength",          L"Lens length",                   types::noUnits,        Category::View,     storedReal(42, viewport, 50).positive().from("AC1015"),               writable,                                       Choices::None,        280,   L"Focal length of a perspective view, in millimetres."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltPViewport = {
-    CLSID_VeltPViewport,
-    L"VeltPViewport",
-    L"Viewport",
-    "VIEWPORT",
-    L"A window in a sheet of paper.",
-    &entityRows,
-    rows,
+    .clsid = CLSID_VeltPViewport,
+    .name = L"VeltPViewport",
+    .label = L"Viewport",
+    .dxfName = "VIEWPORT",
+    .help = L"A window in a sheet of paper.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

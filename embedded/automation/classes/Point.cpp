@@ -12,17 +12,23 @@ constexpr const char* point = "AcDbPoint";
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name            label         type             category                   access                                choices        weight help
-  {  1, L"Thickness",   L"Thickness", types::distance, Category::General,         storedReal(39, point).keepingShape(), Choices::None,  90, L"How far the point is pulled along its normal."},
-  {  2, L"Coordinates", L"Position",  VT_VARIANT,      Category::Geometry,        worldPoint(10, point),                Choices::None, 110, L"Where the point is."},
-  {  3, L"Normal",      L"Normal",    VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),           Choices::None, 120, L"Direction of the thickness. Read-only: the thickness belongs to it."},
+  // id name            label         type             category                   access                                writability                              choices        weight help
+  {  1, L"Thickness",   L"Thickness", types::distance, Category::General,         storedReal(39, point).keepingShape(), writable,                                Choices::None,  90,   L"How far the point is pulled along its normal."},
+  {  2, L"Coordinates", L"Position",  VT_VARIANT,      Category::Geometry,        worldPoint(10, point),                writable,                                Choices::None, 110,   L"Where the point is."},
+  {  3, L"Normal",      L"Normal",    VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),           readOnly(reasons::thicknessBelongsToIt), Choices::None, 120,   L"Direction of the thickness."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltPoint = {
-    CLSID_VeltPoint, L"VeltPoint", L"Point", "POINT", L"A single point.", &entityRows, rows,
+    .clsid = CLSID_VeltPoint,
+    .name = L"VeltPoint",
+    .label = L"Point",
+    .dxfName = "POINT",
+    .help = L"A single point.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

@@ -28,26 +28,24 @@ std::int32_t getFaceCount(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name                 label                  type        category            access                      choices        weight help
-  { 1, L"Vertex",           L"Vertex",             VT_VARIANT, Category::Geometry, heavyVertices(),            Choices::None, 110,   L"The vertices, which the faces name by number."},
-  { 2, L"NumberOfVertices", L"Number of vertices", VT_I4,      Category::Mesh,     computed<getVertexCount>(), Choices::None, 120,   L"How many vertices there are. Read-only: it follows from them."},
-  { 3, L"NumberOfFaces",    L"Number of faces",    VT_I4,      Category::Mesh,     computed<getFaceCount>(),   Choices::None, 130,   L"How many faces there are. Read-only: it follows from them."},
+  // id name                 label                  type        category            access                      writability                         choices        weight help
+  {  1, L"Vertex",           L"Vertex",             VT_VARIANT, Category::Geometry, heavyVertices(),            writable,                           Choices::None, 110,   L"The vertices, which the faces name by number."},
+  {  2, L"NumberOfVertices", L"Number of vertices", VT_I4,      Category::Mesh,     computed<getVertexCount>(), readOnly(reasons::followsFromThem), Choices::None, 120,   L"How many vertices there are."},
+  {  3, L"NumberOfFaces",    L"Number of faces",    VT_I4,      Category::Mesh,     computed<getFaceCount>(),   readOnly(reasons::followsFromThem), Choices::None, 130,   L"How many faces there are."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltPolyfaceMesh = {
-    CLSID_VeltPolyfaceMesh,
-    L"VeltPolyfaceMesh",
-    L"Polyface Mesh",
-    "POLYLINE",
-    L"Faces between vertices in space.",
-    &entityRows,
-    rows,
-    nullptr,
-    {},
-    isMesh,
+    .clsid = CLSID_VeltPolyfaceMesh,
+    .name = L"VeltPolyfaceMesh",
+    .label = L"Polyface Mesh",
+    .dxfName = "POLYLINE",
+    .standsFor = isMesh,
+    .help = L"Faces between vertices in space.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

@@ -58,8 +58,13 @@ void putVertices(const Subject& subject, const std::vector<double>& coordinates)
   putHeavyVertexPlaces(subject, 2, coordinates);
 }
 
-constexpr ElementAccess vertexElements = {widthLabels,      false,           1, vertexCount,
-                                          getVertexElement, putVertexElement};
+constexpr ElementAccess vertexElements = {
+    .labels = widthLabels,
+    .grouping = 1,
+    .groups = vertexCount,
+    .get = getVertexElement,
+    .put = putVertexElement,
+};
 
 constexpr Access vertices() {
   Access made = computed<getVertices, putVertices>();
@@ -126,35 +131,33 @@ std::int32_t getFitSmooth(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name                   label                   type                category                   access                                 choices               weight help
-  { 1,  L"Thickness",          L"Thickness",           types::distance,    Category::General,         storedReal(39, polyline),              Choices::None,        90,    L"How far the polyline is pulled along its normal."},
-  { 2,  L"Vertex",             L"Vertex",              VT_VARIANT,         Category::Geometry,        vertices(),                            Choices::None,        110,   L"The vertices, in the plane of the polyline; of a smoothed one those that it was drawn with, and then they refuse a change: the curve would have to be drawn anew."},
-  { 3,  L"StartSeg",           L"Start segment width", VT_R8,              Category::Geometry,        computed<getStartSeg, putFirst<HeavyVertexPart::StartWidth>>().notNegative(),               Choices::None,        120,   L"Width at which the first segment begins."},
-  { 4,  L"EndSeg",             L"End segment width",   VT_R8,              Category::Geometry,        computed<getEndSeg, putFirst<HeavyVertexPart::EndWidth>>().notNegative(),                 Choices::None,        130,   L"Width at which the first segment ends."},
-  { 5,  L"ConstantWidth",      L"Global width",        types::distance,    Category::Geometry,        writtenBy<putConstantWidth>(storedReal(40, polyline)).notNegative(),   Choices::None,        140,   L"Width of all segments that have none of their own; once put, none has."},
-  { 6,  L"Elevation",          L"Elevation",           types::distance,    Category::Geometry,        computed<getElevation, putElevation>(),              Choices::None,        150,   L"Height of the polyline's plane over the origin, along its normal."},
-  { 7,  L"Area",               L"Area",                VT_R8,              Category::Geometry,        computed<getArea>(),                   Choices::None,        160,   L"Of an open polyline: as if a straight line closed it. Read-only: it follows from the vertices."},
-  { 8,  L"Length",             L"Length",              types::distance,    Category::Geometry,        computed<getLength>(),                 Choices::None,        170,   L"Along all segments. Read-only: it follows from the vertices."},
-  { 9,  L"Closed",             L"Closed",              VT_BOOL,            Category::Misc,            bitUnlessSmoothed(70, polyline, 1), Choices::None,        180,   L"Whether a segment leads from the last vertex back to the first. A smoothed polyline refuses a change: it would have to be drawn anew."},
-  { 10, L"LinetypeGeneration", L"Linetype generation", VT_BOOL,            Category::Misc,            storedBit(70, polyline, 128),          Choices::None,        190,   L"Whether the pattern of the line type runs on through the vertices."},
-  { 11, L"FitSmooth",          L"Fit/Smooth",          types::polylineFit, Category::Misc,            computed<getFitSmooth>(),              Choices::Enumeration, 200,   L"How the polyline is smoothed. Read-only: the vertices that smooth it would have to be made."},
-  { 12, L"Normal",             L"Normal",              VT_VARIANT,         Category::Visualization3D, computedPoint<getNormal>(),            Choices::None,        210,   L"Upright on the plane of the polyline. Read-only: the vertices would have to follow it."},
+  // id name                   label                   type                category                   access                                                                        writability                                   choices               weight help
+  {  1, L"Thickness",          L"Thickness",           types::distance,    Category::General,         storedReal(39, polyline),                                                     writable,                                     Choices::None,         90,   L"How far the polyline is pulled along its normal."},
+  {  2, L"Vertex",             L"Vertex",              VT_VARIANT,         Category::Geometry,        vertices(),                                                                   writable,                                     Choices::None,        110,   L"The vertices, in the plane of the polyline; of a smoothed one those that it was drawn with, and then they refuse a change: the curve would have to be drawn anew."},
+  {  3, L"StartSeg",           L"Start segment width", VT_R8,              Category::Geometry,        computed<getStartSeg, putFirst<HeavyVertexPart::StartWidth>>().notNegative(), writable,                                     Choices::None,        120,   L"Width at which the first segment begins."},
+  {  4, L"EndSeg",             L"End segment width",   VT_R8,              Category::Geometry,        computed<getEndSeg, putFirst<HeavyVertexPart::EndWidth>>().notNegative(),     writable,                                     Choices::None,        130,   L"Width at which the first segment ends."},
+  {  5, L"ConstantWidth",      L"Global width",        types::distance,    Category::Geometry,        writtenBy<putConstantWidth>(storedReal(40, polyline)).notNegative(),          writable,                                     Choices::None,        140,   L"Width of all segments that have none of their own; once put, none has."},
+  {  6, L"Elevation",          L"Elevation",           types::distance,    Category::Geometry,        computed<getElevation, putElevation>(),                                       writable,                                     Choices::None,        150,   L"Height of the polyline's plane over the origin, along its normal."},
+  {  7, L"Area",               L"Area",                VT_R8,              Category::Geometry,        computed<getArea>(),                                                          readOnly(reasons::followsFromVertices),       Choices::None,        160,   L"Of an open polyline: as if a straight line closed it."},
+  {  8, L"Length",             L"Length",              types::distance,    Category::Geometry,        computed<getLength>(),                                                        readOnly(reasons::followsFromVertices),       Choices::None,        170,   L"Along all segments."},
+  {  9, L"Closed",             L"Closed",              VT_BOOL,            Category::Misc,            bitUnlessSmoothed(70, polyline, 1),                                           writable,                                     Choices::None,        180,   L"Whether a segment leads from the last vertex back to the first. A smoothed polyline refuses a change: it would have to be drawn anew."},
+  { 10, L"LinetypeGeneration", L"Linetype generation", VT_BOOL,            Category::Misc,            storedBit(70, polyline, 128),                                                 writable,                                     Choices::None,        190,   L"Whether the pattern of the line type runs on through the vertices."},
+  { 11, L"FitSmooth",          L"Fit/Smooth",          types::polylineFit, Category::Misc,            computed<getFitSmooth>(),                                                     readOnly(reasons::smoothVerticesWouldBeMade), Choices::Enumeration, 200,   L"How the polyline is smoothed."},
+  { 12, L"Normal",             L"Normal",              VT_VARIANT,         Category::Visualization3D, computedPoint<getNormal>(),                                                   readOnly(reasons::verticesWouldFollow),       Choices::None,        210,   L"Upright on the plane of the polyline."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltPolyline = {
-    CLSID_VeltPolyline,
-    L"VeltPolyline",
-    L"2D Polyline",
-    "POLYLINE",
-    L"A flat polyline whose vertices are entities of their own.",
-    &entityRows,
-    rows,
-    nullptr,
-    {},
-    isFlat,
+    .clsid = CLSID_VeltPolyline,
+    .name = L"VeltPolyline",
+    .label = L"2D Polyline",
+    .dxfName = "POLYLINE",
+    .standsFor = isFlat,
+    .help = L"A flat polyline whose vertices are entities of their own.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

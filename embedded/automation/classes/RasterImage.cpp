@@ -51,33 +51,33 @@ void putPercent(const Subject& subject, const std::int32_t& percent) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name                label                       type            category               access                                        choices        weight help
-  { 1,  L"Origin",          L"Position",                VT_VARIANT,     Category::Geometry,    worldPoint(10, image),                        Choices::None, 110,   L"Lower left corner of the image."},
-  { 2,  L"Rotation",        L"Rotation",                types::angle,   Category::Geometry,    computed<pictureRotation>(),                      Choices::None, 120,   L"Direction of the lower edge. Read-only: both edges would have to follow it."},
-  { 3,  L"Width",           L"Width",                   VT_R8,          Category::Geometry,    computed<pictureWidth>(),                         Choices::None, 130,   L"Length of the lower edge. Read-only: the boundary would have to follow it."},
-  { 4,  L"Height",          L"Height",                  VT_R8,          Category::Geometry,    computed<pictureHeight>(),                        Choices::None, 140,   L"Length of the left edge. Read-only: the boundary would have to follow it."},
-  { 5,  L"ScaleFactor",     L"Scale",                   types::noUnits, Category::Geometry,    computed<getScaleFactor>(),                   Choices::None, 150,   L"How many drawing units the image is wide. Read-only: the edges would have to follow it."},
-  { 6,  L"Name",            L"Name",                    VT_BSTR,        Category::Misc,        computed<getName>(),                          Choices::None, 160,   L"What the drawing calls the picture. Read-only: other images may show the same."},
-  { 7,  L"ImageFile",       L"Path",                    VT_BSTR,        Category::Misc,        computed<getImageFile>(),                     Choices::None, 170,   L"File of the picture. Read-only: other images may show the same."},
-  { 8,  L"ImageVisibility", L"Show image",              VT_BOOL,        Category::Misc,        storedBit(70, image, 1),                      Choices::None, 180,   L"Whether more than the frame is drawn."},
-  { 9,  L"ClippingEnabled", L"Show clipped",            VT_BOOL,        Category::Misc,        storedBit(280, image, 1).readOnly(),          Choices::None, 190,   L"Whether only what lies inside the boundary is drawn. Read-only: the boundary would have to be made."},
-  { 10, L"Transparency",    L"Background transparency", VT_BOOL,        Category::Misc,        storedBit(70, image, 8),                      Choices::None, 200,   L"Whether the background of the picture lets through what lies behind it."},
-  { 11, L"Brightness",      L"Brightness",              VT_I4,          Category::ImageAdjust, computed<getPercent<281>, putPercent<281>>(), Choices::None, 210,   L"From 0 to 100; 50 for the picture as it is."},
-  { 12, L"Contrast",        L"Contrast",                VT_I4,          Category::ImageAdjust, computed<getPercent<282>, putPercent<282>>(), Choices::None, 220,   L"From 0 to 100; 50 for the picture as it is."},
-  { 13, L"Fade",            L"Fade",                    VT_I4,          Category::ImageAdjust, computed<getPercent<283>, putPercent<283>>(), Choices::None, 230,   L"From 0 to 100; 0 for the picture as it is."},
+  // id name                label                       type            category               access                                        writability                              choices        weight help
+  {  1, L"Origin",          L"Position",                VT_VARIANT,     Category::Geometry,    worldPoint(10, image),                        writable,                                Choices::None, 110,   L"Lower left corner of the image."},
+  {  2, L"Rotation",        L"Rotation",                types::angle,   Category::Geometry,    computed<pictureRotation>(),                  readOnly(reasons::bothEdgesWouldFollow), Choices::None, 120,   L"Direction of the lower edge."},
+  {  3, L"Width",           L"Width",                   VT_R8,          Category::Geometry,    computed<pictureWidth>(),                     readOnly(reasons::boundaryWouldFollow),  Choices::None, 130,   L"Length of the lower edge."},
+  {  4, L"Height",          L"Height",                  VT_R8,          Category::Geometry,    computed<pictureHeight>(),                    readOnly(reasons::boundaryWouldFollow),  Choices::None, 140,   L"Length of the left edge."},
+  {  5, L"ScaleFactor",     L"Scale",                   types::noUnits, Category::Geometry,    computed<getScaleFactor>(),                   readOnly(reasons::edgesWouldFollow),     Choices::None, 150,   L"How many drawing units the image is wide."},
+  {  6, L"Name",            L"Name",                    VT_BSTR,        Category::Misc,        computed<getName>(),                          readOnly(reasons::otherImagesMayShowIt), Choices::None, 160,   L"What the drawing calls the picture."},
+  {  7, L"ImageFile",       L"Path",                    VT_BSTR,        Category::Misc,        computed<getImageFile>(),                     readOnly(reasons::otherImagesMayShowIt), Choices::None, 170,   L"File of the picture."},
+  {  8, L"ImageVisibility", L"Show image",              VT_BOOL,        Category::Misc,        storedBit(70, image, 1),                      writable,                                Choices::None, 180,   L"Whether more than the frame is drawn."},
+  {  9, L"ClippingEnabled", L"Show clipped",            VT_BOOL,        Category::Misc,        storedBit(280, image, 1),                     readOnly(reasons::boundaryWouldBeMade),  Choices::None, 190,   L"Whether only what lies inside the boundary is drawn."},
+  { 10, L"Transparency",    L"Background transparency", VT_BOOL,        Category::Misc,        storedBit(70, image, 8),                      writable,                                Choices::None, 200,   L"Whether the background of the picture lets through what lies behind it."},
+  { 11, L"Brightness",      L"Brightness",              VT_I4,          Category::ImageAdjust, computed<getPercent<281>, putPercent<281>>(), writable,                                Choices::None, 210,   L"From 0 to 100; 50 for the picture as it is."},
+  { 12, L"Contrast",        L"Contrast",                VT_I4,          Category::ImageAdjust, computed<getPercent<282>, putPercent<282>>(), writable,                                Choices::None, 220,   L"From 0 to 100; 50 for the picture as it is."},
+  { 13, L"Fade",            L"Fade",                    VT_I4,          Category::ImageAdjust, computed<getPercent<283>, putPercent<283>>(), writable,                                Choices::None, 230,   L"From 0 to 100; 0 for the picture as it is."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltRasterImage = {
-    CLSID_VeltRasterImage,
-    L"VeltRasterImage",
-    L"Raster Image",
-    "IMAGE",
-    L"A placed picture.",
-    &entityRows,
-    rows,
+    .clsid = CLSID_VeltRasterImage,
+    .name = L"VeltRasterImage",
+    .label = L"Raster Image",
+    .dxfName = "IMAGE",
+    .help = L"A placed picture.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

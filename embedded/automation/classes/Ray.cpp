@@ -11,7 +11,13 @@ constexpr auto rows = endlessLineRows("AcDbRay", L"Where the line begins.");
 }  // namespace
 
 constinit const AutomationClass classes::VeltRay = {
-    CLSID_VeltRay, L"VeltRay", L"Ray", "RAY", L"A line without an end.", &entityRows, rows,
+    .clsid = CLSID_VeltRay,
+    .name = L"VeltRay",
+    .label = L"Ray",
+    .dxfName = "RAY",
+    .help = L"A line without an end.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

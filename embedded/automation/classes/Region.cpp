@@ -20,17 +20,23 @@ double getPerimeter(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name          label          type             category            access                    choices        weight help
-  { 1, L"Area",      L"Area",       VT_R8,           Category::Geometry, computed<getArea>(),      Choices::None, 110,   L"Area of the region. Read-only: it follows from the outline."},
-  { 2, L"ModelData", L"Model data", types::noEditor, Category::Misc,     computed<modelDataOf>(),  Choices::None, 120,   L"How much the drawing stores about the outline. Read-only: only a modeller can write it."},
-  { 3, L"Perimeter", L"Perimeter",  types::distance, Category::Geometry, computed<getPerimeter>(), Choices::None, 130,   L"Length of the outline, with the holes. Read-only: it follows from the outline."},
+  // id name          label          type             category            access                    writability                            choices        weight help
+  {  1, L"Area",      L"Area",       VT_R8,           Category::Geometry, computed<getArea>(),      readOnly(reasons::followsFromOutline), Choices::None, 110,   L"Area of the region."},
+  {  2, L"ModelData", L"Model data", types::noEditor, Category::Misc,     computed<modelDataOf>(),  readOnly(reasons::modellerWritesIt),   Choices::None, 120,   L"How much the drawing stores about the outline."},
+  {  3, L"Perimeter", L"Perimeter",  types::distance, Category::Geometry, computed<getPerimeter>(), readOnly(reasons::followsFromOutline), Choices::None, 130,   L"Length of the outline, with the holes."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltRegion = {
-    CLSID_VeltRegion, L"VeltRegion", L"Region", "REGION", L"An area of any outline.", &entityRows, rows,
+    .clsid = CLSID_VeltRegion,
+    .name = L"VeltRegion",
+    .label = L"Region",
+    .dxfName = "REGION",
+    .help = L"An area of any outline.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

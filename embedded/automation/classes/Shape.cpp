@@ -18,22 +18,28 @@ std::wstring getName(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name               label            type             category                   access                               choices        weight help
-  { 1, L"Thickness",      L"Thickness",    types::distance, Category::General,         storedReal(39, shape),               Choices::None, 90,    L"How far the shape is pulled along its normal."},
-  { 2, L"Name",           L"Name",         VT_BSTR,         Category::Misc,            computed<getName>(),                 Choices::None, 110,   L"Name of the sign in its file. Read-only: the file stands outside of the drawing."},
-  { 3, L"Size",           L"Size",         types::distance, Category::Misc,            storedReal(40, shape, 1).positive(), Choices::None, 120,   L"Size of the sign."},
-  { 4, L"Rotation",       L"Rotation",     types::angle,    Category::Misc,            storedDirection(50, shape),          Choices::None, 130,   L"Direction of the sign in its plane."},
-  { 5, L"ScaleFactor",    L"Width factor", types::noUnits,  Category::Misc,            storedReal(41, shape, 1).notZero(),  Choices::None, 140,   L"How much wider than usual the sign is."},
-  { 6, L"ObliqueAngle",   L"Obliquing",    types::angle,    Category::Misc,            storedDegrees(51, shape).readOnly(), Choices::None, 150,   L"How far the sign leans to the right. Read-only: the drawing may draw it by rules of its own."},
-  { 7, L"InsertionPoint", L"Position",     VT_VARIANT,      Category::Geometry,        objectPoint(10, shape),              Choices::None, 160,   L"Where the sign is."},
-  { 8, L"Normal",         L"Normal",       VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),          Choices::None, 170,   L"Upright on the plane of the shape. Read-only: position and rotation would have to follow it."},
+  // id name               label            type             category                   access                               writability                                        choices        weight help
+  {  1, L"Thickness",      L"Thickness",    types::distance, Category::General,         storedReal(39, shape),               writable,                                          Choices::None,  90,   L"How far the shape is pulled along its normal."},
+  {  2, L"Name",           L"Name",         VT_BSTR,         Category::Misc,            computed<getName>(),                 readOnly(reasons::fileOutsideOfDrawing),           Choices::None, 110,   L"Name of the sign in its file."},
+  {  3, L"Size",           L"Size",         types::distance, Category::Misc,            storedReal(40, shape, 1).positive(), writable,                                          Choices::None, 120,   L"Size of the sign."},
+  {  4, L"Rotation",       L"Rotation",     types::angle,    Category::Misc,            storedDirection(50, shape),          writable,                                          Choices::None, 130,   L"Direction of the sign in its plane."},
+  {  5, L"ScaleFactor",    L"Width factor", types::noUnits,  Category::Misc,            storedReal(41, shape, 1).notZero(),  writable,                                          Choices::None, 140,   L"How much wider than usual the sign is."},
+  {  6, L"ObliqueAngle",   L"Obliquing",    types::angle,    Category::Misc,            storedDegrees(51, shape),            readOnly(reasons::ownRulesOfDrawing),              Choices::None, 150,   L"How far the sign leans to the right."},
+  {  7, L"InsertionPoint", L"Position",     VT_VARIANT,      Category::Geometry,        objectPoint(10, shape),              writable,                                          Choices::None, 160,   L"Where the sign is."},
+  {  8, L"Normal",         L"Normal",       VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),          readOnly(reasons::positionAndRotationWouldFollow), Choices::None, 170,   L"Upright on the plane of the shape."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltShape = {
-    CLSID_VeltShape, L"VeltShape", L"Shape", "SHAPE", L"A sign of a shape file.", &entityRows, rows,
+    .clsid = CLSID_VeltShape,
+    .name = L"VeltShape",
+    .label = L"Shape",
+    .dxfName = "SHAPE",
+    .help = L"A sign of a shape file.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

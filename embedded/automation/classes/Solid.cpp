@@ -11,8 +11,13 @@ constexpr const std::span<const PropertyRow>* families[] = {&filledAreaRows};
 }  // namespace
 
 constinit const AutomationClass classes::VeltSolid = {
-    CLSID_VeltSolid, L"VeltSolid", L"2D Solid", "SOLID",  L"A filled area of three or four corners.",
-    &entityRows,     {},           nullptr,     families,
+    .clsid = CLSID_VeltSolid,
+    .name = L"VeltSolid",
+    .label = L"2D Solid",
+    .dxfName = "SOLID",
+    .help = L"A filled area of three or four corners.",
+    .general = &entityRows,
+    .families = families,
 };
 
 }  // namespace velt::automation

@@ -123,29 +123,35 @@ double getArea(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name                      label                        type             category            access                                        choices        weight help
-  { 1,  L"ControlPoint",          L"Control points",           VT_VARIANT,      Category::Geometry, computedPoints<getPoints<10>, controlLabels>(),              Choices::None, 110,   L"The points that the curve is drawn to. Read-only: fit points and tangents would have to follow them."},
-  { 2,  L"NumberOfControlPoints", L"Number of control points", VT_I4,           Category::Geometry, computed<getControlPointCount>(),             Choices::None, 120,   L"How many control points there are. Read-only: it follows from them."},
-  { 3,  L"Weight",                L"Weight",                   VT_R8,           Category::Geometry, storedReal(41, spline, 1).readOnly(),         Choices::None, 130,   L"How strongly the first control point draws the curve. Read-only: fit points would have to follow it."},
-  { 4,  L"FitPoint",              L"Fit points",               VT_VARIANT,      Category::Geometry, computedPoints<getPoints<11>, fitLabels>(),                  Choices::None, 140,   L"The points that the curve was drawn through. Read-only: the control points would have to follow them."},
-  { 5,  L"NumberOfFitPoints",     L"Number of fit points",     VT_I4,           Category::Geometry, computed<getFitPointCount>(),                 Choices::None, 150,   L"How many fit points there are. Read-only: it follows from them."},
-  { 6,  L"Degree",                L"Degree",                   VT_I4,           Category::Misc,     storedInteger(71, spline, 3).readOnly(),      Choices::None, 160,   L"Degree of the curve. Read-only: knots and control points would have to be made."},
-  { 7,  L"FitTolerance",          L"Fit tolerance",            types::distance, Category::Misc,     storedReal(44, spline, 1e-10).readOnly(),     Choices::None, 170,   L"How far from its fit points the curve may run. Read-only: the control points would have to follow it."},
-  { 8,  L"StartTangent",          L"Start tangent",            VT_VARIANT,      Category::Geometry, worldPoint(12, spline).readOnly(),            Choices::None, 180,   L"Direction in which the curve was made to begin. Read-only: the control points would have to follow it."},
-  { 9,  L"EndTangent",            L"End tangent",              VT_VARIANT,      Category::Geometry, worldPoint(13, spline).readOnly(),            Choices::None, 190,   L"Direction in which the curve was made to end. Read-only: the control points would have to follow it."},
-  { 10, L"Length",                L"Length",                   types::distance, Category::Geometry, computed<getLength>(),                        Choices::None, 200,   L"Along the curve. Read-only: it follows from the control points."},
-  { 11, L"Area",                  L"Area",                     VT_R8,           Category::Geometry, computed<getArea>(),                          Choices::None, 210,   L"Of an open spline: as if a straight line closed it. Read-only: it follows from the control points."},
-  { 12, L"Closed",                L"Closed",                   VT_BOOL,         Category::Misc,     storedBit(70, spline, 1).readOnly(),          Choices::None, 220,   L"Whether the curve ends where it begins. Read-only: it follows from the control points."},
-  { 13, L"Periodic",              L"Periodic",                 VT_BOOL,         Category::Misc,     storedBit(70, spline, 2).readOnly(),          Choices::None, 230,   L"Whether the curve is smooth where it closes. Read-only: it follows from the knots."},
-  { 14, L"Rational",              L"Rational",                 VT_BOOL,         Category::Misc,     storedBit(70, spline, 4).readOnly(),          Choices::None, 240,   L"Whether control points have weights. Read-only: it follows from them."},
-  { 15, L"Planar",                L"Planar",                   VT_BOOL,         Category::Misc,     storedBit(70, spline, planarFlag).readOnly(), Choices::None, 250,   L"Whether the curve lies in a plane. Read-only: it follows from the control points."},
+  // id name                      label                        type             category            access                                          writability                                          choices        weight help
+  {  1, L"ControlPoint",          L"Control points",           VT_VARIANT,      Category::Geometry, computedPoints<getPoints<10>, controlLabels>(), readOnly(reasons::fitPointsAndTangentsWouldFollow),  Choices::None, 110,   L"The points that the curve is drawn to."},
+  {  2, L"NumberOfControlPoints", L"Number of control points", VT_I4,           Category::Geometry, computed<getControlPointCount>(),               readOnly(reasons::followsFromThem),                  Choices::None, 120,   L"How many control points there are."},
+  {  3, L"Weight",                L"Weight",                   VT_R8,           Category::Geometry, storedReal(41, spline, 1),                      readOnly(reasons::fitPointsWouldFollow),             Choices::None, 130,   L"How strongly the first control point draws the curve."},
+  {  4, L"FitPoint",              L"Fit points",               VT_VARIANT,      Category::Geometry, computedPoints<getPoints<11>, fitLabels>(),     readOnly(reasons::controlPointsWouldFollowThem),     Choices::None, 140,   L"The points that the curve was drawn through."},
+  {  5, L"NumberOfFitPoints",     L"Number of fit points",     VT_I4,           Category::Geometry, computed<getFitPointCount>(),                   readOnly(reasons::followsFromThem),                  Choices::None, 150,   L"How many fit points there are."},
+  {  6, L"Degree",                L"Degree",                   VT_I4,           Category::Misc,     storedInteger(71, spline, 3),                   readOnly(reasons::knotsAndControlPointsWouldBeMade), Choices::None, 160,   L"Degree of the curve."},
+  {  7, L"FitTolerance",          L"Fit tolerance",            types::distance, Category::Misc,     storedReal(44, spline, 1e-10),                  readOnly(reasons::controlPointsWouldFollow),         Choices::None, 170,   L"How far from its fit points the curve may run."},
+  {  8, L"StartTangent",          L"Start tangent",            VT_VARIANT,      Category::Geometry, worldPoint(12, spline),                         readOnly(reasons::controlPointsWouldFollow),         Choices::None, 180,   L"Direction in which the curve was made to begin."},
+  {  9, L"EndTangent",            L"End tangent",              VT_VARIANT,      Category::Geometry, worldPoint(13, spline),                         readOnly(reasons::controlPointsWouldFollow),         Choices::None, 190,   L"Direction in which the curve was made to end."},
+  { 10, L"Length",                L"Length",                   types::distance, Category::Geometry, computed<getLength>(),                          readOnly(reasons::followsFromControlPoints),         Choices::None, 200,   L"Along the curve."},
+  { 11, L"Area",                  L"Area",                     VT_R8,           Category::Geometry, computed<getArea>(),                            readOnly(reasons::followsFromControlPoints),         Choices::None, 210,   L"Of an open spline: as if a straight line closed it."},
+  { 12, L"Closed",                L"Closed",                   VT_BOOL,         Category::Misc,     storedBit(70, spline, 1),                       readOnly(reasons::followsFromControlPoints),         Choices::None, 220,   L"Whether the curve ends where it begins."},
+  { 13, L"Periodic",              L"Periodic",                 VT_BOOL,         Category::Misc,     storedBit(70, spline, 2),                       readOnly(reasons::followsFromKnots),                 Choices::None, 230,   L"Whether the curve is smooth where it closes."},
+  { 14, L"Rational",              L"Rational",                 VT_BOOL,         Category::Misc,     storedBit(70, spline, 4),                       readOnly(reasons::followsFromThem),                  Choices::None, 240,   L"Whether control points have weights."},
+  { 15, L"Planar",                L"Planar",                   VT_BOOL,         Category::Misc,     storedBit(70, spline, planarFlag),              readOnly(reasons::followsFromControlPoints),         Choices::None, 250,   L"Whether the curve lies in a plane."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltSpline = {
-    CLSID_VeltSpline, L"VeltSpline", L"Spline", "SPLINE", L"A smooth curve.", &entityRows, rows,
+    .clsid = CLSID_VeltSpline,
+    .name = L"VeltSpline",
+    .label = L"Spline",
+    .dxfName = "SPLINE",
+    .help = L"A smooth curve.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

@@ -50,23 +50,29 @@ std::wstring getTitle(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name                label                type                  category            access                                choices               weight help
-  { 1, L"StyleName",       L"Table style",      VT_BSTR,              Category::Table,    computed<getStyleName>(),             Choices::None,        110,   L"Name of the style. Read-only: the drawing stores how the table looks, which would stay what it is."},
-  { 2, L"Rows",            L"Rows",             VT_I4,                Category::Table,    storedInteger(91, table).readOnly(),  Choices::None,        120,   L"How many rows there are. Read-only: their cells would have to be made."},
-  { 3, L"Columns",         L"Columns",          VT_I4,                Category::Table,    storedInteger(92, table).readOnly(),  Choices::None,        130,   L"How many columns there are. Read-only: their cells would have to be made."},
-  { 4, L"FlowDirection",   L"Direction",        types::flowDirection, Category::Table,    computed<getFlowDirection>(),         Choices::Enumeration, 140,   L"Which way the rows follow each other. Read-only: the drawing stores how the table looks, which would stay what it is."},
-  { 5, L"Width",           L"Table width",      types::distance,      Category::Table,    computed<getWidth>(),                 Choices::None,        150,   L"Of all columns. Read-only: it follows from them."},
-  { 6, L"Height",          L"Table height",     types::distance,      Category::Table,    computed<getHeight>(),                Choices::None,        160,   L"Of all rows. Read-only: it follows from them."},
-  { 7, L"FirstCell",       L"First cell",       VT_BSTR,              Category::Cell,     computed<getTitle>(),                 Choices::None,        170,   L"Text of the first cell that has one. Read-only: the drawing stores how the table looks, which would stay what it is."},
-  { 8, L"InsertionPoint",  L"Position",         VT_VARIANT,           Category::Geometry, worldPoint(10, reference).readOnly(), Choices::None,        180,   L"Upper left corner of the table. Read-only: newer drawings store it several times."},
-  { 9, L"DirectionVector", L"Direction vector", VT_VARIANT,           Category::Geometry, computedPoint<getDirectionVector>(),  Choices::None,        190,   L"Direction of the rows. Read-only: the drawing stores how the table looks, which would stay what it is."},
+  // id name                label                type                  category            access                               writability                               choices               weight help
+  {  1, L"StyleName",       L"Table style",      VT_BSTR,              Category::Table,    computed<getStyleName>(),            readOnly(reasons::tableLooksStored),      Choices::None,        110,   L"Name of the style."},
+  {  2, L"Rows",            L"Rows",             VT_I4,                Category::Table,    storedInteger(91, table),            readOnly(reasons::theirCellsWouldBeMade), Choices::None,        120,   L"How many rows there are."},
+  {  3, L"Columns",         L"Columns",          VT_I4,                Category::Table,    storedInteger(92, table),            readOnly(reasons::theirCellsWouldBeMade), Choices::None,        130,   L"How many columns there are."},
+  {  4, L"FlowDirection",   L"Direction",        types::flowDirection, Category::Table,    computed<getFlowDirection>(),        readOnly(reasons::tableLooksStored),      Choices::Enumeration, 140,   L"Which way the rows follow each other."},
+  {  5, L"Width",           L"Table width",      types::distance,      Category::Table,    computed<getWidth>(),                readOnly(reasons::followsFromThem),       Choices::None,        150,   L"Of all columns."},
+  {  6, L"Height",          L"Table height",     types::distance,      Category::Table,    computed<getHeight>(),               readOnly(reasons::followsFromThem),       Choices::None,        160,   L"Of all rows."},
+  {  7, L"FirstCell",       L"First cell",       VT_BSTR,              Category::Cell,     computed<getTitle>(),                readOnly(reasons::tableLooksStored),      Choices::None,        170,   L"Text of the first cell that has one."},
+  {  8, L"InsertionPoint",  L"Position",         VT_VARIANT,           Category::Geometry, worldPoint(10, reference),           readOnly(reasons::storedSeveralTimes),    Choices::None,        180,   L"Upper left corner of the table."},
+  {  9, L"DirectionVector", L"Direction vector", VT_VARIANT,           Category::Geometry, computedPoint<getDirectionVector>(), readOnly(reasons::tableLooksStored),      Choices::None,        190,   L"Direction of the rows."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltTable = {
-    CLSID_VeltTable, L"VeltTable", L"Table", "ACAD_TABLE", L"Cells in rows and columns.", &entityRows, rows,
+    .clsid = CLSID_VeltTable,
+    .name = L"VeltTable",
+    .label = L"Table",
+    .dxfName = "ACAD_TABLE",
+    .help = L"Cells in rows and columns.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

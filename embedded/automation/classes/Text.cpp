@@ -212,20 +212,20 @@ void putJustify(const Subject& subject, const std::int32_t& justification) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name                   label              type                      category                   access                                                         choices               weight help
-  {  1, L"Thickness",          L"Thickness",      types::distance,          Category::General,         storedReal(39, text).keepingShape(),                           Choices::None,         90, L"How far the text is pulled along its normal."},
-  {  2, L"TextString",         L"Contents",       VT_BSTR,                  Category::Text,            writtenBy<putTextString>(storedText(1, text)).keepingShape(),  Choices::None,        110, L"The wording, with its codes."},
-  {  3, L"Style",              L"Style",          VT_BSTR,                  Category::Text,            computed<getStyle, putStyle>().keepingShape(),                 Choices::TextStyles,  120, L"Name of the text style."},
-  {  4, L"Justify",            L"Justify",        types::textJustification, Category::Text,            computed<getJustify, putJustify>(),                            Choices::Enumeration, 130, L"Where the points of the text lie against it."},
-  {  5, L"Height",             L"Height",         types::distance,          Category::Text,            writtenBy<putHeight>(storedReal(40, text)).positive(),         Choices::None,        140, L"Height of capital letters."},
-  {  6, L"Rotation",           L"Rotation",       types::angle,             Category::Text,            writtenBy<putRotation>(storedDirection(50, text)),             Choices::None,        150, L"Direction of the text in its plane."},
-  {  7, L"ScaleFactor",        L"Width factor",   types::noUnits,           Category::Text,            writtenBy<putScaleFactor>(storedReal(41, text, 1)).positive(), Choices::None,        160, L"How much wider than usual the characters are."},
-  {  8, L"ObliqueAngle",       L"Obliquing",      types::angle,             Category::Text,            writtenBy<putObliqueAngle>(storedDegrees(51, text)),           Choices::None,        170, L"How far the characters lean to the right."},
-  {  9, L"InsertionPoint",     L"Position",       VT_VARIANT,               Category::Geometry,        writtenBy<putPoint<10>>(objectPoint(10, text)),                Choices::None,        180, L"Left end of the text's base line."},
-  { 10, L"TextAlignmentPoint", L"Text alignment", VT_VARIANT,               Category::Geometry,        writtenBy<putPoint<11>>(objectPoint(11, text)),                Choices::None,        190, L"The point that the justification is about; without meaning for a text that is justified left."},
-  { 11, L"UpsideDown",         L"Upside down",    VT_BOOL,                  Category::Misc,            storedBit(71, text, 4),                                        Choices::None,        200, L"Whether the text stands on its head."},
-  { 12, L"Backward",           L"Backward",       VT_BOOL,                  Category::Misc,            storedBit(71, text, 2),                                        Choices::None,        210, L"Whether the text is mirrored."},
-  { 13, L"Normal",             L"Normal",         VT_VARIANT,               Category::Visualization3D, computedPoint<getNormal>(),                                    Choices::None,        220, L"Upright on the text's plane. Read-only: the points would have to follow it."},
+  // id name                   label              type                      category                   access                                                         writability                           choices               weight help
+  {  1, L"Thickness",          L"Thickness",      types::distance,          Category::General,         storedReal(39, text).keepingShape(),                           writable,                             Choices::None,         90,   L"How far the text is pulled along its normal."},
+  {  2, L"TextString",         L"Contents",       VT_BSTR,                  Category::Text,            writtenBy<putTextString>(storedText(1, text)).keepingShape(),  writable,                             Choices::None,        110,   L"The wording, with its codes."},
+  {  3, L"Style",              L"Style",          VT_BSTR,                  Category::Text,            computed<getStyle, putStyle>().keepingShape(),                 writable,                             Choices::TextStyles,  120,   L"Name of the text style."},
+  {  4, L"Justify",            L"Justify",        types::textJustification, Category::Text,            computed<getJustify, putJustify>(),                            writable,                             Choices::Enumeration, 130,   L"Where the points of the text lie against it."},
+  {  5, L"Height",             L"Height",         types::distance,          Category::Text,            writtenBy<putHeight>(storedReal(40, text)).positive(),         writable,                             Choices::None,        140,   L"Height of capital letters."},
+  {  6, L"Rotation",           L"Rotation",       types::angle,             Category::Text,            writtenBy<putRotation>(storedDirection(50, text)),             writable,                             Choices::None,        150,   L"Direction of the text in its plane."},
+  {  7, L"ScaleFactor",        L"Width factor",   types::noUnits,           Category::Text,            writtenBy<putScaleFactor>(storedReal(41, text, 1)).positive(), writable,                             Choices::None,        160,   L"How much wider than usual the characters are."},
+  {  8, L"ObliqueAngle",       L"Obliquing",      types::angle,             Category::Text,            writtenBy<putObliqueAngle>(storedDegrees(51, text)),           writable,                             Choices::None,        170,   L"How far the characters lean to the right."},
+  {  9, L"InsertionPoint",     L"Position",       VT_VARIANT,               Category::Geometry,        writtenBy<putPoint<10>>(objectPoint(10, text)),                writable,                             Choices::None,        180,   L"Left end of the text's base line."},
+  { 10, L"TextAlignmentPoint", L"Text alignment", VT_VARIANT,               Category::Geometry,        writtenBy<putPoint<11>>(objectPoint(11, text)),                writable,                             Choices::None,        190,   L"The point that the justification is about; without meaning for a text that is justified left."},
+  { 11, L"UpsideDown",         L"Upside down",    VT_BOOL,                  Category::Misc,            storedBit(71, text, 4),                                        writable,                             Choices::None,        200,   L"Whether the text stands on its head."},
+  { 12, L"Backward",           L"Backward",       VT_BOOL,                  Category::Misc,            storedBit(71, text, 2),                                        writable,                             Choices::None,        210,   L"Whether the text is mirrored."},
+  { 13, L"Normal",             L"Normal",         VT_VARIANT,               Category::Visualization3D, computedPoint<getNormal>(),                                    readOnly(reasons::pointsWouldFollow), Choices::None,        220,   L"Upright on the text's plane."},
 };
 // clang-format on
 
@@ -234,7 +234,13 @@ constexpr PropertyRow rows[] = {
 const std::span<const PropertyRow> singleLineRows = rows;
 
 constinit const AutomationClass classes::VeltText = {
-    CLSID_VeltText, L"VeltText", L"Text", "TEXT", L"A single line of text.", &entityRows, rows,
+    .clsid = CLSID_VeltText,
+    .name = L"VeltText",
+    .label = L"Text",
+    .dxfName = "TEXT",
+    .help = L"A single line of text.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

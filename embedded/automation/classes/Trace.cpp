@@ -11,8 +11,13 @@ constexpr const std::span<const PropertyRow>* families[] = {&filledAreaRows};
 }  // namespace
 
 constinit const AutomationClass classes::VeltTrace = {
-    CLSID_VeltTrace, L"VeltTrace", L"Trace", "TRACE",  L"A filled line of its own width.",
-    &entityRows,     {},           nullptr,  families,
+    .clsid = CLSID_VeltTrace,
+    .name = L"VeltTrace",
+    .label = L"Trace",
+    .dxfName = "TRACE",
+    .help = L"A filled line of its own width.",
+    .general = &entityRows,
+    .families = families,
 };
 
 }  // namespace velt::automation

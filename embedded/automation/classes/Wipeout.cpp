@@ -28,21 +28,26 @@ std::vector<Vector3> getVertices(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name                label            type          category            access                               choices        weight help
-  { 1, L"Origin",          L"Position",     VT_VARIANT,   Category::Geometry, worldPoint(10, image),               Choices::None, 110,   L"Lower left corner of the area."},
-  { 2, L"Rotation",        L"Rotation",     types::angle, Category::Geometry, computed<pictureRotation>(),             Choices::None, 120,   L"Direction of the lower edge. Read-only: both edges would have to follow it."},
-  { 3, L"Width",           L"Width",        VT_R8,        Category::Geometry, computed<pictureWidth>(),                Choices::None, 130,   L"Length of the lower edge. Read-only: the boundary would have to follow it."},
-  { 4, L"Height",          L"Height",       VT_R8,        Category::Geometry, computed<pictureHeight>(),               Choices::None, 140,   L"Length of the left edge. Read-only: the boundary would have to follow it."},
-  { 5, L"Vertex",          L"Vertex",       VT_VARIANT,   Category::Geometry, computedPoints<getVertices>(),                          Choices::None, 150,   L"Corners of the boundary. Read-only: they are stored against the edges."},
-  { 6, L"ClippingEnabled", L"Show clipped", VT_BOOL,      Category::Misc,     storedBit(280, image, 1).readOnly(), Choices::None, 160,   L"Whether only what lies inside the boundary is hidden. Read-only: the boundary would have to be made."},
+  // id name                label            type          category            access                         writability                              choices        weight help
+  {  1, L"Origin",          L"Position",     VT_VARIANT,   Category::Geometry, worldPoint(10, image),         writable,                                Choices::None, 110,   L"Lower left corner of the area."},
+  {  2, L"Rotation",        L"Rotation",     types::angle, Category::Geometry, computed<pictureRotation>(),   readOnly(reasons::bothEdgesWouldFollow), Choices::None, 120,   L"Direction of the lower edge."},
+  {  3, L"Width",           L"Width",        VT_R8,        Category::Geometry, computed<pictureWidth>(),      readOnly(reasons::boundaryWouldFollow),  Choices::None, 130,   L"Length of the lower edge."},
+  {  4, L"Height",          L"Height",       VT_R8,        Category::Geometry, computed<pictureHeight>(),     readOnly(reasons::boundaryWouldFollow),  Choices::None, 140,   L"Length of the left edge."},
+  {  5, L"Vertex",          L"Vertex",       VT_VARIANT,   Category::Geometry, computedPoints<getVertices>(), readOnly(reasons::storedAgainstEdges),   Choices::None, 150,   L"Corners of the boundary."},
+  {  6, L"ClippingEnabled", L"Show clipped", VT_BOOL,      Category::Misc,     storedBit(280, image, 1),      readOnly(reasons::boundaryWouldBeMade),  Choices::None, 160,   L"Whether only what lies inside the boundary is hidden."},
 };
 // clang-format on
 
 }  // namespace
 
 constinit const AutomationClass classes::VeltWipeout = {
-    CLSID_VeltWipeout, L"VeltWipeout", L"Wipeout", "WIPEOUT", L"An area that hides what lies behind it.",
-    &entityRows,       rows,
+    .clsid = CLSID_VeltWipeout,
+    .name = L"VeltWipeout",
+    .label = L"Wipeout",
+    .dxfName = "WIPEOUT",
+    .help = L"An area that hides what lies behind it.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

@@ -11,7 +11,13 @@ constexpr auto rows = endlessLineRows("AcDbXline", L"A point of the line.");
 }  // namespace
 
 constinit const AutomationClass classes::VeltXLine = {
-    CLSID_VeltXLine, L"VeltXLine", L"Construction Line", "XLINE", L"A line without ends.", &entityRows, rows,
+    .clsid = CLSID_VeltXLine,
+    .name = L"VeltXLine",
+    .label = L"Construction Line",
+    .dxfName = "XLINE",
+    .help = L"A line without ends.",
+    .general = &entityRows,
+    .rows = rows,
 };
 
 }  // namespace velt::automation

@@ -24,7 +24,7 @@ bool isDimension(const database::Drawing& drawing, std::uint32_t record) {
 
 // A point that is stored in world coordinates, as all of a dimension but the text's are.
 constexpr Access dimensionPoint(int code) {
-  return worldPoint(code, dimension).readOnly();
+  return worldPoint(code, dimension);
 }
 
 inline Vector3 dimensionPointOf(const Subject& subject, int code) {

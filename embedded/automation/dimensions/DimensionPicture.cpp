@@ -14,17 +14,10 @@
 namespace velt::automation {
 namespace {
 
-constexpr const wchar_t* wouldStay =
-    L"The drawing stores how the dimension looks, which would stay what it is.";
-
 // Kept for the dimension that was asked last, since a palette asks one entity for all its rows.
 bool isDrawn(const Subject& dimension) {
   thread_local database::LastAsked<bool> last;
   return last.of(dimension.id(), dimension.drawing(), [&] { return hasPicture(dimension); });
-}
-
-const wchar_t* drawnIf(bool isDrawn) {
-  return isDrawn ? wouldStay : nullptr;
 }
 
 // The own text of a dimension may ask for them, too.
@@ -121,46 +114,75 @@ bool areAsTheStyleSays(const Subject& dimension, const PictureLines& lines) {
          && haveWeight(dimension, lines.extensionLines, style.integer(372, byBlock));
 }
 
-const wchar_t* whyNotLines(const Subject& dimension) {
+// --- why not ---
+
+const Reason* wouldStayIf(bool isShown) {
+  return isShown ? &reasons::pictureWouldStay : nullptr;
+}
+
+const Reason* anyPicture(const Subject& dimension) {
+  return wouldStayIf(isDrawn(dimension));
+}
+
+const Reason* pictureWithAlternateUnits(const Subject& dimension) {
+  return wouldStayIf(isDrawn(dimension) && showsAlternateUnits(dimension));
+}
+
+const Reason* pictureWithTolerances(const Subject& dimension) {
+  return wouldStayIf(isDrawn(dimension) && showsTolerances(dimension));
+}
+
+const Reason* pictureWithFixedLength(const Subject& dimension) {
+  return wouldStayIf(isDrawn(dimension) && DimensionStyle(dimension).integer(290, 0) != 0);
+}
+
+const Reason* pictureWithFractions(const Subject& dimension) {
+  return wouldStayIf(isDrawn(dimension) && showsFractions(dimension));
+}
+
+const Reason* pictureWithSmallText(const Subject& dimension) {
+  return wouldStayIf(isDrawn(dimension) && (showsTolerances(dimension) || showsFractions(dimension)));
+}
+
+const Reason* pictureWithUnknownText(const Subject& dimension) {
+  return isDrawn(dimension) ? textsOfPicture(dimension).whyNot : nullptr;
+}
+
+const Reason* pictureWithUnknownLines(const Subject& dimension) {
+  if (!isDrawn(dimension)) return nullptr;
   const PictureLines lines = linesOfPicture(dimension);
   if (lines.whyNot != nullptr) return lines.whyNot;
-  return areAsTheStyleSays(dimension, lines) ? nullptr
-                                             : L"The stored picture does not look as the style says.";
+  return areAsTheStyleSays(dimension, lines) ? nullptr : &reasons::pictureLooksOtherwise;
 }
 
 }  // namespace
 
-const wchar_t* drawnInPicture(const Subject& dimension, const PropertyRow&) {
-  return drawnIf(isDrawn(dimension));
-}
-
-const wchar_t* drawnWithAlternateUnits(const Subject& dimension, const PropertyRow&) {
-  return drawnIf(isDrawn(dimension) && showsAlternateUnits(dimension));
-}
-
-const wchar_t* drawnWithTolerances(const Subject& dimension, const PropertyRow&) {
-  return drawnIf(isDrawn(dimension) && showsTolerances(dimension));
-}
-
-const wchar_t* drawnWithFixedLength(const Subject& dimension, const PropertyRow&) {
-  return drawnIf(isDrawn(dimension) && DimensionStyle(dimension).integer(290, 0) != 0);
-}
-
-const wchar_t* drawnWithFractions(const Subject& dimension, const PropertyRow&) {
-  return drawnIf(isDrawn(dimension) && showsFractions(dimension));
-}
-
-const wchar_t* drawnWithSmallText(const Subject& dimension, const PropertyRow&) {
-  return drawnIf(isDrawn(dimension) && (showsTolerances(dimension) || showsFractions(dimension)));
-}
-
-const wchar_t* drawnWithUnknownText(const Subject& dimension, const PropertyRow&) {
-  return isDrawn(dimension) ? textsOfPicture(dimension).whyNot : nullptr;
-}
-
-const wchar_t* drawnWithUnknownLines(const Subject& dimension, const PropertyRow&) {
-  return isDrawn(dimension) ? whyNotLines(dimension) : nullptr;
-}
+// clang-format off
+constinit const Obstacle drawnInPicture = {
+    L"the drawing stores how the dimension looks, which would stay what it is.",
+    anyPicture};
+constinit const Obstacle drawnWithAlternateUnits = {
+    L"the drawing stores how the dimension looks with alternate units, which would stay what it is.",
+    pictureWithAlternateUnits};
+constinit const Obstacle drawnWithTolerances = {
+    L"the drawing stores how the dimension looks with tolerances, which would stay what it is.",
+    pictureWithTolerances};
+constinit const Obstacle drawnWithFixedLength = {
+    L"the drawing stores how the dimension looks with extension lines of fixed length, which would stay what it is.",
+    pictureWithFixedLength};
+constinit const Obstacle drawnWithFractions = {
+    L"the drawing stores how the dimension looks with fractions, which would stay what it is.",
+    pictureWithFractions};
+constinit const Obstacle drawnWithSmallText = {
+    L"the drawing stores how the dimension looks with tolerances or fractions, which would stay what it is.",
+    pictureWithSmallText};
+constinit const Obstacle drawnWithUnknownText = {
+    L"the drawing stores how the dimension looks and its text cannot be told, or is shared, which would stay what it is.",
+    pictureWithUnknownText};
+constinit const Obstacle drawnWithUnknownLines = {
+    L"the drawing stores how the dimension looks and its lines cannot be told apart, or are shared, which would stay what it is.",
+    pictureWithUnknownLines};
+// clang-format on
 
 void putTextColor(const Subject& dimension, const PropertyRow& row, const Value& value) {
   if (isInEffect(dimension, row, value)) return;

@@ -114,7 +114,7 @@ using Putter = void (*)(const Subject&, const PropertyRow&, const Value&);
 
 // clang-format off
 constexpr Access styleVariable(int code, double otherwise, Getter get, Putter put, std::int32_t mask = 0) {
-  return {AccessKind::StyleVariable, code, dimensionStyleSubclass, otherwise, mask, Limit::None, get, put, nullptr, firstFormatOf(code)};
+  return {.kind = AccessKind::StyleVariable, .code = code, .subclass = dimensionStyleSubclass, .otherwise = otherwise, .mask = mask, .get = get, .put = put, .since = firstFormatOf(code)};
 }
 constexpr Access styleReal(int code, double otherwise) { return styleVariable(code, otherwise, access::getStyleReal, access::putStyleReal); }
 // The index of a color, by block if it is missing.

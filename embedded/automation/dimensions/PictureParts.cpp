@@ -19,11 +19,6 @@ namespace {
 
 constexpr const char* dimensionSubclass = "AcDbDimension";
 
-constexpr const wchar_t* shared = L"Another entity shows the same picture of a dimension.";
-constexpr const wchar_t* ownColors = L"The text of the stored picture has colours of its own.";
-constexpr const wchar_t* unknownText = L"What is text in the stored picture of the dimension cannot be told.";
-constexpr const wchar_t* unknownLines = L"Which lines of the stored picture are which cannot be told.";
-
 bool isOneOf(std::string_view type, std::initializer_list<std::string_view> names) {
   return std::find(names.begin(), names.end(), type) != names.end();
 }
@@ -210,23 +205,24 @@ bool hasPicture(const Subject& dimension) {
 PictureTexts textsOfPicture(const Subject& dimension) {
   const database::TableEntry* const picture = pictureOf(dimension);
   const database::Drawing& drawing = dimension.drawing();
-  if (picture == nullptr) return {unknownText, {}};
+  if (picture == nullptr) return {&reasons::pictureTextUnknown, {}};
   // The symbol of an arc, and a frame, are lines that may have the color of the text.
   const bool hasFrame = DimensionStyle(dimension).real(147, 0) < 0;
-  if (hasFrame || dimension.lens().type() == "ARC_DIMENSION") return {unknownText, {}};
-  if (isShared(dimension, *picture)) return {shared, {}};
+  if (hasFrame || dimension.lens().type() == "ARC_DIMENSION") return {&reasons::pictureTextUnknown, {}};
+  if (isShared(dimension, *picture)) return {&reasons::pictureShared, {}};
   PictureTexts texts;
   for (const std::uint32_t record : membersOf(drawing, *picture)) {
     const std::string_view type = drawing.view(record).type();
     if (isOneOf(type, {"TEXT", "MTEXT"})) {
       texts.records.push_back(record);
-      if (type == "MTEXT" && hasOwnColors(database::Lens(drawing, record))) return {ownColors, {}};
+      if (type == "MTEXT" && hasOwnColors(database::Lens(drawing, record)))
+        return {&reasons::pictureTextHasColors, {}};
     } else if (!hasNoText(type) && !(type == "INSERT" && showsNoText(drawing, record))) {
-      return {unknownText, {}};
+      return {&reasons::pictureTextUnknown, {}};
     }
   }
   // There is one somewhere, be it in lines.
-  if (texts.records.empty()) texts.whyNot = unknownText;
+  if (texts.records.empty()) texts.whyNot = &reasons::pictureTextUnknown;
   return texts;
 }
 
@@ -235,16 +231,16 @@ PictureLines linesOfPicture(const Subject& dimension) {
   const std::optional<Frame> frame = frameOfPicture(dimension);
   PictureLines lines;
   if (picture == nullptr || !frame) {
-    lines.whyNot = unknownLines;
+    lines.whyNot = &reasons::pictureLinesUnknown;
     return lines;
   }
   if (isShared(dimension, *picture)) {
-    lines.whyNot = shared;
+    lines.whyNot = &reasons::pictureShared;
     return lines;
   }
   for (const std::uint32_t record : membersOf(dimension.drawing(), *picture)) {
     if (tell(dimension, *frame, record, lines)) continue;
-    lines.whyNot = unknownLines;
+    lines.whyNot = &reasons::pictureLinesUnknown;
     break;
   }
   return lines;

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "embedded/automation/model/Reasons.h"
 #include "embedded/automation/model/Subject.h"
 
 namespace velt::automation {
@@ -18,7 +19,7 @@ namespace velt::automation {
 
 struct PictureTexts {
   // Null when they could be told.
-  const wchar_t* whyNot = nullptr;
+  const Reason* whyNot = nullptr;
   std::vector<std::uint32_t> records;
 };
 
@@ -26,7 +27,8 @@ struct PictureTexts {
 [[nodiscard]] PictureTexts textsOfPicture(const Subject& dimension);
 
 struct PictureLines {
-  const wchar_t* whyNot = nullptr;
+  // Null when they could be told.
+  const Reason* whyNot = nullptr;
   std::vector<std::uint32_t> dimensionLines;
   std::vector<std::uint32_t> extensionLines;
   std::vector<std::uint32_t> filledArrowheads;

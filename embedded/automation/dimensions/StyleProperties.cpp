@@ -264,7 +264,7 @@ void putDimStyle(const Subject& subject, const std::wstring& name) {
   const TextPlace before = textPlaceOf(subject);
   keepingMeasurement(subject, [&] { Editor(subject).name(code, subclassOfStyle(subject), *style); });
   if (leaderLeadsToText(subject) && textPlaceOf(subject) != before) {
-    throw Refusal(E_FAIL, L"The text that the leader leads to would have to move.");
+    throw Refusal(reasons::leaderTextWouldMove);
   }
 }
 

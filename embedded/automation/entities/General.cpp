@@ -224,22 +224,22 @@ std::wstring getEntityName(const Subject& subject) {
 }
 
 // clang-format off
-constexpr PropertyRow handleRow = {1310, L"Handle",     L"Handle", VT_BSTR, Category::Misc, computed<getHandle>(),     Choices::None, 910, L"What names the object within its drawing. Read-only: it never changes."};
-constexpr PropertyRow nameRow =   {1311, L"EntityName", L"Name",   VT_BSTR, Category::Misc, computed<getEntityName>(), Choices::None, 900, L"What kind of object it is. Read-only: it never changes."};
+constexpr PropertyRow handleRow = {1310, L"Handle",     L"Handle", VT_BSTR, Category::Misc, computed<getHandle>(),     readOnly(reasons::neverChanges), Choices::None, 910, L"What names the object within its drawing."};
+constexpr PropertyRow nameRow =   {1311, L"EntityName", L"Name",   VT_BSTR, Category::Misc, computed<getEntityName>(), readOnly(reasons::neverChanges), Choices::None, 900, L"What kind of object it is."};
 
 constexpr PropertyRow objectTable[] = {handleRow, nameRow};
 
 constexpr PropertyRow entityTable[] = {
-  // id  name                   label              type                     category           access                                                                            choices               weight help
-  {1280, L"Color",              L"Color",          VT_DISPATCH,             Category::General, computed<getColor, putColor>(),                                                   Choices::Colors,       10, L"Colour of the entity; by layer when it is the layer's."},
-  {1281, L"Layer",              L"Layer",          VT_BSTR,                 Category::General, computed<getLayer, putLayer>(),                                                   Choices::Layers,       20, L"Name of the layer that the entity is on."},
-  {1282, L"Linetype",           L"Linetype",       VT_BSTR,                 Category::General, computed<getLinetype, putLinetype>(),                                             Choices::Linetypes,    30, L"Name of the line type that the entity is drawn with."},
-  {1283, L"LinetypeScale",      L"Linetype scale", VT_R8,                   Category::General, writtenBy<putLinetypeScale>(storedReal(48, common, 1)).positive().from("AC1012"), Choices::None,         40, L"Scale of the line type, relative to the scale of the drawing."},
-  {1300, L"PlotStyleName",      L"Plot style",     VT_BSTR,                 Category::General, computed<getPlotStyleName>(),                                                     Choices::None,         50, L"How the entity is plotted. Read-only: the styles stand outside of the drawing."},
-  {1299, L"Lineweight",         L"Lineweight",     types::entityLineweight, Category::General, computed<getLineweight, putLineweight>().from("AC1015"),                          Choices::Enumeration,  60, L"Width of the line on paper."},
-  {1312, L"EntityTransparency", L"Transparency",   VT_BSTR,                 Category::General, computed<getTransparency, putTransparency>().from("AC1018"),                      Choices::None,         70, L"ByLayer, ByBlock, or percent from 0 to 90."},
-  {1301, L"Hyperlinks",         L"Hyperlink",      VT_DISPATCH,             Category::General, computed<getHyperlinks>(),                                                        Choices::None,         80, L"The links that the entity carries. Read-only: they are read here and made elsewhere."},
-  {1313, L"Visible",            L"Visible",        VT_BOOL,                 Category::Misc,    computed<getVisible, putVisible>().from("AC1012"),                                Choices::None,        920, L"Whether the entity is drawn at all."},
+  // id   name                   label              type                     category           access                                                                            writability                                choices               weight help
+  { 1280, L"Color",              L"Color",          VT_DISPATCH,             Category::General, computed<getColor, putColor>(),                                                   writable,                                  Choices::Colors,       10,   L"Colour of the entity; by layer when it is the layer's."},
+  { 1281, L"Layer",              L"Layer",          VT_BSTR,                 Category::General, computed<getLayer, putLayer>(),                                                   writable,                                  Choices::Layers,       20,   L"Name of the layer that the entity is on."},
+  { 1282, L"Linetype",           L"Linetype",       VT_BSTR,                 Category::General, computed<getLinetype, putLinetype>(),                                             writable,                                  Choices::Linetypes,    30,   L"Name of the line type that the entity is drawn with."},
+  { 1283, L"LinetypeScale",      L"Linetype scale", VT_R8,                   Category::General, writtenBy<putLinetypeScale>(storedReal(48, common, 1)).positive().from("AC1012"), writable,                                  Choices::None,         40,   L"Scale of the line type, relative to the scale of the drawing."},
+  { 1300, L"PlotStyleName",      L"Plot style",     VT_BSTR,                 Category::General, computed<getPlotStyleName>(),                                                     readOnly(reasons::stylesOutsideOfDrawing), Choices::None,         50,   L"How the entity is plotted."},
+  { 1299, L"Lineweight",         L"Lineweight",     types::entityLineweight, Category::General, computed<getLineweight, putLineweight>().from("AC1015"),                          writable,                                  Choices::Enumeration,  60,   L"Width of the line on paper."},
+  { 1312, L"EntityTransparency", L"Transparency",   VT_BSTR,                 Category::General, computed<getTransparency, putTransparency>().from("AC1018"),                      writable,                                  Choices::None,         70,   L"ByLayer, ByBlock, or percent from 0 to 90."},
+  { 1301, L"Hyperlinks",         L"Hyperlink",      VT_DISPATCH,             Category::General, computed<getHyperlinks>(),                                                        readOnly(reasons::madeElsewhere),          Choices::None,         80,   L"The links that the entity carries."},
+  { 1313, L"Visible",            L"Visible",        VT_BOOL,                 Category::Misc,    computed<getVisible, putVisible>().from("AC1012"),                                writable,                                  Choices::None,        920,   L"Whether the entity is drawn at all."},
   handleRow,
   nameRow,
 };

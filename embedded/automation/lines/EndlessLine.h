@@ -26,10 +26,10 @@ inline Vector3 secondPointOf(const Subject& subject) {
 constexpr std::array<PropertyRow, 3> endlessLineRows(const char* subclass, const wchar_t* helpOfBasePoint) {
   using platform::Category;
   return {{
-    // id name                label                type        category            access                              choices        weight help
-    { 1, L"BasePoint",       L"Base point",       VT_VARIANT, Category::Geometry, worldPoint(10, subclass),           Choices::None, 110,   helpOfBasePoint},
-    { 2, L"SecondPoint",     L"Second point",     VT_VARIANT, Category::Geometry, computedPoint<secondPointOf>(),     Choices::None, 120,   L"Where the line is one unit on. Read-only: it follows from base point and direction."},
-    { 3, L"DirectionVector", L"Direction vector", VT_VARIANT, Category::Geometry, computedPoint<directionVectorOf>(), Choices::None, 130,   L"Direction of the line, of length 1. Read-only: its coordinates depend on each other."},
+    // id name                label                type        category            access                              writability                                          choices        weight help
+    {  1, L"BasePoint",       L"Base point",       VT_VARIANT, Category::Geometry, worldPoint(10, subclass),           writable,                                            Choices::None, 110,   helpOfBasePoint},
+    {  2, L"SecondPoint",     L"Second point",     VT_VARIANT, Category::Geometry, computedPoint<secondPointOf>(),     readOnly(reasons::followsFromBasePointAndDirection), Choices::None, 120,   L"Where the line is one unit on."},
+    {  3, L"DirectionVector", L"Direction vector", VT_VARIANT, Category::Geometry, computedPoint<directionVectorOf>(), readOnly(reasons::coordinatesDependOnEachOther),     Choices::None, 130,   L"Direction of the line, of length 1."},
   }};
 }
 // clang-format on

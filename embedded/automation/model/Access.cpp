@@ -42,7 +42,13 @@ void putCoordinate(const Subject& subject, const PropertyRow& row, std::size_t e
 
 }  // namespace
 
-const ElementAccess pointElements = {coordinateLabels, true, 0, oneGroup, getCoordinate, putCoordinate};
+const ElementAccess pointElements = {
+    .labels = coordinateLabels,
+    .labelsFollowRow = true,
+    .groups = oneGroup,
+    .get = getCoordinate,
+    .put = putCoordinate,
+};
 
 namespace access {
 

@@ -58,28 +58,28 @@ void putBy(const Subject& subject, const PropertyRow& row, const Value& value) {
 
 // clang-format off
 constexpr Access storedReal(int code, const char* subclass, double otherwise = 0) {
-  return {AccessKind::Real, code, subclass, otherwise, 0, Limit::None, access::getReal, access::putReal, nullptr};
+  return {.kind = AccessKind::Real, .code = code, .subclass = subclass, .otherwise = otherwise, .get = access::getReal, .put = access::putReal};
 }
 constexpr Access storedDegrees(int code, const char* subclass, double otherwiseDegrees = 0) {
-  return {AccessKind::Degrees, code, subclass, otherwiseDegrees, 0, Limit::None, access::getDegrees, access::putDegrees, nullptr};
+  return {.kind = AccessKind::Degrees, .code = code, .subclass = subclass, .otherwise = otherwiseDegrees, .get = access::getDegrees, .put = access::putDegrees};
 }
 constexpr Access storedDirection(int code, const char* subclass, double otherwiseDegrees = 0) {
-  return {AccessKind::Direction, code, subclass, otherwiseDegrees, 0, Limit::None, access::getDirection, access::putDirection, nullptr};
+  return {.kind = AccessKind::Direction, .code = code, .subclass = subclass, .otherwise = otherwiseDegrees, .get = access::getDirection, .put = access::putDirection};
 }
 constexpr Access storedInteger(int code, const char* subclass, std::int32_t otherwise = 0) {
-  return {AccessKind::Integer, code, subclass, static_cast<double>(otherwise), 0, Limit::None, access::getInteger, access::putInteger, nullptr};
+  return {.kind = AccessKind::Integer, .code = code, .subclass = subclass, .otherwise = static_cast<double>(otherwise), .get = access::getInteger, .put = access::putInteger};
 }
 constexpr Access storedBit(int code, const char* subclass, std::int32_t mask) {
-  return {AccessKind::Bit, code, subclass, 0, mask, Limit::None, access::getBit, access::putBit, nullptr};
+  return {.kind = AccessKind::Bit, .code = code, .subclass = subclass, .mask = mask, .get = access::getBit, .put = access::putBit};
 }
 constexpr Access storedText(int code, const char* subclass) {
-  return {AccessKind::Text, code, subclass, 0, 0, Limit::None, access::getText, access::putText, nullptr};
+  return {.kind = AccessKind::Text, .code = code, .subclass = subclass, .get = access::getText, .put = access::putText};
 }
 constexpr Access worldPoint(int code, const char* subclass) {
-  return {AccessKind::WorldPoint, code, subclass, 0, 0, Limit::None, access::getWorldPoint, access::putWorldPoint, &pointElements};
+  return {.kind = AccessKind::WorldPoint, .code = code, .subclass = subclass, .get = access::getWorldPoint, .put = access::putWorldPoint, .elements = &pointElements};
 }
 constexpr Access objectPoint(int code, const char* subclass) {
-  return {AccessKind::ObjectPoint, code, subclass, 0, 0, Limit::None, access::getObjectPoint, access::putObjectPoint, &pointElements};
+  return {.kind = AccessKind::ObjectPoint, .code = code, .subclass = subclass, .get = access::getObjectPoint, .put = access::putObjectPoint, .elements = &pointElements};
 }
 // clang-format on
 
@@ -87,7 +87,7 @@ constexpr Access objectPoint(int code, const char* subclass) {
 // or with a Value where it takes several types.
 template <auto Get, auto Put = nullptr>
 constexpr Access computed() {
-  Access made{AccessKind::Computed, 0, "", 0, 0, Limit::None, access::getBy<Get>, nullptr, nullptr};
+  Access made{.kind = AccessKind::Computed, .get = access::getBy<Get>};
   if constexpr (Put != nullptr) made.put = access::putBy<Put>;
   return made;
 }

@@ -161,12 +161,13 @@ HRESULT AutomationObject<Dispatch>::Editable(DISPID dispId, BOOL* editable) {
   if (editable == nullptr) return E_POINTER;
   const PropertyRow* row = kind_.index.find(dispId);
   if (row == nullptr) return DISP_E_MEMBERNOTFOUND;
-  if (!row->isWritable() || row->access.obstacle == nullptr || !row->access.obstacleShows) {
+  const Writability& writability = row->writability;
+  if (writability.obstacle == nullptr || !writability.obstacleShows) {
     *editable = row->isWritable() ? 1 : 0;
     return S_OK;
   }
   return guarded([&] {
-    *editable = row->access.obstacle(subject(), *row) == nullptr ? 1 : 0;
+    *editable = writability.obstacle->reasonFor(subject()) == nullptr ? 1 : 0;
     return S_OK;
   });
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "embedded/automation/model/HelpText.h"
+
 namespace velt::automation {
 namespace {
 
@@ -75,9 +77,10 @@ DispatchType dispatchTypeOf(const ClassIndex& index) {
   DispatchType type{kind.name, kind.help, kind.clsid, {}};
   for (const PropertyRow* row : index.rows()) {
     const WORD flags = functionFlags(*row);
-    type.functions.push_back({row->dispId, row->name, row->help, INVOKE_PROPERTYGET, row->type, flags});
+    const std::wstring help = helpText(*row);
+    type.functions.push_back({row->dispId, row->name, help, INVOKE_PROPERTYGET, row->type, flags});
     if (row->isWritable()) {
-      type.functions.push_back({row->dispId, row->name, row->help, INVOKE_PROPERTYPUT, row->type, flags});
+      type.functions.push_back({row->dispId, row->name, help, INVOKE_PROPERTYPUT, row->type, flags});
     }
   }
   return type;

@@ -108,8 +108,9 @@ void requireChangeable(const Subject& subject, const PropertyRow& row) {
                               + widened(since) + L" on.");
   }
   if (changesShape(subject.kind(), row)) requireFreeShape(subject.drawing(), subject.record());
-  if (row.access.obstacle == nullptr) return;
-  if (const wchar_t* const why = row.access.obstacle(subject, row)) throw Refusal(E_FAIL, why);
+  const Obstacle* const obstacle = row.writability.obstacle;
+  if (obstacle == nullptr) return;
+  if (const Reason* const why = obstacle->reasonFor(subject)) throw Refusal(*why);
 }
 
 void requireWithin(Limit limit, double number) {

@@ -48,25 +48,24 @@ void requireSingleLine(const database::Drawing& drawing, std::uint32_t record) {
   const database::Lens lens(drawing, record);
   if (lens.type() != "ATTRIB" && lens.type() != "ATTDEF") return;
   if (saysSeveralLines(lens) || isAttached(drawing, record, "ACAD_MLATT")) {
-    throw Refusal(E_FAIL, L"The attribute has several lines, which are stored a second time.");
+    throw Refusal(reasons::severalLines);
   }
 }
 
 void requireFreeShape(const database::Drawing& drawing, std::uint32_t record) {
   requireSingleLine(drawing, record);
   if (hasFollower(drawing, record)) {
-    throw Refusal(E_FAIL,
-                  L"A hatch, a dimension or a leader follows the entity, and would have to be made anew.");
+    throw Refusal(reasons::followedByOthers);
   }
   if (isAttached(drawing, record, "AcDbContextDataManager")) {
-    throw Refusal(E_FAIL, L"The entity is annotative: its place and size are stored for every scale.");
+    throw Refusal(reasons::annotative);
   }
 }
 
 void requireOwnWording(const Subject& text) {
   requireSingleLine(text.drawing(), text.record());
   if (isAttached(text.drawing(), text.record(), "ACAD_FIELD")) {
-    throw Refusal(E_FAIL, L"The wording is made by a field.");
+    throw Refusal(reasons::madeByField);
   }
 }
 

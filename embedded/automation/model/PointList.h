@@ -50,7 +50,11 @@ double getPointListElement(const Subject& subject, const PropertyRow&, std::size
 
 template <PointListReader Read, const wchar_t* const (&Labels)[3]>
 inline constexpr ElementAccess pointListElements = {
-    Labels, false, 1, pointListCount<Read>, getPointListElement<Read>, nullptr};
+    .labels = Labels,
+    .grouping = 1,
+    .groups = pointListCount<Read>,
+    .get = getPointListElement<Read>,
+};
 
 }  // namespace access
 

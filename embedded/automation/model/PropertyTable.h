@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "embedded/automation/model/Categories.h"
+#include "embedded/automation/model/Reasons.h"
 #include "embedded/automation/model/Subject.h"
 #include "embedded/automation/model/UserTypes.h"
 #include "embedded/automation/model/Value.h"
@@ -27,14 +28,14 @@ struct PropertyRow;
 struct ElementAccess {
   // Of the elements of a group, the same in every group.
   std::span<const wchar_t* const> labels;
-  // Shown behind the row's own label: "Start" and "X" give "Start X".
-  bool labelsFollowRow;
+  // Shown after the row's own label: "Start" and "X" give "Start X".
+  bool labelsFollowRow = false;
   // 0: there is one group only.
-  SHORT grouping;
+  SHORT grouping = 0;
   std::size_t (*groups)(const Subject&, const PropertyRow&);
   // Only elements that exist are asked for. Writing needs a row that can be written.
   double (*get)(const Subject&, const PropertyRow&, std::size_t element);
-  void (*put)(const Subject&, const PropertyRow&, std::size_t element, double);
+  void (*put)(const Subject&, const PropertyRow&, std::size_t element, double) = nullptr;
 };
 
 // Which numbers a stored value may be given.
@@ -61,43 +62,29 @@ enum class AccessKind : std::uint8_t {
   StyleVariable,
 };
 
-// How a property is read and written.
+// How a property is read and written. Whether it may be written says the row's Writability.
 struct Access {
-  AccessKind kind;
+  AccessKind kind = AccessKind::Computed;
   // Group code of a stored value.
-  int code;
-  // The subclass marker that it stands behind.
-  const char* subclass;
-  // What a stored value is when it is not there.
-  double otherwise;
-  std::int32_t mask;
-  Limit limit;
-  Value (*get)(const Subject&, const PropertyRow&);
-  // Null: read-only.
-  void (*put)(const Subject&, const PropertyRow&, const Value&);
+  int code = 0;
+  // The subclass marker after which it stands.
+  const char* subclass = "";
+  // The value that counts when the drawing stores none.
+  double otherwise = 0;
+  std::int32_t mask = 0;
+  Limit limit = Limit::None;
+  Value (*get)(const Subject&, const PropertyRow&) = nullptr;
+  // Null: nobody knows how, and the row is read-only.
+  void (*put)(const Subject&, const PropertyRow&, const Value&) = nullptr;
   // Null: not expanded.
-  const ElementAccess* elements;
+  const ElementAccess* elements = nullptr;
   // The version of the first format that can hold it; empty: all can.
   const char* since = "";
-
-  bool keepsShape =
-      // Of a class's own row: whoever follows the entity's place and size need not know.
-      false;
-
-  // What stands in the way of a put to this entity, as a sentence, or null for nothing; null: never anything. Of a row
-  // that can be written to some entities of a class only.
-  const wchar_t* (*obstacle)(const Subject&, const PropertyRow&) = nullptr;
-  // Palettes are told of the obstacle by the answer whether the row is editable there. A merge drops a row for which
-  // the answers of the selected entities differ, so this is for obstacles that like entities share.
-  bool obstacleShows = true;
+  // Of a class's own row: whoever follows the entity's place and size need not know.
+  bool keepsShape = false;
 
   // The same with one thing different, for rows of a table.
 
-  [[nodiscard]] constexpr Access readOnly() const {
-    Access same = *this;
-    same.put = nullptr;
-    return same;
-  }
   [[nodiscard]] constexpr Access limited(Limit to) const {
     Access same = *this;
     same.limit = to;
@@ -116,20 +103,41 @@ struct Access {
     same.keepsShape = true;
     return same;
   }
-  [[nodiscard]] constexpr Access unless(const wchar_t* (*hindered)(const Subject&,
-                                                                   const PropertyRow&)) const {
-    Access same = *this;
-    same.obstacle = hindered;
-    return same;
-  }
-  // Only the put tells.
-  [[nodiscard]] constexpr Access refusedWhere(const wchar_t* (*hindered)(const Subject&,
-                                                                         const PropertyRow&)) const {
-    Access same = unless(hindered);
-    same.obstacleShows = false;
-    return same;
-  }
 };
+
+// What stands in the way of changing a property of some entities of a class.
+struct Obstacle {
+  // Which entities, as the help tells it after "Read-only where".
+  const wchar_t* where;
+  // The reason that holds for this entity; null: none does.
+  const Reason* (*reasonFor)(const Subject&);
+};
+
+// Whether a property may be changed, and if not, why.
+struct Writability {
+  // The reason that holds for every entity; null: none does.
+  const Reason* never = nullptr;
+  // Null: nothing stands in the way but what holds for all rows (see Editor.h).
+  const Obstacle* obstacle = nullptr;
+  // Palettes are told of the obstacle by the answer whether the row is editable there.
+  bool obstacleShows = false;
+};
+
+// What the column of that name holds.
+
+inline constexpr Writability writable = {};
+constexpr Writability readOnly(const Reason& why) {
+  return {.never = &why};
+}
+// A merge drops a row for which the answers of the selected entities differ, so this is for obstacles that like entities
+// share.
+constexpr Writability readOnlyWhere(const Obstacle& obstacle) {
+  return {.obstacle = &obstacle, .obstacleShows = true};
+}
+// Only the put tells.
+constexpr Writability refusedWhere(const Obstacle& obstacle) {
+  return {.obstacle = &obstacle};
+}
 
 // Where the predefined values of a property come from.
 enum class Choices : std::uint8_t {
@@ -163,22 +171,23 @@ constexpr Variants variant(std::int32_t number) {
 }
 
 struct PropertyRow {
-  DISPID
   // Never 0, which a writer takes for "no such name", nor -23, by which palettes mark other rows.
-  dispId;
+  DISPID dispId;
   const wchar_t* name;
   const wchar_t* label;
   ValueType type;
   CategoryId category;
   Access access;
+  Writability writability;
   Choices choices;
   std::int32_t weight;
-  // For a row that is read-only, or is for some entities, also why.
+  // What the property is. Why it cannot be changed is told by its writability (see HelpText.h).
   const wchar_t* help;
-  std::uint8_t flags = 0;
   Variants shownFor = everyVariant;
+  std::uint8_t flags = 0;
 
-  [[nodiscard]] constexpr bool isWritable() const { return access.put != nullptr; }
+  // For some entities at least.
+  [[nodiscard]] constexpr bool isWritable() const { return writability.never == nullptr; }
 };
 
 struct AutomationClass {
@@ -187,21 +196,20 @@ struct AutomationClass {
   const wchar_t* name;
   // What people call such an entity.
   const wchar_t* label;
-  // The records that it stands for; empty: any.
+  // The type of the records that it stands for; empty: any.
   std::string_view dxfName;
+  // Picks the class's records among those of the type; null for all that no other class picks.
+  bool (*standsFor)(const database::Drawing&, std::uint32_t record) = nullptr;
   const wchar_t* help;
-  const std::span<const PropertyRow>*
-      // The rows that it shares with others; they come first. Null: none.
-      general;
+  // The rows that it shares with others; they come first. Null: none.
+  const std::span<const PropertyRow>* general = nullptr;
+  // Rows that it shares with related classes; they stand between the general ones and its own.
+  std::span<const std::span<const PropertyRow>* const> families = {};
   // Its own.
-  std::span<const PropertyRow> rows;
+  std::span<const PropertyRow> rows = {};
   // Which of its variants an object is, 0 to 7; null when there is only one. A property list that was harvested from
   // one object serves all others of the same class and variant, so whether a row is shown may depend on nothing else.
   std::int32_t (*variant)(const Subject&) = nullptr;
-  // Rows that it shares with related classes; they stand between the general ones and its own.
-  std::span<const std::span<const PropertyRow>* const> families = {};
-  // Picks the class's records among those of the name; null for all that no other class picks.
-  bool (*standsFor)(const database::Drawing&, std::uint32_t record) = nullptr;
 
   // An object of the class can be bound to that record.
   [[nodiscard]] bool takes(const database::Drawing& drawing, std::uint32_t record) const {

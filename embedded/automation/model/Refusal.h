@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "embedded/automation/model/Reasons.h"
 #include "host/com/HResult.h"
 
 namespace velt::automation {
@@ -15,6 +16,7 @@ namespace velt::automation {
 class Refusal : public std::exception {
  public:
   Refusal(HRESULT result, std::wstring text) : result_(result), text_(std::move(text)) {}
+  explicit Refusal(const Reason& reason) : Refusal(E_FAIL, reason.sentence) {}
 
   [[nodiscard]] const char* what() const noexcept override { return "refused by an automation object"; }
   [[nodiscard]] HRESULT result() const noexcept { return result_; }

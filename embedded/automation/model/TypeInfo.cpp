@@ -276,7 +276,7 @@ std::optional<MEMBERID> DispatchTypeInfo::findMemberId(std::wstring_view name) c
 std::optional<TypeInfo::MemberText> DispatchTypeInfo::textOf(MEMBERID member) const {
   if (const auto found = byId_.find(member); found != byId_.end()) {
     const TypeFunction& function = entries_[found->second].function;
-    return MemberText{function.name, function.help};
+    return MemberText{function.name, function.help.c_str()};
   }
   for (const BaseFunction& base : baseFunctions) {
     if (base.id == member) return MemberText{base.name, L""};

@@ -24,7 +24,7 @@ namespace velt::automation {
 struct TypeFunction {
   MEMBERID id;
   const wchar_t* name;
-  const wchar_t* help;
+  std::wstring help;
   INVOKEKIND kind;
   // Of the property, or what a method gives.
   ValueType type;

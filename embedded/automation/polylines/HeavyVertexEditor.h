@@ -43,8 +43,12 @@ void putHeavyVertexElement(const Subject&, const PropertyRow&, std::size_t eleme
 void putBitUnlessSmoothed(const Subject&, const PropertyRow&, const Value&);
 
 inline constexpr ElementAccess heavyVertexElements = {
-    vertexLabels,         false, 1, pointListCount<heavyVertexPlaces>, getPointListElement<heavyVertexPlaces>,
-    putHeavyVertexElement};
+    .labels = vertexLabels,
+    .grouping = 1,
+    .groups = pointListCount<heavyVertexPlaces>,
+    .get = getPointListElement<heavyVertexPlaces>,
+    .put = putHeavyVertexElement,
+};
 
 }  // namespace access
 

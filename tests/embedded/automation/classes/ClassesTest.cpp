@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <map>
 #include <set>
 #include <string>
 
@@ -56,7 +57,7 @@ std::string accessName(const Access& access) {
 
 std::string editName(const PropertyRow& row) {
   if (!row.isWritable()) return "no";
-  return row.access.obstacle == nullptr ? "yes" : "some";
+  return row.writability.obstacle == nullptr ? "yes" : "some";
 }
 
 std::string choicesName(Choices choices) {
@@ -144,10 +145,53 @@ TEST_P(EveryClass, ExplainsEveryRow) {
     const std::string help = narrow(row->help);
     EXPECT_FALSE(help.empty()) << narrow(row->name);
     EXPECT_FALSE(std::wstring_view(row->label).empty()) << narrow(row->name);
-    const bool saysReadOnly = help.find("Read-only") != std::string::npos;
-    const bool isReadOnlySomewhere = !row->isWritable() || row->access.obstacle != nullptr;
-    EXPECT_EQ(saysReadOnly, isReadOnlySomewhere) << narrow(row->name) << ": a read-only row tells why it is";
+    EXPECT_EQ(std::string::npos, help.find("Read-only"))
+        << narrow(row->name) << ": why it is read-only stands in a column of its own";
     EXPECT_NE(nullptr, categoryName(row->category.number)) << narrow(row->name);
+  }
+}
+
+TEST_P(EveryClass, CanPutEveryRowOrSaysWhyNot) {
+  for (const PropertyRow* row : index.rows()) {
+    const Writability& writability = row->writability;
+    const ElementAccess* const elements = row->access.elements;
+    if (row->isWritable()) {
+      EXPECT_NE(nullptr, row->access.put) << narrow(row->name);
+      EXPECT_TRUE(elements == nullptr || elements->put != nullptr) << narrow(row->name);
+    } else {
+      EXPECT_EQ(nullptr, writability.obstacle) << narrow(row->name) << ": no entity's can be changed anyway";
+    }
+    // Stored values come with a put that a read-only row does not use; one that is written for it is a mistake.
+    if (row->access.kind == AccessKind::Computed) {
+      EXPECT_EQ(row->isWritable(), row->access.put != nullptr) << narrow(row->name);
+    }
+  }
+}
+
+TEST_P(EveryClass, PublishesAPutForEachRowThatCanBeWritten) {
+  const DispatchType type = dispatchTypeOf(index);
+  for (const PropertyRow* row : index.rows()) {
+    const bool hasPut =
+        std::any_of(type.functions.begin(), type.functions.end(), [&](const TypeFunction& function) {
+          return function.id == row->dispId && function.kind == INVOKE_PROPERTYPUT;
+        });
+    EXPECT_EQ(row->isWritable(), hasPut) << narrow(row->name);
+  }
+}
+
+void expectSentence(std::wstring_view text, wchar_t lowest, wchar_t highest) {
+  ASSERT_FALSE(text.empty());
+  EXPECT_TRUE(text.front() >= lowest && text.front() <= highest) << narrow(text);
+  EXPECT_TRUE(text.ends_with(L'.')) << narrow(text);
+}
+
+TEST_P(EveryClass, GivesItsReasonsAsSentences) {
+  for (const PropertyRow* row : index.rows()) {
+    const auto& [never, obstacle, obstacleShows] = row->writability;
+    if (never != nullptr) expectSentence(never->sentence, L'A', L'Z');
+    if (obstacle == nullptr) continue;
+    expectSentence(obstacle->where, L'a', L'z');
+    EXPECT_NE(nullptr, obstacle->reasonFor) << narrow(row->name);
   }
 }
 
@@ -200,6 +244,19 @@ TEST(Classes, HaveDifferentIdsAndNames) {
     EXPECT_TRUE(names.insert(narrow(kind->name)).second);
     const auto* bytes = static_cast<const char*>(static_cast<const void*>(&kind->clsid));
     EXPECT_TRUE(ids.insert(std::string(bytes, sizeof kind->clsid)).second) << narrow(kind->name);
+  }
+}
+
+TEST(Classes, NameEachReasonOnce) {
+  std::map<std::wstring_view, const Reason*> reasons;
+  for (const AutomationClass* kind : automationClasses()) {
+    const ClassIndex index(*kind);
+    for (const PropertyRow* row : index.rows()) {
+      const Reason* const reason = row->writability.never;
+      if (reason == nullptr) continue;
+      const auto& [known, added] = reasons.emplace(reason->sentence, reason);
+      EXPECT_EQ(reason, known->second) << narrow(known->first) << " has two names";
+    }
   }
 }
 

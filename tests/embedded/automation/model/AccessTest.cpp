@@ -23,12 +23,9 @@ class AccessTest : public ::testing::Test {
     const VkDbObjectId id = drawing->entities()[0];
     return Subject(*database::resolve(id), id, toyClass);
   }
-  static PropertyRow row(const Access& access, const ValueType& type = VT_R8) {
-    return {1, L"Toy", L"Toy", type, platform::Category::Misc, access, Choices::None, 0, L""};
-  }
   template <class T>
   T get(const Access& access, Pairs pairs) {
-    return std::get<T>(access.get(subjectOf(pairs), row(access)));
+    return std::get<T>(access.get(subjectOf(pairs), toyRow(access)));
   }
 
   std::unique_ptr<Drawing> drawing;
@@ -88,9 +85,9 @@ TEST_F(AccessTest, PointsAreExpandedIntoTheirCoordinates) {
   const Subject subject = subjectOf({{10, "1"}, {20, "2"}, {30, "3"}});
   ASSERT_EQ(&pointElements, access.elements);
   for (std::size_t i = 0; i < 3; ++i) {
-    EXPECT_EQ(static_cast<double>(i + 1), pointElements.get(subject, row(access), i));
+    EXPECT_EQ(static_cast<double>(i + 1), pointElements.get(subject, toyRow(access), i));
   }
-  EXPECT_EQ(1U, pointElements.groups(subject, row(access)));
+  EXPECT_EQ(1U, pointElements.groups(subject, toyRow(access)));
 }
 
 TEST_F(AccessTest, ANormalIsOfLengthOneWhateverIsStored) {
@@ -99,22 +96,15 @@ TEST_F(AccessTest, ANormalIsOfLengthOneWhateverIsStored) {
   EXPECT_EQ((Vector3{0, 0, 1}), getNormal(subjectOf({{210, "0"}, {220, "0"}, {230, "0"}})));
 }
 
-TEST_F(AccessTest, ReadOnlyTakesThePutAway) {
-  const Access access = computed<getToyReal, putToyReal>();
-  EXPECT_TRUE(row(access).isWritable());
-  EXPECT_FALSE(row(access.readOnly()).isWritable());
-  EXPECT_EQ(access.get, access.readOnly().get);
-}
-
 // --- putting ---
 
 class AccessPutTest : public AccessTest {
  protected:
   AccessPutTest() { toy = {}; }
-  // The pairs behind a put.
+  // The pairs after a put.
   std::string put(const Access& access, Pairs pairs, const Value& value) {
     const Subject subject = subjectOf(pairs);
-    access.put(subject, row(access), value);
+    access.put(subject, toyRow(access), value);
     return pairsOf(*drawing);
   }
   HRESULT refusal(const Access& access, Pairs pairs, const Value& value) {
@@ -153,7 +143,7 @@ TEST_F(AccessPutTest, PointsAreStoredInTheirPlane) {
 TEST_F(AccessPutTest, ACoordinateIsChangedAlone) {
   const Access access = worldPoint(10, "*");
   const Subject subject = subjectOf({{10, "1"}, {20, "2.00"}, {30, "3"}});
-  pointElements.put(subject, row(access), 2, 7);
+  pointElements.put(subject, toyRow(access), 2, 7);
   EXPECT_EQ("10=1 20=2.00 30=7.0", pairsOf(*drawing));
 }
 

@@ -262,6 +262,32 @@ TEST_F(AutomationObjectTest, APutReachesTheSetterConverted) {
 
 TEST_F(AutomationObjectTest, AReadOnlyPropertyHasNoPut) {
   EXPECT_EQ(DISP_E_MEMBERNOTFOUND, bound().put(L"Shared", number(1)).result);
+  EXPECT_EQ(DISP_E_MEMBERNOTFOUND, bound().put(L"Stored", number(1)).result) << "though it could be written";
+  EXPECT_EQ(E_ACCESSDENIED, bound().as<IOPMPropertyExpander>()->SetElementValue(39, 0, number(1)));
+}
+
+TEST_F(AutomationObjectTest, AnObstacleRefusesThePutWithItsReason) {
+  for (const wchar_t* const name : {L"Told", L"Untold"}) {
+    toy.real = -1;
+    EXPECT_EQ(reasons::followsFromBoth.sentence, bound().put(name, number(1)).description);
+    EXPECT_TRUE(toy.put.empty());
+    toy.real = 0;
+    EXPECT_EQ(S_OK, bound().put(name, number(1)).result);
+    toy.put.clear();
+  }
+}
+
+TEST_F(AutomationObjectTest, AnObstacleThatShowsMakesTheRowReadOnlyThere) {
+  const auto isEditable = [&](DISPID id) {
+    BOOL editable = 55;
+    EXPECT_EQ(S_OK, bound().as<IOPMPropertyExtension>()->Editable(id, &editable));
+    return editable;
+  };
+  toy.real = -1;
+  EXPECT_EQ(0, isEditable(40));
+  EXPECT_EQ(1, isEditable(41)) << "only the put tells";
+  toy.real = 0;
+  EXPECT_EQ(1, isEditable(40));
 }
 
 TEST_F(AutomationObjectTest, APutByReferenceIsForObjectsOnly) {

@@ -13,7 +13,9 @@ using Offered = std::vector<std::pair<std::wstring, std::wstring>>;
 class ChoicesTest : public ::testing::Test {
  protected:
   static PropertyRow row(Choices choices, const ValueType& type = VT_BSTR) {
-    return {1, L"Toy", L"Toy", type, platform::Category::Misc, {}, choices, 0, L""};
+    PropertyRow made = toyRow({}, type);
+    made.choices = choices;
+    return made;
   }
   [[nodiscard]] Offered offered(const PropertyRow& of) const {
     const VkDbObjectId id = drawing->entities()[0];

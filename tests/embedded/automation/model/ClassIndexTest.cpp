@@ -43,7 +43,14 @@ TEST(ClassIndex, LabelsOfElementsFollowTheRowOrStandAlone) {
 }
 
 TEST(ClassIndex, AClassMayHaveNoGeneralRows) {
-  const AutomationClass bare = {CLSID_VeltTable, L"VeltBare", L"", "", L"", nullptr, toyRows};
+  const AutomationClass bare = {
+      .clsid = CLSID_VeltTable,
+      .name = L"VeltBare",
+      .label = L"",
+      .dxfName = "",
+      .help = L"",
+      .rows = toyRows,
+  };
   EXPECT_EQ(std::size(toyRows), ClassIndex(bare).rows().size());
 }
 

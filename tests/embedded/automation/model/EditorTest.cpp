@@ -84,8 +84,7 @@ TEST_F(EditorTest, FormatsAreOrderedByTheirVersion) {
 }
 
 TEST_F(EditorTest, OnlyALockedLayerKeepsItsEntitiesFromChanging) {
-  const PropertyRow row{
-      1, L"Toy", L"Toy", VT_R8, platform::Category::Misc, storedReal(40, "*"), Choices::None, 0, L""};
+  const PropertyRow row = toyRow(storedReal(40, "*"));
   const auto result = [&](const std::string& layer) {
     drawing = Sample()
                   .layer("Locked", {{70, "68"}})
@@ -102,9 +101,7 @@ TEST_F(EditorTest, OnlyALockedLayerKeepsItsEntitiesFromChanging) {
 }
 
 TEST_F(EditorTest, ARowCanNeedANewerFormat) {
-  PropertyRow row{
-      1, L"Toy", L"Toy", VT_R8, platform::Category::Misc, storedReal(40, "*").from("AC1018"), Choices::None,
-      0, L""};
+  const PropertyRow row = toyRow(storedReal(40, "*").from("AC1018"));
   const auto result = [&](const std::string& version) {
     drawing = Sample().version(version).entity("TOY").open();
     return refusalOf([&] { requireChangeable(subjectOf(*drawing), row); });
@@ -113,23 +110,21 @@ TEST_F(EditorTest, ARowCanNeedANewerFormat) {
   EXPECT_EQ(S_OK, result("AC1018"));
 }
 
-const wchar_t* standsInTheWayOfCircles(const Subject& subject, const PropertyRow&) {
-  return subject.lens().has(40, dxf::anySubclass) ? L"It is round." : nullptr;
-}
+constexpr Obstacle roundness = {
+    .where = L"the toy is round.",
+    .reasonFor =
+        [](const Subject& subject) {
+          return subject.lens().has(40, dxf::anySubclass) ? &reasons::centerWouldFollow : nullptr;
+        },
+};
 
 TEST_F(EditorTest, ARowCanNameObstaclesOfSomeEntities) {
-  const PropertyRow row{1,
-                        L"Toy",
-                        L"Toy",
-                        VT_R8,
-                        platform::Category::Misc,
-                        storedReal(41, "*").unless(standsInTheWayOfCircles),
-                        Choices::None,
-                        0,
-                        L""};
   drawing = Sample().entity("TOY", {{40, "1"}}).entity("TOY").open();
-  EXPECT_EQ(E_FAIL, refusalOf([&] { requireChangeable(subjectOf(*drawing, 0), row); }));
-  EXPECT_EQ(S_OK, refusalOf([&] { requireChangeable(subjectOf(*drawing, 1), row); }));
+  for (const Writability& writability : {readOnlyWhere(roundness), refusedWhere(roundness)}) {
+    const PropertyRow row = toyRow(storedReal(41, "*"), VT_R8, writability);
+    EXPECT_EQ(E_FAIL, refusalOf([&] { requireChangeable(subjectOf(*drawing, 0), row); }));
+    EXPECT_EQ(S_OK, refusalOf([&] { requireChangeable(subjectOf(*drawing, 1), row); }));
+  }
 }
 
 TEST_F(EditorTest, LimitsExcludeTheirNumbers) {
@@ -163,10 +158,8 @@ TEST_F(EditorTest, OnlyAnOwnRowThatChangesTheShapeDisturbsAFollower) {
                 .entity("TOY", {{5, "A"}, {102, "{ACAD_REACTORS"}, {330, "B"}, {102, "}"}, {40, "1.0"}})
                 .entity("HATCH", {{5, "B"}, {71, "1"}})
                 .open();
-  const PropertyRow shape{
-      1, L"Toy", L"Toy", VT_R8, platform::Category::Misc, storedReal(40, "*"), Choices::None, 0, L""};
-  PropertyRow keeping = shape;
-  keeping.access = storedReal(40, "*").keepingShape();
+  const PropertyRow shape = toyRow(storedReal(40, "*"));
+  const PropertyRow keeping = toyRow(storedReal(40, "*").keepingShape());
   const Subject subject = subjectOf(*drawing);
   EXPECT_EQ(E_FAIL, refusalOf([&] { requireChangeable(subject, shape); }));
   EXPECT_EQ(S_OK, refusalOf([&] { requireChangeable(subject, keeping); }));

@@ -49,8 +49,7 @@ TEST_F(PointListTest, IsReadAgainAfterAnEdit) {
 
 TEST_F(PointListTest, ElementsAreTheCoordinatesInTurn) {
   const Access access = computedPoints<readTens>();
-  const PropertyRow row = {1,      L"Toy",        L"Toy", VT_VARIANT, platform::Category::Misc,
-                           access, Choices::None, 1,      L""};
+  const PropertyRow row = toyRow(access, VT_VARIANT);
   const Subject subject = subjectOf(*drawing);
   EXPECT_EQ(2U, access.elements->groups(subject, row));
   const std::vector<double> expected = {1, 2, 3, 4, 5, 0};

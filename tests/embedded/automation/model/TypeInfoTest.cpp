@@ -82,7 +82,7 @@ TEST_F(TypeInfoTest, EachRowIsAGetAndAWritableOneAPutAfterIt) {
   EXPECT_EQ((Function{7, INVOKE_PROPERTYGET, VT_R8, 0, 0}), functionAt(8));
   EXPECT_EQ((Function{7, INVOKE_PROPERTYPUT, VT_VOID, 1, 0}), functionAt(9));
   EXPECT_EQ((Function{3, INVOKE_PROPERTYGET, VT_USERDEFINED, 0, 0}), functionAt(10));
-  constexpr UINT writable = 7;
+  constexpr UINT writable = 9;
   EXPECT_EQ(7 + 1 + std::size(toyRows) + writable, functionCount());
 }
 
@@ -130,6 +130,8 @@ TEST_F(TypeInfoTest, NamesAndHelpOfMembersComeFromTheRows) {
   EXPECT_EQ(S_OK, info->GetDocumentation(7, name.put(), help.put(), &context, file.put()));
   EXPECT_EQ(L"Real", name.view());
   EXPECT_EQ(L"Help for the real.", help.view());
+  EXPECT_EQ(S_OK, info->GetDocumentation(3, nullptr, help.put(), nullptr, nullptr));
+  EXPECT_EQ(L"Help for the choice. Read-only: it never changes.", help.view());
   EXPECT_EQ(0U, context);
   EXPECT_FALSE(file);
   EXPECT_EQ(S_OK, info->GetDocumentation(7, nullptr, nullptr, nullptr, nullptr));

@@ -1,0 +1,134 @@
+#pragma once
+
+// Why properties cannot be changed.
+//
+// One sentence for each reason, which stands in the tables of all classes that it holds for. It is read after what the
+// property is ("Length of the line. It follows ..."), which is what its "it" means.
+
+namespace velt::automation {
+
+struct Reason {
+  const wchar_t* sentence;
+};
+
+namespace reasons {
+
+// clang-format off
+
+// It follows from something that can be changed itself.
+inline constexpr Reason followsFromThem                  = {L"It follows from them."};
+inline constexpr Reason followsFromPoints                = {L"It follows from the points."};
+inline constexpr Reason followsFromVertices              = {L"It follows from the vertices."};
+inline constexpr Reason followsFromControlPoints         = {L"It follows from the control points."};
+inline constexpr Reason followsFromKnots                 = {L"It follows from the knots."};
+inline constexpr Reason followsFromCorners               = {L"It follows from the corners."};
+inline constexpr Reason followsFromBoundary              = {L"It follows from the boundary."};
+inline constexpr Reason followsFromOutline               = {L"It follows from the outline."};
+inline constexpr Reason followsFromBoth                  = {L"It follows from the two."};
+inline constexpr Reason followsFromItsEnds               = {L"It follows from its ends."};
+inline constexpr Reason followsFromRadiusAndAngles       = {L"It follows from radius and angles."};
+inline constexpr Reason followsFromRadiiAndAngles        = {L"It follows from radii and angles."};
+inline constexpr Reason followsFromCenterRadiusAndAngle  = {L"It follows from center, radius and angle."};
+inline constexpr Reason followsFromLongAxis              = {L"It follows from the long one."};
+inline constexpr Reason followsFromAxesAndStart          = {L"It follows from the axes and the start parameter."};
+inline constexpr Reason followsFromAxesAndEnd            = {L"It follows from the axes and the end parameter."};
+inline constexpr Reason followsFromHeightAndFactor       = {L"It follows from height and factor."};
+inline constexpr Reason followsFromBasePointAndDirection = {L"It follows from base point and direction."};
+inline constexpr Reason isScaleInAnotherForm             = {L"It is the scale in another form."};
+
+// Something else would have to change with it.
+inline constexpr Reason measurementWouldFollow          = {L"What the dimension measures and how it looks would have to follow."};
+inline constexpr Reason positionAndRotationWouldFollow  = {L"Position and rotation would have to follow it."};
+inline constexpr Reason directionWouldFollow            = {L"The direction would have to follow it."};
+inline constexpr Reason centerWouldFollow               = {L"The center would have to follow it."};
+inline constexpr Reason centerAndAnglesWouldFollow      = {L"Center and angles would have to follow it."};
+inline constexpr Reason viewCenterWouldFollow           = {L"The center of the view would have to follow it."};
+inline constexpr Reason axesWouldFollow                 = {L"The axes would have to follow it."};
+inline constexpr Reason planeWouldFollow                = {L"The plane would have to follow it."};
+inline constexpr Reason endsWouldFollow                 = {L"The ends would have to follow it."};
+inline constexpr Reason pointsWouldFollow               = {L"The points would have to follow it."};
+inline constexpr Reason cornersWouldFollow              = {L"The corners would have to follow it."};
+inline constexpr Reason edgesWouldFollow                = {L"The edges would have to follow it."};
+inline constexpr Reason bothEdgesWouldFollow            = {L"Both edges would have to follow it."};
+inline constexpr Reason verticesWouldFollow             = {L"The vertices would have to follow it."};
+inline constexpr Reason controlPointsWouldFollow        = {L"The control points would have to follow it."};
+inline constexpr Reason controlPointsWouldFollowThem    = {L"The control points would have to follow them."};
+inline constexpr Reason fitPointsWouldFollow            = {L"Fit points would have to follow it."};
+inline constexpr Reason fitPointsAndTangentsWouldFollow = {L"Fit points and tangents would have to follow them."};
+inline constexpr Reason boundaryWouldFollow             = {L"The boundary would have to follow it."};
+inline constexpr Reason clippingBoundaryWouldFollow     = {L"The boundary of a clipped one would have to follow it."};
+inline constexpr Reason patternLinesWouldFollow         = {L"The lines of the pattern would have to follow it."};
+inline constexpr Reason endWouldLeaveText               = {L"The end would leave the text that it leads to."};
+inline constexpr Reason referencesWouldGainOrLoseIt     = {L"References would have to gain or lose it."};
+
+// Something would have to be made or found that is not made or looked for here.
+inline constexpr Reason boundaryWouldBeMade              = {L"The boundary would have to be made."};
+inline constexpr Reason boundaryWouldBeFound             = {L"The boundary would have to be found."};
+inline constexpr Reason entityWouldBeFound               = {L"That entity would have to be found."};
+inline constexpr Reason smoothVerticesWouldBeMade        = {L"The vertices that smooth it would have to be made."};
+inline constexpr Reason knotsAndControlPointsWouldBeMade = {L"Knots and control points would have to be made."};
+inline constexpr Reason itsLinesWouldBeMade              = {L"Its lines would have to be made."};
+inline constexpr Reason theirCellsWouldBeMade            = {L"Their cells would have to be made."};
+inline constexpr Reason boxWouldBeMade                   = {L"Size and colour of the box would have to be made."};
+inline constexpr Reason theseWouldBeMade                 = {L"These would have to be made."};
+inline constexpr Reason modellerWritesIt                 = {L"Only a modeller can write it."};
+inline constexpr Reason modellerMakesThem                = {L"Only a modeller can make them."};
+inline constexpr Reason madeElsewhere                    = {L"They are read here and made elsewhere."};
+
+// The drawing stores it in a second place, or in a way that leaves no choice.
+inline constexpr Reason storedWithLines              = {L"The drawing stores it a second time with the lines, which would stay what they are."};
+inline constexpr Reason tableLooksStored             = {L"The drawing stores how the table looks, which would stay what it is."};
+inline constexpr Reason linesStored                  = {L"The lines are stored and would stay what they are."};
+inline constexpr Reason jointsStored                 = {L"The joints are stored and would stay what they are."};
+inline constexpr Reason patternLinesStored           = {L"The lines of the pattern are stored and would stay what they are."};
+inline constexpr Reason nearestColorStored           = {L"It is stored a second time as the nearest colour of the index."};
+inline constexpr Reason boundaryStoredForStyle       = {L"The stored boundary is the one of this style."};
+inline constexpr Reason storedAgainstEdges           = {L"They are stored against the edges."};
+inline constexpr Reason storedSeveralTimes           = {L"Newer drawings store it several times."};
+inline constexpr Reason styleBesideIt                = {L"Newer drawings have a style beside it."};
+inline constexpr Reason numbersWouldDiffer           = {L"Two numbers of the drawing would have to agree."};
+inline constexpr Reason coordinatesDependOnEachOther = {L"Its coordinates depend on each other."};
+inline constexpr Reason ownRulesOfDrawing            = {L"The drawing may draw it by rules of its own."};
+inline constexpr Reason placeDependsOnStyle          = {L"Where it can be chosen depends on the style."};
+
+// It is not the entity's own.
+inline constexpr Reason belongsToBlock           = {L"It belongs to the block."};
+inline constexpr Reason belongsToSharedBlock     = {L"It belongs to the block, which other references may show."};
+inline constexpr Reason belongsToReference       = {L"It belongs to the reference."};
+inline constexpr Reason belongsToSheet           = {L"It belongs to the sheet."};
+inline constexpr Reason attributesBelongToBlock  = {L"The attributes belong to the block."};
+inline constexpr Reason asTheName                = {L"As the name."};
+inline constexpr Reason blockHasSameName         = {L"The block has the same name for it."};
+inline constexpr Reason referencesHaveSameName   = {L"The references of the block have the same name for it."};
+inline constexpr Reason otherImagesMayShowIt     = {L"Other images may show the same."};
+inline constexpr Reason otherUnderlaysMayShowIt  = {L"Other underlays may show the same."};
+inline constexpr Reason dataOfAnotherApplication = {L"It stands in data of another application."};
+inline constexpr Reason fileOutsideOfDrawing     = {L"The file stands outside of the drawing."};
+inline constexpr Reason stylesOutsideOfDrawing   = {L"The styles stand outside of the drawing."};
+inline constexpr Reason tablesOutsideOfDrawing   = {L"The tables stand outside of the drawing."};
+
+// It makes the entity what it is.
+inline constexpr Reason neverChanges           = {L"It never changes."};
+inline constexpr Reason anotherKindOfReference = {L"One that is repeated is another kind of reference."};
+inline constexpr Reason entityOfItsOwn         = {L"That is an entity of its own."};
+inline constexpr Reason facesAreMadeOfThem     = {L"They are what its faces are made of."};
+inline constexpr Reason thicknessBelongsToIt   = {L"The thickness belongs to it."};
+inline constexpr Reason protectsWhatIsRead     = {L"It protects what is read here."};
+
+// For some entities only: see Obstacle.
+inline constexpr Reason pictureWouldStay      = {L"The drawing stores how the dimension looks, which would stay what it is."};
+inline constexpr Reason pictureShared         = {L"Another entity shows the same picture of a dimension."};
+inline constexpr Reason pictureLooksOtherwise = {L"The stored picture does not look as the style says."};
+inline constexpr Reason pictureTextHasColors  = {L"The text of the stored picture has colours of its own."};
+inline constexpr Reason pictureTextUnknown    = {L"What is text in the stored picture of the dimension cannot be told."};
+inline constexpr Reason pictureLinesUnknown   = {L"Which lines of the stored picture are which cannot be told."};
+inline constexpr Reason leaderTextWouldMove   = {L"The text that the leader leads to would have to move."};
+inline constexpr Reason severalLines          = {L"The attribute has several lines, which are stored a second time."};
+inline constexpr Reason followedByOthers      = {L"A hatch, a dimension or a leader follows the entity, and would have to be made anew."};
+inline constexpr Reason annotative            = {L"The entity is annotative: its place and size are stored for every scale."};
+inline constexpr Reason madeByField           = {L"The wording is made by a field."};
+
+// clang-format on
+
+}  // namespace reasons
+}  // namespace velt::automation
