@@ -2,8 +2,8 @@
 #include "embedded/automation/dimensions/DimensionGeometry.h"
 #include "embedded/automation/dimensions/DimensionPicture.h"
 #include "embedded/automation/dimensions/DimensionRows.h"
-#include "embedded/automation/dimensions/DimensionStyle.h"
 #include "embedded/automation/dimensions/DimensionTypes.h"
+#include "embedded/automation/dimensions/StyleAccess.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/model/Access.h"
 #include "host/automation/IdValues.h"
@@ -24,14 +24,14 @@ double getMeasurement(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id  name              label                 type              category                   access                      writability                                choices               weight help
-  { 101, L"AngleVertex",   L"Center",            VT_VARIANT,       Category::Geometry,        dimensionPoint(15),         readOnly(reasons::measurementWouldFollow), Choices::None,        1101,  L"Center of the arc."},
-  { 102, L"ExtLine1Point", L"Ext line 1",        VT_VARIANT,       Category::Geometry,        dimensionPoint(13),         readOnly(reasons::measurementWouldFollow), Choices::None,        1102,  L"Where the measured part of the arc begins."},
-  { 103, L"ExtLine2Point", L"Ext line 2",        VT_VARIANT,       Category::Geometry,        dimensionPoint(14),         readOnly(reasons::measurementWouldFollow), Choices::None,        1103,  L"Where it ends."},
-  { 104, L"DimArcPoint",   L"Dim arc",           VT_VARIANT,       Category::Geometry,        dimensionPoint(10),         readOnly(reasons::measurementWouldFollow), Choices::None,        1104,  L"A point of the dimension line."},
-  {   6, L"Symbol",        L"Arc length symbol", types::arcSymbol, Category::Text,            styleMember(90, 0),         readOnlyWhere(drawnInPicture),             Choices::Enumeration, 1055,  L"Where the symbol of an arc stands."},
-  {   5, L"Measurement",   L"Measurement",       types::distance,  Category::PrimaryUnits,    computed<getMeasurement>(), readOnly(reasons::followsFromPoints),      Choices::None,        1056,  L"What is measured, times the linear scale."},
-  { 106, L"Normal",        L"Normal",            VT_VARIANT,       Category::Visualization3D, computedPoint<getNormal>(), readOnly(reasons::measurementWouldFollow), Choices::None,        1106,  L"Upright on the dimension's plane."},
+  // id  name              label                 type              category                   access                             writability                                choices               weight help
+  { 101, L"AngleVertex",   L"Center",            VT_VARIANT,       Category::Geometry,        dimensionPoint(15),                readOnly(reasons::measurementWouldFollow), Choices::None,        1101,  L"Center of the arc."},
+  { 102, L"ExtLine1Point", L"Ext line 1",        VT_VARIANT,       Category::Geometry,        dimensionPoint(13),                readOnly(reasons::measurementWouldFollow), Choices::None,        1102,  L"Where the measured part of the arc begins."},
+  { 103, L"ExtLine2Point", L"Ext line 2",        VT_VARIANT,       Category::Geometry,        dimensionPoint(14),                readOnly(reasons::measurementWouldFollow), Choices::None,        1103,  L"Where it ends."},
+  { 104, L"DimArcPoint",   L"Dim arc",           VT_VARIANT,       Category::Geometry,        dimensionPoint(10),                readOnly(reasons::measurementWouldFollow), Choices::None,        1104,  L"A point of the dimension line."},
+  {   6, L"Symbol",        L"Arc length symbol", types::arcSymbol, Category::Text,            styleMember(variables::arcSymbol), readOnlyWhere(drawnInPicture),             Choices::Enumeration, 1055,  L"Where the symbol of an arc stands."},
+  {   5, L"Measurement",   L"Measurement",       types::distance,  Category::PrimaryUnits,    computed<getMeasurement>(),        readOnly(reasons::followsFromPoints),      Choices::None,        1056,  L"What is measured, times the linear scale."},
+  { 106, L"Normal",        L"Normal",            VT_VARIANT,       Category::Visualization3D, computedPoint<getNormal>(),        readOnly(reasons::measurementWouldFollow), Choices::None,        1106,  L"Upright on the dimension's plane."},
 };
 // clang-format on
 

@@ -2,9 +2,11 @@
 #include <vector>
 
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/dimensions/DimensionStyle.h"
+#include "embedded/automation/dimensions/Arrowheads.h"
 #include "embedded/automation/dimensions/DimensionTypes.h"
-#include "embedded/automation/dimensions/StyleProperties.h"
+#include "embedded/automation/dimensions/StyleAccess.h"
+#include "embedded/automation/dimensions/StyleName.h"
+#include "embedded/automation/dimensions/StyleText.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Editor.h"
@@ -53,20 +55,20 @@ std::vector<Vector3> getVertices(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id   name                     label                   type                     category                   access                                                                                 writability                             choices               weight help
-  {   64, L"Type",                 L"Type",                types::leaderType,       Category::Misc,            computed<getType, putType>(),                                                          writable,                               Choices::Enumeration, 110,   L"Whether the leader is straight, and whether it has an arrowhead."},
-  { 1542, L"DimStyle",             L"Dim style",           VT_BSTR,                 Category::Misc,            computed<getDimStyle, putDimStyle>(),                                                  writable,                               Choices::DimStyles,   120,   L"Name of the dimension style."},
-  {   65, L"Annotation",           L"Annotation",          types::leaderAnnotation, Category::Misc,            computed<getAnnotation>(),                                                             readOnly(reasons::entityOfItsOwn),      Choices::Enumeration, 130,   L"What the leader leads to."},
-  { 1553, L"Arrow",                L"Arrow",               types::arrowhead,        Category::LinesAndArrows,  computed<getLeaderArrowhead, putLeaderArrowhead>().from(firstFormatOf(341)),           writable,                               Choices::Enumeration, 140,   L"What stands at the end of the leader."},
-  {   69, L"ArrowheadSize",        L"Arrow size",          types::distance,         Category::LinesAndArrows,  styleReal(41, 0.18).notNegative(),                                                     writable,                               Choices::None,        150,   L"Size of the arrowhead, before the overall scale."},
-  { 1543, L"DimensionLineWeight",  L"Dim line lineweight", types::lineweight,       Category::LinesAndArrows,  styleMember(371, -2).keepingShape(),                                                   writable,                               Choices::Enumeration, 160,   L"Width of the line on paper."},
-  { 1550, L"ArrowheadBlock",       L"Arrow block",         VT_BSTR,                 Category::LinesAndArrows,  computed<getLeaderArrowheadBlock, putLeaderArrowheadBlock>().from(firstFormatOf(341)), writable,                               Choices::None,        170,   L"Block that is the arrowhead; empty for the usual one."},
-  {   13, L"DimensionLineColor",   L"Dim line color",      types::color,            Category::LinesAndArrows,  styleColor(176).keepingShape(),                                                        writable,                               Choices::Colors,      180,   L"Colour of the line."},
-  { 1549, L"TextGap",              L"Text offset",         types::distance,         Category::Text,            computed<getTextGap, putTextGap>().notNegative(),                                      refusedWhere(leadsToText),              Choices::None,        190,   L"Room around the text."},
-  { 1554, L"VerticalTextPosition", L"Text pos vert",       types::verticalPosition, Category::Text,            styleMember(77, 0),                                                                    refusedWhere(leadsToText),              Choices::Enumeration, 200,   L"Where the text stands against the line."},
-  {  101, L"Vertex",               L"Vertex",              VT_VARIANT,              Category::Geometry,        computedPoints<getVertices>(),                                                         readOnly(reasons::endWouldLeaveText),   Choices::None,        210,   L"The vertices, from the arrowhead on."},
-  {  102, L"HasHookLine",          L"Hook line",           VT_BOOL,                 Category::Misc,            storedBit(75, leader, 1),                                                              readOnly(reasons::followsFromVertices), Choices::None,        220,   L"Whether a short piece leads to the text."},
-  {  103, L"Normal",               L"Normal",              VT_VARIANT,              Category::Visualization3D, computedPoint<getNormal>(),                                                            readOnly(reasons::verticesWouldFollow), Choices::None,        230,   L"Upright on the plane of the leader."},
+  // id   name                     label                   type                     category                   access                                                                                               writability                             choices               weight help
+  {   64, L"Type",                 L"Type",                types::leaderType,       Category::Misc,            computed<getType, putType>(),                                                                        writable,                               Choices::Enumeration, 110,   L"Whether the leader is straight, and whether it has an arrowhead."},
+  { 1542, L"DimStyle",             L"Dim style",           VT_BSTR,                 Category::Misc,            computed<getDimStyle, putDimStyle>(),                                                                writable,                               Choices::DimStyles,   120,   L"Name of the dimension style."},
+  {   65, L"Annotation",           L"Annotation",          types::leaderAnnotation, Category::Misc,            computed<getAnnotation>(),                                                                           readOnly(reasons::entityOfItsOwn),      Choices::Enumeration, 130,   L"What the leader leads to."},
+  { 1553, L"Arrow",                L"Arrow",               types::arrowhead,        Category::LinesAndArrows,  computed<getLeaderArrowhead, putLeaderArrowhead>().from(variables::leaderArrowhead.since),           writable,                               Choices::Enumeration, 140,   L"What stands at the end of the leader."},
+  {   69, L"ArrowheadSize",        L"Arrow size",          types::distance,         Category::LinesAndArrows,  styleReal(variables::arrowheadSize).notNegative(),                                                   writable,                               Choices::None,        150,   L"Size of the arrowhead, before the overall scale."},
+  { 1543, L"DimensionLineWeight",  L"Dim line lineweight", types::lineweight,       Category::LinesAndArrows,  styleMember(variables::dimensionLineWeight).keepingShape(),                                          writable,                               Choices::Enumeration, 160,   L"Width of the line on paper."},
+  { 1550, L"ArrowheadBlock",       L"Arrow block",         VT_BSTR,                 Category::LinesAndArrows,  computed<getLeaderArrowheadBlock, putLeaderArrowheadBlock>().from(variables::leaderArrowhead.since), writable,                               Choices::None,        170,   L"Block that is the arrowhead; empty for the usual one."},
+  {   13, L"DimensionLineColor",   L"Dim line color",      types::color,            Category::LinesAndArrows,  styleColor(variables::dimensionLineColor).keepingShape(),                                            writable,                               Choices::Colors,      180,   L"Colour of the line."},
+  { 1549, L"TextGap",              L"Text offset",         types::distance,         Category::Text,            computed<getTextGap, putTextGap>().notNegative(),                                                    refusedWhere(leadsToText),              Choices::None,        190,   L"Room around the text."},
+  { 1554, L"VerticalTextPosition", L"Text pos vert",       types::verticalPosition, Category::Text,            styleMember(variables::verticalPosition),                                                            refusedWhere(leadsToText),              Choices::Enumeration, 200,   L"Where the text stands against the line."},
+  {  101, L"Vertex",               L"Vertex",              VT_VARIANT,              Category::Geometry,        computedPoints<getVertices>(),                                                                       readOnly(reasons::endWouldLeaveText),   Choices::None,        210,   L"The vertices, from the arrowhead on."},
+  {  102, L"HasHookLine",          L"Hook line",           VT_BOOL,                 Category::Misc,            storedBit(75, leader, 1),                                                                            readOnly(reasons::followsFromVertices), Choices::None,        220,   L"Whether a short piece leads to the text."},
+  {  103, L"Normal",               L"Normal",              VT_VARIANT,              Category::Visualization3D, computedPoint<getNormal>(),                                                                          readOnly(reasons::verticesWouldFollow), Choices::None,        230,   L"Upright on the plane of the leader."},
 };
 // clang-format on
 

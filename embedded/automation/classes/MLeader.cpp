@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/dimensions/DimensionStyle.h"
+#include "embedded/automation/dimensions/Arrowheads.h"
 #include "embedded/automation/dimensions/DimensionTypes.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"

@@ -33,7 +33,7 @@ inline Vector3 dimensionPointOf(const Subject& subject, int code) {
 
 // As drawings store it: times the scale of the style. A negative one counts on sheets of paper only.
 inline double scaledLength(const Subject& subject, double measured) {
-  const double scale = DimensionStyle(subject).real(144, 1);
+  const double scale = DimensionStyle(subject).real(variables::linearScale);
   if (scale < 0 && subject.entity().space() != database::Space::Paper) return measured;
   return measured * std::abs(scale);
 }

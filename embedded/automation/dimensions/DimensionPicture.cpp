@@ -4,8 +4,9 @@
 #include <cstdint>
 #include <vector>
 
+#include "embedded/automation/dimensions/DimensionStyle.h"
 #include "embedded/automation/dimensions/PictureParts.h"
-#include "embedded/automation/dimensions/StyleProperties.h"
+#include "embedded/automation/dimensions/StyleUnits.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/database/Colors.h"
@@ -22,13 +23,13 @@ bool isDrawn(const Subject& dimension) {
 
 // The own text of a dimension may ask for them, too.
 bool showsAlternateUnits(const Subject& dimension) {
-  return DimensionStyle(dimension).integer(170, 0) != 0
+  return DimensionStyle(dimension).flag(variables::alternateUnits)
          || dimension.lens().text(1, "AcDbDimension").find(L"[]") != std::wstring::npos;
 }
 
 bool showsTolerances(const Subject& dimension) {
   const DimensionStyle style(dimension);
-  return style.integer(71, 0) != 0 || style.integer(72, 0) != 0;
+  return style.flag(variables::hasTolerance) || style.flag(variables::hasLimits);
 }
 
 bool hasFractions(std::int64_t lengthFormat) {
@@ -42,7 +43,8 @@ bool hasFractions(std::int64_t lengthFormat) {
 
 bool showsFractions(const Subject& dimension) {
   if (hasFractions(getUnitsFormat(dimension))) return true;
-  return showsAlternateUnits(dimension) && hasFractions(DimensionStyle(dimension).integer(273, 2));
+  return showsAlternateUnits(dimension)
+         && hasFractions(DimensionStyle(dimension).integer(variables::alternateFormat));
 }
 
 // --- followers ---
@@ -100,18 +102,17 @@ bool haveWeight(const Subject& dimension, const std::vector<std::uint32_t>& reco
 
 bool areAsTheStyleSays(const Subject& dimension, const PictureLines& lines) {
   const DimensionStyle style(dimension);
-  const std::int64_t lineColor = style.integer(176, 0);
+  const std::int64_t lineColor = style.integer(variables::dimensionLineColor);
   if (!haveColor(dimension, lines.dimensionLines, lineColor)
       || !haveColor(dimension, lines.filledArrowheads, lineColor)
       || !haveColor(dimension, lines.arrowheadBlocks, lineColor)
-      || !haveColor(dimension, lines.extensionLines, style.integer(177, 0))) {
+      || !haveColor(dimension, lines.extensionLines, style.integer(variables::extensionLineColor))) {
     return false;
   }
-  if (!isOfFormat(dimension.drawing(), firstFormatOf(371))) return true;
-  constexpr std::int64_t byBlock = -2;
-  return haveWeight(dimension, lines.dimensionLines, style.integer(371, byBlock))
-         && haveWeight(dimension, lines.arrowheadBlocks, style.integer(371, byBlock))
-         && haveWeight(dimension, lines.extensionLines, style.integer(372, byBlock));
+  if (!isOfFormat(dimension.drawing(), variables::dimensionLineWeight.since)) return true;
+  return haveWeight(dimension, lines.dimensionLines, style.integer(variables::dimensionLineWeight))
+         && haveWeight(dimension, lines.arrowheadBlocks, style.integer(variables::dimensionLineWeight))
+         && haveWeight(dimension, lines.extensionLines, style.integer(variables::extensionLineWeight));
 }
 
 // --- why not ---
@@ -133,7 +134,7 @@ const Reason* pictureWithTolerances(const Subject& dimension) {
 }
 
 const Reason* pictureWithFixedLength(const Subject& dimension) {
-  return wouldStayIf(isDrawn(dimension) && DimensionStyle(dimension).integer(290, 0) != 0);
+  return wouldStayIf(isDrawn(dimension) && DimensionStyle(dimension).flag(variables::extensionLengthIsFixed));
 }
 
 const Reason* pictureWithFractions(const Subject& dimension) {

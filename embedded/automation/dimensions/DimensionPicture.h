@@ -7,7 +7,7 @@
 // Colors and line weights are followed where it can be told with certainty what is what (see PictureParts.h).
 // Threads: those of the drawing; what is known of the entity asked last is kept for each thread.
 
-#include "embedded/automation/dimensions/DimensionStyle.h"
+#include "embedded/automation/dimensions/StyleAccess.h"
 #include "embedded/automation/model/PropertyTable.h"
 #include "embedded/automation/model/Subject.h"
 

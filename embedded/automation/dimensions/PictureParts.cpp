@@ -9,7 +9,8 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "embedded/automation/dimensions/StyleProperties.h"
+#include "embedded/automation/dimensions/Arrowheads.h"
+#include "embedded/automation/dimensions/DimensionStyle.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/database/NameFolding.h"
@@ -207,7 +208,7 @@ PictureTexts textsOfPicture(const Subject& dimension) {
   const database::Drawing& drawing = dimension.drawing();
   if (picture == nullptr) return {&reasons::pictureTextUnknown, {}};
   // The symbol of an arc, and a frame, are lines that may have the color of the text.
-  const bool hasFrame = DimensionStyle(dimension).real(147, 0) < 0;
+  const bool hasFrame = DimensionStyle(dimension).real(variables::textGap) < 0;
   if (hasFrame || dimension.lens().type() == "ARC_DIMENSION") return {&reasons::pictureTextUnknown, {}};
   if (isShared(dimension, *picture)) return {&reasons::pictureShared, {}};
   PictureTexts texts;

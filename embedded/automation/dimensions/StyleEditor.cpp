@@ -6,6 +6,7 @@
 
 #include "dxf/Numbers.h"
 #include "embedded/automation/dimensions/DimensionStyle.h"
+#include "embedded/automation/dimensions/StyleOverrides.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Refusal.h"
 
@@ -42,7 +43,7 @@ void insertAll(dxf::Document& document, std::uint32_t record, std::size_t at,
 }
 
 // Where in the view the values of the variable stand. Some writers repeat one.
-std::vector<std::size_t> valuesOf(const dxf::RecordView& view, const Overrides& list, int variable) {
+std::vector<std::size_t> valuesOf(const dxf::RecordView& view, const StyleOverrides& list, int variable) {
   std::vector<std::size_t> found;
   for (std::size_t name = list.begin; name < list.end; name += 2) {
     if (dxf::parseInteger<int>(view.value(name)) == variable) found.push_back(name + 1);
@@ -58,34 +59,41 @@ void requireRegistered(const database::Drawing& drawing) {
 
 }  // namespace
 
-void StyleEditor::real(int variable, double value) {
+std::uint64_t handleOfEntry(const database::Drawing& drawing, const database::TableEntry& entry) {
+  const std::uint64_t handle =
+      entry.isImplied() ? 0 : dxf::parseHandle(drawing.view(entry.record).handle()).value_or(0);
+  if (handle == 0) throw Refusal(E_FAIL, L"The drawing has no handle for " + entry.name + L".");
+  return handle;
+}
+
+void StyleEditor::real(const StyleVariable& variable, double value) {
   if (!std::isfinite(value)) {
     throw Refusal(DISP_E_OVERFLOW, L"The value is too large for what follows from it.");
   }
-  put(variable, realCode, dxf::formatReal(value));
+  put(variable.code, realCode, dxf::formatReal(value));
 }
 
-void StyleEditor::integer(int variable, std::int64_t value) {
+void StyleEditor::integer(const StyleVariable& variable, std::int64_t value) {
   if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max()) {
     throw Refusal(DISP_E_OVERFLOW, L"The value is too large for an override.");
   }
-  put(variable, shortIntegerCode, dxf::formatInteger(value));
+  put(variable.code, shortIntegerCode, dxf::formatInteger(value));
 }
 
-void StyleEditor::text(int variable, std::wstring_view value) {
+void StyleEditor::text(const StyleVariable& variable, std::wstring_view value) {
   requireLine(value);
   const std::string bytes = drawing_->document().encode(value);
   if (bytes.size() > longestText) throw Refusal(E_INVALIDARG, L"The text is too long.");
-  put(variable, textCode, bytes);
+  put(variable.code, textCode, bytes);
 }
 
-void StyleEditor::handle(int variable, std::uint64_t value) {
-  put(variable, handleCode, dxf::formatHandle(value));
+void StyleEditor::handle(const StyleVariable& variable, std::uint64_t value) {
+  put(variable.code, handleCode, dxf::formatHandle(value));
 }
 
 void StyleEditor::put(int variable, int code, const std::string& value) {
   const database::Lens lens(*drawing_, record_);
-  const std::optional<Overrides> list = findOverrides(lens);
+  const std::optional<StyleOverrides> list = findOverrides(lens);
   if (!list) return beginList(variable, code, value);
   if (!list->isWhole) throw Refusal(E_FAIL, L"The overrides of the entity's dimension style are damaged.");
   const std::vector<std::size_t> values = valuesOf(lens.view(), *list, variable);
@@ -121,6 +129,10 @@ void StyleEditor::beginList(int variable, int code, const std::string& value) {
                              {braceCode, "}"}};
   if (!range) pairs.insert(pairs.begin(), {applicationCode, std::string(overridesApplication)});
   drawing_->edit(record_, [&](dxf::Document& document) { insertAll(document, record_, end, pairs); });
+}
+
+void overrideFlag(const Subject& subject, const StyleVariable& variable, bool flag) {
+  if (DimensionStyle(subject).flag(variable) != flag) StyleEditor(subject).integer(variable, flag ? 1 : 0);
 }
 
 }  // namespace velt::automation

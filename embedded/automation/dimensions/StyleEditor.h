@@ -14,20 +14,23 @@
 #include <string_view>
 #include <vector>
 
+#include "embedded/automation/dimensions/StyleVariables.h"
 #include "embedded/automation/model/Subject.h"
 
 namespace velt::automation {
+
+// By which variables refer to the entry of a table. Throws Refusal for one that the drawing gives no handle.
+[[nodiscard]] std::uint64_t handleOfEntry(const database::Drawing& drawing,
+                                          const database::TableEntry& entry);
 
 class StyleEditor {
  public:
   explicit StyleEditor(const Subject& subject) : drawing_(&subject.drawing()), record_(subject.record()) {}
 
-  // A variable is named by the group code that it has in the record of a style.
-
-  void real(int variable, double value);
-  void integer(int variable, std::int64_t value);
-  void text(int variable, std::wstring_view value);
-  void handle(int variable, std::uint64_t value);
+  void real(const StyleVariable& variable, double value);
+  void integer(const StyleVariable& variable, std::int64_t value);
+  void text(const StyleVariable& variable, std::wstring_view value);
+  void handle(const StyleVariable& variable, std::uint64_t value);
 
  private:
   void put(int variable, int code, const std::string& value);
@@ -37,5 +40,8 @@ class StyleEditor {
   database::Drawing* drawing_;
   std::uint32_t record_;
 };
+
+// Writes nothing when the flag is that already.
+void overrideFlag(const Subject& subject, const StyleVariable& variable, bool flag);
 
 }  // namespace velt::automation

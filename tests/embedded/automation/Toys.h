@@ -120,31 +120,31 @@ inline constexpr UserType toyEnumeration = {L"ToyEnumeration", L"Tens.", VT_I4, 
 
 // clang-format off
 inline constexpr PropertyRow toyGeneralRows[] = {
-  // id  name            label               type              category                      access                                     writability                       choices               weight help
-  { 90, L"Shared",       L"Shared by all",   VT_R8,            platform::Category::General,  computed<getToyReal>(),                    readOnly(reasons::neverChanges),  Choices::None,           5,  L"Inherited."},
+  // id name       label             type   category                     access                  writability                      choices        weight help
+  { 90, L"Shared", L"Shared by all", VT_R8, platform::Category::General, computed<getToyReal>(), readOnly(reasons::neverChanges), Choices::None,   5,   L"Inherited."},
 };
 inline constexpr PropertyRow toyRows[] = {
-  // id  name            label               type              category                      access                                     writability                       choices               weight help                    shown for                flags
-  {  7, L"Real",         L"A real",          VT_R8,            platform::Category::Geometry, computed<getToyReal, putToyReal>(),        writable,                         Choices::None,          40,  L"Help for the real."},
-  {  3, L"Choice",       L"A choice",        toyEnumeration,   platform::Category::Misc,     computed<getToyChoice>(),                  readOnly(reasons::neverChanges),  Choices::Enumeration,   30,  L"Help for the choice."},
-  {  5, L"Text",         L"A text",          types::layerName, OwnCategory::Gradient,        computed<getToyText>(),                    readOnly(reasons::neverChanges),  Choices::Layers,       -20,  L""},
-  { 11, L"Spot",         L"Spot",            VT_VARIANT,       platform::Category::Geometry, computedPoint<getToyPoint, putToyPoint>(), writable,                         Choices::None,           0,  L"A point."},
-  { 12, L"Groups",       L"Groups",          VT_VARIANT,       platform::Category::Geometry, toyGroups(),                               writable,                         Choices::None,           0,  L"Grouped elements."},
-  { 13, L"Colour",       L"A colour",        VT_DISPATCH,      platform::Category::General,  computed<getToyObject>(),                  readOnly(reasons::neverChanges),  Choices::Colors,         0,  L"An object."},
-  { 21, L"Hidden",       L"Hidden",          VT_R8,            platform::Category::Misc,     computed<getToyReal, putToyReal>(),        writable,                         Choices::None,           0,  L"",                    everyVariant,            rowHidden},
-  { 22, L"NonBrowsable", L"Non-browsable",   VT_R8,            platform::Category::Misc,     computed<getToyReal>(),                    readOnly(reasons::neverChanges),  Choices::None,           0,  L"",                    everyVariant,            rowNonBrowsable},
-  { 23, L"Sometimes",    L"Sometimes",       VT_R8,            platform::Category::Misc,     computed<getToyReal>(),                    readOnly(reasons::neverChanges),  Choices::None,           0,  L"",                    variant(1) | variant(3)},
-  { 31, L"Refusal",      L"Refusal",         VT_R8,            platform::Category::Misc,     computed<getToyRefusal>(),                 readOnly(reasons::neverChanges),  Choices::None,           0,  L""},
-  { 32, L"Overflow",     L"Overflow",        VT_R8,            platform::Category::Misc,     computed<getToyOverflow>(),                readOnly(reasons::neverChanges),  Choices::None,           0,  L""},
-  { 33, L"Mistake",      L"Mistake",         VT_R8,            platform::Category::Misc,     computed<getToyMistake>(),                 readOnly(reasons::neverChanges),  Choices::None,           0,  L""},
-  { 35, L"Half",         L"Half",            VT_R8,            platform::Category::Misc,     computed<getToyReal, putToyHalf>(),        writable,                         Choices::None,           0,  L""},
-  { 36, L"Newer",        L"Newer",           VT_R8,            platform::Category::Misc,     computed<getToyReal, putToyReal>().from("AC1018"), writable,                 Choices::None,           0,  L""},
-  { 37, L"Tens",         L"Tens",            toyEnumeration,   platform::Category::Misc,     computed<getToyChoice, putToyChoice>(),    writable,                         Choices::Enumeration,    0,  L""},
-  { 34, L"WrongType",    L"Wrong type",      VT_R8,            platform::Category::Misc,     computed<getToyWrongType>(),               readOnly(reasons::neverChanges),  Choices::None,           0,  L""},
-  { 38, L"Stored",       L"Stored",          VT_R8,            platform::Category::Misc,     storedReal(40, "*"),                       readOnly(reasons::neverChanges),  Choices::None,           0,  L""},
-  { 39, L"StoredPoint",  L"Stored point",    VT_VARIANT,       platform::Category::Misc,     worldPoint(10, "*"),                       readOnly(reasons::neverChanges),  Choices::None,           0,  L""},
-  { 40, L"Told",         L"Told",            VT_R8,            platform::Category::Misc,     computed<getToyReal, putToyReal>(),        readOnlyWhere(toyObstacle),       Choices::None,           0,  L"Help for both."},
-  { 41, L"Untold",       L"Untold",          VT_R8,            platform::Category::Misc,     computed<getToyReal, putToyReal>(),        refusedWhere(toyObstacle),        Choices::None,           0,  L"Help for both."},
+  // id name             label             type              category                      access                                             writability                      choices               weight help                     shown for                flags
+  {  7, L"Real",         L"A real",        VT_R8,            platform::Category::Geometry, computed<getToyReal, putToyReal>(),                writable,                        Choices::None,         40,   L"Help for the real."},
+  {  3, L"Choice",       L"A choice",      toyEnumeration,   platform::Category::Misc,     computed<getToyChoice>(),                          readOnly(reasons::neverChanges), Choices::Enumeration,  30,   L"Help for the choice."},
+  {  5, L"Text",         L"A text",        types::layerName, OwnCategory::Gradient,        computed<getToyText>(),                            readOnly(reasons::neverChanges), Choices::Layers,      -20,   L""},
+  { 11, L"Spot",         L"Spot",          VT_VARIANT,       platform::Category::Geometry, computedPoint<getToyPoint, putToyPoint>(),         writable,                        Choices::None,          0,   L"A point."},
+  { 12, L"Groups",       L"Groups",        VT_VARIANT,       platform::Category::Geometry, toyGroups(),                                       writable,                        Choices::None,          0,   L"Grouped elements."},
+  { 13, L"Colour",       L"A colour",      VT_DISPATCH,      platform::Category::General,  computed<getToyObject>(),                          readOnly(reasons::neverChanges), Choices::Colors,        0,   L"An object."},
+  { 21, L"Hidden",       L"Hidden",        VT_R8,            platform::Category::Misc,     computed<getToyReal, putToyReal>(),                writable,                        Choices::None,          0,   L"",                     everyVariant,            rowHidden},
+  { 22, L"NonBrowsable", L"Non-browsable", VT_R8,            platform::Category::Misc,     computed<getToyReal>(),                            readOnly(reasons::neverChanges), Choices::None,          0,   L"",                     everyVariant,            rowNonBrowsable},
+  { 23, L"Sometimes",    L"Sometimes",     VT_R8,            platform::Category::Misc,     computed<getToyReal>(),                            readOnly(reasons::neverChanges), Choices::None,          0,   L"",                     variant(1) | variant(3)},
+  { 31, L"Refusal",      L"Refusal",       VT_R8,            platform::Category::Misc,     computed<getToyRefusal>(),                         readOnly(reasons::neverChanges), Choices::None,          0,   L""},
+  { 32, L"Overflow",     L"Overflow",      VT_R8,            platform::Category::Misc,     computed<getToyOverflow>(),                        readOnly(reasons::neverChanges), Choices::None,          0,   L""},
+  { 33, L"Mistake",      L"Mistake",       VT_R8,            platform::Category::Misc,     computed<getToyMistake>(),                         readOnly(reasons::neverChanges), Choices::None,          0,   L""},
+  { 35, L"Half",         L"Half",          VT_R8,            platform::Category::Misc,     computed<getToyReal, putToyHalf>(),                writable,                        Choices::None,          0,   L""},
+  { 36, L"Newer",        L"Newer",         VT_R8,            platform::Category::Misc,     computed<getToyReal, putToyReal>().from("AC1018"), writable,                        Choices::None,          0,   L""},
+  { 37, L"Tens",         L"Tens",          toyEnumeration,   platform::Category::Misc,     computed<getToyChoice, putToyChoice>(),            writable,                        Choices::Enumeration,   0,   L""},
+  { 34, L"WrongType",    L"Wrong type",    VT_R8,            platform::Category::Misc,     computed<getToyWrongType>(),                       readOnly(reasons::neverChanges), Choices::None,          0,   L""},
+  { 38, L"Stored",       L"Stored",        VT_R8,            platform::Category::Misc,     storedReal(40, "*"),                               readOnly(reasons::neverChanges), Choices::None,          0,   L""},
+  { 39, L"StoredPoint",  L"Stored point",  VT_VARIANT,       platform::Category::Misc,     worldPoint(10, "*"),                               readOnly(reasons::neverChanges), Choices::None,          0,   L""},
+  { 40, L"Told",         L"Told",          VT_R8,            platform::Category::Misc,     computed<getToyReal, putToyReal>(),                readOnlyWhere(toyObstacle),      Choices::None,          0,   L"Help for both."},
+  { 41, L"Untold",       L"Untold",        VT_R8,            platform::Category::Misc,     computed<getToyReal, putToyReal>(),                refusedWhere(toyObstacle),       Choices::None,          0,   L"Help for both."},
 };
 // clang-format on
 
