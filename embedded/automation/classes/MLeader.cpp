@@ -9,9 +9,9 @@
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/automation/leaders/MultileaderRecord.h"
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/model/NamedObjects.h"
 #include "embedded/automation/model/PointList.h"
 #include "embedded/automation/objects/ColorObject.h"
+#include "embedded/database/NamedObjects.h"
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
@@ -37,7 +37,8 @@ std::int32_t memberOr(const UserType& type, std::int64_t value, std::int32_t oth
 }
 
 std::wstring getStyleName(const Subject& subject) {
-  const std::wstring name = objectName(subject.drawing(), MultileaderRecord(subject).handle(Itself, 340));
+  const std::wstring name =
+      database::objectName(subject.drawing(), MultileaderRecord(subject).handle(Itself, 340));
   return name.empty() ? std::wstring(L"Standard") : name;
 }
 
@@ -55,8 +56,8 @@ OwnedDispatch getLeaderLineColor(const Subject& subject) {
 }
 
 std::wstring getLeaderLinetype(const Subject& subject) {
-  const std::wstring name = entryName(subject.drawing(), subject.drawing().linetypes(),
-                                      MultileaderRecord(subject).handle(Itself, 341));
+  const std::wstring name = database::entryName(subject.drawing(), subject.drawing().linetypes(),
+                                                MultileaderRecord(subject).handle(Itself, 341));
   return name.empty() ? std::wstring(L"ByBlock") : name;
 }
 
@@ -65,8 +66,8 @@ std::int32_t getLeaderLineweight(const Subject& subject) {
 }
 
 std::wstring getArrowheadBlock(const Subject& subject) {
-  return entryName(subject.drawing(), subject.drawing().blocks(),
-                   MultileaderRecord(subject).handle(Itself, 342));
+  return database::entryName(subject.drawing(), subject.drawing().blocks(),
+                             MultileaderRecord(subject).handle(Itself, 342));
 }
 
 std::int32_t getArrow(const Subject& subject) {
@@ -92,8 +93,8 @@ std::wstring getTextString(const Subject& subject) {
 }
 
 std::wstring getTextStyle(const Subject& subject) {
-  const std::wstring name = entryName(subject.drawing(), subject.drawing().textStyles(),
-                                      MultileaderRecord(subject).handle(Itself, 343));
+  const std::wstring name = database::entryName(subject.drawing(), subject.drawing().textStyles(),
+                                                MultileaderRecord(subject).handle(Itself, 343));
   return name.empty() ? std::wstring(L"Standard") : name;
 }
 
@@ -106,8 +107,8 @@ double getTextRotation(const Subject& subject) {
 }
 
 std::wstring getContentBlockName(const Subject& subject) {
-  return entryName(subject.drawing(), subject.drawing().blocks(),
-                   MultileaderRecord(subject).handle(Itself, 344));
+  return database::entryName(subject.drawing(), subject.drawing().blocks(),
+                             MultileaderRecord(subject).handle(Itself, 344));
 }
 
 double getScaleFactor(const Subject& subject) {

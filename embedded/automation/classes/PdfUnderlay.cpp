@@ -6,8 +6,8 @@
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Editor.h"
-#include "embedded/automation/model/NamedObjects.h"
 #include "embedded/automation/model/Refusal.h"
+#include "embedded/database/NamedObjects.h"
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
@@ -28,7 +28,7 @@ std::wstring ofDefinition(const Subject& subject, int code) {
 }
 
 std::wstring getName(const Subject& subject) {
-  return objectName(subject.drawing(), definitionOf(subject));
+  return database::objectName(subject.drawing(), definitionOf(subject));
 }
 
 std::wstring getFile(const Subject& subject) {

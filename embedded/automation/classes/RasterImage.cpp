@@ -7,8 +7,8 @@
 #include "embedded/automation/images/PixelFrame.h"
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Editor.h"
-#include "embedded/automation/model/NamedObjects.h"
 #include "embedded/automation/model/Refusal.h"
+#include "embedded/database/NamedObjects.h"
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
@@ -23,7 +23,7 @@ std::uint64_t definitionOf(const Subject& subject) {
 }
 
 std::wstring getName(const Subject& subject) {
-  return objectName(subject.drawing(), definitionOf(subject));
+  return database::objectName(subject.drawing(), definitionOf(subject));
 }
 
 std::wstring getImageFile(const Subject& subject) {

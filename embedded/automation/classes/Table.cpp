@@ -7,7 +7,7 @@
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/automation/model/Access.h"
-#include "embedded/automation/model/NamedObjects.h"
+#include "embedded/database/NamedObjects.h"
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
@@ -19,7 +19,7 @@ constexpr const char* reference = "AcDbBlockReference";
 constexpr const char* table = "AcDbTable";
 
 std::wstring getStyleName(const Subject& subject) {
-  const std::wstring name = objectName(subject.drawing(), subject.lens().handle(342, table));
+  const std::wstring name = database::objectName(subject.drawing(), subject.lens().handle(342, table));
   return name.empty() ? std::wstring(L"Standard") : name;
 }
 

@@ -2,7 +2,7 @@
 
 #include "dxf/Numbers.h"
 #include "embedded/automation/dimensions/StyleOverrides.h"
-#include "embedded/automation/model/NamedObjects.h"
+#include "embedded/database/NamedObjects.h"
 
 namespace velt::automation {
 
@@ -54,7 +54,7 @@ std::wstring DimensionStyle::text(const StyleVariable& variable) const {
 
 std::wstring DimensionStyle::entryName(const StyleVariable& variable, const database::Table& table) const {
   const auto text = value(variable);
-  return automation::entryName(entity_.drawing(), table, text ? dxf::parseHandle(*text).value_or(0) : 0);
+  return database::entryName(entity_.drawing(), table, text ? dxf::parseHandle(*text).value_or(0) : 0);
 }
 
 std::wstring DimensionStyle::blockName(const StyleVariable& handle, const StyleVariable& oldName) const {

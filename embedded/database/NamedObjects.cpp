@@ -1,21 +1,21 @@
-#include "embedded/automation/model/NamedObjects.h"
+#include "embedded/database/NamedObjects.h"
 
 #include "dxf/Numbers.h"
 #include "embedded/database/Lens.h"
 
-namespace velt::automation {
+namespace velt::database {
 
-std::wstring entryName(const database::Drawing& drawing, const database::Table& table, std::uint64_t handle) {
+std::wstring entryName(const Drawing& drawing, const Table& table, std::uint64_t handle) {
   const std::optional<std::uint32_t> record = drawing.recordByHandle(handle);
-  const database::TableEntry* const entry = record ? table.ofRecord(*record) : nullptr;
+  const TableEntry* const entry = record ? table.ofRecord(*record) : nullptr;
   return entry == nullptr ? std::wstring() : entry->name;
 }
 
-std::wstring objectName(const database::Drawing& drawing, std::uint64_t handle) {
+std::wstring objectName(const Drawing& drawing, std::uint64_t handle) {
   constexpr int nameCode = 3;
   const std::optional<std::uint32_t> object = drawing.recordByHandle(handle);
   if (!object) return {};
-  const std::uint64_t owner = database::Lens(drawing, *object).handle(330, "");
+  const std::uint64_t owner = Lens(drawing, *object).handle(330, "");
   const std::optional<std::uint32_t> dictionary = drawing.recordByHandle(owner);
   if (!dictionary) return {};
   const dxf::RecordView view = drawing.view(*dictionary);
@@ -31,4 +31,4 @@ std::wstring objectName(const database::Drawing& drawing, std::uint64_t handle) 
   return found;
 }
 
-}  // namespace velt::automation
+}  // namespace velt::database

@@ -1,15 +1,15 @@
-#include "embedded/automation/model/NamedObjects.h"
+#include "embedded/database/NamedObjects.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/embedded/automation/Automation.h"
+#include "tests/embedded/database/Sample.h"
 
-namespace velt::automation {
+namespace velt::database {
 namespace {
 
-using namespace test;
+using test::Sample;
 
-TEST(NamedObjectsTest, AreCalledWhatTheirHolderCallsThem) {
+TEST(NamedObjects, AreCalledWhatTheirHolderCallsThem) {
   // clang-format off
   const auto drawing = Sample()
       .tableRecord("STYLE", {{5, "51"}, {2, "Notes"}})
@@ -28,4 +28,4 @@ TEST(NamedObjectsTest, AreCalledWhatTheirHolderCallsThem) {
 }
 
 }  // namespace
-}  // namespace velt::automation
+}  // namespace velt::database
