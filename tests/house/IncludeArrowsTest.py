@@ -32,7 +32,7 @@ MAY_INCLUDE = {
     "embedded/automation/geometry": BELOW_AUTOMATION,
     "embedded/automation/model": MODEL,
     "embedded/automation/objects": MODEL,
-    "embedded/automation/areas": MATTERS | {"embedded/automation/entities"},
+    "embedded/automation/areas": MATTERS,
     "embedded/automation/dimensions": MATTERS,
     "embedded/automation/entities": MATTERS,
     "embedded/automation/hatches": MATTERS,

@@ -1,6 +1,5 @@
 #include "embedded/automation/areas/FilledArea.h"
 
-#include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Editor.h"

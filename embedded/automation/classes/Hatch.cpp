@@ -9,6 +9,7 @@
 #include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/automation/hatches/HatchBoundary.h"
 #include "embedded/automation/hatches/HatchPattern.h"
+#include "embedded/automation/hatches/HatchTypes.h"
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/GradientNames.h"

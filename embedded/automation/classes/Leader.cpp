@@ -8,6 +8,7 @@
 #include "embedded/automation/dimensions/StyleName.h"
 #include "embedded/automation/dimensions/StyleText.h"
 #include "embedded/automation/entities/General.h"
+#include "embedded/automation/leaders/LeaderTypes.h"
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/PointList.h"

@@ -7,10 +7,12 @@
 #include "embedded/automation/dimensions/DimensionTypes.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
+#include "embedded/automation/leaders/LeaderTypes.h"
 #include "embedded/automation/leaders/MultileaderRecord.h"
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/PointList.h"
 #include "embedded/automation/objects/ColorObject.h"
+#include "embedded/automation/texts/TextTypes.h"
 #include "embedded/database/NamedObjects.h"
 #include "host/automation/IdValues.h"
 
@@ -29,11 +31,6 @@ double getContentReal(const Subject& subject) {
 template <int Code>
 bool getFlag(const Subject& subject) {
   return MultileaderRecord(subject).integer(Itself, Code, 0) != 0;
-}
-
-std::int32_t memberOr(const UserType& type, std::int64_t value, std::int32_t otherwise) {
-  const EnumMember* const member = findMember(type, value);
-  return member == nullptr ? otherwise : member->value;
 }
 
 std::wstring getStyleName(const Subject& subject) {

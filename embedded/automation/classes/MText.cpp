@@ -11,6 +11,7 @@
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Followers.h"
 #include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/texts/TextTypes.h"
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
@@ -38,21 +39,20 @@ std::wstring getStyle(const Subject& subject) {
   return subject.lens().name(7, mtext, L"Standard");
 }
 
-std::int32_t memberOr(const Subject& subject, int code, const UserType& type, std::int32_t otherwise) {
-  const EnumMember* member = findMember(type, subject.lens().integer(code, mtext, otherwise));
-  return member == nullptr ? otherwise : member->value;
+std::int32_t storedMember(const Subject& subject, int code, const UserType& type, std::int32_t otherwise) {
+  return memberOr(type, subject.lens().integer(code, mtext, otherwise), otherwise);
 }
 
 std::int32_t getJustify(const Subject& subject) {
-  return memberOr(subject, 71, types::attachment, 1);
+  return storedMember(subject, 71, types::attachment, 1);
 }
 
 std::int32_t getDirection(const Subject& subject) {
-  return memberOr(subject, 72, types::drawingDirection, 1);
+  return storedMember(subject, 72, types::drawingDirection, 1);
 }
 
 std::int32_t getLineSpaceStyle(const Subject& subject) {
-  return memberOr(subject, 73, types::lineSpacingStyle, 1);
+  return storedMember(subject, 73, types::lineSpacingStyle, 1);
 }
 
 // Either an angle (50) or the direction of the text (11) is stored; of both the later one counts.

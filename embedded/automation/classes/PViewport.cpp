@@ -16,6 +16,29 @@ namespace {
 
 using platform::Category;
 
+// clang-format off
+constexpr EnumMember viewRenderingMembers[] = {
+  // value  name               label
+  { 0,      L"Optimized2D",    L"2D optimized"},
+  { 1,      L"Wireframe",      L"Wireframe"},
+  { 2,      L"HiddenLine",     L"Hidden lines"},
+  { 3,      L"FlatShaded",     L"Flat shaded"},
+  { 4,      L"GouraudShaded",  L"Gouraud shaded"},
+  { 5,      L"FlatShadedEdges", L"Flat shaded with edges"},
+  { 6,      L"GouraudShadedEdges", L"Gouraud shaded with edges"},
+};
+constexpr UserType viewRendering = {L"VeltViewRendering", L"How a viewport shows its contents.", VT_I4, viewRenderingMembers};
+
+constexpr EnumMember shadePlotMembers[] = {
+  // value  name               label
+  { 0,      L"AsDisplayed",    L"As displayed"},
+  { 1,      L"Wireframe",      L"Wireframe"},
+  { 2,      L"Hidden",         L"Hidden lines"},
+  { 3,      L"Rendered",       L"Rendered"},
+};
+constexpr UserType shadePlot = {L"VeltShadePlot", L"How a viewport is plotted.", VT_I4, shadePlotMembers};
+// clang-format on
+
 constexpr const char* viewport = "AcDbViewport";
 constexpr std::int64_t lockedFlag = 0x4000;
 constexpr std::int64_t offFlag = 0x20000;
@@ -67,13 +90,11 @@ std::int64_t storedOr(const Subject& subject) {
 }
 
 std::int32_t getRenderMode(const Subject& subject) {
-  const EnumMember* const member = findMember(types::viewRendering, storedOr<281, 0>(subject));
-  return member == nullptr ? 0 : member->value;
+  return memberOr(viewRendering, storedOr<281, 0>(subject), 0);
 }
 
 std::int32_t getShadePlot(const Subject& subject) {
-  const EnumMember* const member = findMember(types::shadePlot, storedOr<170, 0>(subject));
-  return member == nullptr ? 0 : member->value;
+  return memberOr(shadePlot, storedOr<170, 0>(subject), 0);
 }
 
 std::wstring getPlotStyleTable(const Subject& subject) {
@@ -104,8 +125,8 @@ constexpr PropertyRow rows[] = {
   {  3, L"DisplayLocked",       L"Display locked",                VT_BOOL,               Category::Misc,     storedBit(90, viewport, lockedFlag),                                  readOnly(reasons::protectsWhatIsRead),          Choices::None,        130,   L"Whether the view stays what it is."},
   {  4, L"CustomScale",         L"Custom scale",                  types::noUnits,        Category::Misc,     computed<getCustomScale, putCustomScale>().positive().from("AC1015"), writable,                                       Choices::None,        140,   L"How large the model is on paper."},
   {  5, L"UCSPerViewport",      L"UCS per viewport",              VT_BOOL,               Category::Misc,     storedBit(71, viewport, 1),                                           readOnly(reasons::theseWouldBeMade),            Choices::None,        150,   L"Whether the viewport has coordinate axes of its own."},
-  {  6, L"RenderMode",          L"Visual style",                  types::viewRendering,  Category::Misc,     computed<getRenderMode>(),                                            readOnly(reasons::styleBesideIt),               Choices::Enumeration, 160,   L"How the contents are shown."},
-  {  7, L"ShadePlot",           L"Shade plot",                    types::shadePlot,      Category::Misc,     computed<getShadePlot>(),                                             readOnly(reasons::styleBesideIt),               Choices::Enumeration, 170,   L"How the contents are plotted."},
+  {  6, L"RenderMode",          L"Visual style",                  viewRendering,         Category::Misc,     computed<getRenderMode>(),                                            readOnly(reasons::styleBesideIt),               Choices::Enumeration, 160,   L"How the contents are shown."},
+  {  7, L"ShadePlot",           L"Shade plot",                    shadePlot,             Category::Misc,     computed<getShadePlot>(),                                             readOnly(reasons::styleBesideIt),               Choices::Enumeration, 170,   L"How the contents are plotted."},
   {  8, L"PlotStyleTable",      L"Plot style table",              VT_BSTR,               Category::Misc,     computed<getPlotStyleTable>(),                                        readOnly(reasons::tablesOutsideOfDrawing),      Choices::None,        180,   L"Table of plot styles of the viewport; empty for that of the sheet."},
   {  9, L"SheetPlotStyleTable", L"Plot style table of the sheet", types::plotStyleTable, Category::Misc,     computed<getSheetPlotStyleTable>(),                                   readOnly(reasons::belongsToSheet),              Choices::None,        190,   L"Table of plot styles of the whole sheet."},
   { 10, L"SheetName",           L"Sheet",                         VT_BSTR,               Category::Misc,     computed<getSheetName>(),                                             readOnly(reasons::belongsToSheet),              Choices::None,        200,   L"Name of the sheet that the viewport is on."},

@@ -4,6 +4,7 @@
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/polylines/HeavyVertexEditor.h"
+#include "embedded/automation/polylines/PolylineTypes.h"
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
@@ -24,8 +25,7 @@ std::int32_t getFitSmooth(const Subject& subject) {
   constexpr std::int64_t splineFit = 4;
   const std::int64_t flags = subject.lens().integer(70, mesh, 0);
   if ((flags & splineFit) == 0) return 0;
-  const EnumMember* const member = findMember(types::meshFit, subject.lens().integer(75, mesh, 6));
-  return member == nullptr ? 6 : member->value;
+  return memberOr(types::meshFit, subject.lens().integer(75, mesh, 6), 6);
 }
 
 // clang-format off

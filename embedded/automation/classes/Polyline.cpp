@@ -9,6 +9,7 @@
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/polylines/HeavyVertexEditor.h"
+#include "embedded/automation/polylines/PolylineTypes.h"
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
@@ -125,8 +126,7 @@ std::int32_t getFitSmooth(const Subject& subject) {
   const std::int64_t flags = subject.lens().integer(70, polyline, 0);
   if ((flags & 2) != 0) return 1;
   if ((flags & splineFit) == 0) return 0;
-  const EnumMember* const member = findMember(types::polylineFit, subject.lens().integer(75, polyline, 6));
-  return member == nullptr ? 6 : member->value;
+  return memberOr(types::polylineFit, subject.lens().integer(75, polyline, 6), 6);
 }
 
 // clang-format off

@@ -51,8 +51,7 @@ Value getStyleBit(const Subject& subject, const PropertyRow& row) {
 }
 
 Value getStyleMember(const Subject& subject, const PropertyRow& row) {
-  const EnumMember* const member = findMember(*row.type.user, integerOf(subject, row));
-  return member != nullptr ? member->value : static_cast<std::int32_t>(row.access.otherwise);
+  return memberOr(*row.type.user, integerOf(subject, row), static_cast<std::int32_t>(row.access.otherwise));
 }
 
 Value getStyleLinetype(const Subject& subject, const PropertyRow& row) {

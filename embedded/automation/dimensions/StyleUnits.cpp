@@ -12,11 +12,6 @@
 namespace velt::automation {
 namespace {
 
-std::int32_t memberOr(const UserType& type, std::int64_t value, std::int32_t otherwise) {
-  const EnumMember* const member = findMember(type, value);
-  return member == nullptr ? otherwise : member->value;
-}
-
 // The lowest two bits: 0 neither, 1 both, 2 feet only, 3 inches only are shown when they are zero.
 struct ZeroUnits {
   bool suppressFeet;

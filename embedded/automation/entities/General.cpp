@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "dxf/Numbers.h"
-#include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Refusal.h"
@@ -15,6 +14,7 @@
 #include "embedded/automation/objects/HyperlinksObject.h"
 #include "embedded/database/Colors.h"
 #include "embedded/database/NameFolding.h"
+#include "embedded/database/NamedObjects.h"
 
 namespace velt::automation {
 namespace {
@@ -111,24 +111,6 @@ void putLineweight(const Subject& subject, const std::int32_t& weight) {
   changeParts(subject, [&](Editor editor, std::uint32_t) { editor.integer(370, common, weight, byLayer); });
 }
 
-// What a dictionary calls the object that it holds under this handle; empty when it does not hold it.
-std::wstring nameInDictionary(const database::Drawing& drawing, std::uint32_t dictionary,
-                              std::uint64_t handle) {
-  constexpr int nameCode = 3;
-  constexpr int entryCode = 350;
-  const database::Lens lens(drawing, dictionary);
-  std::string_view name;
-  std::wstring found;
-  lens.view().visit(dxf::anySubclass, [&](std::size_t index) {
-    if (lens.view().code(index) == nameCode) name = lens.view().value(index);
-    if (lens.view().code(index) != entryCode) return true;
-    if (dxf::parseHandle(lens.view().value(index)) != handle) return true;
-    found = drawing.decode(dxf::trimmed(name));
-    return false;
-  });
-  return found;
-}
-
 std::wstring getPlotStyleName(const Subject& subject) {
   const database::Drawing& drawing = subject.drawing();
   // In most drawings the color decides how an entity is plotted, and names of plot styles mean nothing.
@@ -146,12 +128,8 @@ std::wstring getPlotStyleName(const Subject& subject) {
     default:
       break;
   }
-  // The style is a place holder without a name; the dictionary that owns it knows the name.
-  const std::optional<std::uint32_t> placeHolder = drawing.recordByHandle(style);
-  if (!placeHolder) return L"ByLayer";
-  const std::uint64_t owner = database::Lens(drawing, *placeHolder).handle(330, dxf::anySubclass);
-  const std::optional<std::uint32_t> dictionary = drawing.recordByHandle(owner);
-  return dictionary ? nameInDictionary(drawing, *dictionary, style) : std::wstring();
+  // The style is a place holder without a name of its own.
+  return drawing.recordByHandle(style) ? database::objectName(drawing, style) : L"ByLayer";
 }
 
 constexpr std::int64_t byBlockTransparency = 0x01000000;
@@ -249,9 +227,5 @@ constexpr PropertyRow entityTable[] = {
 
 const std::span<const PropertyRow> objectRows = objectTable;
 const std::span<const PropertyRow> entityRows = entityTable;
-
-Vector3 getNormal(const Subject& subject) {
-  return direction(normalOf(subject.lens(), dxf::anySubclass), {0, 0, 1});
-}
 
 }  // namespace velt::automation

@@ -13,7 +13,4 @@ extern const std::span<const PropertyRow> objectRows;
 // Of every entity; those of every object are among them.
 extern const std::span<const PropertyRow> entityRows;
 
-// The normal of an entity's plane, or of its thickness.
-[[nodiscard]] Vector3 getNormal(const Subject& subject);
-
 }  // namespace velt::automation

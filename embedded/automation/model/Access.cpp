@@ -50,6 +50,10 @@ const ElementAccess pointElements = {
     .put = putCoordinate,
 };
 
+Vector3 getNormal(const Subject& subject) {
+  return direction(normalOf(subject.lens(), dxf::anySubclass), {0, 0, 1});
+}
+
 namespace access {
 
 Value getReal(const Subject& subject, const PropertyRow& row) {

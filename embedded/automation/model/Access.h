@@ -12,6 +12,9 @@ namespace velt::automation {
 // X, Y and Z of a row whose value is a point or a direction in space.
 extern const ElementAccess pointElements;
 
+// The normal of an entity's plane, or of its thickness.
+[[nodiscard]] Vector3 getNormal(const Subject& subject);
+
 namespace access {
 
 Value getReal(const Subject&, const PropertyRow&);

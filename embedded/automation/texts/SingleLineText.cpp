@@ -1,18 +1,16 @@
-#include <array>
+#include "embedded/automation/texts/SingleLineText.h"
+
 #include <cmath>
 #include <string>
 
 #include "dxf/Numbers.h"
-#include "embedded/automation/classes/ClassDirectory.h"
-#include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Followers.h"
 #include "embedded/automation/model/Refusal.h"
-#include "embedded/automation/texts/SingleLineText.h"
-#include "host/automation/IdValues.h"
+#include "embedded/automation/texts/TextTypes.h"
 
 namespace velt::automation {
 namespace {
@@ -26,8 +24,8 @@ std::wstring getStyle(const Subject& subject) {
 }
 
 // The drawing stores across and up apart; the members of the enumeration name each pair of them.
-constexpr std::int32_t firstOfRow[] = {0, 12, 9,
-                                       6};  // by what is stored for up: baseline, bottom, middle, top
+// By what is stored for up: baseline, bottom, middle, top.
+constexpr std::int32_t firstOfRow[] = {0, 12, 9, 6};
 
 // Attributes have it under another code, behind a marker of their own.
 bool isAttribute(const database::Lens& lens) {
@@ -232,15 +230,5 @@ constexpr PropertyRow rows[] = {
 }  // namespace
 
 const std::span<const PropertyRow> singleLineRows = rows;
-
-constinit const AutomationClass classes::VeltText = {
-    .clsid = CLSID_VeltText,
-    .name = L"VeltText",
-    .label = L"Text",
-    .dxfName = "TEXT",
-    .help = L"A single line of text.",
-    .general = &entityRows,
-    .rows = rows,
-};
 
 }  // namespace velt::automation

@@ -4,7 +4,6 @@
 
 #include <numbers>
 
-#include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/automation/model/Refusal.h"
 #include "tests/embedded/automation/Edits.h"

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "embedded/automation/texts/TextTypes.h"
 #include "tests/embedded/automation/Toys.h"
 
 namespace velt::automation {
