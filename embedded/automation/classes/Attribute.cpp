@@ -20,7 +20,7 @@ std::wstring getTag(const Subject& subject) {
   return subject.lens().name(2, attribute);
 }
 
-// That the attribute follows: the block reference, which stands in front of it.
+// The block reference that has the attribute, and stands before it.
 std::uint32_t referenceOf(const Subject& subject) {
   return subject.drawing().document().records()[subject.record()].sequenceHead;
 }

@@ -62,7 +62,7 @@ const ClassRegistry& ClassRegistry::ofHost() {
 // The one method of a database object that needs to know the automation classes.
 Velt::ErrorStatus VkDbObject::getClassID(CLSID* clsid) const {
   if (clsid == nullptr) return Velt::eInvalidInput;
-  // What stands among the objects is none of the entities whose name it may have.
+  // A record among the objects is not an entity, even if it has the name of one.
   if (imp_ == nullptr || imp_->drawing == nullptr || !isEntityShape(imp_->objectClass->shape))
     return Velt::eNoAutomationClass;
   const velt::automation::AutomationClass* kind =

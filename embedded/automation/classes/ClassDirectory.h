@@ -4,7 +4,7 @@
 //
 // Every class id has a table. So a new class is its line in the list of ids, and a file beside this one that defines its
 // table:
-//   constinit const AutomationClass classes::VeltLine = {CLSID_VeltLine, L"VeltLine", ...};
+//   constinit const AutomationClass classes::VeltLine = {.clsid = CLSID_VeltLine, .name = L"VeltLine", ...};
 
 #include <cstdint>
 #include <span>

@@ -58,7 +58,7 @@ std::wstring getPatternName(const Subject& subject) {
   return subject.lens().name(2, hatch);
 }
 
-// Distance of the lines of the first family, which a pattern of plain lines has only one or two equal ones of.
+// Between the lines of the first family. A pattern of plain lines has one family, or two that are alike.
 double getSpacing(const Subject& subject) {
   const database::Lens lens = subject.lens();
   if (!lens.has(45, hatch)) return lens.real(41, hatch, 1);
@@ -161,7 +161,7 @@ void putSpacing(const Subject& subject, const double& spacing) {
   putSize(subject, getSpacing(subject), spacing);
 }
 
-// The first point of a hatch; those behind it belong to the boundary and to the places that it was made from.
+// The first point of a hatch; those after it belong to the boundary and to the places that it was made from.
 void putElevation(const Subject& subject, const double& elevation) {
   if (getElevation(subject) == elevation) return;
   if (subject.lens().integer(71, hatch, 0) != 0) {
@@ -190,7 +190,7 @@ std::wstring getGradientName(const Subject& subject) {
   return subject.lens().name(470, hatch);
 }
 
-// Stored with the place of each color (463) in front of it.
+// The place of each color (463) is stored before the color.
 OwnedDispatch getGradientColor(const Subject& subject, std::size_t number) {
   const database::Lens lens = subject.lens();
   std::size_t seen = 0;

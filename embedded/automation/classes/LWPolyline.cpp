@@ -25,7 +25,7 @@ std::vector<double> getVertices(const Subject& subject) {
   return coordinates;
 }
 
-// Three numbers come as a point, and are no vertices.
+// Three numbers come as a point, and are refused: a vertex has two.
 void putVertices(const Subject& subject, const std::vector<double>& coordinates) {
   putVertexPlaces(subject, coordinates);
 }

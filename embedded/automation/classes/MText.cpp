@@ -21,8 +21,8 @@ using platform::Category;
 
 constexpr const char* mtext = "AcDbMText";
 
-// Long texts stand in pieces of 250 bytes under 3, the last one under 1. A piece may end within a character, so they
-// are decoded together.
+// Long texts stand in pieces of 250 bytes under code 3, the last one under 1. A piece may end within a character, so
+// they are decoded together.
 std::wstring getTextString(const Subject& subject) {
   const database::Lens lens = subject.lens();
   std::string pieces;

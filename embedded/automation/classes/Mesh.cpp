@@ -29,7 +29,7 @@ std::int32_t getVertexCount(const Subject& subject) {
 using Face = std::vector<std::int64_t>;
 
 // One list holds all faces: how many corners a face has, then which vertices these are. A last face that is cut off
-// is none, as is one without corners.
+// does not count, nor does one without corners.
 std::vector<Face> facesOf(const Subject& subject) {
   constexpr int sizeOfList = 93;
   constexpr int endOfList = 94;

@@ -4,7 +4,7 @@
 
 namespace velt::automation {
 
-// Whatever is no entity and has no class of its own.
+// Objects that are not entities and have no class of their own.
 constinit const AutomationClass classes::VeltObject = {
     .clsid = CLSID_VeltObject,
     .name = L"VeltObject",

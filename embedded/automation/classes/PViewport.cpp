@@ -73,7 +73,7 @@ void putViewHeight(const Subject& subject, const double& height) {
   if (getViewHeight(subject) != height) Editor(subject).real(45, viewport, height);
 }
 
-// Paper over model.
+// Lengths on paper over lengths of the model.
 double getCustomScale(const Subject& subject) {
   const double seen = getViewHeight(subject);
   if (!(seen > 0)) throw Refusal(E_FAIL, L"The drawing does not tell how much the viewport shows.");

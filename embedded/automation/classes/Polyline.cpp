@@ -54,7 +54,7 @@ void putVertexElement(const Subject& subject, const PropertyRow&, std::size_t el
   putHeavyVertexPart(subject, element / 4, parts[element % 4], value);
 }
 
-// Three numbers come as a point, and are no vertices.
+// Three numbers come as a point, and are refused: a vertex has two.
 void putVertices(const Subject& subject, const std::vector<double>& coordinates) {
   putHeavyVertexPlaces(subject, 2, coordinates);
 }

@@ -13,10 +13,10 @@
 
 namespace velt::automation {
 
-// The points of a kind stand behind the marker of that kind or of one that it is made from, so all are looked through.
+// The points of a kind stand after the marker of that kind or of one that it derives from, so all are looked through.
 inline constexpr const char* dimension = "*";
 
-// The kind stands in the lowest three bits.
+// The kind stands in the lowest three bits of the flags.
 template <std::int64_t Kind>
 bool isDimension(const database::Drawing& drawing, std::uint32_t record) {
   return (database::Lens(drawing, record).integer(70, dimension, 0) & 7) == Kind;
@@ -31,7 +31,7 @@ inline Vector3 dimensionPointOf(const Subject& subject, int code) {
   return pointAt(subject.lens(), code, dimension);
 }
 
-// As drawings store it: times the scale of the style. A negative one counts on sheets of paper only.
+// What was measured, times the linear scale of the style. A negative scale counts on sheets of paper only.
 inline double scaledLength(const Subject& subject, double measured) {
   const double scale = DimensionStyle(subject).real(variables::linearScale);
   if (scale < 0 && subject.entity().space() != database::Space::Paper) return measured;

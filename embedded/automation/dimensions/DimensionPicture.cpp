@@ -21,7 +21,7 @@ bool isDrawn(const Subject& dimension) {
   return last.of(dimension.id(), dimension.drawing(), [&] { return hasPicture(dimension); });
 }
 
-// The own text of a dimension may ask for them, too.
+// The dimension's own wording may ask for them, too.
 bool showsAlternateUnits(const Subject& dimension) {
   return DimensionStyle(dimension).flag(variables::alternateUnits)
          || dimension.lens().text(1, "AcDbDimension").find(L"[]") != std::wstring::npos;
@@ -80,12 +80,12 @@ bool isInEffect(const Subject& dimension, const PropertyRow& row, const Value& v
   return valueAs<std::int32_t>(row.access.get(dimension, row)) == valueAs<std::int32_t>(value);
 }
 
-// None where there is no picture.
+// Empty where there is no picture.
 PictureLines linesToFollow(const Subject& dimension) {
   return hasPicture(dimension) ? linesOfPicture(dimension) : PictureLines();
 }
 
-// Entities that do not look as the style says are not what they seem to be.
+// Entities that do not look as the style says may be something else than they seem.
 
 bool haveColor(const Subject& dimension, const std::vector<std::uint32_t>& records, std::int64_t index) {
   constexpr std::int64_t byLayer = 256;

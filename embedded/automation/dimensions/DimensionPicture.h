@@ -30,7 +30,7 @@ extern const Obstacle drawnWithUnknownText;
 // For the colors and weights of lines, where the picture cannot follow them.
 extern const Obstacle drawnWithUnknownLines;
 
-// Puts of such variables, with what the picture shows of them. Not for a dimension where there is an obstacle.
+// Puts of variables that the picture follows; they change both. Not for a dimension that the obstacle stands for.
 
 void putTextColor(const Subject& dimension, const PropertyRow& row, const Value& value);
 void putDimensionLineColor(const Subject& dimension, const PropertyRow& row, const Value& value);
@@ -38,7 +38,7 @@ void putDimensionLineWeight(const Subject& dimension, const PropertyRow& row, co
 void putExtensionLineColor(const Subject& dimension, const PropertyRow& row, const Value& value);
 void putExtensionLineWeight(const Subject& dimension, const PropertyRow& row, const Value& value);
 
-// A variable of the style that the picture follows.
+// The access to a variable of the style that the picture follows.
 constexpr Access followedBy(Access variable, Putter put) {
   variable.put = put;
   return variable;

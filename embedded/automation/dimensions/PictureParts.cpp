@@ -94,7 +94,7 @@ bool showsNoText(const database::Drawing& drawing, std::uint32_t reference) {
                      [&](std::uint32_t record) { return hasNoText(drawing.view(record).type()); });
 }
 
-// A code in the wording that colors what follows it. One behind a backslash that is meant as such counts, too.
+// A code in the wording that colors what follows it. One after a backslash that is meant as such counts, too.
 bool hasOwnColors(const database::Lens& text) {
   constexpr int restCode = 3;
   std::wstring wording;

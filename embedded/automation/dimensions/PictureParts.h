@@ -23,7 +23,7 @@ struct PictureTexts {
   std::vector<std::uint32_t> records;
 };
 
-// Of a dimension with a picture; those that take any color they are given.
+// Of a dimension with a picture: those texts that show any color that they are given.
 [[nodiscard]] PictureTexts textsOfPicture(const Subject& dimension);
 
 struct PictureLines {

@@ -49,7 +49,7 @@ constexpr Access styleReal(const StyleVariable& variable) { return styleVariable
 constexpr Access styleColor(const StyleVariable& variable) { return styleVariable(variable, access::getStyleInteger, access::putStyleColor); }
 constexpr Access styleFlag(const StyleVariable& variable) { return styleVariable(variable, access::getStyleFlag, access::putStyleFlag); }
 constexpr Access styleBit(const StyleVariable& variable, std::int32_t mask) { return styleVariable(variable, access::getStyleBit, access::putStyleBit, mask); }
-// Of the row's enumeration; what is none of its members counts as missing.
+// A member of the row's enumeration; another number counts as missing.
 constexpr Access styleMember(const StyleVariable& variable) { return styleVariable(variable, access::getStyleMember, access::putStyleMember); }
 // By block where it is missing.
 constexpr Access styleLinetype(const StyleVariable& variable) { return styleVariable(variable, access::getStyleLinetype, access::putStyleLinetype); }

@@ -1,7 +1,7 @@
 #pragma once
 
-// Where an entity holds the variables of its dimension style that it overrides: in its extended data, in a list of that
-// name which one application keeps.
+// Where an entity holds the variables of its dimension style that it overrides: in a list of its extended data that one
+// application keeps.
 
 #include <cstddef>
 #include <optional>

@@ -31,10 +31,10 @@ std::vector<std::uint32_t> partsOf(const Subject& subject) {
   const database::RecordRange members = subject.drawing().members(subject.record());
   for (std::uint32_t record = members.first; record < members.first + members.count; ++record)
     parts.push_back(record);
-  const std::uint32_t behind = members.first + members.count;
+  const std::uint32_t next = members.first + members.count;
   const auto& records = subject.drawing().document().records();
-  const bool isEnded = behind < records.size() && records[behind].sequenceHead == subject.record();
-  if (isEnded) parts.push_back(behind);
+  const bool isEnded = next < records.size() && records[next].sequenceHead == subject.record();
+  if (isEnded) parts.push_back(next);
   return parts;
 }
 
@@ -79,7 +79,7 @@ void putLayer(const Subject& subject, const std::wstring& name) {
       requireEntry(subject.drawing().layers(), name, L"The drawing has no layer of that name.");
   if (getLayer(subject) == name) return;
   changeParts(subject, [&](Editor editor, std::uint32_t) {
-    // Where it is read: behind another marker, when the usual place has none.
+    // Where it is read: after another marker, when the usual place has none.
     const bool isElsewhere = !editor.lens().has(code, common) && editor.lens().has(code, dxf::anySubclass);
     editor.name(code, isElsewhere ? dxf::anySubclass.data() : common, layer);
   });

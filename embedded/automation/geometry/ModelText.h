@@ -35,7 +35,7 @@ class ModelText {
   [[nodiscard]] int version() const noexcept { return version_; }
   [[nodiscard]] std::size_t size() const noexcept { return records_.size(); }
   [[nodiscard]] std::string_view nameOf(std::size_t record) const { return tokens_[records_[record].first]; }
-  // Those behind what every record has. Throws ModelError when the record has another name. The text has to outlive
+  // Those after what every record has. Throws ModelError when the record has another name. The text has to outlive
   // the fields.
   [[nodiscard]] ModelFields fieldsOf(std::size_t record, std::string_view name) const;
 

@@ -60,7 +60,7 @@ Spline::Evaluated Spline::evaluate(double parameter) const {
   const auto firstKnot = knots_.begin() + static_cast<std::ptrdiff_t>(degree_);
   const auto lastKnot = knots_.begin() + static_cast<std::ptrdiff_t>(points_.size());
   const auto above = std::upper_bound(firstKnot, lastKnot, parameter);
-  // At the very end of the parameters the last span that has a length answers, not an empty one behind it.
+  // At the very end of the parameters the last span that has a length answers, not an empty one after it.
   auto span = static_cast<std::size_t>(above - knots_.begin()) - 1;
   while (span > degree_ && !(knots_[span] < knots_[span + 1]))
     --span;

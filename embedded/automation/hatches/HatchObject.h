@@ -6,7 +6,7 @@
 
 namespace velt::automation {
 
-// Gives the entries `First` to `Last` of a function table that only hold their place something to hold it with.
+// Fills the entries `First` to `Last` of a function table, which are only there to keep the later ones in their places.
 template <class Base, int First, int Last>
 class HeldSlots : public HeldSlots<Base, First, Last - 1> {
  public:
@@ -27,7 +27,7 @@ class HatchObject final : public HeldSlots<AutomationObject<IVeltHatch>, 7, 91> 
  public:
   using HeldSlots::HeldSlots;
 
-  // What hatchVariant() says; on failure the argument stays as it is.
+  // What its class's table says (see AutomationClass::variant); on failure the argument stays as it is.
   HRESULT get_PropertyVariant(INT* variant) override;
 };
 

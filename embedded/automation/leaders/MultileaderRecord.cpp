@@ -16,7 +16,7 @@ constexpr int lineOpen = 304;
 constexpr int lineClose = 305;
 
 // 304 is also the wording of the text, so the words count as well.
-std::optional<MultileaderPart> partBehind(MultileaderPart now, int code, std::string_view value) {
+std::optional<MultileaderPart> partAfter(MultileaderPart now, int code, std::string_view value) {
   if (code == contentsOpen && value == "CONTEXT_DATA{") return MultileaderPart::Contents;
   if (now == MultileaderPart::Contents && code == leaderOpen && value == "LEADER{")
     return MultileaderPart::Leader;
@@ -35,7 +35,7 @@ template <class Visitor>
 void MultileaderRecord::visit(Visitor&& visitor) const {
   MultileaderPart part = MultileaderPart::Itself;
   lens_.view().visit(subclass, [&](std::size_t index) {
-    const auto next = partBehind(part, lens_.view().code(index), dxf::trimmed(lens_.view().value(index)));
+    const auto next = partAfter(part, lens_.view().code(index), dxf::trimmed(lens_.view().value(index)));
     if (next) part = *next;
     return visitor(part, index);
   });

@@ -22,7 +22,7 @@ inline Vector3 secondPointOf(const Subject& subject) {
 }
 
 // clang-format off
-// Of a line whose points are stored behind that subclass marker.
+// Of a line whose points are stored after that subclass marker.
 constexpr std::array<PropertyRow, 3> endlessLineRows(const char* subclass, const wchar_t* helpOfBasePoint) {
   using platform::Category;
   return {{

@@ -26,7 +26,7 @@ Value getText(const Subject&, const PropertyRow&);
 Value getWorldPoint(const Subject&, const PropertyRow&);
 Value getObjectPoint(const Subject&, const PropertyRow&);
 
-// Puts for the value that is there already change nothing, so that a rounding on the way to a palette and back does not
+// A put of the value that is there already changes nothing, so that rounding on the way to a palette and back does not
 // reach the drawing.
 void putReal(const Subject&, const PropertyRow&, const Value&);
 void putDegrees(const Subject&, const PropertyRow&, const Value&);
@@ -103,7 +103,7 @@ constexpr Access computedPoint() {
   return made;
 }
 
-// What is stored, with other things that a put has to keep in step.
+// A stored value with a put of its own, which keeps other values in step.
 template <auto Put>
 constexpr Access writtenBy(Access stored) {
   stored.put = access::putBy<Put>;

@@ -17,7 +17,7 @@
 
 namespace velt::automation {
 
-// No class of this host knows interfaces other than GUID_NULL where a caller has to name one.
+// The result for a caller that names an interface where the only one that is known is GUID_NULL.
 inline constexpr HRESULT unknownInterface = com::failure(0x80020001U);
 
 // `Dispatch` is IDispatch, or the interface of a class that extends it.
@@ -26,7 +26,7 @@ class AutomationObject
     : public com::ComObject<Dispatch, IVeltBaseObject, IOPMPropertyExtension, IOPMPropertyExpander,
                             ICategorizeProperties, IPerPropertyBrowsing, IVkPiPropertyDisplay> {
  public:
-  // Of a class of a registry that outlives the object.
+  // The registry of the class has to outlive the object.
   explicit AutomationObject(const RegisteredClass& kind);
 
   HRESULT GetTypeInfoCount(UINT* count) final;

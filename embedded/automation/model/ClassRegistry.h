@@ -1,6 +1,6 @@
 #pragma once
 
-// The automation classes of a host, by class id.
+// The automation classes of a host, ready for objects, by class id. Which classes there are says their directory.
 //
 // Ownership: a registry owns the library of its classes' types and the prepared tables; objects and type informations
 // that it gave out keep the library, and must not outlive the registry otherwise.
@@ -28,7 +28,7 @@ class ClassRegistry {
   // The classes of the host, one for each class id. Lives as long as the process.
   [[nodiscard]] static const ClassRegistry& ofHost();
 
-  // `further` are types of objects that are no entities, such as colors; they stand behind the classes.
+  // `further` are types of objects that are not entities, such as colors; in the library they come after the classes.
   ClassRegistry(const wchar_t* libraryName, std::span<const AutomationClass* const> classes,
                 std::vector<DispatchType> further = {});
   ~ClassRegistry();

@@ -13,7 +13,7 @@ namespace velt::automation {
 // Builds both arrays in the caller's memory and gives them up only when all is complete.
 class CountedStrings {
  public:
-  // Memory for exactly so many; check isComplete() before they are given out.
+  // For exactly so many texts.
   explicit CountedStrings(std::size_t count)
       : count_(static_cast<ULONG>(count)),
         strings_(static_cast<LPOLESTR*>(CoTaskMemAlloc(count * sizeof(LPOLESTR)))),

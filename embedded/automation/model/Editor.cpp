@@ -48,7 +48,7 @@ constexpr CodeOrder orders[] = {
 constexpr int insertOrder[]    = {66, 2, 10, 20, 30, 41, 42, 43, 50, 70, 71, 44, 45};
 // clang-format on
 
-// Those that stand before it; none for a code without a place of its own.
+// The codes that stand before it; none for a code without a place of its own.
 std::span<const int> codesBefore(int code, std::string_view subclass) {
   std::span<const int> order = insertOrder;
   if (subclass != dxf::anySubclass) {

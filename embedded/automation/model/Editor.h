@@ -5,7 +5,7 @@
 // The database tells by a result that a record lacks the part of its data that a value belongs in; here that is a
 // Refusal. A missing value is put where drawings have it: readers may count on the order within a subclass.
 // Whoever edits does so within Drawing::atomically(), as automation objects do with every put, so that a refusal half way
-// leaves nothing behind.
+// leaves nothing changed.
 
 #include <cstdint>
 #include <string_view>
@@ -21,16 +21,16 @@ namespace velt::automation {
 // shape that others follow, and where the row names an obstacle.
 void requireChangeable(const Subject& subject, const PropertyRow& row);
 
-// The drawing is of that version ("AC1018") or a later one. One that does not tell is as old as can be.
+// The drawing is of that version ("AC1018") or a later one. One that tells no version counts as older than all.
 [[nodiscard]] bool isOfFormat(const database::Drawing& drawing, std::string_view version);
 
 // Throws Refusal for what the limit excludes.
 void requireWithin(Limit limit, double number);
 
-// Throws Refusal for a value that is none of the members of an enumeration.
+// Throws Refusal for a value that no member of the enumeration has.
 void requireMember(const ValueType& type, const Value& value);
 
-// Throws Refusal for what no line of a drawing can hold: control characters, and numbers that are no characters.
+// Throws Refusal for what no line of a drawing can hold: control characters, and numbers of no character.
 void requireLine(std::wstring_view text);
 
 class Editor {
@@ -41,10 +41,10 @@ class Editor {
 
   void real(int code, const char* subclass, double value);
   void integer(int code, const char* subclass, std::int64_t value);
-  // The same with nothing written where it is missing and the value is what a missing one means.
+  // The same, but a missing value stays missing when it is to become `otherwise`, which is what that means.
   void integer(int code, const char* subclass, std::int64_t value, std::int64_t otherwise);
   void text(int code, const char* subclass, std::wstring_view value);
-  // As the table record of that entry spells it.
+  // The name of the entry, as its table record spells it.
   void name(int code, const char* subclass, const database::TableEntry& entry);
   void point(int code, const char* subclass, const Vector3& value);
   // Nothing happens when there is none.

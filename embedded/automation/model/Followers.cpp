@@ -7,11 +7,11 @@
 namespace velt::automation {
 namespace {
 
-// Told when the entity changes, in a program that knows how to follow it.
+// Whether the record is to change with the entity, in a program that knows how to do that.
 bool follows(const database::Drawing& drawing, std::uint32_t record, std::string_view followed) {
   const std::string_view type = drawing.view(record).type();
   if (type == "HATCH") return database::Lens(drawing, record).integer(71, "AcDbHatch", 0) != 0;
-  // It makes a dimension follow others, and watches both.
+  // It makes a dimension follow other entities, and is told of a change of either.
   if (type == "DIMASSOC") return !followed.ends_with("DIMENSION");
   return type == "LEADER";
 }
@@ -34,7 +34,7 @@ bool isAttached(const database::Drawing& drawing, std::uint32_t record, std::str
   return dictionary && database::dictionaryEntry(drawing, *dictionary, name).has_value();
 }
 
-// In drawings with markers; others have no such attributes.
+// Only drawings with subclass markers have such attributes.
 bool saysSeveralLines(const database::Lens& lens) {
   for (const char* const subclass : {"AcDbAttribute", "AcDbAttributeDefinition"}) {
     if (lens.view().hasSubclass(subclass) && lens.integer(71, subclass, 0) != 0) return true;

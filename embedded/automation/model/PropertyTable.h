@@ -4,7 +4,7 @@
 //
 // Everything that an object answers about its properties is read from these rows: type information, names, values,
 // categories, editability, choices, elements, weights. So a class is a file with a table, and nothing else knows it.
-// Tables are constant data and live as long as the process; the getters and setters they name run on the caller's
+// Tables are constant data and live as long as the process; the getters and setters that they name run on the caller's
 // thread and report what they cannot do by throwing Refusal.
 
 #include <cstddef>
@@ -42,27 +42,27 @@ struct ElementAccess {
 enum class Limit : std::uint8_t { None, Positive, NotNegative, NotZero };
 
 enum class AccessKind : std::uint8_t {
-  // By functions of the class.
+  // Read and written by functions of the class.
   Computed,
-  // One stored pair, as are the following.
+  // A stored pair of group code and value, as are the following.
   Real,
   // Stored in degrees, offered in radians.
   Degrees,
   // The same, offered from 0 up to a full turn.
   Direction,
   Integer,
-  // Of a stored integer: `mask`.
+  // The bit `mask` of a stored integer.
   Bit,
   Text,
   // Stored in world coordinates, expanded into X, Y and Z.
   WorldPoint,
   // Stored in the entity's own plane, offered in world coordinates, expanded.
   ObjectPoint,
-  // Of the entity's dimension style, or overridden by the entity.
+  // A variable of the entity's dimension style, which the entity may override.
   StyleVariable,
 };
 
-// How a property is read and written. Whether it may be written says the row's Writability.
+// How a property is read and written. Whether it may be written is told by the row's writability.
 struct Access {
   AccessKind kind = AccessKind::Computed;
   // Group code of a stored value.
@@ -80,7 +80,7 @@ struct Access {
   const ElementAccess* elements = nullptr;
   // The version of the first format that can hold it; empty: all can.
   const char* since = "";
-  // Of a class's own row: whoever follows the entity's place and size need not know.
+  // A put changes neither place nor size of the entity, so that hatches and dimensions that follow it stay right.
   bool keepsShape = false;
 
   // The same with one thing different, for rows of a table.
@@ -155,7 +155,7 @@ enum class Choices : std::uint8_t {
   Gradients,
 };
 
-// As bits of a row's flags.
+// Bits of a row's flags.
 enum RowFlag : std::uint8_t {
   // Type information marks it hidden.
   rowHidden = 1,
@@ -186,13 +186,13 @@ struct PropertyRow {
   Variants shownFor = everyVariant;
   std::uint8_t flags = 0;
 
-  // For some entities at least.
+  // Whether the property of some entities at least can be changed.
   [[nodiscard]] constexpr bool isWritable() const { return writability.never == nullptr; }
 };
 
 struct AutomationClass {
   CLSID clsid;
-  // Of its type: "VeltLine".
+  // In type information: "VeltLine".
   const wchar_t* name;
   // What people call such an entity.
   const wchar_t* label;
@@ -205,7 +205,7 @@ struct AutomationClass {
   const std::span<const PropertyRow>* general = nullptr;
   // Rows that it shares with related classes; they stand between the general ones and its own.
   std::span<const std::span<const PropertyRow>* const> families = {};
-  // Its own.
+  // The rows of its own.
   std::span<const PropertyRow> rows = {};
   // Which of its variants an object is, 0 to 7; null when there is only one. A property list that was harvested from
   // one object serves all others of the same class and variant, so whether a row is shown may depend on nothing else.

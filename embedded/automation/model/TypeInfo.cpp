@@ -163,7 +163,7 @@ HRESULT TypeInfo::GetContainingTypeLib(ITypeLib** library, UINT* index) {
   return S_OK;
 }
 
-// What types without inheritance, code in libraries and instances of their own have nothing to say about.
+// What has no meaning for types that inherit nothing and have neither code in a library nor instances of their own.
 
 HRESULT TypeInfo::GetTypeComp(ITypeComp** comp) {
   if (comp == nullptr) return E_POINTER;

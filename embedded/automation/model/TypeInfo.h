@@ -25,9 +25,9 @@ class TypeInfo : public ITypeInfo {
   [[nodiscard]] const wchar_t* help() const noexcept { return help_; }
   [[nodiscard]] TYPEKIND kind() const noexcept { return kind_; }
   [[nodiscard]] const GUID& id() const noexcept { return id_; }
-  // How others of the library refer to this one.
+  // By which other types of the library refer to this one.
   [[nodiscard]] HREFTYPE reference() const noexcept { return index_ + 1; }
-  // Of the member of that name in any case; nothing when there is none.
+  // The id of the member of that name, in any case of the letters; nothing when there is none.
   [[nodiscard]] virtual std::optional<MEMBERID> findMemberId(std::wstring_view name) const = 0;
 
   HRESULT QueryInterface(REFIID iid, void** object) override;

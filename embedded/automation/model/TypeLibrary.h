@@ -48,7 +48,7 @@ class TypeInfo;
 
 class TypeLibrary final : public com::ComObject<ITypeLib> {
  public:
-  // The dispatch types in this order, behind them the user-defined types in the order of their first use.
+  // The dispatch types in this order, then the user-defined types in the order of their first use.
   TypeLibrary(const wchar_t* name, const wchar_t* help, std::vector<DispatchType> dispatchTypes);
   ~TypeLibrary() override;
 

@@ -110,7 +110,7 @@ inline constexpr EnumMember lineweightMembers[] = {
   { 211,    L"Lw211",          L"2.11 mm"},
 };
 inline constexpr UserType lineweight = {L"VELT_LWEIGHT", L"Line weight in hundredths of a millimetre.", VT_I4, lineweightMembers};
-// The same under a name that no palette knows: it picks the editor of the entity's own line weight by other means.
+// The same under a name that no palette knows: palettes recognise the entity's own line weight by its DISPID.
 inline constexpr UserType entityLineweight = {L"VeltLineweight", L"Line weight in hundredths of a millimetre.", VT_I4, lineweightMembers};
 
 // clang-format on

@@ -71,7 +71,7 @@ VkCmColor colorOfText(std::wstring_view text) {
   throw Refusal(E_INVALIDARG, L"There is no colour of that name.");
 }
 
-// What is none is a value in the color object only.
+// No color at all can be the value of a color object, but not of an entity.
 VkCmColor requireUsable(VkCmColor color) {
   const std::uint32_t value = color.color();
   const std::uint32_t method = value & methodMask;

@@ -1,6 +1,6 @@
 #pragma once
 
-// IDispatch for the small objects that are no entities: colors and hyperlinks. Like an entity's class, each has one
+// IDispatch for the small objects that are not entities: colors and hyperlinks. Like an entity's class, each has one
 // table of its members, and everything is read from it.
 
 #include <cstdint>

@@ -28,7 +28,7 @@ struct HeavyPolyline {
   std::vector<Vector3> places;
   // Of these vertices.
   std::vector<std::uint32_t> records;
-  // Of the segments behind these vertices.
+  // Of the segments after these vertices.
   std::vector<SegmentWidths> widths;
   // What is seen.
   std::vector<DrawnVertex> drawn;

@@ -22,7 +22,7 @@ struct VertexPairs {
   std::size_t x = 0;
   std::optional<std::size_t> y{}, startWidth{}, endWidth{};
 
-  [[nodiscard]] std::size_t behindPlace() const { return y.value_or(x) + 1; }
+  [[nodiscard]] std::size_t afterPlace() const { return y.value_or(x) + 1; }
 };
 
 std::vector<VertexPairs> vertexPairs(const dxf::RecordView& view) {
@@ -58,11 +58,11 @@ void giveEachItsWidths(dxf::Document& document, std::uint32_t record, double wid
   const std::vector<VertexPairs> vertices = vertexPairs(document.view(record));
   for (auto vertex = vertices.rbegin(); vertex != vertices.rend(); ++vertex) {
     if (!vertex->endWidth) {
-      const std::size_t place = vertex->startWidth ? *vertex->startWidth + 1 : vertex->behindPlace();
+      const std::size_t place = vertex->startWidth ? *vertex->startWidth + 1 : vertex->afterPlace();
       document.insert(record, place, endWidthCode, dxf::formatReal(width));
     }
     if (!vertex->startWidth) {
-      document.insert(record, vertex->behindPlace(), startWidthCode, dxf::formatReal(width));
+      document.insert(record, vertex->afterPlace(), startWidthCode, dxf::formatReal(width));
     }
   }
 }
@@ -108,11 +108,11 @@ void putVertexPart(const Subject& polyline, std::size_t vertex, VertexPart part,
         putNumber(document, record, pairs.y, pairs.x + 1, yCode, value);
         break;
       case VertexPart::StartWidth:
-        putNumber(document, record, pairs.startWidth, pairs.behindPlace(), startWidthCode, value);
+        putNumber(document, record, pairs.startWidth, pairs.afterPlace(), startWidthCode, value);
         break;
       case VertexPart::EndWidth:
         putNumber(document, record, pairs.endWidth,
-                  pairs.startWidth ? *pairs.startWidth + 1 : pairs.behindPlace(), endWidthCode, value);
+                  pairs.startWidth ? *pairs.startWidth + 1 : pairs.afterPlace(), endWidthCode, value);
         break;
     }
   });

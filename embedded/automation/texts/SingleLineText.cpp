@@ -23,11 +23,11 @@ std::wstring getStyle(const Subject& subject) {
   return subject.lens().name(7, text, L"Standard");
 }
 
-// The drawing stores across and up apart; the members of the enumeration name each pair of them.
-// By what is stored for up: baseline, bottom, middle, top.
+// The drawing stores across and up apart; the members of the enumeration name each pair of them, row by row. The rows
+// by what is stored for up: baseline, bottom, middle, top.
 constexpr std::int32_t firstOfRow[] = {0, 12, 9, 6};
 
-// Attributes have it under another code, behind a marker of their own.
+// Attributes have it under another code, after a marker of their own.
 bool isAttribute(const database::Lens& lens) {
   return lens.type() != "TEXT";
 }
@@ -165,7 +165,7 @@ void putStyle(const Subject& subject, const std::wstring& name) {
   Editor(subject).name(7, text, *style);
 }
 
-// Stands behind the second of the two markers of the same name, where there are two.
+// Stands after the second of the two markers of the same name, where there are two.
 void putUp(const Subject& subject, std::int64_t up) {
   if (isAttribute(subject.lens())) {
     const bool isValue = subject.lens().type() == "ATTRIB";
@@ -174,18 +174,18 @@ void putUp(const Subject& subject, std::int64_t up) {
   }
   const dxf::RecordView view = subject.lens().view();
   std::size_t markers = 0;
-  std::size_t behindLast = 0;
+  std::size_t afterLast = 0;
   for (std::size_t index = 0; index < view.size(); ++index) {
     if (view.code(index) != 100 || dxf::trimmed(view.value(index)) != text) continue;
     ++markers;
-    behindLast = index + 1;
+    afterLast = index + 1;
   }
   if (up == 0 || markers < 2 || subject.lens().has(73, text)) {
     Editor(subject).integer(73, text, up, 0);
     return;
   }
   subject.drawing().edit(subject.record(), [&](dxf::Document& document) {
-    document.insert(subject.record(), behindLast, 73, dxf::formatInteger(up));
+    document.insert(subject.record(), afterLast, 73, dxf::formatInteger(up));
   });
 }
 

@@ -11,7 +11,7 @@ namespace {
 using namespace test;
 using database::test::text;
 
-// The faces are lists of numbers, one behind the other, each behind the number of its corners.
+// The faces are lists of numbers, one after the other, each after the number of its corners.
 std::unique_ptr<Drawing> meshOf(const std::string& faces) {
   std::string vertices;
   for (const char* const x : {"0", "1", "2", "3"})

@@ -36,7 +36,7 @@ TEST_F(StyleAccessTest, TheValueInEffectIsNotWritten) {
   EXPECT_EQ(S_OK, made.put(L"TextFill", flag(true)).result);
   EXPECT_EQ(S_OK, made.put(L"SuppressLeadingZeros", flag(true)).result);
   EXPECT_EQ(S_OK, made.put(L"VerticalTextPosition", integer(0)).result)
-      << "what is no member counts as missing";
+      << "another number than a member's counts as missing";
   EXPECT_EQ(S_OK, made.put(L"DimensionLinetype", L"DASHED").result);
   EXPECT_EQ(S_OK, made.put(L"ExtLine1Linetype", L"ByBlock").result);
   EXPECT_EQ("3=Mine 70=32", pairs());

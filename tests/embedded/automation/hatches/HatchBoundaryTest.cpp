@@ -15,7 +15,7 @@ using database::Drawing;
 using database::test::Sample;
 using std::numbers::pi;
 
-// A hatch in the making: the pairs in front of its loops, its loops, and the pairs behind them.
+// A hatch in the making: the pairs before its loops, its loops, and the pairs after them.
 class Hatch {
  public:
   Hatch& style(int style) {

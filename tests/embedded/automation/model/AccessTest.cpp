@@ -34,7 +34,7 @@ TEST_F(AccessTest, ARealIsReadFromItsSubclass) {
   const Access access = storedReal(40, "AcDbToy", 7);
   EXPECT_EQ(2.5, get<double>(access, {{100, "AcDbEntity"}, {40, "1"}, {100, "AcDbToy"}, {40, "2.5"}}));
   EXPECT_EQ(7, get<double>(access, {{100, "AcDbEntity"}, {40, "1"}, {100, "AcDbToy"}}));
-  EXPECT_EQ(7, get<double>(access, {{100, "AcDbToy"}, {40, "many"}})) << "no number";
+  EXPECT_EQ(7, get<double>(access, {{100, "AcDbToy"}, {40, "many"}})) << "not a number";
   EXPECT_EQ(1, get<double>(access, {{40, "1"}})) << "old drawings have no subclasses";
 }
 

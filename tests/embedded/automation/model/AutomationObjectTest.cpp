@@ -327,7 +327,7 @@ TEST_F(AutomationObjectTest, APutNamesItsArgument) {
   EXPECT_TRUE(toy.put.empty());
 }
 
-TEST_F(AutomationObjectTest, APutThatIsRefusedHalfWayLeavesNothingBehind) {
+TEST_F(AutomationObjectTest, APutThatIsRefusedHalfWayChangesNothing) {
   const Bound made = bound();
   const std::string before = drawing->document().bytes();
   const Answer refused = made.put(L"Half", number(1));
@@ -420,7 +420,7 @@ TEST_F(AutomationObjectTest, WhatDependsOnTheVariantNeedsAnEntity) {
 
 // --- elements ---
 
-TEST_F(AutomationObjectTest, APointIsExpandedAfterItsLabel) {
+TEST_F(AutomationObjectTest, ThePartsOfAPointAreLabelledAfterTheRow) {
   const Bound made = bound();
   EXPECT_EQ((Texts{L"Spot X", L"Spot Y", L"Spot Z"}), made.elementLabels(L"Spot"));
   EXPECT_EQ(1, made.element(L"Spot", 0));

@@ -24,7 +24,7 @@ TEST(ClassRegistry, ALibraryThatIsMadeAndEndsLeavesTheLedgerBalanced) {
   EXPECT_TRUE(balance.now().empty()) << "what a registry keeps itself is not handed out";
 }
 
-TEST(ClassRegistry, FurtherTypesStandAfterTheClasses) {
+TEST(ClassRegistry, FurtherTypesComeAfterTheClasses) {
   const ClassRegistry registry(L"Toys", toyClasses, {ColorObject::type()});
   InterfaceHolder<ITypeInfo> info;
   ASSERT_EQ(S_OK, registry.library().GetTypeInfo(2, info.put()));

@@ -64,7 +64,7 @@ TEST_F(HyperlinksObjectTest, ALinkThatIsNotThereIsNull) {
 }
 
 TEST_F(HyperlinksObjectTest, TheSecondEntryOfALinkIsItsAddress) {
-  // Callers find it by its place in the function table, behind the seven of IUnknown and IDispatch.
+  // Callers find it by its place in the function table, after the seven of IUnknown and IDispatch.
   const auto link = firstLink();
   using Getter = HRESULT (*)(IVeltHyperlink*, BSTR*);
   const auto* table = *static_cast<Getter**>(static_cast<void*>(link.get()));

@@ -23,7 +23,7 @@ VariantHolder list(const Numbers& numbers) {
 
 constexpr const wchar_t* vertex = L"Vertex";
 
-// A polyline or mesh of four vertices with widths of their own, one behind the other on the X axis.
+// A polyline or mesh of four vertices with widths of their own, one after the other on the X axis.
 std::unique_ptr<Drawing> sample(const char* flags, const char* vertexFlags = "0",
                                 const char* marker = "AcDb2dPolyline") {
   Sample made;
