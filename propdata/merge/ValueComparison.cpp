@@ -80,7 +80,7 @@ std::int32_t differs(bool unequal) {
   return unequal ? different : equal;
 }
 
-// Exact on purpose where it is called: the host's integers and strings have one spelling of each value.
+// A null string equals nothing, not even another one.
 template <class CharT, class Compare>
 std::int32_t compareStrings(const CharT* a, const CharT* b, Compare compare) {
   if (a == nullptr || b == nullptr) return different;
@@ -89,7 +89,7 @@ std::int32_t compareStrings(const CharT* a, const CharT* b, Compare compare) {
 
 void readFirstUrl(IVeltHyperlinks& hyperlinks, StringHolder& url) {
   InterfaceHolder<IVeltHyperlink> hyperlink;
-  if (FAILED(hyperlinks.Item(0, hyperlink.put())) || !hyperlink) return;
+  if (!handedOver(hyperlinks.Item(0, hyperlink.put()), hyperlink) || !hyperlink) return;
   [[maybe_unused]] const HRESULT got = hyperlink->get_URL(url.put());
 }
 

@@ -19,35 +19,16 @@ namespace {
 constexpr UINT firstOwnFunction = 7;
 constexpr WORD hiddenFlags = FUNCFLAG_FHIDDEN | FUNCFLAG_FNONBROWSABLE;
 
-// What is kept of a function description; the description itself is given back at once.
-struct Function {
-  MEMBERID memberId;
-  INVOKEKIND kind;
-  WORD flags;
-  VARTYPE returnType;
-  HREFTYPE userDefinedType;  // means something for VT_USERDEFINED only
-};
-
 bool failWith(CStdStr<wchar_t>& errorText, int id) {
   errorText = LoadErrString(id);
   return false;
 }
 
-bool readFunction(ITypeInfo& typeInfo, UINT index, Function& function) {
-  FunctionDescriptionHolder description(typeInfo);
-  if (FAILED(typeInfo.GetFuncDesc(index, description.put())) || !description) return false;
-  const TYPEDESC& type = description->elemdescFunc.tdesc;
-  function.memberId = description->memid;
-  function.kind = description->invkind;
-  function.flags = description->wFuncFlags;
-  function.returnType = type.vt;
-  function.userDefinedType = type.vt == VT_USERDEFINED ? type.hreftype : 0;
-  return true;
-}
+// --- user-defined types --------------------------------------------------------------------------------------
 
 void readEnumMember(ITypeInfo& enumeration, UINT index, PROPINFO& prop) {
   VariableDescriptionHolder member(enumeration);
-  if (FAILED(enumeration.GetVarDesc(index, member.put())) || !member) return;
+  if (!handedOver(enumeration.GetVarDesc(index, member.put()), member) || !member) return;
   StringHolder name;
   UINT nameCount = 0;
   [[maybe_unused]] const HRESULT named = enumeration.GetNames(member->memid, name.put(), 1, &nameCount);
@@ -60,135 +41,165 @@ void readEnumMember(ITypeInfo& enumeration, UINT index, PROPINFO& prop) {
 // False when the type does not tell what kind it is.
 bool readEnumMembers(ITypeInfo& referenced, PROPINFO& prop) {
   TypeAttributesHolder attributes(referenced);
-  if (FAILED(referenced.GetTypeAttr(attributes.put())) || !attributes) return false;
+  if (!handedOver(referenced.GetTypeAttr(attributes.put()), attributes) || !attributes) return false;
   if (attributes->typekind != TKIND_ENUM) return true;
   for (UINT i = 0; i < attributes->cVars; ++i)
     readEnumMember(referenced, i, prop);
   return true;
 }
 
-// The code of the type's name, or the code given when the name cannot be had.
-int customTypeOf(ITypeInfo& referenced, int otherwise) {
+// What the type's name tells; none when the name cannot be had.
+int kindByTypeName(ITypeInfo& referenced) {
   InterfaceHolder<ITypeLib> library;
   UINT index = 0;
-  if (FAILED(referenced.GetContainingTypeLib(library.put(), &index)) || !library) return otherwise;
+  if (!handedOver(referenced.GetContainingTypeLib(library.put(), &index), library) || !library)
+    return PropertyKind::none;
   StringHolder name;
   StringHolder documentation;
   DWORD helpContext = 0;
   StringHolder helpFile;
-  if (FAILED(library->GetDocumentation(static_cast<INT>(index), name.put(), documentation.put(), &helpContext,
-                                       helpFile.put()))) {
-    return otherwise;
-  }
+  const HRESULT documented = library->GetDocumentation(static_cast<INT>(index), name.put(),
+                                                       documentation.put(), &helpContext, helpFile.put());
+  if (!handedOver(documented, name, documentation, helpFile)) return PropertyKind::none;
   return NameToUserdefinedType(name.get());
 }
 
 // Fills the choices of an enumeration and answers the custom type; what cannot be read is left out.
 int resolveUserDefinedType(ITypeInfo& typeInfo, HREFTYPE type, PROPINFO& prop) {
-  constexpr int notResolved = PropertyKind::none;
   InterfaceHolder<ITypeInfo> referenced;
   [[maybe_unused]] const HRESULT found = typeInfo.GetRefTypeInfo(type, referenced.put());
-  if (!referenced || !readEnumMembers(*referenced.get(), prop)) return notResolved;
-  return customTypeOf(*referenced.get(), notResolved);
+  if (!referenced || !readEnumMembers(*referenced.get(), prop)) return PropertyKind::none;
+  return kindByTypeName(*referenced.get());
 }
 
-CStdStr<wchar_t> displayNameOf(IOPMPropertyExtension& extension, const PROPINFO& prop) {
-  StringHolder displayName;
-  [[maybe_unused]] const HRESULT answered = extension.GetDisplayName(prop.dispId, displayName.put());
-  const CStdStr<wchar_t> text(displayName.get());
-  return text.empty() ? prop.name : text;
-}
+// --- the walk ------------------------------------------------------------------------------------------------
 
-bool isShown(IOPMPropertyExtension& extension, DISPID dispId) {
-  BOOL show = 1;
-  [[maybe_unused]] const HRESULT answered = extension.ShowProperty(dispId, &show);
-  // QUIRK(show_flag_exactly_one): any other byte hides the property, -1 too; objects hide rows with it.
-  return show == 1;
-}
+// What is kept of a function description; the description itself is given back at once.
+struct Function {
+  MEMBERID memberId;
+  INVOKEKIND kind;
+  WORD flags;
+  VARTYPE returnType;
+  // Means something for VT_USERDEFINED only.
+  HREFTYPE userDefinedType;
+};
 
-void listGetter(const VeltPropData& data, ITypeInfo& typeInfo, IOPMPropertyExtension& extension,
-                const Function& function, DISPID dispId, const StringHolder& name,
-                const StringHolder& documentation, TqVector<PROPINFO>& props) {
-  PROPINFO prop;
-  prop.clsid = data.clsid;
-  prop.pDispatch = data.pDispatch;
-  prop.dispId = dispId;
-  prop.name = CStdStr<wchar_t>(name.get());
-  prop.description = CStdStr<wchar_t>(documentation.get());
-  // QUIRK(two_codes_for_no_custom_type): none for a type that is not user-defined, unknownType for one whose name
-  // tells nothing; whoever reads the code treats both alike.
-  int customType = PropertyKind::none;
-  if (function.returnType == VT_USERDEFINED) {
-    customType = resolveUserDefinedType(typeInfo, function.userDefinedType, prop);
-  }
-  prop.displayName = displayNameOf(extension, prop);
-  const bool shown = isShown(extension, dispId);
-  prop.customType = customType;
-  prop.objectId.setFromOldId(data.oldId);
-  prop.valueType = function.returnType;
-  if (shown) mustAppend(props, prop);
-}
+class Walk {
+ public:
+  // What is listed goes into props and putNames at once, and stays there when the walk ends early.
+  Walk(const VeltPropData& data, TqVector<PROPINFO>& props, CStringArray& putNames,
+       CStdStr<wchar_t>& errorText)
+      : data_(data), props_(props), putNames_(putNames), errorText_(errorText) {}
 
-bool walkFunction(const VeltPropData& data, ITypeInfo& typeInfo, IOPMPropertyExtension& extension, UINT index,
-                  TqVector<PROPINFO>& props, CStringArray& putNames, CStdStr<wchar_t>& errorText) {
-  Function function{};
-  if (!readFunction(typeInfo, index, function)) return failWith(errorText, message::functionDescription);
-
-  StringHolder name;
-  StringHolder documentation;
-  if (FAILED(
-          typeInfo.GetDocumentation(function.memberId, name.put(), documentation.put(), nullptr, nullptr))) {
-    return failWith(errorText, message::documentation);
-  }
-
-  // QUIRK(every_name_resolved_first): methods and hidden accessors too, before any of them is filtered out: a
-  // single name that does not resolve ends the walk, which tells class authors at once.
-  wchar_t noName[] = L"";
-  LPOLESTR nameToResolve = name.get() != nullptr ? name.get() : noName;
-  DISPID dispId = 0;
-  if (FAILED(data.pDispatch->GetIDsOfNames(GUID_NULL, &nameToResolve, 1, LOCALE_SYSTEM_DEFAULT, &dispId))) {
-    errorText.Format(LoadErrString(message::nameNotResolved).c_str(), nameToResolve);
-    return false;
-  }
-
-  if ((function.flags & hiddenFlags) != 0) return true;
-  if (function.kind == INVOKE_PROPERTYPUT) {
-    putNames.Add(nameToResolve);
-  } else if (function.kind == INVOKE_PROPERTYGET) {
-    listGetter(data, typeInfo, extension, function, dispId, name, documentation, props);
-  }
-  return true;
-}
-
-bool walk(const VeltPropData& data, TqVector<PROPINFO>& props, CStringArray& putNames,
-          CStdStr<wchar_t>& errorText) {
-  InterfaceHolder<ITypeInfo> typeInfo;
-  if (data.pDispatch == nullptr
-      || FAILED(data.pDispatch->GetTypeInfo(0, GetUserDefaultLangID(), typeInfo.put()))) {
-    return failWith(errorText, message::typeInfoFailed);
-  }
-  if (!typeInfo) return failWith(errorText, message::typeInfoMissing);
-
-  UINT functionCount = 0;
-  {
-    TypeAttributesHolder attributes(*typeInfo.get());
-    if (FAILED(typeInfo->GetTypeAttr(attributes.put())) || !attributes) {
-      return failWith(errorText, message::typeAttributes);
+  bool run() {
+    if (data_.pDispatch == nullptr
+        || !handedOver(data_.pDispatch->GetTypeInfo(0, GetUserDefaultLangID(), typeInfo_.put()), typeInfo_)) {
+      return failWith(errorText_, message::typeInfoFailed);
     }
-    functionCount = attributes->cFuncs;
+    if (!typeInfo_) return failWith(errorText_, message::typeInfoMissing);
+    UINT functionCount = 0;
+    if (!countFunctions(functionCount)) return failWith(errorText_, message::typeAttributes);
+    if (functionCount == 0) return true;
+    if (FAILED(query(data_.pUnknown, IID_IOPMPropertyExtension, extension_)))
+      return failWith(errorText_, message::noPropertyExtension);
+    for (UINT index = firstOwnFunction; index < functionCount; ++index) {
+      if (!visit(index)) return false;
+    }
+    return true;
   }
-  if (functionCount == 0) return true;
 
-  InterfaceHolder<IOPMPropertyExtension> extension;
-  if (FAILED(query(data.pUnknown, IID_IOPMPropertyExtension, extension))) {
-    return failWith(errorText, message::noPropertyExtension);
+ private:
+  bool countFunctions(UINT& count) {
+    TypeAttributesHolder attributes(*typeInfo_.get());
+    if (!handedOver(typeInfo_->GetTypeAttr(attributes.put()), attributes) || !attributes) return false;
+    count = attributes->cFuncs;
+    return true;
   }
-  for (UINT index = firstOwnFunction; index < functionCount; ++index) {
-    if (!walkFunction(data, *typeInfo.get(), *extension.get(), index, props, putNames, errorText))
+
+  bool describe(UINT index, Function& function) {
+    FunctionDescriptionHolder description(*typeInfo_.get());
+    if (!handedOver(typeInfo_->GetFuncDesc(index, description.put()), description) || !description)
       return false;
+    const TYPEDESC& type = description->elemdescFunc.tdesc;
+    function.memberId = description->memid;
+    function.kind = description->invkind;
+    function.flags = description->wFuncFlags;
+    function.returnType = type.vt;
+    function.userDefinedType = type.vt == VT_USERDEFINED ? type.hreftype : 0;
+    return true;
   }
-  return true;
-}
+
+  bool visit(UINT index) {
+    Function function{};
+    if (!describe(index, function)) return failWith(errorText_, message::functionDescription);
+
+    StringHolder name;
+    StringHolder documentation;
+    const HRESULT documented =
+        typeInfo_->GetDocumentation(function.memberId, name.put(), documentation.put(), nullptr, nullptr);
+    if (!handedOver(documented, name, documentation)) return failWith(errorText_, message::documentation);
+
+    // QUIRK(every_name_resolved_first): methods and hidden accessors too, before any of them is filtered out: a
+    // single name that does not resolve ends the walk, which tells class authors at once.
+    wchar_t noName[] = L"";
+    LPOLESTR nameToResolve = name ? name.get() : noName;
+    DISPID dispId = 0;
+    if (FAILED(
+            data_.pDispatch->GetIDsOfNames(GUID_NULL, &nameToResolve, 1, LOCALE_SYSTEM_DEFAULT, &dispId))) {
+      errorText_.Format(LoadErrString(message::nameNotResolved).c_str(), nameToResolve);
+      return false;
+    }
+
+    if ((function.flags & hiddenFlags) != 0) return true;
+    if (function.kind == INVOKE_PROPERTYPUT) {
+      putNames_.Add(nameToResolve);
+    } else if (function.kind == INVOKE_PROPERTYGET) {
+      list(function, dispId, name, documentation);
+    }
+    return true;
+  }
+
+  void list(const Function& function, DISPID dispId, const StringHolder& name,
+            const StringHolder& documentation) {
+    PROPINFO prop;
+    prop.clsid = data_.clsid;
+    prop.pDispatch = data_.pDispatch;
+    prop.dispId = dispId;
+    prop.name = CStdStr<wchar_t>(name.get());
+    prop.description = CStdStr<wchar_t>(documentation.get());
+    // QUIRK(two_codes_for_no_custom_type): none for a type that is not user-defined, unknownType for one whose
+    // name tells nothing; whoever reads the code treats both alike.
+    prop.customType = function.returnType == VT_USERDEFINED
+                          ? resolveUserDefinedType(*typeInfo_.get(), function.userDefinedType, prop)
+                          : PropertyKind::none;
+    prop.displayName = displayNameOf(prop);
+    if (!isShown(dispId)) return;
+    prop.objectId.setFromOldId(data_.oldId);
+    prop.valueType = function.returnType;
+    mustAppend(props_, prop);
+  }
+
+  CStdStr<wchar_t> displayNameOf(const PROPINFO& prop) {
+    StringHolder displayName;
+    [[maybe_unused]] const HRESULT answered = extension_->GetDisplayName(prop.dispId, displayName.put());
+    const CStdStr<wchar_t> text(displayName.get());
+    return text.empty() ? prop.name : text;
+  }
+
+  bool isShown(DISPID dispId) {
+    BOOL show = 1;
+    [[maybe_unused]] const HRESULT answered = extension_->ShowProperty(dispId, &show);
+    // QUIRK(show_flag_exactly_one): any other byte hides the property, -1 too; objects hide rows with it.
+    return show == 1;
+  }
+
+  const VeltPropData& data_;
+  TqVector<PROPINFO>& props_;
+  CStringArray& putNames_;
+  CStdStr<wchar_t>& errorText_;
+  InterfaceHolder<ITypeInfo> typeInfo_;
+  InterfaceHolder<IOPMPropertyExtension> extension_;
+};
 
 }  // namespace
 
@@ -197,5 +208,5 @@ bool GetPropTypeInfo(VeltPropData* data, TqVector<PROPINFO>& props, CStringArray
   props.clear();
   putNames.RemoveAll();
   putNames.FreeExtra();
-  return orMessageOnComError(errorText, [&] { return walk(*data, props, putNames, errorText); });
+  return orMessageOnComError(errorText, [&] { return Walk(*data, props, putNames, errorText).run(); });
 }

@@ -38,7 +38,7 @@ void appendGroupHeader(IOPMPropertyExpander& expander, PROPINFO& info, TqVector<
 bool appendElement(IOPMPropertyExpander& expander, DWORD cookie, const CStdStr<wchar_t>& label,
                    PROPINFO& info, TqVector<PROPINFO>& out) {
   VariantHolder value;
-  if (FAILED(expander.GetElementValue(info.dispId, cookie, value.put()))) return false;
+  if (!handedOver(expander.GetElementValue(info.dispId, cookie, value.put()), value)) return false;
   info.valueType = value.get().vt;
   info.isElement = true;
   info.elementCookie = cookie;

@@ -40,6 +40,40 @@ Function* real(const char* symbol) {
   const velt::tests::AllocationPause pause; \
   static auto* const forward = real<Signature>(symbol)
 
+// Where the caller's own allocations are watched all the same.
+#define VELT_UNWATCHED_REAL(Signature, symbol) static auto* const forward = unwatchedReal<Signature>(symbol)
+
+template <class Function>
+Function* unwatchedReal(const char* symbol) {
+  const velt::tests::AllocationPause pause;
+  return real<Function>(symbol);
+}
+
+template <class Block>
+Block* noteMade(const char* account, Block* made, void (*end)(void*)) {
+  ToyHost* const host = ToyHost::current();
+  if (host != nullptr && made != nullptr) host->noteMade(account, made, end);
+  return made;
+}
+
+// What a failing call left in an output was not handed over.
+bool wasLeft(const std::string& line, const void* block) {
+  const ToyHost* const host = ToyHost::current();
+  return host != nullptr && host->wasLeft(line, block);
+}
+
+void freeTaskMemory(void* block) {
+  CoTaskMemFree(block);
+}
+
+void freeString(void* string) {
+  SysFreeString(static_cast<BSTR>(string));
+}
+
+void destroyArray(void* array) {
+  SafeArrayDestroy(static_cast<SAFEARRAY*>(array));
+}
+
 HRESULT perform(const std::string& line, const std::function<HRESULT()>& work,
                 const ToyHost::Action& answerNull = {}) {
   ToyHost* const host = ToyHost::current();
@@ -153,16 +187,43 @@ void CoUninitialize() {
   forward();
 }
 
+void* CoTaskMemAlloc(std::size_t bytes) {
+  VELT_UNWATCHED_REAL(void*(std::size_t), "CoTaskMemAlloc");
+  return noteMade("task memory", forward(bytes), &freeTaskMemory);
+}
+
 void CoTaskMemFree(void* block) {
   VELT_REAL(void(void*), "CoTaskMemFree");
-  note(block == nullptr ? "CoTaskMemFree(null)" : "CoTaskMemFree()");
-  forward(block);
+  const std::string line = block == nullptr ? "CoTaskMemFree(null)" : "CoTaskMemFree()";
+  note(line);
+  if (!wasLeft(line, block)) forward(block);
+}
+
+BSTR SysAllocString(const OLECHAR* text) {
+  VELT_UNWATCHED_REAL(BSTR(const OLECHAR*), "SysAllocString");
+  return noteMade("BSTR", forward(text), &freeString);
+}
+
+BSTR SysAllocStringLen(const OLECHAR* text, UINT characters) {
+  VELT_UNWATCHED_REAL(BSTR(const OLECHAR*, UINT), "SysAllocStringLen");
+  return noteMade("BSTR", forward(text, characters), &freeString);
 }
 
 void SysFreeString(BSTR string) {
   VELT_REAL(void(BSTR), "SysFreeString");
-  note("SysFreeString(" + narrow(string) + ")");
-  forward(string);
+  const std::string line = "SysFreeString(" + narrow(string) + ")";
+  note(line);
+  if (!wasLeft(line, string)) forward(string);
+}
+
+SAFEARRAY* SafeArrayCreateVector(VARTYPE type, LONG lowerBound, ULONG count) {
+  VELT_UNWATCHED_REAL(SAFEARRAY * (VARTYPE, LONG, ULONG), "SafeArrayCreateVector");
+  return noteMade("SAFEARRAY", forward(type, lowerBound, count), &destroyArray);
+}
+
+HRESULT SafeArrayDestroy(SAFEARRAY* array) {
+  VELT_REAL(HRESULT(SAFEARRAY*), "SafeArrayDestroy");
+  return wasLeft("SafeArrayDestroy()", array) ? E_UNEXPECTED : forward(array);
 }
 
 HRESULT VariantClear(VARIANT* variant) {

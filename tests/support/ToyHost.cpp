@@ -16,6 +16,7 @@
 #include "host/palette/IPropertySource.h"
 #include "tests/support/Interposers.h"
 #include "tests/support/Toy.h"
+#include "tests/support/ToyDatabase.h"
 
 namespace velt::toys {
 
@@ -62,6 +63,8 @@ ToyHost::ToyHost() {
 ToyHost::~ToyHost() {
   EXPECT_TRUE(toys.empty()) << "a toy outlives its host: declare the host first";
   theHost = nullptr;
+  for (const auto& [block, left] : left_)
+    left.end();
 }
 
 Rule& ToyHost::on(std::string call) {
@@ -73,12 +76,50 @@ void ToyHost::failCall(int n, HRESULT result) {
   countdown_ = n;
   countdownResult_ = result;
   countdownText_.reset();
+  countdownLeaves_ = false;
   failedCall_.clear();
 }
 
 void ToyHost::raiseCall(int n, std::wstring text) {
   failCall(n);
   countdownText_ = std::move(text);
+}
+
+void ToyHost::leaveCall(int n) {
+  failCall(n);
+  countdownLeaves_ = true;
+}
+
+// References and openings count as before the call, and what it made belongs to nobody.
+HRESULT ToyHost::leaveThenFail(const std::function<HRESULT()>& work, HRESULT result) {
+  std::vector<std::pair<int*, int>> counts;
+  for (Toy* const toy : toys) {
+    for (auto& [iid, facet] : toy->facets_)
+      counts.emplace_back(&facet.references, facet.references);
+  }
+  for (const auto& [id, object] : database)
+    counts.emplace_back(&object->opened, object->opened);
+  std::map<const void*, Block> lentBefore = lent_;
+  isLeaving_ = true;
+  static_cast<void>(work());
+  isLeaving_ = false;
+  for (const auto& [count, before] : counts)
+    *count = before;
+  for (auto& [block, lent] : lent_) {
+    if (!lentBefore.contains(block)) left_[block] = {"", lent.end};
+  }
+  lent_ = std::move(lentBefore);
+  return result;
+}
+
+void ToyHost::noteMade(const char* account, void* block, void (*end)(void*)) {
+  if (isLeaving_) left_[block] = {account, [block, end] { end(block); }};
+}
+
+bool ToyHost::wasLeft(const std::string& line, const void* block) const {
+  if (!left_.contains(block)) return false;
+  ADD_FAILURE() << line << ": it was not handed over";
+  return true;
 }
 
 Rule* ToyHost::ruleFor(const std::string& line) {
@@ -102,7 +143,7 @@ HRESULT ToyHost::perform(const std::string& line, const std::function<HRESULT()>
   log.add(line);
   if (isDue(line)) {
     if (countdownText_.has_value()) _com_raise_error(countdownResult_, countdownText_->c_str());
-    return countdownResult_;
+    return countdownLeaves_ ? leaveThenFail(work, countdownResult_) : countdownResult_;
   }
   Rule* const rule = ruleFor(line);
   if (rule == nullptr) return work();
@@ -120,6 +161,8 @@ HRESULT ToyHost::perform(const std::string& line, const std::function<HRESULT()>
     case Rule::Kind::WorkThenReturn:
       static_cast<void>(work());
       return rule->result_;
+    case Rule::Kind::LeaveThenFail:
+      return leaveThenFail(work, rule->result_);
   }
   return E_UNEXPECTED;
 }
@@ -133,8 +176,9 @@ bool ToyHost::allows(const std::string& line) {
 }
 
 bool ToyHost::takeBackBlock(const char* kind, void* block) {
+  if (wasLeft(say(kind, " given back"), block)) return false;
   const auto found = lent_.find(block);
-  if (found == lent_.end() || found->second != kind) {
+  if (found == lent_.end() || found->second.kind != kind) {
     ADD_FAILURE() << kind << " given back that was not handed out";
     return false;
   }
@@ -153,8 +197,11 @@ std::string ToyHost::nameOfOwner(const IDispatch* dispatch) const {
 
 std::map<std::string, long> ToyHost::counts() const {
   std::map<std::string, long> out;
-  for (const auto& [block, kind] : lent_)
-    ++out[kind];
+  for (const auto& [block, lent] : lent_)
+    ++out[lent.kind];
+  // The embedded host counts what was left like everything else.
+  for (const auto& [block, left] : left_)
+    --out[left.kind];
   for (const Toy* toy : toys) {
     for (const auto& [iid, facet] : toy->facets_)
       out[toy->name() + "." + iid] += facet.references;
@@ -177,7 +224,8 @@ std::string ToyHost::balance() const {
   }
   std::string text;
   for (const auto& [what, count] : difference) {
-    if (count != 0) text += say(text.empty() ? "" : ", ", what, count > 0 ? " +" : " ", count);
+    if (count != 0 && !what.empty())
+      text += say(text.empty() ? "" : ", ", what, count > 0 ? " +" : " ", count);
   }
   return text.empty() ? "balanced" : text;
 }

@@ -46,11 +46,13 @@ class Rule {
   void answerNothing() { set(Kind::Fail, S_OK); }                               // success, outputs untouched
   void answerNull() { set(Kind::AnswerNull, S_OK); }                            // success, outputs null
   void workThenReturn(HRESULT result) { set(Kind::WorkThenReturn, result); }  // outputs written all the same
+  // Outputs written, but nothing in them is handed over: who gives it back fails the test.
+  void leaveThenFail(HRESULT result = E_FAIL) { set(Kind::LeaveThenFail, result); }
   void first(std::function<void()> action) { set(Kind::Work, S_OK, {}, std::move(action)); }  // then the work
 
  private:
   friend class ToyHost;
-  enum class Kind { Work, Fail, Raise, AnswerNull, WorkThenReturn };
+  enum class Kind { Work, Fail, Raise, AnswerNull, WorkThenReturn, LeaveThenFail };
 
   void set(Kind kind, HRESULT result, std::wstring text = {}, std::function<void()> action = {}) {
     kind_ = kind;
@@ -84,6 +86,8 @@ class ToyHost {
   // Fails (or with a text: throws at) the n-th call that can fail, counted from here on.
   void failCall(int n, HRESULT result = E_FAIL);
   void raiseCall(int n, std::wstring text);
+  // Lets it write its outputs and fail, handing nothing over.
+  void leaveCall(int n);
   std::string failedCall() const {
     return failedCall_;
   }  // its line; empty when that many calls were not made
@@ -120,18 +124,28 @@ class ToyHost {
   bool allows(const std::string& line);
   template <class T>
   T* lend(const char* kind, T* block) {
-    lent_[block] = kind;
+    lent_[block] = {kind, [block] { delete block; }};
     return block;
   }
   template <class T>
   void takeBack(const char* kind, T* block) {
     if (takeBackBlock(kind, block)) delete block;
   }
+  // Strings and the like as they are made, with the account that the embedded host counts them in.
+  void noteMade(const char* account, void* block, void (*end)(void*));
+  // Whether a failing call left it in an output. That it is given back now fails the test.
+  bool wasLeft(const std::string& line, const void* block) const;
   std::set<Toy*> toys;
   // The name of the toy whose IDispatch it is, as the log writes an entity that is handed to somebody.
   std::string nameOfOwner(const IDispatch* dispatch) const;
 
  private:
+  struct Block {
+    std::string kind;
+    Action end;
+  };
+
+  HRESULT leaveThenFail(const std::function<HRESULT()>& work, HRESULT result);
   Rule* ruleFor(const std::string& line);
   bool isDue(const std::string& line);
   bool takeBackBlock(const char* kind, void* block);
@@ -141,8 +155,12 @@ class ToyHost {
   int countdown_ = 0;
   HRESULT countdownResult_ = E_FAIL;
   std::optional<std::wstring> countdownText_;
+  bool countdownLeaves_ = false;
   std::string failedCall_;
-  std::map<void*, std::string> lent_;
+  std::map<const void*, Block> lent_;
+  // What failing calls left in their outputs; and whether such a call is at work.
+  std::map<const void*, Block> left_;
+  bool isLeaving_ = false;
   std::map<std::string, long> counts() const;
   std::map<std::string, long> marked_;
   platform::Ledger::Snapshot ledgerAtMark_;

@@ -299,6 +299,20 @@ TEST_F(CompareObjects, AnItemThatSucceedsWithoutALinkCountsAsNone) {
   EXPECT_EQ(compared(borrowed(a.dispatch()), borrowed(b.dispatch())), 0);
 }
 
+TEST_F(CompareObjects, ALinkThatAFailingItemCallLeftIsNeitherAskedNorReleased) {
+  ToyHyperlinks a(host, "a"), b(host, "b");
+  a.add(L"http://one");
+  b.add(L"http://two");
+  host.on("Item(0)").leaveThenFail();
+  host.mark();
+
+  EXPECT_EQ(compared(borrowed(a.dispatch()), borrowed(b.dispatch())), 0);
+
+  EXPECT_EQ(host.log.count("get_URL"), 0);
+  EXPECT_EQ(host.log.count("Release(IVeltHyperlink)"), 0);
+  EXPECT_EQ(host.balance(), "balanced");
+}
+
 TEST_F(CompareObjects, ObjectsThatAreNeitherColorsNorHyperlinksDiffer) {
   ToyObject a(host, "a"), b(host, "b");
   ToyColor color(host, "colour", 1);
@@ -440,8 +454,14 @@ TEST_F(ComparePropInfo, ARowThatDiffersInTheFullKeyIsPassedOver) {
 }
 
 TEST_F(ComparePropInfo, WhatIsNotPartOfTheKeyMayDiffer) {
-  PROPINFO other =
-      Row(L"A").dispId(9).customType(540).weight(3).ofEntity(7).grouping(1).value(i4(1)).varies();
+  PROPINFO other = Row(L"A")
+                       .dispId(9)
+                       .customType(PropertyKind::color)
+                       .weight(3)
+                       .ofEntity(7)
+                       .grouping(1)
+                       .value(i4(1))
+                       .varies();
   other.description = L"another";
   other.isWritable = false;
   other.elementCookie = 4;

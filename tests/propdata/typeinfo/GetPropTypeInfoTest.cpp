@@ -99,7 +99,7 @@ TEST_F(GetPropTypeInfoTest, ARowCarriesEveryFieldOfItsProperty) {
   EXPECT_EQ(row(0).weight, 0);
   EXPECT_TRUE(row(0).choiceNames.isEmpty());
   EXPECT_TRUE(row(0).choiceValues.isEmpty());
-  EXPECT_EQ(row(0).customType, 0);
+  EXPECT_EQ(row(0).customType, PropertyKind::none);
   EXPECT_EQ(row(0).objectId.asOldId(), 77);
   EXPECT_EQ(row(0).valueType, VT_R8);
   EXPECT_EQ(row(0).categoryId, 0);
@@ -527,7 +527,7 @@ TEST_F(GetPropTypeInfoTest, ChoicesAreNotTakenOverByTheNextProperty) {
 
   EXPECT_EQ(choiceNames(1), Names{});
   EXPECT_EQ(choiceValues(1), std::vector<int>{});
-  EXPECT_EQ(row(1).customType, 0);
+  EXPECT_EQ(row(1).customType, PropertyKind::none);
 }
 
 TEST_F(GetPropTypeInfoTest, AUserDefinedTypeOfAnotherKindGivesItsCodeAndNoChoices) {
@@ -540,7 +540,7 @@ TEST_F(GetPropTypeInfoTest, AUserDefinedTypeOfAnotherKindGivesItsCodeAndNoChoice
   EXPECT_TRUE(walk());
 
   EXPECT_EQ(choiceNames(0), Names{});
-  EXPECT_EQ(row(0).customType, 540);
+  EXPECT_EQ(row(0).customType, PropertyKind::color);
   EXPECT_EQ(row(0).valueType, VT_USERDEFINED);
   EXPECT_EQ(host.log.count("GetVarDesc"), 0);
   EXPECT_EQ(host.balance(), "balanced");
@@ -553,7 +553,7 @@ TEST_F(GetPropTypeInfoTest, AnEnumerationOfAKnownNameGivesItsCodeAndItsChoices) 
 
   EXPECT_TRUE(walk());
 
-  EXPECT_EQ(row(0).customType, 545);
+  EXPECT_EQ(row(0).customType, PropertyKind::lineweight);
   EXPECT_EQ(choiceValues(0), std::vector{5});
 }
 
@@ -563,8 +563,8 @@ TEST_F(GetPropTypeInfoTest, Quirk_two_codes_for_no_custom_type) {
 
   EXPECT_TRUE(walk());
 
-  EXPECT_EQ(row(0).customType, 0) << "not user-defined";
-  EXPECT_EQ(row(1).customType, 551) << "user-defined, of a name that means nothing";
+  EXPECT_EQ(row(0).customType, PropertyKind::none) << "not user-defined";
+  EXPECT_EQ(row(1).customType, PropertyKind::unknownType) << "user-defined, of a name that means nothing";
 }
 
 TEST_F(GetPropTypeInfoTest, ATypeWhoseNameCannotBeReadHasNoCode) {
@@ -580,7 +580,7 @@ TEST_F(GetPropTypeInfoTest, ATypeWhoseNameCannotBeReadHasNoCode) {
 
     EXPECT_TRUE(walk());
 
-    EXPECT_EQ(row(0).customType, 0);
+    EXPECT_EQ(row(0).customType, PropertyKind::none);
     EXPECT_EQ(choiceNames(0), Names{"Red"}) << "the choices were read before";
     EXPECT_EQ(error(), untouched);
     EXPECT_EQ(host.balance(), "balanced");
@@ -593,7 +593,7 @@ TEST_F(GetPropTypeInfoTest, ATypeWithANullNameGetsTheGenericCode) {
 
   EXPECT_TRUE(walk());
 
-  EXPECT_EQ(row(0).customType, 551);
+  EXPECT_EQ(row(0).customType, PropertyKind::unknownType);
 }
 
 TEST_F(GetPropTypeInfoTest, ATypeThatCannotBeResolvedLeavesThePropertyPlain) {
@@ -606,7 +606,7 @@ TEST_F(GetPropTypeInfoTest, ATypeThatCannotBeResolvedLeavesThePropertyPlain) {
   EXPECT_TRUE(walk());
 
   ASSERT_EQ(listed(), Names{"Colour"});
-  EXPECT_EQ(row(0).customType, 0);
+  EXPECT_EQ(row(0).customType, PropertyKind::none);
   EXPECT_EQ(choiceNames(0), Names{});
   EXPECT_EQ(row(0).valueType, VT_USERDEFINED);
   EXPECT_EQ(host.balance(), "balanced");
@@ -619,7 +619,7 @@ TEST_F(GetPropTypeInfoTest, ANullTypeLeavesThePropertyPlain) {
   EXPECT_TRUE(walk());
 
   EXPECT_EQ(listed(), Names{"Colour"});
-  EXPECT_EQ(row(0).customType, 0);
+  EXPECT_EQ(row(0).customType, PropertyKind::none);
 }
 
 TEST_F(GetPropTypeInfoTest, OnlyThePointerTellsWhetherATypeWasResolved) {
@@ -630,7 +630,7 @@ TEST_F(GetPropTypeInfoTest, OnlyThePointerTellsWhetherATypeWasResolved) {
 
   EXPECT_TRUE(walk());
 
-  EXPECT_EQ(row(0).customType, 540);
+  EXPECT_EQ(row(0).customType, PropertyKind::color);
   EXPECT_EQ(host.balance(), "balanced");
 }
 
@@ -644,7 +644,7 @@ TEST_F(GetPropTypeInfoTest, ATypeWithoutAttributesHasNeitherChoicesNorACode) {
   EXPECT_TRUE(walk());
 
   ASSERT_EQ(listed(), Names{"Colour"});
-  EXPECT_EQ(row(0).customType, 0);
+  EXPECT_EQ(row(0).customType, PropertyKind::none);
   EXPECT_EQ(choiceNames(0), Names{});
   EXPECT_EQ(host.log.only({"GetContainingTypeLib", "GetVarDesc"}), Lines{});
   EXPECT_EQ(host.balance(), "balanced");
@@ -657,14 +657,14 @@ TEST_F(GetPropTypeInfoTest, AttributesOfATypeCountOnlyWithASuccessThatHandsThemO
   const auto expectAPlainProperty = [this] {
     EXPECT_TRUE(walk());
     ASSERT_EQ(listed(), Names{"Colour"});
-    EXPECT_EQ(row(0).customType, 0);
+    EXPECT_EQ(row(0).customType, PropertyKind::none);
     EXPECT_EQ(choiceNames(0), Names{});
     EXPECT_EQ(host.log.only({"GetContainingTypeLib", "GetVarDesc"}), Lines{});
   };
 
   host.on("GetTypeAttr() on Colour").nth(1).answerNull();
   expectAPlainProperty();
-  host.on("GetTypeAttr() on Colour").nth(1).workThenReturn(E_FAIL);
+  host.on("GetTypeAttr() on Colour").nth(1).leaveThenFail();
   expectAPlainProperty();
 }
 
@@ -672,7 +672,7 @@ TEST_F(GetPropTypeInfoTest, AMemberCountsOnlyWithASuccessThatDescribesIt) {
   color->member(L"Red", i4(1)).member(L"Green", i4(2)).member(L"Blue", i4(3));
   line.readOnly(4, L"Colour").returns(*color);
   host.on("GetVarDesc(0)").answerNull();
-  host.on("GetVarDesc(1)").workThenReturn(E_FAIL);
+  host.on("GetVarDesc(1)").leaveThenFail();
 
   EXPECT_TRUE(walk());
 
@@ -689,11 +689,13 @@ TEST_F(GetPropTypeInfoTest, ATypeLibraryCountsOnlyWithASuccessThatHandsItOut) {
     if (isNull) {
       rule.answerNull();
     } else {
-      rule.workThenReturn(E_FAIL);
+      rule.leaveThenFail();
     }
+    host.mark();
     EXPECT_TRUE(walk());
-    EXPECT_EQ(row(0).customType, 0);
+    EXPECT_EQ(row(0).customType, PropertyKind::none);
     EXPECT_EQ(host.log.count("GetDocumentation(0"), 0);
+    EXPECT_EQ(host.balance(), "balanced");
   }
 }
 
@@ -756,11 +758,22 @@ TEST_P(GetPropTypeInfoFailure, EndsTheWalkWhenTheResultAndTheAnswerDisagree) {
   }
   if (isBlock || GetParam().message == 1010) {
     errorText = untouched;
-    host.on(GetParam().call).nth(1).workThenReturn(E_FAIL);
+    host.on(GetParam().call).nth(1).leaveThenFail();
     EXPECT_FALSE(walk());
     EXPECT_EQ(error(), message(GetParam().message));
     EXPECT_TRUE(props.isEmpty());
   }
+}
+
+TEST_P(GetPropTypeInfoFailure, GivesNothingBackThatTheCallLeft) {
+  line.readOnly(4, L"StartX").documented(L"left behind");
+  host.on(GetParam().call).leaveThenFail();
+  host.mark();
+
+  EXPECT_FALSE(walk());
+
+  EXPECT_EQ(error(), message(GetParam().message));
+  EXPECT_EQ(host.balance(), "balanced");
 }
 
 TEST_F(GetPropTypeInfoTest, ANullTypeInformationIsMessage1006) {
@@ -840,6 +853,27 @@ TEST_F(GetPropTypeInfoTest, WhicheverCallFailsTheOutcomeIsTheOneThatIsPromised) 
     }
   }
   EXPECT_GT(run, 20);
+}
+
+// Where the result is looked at; elsewhere what stands in the output is used and given back.
+TEST_F(GetPropTypeInfoTest, WhateverAFailingCallLeavesIsNotGivenBack) {
+  color->typeName = L"VELT_COLOR";
+  color->member(L"Red", i4(1)).member(L"Green", i4(2));
+  line.property(4, L"StartX").labelled(L"Start X");
+  line.property(5, L"Colour").returns(*color);
+  ASSERT_TRUE(walk());
+  const Lines calls =
+      host.log.only({"GetTypeInfo(", "GetTypeAttr", "QueryInterface", "GetFuncDesc", "GetDocumentation",
+                     "GetIDsOfNames", "GetVarDesc", "GetContainingTypeLib"});
+  EXPECT_EQ(calls.size(), 20U);
+
+  for (const std::string& call : calls) {
+    SCOPED_TRACE(call);
+    host.on(call).nth(1).leaveThenFail();
+    host.mark();
+    walk();
+    EXPECT_EQ(host.balance(), "balanced");
+  }
 }
 
 TEST_F(GetPropTypeInfoTest, WhicheverCallThrowsItsDescriptionIsTheErrorText) {

@@ -73,7 +73,7 @@ TEST_F(VariantExpansion, EveryElementBecomesARowInTheOrderOfTheCookies) {
     EXPECT_EQ(row(i).value.vt, types[i]);
     EXPECT_EQ(row(i).elementGrouping, 0);
     EXPECT_EQ(row(i).groupCount, 0);
-    EXPECT_EQ(row(i).customType, 0);
+    EXPECT_EQ(row(i).customType, PropertyKind::none);
     // What the template had:
     EXPECT_EQ(row(i).dispId, 4);
     EXPECT_EQ(row(i).name.str(), L"Centre");
@@ -101,7 +101,7 @@ TEST_F(VariantExpansion, RowsAreAppendedToWhatTheListHolds) {
 
 TEST_F(VariantExpansion, TheTemplateEndsUpAsTheLastElement) {
   centre.element(10, L"X", r8(1.0)).element(11, L"Y", i4(2)).grouped(2, 5);
-  info.customType = 540;
+  info.customType = PropertyKind::color;
 
   EXPECT_TRUE(expand());
 
@@ -112,7 +112,7 @@ TEST_F(VariantExpansion, TheTemplateEndsUpAsTheLastElement) {
   EXPECT_EQ(info.valueType, VT_I4);
   EXPECT_EQ(info.value.lVal, 2);
   EXPECT_EQ(info.elementGrouping, 2);
-  EXPECT_EQ(info.customType, 0);
+  EXPECT_EQ(info.customType, PropertyKind::none);
   EXPECT_EQ(info.groupCount, 0);
 }
 
@@ -140,7 +140,7 @@ TEST_F(VariantExpansion, AValueThatIsNotWrittenIsEmpty) {
 
 TEST_F(VariantExpansion, WithoutElementsAndGroupingNothingIsAppended) {
   centre.noElements().grouped(0);
-  info.customType = 540;
+  info.customType = PropertyKind::color;
   info.groupCount = 9;
   host.mark();
 
@@ -150,7 +150,7 @@ TEST_F(VariantExpansion, WithoutElementsAndGroupingNothingIsAppended) {
   EXPECT_FALSE(info.isElement);
   EXPECT_FALSE(info.hasValue);
   EXPECT_EQ(info.valueType, VT_VARIANT);
-  EXPECT_EQ(info.customType, 0) << "reset in every case";
+  EXPECT_EQ(info.customType, PropertyKind::none) << "reset in every case";
   EXPECT_EQ(info.groupCount, 0);
   EXPECT_EQ(host.log.count("GetGroupCount"), 0);
   EXPECT_EQ(host.balance(), "balanced");
@@ -164,7 +164,7 @@ TEST_F(VariantExpansion, AGroupedPropertyBeginsWithAHeader) {
   EXPECT_TRUE(expand());
 
   ASSERT_EQ(out.length(), 2U);
-  EXPECT_EQ(row(0).customType, 503);
+  EXPECT_EQ(row(0).customType, PropertyKind::vertex);
   EXPECT_EQ(row(0).groupCount, 5);
   EXPECT_EQ(row(0).elementGrouping, 2);
   EXPECT_EQ(row(0).value.vt, VT_I4);
@@ -173,7 +173,7 @@ TEST_F(VariantExpansion, AGroupedPropertyBeginsWithAHeader) {
   EXPECT_TRUE(row(0).hasValue);
   EXPECT_FALSE(row(0).isElement);
   EXPECT_EQ(row(0).displayName.str(), L"Centre");
-  EXPECT_EQ(row(1).customType, 0);
+  EXPECT_EQ(row(1).customType, PropertyKind::none);
   EXPECT_EQ(row(1).groupCount, 0);
   EXPECT_EQ(row(1).elementGrouping, 2);
   EXPECT_TRUE(row(1).isElement);
@@ -185,9 +185,9 @@ TEST_F(VariantExpansion, AGroupWithoutElementsIsTheHeaderAlone) {
   EXPECT_TRUE(expand());
 
   ASSERT_EQ(out.length(), 1U);
-  EXPECT_EQ(row(0).customType, 503);
+  EXPECT_EQ(row(0).customType, PropertyKind::vertex);
   EXPECT_EQ(row(0).elementGrouping, -1);
-  EXPECT_EQ(info.customType, 0);
+  EXPECT_EQ(info.customType, PropertyKind::none);
 }
 
 TEST_F(VariantExpansion, AGroupingThatIsNotToldCountsAsZero) {
@@ -205,13 +205,15 @@ TEST_F(VariantExpansion, AGroupingThatIsNotToldCountsAsZero) {
 }
 
 TEST_F(VariantExpansion, AGroupingThatAFailingCallWroteCounts) {
-  centre.element(10, L"X", r8(1.0)).grouped(3, 1);
+  centre.element(10, L"X", r8(1.0)).grouped(3, 5);
   host.on("GetElementGrouping").workThenReturn(E_FAIL);
+  host.on("GetGroupCount").workThenReturn(E_FAIL);
 
   EXPECT_TRUE(expand());
 
   EXPECT_EQ(out.length(), 2U);
   EXPECT_EQ(row(0).elementGrouping, 3);
+  EXPECT_EQ(row(0).groupCount, 5);
 }
 
 TEST_F(VariantExpansion, TheGroupCountGoesStraightIntoTheHeader) {
@@ -302,6 +304,19 @@ TEST_F(VariantExpansion, NullArraysAreNoElements) {
 
 // --- failures -----------------------------------------------------------------------------------------------
 
+TEST_F(VariantExpansion, AValueThatAFailingCallLeftIsNotCleared) {
+  centre.element(10, L"X", text(L"left behind"));
+  host.on("GetElementValue").leaveThenFail();
+  host.mark();
+
+  EXPECT_FALSE(expand());
+
+  EXPECT_EQ(error(), message(1016));
+  EXPECT_TRUE(out.isEmpty());
+  EXPECT_EQ(host.log.only({"VariantClear"}), Lines{});
+  EXPECT_EQ(host.balance(), "balanced");
+}
+
 TEST_F(VariantExpansion, AnObjectWithoutTheExpanderIsMessage1014) {
   centre.element(10, L"X", r8(1.0));
   line.withhold(IID_IOPMPropertyExpander);
@@ -326,14 +341,15 @@ TEST_F(VariantExpansion, RefusedElementsAreMessage1015) {
 
 TEST_F(VariantExpansion, WhatAFailingCallLeftInTheArraysIsNotFreed) {
   centre.element(10, L"X", r8(1.0));
-  host.on("GetElementStrings").workThenReturn(E_FAIL);
+  host.on("GetElementStrings").leaveThenFail();
+  host.mark();
 
   EXPECT_FALSE(expand());
 
   EXPECT_EQ(error(), message(1015));
   EXPECT_TRUE(out.isEmpty());
   EXPECT_EQ(host.log.only({"SysFreeString(X)", "CoTaskMemFree"}), Lines{});
-  line.freeLastArrays();
+  EXPECT_EQ(host.balance(), "balanced");
 }
 
 TEST_F(VariantExpansion, ARefusedElementValueIsMessage1016AndEarlierRowsStay) {
@@ -345,7 +361,7 @@ TEST_F(VariantExpansion, ARefusedElementValueIsMessage1016AndEarlierRowsStay) {
 
   EXPECT_EQ(error(), message(1016));
   ASSERT_EQ(out.length(), 2U);
-  EXPECT_EQ(row(0).customType, 503);
+  EXPECT_EQ(row(0).customType, PropertyKind::vertex);
   EXPECT_EQ(row(1).elementCookie, 10U);
   EXPECT_EQ(host.log.count("GetElementValue"), 2);
   EXPECT_EQ(host.log.count("Release(IOPMPropertyExpander) on line"), 1);
