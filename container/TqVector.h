@@ -155,6 +155,8 @@ class TqVector {
   // when memory cannot be had: the block is then still shared and must not be written.
   bool copyBeforeWrite(size_type keep) {
     if (!isShared()) return true;
+    // QUIRK(shared_block_written_without_memory): a block that cannot be cloned stays shared, and who writes through
+    // begin(), end(), at() or last() without looking here writes to all who share it; hosts prefer that to a crash.
     return replaceBlock(clone(keep));
   }
   bool copyBeforeWrite() { return copyBeforeWrite(block_->logicalLength); }
@@ -228,6 +230,8 @@ class TqVector {
   }
 
   bool replaceBlock(TqVectorBlock* made) {
+    // QUIRK(unchanged_without_memory): the vector keeps what it holds, so an append adds nothing and clear() of a shared
+    // vector removes nothing; only the crash recorder is told.
     if (made == nullptr) return false;
     release(std::exchange(block_, made));
     return true;

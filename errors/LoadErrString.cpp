@@ -17,6 +17,8 @@ CStdStr<wchar_t> LoadErrString(int id) {
     g_hPropRes = LoadLibraryExW(L"PropertyBarRes.dll", nullptr, LOAD_LIBRARY_AS_DATAFILE);
   wchar_t buffer[2052];
   buffer[0] = 0;
+  // QUIRK(message_result_unexamined): the message is what stands in the buffer, since libraries of the host tell 0
+  // characters of a text that they wrote.
   [[maybe_unused]] const INT characters =
       LoadStringW(g_hPropRes, static_cast<UINT>(id), buffer, longestMessage);
   return CStdStr<wchar_t>(buffer);

@@ -47,6 +47,7 @@ bool readChoice(IDynamicEnumProperty& enumeration, LONG index, Choices& choices)
   VariantInit(&data);
   if (FAILED(enumeration.GetPropValueData(index, &data))) return false;
   appendChoice(data, index, choices);
+  // QUIRK(choices_clear_strings_only): objects that answer with anything else hand out what they own themselves.
   if (data.vt == VT_BSTR) VariantClear(&data);
   return true;
 }

@@ -65,6 +65,8 @@ Described describe(IDispatch* dispatch, IUnknown* object, InterfaceHolder<Proper
 
   out.clsid = GUID_NULL;  // no class of the host's: no weights, no special kinds
   out.pDispatch = dispatch;
+  // QUIRK(dynamic_getters_unexamined): from here on what a getter left counts and not its result, so that plug-ins
+  // implement only what they have to tell.
   GUID guid{};
   property->GetGUID(&guid);
   out.displayName = textFrom([&](BSTR* name) { return property->GetDisplayName(name); });

@@ -33,6 +33,8 @@ int setDynPropSourcesPropValue(const PROPINFO& property, VARIANT& value) {
     if (FAILED(queried)) continue;
     InterfaceHolder<IDispatch> entity;
     if (FAILED(query(node.pDispatch, IID_IDispatch, entity))) continue;
+    // QUIRK(dynamic_write_result_unexamined): plug-ins refuse the value for single entities and expect the others to be
+    // written.
     [[maybe_unused]] const HRESULT set = newer->SetCurrentValueData(entity.get(), value);
   }
   return allVisited;

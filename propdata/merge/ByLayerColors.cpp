@@ -57,6 +57,8 @@ HRESULT VariantToColorHelper(VARIANT* value, VkCmColor& color) {
   LONG entityColor = 0;
   StringHolder colorName;
   StringHolder bookName;
+  // QUIRK(color_results_unexamined): whatever the methods left is the color's; color objects refuse a name that the
+  // color does not have.
   [[maybe_unused]] const HRESULT gotColor = object->get_EntityColor(&entityColor);
   [[maybe_unused]] const HRESULT gotName = object->get_ColorName(colorName.put());
   [[maybe_unused]] const HRESULT gotBook = object->get_BookName(bookName.put());

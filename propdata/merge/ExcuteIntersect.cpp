@@ -26,6 +26,8 @@ DispatchDynPropSourceNode pairOf(const PROPINFO& row) {
 
 void readUnlessRead(PROPINFO& row, TqVector<PROPINFO>& elements) {
   elements.clear();
+  // QUIRK(dynamic_rows_read_by_invoke): a dynamic row has its value but not the mark, so the entity's object is asked
+  // for the member -23; objects place dynamic rows by the weight that they answer for it.
   if (!row.hasValue) getPropValue(row, elements);
 }
 
@@ -41,6 +43,9 @@ TqVector<PROPINFO> expanded(const TqVector<PROPINFO>& list, bool withOwnPairs) {
     if (elements.isEmpty()) {
       mustAppend(result, row);
     } else {
+      // QUIRK(partial_elements_replace_their_row): also the elements read before an expansion broke off; palettes show
+      // what could be read.
+      // QUIRK(value_beside_partial_elements_lost): the row's own value was fetched then, and goes with the row.
       reserve(result, result.length() + elements.length());
       result.append(elements);
     }
@@ -109,7 +114,8 @@ class Merge {
           row.isVaries ? layout->first(sameness) : layout->nextCandidate(sameness, full, from);
       if (isDynamic(row)) collectPairs(list, from, place, pairs);
       if (place == ListLayout::none) return false;
-      // A row that already varies only has to be there: later values are not compared.
+      // QUIRK(varying_rows_need_only_their_key): a row that already varies only has to be there, and is not read;
+      // large selections are shown at once because of it.
       if (row.isVaries) return true;
       if (compareAt(row, list, layout, place, sameness, found)) return found;
       from = place + 1;

@@ -22,6 +22,8 @@ bool harvestAll(TqVector<VeltPropData*>& selection, bool sameDynamic, EntityList
     mustAppend(lists.ofType, ofType);
     if (!sameDynamic) continue;
     TqVector<PROPINFO> dynamic;
+    // QUIRK(sources_result_unexamined): an entity whose sources cannot be enumerated has an empty list, and the static
+    // rows are shown all the same; plug-ins attach and remove their sources at any time.
     [[maybe_unused]] const int hasSources = GetDynPropSourcesPropInfo(entry->pDispatch, dynamic);
     mustAppend(lists.dynamic, dynamic);
   }

@@ -49,6 +49,7 @@ bool createObject(VeltPropData& entry, CStdStr<wchar_t>& errorText) {
   }
   VkDbObjectId id;
   id.setFromOldId(entry.oldId);
+  // QUIRK(binding_result_unexamined): an object that refuses its entity shows what it can without it.
   [[maybe_unused]] const HRESULT binding = baseObject->SetObjectId(id, VkDbObjectId::kNull, nullptr);
   return true;
 }
@@ -62,7 +63,8 @@ bool InitializePropData(TqVector<VeltPropData*>& selection, CStdStr<wchar_t>& er
     GUID firstClass = GUID_NULL;
     for (VeltPropData* const entry : std::as_const(selection)) {
       if (entry == nullptr) continue;
-      // An entity that cannot be opened keeps the class id that the entry held; creation then fails.
+      // QUIRK(class_id_result_unexamined): an entity that cannot be opened keeps the class id that its entry came with,
+      // and the object is created from that; callers that know the class fill it in.
       [[maybe_unused]] const bool hasClass = GetCLSID(entry->clsid, entry->oldId);
       if (firstClass == GUID_NULL) {
         firstClass = entry->clsid;

@@ -38,6 +38,7 @@ int hatchVariantOf(const VeltPropData& entry) {
 // The answer lands in the row's flag as yes or no, whatever byte the host writes.
 void askEditable(IOPMPropertyExtension& extension, PROPINFO& prop) {
   BOOL editable = prop.isEditable ? 1 : 0;
+  // QUIRK(editable_result_unexamined): an object without an opinion refuses the call, and the flag stays as it went in.
   [[maybe_unused]] const HRESULT answered = extension.Editable(prop.dispId, &editable);
   prop.isEditable = editable != 0;
 }

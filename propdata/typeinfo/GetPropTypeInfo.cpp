@@ -31,6 +31,8 @@ void readEnumMember(ITypeInfo& enumeration, UINT index, PROPINFO& prop) {
   if (!handedOver(enumeration.GetVarDesc(index, member.put()), member) || !member) return;
   StringHolder name;
   UINT nameCount = 0;
+  // QUIRK(member_name_result_unexamined): a member without a name is a choice without a label, so that names and
+  // values stay parallel.
   [[maybe_unused]] const HRESULT named = enumeration.GetNames(member->memid, name.put(), 1, &nameCount);
   if (member->varkind == VAR_CONST && member->lpvarValue != nullptr) {
     mustAppend(prop.choiceValues, static_cast<int>(member->lpvarValue->lVal));
@@ -67,6 +69,8 @@ int kindByTypeName(ITypeInfo& referenced) {
 // Fills the choices of an enumeration and answers the custom type; what cannot be read is left out.
 int resolveUserDefinedType(ITypeInfo& typeInfo, HREFTYPE type, PROPINFO& prop) {
   InterfaceHolder<ITypeInfo> referenced;
+  // QUIRK(reference_result_unexamined): only the pointer counts, also one that came with a failure; old type
+  // libraries warn that way.
   [[maybe_unused]] const HRESULT found = typeInfo.GetRefTypeInfo(type, referenced.put());
   if (!referenced || !readEnumMembers(*referenced.get(), prop)) return PropertyKind::none;
   return kindByTypeName(*referenced.get());
@@ -181,6 +185,7 @@ class Walk {
 
   CStdStr<wchar_t> displayNameOf(const PROPINFO& prop) {
     StringHolder displayName;
+    // QUIRK(display_name_result_unexamined): a text that a failing call left is the label.
     [[maybe_unused]] const HRESULT answered = extension_->GetDisplayName(prop.dispId, displayName.put());
     const CStdStr<wchar_t> text(displayName.get());
     return text.empty() ? prop.name : text;

@@ -26,6 +26,8 @@ bool sortsByCookie(const GUID& clsid, DWORD cookie) {
 
 void appendGroupHeader(IOPMPropertyExpander& expander, PROPINFO& info, TqVector<PROPINFO>& out) {
   info.customType = PropertyKind::vertex;
+  // QUIRK(grouping_results_unexamined): like that of the grouping, this result is not looked at: expanders without
+  // groups refuse both calls.
   [[maybe_unused]] const HRESULT counted = expander.GetGroupCount(info.dispId, &info.groupCount);
   VariantInit(&info.value);
   info.value.vt = VT_I4;

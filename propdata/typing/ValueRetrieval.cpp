@@ -62,7 +62,8 @@ void settleKind(PROPINFO& prop) {
   }
 }
 
-// The row itself stays as it is: each element is made from a copy of it.
+// QUIRK(expanded_from_a_copy): the row itself keeps its kind and gets no value, whatever the expansion writes into its
+// template; callers that read a row depend on its being the same property afterwards.
 bool expand(const PROPINFO& prop, TqVector<PROPINFO>& elements) {
   PROPINFO element(prop);
   CStdStr<wchar_t> discardedMessage;

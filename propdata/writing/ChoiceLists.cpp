@@ -33,6 +33,7 @@ bool readValue(IPerPropertyBrowsing& browsing, const PROPINFO& prop, ULONG index
   switch (value.vt) {
     case VT_BSTR:
       mustAppend(values, static_cast<int>(index));
+      // QUIRK(choices_clear_strings_only): objects that answer with anything else hand out what they own themselves.
       VariantClear(&value);
       break;
     case VT_I2:

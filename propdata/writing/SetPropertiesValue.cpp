@@ -52,8 +52,8 @@ bool putWhole(VeltPropData& entry, DISPID dispId, const Write& write) {
   VariantInit(&result);
   // QUIRK(result_slot_tag): the slot goes in tagged with the new value's type and is never read or cleared.
   result.vt = write.value.vt;
-  // QUIRK(two_locales): names are looked up under the system's locale, values put under the user's. The error
-  // text stays as it is when the put fails.
+  // QUIRK(two_locales): names are looked up under the system's locale, values put under the user's.
+  // QUIRK(failed_put_leaves_error_text): the object alone knows why it refused; palettes have a text there already.
   return SUCCEEDED(entry.pDispatch->Invoke(dispId, GUID_NULL, GetUserDefaultLCID(), DISPATCH_PROPERTYPUT,
                                            &parameters, &result, nullptr, nullptr));
 }
@@ -65,6 +65,7 @@ bool putElement(VeltPropData& entry, DISPID dispId, const Write& write, CStdStr<
     return false;
   }
   if (FAILED(expander->SetElementValue(dispId, write.elementCookie, write.value))) {
+    // QUIRK(message_1014_with_and_without_name): above as it stands, here with the name; palettes tell the two apart.
     errorText.Format(LoadErrString(message::noExpander).c_str(), write.name);
     return false;
   }

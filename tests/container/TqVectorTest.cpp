@@ -1139,6 +1139,32 @@ TEST_F(TqVectorTest, KeepsItsStateWhenNotEvenTheReportFindsMemory) {
   clearReports();
 }
 
+TEST_F(TqVectorTest, Quirk_unchanged_without_memory) {
+  expectReports({6, 6});
+  Slots full = slots({1, 2, 3, 4, 5, 6, 7, 8});
+  Slots shared = slots({1, 2, 3});
+  const Slots sharer(shared);
+  {
+    const HostHeapFault fault = HostHeapFault::failAll();
+    full.push_back(Slot(9));
+    shared.clear();
+  }
+  EXPECT_EQ(contents(full), (std::vector<int>{1, 2, 3, 4, 5, 6, 7, 8}));
+  EXPECT_EQ(contents(shared), (std::vector<int>{1, 2, 3}));
+}
+
+TEST_F(TqVectorTest, Quirk_shared_block_written_without_memory) {
+  expectReports({6});
+  Slots vector = slots({1, 2, 3});
+  const Slots sharer(vector);
+  {
+    const HostHeapFault fault = HostHeapFault::failAll();
+    vector.at(1) = Slot(20);
+  }
+  EXPECT_TRUE(share(vector, sharer));
+  EXPECT_EQ(contents(sharer), (std::vector<int>{1, 20, 3}));
+}
+
 TEST_F(TqVectorTest, TellsWhetherItCouldMakeABlockOfItsOwn) {
   expectReports({6, 6, 6});
   Slots vector = slots({1, 2, 3});

@@ -174,8 +174,7 @@ TEST(LoadErrString, PassesAnyNumberOn) {
       "-> 'messages:2147483647'\n");
 }
 
-// What LoadStringW returns is not looked at: only the buffer counts.
-TEST(LoadErrString, TakesWhatStandsInTheBufferWhateverTheHostReturns) {
+TEST(LoadErrString, Quirk_message_result_unexamined) {
   for (const INT result : {0, -1, 1, 2, 2047, 1'000'000}) {
     SCOPED_TRACE(result);
     inAFreshProcess(

@@ -133,7 +133,7 @@ TEST_F(DynamicWriting, AnyOtherFailureOfAQueryPassesTheNodeOver) {
   EXPECT_EQ(written(), Lines{"SetCurrentValueData(entity3, VT_I4 5) on property3"});
 }
 
-TEST_F(DynamicWriting, ARefusedValueIsPassedOver) {
+TEST_F(DynamicWriting, Quirk_dynamic_write_result_unexamined) {
   host.on("SetCurrentValueData").nth(1).fail();
 
   EXPECT_EQ(write(), 1);

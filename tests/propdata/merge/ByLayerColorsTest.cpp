@@ -135,7 +135,7 @@ TEST_F(ByLayerColors, AnObjectOfAnotherTypeThanDispatchIsNotAsked) {
   EXPECT_EQ(host.log.all(), Lines{});
 }
 
-TEST_F(ByLayerColors, TheResultsOfTheThreeColorMethodsAreNotLookedAt) {
+TEST_F(ByLayerColors, Quirk_color_results_unexamined) {
   fixed.colorName = L"Brick";
   fixed.bookName = L"Book";
   for (const char* const call : {"get_EntityColor", "get_ColorName", "get_BookName"})

@@ -182,7 +182,7 @@ TEST_F(ExcuteIntersectOnToys, AGroupedPropertyOfASingleEntityKeepsItsHeaderBefor
   const Merged merged = mergeRows({rows({point(first)})});
 
   ASSERT_EQ(merged.result.length(), 3u);
-  EXPECT_EQ(rowAt(merged.result, 0).customType, 503);
+  EXPECT_EQ(rowAt(merged.result, 0).customType, PropertyKind::vertex);
   EXPECT_EQ(rowAt(merged.result, 0).groupCount, 4);
   EXPECT_FALSE(rowAt(merged.result, 0).isElement);
   EXPECT_EQ(numbers(merged.result), (std::vector<LONG>{0, 10, 20}));
@@ -198,7 +198,7 @@ TEST_F(ExcuteIntersectOnToys, APropertyThatExpandsIntoNothingStaysItself) {
   EXPECT_FALSE(rowAt(merged.result, 0).isElement);
 }
 
-TEST_F(ExcuteIntersectOnToys, ElementsReadBeforeAnExpansionFailsStandInPlaceOfTheProperty) {
+TEST_F(ExcuteIntersectOnToys, Quirk_partial_elements_replace_their_row) {
   first[1].element(3, L"Z", i4(30));
   host.on("GetElementValue(1, cookie 2)").fail();
 
@@ -206,6 +206,21 @@ TEST_F(ExcuteIntersectOnToys, ElementsReadBeforeAnExpansionFailsStandInPlaceOfTh
 
   EXPECT_EQ(numbers(merged.result), (std::vector<LONG>{7, 10, 7}));
   EXPECT_EQ(merged.errorText, L"as before");
+}
+
+// A later entity's row stays in its list, for whoever clears that.
+TEST_F(ExcuteIntersectOnToys, Quirk_value_beside_partial_elements_lost) {
+  for (ToyObject* const object : {&first, &second})
+    (*object)[1].holds(toys::text(L"whole"));
+  host.on("GetElementValue(1, cookie 2)").fail();
+  TqVector<TqVector<PROPINFO>> all = lists({rows({point(first)}), rows({point(second)})});
+  host.mark();
+
+  const Merged merged = merge(all);
+  freePropInfoVariantValue(all);
+
+  EXPECT_EQ(shown(merged.result), Lines{"Start"});
+  EXPECT_EQ(host.balance(), "BSTR +1");
 }
 
 TEST_F(ExcuteIntersectOnToys, APropertyWhoseElementsCannotBeListedIsReadAsOneValue) {
@@ -224,6 +239,20 @@ TEST_F(ExcuteIntersectOnToys, ADynamicRowOfASingleEntityGetsItsOwnPair) {
   ASSERT_EQ(merged.result.length(), 2u);
   EXPECT_EQ(pairsOf(rowAt(merged.result, 0)), (Pairs{{first.dispatch(), dynamicA.unknown()}}));
   EXPECT_EQ(pairsOf(rowAt(merged.result, 1)), Pairs{});
+}
+
+TEST_F(ExcuteIntersectOnToys, Quirk_dynamic_rows_read_by_invoke) {
+  const Row fromTheSource = Row(L"Material").of(first).dynamic(dynamicA.unknown()).value(i4(3));
+  const Row unread = Row(fromTheSource).declared(VT_I4);
+
+  const Merged refused = mergeRows({rows({unread})});
+  EXPECT_EQ(host.log.count("Invoke(-23, get"), 1);
+  EXPECT_EQ(numbers(refused.result), std::vector<LONG>{3}) << "the old bits under the same type";
+
+  first.readOnly(dynamicPropertyDispId, L"Material").holds(i4(5)).weighs(9);
+  const Merged answered = mergeRows({rows({unread})});
+  EXPECT_EQ(numbers(answered.result), std::vector<LONG>{5});
+  EXPECT_EQ(rowAt(answered.result, 0).weight, 9);
 }
 
 TEST_F(ExcuteIntersectOnToys, TheOwnPairOfASingleEntityStandsAfterPairsThatTheRowHad) {
@@ -342,8 +371,14 @@ TEST(ExcuteIntersect, DropsARowThatDiffersInTheKey) {
 }
 
 TEST(ExcuteIntersect, DoesNotCompareWhatIsNotPartOfTheKey) {
-  PROPINFO other =
-      Row(L"A").dispId(99).customType(540).weight(4).ofEntity(5).grouping(1).value(i4(1)).varies();
+  PROPINFO other = Row(L"A")
+                       .dispId(99)
+                       .customType(PropertyKind::color)
+                       .weight(4)
+                       .ofEntity(5)
+                       .grouping(1)
+                       .value(i4(1))
+                       .varies();
   other.description = L"another";
   other.isWritable = false;
   other.clsid = CLSID_VeltArc;
@@ -404,7 +439,7 @@ TEST(ExcuteIntersect, ARowThatVariesMustStillExistEverywhere) {
   EXPECT_EQ(shown(mergeRows({rows({one}), rows({one}), rows({two})}).result), Lines{"A varies"});
 }
 
-TEST_F(ExcuteIntersectOnToys, ARowThatVariesOnlyHasToExistInLaterEntities) {
+TEST_F(ExcuteIntersectOnToys, Quirk_varying_rows_need_only_their_key) {
   second[2].holds(i4(8));
 
   TqVector<TqVector<PROPINFO>> all =
@@ -415,6 +450,14 @@ TEST_F(ExcuteIntersectOnToys, ARowThatVariesOnlyHasToExistInLaterEntities) {
   EXPECT_EQ(shown(merged.result), Lines{"Length varies"});
   EXPECT_EQ(callsOn(third), 0) << "a later entity's value is not read";
   EXPECT_FALSE(rowAt(listAt(all, 2), 0).hasValue);
+}
+
+TEST_F(ExcuteIntersectOnToys, Quirk_type_mismatch_ends_search) {
+  const PROPINFO one = Row(L"A").value(i4(1));
+  const PROPINFO ofAnotherType = Row(L"A").value(r8(1));
+
+  EXPECT_EQ(shown(mergeRows({rows({one}), rows({ofAnotherType, one})}).result), Lines{});
+  EXPECT_EQ(shown(mergeRows({rows({one}), rows({one, ofAnotherType})}).result), Lines{"A"});
 }
 
 TEST_F(ExcuteIntersectOnToys, AValueOfAnotherTypeInALaterEntityIsNotLookedAtOnceTheRowVaries) {
@@ -571,7 +614,7 @@ TEST_F(ExcuteIntersectOnToys, ValuesReadInLaterListsStayThereForTheCaller) {
   EXPECT_TRUE(read.hasValue);
   EXPECT_EQ(print(read.value), "VT_I4 8");
   EXPECT_EQ(read.weight, 4);
-  EXPECT_EQ(read.customType, 528);
+  EXPECT_EQ(read.customType, PropertyKind::number);
   EXPECT_FALSE(read.isVaries);
 }
 

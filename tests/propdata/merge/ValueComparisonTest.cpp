@@ -290,6 +290,19 @@ TEST_F(CompareObjects, AFailedUrlQueryLeavesTheStringNull) {
   EXPECT_EQ(host.balance(), "balanced");
 }
 
+TEST_F(CompareObjects, Quirk_url_result_unexamined) {
+  ToyHyperlinks a(host, "a"), b(host, "b"), c(host, "c");
+  a.add(L"http://one");
+  b.add(L"http://one");
+  c.add(L"http://two");
+  host.on("get_URL").workThenReturn(E_FAIL);
+  host.mark();
+
+  EXPECT_EQ(compared(borrowed(a.dispatch()), borrowed(b.dispatch())), 0);
+  EXPECT_EQ(compared(borrowed(a.dispatch()), borrowed(c.dispatch())), 1);
+  EXPECT_EQ(host.balance(), "balanced");
+}
+
 TEST_F(CompareObjects, AnItemThatSucceedsWithoutALinkCountsAsNone) {
   ToyHyperlinks a(host, "a"), b(host, "b");
   a.add(L"http://one");

@@ -235,7 +235,7 @@ TEST_F(SelectionSetup, TheMixedFlagIsSetBeforeTheEntryFails) {
   EXPECT_TRUE(mixedClasses);
 }
 
-TEST_F(SelectionSetup, AnEntityThatCannotBeOpenedIsCreatedFromTheClassThatTheEntryHeld) {
+TEST_F(SelectionSetup, Quirk_class_id_result_unexamined) {
   addUnspecified(missingId).clsid = CLSID_VeltCircle;
 
   EXPECT_TRUE(initialize());
@@ -353,7 +353,7 @@ TEST_F(SelectionSetup, Quirk_dispatch_kept_without_base_object) {
   EXPECT_EQ(host.balance(), "balanced");
 }
 
-TEST_F(SelectionSetup, ARefusedBindingIsNotLookedAt) {
+TEST_F(SelectionSetup, Quirk_binding_result_unexamined) {
   host.on("SetObjectId").fail();
   addUnspecified(lineId);
 

@@ -191,7 +191,7 @@ TEST_F(SingleEntityHarvest, TheExtensionsAnswerDecidesWhetherAWritableRowIsEdita
     EXPECT_TRUE(writable.isWritable);
 }
 
-TEST_F(SingleEntityHarvest, TheResultOfTheEditabilityQueryIsNotLookedAt) {
+TEST_F(SingleEntityHarvest, Quirk_editable_result_unexamined) {
   line.property(4, L"WroteNo").editable(0);
   line.property(5, L"WroteNothing").editable(0);
   host.on("Editable(4)").workThenReturn(E_FAIL);

@@ -403,7 +403,7 @@ TEST_F(GetPropTypeInfoTest, WithoutADisplayNameTheNameIsTheLabel) {
   EXPECT_EQ(host.balance(), "balanced");
 }
 
-TEST_F(GetPropTypeInfoTest, ADisplayNameThatAFailingCallWroteCounts) {
+TEST_F(GetPropTypeInfoTest, Quirk_display_name_result_unexamined) {
   line.readOnly(4, L"StartX").labelled(L"Start X");
   host.on("GetDisplayName").workThenReturn(E_FAIL);
 
@@ -504,6 +504,20 @@ TEST_F(GetPropTypeInfoTest, AMemberWithoutANameIsAChoiceAllTheSame) {
 
   EXPECT_EQ(choiceNames(0), (Names{"Red", "", "Blue"})) << "and it does not bear the name before it";
   EXPECT_EQ(choiceValues(0), (std::vector{1, 2, 3}));
+}
+
+TEST_F(GetPropTypeInfoTest, Quirk_member_name_result_unexamined) {
+  color->member(L"Red", i4(1)).member(L"Green", i4(2)).member(L"Blue", i4(3));
+  line.readOnly(4, L"Colour").returns(*color);
+  host.on("GetNames(1").workThenReturn(E_FAIL);
+  host.on("GetNames(2").answerNothing();
+  host.mark();
+
+  EXPECT_TRUE(walk());
+
+  EXPECT_EQ(choiceNames(0), (Names{"Red", "", "Blue"}));
+  EXPECT_EQ(choiceValues(0), (std::vector{1, 2, 3}));
+  EXPECT_EQ(host.balance(), "balanced");
 }
 
 TEST_F(GetPropTypeInfoTest, AChoicesIntegerIsTheDataWordWhateverTheTypeOfTheConstant) {
@@ -622,7 +636,7 @@ TEST_F(GetPropTypeInfoTest, ANullTypeLeavesThePropertyPlain) {
   EXPECT_EQ(row(0).customType, PropertyKind::none);
 }
 
-TEST_F(GetPropTypeInfoTest, OnlyThePointerTellsWhetherATypeWasResolved) {
+TEST_F(GetPropTypeInfoTest, Quirk_reference_result_unexamined) {
   color->typeName = L"VELT_COLOR";
   line.readOnly(4, L"Colour").returns(*color);
   host.on("GetRefTypeInfo").workThenReturn(E_FAIL);

@@ -382,7 +382,7 @@ TEST_F(ValueRetrieval, AnExpandedPropertyHasNoKind) {
   EXPECT_EQ(prop.value.vt, VT_EMPTY);
 }
 
-TEST_F(ValueRetrieval, AnExpandedPropertyKeepsItsOtherFields) {
+TEST_F(ValueRetrieval, Quirk_expanded_from_a_copy) {
   radius.element(10, L"X", r8(1.0)).grouped(2, 5);
   prop.valueType = VT_VARIANT;
   prop.customType = PropertyKind::unknownType;

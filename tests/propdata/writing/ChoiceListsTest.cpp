@@ -117,7 +117,7 @@ TEST_F(ChoiceLists, AStringValueGivesItsPlaceAndIsCleared) {
   EXPECT_EQ(host.log.count("SysFreeString(drei)"), 1);
 }
 
-TEST_F(ChoiceLists, OnlyAStringValueIsCleared) {
+TEST_F(ChoiceLists, Quirk_choices_clear_strings_only) {
   line.property(4, L"Style")
       .choice(L"one", i4(1))
       .choice(L"two", text(L"x"))
@@ -319,7 +319,7 @@ TEST_F(ChoiceLists, EveryHostCallMayFailWithoutALeak) {
 TEST_F(ChoiceLists, ADynamicRowsChoicesComeFromItsEnumeration) {
   dynamic.items = {{L"small", ToyValue(i4(5))}, {L"large", ToyValue(i4(6))}};
   line.property(-23, L"Dyn").choice(L"one", i4(1));
-  TqVector<PROPINFO> list = rows({dynamicRow(540)});
+  TqVector<PROPINFO> list = rows({dynamicRow(PropertyKind::color)});
 
   fillPropComboBox(list);
 
@@ -328,7 +328,7 @@ TEST_F(ChoiceLists, ADynamicRowsChoicesComeFromItsEnumeration) {
 }
 
 TEST_F(ChoiceLists, ADynamicRowWhoseEnumerationIsEmptyIsDone) {
-  TqVector<PROPINFO> list = rows({dynamicRow(540)});
+  TqVector<PROPINFO> list = rows({dynamicRow(PropertyKind::color)});
 
   fillPropComboBox(list);
 
@@ -339,7 +339,8 @@ TEST_F(ChoiceLists, ADynamicRowWhoseEnumerationIsEmptyIsDone) {
 TEST_F(ChoiceLists, DynamicColorsLayersWeightsAndLineTypesFallBackToTheObjectsStrings) {
   dynamic.withhold(IID_IDynamicEnumProperty);
   line.property(-23, L"Dyn").choice(L"one", i4(1));
-  for (const int customType : {540, 541, 545, 547}) {
+  for (const int customType :
+       {PropertyKind::color, PropertyKind::layer, PropertyKind::lineweight, PropertyKind::linetype}) {
     EXPECT_EQ(fill(dynamicRow(customType)), (Choices{true, {L"one"}, {1}})) << customType;
   }
   EXPECT_EQ(host.log.count("GetPredefinedStrings(-23) on line"), 4);
@@ -349,20 +350,23 @@ TEST_F(ChoiceLists, TheFallbackIsTakenAlsoWhenAValueOfTheEnumerationFails) {
   dynamic.items = {{L"small", ToyValue(i4(5))}, {L"broken", std::nullopt}};
   line.property(-23, L"Dyn").choice(L"one", i4(1));
 
-  EXPECT_EQ(fill(dynamicRow(541)), (Choices{true, {L"one"}, {1}}));
+  EXPECT_EQ(fill(dynamicRow(PropertyKind::layer)), (Choices{true, {L"one"}, {1}}));
 }
 
 TEST_F(ChoiceLists, TheFallbackOfADynamicRowFailsLikeThatOfAnyOther) {
   dynamic.withhold(IID_IDynamicEnumProperty);
   line.withhold(IID_IPerPropertyBrowsing);
 
-  EXPECT_EQ(fill(dynamicRow(540)), (Choices{false, {L"old"}, {70}}));
+  EXPECT_EQ(fill(dynamicRow(PropertyKind::color)), (Choices{false, {L"old"}, {70}}));
 }
 
 TEST_F(ChoiceLists, Quirk_choices_kept_after_failed_enumeration) {
   dynamic.withhold(IID_IDynamicEnumProperty);
   line.property(-23, L"Dyn").choice(L"one", i4(1));
-  for (const int customType : {0, 511, 539, 542, 543, 544, 546, 548, 549, 550, 551}) {
+  for (const int customType :
+       {PropertyKind::none, PropertyKind::choice, PropertyKind::entityLinetypeScale, PropertyKind::distance,
+        PropertyKind::angle, PropertyKind::noUnits, PropertyKind::plotStyle, PropertyKind::noEditor,
+        PropertyKind::plotStyleTable, PropertyKind::area, PropertyKind::unknownType}) {
     EXPECT_EQ(fill(dynamicRow(customType)), (Choices{true, {L"old"}, {70}})) << customType;
   }
   EXPECT_EQ(host.log.count("QueryInterface(IPerPropertyBrowsing)"), 0);
@@ -370,7 +374,7 @@ TEST_F(ChoiceLists, Quirk_choices_kept_after_failed_enumeration) {
 
 TEST_F(ChoiceLists, TheTypeOfAStaticRowDoesNotMatter) {
   line.property(4, L"Style").choice(L"one", i4(1));
-  for (const int customType : {0, 540, 551}) {
+  for (const int customType : {PropertyKind::none, PropertyKind::color, PropertyKind::unknownType}) {
     EXPECT_EQ(fill(rowOf4().customType(customType)), (Choices{true, {L"one"}, {1}})) << customType;
   }
 }

@@ -301,7 +301,7 @@ TEST_F(SetPropertiesValueTest, TheNameIsLookedUpInTheDispatchAndTheExpanderAsked
   entry.pDispatch = nullptr;
 }
 
-TEST_F(SetPropertiesValueTest, APutThatFailsStopsAndLeavesTheErrorTextAlone) {
+TEST_F(SetPropertiesValueTest, Quirk_failed_put_leaves_error_text) {
   for (const long id : {11, 12, 13, 14, 15})
     add(id);
   host.on("Invoke(").nth(3).fail(DISP_E_TYPEMISMATCH);
@@ -346,6 +346,18 @@ TEST_F(SetPropertiesValueTest, AnObjectWithoutExpanderGivesTheMessageAsItStands)
 
   EXPECT_EQ(error(), L"no elements of \"%ls\"");
   EXPECT_EQ(touchedIds(), Ids{11});
+}
+
+TEST_F(SetPropertiesValueTest, Quirk_message_1014_with_and_without_name) {
+  host.texts[1014] = L"no elements of %ls";
+  ToyObject& object = add(11);
+  host.on("SetElementValue").fail();
+  EXPECT_EQ(set(true, 7), 0);
+  EXPECT_EQ(error(), L"no elements of Radius");
+
+  object.withhold(IID_IOPMPropertyExpander);
+  EXPECT_EQ(set(true, 7), 0);
+  EXPECT_EQ(error(), L"no elements of %ls");
 }
 
 TEST_F(SetPropertiesValueTest, ARefusedElementGivesTheMessageWithTheName) {
