@@ -7,7 +7,7 @@
 
 #include "host/platform/Memory.h"
 
-// new yields null, not an exception, when the host's heap is exhausted.
+// When the host's heap is exhausted, new answers null and does not throw.
 struct TqHeapOp {
   static void* operator new(std::size_t bytes) noexcept { return _tqMalloc(bytes); }
   static void operator delete(void* block) noexcept { _tqFree(block); }

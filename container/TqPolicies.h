@@ -1,7 +1,6 @@
 #pragma once
 
-// The parts from which TqVector is put together: how elements are allocated and copied, how references are
-// counted, how a vector grows.
+// The policies of TqVector: how elements are allocated and copied, how references are counted, how a vector grows.
 
 #include <cstdint>
 #include <new>
@@ -10,8 +9,8 @@
 #include "errors/CrashReport.h"
 #include "host/platform/Interlocked.h"
 
-// Arrays of default-constructed elements: every allocated slot, used or not, holds an element. Memory that
-// cannot be had is reported as status 6 and gives null.
+// Arrays of default-constructed elements: every allocated slot holds an element, whether it is used or not. Without
+// memory, alloc reports status 6 and answers null.
 template <class T>
 struct TqDefaultMemAllocator {
   static T* alloc(std::uint32_t count) {

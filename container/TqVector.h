@@ -1,20 +1,19 @@
 #pragma once
 
-// TqVector: the shared array behind every list of the property layer.
+// TqVector: the array type of every list of the property layer.
 //
-// A vector is one pointer to a reference-counted data block. Copies share the block; whoever writes through a
-// non-const access while others share it first gets a clone of its own. So lists are passed and stored by
-// value for the price of a pointer and an atomic increment. An empty vector points at the host's shared empty
-// block, which is counted like any other (a non-const begin() of it therefore clones it too).
+// A vector is one pointer to a reference-counted data block. Copies share the block; a non-const access to a vector
+// whose block is shared first gives it a clone of its own. So lists are passed and stored by value at the cost of a
+// pointer and an atomic increment. An empty vector points to the host's shared empty block, which is counted like any
+// other (so a non-const begin() of an empty vector clones, too).
 //
-// Threads: vectors that share a block may be copied and destroyed on different threads; elements and single
-// vector objects are not protected.
+// Threads: vectors that share a block may be copied and destroyed on different threads; elements and single vector
+// objects are not protected.
 //
-// Failures are reported to the crash recorder and never thrown. Status 24: an index outside the logical
-// length, which is then used all the same. Status 2: last() of an empty vector, which gives a new element
-// that nobody frees, or with no memory for it the same one each time. Status 6: memory cannot be had; the
-// vector keeps its previous state, so a push_back adds nothing, and copyBeforeWrite() answers false while the
-// block stays shared.
+// Failures are reported to the crash recorder by a status, and never thrown:
+//   24  an index outside the logical length, which is then used as it is
+//    2  last() of an empty vector, which answers a new element that nobody frees (without memory, always the same one)
+//    6  no memory: the vector stays as it was, so push_back adds nothing and copyBeforeWrite() answers false
 
 #include <algorithm>
 #include <cstddef>
@@ -44,8 +43,8 @@ class TqVector {
   ~TqVector() { release(block_); }
 
   TqVector& operator=(const TqVector& other) {
-    if (block_ == other.block_)
-      return *this;  // most often the empty block: counting it down and up costs more
+    // Mostly both are empty, and then counting the empty block up and down would cost more.
+    if (block_ == other.block_) return *this;
     TqVector copy(other);
     std::swap(block_, copy.block_);
     return *this;
@@ -115,7 +114,7 @@ class TqVector {
     return *this;
   }
 
-  // The same, but the elements move over when nobody shares them: other then holds what their places held before.
+  // The same, but elements that nobody shares are moved: afterwards other holds what their places held before.
   TqVector& append(TqVector&& other) {
     if (&other == this || other.isShared()) return append(static_cast<const TqVector&>(other));
     const size_type before = length();
@@ -171,7 +170,7 @@ class TqVector {
 
   T* elements() const { return static_cast<T*>(block_->elements); }
 
-  // Not formed by pointer arithmetic: the address is prescribed for any index.
+  // Callers get this address for any index, also outside the array, where pointer arithmetic would be undefined.
   T* addressOf(int index) const {
     return reinterpret_cast<T*>(reinterpret_cast<std::uintptr_t>(block_->elements)
                                 + static_cast<std::uintptr_t>(static_cast<std::intptr_t>(index)) * sizeof(T));
@@ -208,8 +207,8 @@ class TqVector {
     return newBlock(physical, ownGrowCount(), keep, true);
   }
 
-  // A block with min(keep, logical length, physical) of this vector's elements, or null (status 6 reported).
-  // Elements that others share are copied; those of a block that is about to be freed move over.
+  // A block with min(keep, logical length, physical) of this vector's elements, or null (status 6 is reported).
+  // Elements that others share are copied, all others are moved.
   TqVectorBlock* newBlock(size_type physical, size_type growCount, size_type keep, bool shared) const {
     T* const slots = Allocator::alloc(physical);
     if (slots == nullptr) return nullptr;
@@ -230,8 +229,8 @@ class TqVector {
   }
 
   bool replaceBlock(TqVectorBlock* made) {
-    // QUIRK(unchanged_without_memory): the vector keeps what it holds, so an append adds nothing and clear() of a shared
-    // vector removes nothing; only the crash recorder is told.
+    // QUIRK(unchanged_without_memory): the vector keeps what it holds, so an append adds nothing and clear() of a
+    // shared vector removes nothing; only the crash recorder is told.
     if (made == nullptr) return false;
     release(std::exchange(block_, made));
     return true;
@@ -243,5 +242,6 @@ class TqVector {
     delete static_cast<TqVectorData*>(block);
   }
 
-  TqVectorBlock* block_;  // never null
+  // Never null.
+  TqVectorBlock* block_;
 };

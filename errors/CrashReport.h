@@ -2,8 +2,8 @@
 
 // Failures that an operation cannot return go to the host's crash recorder, and the operation carries on.
 //
-// Inline, because the vector reports through it and is compiled into every program that uses the layer: such a
-// program then needs the host's symbols and the published ones, and no other.
+// Inline, because the vector uses it and is compiled into every program that uses the layer: so such a program needs
+// only the symbols of the host and those that the layer exports.
 
 #include <new>
 

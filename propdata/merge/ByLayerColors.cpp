@@ -39,8 +39,8 @@ VkCmColor layerColorOf(const TqVector<PROPINFO>& list) {
   for (const PROPINFO& row : list) {
     VkDbObjectId layerId;
     if (row.dispId != layerDispId || !readLayerId(row.objectId, layerId)) continue;
-    // QUIRK(default_color_for_a_missing_layer): a layer that cannot be opened leaves the default color, which
-    // palettes see compared as it is.
+    // QUIRK(default_color_for_a_missing_layer): a layer that cannot be opened leaves the default color, which is then
+    // compared like any other; palettes show such a color as varying.
     [[maybe_unused]] const bool opened = readLayerColor(layerId, color);
     break;
   }

@@ -31,7 +31,7 @@ void readUnlessRead(PROPINFO& row, TqVector<PROPINFO>& elements) {
   if (!row.hasValue) getPropValue(row, elements);
 }
 
-// Every row read; a row that breaks up is replaced by its elements.
+// The list with every row read, and with the elements of each row that breaks up in the place of the row.
 TqVector<PROPINFO> expanded(const TqVector<PROPINFO>& list, bool withOwnPairs) {
   TqVector<PROPINFO> result;
   reserve(result, list.length());
@@ -61,9 +61,8 @@ void setPairs(PROPINFO& row, const Pairs& pairs) {
   row.dynSources = sources;
 }
 
-// The merge of two or more lists. What the host sees (which rows are read, in which order, and what is asked
-// about them) is that of scanning each list from its start for each row; the indexes only skip rows that such
-// a scan passes over.
+// The merge of two or more lists. The host sees the same calls in the same order as if each list were scanned from its
+// start for each row; the layouts only skip rows that such a scan would pass over without a call.
 class Merge {
  public:
   Merge(Lists& lists, CStdStr<wchar_t>& errorText)
@@ -71,14 +70,14 @@ class Merge {
 
   TqVector<PROPINFO> run() {
     TqVector<PROPINFO> candidates = expanded(lists_[0], false);
-    // Grouped elements are looked for nowhere, and one polyline may have thousands of them.
+    // Without grouped elements, which are not searched for: one polyline may have thousands of them.
     elementsOfFirst_ = static_cast<std::uint32_t>(
         std::count_if(candidates.begin(), candidates.end(),
                       [](const PROPINFO& row) { return row.isElement && row.elementGrouping == 0; }));
     TqVector<PROPINFO> merged;
     reserve(merged, candidates.length());
     for (PROPINFO& row : writable(candidates)) {
-      // QUIRK(varying_rows_dropped_on_arrival): a row that comes in marked is not searched for at all.
+      // QUIRK(varying_rows_dropped_on_arrival): a row that comes in with isVaries is not searched for at all.
       if (row.isVaries) continue;
       // QUIRK(dropped_values_not_released): the value of a row that is dropped here is given back by nobody; hosts
       // count on it staying valid.
@@ -138,7 +137,8 @@ class Merge {
     readUnlessRead(other, elements_);
     if (elements_.isEmpty()) return comparePropInfo(row, other, found, errorText_);
 
-    other.name = CStdStr<wchar_t>();  // never matches again
+    // Without a name the row never matches again.
+    other.name = CStdStr<wchar_t>();
     makeRoom(list, *layout);
     layout = &table_.brokenUp(*layout, place, sameness, list[place], elements_);
     const std::size_t firstElement = list.length();
@@ -148,7 +148,7 @@ class Merge {
                        [&](PROPINFO& element) { return comparePropInfo(row, element, found, errorText_); });
   }
 
-  // For the elements just read, and at the first time for those that will come: as many as the first entity has.
+  // Makes room for the elements just read. The first time, also for as many more as the first entity has.
   void makeRoom(TqVector<PROPINFO>& list, const ListLayout& layout) {
     const std::uint32_t now = list.length() + elements_.length();
     const std::uint32_t inAll = list.length() + std::min(elementsOfFirst_, list.length());
@@ -160,12 +160,14 @@ class Merge {
   }
 
   std::span<TqVector<PROPINFO>> lists_;
-  std::vector<ListLayout*> layouts_;  // null until the first search in a list
+  // Null until the first search in a list.
+  std::vector<ListLayout*> layouts_;
   CStdStr<wchar_t>& errorText_;
   KeyTable keys_;
   LayoutTable table_{keys_};
   std::uint32_t elementsOfFirst_ = 0;
-  TqVector<PROPINFO> elements_;  // of the row read last
+  // Those of the row that was read last.
+  TqVector<PROPINFO> elements_;
 };
 
 }  // namespace

@@ -12,8 +12,8 @@ namespace velt::propdata {
 
 namespace {
 
-// Lists that come from one cached list share its strings, so a look at the characters is not needed to see that
-// they are alike; lists with equal strings of their own count as unlike.
+// Lists that come from one cached list share its strings, so they are seen to be alike without comparing characters.
+// Lists whose strings are equal but not shared count as unlike.
 bool hasSameStrings(const SamenessKey& key, const PROPINFO& row) {
   return key.name.sharesWith(row.name) && key.categoryName.sharesWith(row.categoryName)
          && key.categoryId == row.categoryId && key.isEditable == row.isEditable;

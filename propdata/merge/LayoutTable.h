@@ -21,7 +21,7 @@ class LayoutTable {
  public:
   explicit LayoutTable(KeyTable& keys) : keys_(keys) {}
 
-  // The layout of a list as it came.
+  // The layout of a list of which no row is broken up yet.
   ListLayout& of(const TqVector<PROPINFO>& list);
 
   // The layout after the row at a place was broken up. The row has lost its name already, `before` is its sameness
@@ -44,7 +44,7 @@ class LayoutTable {
 
   KeyTable& keys_;
   std::deque<ListLayout> layouts_;
-  // By the string that the first row is named with.
+  // By the first row's name, as a shared string.
   std::array<KnownList, 64> known_;
 };
 

@@ -1,8 +1,7 @@
 #pragma once
 
-// What makes a row of one entity's list a match for a row of another's, as far as the scan of the merge is
-// concerned. The DISPID is no part of it, and neither are label and value: those are compared once a match is
-// found.
+// By what the scan of the merge finds a row of one entity's list in another's. The DISPID is not part of it, and
+// neither are label and value, which are compared once a row is found.
 
 #include <cstdint>
 

@@ -32,7 +32,8 @@ bool isSameProperty(const PROPINFO& a, const PROPINFO& b) {
 
 bool countElements(IDispatch* object, const CStdStr<wchar_t>& name, ULONG& count,
                    CStdStr<wchar_t>& errorText) {
-  LPOLESTR names = const_cast<LPOLESTR>(name.c_str());  // the interface lacks the const: nobody writes there
+  // GetIDsOfNames takes no pointer to const, although it only reads.
+  LPOLESTR names = const_cast<LPOLESTR>(name.c_str());
   DISPID dispId = 0;
   if (object == nullptr
       || FAILED(object->GetIDsOfNames(GUID_NULL, &names, 1, LOCALE_SYSTEM_DEFAULT, &dispId))) {
@@ -55,7 +56,7 @@ bool countElements(IDispatch* object, const CStdStr<wchar_t>& name, ULONG& count
   return true;
 }
 
-// The search ends with the first element found on the other entity, whether its values could be compared or not.
+// True when the search for this element is over: the counts of both properties could be compared.
 bool compareElements(PROPINFO& first, PROPINFO& other, bool& found, CStdStr<wchar_t>& errorText) {
   ULONG countOfFirst = 0;
   ULONG countOfOther = 0;
@@ -64,8 +65,8 @@ bool compareElements(PROPINFO& first, PROPINFO& other, bool& found, CStdStr<wcha
   if (countOfFirst != countOfOther) return true;
   const std::int32_t comparison = CompareVARIANT(first.value, other.value);
   if (comparison == ofOtherType) return true;
-  // QUIRK(no_by_layer_check_of_elements): equal elements are equal whatever the layers; palettes show no colors
-  // as elements.
+  // QUIRK(no_by_layer_check_of_elements): equal elements do not vary, whatever the layers; no object of the host has
+  // by-layer colors as elements.
   if (comparison == different) first.isVaries = true;
   found = true;
   return true;
@@ -118,7 +119,7 @@ std::int32_t compareObjects(VARIANT& a, VARIANT& b) {
 }
 
 // QUIRK(lpwstr_indirection): the pointer of a VT_LPWSTR value leads to a string pointer, not to characters.
-const wchar_t* stringBehind(const VARIANT& value) {
+const wchar_t* stringOf(const VARIANT& value) {
   return value.byref != nullptr ? *static_cast<wchar_t**>(value.byref) : nullptr;
 }
 
@@ -174,7 +175,7 @@ std::int32_t CompareVARIANT(VARIANT& a, VARIANT b) {
     case VT_LPSTR:
       return compareStrings(a.pcVal, b.pcVal, std::strcmp);
     case VT_LPWSTR:
-      return compareStrings(stringBehind(a), stringBehind(b), std::wcscmp);
+      return compareStrings(stringOf(a), stringOf(b), std::wcscmp);
     case VT_DISPATCH:
       return compareObjects(a, b);
     default:

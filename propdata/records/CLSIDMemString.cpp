@@ -8,8 +8,8 @@ std::string keyText(const GUID& clsid, int variant) {
   char buffer[18] = {};
   std::memcpy(buffer, &clsid, sizeof clsid);
   buffer[16] = static_cast<char>(variant);
-  // QUIRK(key_cut_at_zero_byte): class ids that agree up to their first zero byte share one cached list, and
-  // the variant then does not count. Hosts depend on it and give out class ids without zero bytes.
+  // QUIRK(key_cut_at_zero_byte): class ids that agree up to their first zero byte share one cached list, and the
+  // variant then does not count. Hosts know it: classes that must not share a list have ids without zero bytes.
   return buffer;
 }
 

@@ -48,8 +48,8 @@ bool GetCategoryInfo(VeltPropData* data, int dispId, int& categoryId, CStdStr<wc
       return true;
     }
     StringHolder name;
-    // QUIRK(dispid_as_category_locale): the DISPID goes where the locale belongs; objects tell by it for which
-    // property the name is wanted.
+    // QUIRK(dispid_as_category_locale): the DISPID is passed in the place of the locale; objects tell by it for which
+    // property the name is asked.
     if (!handedOver(categories->GetCategoryName(category, static_cast<LCID>(dispId), name.put()), name)) {
       return failWith(errorText, message::categoryName);
     }

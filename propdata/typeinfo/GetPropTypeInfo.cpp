@@ -40,7 +40,7 @@ void readEnumMember(ITypeInfo& enumeration, UINT index, PROPINFO& prop) {
   }
 }
 
-// False when the type does not tell what kind it is.
+// False when the type's attributes cannot be read.
 bool readEnumMembers(ITypeInfo& referenced, PROPINFO& prop) {
   TypeAttributesHolder attributes(referenced);
   if (!handedOver(referenced.GetTypeAttr(attributes.put()), attributes) || !attributes) return false;

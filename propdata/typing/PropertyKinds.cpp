@@ -126,7 +126,7 @@ constexpr bool hasRule(std::wstring_view name) {
 static_assert(std::ranges::all_of(kindsOfSpecialNames, isSpecial, &KindOfSpecialName::name));
 static_assert(std::ranges::all_of(arrSpecialProperties, hasRule));
 
-// Most names differ in their first character from most of those that they are compared with.
+// Looks at the first characters before all others, because mostly those differ already.
 bool isNamed(const wchar_t* name, const wchar_t* wanted) {
   return *name == *wanted && std::wcscmp(name, wanted) == 0;
 }

@@ -12,7 +12,7 @@ using namespace velt::propdata;
 
 namespace {
 
-// The three strings are the caller's whether the call filled them or not.
+// Frees the three strings at the end of its scope, whether the call succeeded or not.
 struct ExceptionRecord : EXCEPINFO {
   ExceptionRecord() : EXCEPINFO{} {}
   ExceptionRecord(const ExceptionRecord&) = delete;
@@ -86,7 +86,7 @@ void getPropValue(PROPINFO& prop, TqVector<PROPINFO>& elements) {
 
 bool GetPropInfoValue(PROPINFO& prop) {
   {
-    VariantHolder property;  // cleared again, which the bulk reading above spares itself
+    VariantHolder property;
     property.attach(dispIdAsVariant(prop));
     readWeight(prop, property.get());
   }

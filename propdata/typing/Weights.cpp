@@ -53,7 +53,7 @@ extern "C" const Guid2DispIds g_guid2dispids[13] = {
 static_assert(sizeof(Guid2DispIds) == 336);
 
 int SetPropertyWeight(GUID clsid, PROPINFO& prop) {
-  // The last entry that fits decides.
+  // No break: the last entry with this DISPID counts.
   for (const Guid2DispIds* row = g_guid2dispids; !(row->clsid == GUID_NULL); ++row) {
     if (!(row->clsid == clsid)) continue;
     for (int position = 0; row->dispIds[position] != 0; ++position) {
@@ -75,9 +75,9 @@ bool picompare(const PROPINFO& a, const PROPINFO& b) {
 
 namespace {
 
-// picompare is no ordering that a standard sort may be given: rows of several properties that it does not
-// order stand between the elements that it does. So the rows are ordered by weight first, and then the
-// elements of each property among the places that they occupy.
+// picompare must not be passed to a standard sort: it orders the elements of one property, but not rows of other
+// properties with the same weight that stand between them. So the rows are sorted by weight first, and then the
+// elements of each property among the places that they take.
 void sortByWeight(TqVector<PROPINFO>& list) {
   const TqVector<PROPINFO>& rows = list;
   std::vector<std::uint32_t> order(rows.length());
@@ -105,7 +105,8 @@ void sortByWeight(TqVector<PROPINFO>& list) {
   sorted.reserve(order.size());
   for (const std::uint32_t index : order)
     sorted.push_back(rows[index]);
-  std::copy(sorted.begin(), sorted.end(), writable(list).begin());  // who shares the rows keeps their order
+  // Written through writable(), so that vectors that share the rows keep their order.
+  std::copy(sorted.begin(), sorted.end(), writable(list).begin());
 }
 
 }  // namespace
