@@ -8,8 +8,8 @@
 #include <optional>
 #include <string_view>
 
-#include "embedded/automation/model/ColorNames.h"
 #include "embedded/database/Entity.h"
+#include "host/automation/ColorNames.h"
 #include "host/automation/IVeltBaseObject.h"
 #include "host/automation/IVeltHyperlinks.h"
 #include "host/automation/IVeltVkCmColor.h"

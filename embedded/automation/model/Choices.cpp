@@ -3,8 +3,8 @@
 #include <array>
 #include <string>
 
-#include "embedded/automation/model/ColorNames.h"
 #include "embedded/automation/model/GradientNames.h"
+#include "host/automation/ColorNames.h"
 
 namespace velt::automation {
 namespace {

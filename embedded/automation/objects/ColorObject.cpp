@@ -1,9 +1,9 @@
 #include "embedded/automation/objects/ColorObject.h"
 
-#include "embedded/automation/model/ColorNames.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/database/Colors.h"
 #include "holders/StringHolder.h"
+#include "host/automation/ColorNames.h"
 
 namespace velt::automation {
 namespace {

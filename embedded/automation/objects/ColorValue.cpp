@@ -3,10 +3,10 @@
 #include <optional>
 #include <string_view>
 
-#include "embedded/automation/model/ColorNames.h"
 #include "embedded/automation/objects/ColorObject.h"
 #include "embedded/database/Colors.h"
 #include "embedded/database/NameFolding.h"
+#include "host/automation/ColorNames.h"
 
 namespace velt::automation {
 namespace {

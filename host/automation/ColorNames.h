@@ -1,6 +1,7 @@
 #pragma once
 
-// The colors that have a name, by their color index.
+// The colors that have a name, by their color index. A palette shows such a color by its name, and a host takes the name
+// where a color is written: both go by this list.
 
 #include <array>
 #include <cstdint>
