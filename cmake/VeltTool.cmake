@@ -4,7 +4,7 @@ find_package(nlohmann_json REQUIRED)
 find_package(fmt REQUIRED)
 
 # The code of the tool is an archive, so that tests reach it; Main.cpp alone belongs to the executable.
-velt_sources(veltToolSources tool)
+velt_sources(veltToolSources tool palette)
 set(veltToolMain "${PROJECT_SOURCE_DIR}/tool/Main.cpp")
 list(REMOVE_ITEM veltToolSources "${veltToolMain}")
 if(NOT veltToolSources)

@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "embedded/automation/model/ReadOnlyReason.h"
+#include "palette/rows/NumberKinds.h"
+#include "palette/text/Utf8.h"
 #include "tool/Failure.h"
-#include "tool/NumberKinds.h"
-#include "tool/Text.h"
 
 namespace velt::tool {
 

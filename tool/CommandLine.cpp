@@ -10,9 +10,9 @@
 #include "dxf/Error.h"
 #include "embedded/sources/LoadedPlugins.h"
 #include "host/com/ComError.h"
+#include "palette/text/Utf8.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
-#include "tool/Text.h"
 
 namespace velt::tool {
 

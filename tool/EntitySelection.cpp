@@ -11,9 +11,9 @@
 
 #include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/database/Entity.h"
+#include "palette/text/Utf8.h"
 #include "propdata/VeltPropData.h"
 #include "tool/Failure.h"
-#include "tool/Text.h"
 
 namespace velt::tool {
 

@@ -3,12 +3,12 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
+#include "palette/Palette.h"
+#include "palette/rows/RowText.h"
+#include "palette/text/Utf8.h"
 #include "tool/Commands.h"
 #include "tool/OpenDrawing.h"
-#include "tool/Palette.h"
 #include "tool/Progress.h"
-#include "tool/RowText.h"
-#include "tool/Text.h"
 
 namespace velt::tool {
 

@@ -12,15 +12,15 @@
 #include "embedded/database/Drawing.h"
 #include "embedded/database/Entity.h"
 #include "embedded/database/Layer.h"
+#include "palette/Palette.h"
+#include "palette/selection/DynamicNodes.h"
+#include "palette/selection/EntityValue.h"
+#include "palette/text/Utf8.h"
 #include "tool/Assignment.h"
 #include "tool/Commands.h"
-#include "tool/DynamicNodes.h"
-#include "tool/EntityValue.h"
 #include "tool/Failure.h"
 #include "tool/OpenDrawing.h"
-#include "tool/Palette.h"
 #include "tool/Progress.h"
-#include "tool/Text.h"
 
 namespace velt::tool {
 

@@ -5,12 +5,12 @@
 #include <utility>
 #include <vector>
 
+#include "palette/Palette.h"
+#include "palette/rows/RowText.h"
+#include "palette/text/Utf8.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
 #include "tool/OpenDrawing.h"
-#include "tool/Palette.h"
-#include "tool/RowText.h"
-#include "tool/Text.h"
 
 namespace velt::tool {
 

@@ -1,4 +1,4 @@
-#include "tool/Palette.h"
+#include "palette/Palette.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tool/EntityValue.h"
+#include "palette/selection/EntityValue.h"
 
 #include <fmt/format.h>
 
@@ -12,8 +12,8 @@
 #include "host/palette/IDynamicProperty.h"
 #include "host/palette/IDynamicProperty2.h"
 #include "host/palette/IOPMPropertyExpander.h"
-#include "tool/RowText.h"
-#include "tool/Text.h"
+#include "palette/rows/RowText.h"
+#include "palette/text/Utf8.h"
 
 namespace velt::tool {
 

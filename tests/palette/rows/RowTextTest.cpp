@@ -1,4 +1,4 @@
-#include "tool/RowText.h"
+#include "palette/rows/RowText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tool/Text.h"
+#include "palette/text/Utf8.h"
 
 #include <gtest/gtest.h>
 

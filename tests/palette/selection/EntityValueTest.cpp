@@ -1,4 +1,4 @@
-#include "tool/EntityValue.h"
+#include "palette/selection/EntityValue.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 
 #include "embedded/database/Drawing.h"
 #include "holders/VariantHolder.h"
+#include "palette/Palette.h"
 #include "tests/tool/Drawings.h"
-#include "tool/Palette.h"
 
 using namespace velt::tool;
 using namespace velt::tests;

@@ -1,4 +1,4 @@
-#include "tool/RowText.h"
+#include "palette/rows/RowText.h"
 
 #include <fmt/format.h>
 
@@ -14,8 +14,8 @@
 #include "host/automation/IVeltHyperlinks.h"
 #include "host/automation/IVeltVkCmColor.h"
 #include "host/automation/IdValues.h"
-#include "tool/NumberKinds.h"
-#include "tool/Text.h"
+#include "palette/rows/NumberKinds.h"
+#include "palette/text/Utf8.h"
 
 namespace velt::tool {
 

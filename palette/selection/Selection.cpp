@@ -1,12 +1,12 @@
-#include "tool/Palette.h"
+#include "palette/Palette.h"
 
 #include <fmt/format.h>
 
 #include <utility>
 
+#include "palette/text/Utf8.h"
 #include "tool/EntitySelection.h"
 #include "tool/Failure.h"
-#include "tool/Text.h"
 
 namespace velt::tool {
 

@@ -1,4 +1,4 @@
-#include "tool/DynamicNodes.h"
+#include "palette/selection/DynamicNodes.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
