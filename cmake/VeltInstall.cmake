@@ -1,6 +1,6 @@
 include(CMakePackageConfigHelpers)
 
-install(TARGETS VeltPropData VeltDxf VeltEmbeddedHost EXPORT VeltPropDataTargets
+install(TARGETS VeltPropData VeltPalette VeltDxf VeltEmbeddedHost EXPORT VeltPropDataTargets
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
 if(TARGET veltprops)
   install(TARGETS veltprops RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
@@ -17,6 +17,9 @@ foreach(folder IN ITEMS host holders text errors container propdata dxf embedded
   endif()
 endforeach()
 
+# Of the palette library the headers on top alone: its rooms are its own.
+install(FILES palette/Export.h palette/Palette.h DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/velt/palette")
+
 install(EXPORT VeltPropDataTargets NAMESPACE Velt:: DESTINATION "${CMAKE_INSTALL_LIBDIR}/cmake/VeltPropData")
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/VeltPropDataConfig.cmake.in"
   "${CMAKE_BINARY_DIR}/generated/VeltPropDataConfig.cmake"
@@ -29,8 +32,10 @@ install(FILES
   DESTINATION "${CMAKE_INSTALL_LIBDIR}/cmake/VeltPropData")
 
 file(RELATIVE_PATH veltPrefixFromPc "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
-configure_file("${PROJECT_SOURCE_DIR}/cmake/veltpropdata.pc.in" "${CMAKE_BINARY_DIR}/generated/veltpropdata.pc" @ONLY)
-install(FILES "${CMAKE_BINARY_DIR}/generated/veltpropdata.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+foreach(package IN ITEMS veltpropdata veltpalette)
+  configure_file("${PROJECT_SOURCE_DIR}/cmake/${package}.pc.in" "${CMAKE_BINARY_DIR}/generated/${package}.pc" @ONLY)
+  install(FILES "${CMAKE_BINARY_DIR}/generated/${package}.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+endforeach()
 
 install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/veltpropdata")
 

@@ -85,5 +85,31 @@ if(NOT VELT_INSTRUMENTED)
   target_link_options(VeltEmbeddedHost PRIVATE "LINKER:--no-undefined")
 endif()
 
-velt_precompiled(velt_hidden_headers velt_propdata_objects velt_samples)
+# --- the palette library ------------------------------------------------------------------------------------------
+#
+# Like the layer, compiled once and linked twice: as the shared library that ships, and as an archive for the tests of its
+# inner parts. What it needs of the host stays undefined too.
+find_package(fmt REQUIRED)
+velt_sources_or_placeholder(veltPaletteSources palette)
+
+add_library(velt_palette_objects OBJECT ${veltPaletteSources})
+target_link_libraries(velt_palette_objects PRIVATE velt_common fmt::fmt)
+
+add_library(VeltPalette SHARED $<TARGET_OBJECTS:velt_palette_objects>)
+target_link_libraries(VeltPalette PUBLIC VeltPropData PRIVATE velt_instrument fmt::fmt)
+set_target_properties(VeltPalette PROPERTIES
+  VERSION ${PROJECT_VERSION}
+  SOVERSION ${PROJECT_VERSION_MAJOR}
+  INSTALL_RPATH "$ORIGIN"  # finds libVeltPropData.so beside itself
+  LINKER_LANGUAGE CXX)
+set(veltPaletteMap "${PROJECT_SOURCE_DIR}/cmake/VeltPalette.map")
+target_link_options(VeltPalette PRIVATE "LINKER:--version-script=${veltPaletteMap}")
+set_property(TARGET VeltPalette APPEND PROPERTY LINK_DEPENDS "${veltPaletteMap}")
+target_compile_features(VeltPalette INTERFACE cxx_std_20)
+
+add_library(velt_palette_internals STATIC $<TARGET_OBJECTS:velt_palette_objects>)
+set_target_properties(velt_palette_internals PROPERTIES LINKER_LANGUAGE CXX)
+target_link_libraries(velt_palette_internals PUBLIC velt_common fmt::fmt)
+
+velt_precompiled(velt_hidden_headers velt_propdata_objects velt_palette_objects velt_samples)
 velt_precompiled(velt_visible_headers VeltDxf VeltEmbeddedHost)

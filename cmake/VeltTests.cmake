@@ -50,8 +50,8 @@ endforeach()
 
 # --- one executable per folder of tests/ --------------------------------------------------------------------------
 #
-# Tests of the folders of the layer link the archive and reach its inner parts; tests of the host see no layer; all
-# others link the two libraries as they ship.
+# Tests of the folders of the layer and of the palette library link the archives and reach their inner parts; tests of the
+# host see no layer; all others link the libraries as they ship.
 set(veltLayerFolders text errors container propdata)
 set(veltNoLayerFolders host holders dxf samples embedded house)
 
@@ -67,10 +67,12 @@ foreach(folder IN LISTS veltTestFolders)
     target_link_libraries(${target} PRIVATE velt_test_support)
     if(folder IN_LIST veltLayerFolders)
       target_link_libraries(${target} PRIVATE velt_propdata_internals)
-    elseif(folder STREQUAL "tool" OR folder STREQUAL "palette")
+    elseif(folder STREQUAL "palette")
+      target_link_libraries(${target} PRIVATE velt_palette_internals velt_propdata_internals)
+    elseif(folder STREQUAL "tool")
       target_link_libraries(${target} PRIVATE velt_tool)
     elseif(NOT folder IN_LIST veltNoLayerFolders)
-      target_link_libraries(${target} PRIVATE VeltPropData)
+      target_link_libraries(${target} PRIVATE VeltPalette VeltPropData)
     endif()
     target_link_libraries(${target} PRIVATE VeltEmbeddedHost GTest::gmock_main)
     set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON DEFINE_SYMBOL "")
@@ -108,7 +110,7 @@ file(GLOB_RECURSE veltPublicHeaders CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE
 if(EXISTS "${PROJECT_SOURCE_DIR}/propdata/VeltPropData.h")
   list(APPEND veltPublicHeaders propdata/VeltPropData.h)
 endif()
-list(APPEND veltPublicHeaders embedded/sources/Plugin.h)
+list(APPEND veltPublicHeaders palette/Export.h palette/Palette.h embedded/sources/Plugin.h)
 set(veltHeaderUnits)
 foreach(header IN LISTS veltPublicHeaders)
   set(unit "${CMAKE_BINARY_DIR}/generated/headers/${header}.cpp")

@@ -4,7 +4,7 @@ find_package(nlohmann_json REQUIRED)
 find_package(fmt REQUIRED)
 
 # The code of the tool is an archive, so that tests reach it; Main.cpp alone belongs to the executable.
-velt_sources(veltToolSources tool palette)
+velt_sources(veltToolSources tool)
 set(veltToolMain "${PROJECT_SOURCE_DIR}/tool/Main.cpp")
 list(REMOVE_ITEM veltToolSources "${veltToolMain}")
 if(NOT veltToolSources)
@@ -14,7 +14,7 @@ endif()
 add_library(velt_tool STATIC ${veltToolSources})
 target_link_libraries(velt_tool
   PRIVATE velt_common
-  PUBLIC VeltPropData VeltEmbeddedHost velt_samples CLI11::CLI11 nlohmann_json::nlohmann_json fmt::fmt)
+  PUBLIC VeltPalette VeltPropData VeltEmbeddedHost velt_samples CLI11::CLI11 nlohmann_json::nlohmann_json fmt::fmt)
 velt_precompiled(velt_hidden_headers velt_tool)
 
 if(EXISTS "${veltToolMain}")
@@ -42,7 +42,7 @@ endforeach()
 
 # --- what ships ---------------------------------------------------------------------------------------------------
 add_custom_target(velt_product)
-add_dependencies(velt_product VeltPropData VeltDxf VeltEmbeddedHost ${VELT_PLUGIN_TARGETS})
+add_dependencies(velt_product VeltPropData VeltPalette VeltDxf VeltEmbeddedHost ${VELT_PLUGIN_TARGETS})
 if(TARGET veltprops)
   add_dependencies(velt_product veltprops)
 endif()
@@ -52,5 +52,5 @@ file(GLOB veltExamples CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/examples/*.cpp")
 foreach(source IN LISTS veltExamples)
   get_filename_component(name "${source}" NAME_WE)
   add_executable(example_${name} "${source}")
-  target_link_libraries(example_${name} PRIVATE velt_common VeltPropData VeltEmbeddedHost)
+  target_link_libraries(example_${name} PRIVATE velt_common VeltPalette VeltPropData VeltEmbeddedHost)
 endforeach()

@@ -1,36 +1,339 @@
 #pragma once
 
-// The property layer, called as a palette calls it: a selection is set up, asked and torn down.
+// The palette library: what every palette over the property layer needs. In any host:
+//
+//   Selection selection(ids);
+//   for (const Category& category : byCategory(selection.query()))
+//     for (const Row& row : category.rows) show(row.label(), row.text());
+//   const Row layer = selection.row("Layer");
+//   tell(selection.write(layer, layer.parse("Walls")).summary());
+//
+// Ownership. A Selection owns the automation objects of its entities, the rows of its last query and their values. A Row
+// is a view of one of them: it must not be used after the selection asks again, or ends. A Value owns what it holds, and
+// must end before the host does.
+//
+// Entities are named by their id, or by their index in the selection, from 0.
+//
+// Texts are UTF-8. Numbers are those of the records: lengths in drawing units, angles in radians; texts have angles in
+// degrees.
+//
+// Failures are exceptions: Error, whose message is the layer's or the host's where they gave one, and std::bad_alloc.
+// What a function changes before it fails is said with it; what nothing is said of changes nothing.
+//
+// Threads. All calls are made on the palette's thread, as those of the layer.
+//
+// Whoever needs more reaches the layer underneath: Row::record() and Selection::entries() are what its functions take.
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <span>
+#include <stdexcept>
 #include <string>
+#include <string_view>
+#include <variant>
 #include <vector>
 
+#include "holders/VariantHolder.h"
+#include "palette/Export.h"
 #include "propdata/VeltPropData.h"
 
-namespace velt::tool {
+namespace velt::palette {
 
-// Owns the selection's automation objects and the values of the rows, so rows are valid as long as it lives.
-class Palette {
+class VELT_PALETTE_EXPORT Error : public std::runtime_error {
  public:
-  // Throws Failure with the layer's message when an automation object cannot be had.
-  explicit Palette(const std::vector<VkDbObjectId>& entities);
-  Palette(const Palette&) = delete;
-  Palette& operator=(const Palette&) = delete;
-  ~Palette();
+  explicit Error(const std::string& message);
+  ~Error() override;
+};
 
-  // The merged rows in display order. Nothing for an empty selection. Throws Failure with the layer's message.
-  const TqVector<PROPINFO>& query();
+// ---------------------------------------------------------------------------------------------------------
+// Values
+// ---------------------------------------------------------------------------------------------------------
 
-  std::size_t size() const { return entries_.size(); }
-  // In the order of the entities.
-  VeltPropData& entry(std::size_t index) { return entries_[index]; }
+// What a value is to a program that knows nothing of COM: nothing, yes or no, a number, a text. Objects are their text
+// (see Row::text). Nothing also stands for values of kinds that no palette shows, such as arrays.
+using PlainValue = std::variant<std::monostate, bool, std::int64_t, std::uint64_t, double, std::string>;
+
+// Whether both are the same value: numbers by what they count, whatever their type, and reals to the last bit.
+VELT_PALETTE_EXPORT bool isSame(const PlainValue& a, const PlainValue& b);
+
+// A value of a property. Owns what it holds; can be moved, not copied.
+class VELT_PALETTE_EXPORT Value {
+ public:
+  // Nothing.
+  Value() = default;
+  // Takes over what the holder holds.
+  explicit Value(holders::VariantHolder held);
+
+  static Value ofText(std::string_view text);
+  static Value ofReal(double number);
+  static Value ofInteger(std::int32_t number);
+  static Value ofFlag(bool isYes);
+
+  PlainValue plain() const;
+  // Owned by this value.
+  const VARIANT& variant() const { return held_.get(); }
 
  private:
+  holders::VariantHolder held_;
+};
+
+// How numbers are written.
+struct NumberStyle {
+  // Decimal places of lengths and areas, and of every other number with a unit.
+  int lengthPlaces = 4;
+  // Decimal places of angles in degrees.
+  int anglePlaces = 0;
+};
+
+// ---------------------------------------------------------------------------------------------------------
+// Rows
+// ---------------------------------------------------------------------------------------------------------
+
+// What a row shows in place of a value when the entities have different ones.
+inline constexpr const char* variesText = "*VARIES*";
+
+// One value of a fixed set.
+struct Choice {
+  std::string label;
+  // What is written for it, where it is a number.
+  std::optional<std::int32_t> integer{};
+  std::optional<double> real{};
+};
+
+// Whether a row may be edited, and if not, what stands against it.
+enum class Editability {
+  editable,
+  // The property cannot be written: its class has no way to.
+  neverWritable,
+  // It could be, but the entities do not allow it as they are.
+  notNow
+};
+
+// One entity's part in a dynamic row, as far as it can be told without pointers.
+struct DynamicSource {
+  VkDbObjectId entity;
+  bool hasProperty = false;
+
+  friend bool operator==(const DynamicSource&, const DynamicSource&) = default;
+};
+
+// One field of the record behind a row, under the record's own name for it; a pointer to an automation object is told
+// as the id of its entity (null for none), any other pointer as whether there is one.
+struct Field {
+  using Data = std::variant<PlainValue, VkDbObjectId, std::vector<std::string>, std::vector<std::int64_t>,
+                            std::vector<double>, std::vector<DynamicSource>>;
+  const char* name;
+  Data data;
+};
+
+// A property of the selection. A view, as cheap as a pointer.
+class VELT_PALETTE_EXPORT Row {
+ public:
+  // The record must outlive the row.
+  explicit Row(const PROPINFO& record) : record_(&record) {}
+
+  // As the palette shows it, on one line.
+  std::string label() const;
+  // Of the property, as programs know it.
+  std::string name() const;
+  // Empty where the host gives none.
+  std::string help() const;
+  std::int32_t categoryId() const { return record_->categoryId; }
+  std::string categoryName() const;
+  PropertyKind::Code kind() const { return static_cast<PropertyKind::Code>(record_->customType); }
+
+  // The entities have different values. The row's own value is then the first entity's.
+  bool isVarying() const { return record_->isVaries; }
+  // From a property source and not from the type information.
+  bool isDynamic() const { return record_->dispId == dynamicPropertyDispId; }
+  bool hasChoices() const { return record_->hasChoices; }
+  std::vector<Choice> choices() const;
+
+  Editability editability() const;
+  bool isEditable() const { return record_->isEditable; }
+
+  // The value as a palette shows it, on one line: a choice by its label, an angle in degrees, a color by its name, yes
+  // or no; variesText for a varying row.
+  std::string text(const NumberStyle& style = {}) const;
+  // Another value as this row would show it.
+  std::string textOf(const Value& value, const NumberStyle& style = {}) const;
+  // The value itself, of a varying row the first entity's.
+  PlainValue plain() const;
+
+  // Whether its values can be written as text at all.
+  bool takesText() const;
+  // The value that a text means to this row: a choice by its label, whatever the case, or by its number; a number; an
+  // angle in degrees; yes or no; a text. Colors stay texts, which the property itself understands. Throws Error with
+  // what is accepted.
+  Value parse(std::string_view text) const;
+
+  // Every field of the record, in its order.
+  std::vector<Field> fields() const;
+  const PROPINFO& record() const { return *record_; }
+
+ private:
+  const PROPINFO* record_;
+};
+
+struct Category {
+  std::int32_t id = 0;
+  // Empty where the host gives none.
+  std::string name{};
+  std::vector<Row> rows{};
+};
+
+// The rows by category: each stands where its first row stood, and keeps the order of its rows.
+VELT_PALETTE_EXPORT std::vector<Category> byCategory(std::span<const Row> rows);
+
+// The rows of that label, else those of that name; whatever the case.
+VELT_PALETTE_EXPORT std::vector<Row> rowsNamed(std::span<const Row> rows, std::string_view name);
+
+// ---------------------------------------------------------------------------------------------------------
+// Writing
+// ---------------------------------------------------------------------------------------------------------
+
+// What became of one entity in a write.
+enum class Fate {
+  changed,
+  // It had the value already.
+  unchanged,
+  // It is on a locked layer, and stays as it is.
+  locked,
+  // It, or its layer, cannot be opened.
+  skipped,
+  refused,
+  // The write ended before it.
+  notReached
+};
+inline constexpr std::array allFates = {Fate::changed, Fate::unchanged, Fate::locked,
+                                        Fate::skipped, Fate::refused,   Fate::notReached};
+VELT_PALETTE_EXPORT std::string_view nameOf(Fate fate);
+
+struct WriteOptions {
+  // Goes on after an entity refuses the value.
+  bool keepGoing = false;
+  // Told now and then how many entities are dealt with, of how many; false ends the write there. Dynamic rows are
+  // written in one call and tell nothing.
+  std::function<bool(std::size_t done, std::size_t total)> progress{};
+};
+
+struct VELT_PALETTE_EXPORT Report {
+  // Of each entity.
+  std::vector<Fate> fates{};
+  // Of each entity that refused, in the host's words where it has some.
+  std::map<std::size_t, std::string> reasons{};
+  // What the layer said of the last refusal; may be empty.
+  std::string message{};
+
+  std::size_t count(Fate fate) const;
+  // "9 changed, 2 locked": the fates that occur, with their numbers.
+  std::string summary() const;
+};
+
+// ---------------------------------------------------------------------------------------------------------
+// Explanation
+// ---------------------------------------------------------------------------------------------------------
+
+// Entities with the same value of a row.
+struct ValueGroup {
+  PlainValue value{};
+  // As the row would show it.
+  std::string text{};
+  std::vector<std::size_t> entities{};
+};
+
+// Why a selection has no row of a name.
+struct Absence {
+  enum class Cause {
+    // There is one.
+    none,
+    // No entity of the selection has such a property.
+    unknown,
+    // Some have it and others do not.
+    notCommon,
+    // All have it, each as a dynamic property; but those are shown of single entities and of references to one dynamic
+    // block only.
+    dynamicWithheld,
+    // All have it, but not as the same property: they differ in category, kind, type, choices, elements or in whether
+    // it can be edited.
+    different
+  };
+  Cause cause = Cause::none;
+  // notCommon: those without it. different: those whose property is not that of the first entity.
+  std::vector<std::size_t> entities{};
+};
+
+// ---------------------------------------------------------------------------------------------------------
+// Selection
+// ---------------------------------------------------------------------------------------------------------
+
+// Selected entities, from set-up to teardown. Must end before the drawing does.
+class VELT_PALETTE_EXPORT Selection {
+ public:
+  // Makes the automation objects of the entities. Throws Error when one cannot be had; everything is then given back.
+  explicit Selection(std::span<const VkDbObjectId> entities);
+  Selection(Selection&& other) noexcept;
+  Selection& operator=(Selection&& other) noexcept;
+  ~Selection();
+
+  std::size_t size() const { return entries_.size(); }
+  VkDbObjectId entity(std::size_t index) const;
+
+  // Asks for the properties that all entities have, in display order; none for an empty selection. Rows of an earlier
+  // query are no longer valid, and their values are given back. Throws Error, and there are no rows then.
+  const std::vector<Row>& query();
+  // Those of the last query.
+  const std::vector<Row>& rows() const { return rows_; }
+  // The row of that label or name. Throws Error when there is none, or more than one.
+  Row row(std::string_view name) const;
+
+  // One entity's own value, whether the row varies or not; nothing when the entity gives none. `row` is one of rows().
+  // For all entities values() is faster.
+  Value value(const Row& row, std::size_t entity) const;
+  std::vector<Value> values(const Row& row) const;
+
+  // Writes the value to every entity and finds out what became of each. `row` is one of rows(), which stay as they are:
+  // query() tells what holds afterwards. When memory runs out, some entities may have the new value.
+  Report write(const Row& row, const Value& value, const WriteOptions& options = {});
+
+  // The different values behind a row with the entities of each, in the order in which they first occur.
+  std::vector<ValueGroup> valueGroups(const Row& row, const NumberStyle& style = {}) const;
+  // Why the last query has no row of that label or name. Asks the entities one by one.
+  Absence whyAbsent(std::string_view name) const;
+
+  // As the layer's functions take them. Whoever changes them gives back what he puts in.
+  TqVector<VeltPropData*>& entries() { return selection_; }
+
+ private:
+  void forgetRows();
   void tearDown();
 
   std::vector<VeltPropData> entries_;
   TqVector<VeltPropData*> selection_;
-  TqVector<PROPINFO> rows_;
+  TqVector<PROPINFO> records_;
+  std::vector<Row> rows_;
 };
 
-}  // namespace velt::tool
+// False for what cannot be opened.
+VELT_PALETTE_EXPORT bool isOnLockedLayer(VkDbObjectId entity);
+
+// ---------------------------------------------------------------------------------------------------------
+// Texts
+// ---------------------------------------------------------------------------------------------------------
+
+// What is no character of its own (a lone surrogate, a number beyond the last) becomes U+FFFD; so does every byte that
+// is not UTF-8.
+VELT_PALETTE_EXPORT std::string toUtf8(std::wstring_view text);
+VELT_PALETTE_EXPORT std::wstring fromUtf8(std::string_view text);
+
+// On one line of a terminal or a cell: line ends, tabs and other control characters become visible or blank.
+VELT_PALETTE_EXPORT std::string oneLine(std::wstring_view text);
+
+// Same letters, whatever their case (of ASCII letters).
+VELT_PALETTE_EXPORT bool equalIgnoringCase(std::string_view a, std::string_view b);
+
+}  // namespace velt::palette

@@ -3,11 +3,11 @@
 // What `veltprops set` is told: which row gets which value.
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
-#include "holders/VariantHolder.h"
-#include "propdata/VeltPropData.h"
+#include "palette/Palette.h"
 
 namespace velt::tool {
 
@@ -24,10 +24,9 @@ Assignment parseAssignment(std::string_view text);
 // The row that is meant: by the name that is shown, or by the property's own name, whatever the case. Throws Failure,
 // with what is possible, when there is no such row, when there are several and none was told, and when the row cannot
 // be edited.
-const PROPINFO& rowFor(const Assignment& assignment, const TqVector<PROPINFO>& rows);
+palette::Row rowFor(const Assignment& assignment, std::span<const palette::Row> rows);
 
-// The value as the property wants it: a choice by its name or number, a number, an angle in degrees, yes or no, a text.
-// Colors stay texts, which the property itself understands. Throws Failure, with what is possible, for anything else.
-holders::VariantHolder valueFor(const Assignment& assignment, const PROPINFO& row);
+// What the value means to the row. Throws Failure, with what is possible, when it means nothing.
+palette::Value valueFor(const Assignment& assignment, const palette::Row& row);
 
 }  // namespace velt::tool

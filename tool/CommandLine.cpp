@@ -10,7 +10,7 @@
 #include "dxf/Error.h"
 #include "embedded/sources/LoadedPlugins.h"
 #include "host/com/ComError.h"
-#include "palette/text/Utf8.h"
+#include "palette/Palette.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
 
@@ -155,7 +155,7 @@ int run(int argumentCount, const char* const* arguments, std::ostream& out, std:
   } catch (const UsageFailure& failure) {
     return fail(err, wrongUsage, failure.what());
   } catch (const _com_error& error) {
-    return fail(err, failed, toUtf8(static_cast<const wchar_t*>(error.Description())));
+    return fail(err, failed, palette::toUtf8(static_cast<const wchar_t*>(error.Description())));
   } catch (const std::bad_alloc&) {
     return fail(err, failed, "out of memory");
   } catch (const std::exception& failure) {

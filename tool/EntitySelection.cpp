@@ -11,7 +11,7 @@
 
 #include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/database/Entity.h"
-#include "palette/text/Utf8.h"
+#include "palette/Palette.h"
 #include "propdata/VeltPropData.h"
 #include "tool/Failure.h"
 
@@ -65,7 +65,7 @@ class LayerFilter {
 
  private:
   void add(const database::Drawing& drawing, const std::string& name) {
-    const std::wstring wide = fromUtf8(name);
+    const std::wstring wide = palette::fromUtf8(name);
     if (const database::TableEntry* const entry = table_.find(wide)) {
       entries_.insert(entry);
       return;
@@ -78,7 +78,7 @@ class LayerFilter {
     }
     std::vector<std::string> known;
     for (const database::TableEntry& entry : table_.entries())
-      known.push_back(toUtf8(entry.name));
+      known.push_back(palette::toUtf8(entry.name));
     throw Failure(fmt::format("{}: no layer \"{}\"; the drawing has: {}", drawing.document().displayName(),
                               name, fmt::join(known, ", ")));
   }
@@ -90,13 +90,13 @@ class LayerFilter {
 
 // Without the prefix that all names of classes have.
 std::string shortName(const automation::AutomationClass& kind) {
-  return toUtf8(kind.name).substr(std::string_view("Velt").size());
+  return palette::toUtf8(kind.name).substr(std::string_view("Velt").size());
 }
 
 bool isKnownClass(std::string_view name) {
   const auto classes = automation::automationClasses();
   return std::any_of(classes.begin(), classes.end(), [&](const automation::AutomationClass* known) {
-    return equalIgnoringCase(shortName(*known), name);
+    return palette::equalIgnoringCase(shortName(*known), name);
   });
 }
 
@@ -109,7 +109,7 @@ void requireKnownTypes(const database::Drawing& drawing, const SelectionRequest&
   }
   for (const std::string& type : request.types) {
     const bool isPresent = std::any_of(present.begin(), present.end(), [&](const std::string& name) {
-      return equalIgnoringCase(name, type);
+      return palette::equalIgnoringCase(name, type);
     });
     if (isPresent || isKnownClass(type)) continue;
     throw Failure(fmt::format("{}: no entities of type \"{}\"; the drawing has: {}",
@@ -122,7 +122,7 @@ bool passesTypes(VkDbObjectId id, const std::vector<std::string>& types) {
   const std::string automationClass = className(id);
   const std::string dxf = dxfName(id);
   return std::any_of(types.begin(), types.end(), [&](const std::string& type) {
-    return equalIgnoringCase(type, automationClass) || equalIgnoringCase(type, dxf);
+    return palette::equalIgnoringCase(type, automationClass) || palette::equalIgnoringCase(type, dxf);
   });
 }
 
@@ -164,7 +164,7 @@ std::string handleText(VkDbObjectId id) {
 }
 
 std::string layerName(VkDbObjectId id) {
-  return toUtf8(entityOf(id).layerName());
+  return palette::toUtf8(entityOf(id).layerName());
 }
 
 }  // namespace velt::tool

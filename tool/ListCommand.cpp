@@ -1,14 +1,15 @@
 #include <fmt/format.h>
 
 #include <nlohmann/json.hpp>
+#include <span>
 #include <vector>
 
 #include "palette/Palette.h"
-#include "palette/rows/RowText.h"
-#include "palette/text/Utf8.h"
+#include "tool/Columns.h"
 #include "tool/Commands.h"
 #include "tool/OpenDrawing.h"
 #include "tool/Progress.h"
+#include "tool/RowJson.h"
 
 namespace velt::tool {
 
@@ -25,11 +26,11 @@ struct ListedEntity {
 // Name, label and value of each property, in display order.
 nlohmann::ordered_json valuesOf(VkDbObjectId id) {
   auto values = nlohmann::ordered_json::array();
-  Palette palette({id});
-  for (const PROPINFO& row : palette.query()) {
-    values.push_back({{"name", toUtf8(row.name.str())},
-                      {"displayName", toUtf8(row.displayName.str())},
-                      {"value", valueJson(row, {})}});
+  palette::Selection selection(std::span(&id, 1));
+  for (const palette::Row& row : selection.query()) {
+    values.push_back({{"name", palette::toUtf8(row.record().name.str())},
+                      {"displayName", palette::toUtf8(row.record().displayName.str())},
+                      {"value", valueJson(row.plain())}});
   }
   return values;
 }

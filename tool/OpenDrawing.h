@@ -4,10 +4,14 @@
 #include <string>
 
 #include "embedded/database/Drawing.h"
+#include "palette/Palette.h"
 
 namespace velt::tool {
 
 // Opens a drawing, with progress on standard error. Throws dxf::Error.
 std::unique_ptr<database::Drawing> openDrawing(const std::string& file);
+
+// The drawing's own precision.
+palette::NumberStyle numberStyleOf(const database::Drawing& drawing);
 
 }  // namespace velt::tool

@@ -1,6 +1,5 @@
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -10,12 +9,7 @@
 
 #include "dxf/FileReplacement.h"
 #include "embedded/database/Drawing.h"
-#include "embedded/database/Entity.h"
-#include "embedded/database/Layer.h"
 #include "palette/Palette.h"
-#include "palette/selection/DynamicNodes.h"
-#include "palette/selection/EntityValue.h"
-#include "palette/text/Utf8.h"
 #include "tool/Assignment.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
@@ -26,146 +20,16 @@ namespace velt::tool {
 
 namespace {
 
-enum class Fate { changed, unchanged, locked, skipped, refused, notReached };
+using palette::Fate;
 
+// The names of the fates in JSON.
 constexpr std::pair<Fate, const char*> fates[] = {
     {Fate::changed, "changed"}, {Fate::unchanged, "unchanged"}, {Fate::locked, "locked"},
     {Fate::skipped, "skipped"}, {Fate::refused, "refused"},     {Fate::notReached, "notReached"},
 };
 
-// What became of one assignment.
-struct Outcome {
-  explicit Outcome(std::size_t entities) : fates(entities, Fate::notReached) {}
-
-  std::size_t count(Fate fate) const {
-    return static_cast<std::size_t>(std::count(fates.begin(), fates.end(), fate));
-  }
-
-  std::vector<Fate> fates;                     // of the entities, in the order of the selection
-  std::map<std::size_t, std::string> reasons;  // of those that refused
-  std::string message;                         // what the layer said of the last refusal
-};
-
-bool isOnLockedLayer(VkDbObjectId id) {
-  const auto object = database::resolve(id);
-  if (!object) return false;
-  const database::TableEntry* const layer = database::Entity(*object).layer();
-  return layer != nullptr && database::Layer(*object->drawing, layer->record).isLocked();
-}
-
-// Writes one row of a selection, as a palette commits it, and finds out what became of each entity.
-class Writing {
- public:
-  Writing(Palette& palette, const std::vector<VkDbObjectId>& ids, const PROPINFO& row, VARIANT& value,
-          bool keepGoing)
-      : palette_(palette), ids_(ids), row_(row), value_(value), keepGoing_(keepGoing), outcome_(ids.size()) {}
-
-  Outcome run(Progress& progress) {
-    before_ = allValues();
-    if (row_.dispId == dynamicPropertyDispId) {
-      writeDynamic();
-    } else {
-      writeStatic(progress);
-    }
-    return std::move(outcome_);
-  }
-
- private:
-  std::vector<std::wstring> allValues() {
-    std::vector<std::wstring> values;
-    values.reserve(ids_.size());
-    for (std::size_t i = 0; i < ids_.size(); ++i)
-      values.push_back(entityValue(row_, palette_.entry(i), i));
-    return values;
-  }
-
-  Fate fateOfWritten(std::size_t i) {
-    return entityValue(row_, palette_.entry(i), i) == before_[i] ? Fate::unchanged : Fate::changed;
-  }
-
-  // In portions, only so that progress can be shown: the layer does the same for all of them in one call.
-  void writeStatic(Progress& progress) {
-    constexpr std::size_t portion = 1000;
-    for (std::size_t from = 0; from < ids_.size();) {
-      const std::size_t end = std::min(from + portion, ids_.size());
-      const std::size_t refused = writePortion(from, end);
-      if (refused != end && !keepGoing_) return;
-      from = refused != end ? refused + 1 : end;
-      progress.report(from, ids_.size());
-    }
-  }
-
-  // The entity at which it stopped, else `end`.
-  std::size_t writePortion(std::size_t from, std::size_t end) {
-    TqVector<VeltPropData*> portion;
-    if (!portion.setPhysicalLength(static_cast<std::uint32_t>(end - from))) throw std::bad_alloc();
-    for (std::size_t i = from; i < end; ++i)
-      portion.push_back(&palette_.entry(i));
-    CStdStr<wchar_t> errorText;
-    int lockedCount = 0;
-    VkArray<VkDbObjectId> touched;
-    const int result = SetPropertiesValue(portion, row_, value_, row_.isElement, errorText, lockedCount,
-                                          touched, static_cast<unsigned int>(row_.elementCookie));
-    // Touched are, in order, all that were tried; those between them were passed over.
-    std::size_t i = from;
-    for (int t = 0; t < touched.length(); ++t, ++i) {
-      for (; ids_[i] != touched[t]; ++i)
-        passOver(i);
-      if (result == 0 && t + 1 == touched.length()) {
-        refuse(i, toUtf8(errorText.str()));
-        return i;
-      }
-      outcome_.fates[i] = fateOfWritten(i);
-    }
-    for (; i < end; ++i)
-      passOver(i);
-    return end;
-  }
-
-  void passOver(std::size_t i) {
-    outcome_.fates[i] = isOnLockedLayer(ids_[i]) ? Fate::locked : Fate::skipped;
-  }
-
-  void refuse(std::size_t i, std::string message) {
-    outcome_.fates[i] = Fate::refused;
-    outcome_.reasons[i] = reasonOfRefusal(row_, palette_.entry(i), value_);
-    outcome_.message = std::move(message);
-  }
-
-  // Dynamic properties are written all at once, and what they answer is not told. So the values tell.
-  void writeDynamic() {
-    const std::wstring wanted = comparable(value_);
-    TqVector<VeltPropData*> unused;
-    CStdStr<wchar_t> errorText;
-    int lockedCount = 0;
-    VkArray<VkDbObjectId> touched;
-    SetPropertiesValue(unused, row_, value_, false, errorText, lockedCount, touched, 0);
-    for (std::size_t i = 0; i < ids_.size(); ++i) {
-      const std::wstring now = entityValue(row_, palette_.entry(i), i);
-      if (now != before_[i]) {
-        outcome_.fates[i] = Fate::changed;
-      } else if (now == wanted) {
-        outcome_.fates[i] = Fate::unchanged;
-      } else if (isOnLockedLayer(ids_[i])) {
-        outcome_.fates[i] = Fate::locked;
-      } else {
-        outcome_.fates[i] = Fate::refused;
-        outcome_.reasons[i] = "the property does not take the value";
-      }
-    }
-  }
-
-  Palette& palette_;
-  const std::vector<VkDbObjectId>& ids_;
-  const PROPINFO& row_;
-  VARIANT& value_;
-  bool keepGoing_;
-  Outcome outcome_;
-  std::vector<std::wstring> before_;
-};
-
 struct Report {
-  std::vector<std::pair<Assignment, Outcome>> assignments;
+  std::vector<std::pair<Assignment, palette::Report>> assignments;
   bool isRefused = false;
   std::string savedTo;  // empty: nothing was saved
   std::string remark;   // what became of the file
@@ -178,7 +42,7 @@ std::string entities(std::size_t count) {
 // --- the report ------------------------------------------------------------------------------------------
 
 // Each reason once, with the first handles that it holds for.
-void printReasons(const Outcome& outcome, const std::vector<VkDbObjectId>& ids, std::ostream& out) {
+void printReasons(const palette::Report& outcome, const std::vector<VkDbObjectId>& ids, std::ostream& out) {
   constexpr std::size_t mostHandles = 8;
   std::map<std::string, std::vector<std::string>> handles;
   for (const auto& [index, reason] : outcome.reasons)
@@ -192,7 +56,7 @@ void printReasons(const Outcome& outcome, const std::vector<VkDbObjectId>& ids, 
   }
 }
 
-void printOutcome(const Outcome& outcome, const std::vector<VkDbObjectId>& ids, std::ostream& out) {
+void printOutcome(const palette::Report& outcome, const std::vector<VkDbObjectId>& ids, std::ostream& out) {
   const auto line = [&](Fate fate, const char* words) {
     if (const std::size_t count = outcome.count(fate); count > 0)
       out << fmt::format("  {:>6} {}\n", count, words);
@@ -216,7 +80,7 @@ void printForPeople(const SetRequest& request, const Report& report, const std::
   out << fmt::format("\n{}\n", report.remark);
 }
 
-nlohmann::ordered_json outcomeJson(const Assignment& assignment, const Outcome& outcome,
+nlohmann::ordered_json outcomeJson(const Assignment& assignment, const palette::Report& outcome,
                                    const std::vector<VkDbObjectId>& ids) {
   nlohmann::ordered_json json = {{"name", assignment.name}, {"value", assignment.value}};
   for (const auto& [fate, name] : fates) {
@@ -262,12 +126,15 @@ void checkOutput(const SetRequest& request) {
 }
 
 // A fresh query for each assignment: one may change which rows there are, and what they may be given.
-Outcome apply(const Assignment& assignment, const std::vector<VkDbObjectId>& ids, bool keepGoing) {
+palette::Report apply(const Assignment& assignment, const std::vector<VkDbObjectId>& ids, bool keepGoing) {
   Progress progress("Writing " + assignment.name);
-  Palette palette(ids);
-  const PROPINFO row = withOneNodePerEntity(rowFor(assignment, palette.query()));
-  holders::VariantHolder value = valueFor(assignment, row);
-  return Writing(palette, ids, row, value.get(), keepGoing).run(progress);
+  palette::Selection selection(ids);
+  const palette::Row row = rowFor(assignment, selection.query());
+  const auto show = [&](std::size_t done, std::size_t total) {
+    progress.report(done, total);
+    return true;
+  };
+  return selection.write(row, valueFor(assignment, row), {.keepGoing = keepGoing, .progress = show});
 }
 
 void saveUnlessForbidden(const SetRequest& request, const database::Drawing& drawing, Report& report) {

@@ -9,7 +9,7 @@
 
 #include "propdata/VeltPropData.h"
 
-namespace velt::tool {
+namespace velt::palette {
 
 // In radians; people read and write degrees.
 constexpr bool isAngle(std::int32_t customType) {
@@ -25,4 +25,4 @@ constexpr bool isWithoutUnits(std::int32_t customType) {
   return std::find(kinds.begin(), kinds.end(), customType) != kinds.end();
 }
 
-}  // namespace velt::tool
+}  // namespace velt::palette

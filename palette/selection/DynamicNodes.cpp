@@ -2,7 +2,7 @@
 
 #include <new>
 
-namespace velt::tool {
+namespace velt::palette {
 
 PROPINFO withOneNodePerEntity(const PROPINFO& row) {
   PROPINFO pruned(row);
@@ -19,4 +19,4 @@ PROPINFO withOneNodePerEntity(const PROPINFO& row) {
   return pruned;
 }
 
-}  // namespace velt::tool
+}  // namespace velt::palette

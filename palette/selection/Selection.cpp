@@ -1,14 +1,14 @@
-#include "palette/Palette.h"
-
 #include <fmt/format.h>
 
+#include <new>
 #include <utility>
 
-#include "palette/text/Utf8.h"
-#include "tool/EntitySelection.h"
-#include "tool/Failure.h"
+#include "palette/Palette.h"
+#include "palette/selection/DynamicNodes.h"
+#include "palette/selection/EntityValue.h"
+#include "palette/support/HostCalls.h"
 
-namespace velt::tool {
+namespace velt::palette {
 
 namespace {
 
@@ -16,44 +16,112 @@ std::string messageOr(const CStdStr<wchar_t>& errorText, std::string_view otherw
   return errorText.empty() ? std::string(otherwise) : toUtf8(errorText.str());
 }
 
+constexpr std::string_view noReason = "no reason was given";
+
 }  // namespace
 
-Palette::Palette(const std::vector<VkDbObjectId>& entities) : entries_(entities.size()) {
+Selection::Selection(std::span<const VkDbObjectId> entities) : entries_(entities.size()) {
+  // Setting up nothing would start COM, and tearing down nothing would not end it.
+  if (entities.empty()) return;
   if (!selection_.setPhysicalLength(static_cast<std::uint32_t>(entities.size()))) throw std::bad_alloc();
   for (std::size_t i = 0; i < entities.size(); ++i) {
     entries_[i].oldId = entities[i].asOldId();
     selection_.push_back(&entries_[i]);
   }
+  // An entry that the layer has begun with has no object or its own: what stands here now means that COM did not start.
+  IUnknown* const untouched = reinterpret_cast<IUnknown*>(&entries_);
+  entries_.front().pUnknown = untouched;
   CStdStr<wchar_t> errorText;
   bool mixedClasses = false;
-  if (!InitializePropData(selection_, errorText, mixedClasses)) {
-    tearDown();
-    throw Failure(
-        fmt::format("the selection cannot be set up: {}", messageOr(errorText, "no reason was given")));
+  bool isSetUp = false;
+  try {
+    isSetUp = orError([&] { return InitializePropData(selection_, errorText, mixedClasses); });
+    if (!isSetUp)
+      throw Error(fmt::format("the selection cannot be set up: {}", messageOr(errorText, noReason)));
+  } catch (...) {
+    if (entries_.front().pUnknown != untouched) tearDown();
+    throw;
   }
 }
 
-Palette::~Palette() {
-  for (PROPINFO& row : rows_)
-    VariantClear(&row.value);
+Selection::Selection(Selection&& other) noexcept
+    : entries_(std::move(other.entries_)),
+      selection_(std::move(other.selection_)),
+      records_(std::move(other.records_)),
+      rows_(std::move(other.rows_)) {}
+
+Selection& Selection::operator=(Selection&& other) noexcept {
+  // What was held before ends with `ended`.
+  Selection ended(std::move(other));
+  std::swap(entries_, ended.entries_);
+  std::swap(selection_, ended.selection_);
+  std::swap(records_, ended.records_);
+  std::swap(rows_, ended.rows_);
+  return *this;
+}
+
+Selection::~Selection() {
+  forgetRows();
   tearDown();
 }
 
-void Palette::tearDown() {
-  UnInitializePropData(selection_);
+void Selection::tearDown() {
+  try {
+    UnInitializePropData(selection_);
+  } catch (const _com_error&) {
+    // An object that does not want to end: there is nobody left to tell.
+  }
 }
 
-const TqVector<PROPINFO>& Palette::query() {
+void Selection::forgetRows() {
+  rows_.clear();
+  for (PROPINFO& record : records_)
+    VariantClear(&record.value);
+  records_ = TqVector<PROPINFO>();
+}
+
+VkDbObjectId Selection::entity(std::size_t index) const {
+  return VkDbObjectId().setFromOldId(entries_.at(index).oldId);
+}
+
+const std::vector<Row>& Selection::query() {
+  forgetRows();
   if (selection_.isEmpty()) return rows_;
   CStdStr<wchar_t> errorText;
   bool mergeFlag = false;
   bool typeFlag = false;
-  if (!GetPropertiesInfo(selection_, rows_, errorText, mergeFlag, typeFlag)) {
-    throw Failure(
-        fmt::format("the properties cannot be read: {}", messageOr(errorText, "no reason was given")));
+  const bool isAnswered =
+      orError([&] { return GetPropertiesInfo(selection_, records_, errorText, mergeFlag, typeFlag); });
+  if (!isAnswered) {
+    throw Error(fmt::format("the properties cannot be read: {}", messageOr(errorText, noReason)));
   }
-  SortByWeight(rows_);
+  SortByWeight(records_);
+  for (const PROPINFO& record : std::as_const(records_))
+    rows_.emplace_back(record);
   return rows_;
 }
 
-}  // namespace velt::tool
+Row Selection::row(std::string_view name) const {
+  const std::vector<Row> found = rowsNamed(rows_, name);
+  if (found.size() == 1) return found.front();
+  throw Error(found.empty() ? fmt::format("the selection has no property {}", name)
+                            : fmt::format("{} is the name of {} properties", name, found.size()));
+}
+
+Value Selection::value(const Row& row, std::size_t entity) const {
+  return orError(
+      [&] { return entityValue(withOneNodePerEntity(row.record()), entries_.at(entity), entity); });
+}
+
+std::vector<Value> Selection::values(const Row& row) const {
+  return orError([&] {
+    const PROPINFO record = withOneNodePerEntity(row.record());
+    std::vector<Value> values;
+    values.reserve(entries_.size());
+    for (std::size_t i = 0; i < entries_.size(); ++i)
+      values.push_back(entityValue(record, entries_[i], i));
+    return values;
+  });
+}
+
+}  // namespace velt::palette

@@ -1,10 +1,10 @@
-#include "palette/text/Utf8.h"
-
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
 
-namespace velt::tool {
+#include "palette/Palette.h"
+
+namespace velt::palette {
 
 namespace {
 
@@ -96,16 +96,4 @@ bool equalIgnoringCase(std::string_view a, std::string_view b) {
                     [&](char x, char y) { return lower(x) == lower(y); });
 }
 
-std::size_t columns(std::string_view utf8) {
-  return static_cast<std::size_t>(std::count_if(
-      utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
-
-std::string padded(std::string_view utf8, std::size_t width) {
-  std::string result(utf8);
-  const std::size_t used = columns(utf8);
-  if (used < width) result.append(width - used, ' ');
-  return result;
-}
-
-}  // namespace velt::tool
+}  // namespace velt::palette

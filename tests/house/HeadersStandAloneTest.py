@@ -13,6 +13,7 @@ import house
 def public_headers(root):
     headers = house.files_below(root, ("host", "holders"), (".h",))
     headers += [path for path in house.files_below(root, ("propdata",), (".h",)) if path.name == "VeltPropData.h"]
+    headers += [path for path in house.files_below(root, ("palette",), (".h",)) if len(path.parts) == 2]
     headers += [path for path in house.files_below(root, ("embedded",), (".h",)) if path.name == "Plugin.h"]
     return headers
 
@@ -41,10 +42,10 @@ class TheCheck(house.Check):
     def test_finds_a_header_without_a_compiled_unit(self):
         objects = "CMakeFiles/velt_header_checks.dir/generated/headers"
         with house.small_tree({"host/com/A.h": "", "host/B.h": "", "holders/C.h": "", "propdata/VeltPropData.h": "",
-                               "embedded/sources/Plugin.h": ""}) as root, \
+                               "palette/D.h": "", "palette/rows/Inner.h": "", "embedded/sources/Plugin.h": ""}) as root, \
              house.small_tree({f"{objects}/host/com/A.h.cpp.o": ""}) as build:
-            self.assertEqual(["holders/C.h", "host/B.h", "propdata/VeltPropData.h", "embedded/sources/Plugin.h"],
-                             without_unit(root, build))
+            self.assertEqual(["holders/C.h", "host/B.h", "propdata/VeltPropData.h", "palette/D.h",
+                              "embedded/sources/Plugin.h"], without_unit(root, build))
 
     def test_rests_on_a_compiler_that_refuses_a_header_that_leans_on_others(self):
         with house.small_tree({"host/Leaning.h": "std::string f();\n", "host/Own.h": "#include <string>\nstd::string f();\n"}) as root:

@@ -6,12 +6,15 @@ import unittest
 import house
 
 # The houses, and of those that have an order inside, the rooms. An entry names what a place may include beside itself;
-# a name stands for all rooms of its house. The longest name that a path begins with is its place.
+# a name stands for all rooms of its house, and a file may be named too. The longest name that a path begins with is its
+# place.
 LAYER = {"host", "holders", "text", "errors", "container", "propdata"}
 BELOW_AUTOMATION = {"host", "holders", "dxf", "embedded/platform", "embedded/com", "embedded/database"}
 MODEL = BELOW_AUTOMATION | {"embedded/automation/geometry", "embedded/automation/model"}
 # What several classes share; these rooms stand side by side.
 MATTERS = MODEL | {"embedded/automation/objects"}
+# The rooms of the palette library see its public header, which sees none of them.
+IN_PALETTE = LAYER | {"palette/Palette.h", "palette/support"}
 SHIPPED = LAYER | {"palette", "dxf", "samples", "embedded"}
 
 MAY_INCLUDE = {
@@ -21,7 +24,15 @@ MAY_INCLUDE = {
     "errors": {"host", "text"},
     "container": {"host", "text", "errors"},
     "propdata": LAYER,
-    "palette": LAYER,
+    "palette/Export.h": set(),
+    "palette/Palette.h": LAYER | {"palette/Export.h"},
+    "palette/support": LAYER | {"palette/Palette.h"},
+    "palette/text": IN_PALETTE,
+    "palette/values": IN_PALETTE | {"palette/text"},
+    "palette/rows": IN_PALETTE | {"palette/text", "palette/values"},
+    "palette/selection": IN_PALETTE | {"palette/text", "palette/values", "palette/rows"},
+    "palette/writing": IN_PALETTE | {"palette/text", "palette/values", "palette/rows", "palette/selection"},
+    "palette/explanation": IN_PALETTE | {"palette/text", "palette/values", "palette/rows", "palette/selection"},
     "dxf": set(),
     "samples": {"dxf"},
     "samples/builder": {"dxf"},
@@ -56,7 +67,7 @@ FOLDERS = sorted({place.split("/")[0] for place in MAY_INCLUDE})
 
 def place_of(path):
     """The entry that rules a file: the longest of which the path begins with; None for a room that nobody listed."""
-    fits = [place for place in MAY_INCLUDE if path.startswith(place + "/")]
+    fits = [place for place in MAY_INCLUDE if path == place or path.startswith(place + "/")]
     return max(fits, key=len, default=None)
 
 
@@ -71,7 +82,7 @@ PLUGIN_HEADER = "embedded/sources/Plugin.h"
 THIRD_PARTY = {
     "CLI": {"tool", "tests"},
     "nlohmann": {"tool", "tests", "bench"},
-    "fmt": {"tool", "tests", "bench"},
+    "fmt": {"palette", "tool", "tests", "bench"},
     "gtest": {"tests"},
     "gmock": {"tests"},
     "rapidcheck": {"tests"},
@@ -139,10 +150,11 @@ class TheTree(house.Check):
 
 
 class TheCheck(house.Check):
-    HEADERS = {f"{place}/A.h": "" for place in MAY_INCLUDE}
+    HEADERS = {place if place.endswith(".h") else f"{place}/A.h": "" for place in MAY_INCLUDE}
 
     def check(self, path, line):
-        with house.small_tree({**self.HEADERS, path: line + "\n"}) as root:
+        included = {header: "" for header in self.HEADERS if f'"{header}"' in line}
+        with house.small_tree({**included, path: line + "\n"}) as root:
             return violations(root)
 
     def test_knows_every_arrow_between_folders(self):
@@ -165,21 +177,32 @@ class TheCheck(house.Check):
             "fuzz": shipped + " fuzz",
             "examples": shipped + " examples",
         }
-        one_room = {"embedded": "embedded/automation/model"}
+        one_room = {"palette": "palette/rows", "embedded": "embedded/automation/model"}
         for folder, targets in allowed.items():
             for target in (*allowed, "embedded"):
                 with self.subTest(folder=folder, target=target):
-                    found = self.check(f"{folder}/sub/B.cpp", f'#include "{one_room.get(target, target)}/A.h"')
+                    found = self.check(f"{one_room.get(folder, folder)}/sub/B.cpp",
+                                       f'#include "{one_room.get(target, target)}/A.h"')
                     self.assertEqual(target not in targets.split(), bool(found), found)
+
+    def check_stack(self, house_name, stack):
+        for above, room in enumerate(stack):
+            for below, other in enumerate(stack):
+                with self.subTest(room=room, other=other):
+                    found = self.check(f"{house_name}/{room}/B.cpp", f'#include "{house_name}/{other}/A.h"')
+                    self.assertEqual(below > above, bool(found), found)
+
+    def test_knows_the_stack_inside_the_palette_library(self):
+        self.check_stack("palette", ["support", "text", "values", "rows", "selection", "writing"])
+
+    def test_lets_the_rooms_of_the_palette_library_see_its_public_header_which_sees_none_of_them(self):
+        self.assertFalse(self.check("palette/rows/B.cpp", '#include "palette/Palette.h"'))
+        self.assertTrue(self.check("palette/Palette.h", '#include "palette/rows/A.h"'))
 
     def test_knows_the_stack_inside_the_embedded_host(self):
         stack = ["platform", "com", "database", "automation/geometry", "automation/model", "automation/objects",
                  "automation/hatches", "automation/classes", "sources"]
-        for above, room in enumerate(stack):
-            for below, other in enumerate(stack):
-                with self.subTest(room=room, other=other):
-                    found = self.check(f"embedded/{room}/B.cpp", f'#include "embedded/{other}/A.h"')
-                    self.assertEqual(below > above, bool(found), found)
+        self.check_stack("embedded", stack)
 
     def test_keeps_the_rooms_of_single_matters_apart(self):
         self.assertTrue(self.check("embedded/automation/hatches/B.cpp", '#include "embedded/automation/texts/A.h"'))

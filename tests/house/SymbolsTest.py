@@ -101,13 +101,13 @@ def compare_with_golden(name, actual, what):
     return found
 
 
-def marked_names(root, folders):
+def marked_names(root, folders, marker=MARKER):
     """{name: header} of what the headers below these folders mark as exported."""
     names = {}
     for path in house.files_below(root, folders, (".h",)):
         code = house.without_comments(house.text_of(root / path))
         code = re.sub(r"^[ \t]*#.*(?:\\\n.*)*$", "", code, flags=re.MULTILINE)
-        for match in re.finditer(rf"\b{MARKER}\b([^;{{]*)", code):
+        for match in re.finditer(rf"\b{marker}\b([^;{{]*)", code):
             declaration = re.sub(r"\[\[.*?\]\]|\bextern\b", " ", match.group(1))
             declaration = re.sub(r"\balignas\s*\([^)]*\)", " ", declaration)
             record = re.match(r"\s*(\w+)\s*(?:final)?\s*(?::.*)?$", declaration, re.DOTALL)
@@ -167,6 +167,28 @@ class TheLayer(house.Check):
     def test_names_itself(self):
         layer, _ = libraries()
         self.assertRegex(run("readelf", "-d", str(layer)), r"\(SONAME\).*\[libVeltPropData\.so\.\d+\]")
+
+
+@unittest.skipUnless(house.build_root(), "started by hand, without a build folder")
+@unittest.skipIf(house.is_instrumented(), "instrumentation adds symbols of its own")
+class ThePaletteLibrary(house.Check):
+    def library(self):
+        return house.build_root() / "lib" / "libVeltPalette.so"
+
+    def test_exports_what_its_headers_mark_and_nothing_else(self):
+        marked = set(marked_names(house.source_root(), ("palette",), "VELT_PALETTE_EXPORT"))
+        foreign = [name for name in demangled(exported(self.library())) if not words_of(name) & marked]
+        self.assert_nothing(foreign)
+
+    def test_asks_no_more_of_a_host_than_the_layer_does(self):
+        layer, host = libraries()
+        from_host, _ = needs(self.library(), host)
+        of_the_layer = set(lines_of(house.source_root() / "tests" / NEEDED)) | set(demangled(exported(layer)))
+        self.assert_nothing(sorted(set(demangled(from_host)) - of_the_layer))
+
+    def test_leans_on_the_layer_and_on_the_library_for_its_texts_alone(self):
+        others = [name for name in foreign_libraries(self.library()) if not name.startswith(("libVeltPropData.", "libfmt."))]
+        self.assert_nothing(others)
 
 
 class TheHeaders(house.Check):

@@ -6,6 +6,8 @@
 #include "tests/tool/Drawings.h"
 
 using namespace velt::tests;
+using velt::database::Drawing;
+using velt::tool::numberStyleOf;
 
 TEST(OpenDrawing, ADrawingIsOpened) {
   const TemporaryFolder folder;
@@ -21,4 +23,27 @@ TEST(OpenDrawing, WhatCannotBeOpenedIsNamed) {
   } catch (const velt::dxf::Error& error) {
     EXPECT_EQ(error.file(), folder.path("missing.dxf"));
   }
+}
+
+TEST(NumberStyle, ThePrecisionComesFromTheHeader) {
+  const auto drawing = Drawing::parse(drawingOf({{"0"}}, ""), "a.dxf");
+  EXPECT_EQ(numberStyleOf(*drawing).lengthPlaces, 3);
+  EXPECT_EQ(numberStyleOf(*drawing).anglePlaces, 1);
+  const auto silent =
+      Drawing::parse(pairs({{0, "SECTION"}, {2, "ENTITIES"}, {0, "ENDSEC"}, {0, "EOF"}}), "b.dxf");
+  EXPECT_EQ(numberStyleOf(*silent).lengthPlaces, 4);
+}
+
+TEST(NumberStyle, APrecisionBeyondReasonIsCutBack) {
+  const std::string text = pairs({{0, "SECTION"},
+                                  {2, "HEADER"},
+                                  {9, "$LUPREC"},
+                                  {70, "9999"},
+                                  {9, "$AUPREC"},
+                                  {70, "-3"},
+                                  {0, "ENDSEC"},
+                                  {0, "EOF"}});
+  const auto drawing = Drawing::parse(text, "a.dxf");
+  EXPECT_EQ(numberStyleOf(*drawing).lengthPlaces, 8);
+  EXPECT_EQ(numberStyleOf(*drawing).anglePlaces, 0);
 }

@@ -1,21 +1,19 @@
-#include "palette/rows/RowText.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 #include <numbers>
-#include <set>
 
-#include "tests/tool/Drawings.h"
+#include "palette/Palette.h"
 
-using namespace velt::tool;
-using namespace velt::tests;
-using velt::database::Drawing;
-
+namespace velt::palette {
 namespace {
 
 constexpr NumberStyle style{3, 1};
+
+std::string textOf(const PROPINFO& record, const NumberStyle& with) {
+  return Row(record).text(with);
+}
 
 PROPINFO rowOf(VARTYPE type) {
   PROPINFO row;
@@ -24,6 +22,11 @@ PROPINFO rowOf(VARTYPE type) {
   row.customType = 0;
   row.value.vt = type;
   return row;
+}
+
+PlainValue plainOf(VARTYPE type) {
+  const PROPINFO record = rowOf(type);
+  return Row(record).plain();
 }
 
 PROPINFO realRow(double value, std::int32_t customType = 0) {
@@ -36,24 +39,24 @@ PROPINFO realRow(double value, std::int32_t customType = 0) {
 }  // namespace
 
 TEST(RowText, LengthsHaveThePlacesOfTheDrawing) {
-  EXPECT_EQ(valueText(realRow(12.5, PropertyKind::distance), style), "12.500");
-  EXPECT_EQ(valueText(realRow(-0.00001), style), "0.000");
+  EXPECT_EQ(textOf(realRow(12.5, PropertyKind::distance), style), "12.500");
+  EXPECT_EQ(textOf(realRow(-0.00001), style), "0.000");
 }
 
 TEST(RowText, AnglesAreShownInDegrees) {
   for (const int kind : {PropertyKind::angle, PropertyKind::ellipseEndAngle, PropertyKind::hatchAngle})
-    EXPECT_EQ(valueText(realRow(std::numbers::pi / 2, kind), style), "90.0\u00B0") << kind;
+    EXPECT_EQ(textOf(realRow(std::numbers::pi / 2, kind), style), "90.0\u00B0") << kind;
 }
 
 TEST(RowText, NumbersWithoutUnitsAreNotFilledUpWithZeros) {
   for (const int kind : {PropertyKind::noUnits, PropertyKind::hatchScale, PropertyKind::entityLinetypeScale})
-    EXPECT_EQ(valueText(realRow(0.5, kind), style), "0.5") << kind;
+    EXPECT_EQ(textOf(realRow(0.5, kind), style), "0.5") << kind;
 }
 
 TEST(RowText, InfiniteAndHugeNumbersAreShownAllTheSame) {
-  EXPECT_EQ(valueText(realRow(std::numeric_limits<double>::quiet_NaN()), style), "nan");
-  EXPECT_EQ(valueText(realRow(std::numeric_limits<double>::infinity()), style), "inf");
-  EXPECT_EQ(valueText(realRow(1e300), style), "1e+300");
+  EXPECT_EQ(textOf(realRow(std::numeric_limits<double>::quiet_NaN()), style), "nan");
+  EXPECT_EQ(textOf(realRow(std::numeric_limits<double>::infinity()), style), "inf");
+  EXPECT_EQ(textOf(realRow(1e300), style), "1e+300");
 }
 
 TEST(RowText, ANumberWithAChoiceIsShownByItsLabel) {
@@ -61,97 +64,63 @@ TEST(RowText, ANumberWithAChoiceIsShownByItsLabel) {
   row.value.lVal = 25;
   row.choiceValues.push_back(25);
   row.choiceNames.push_back(CStdStr<wchar_t>(L"0.25 mm"));
-  EXPECT_EQ(valueText(row, style), "0.25 mm");
+  EXPECT_EQ(textOf(row, style), "0.25 mm");
   row.value.lVal = 30;
-  EXPECT_EQ(valueText(row, style), "30");
+  EXPECT_EQ(textOf(row, style), "30");
 }
 
 TEST(RowText, IntegersOfEveryWidthKeepTheirSign) {
   PROPINFO row = rowOf(VT_I2);
   row.value.iVal = -5;
-  EXPECT_EQ(valueText(row, style), "-5");
+  EXPECT_EQ(textOf(row, style), "-5");
   row = rowOf(VT_UI1);
   row.value.bVal = 200;
-  EXPECT_EQ(valueText(row, style), "200");
+  EXPECT_EQ(textOf(row, style), "200");
   row = rowOf(VT_I8);
   row.value.llVal = -5000000000;
-  EXPECT_EQ(valueText(row, style), "-5000000000");
+  EXPECT_EQ(textOf(row, style), "-5000000000");
   row = rowOf(VT_UI8);
   row.value.ullVal = 18446744073709551615ULL;
-  EXPECT_EQ(valueText(row, style), "18446744073709551615");
+  EXPECT_EQ(textOf(row, style), "18446744073709551615");
 }
 
 TEST(RowText, FlagsAreYesOrNo) {
   PROPINFO row = rowOf(VT_BOOL);
   row.value.boolVal = VARIANT_TRUE;
-  EXPECT_EQ(valueText(row, style), "Yes");
+  EXPECT_EQ(textOf(row, style), "Yes");
   row.value.boolVal = VARIANT_FALSE;
-  EXPECT_EQ(valueText(row, style), "No");
+  EXPECT_EQ(textOf(row, style), "No");
 }
 
 TEST(RowText, TextsStandOnOneLine) {
   PROPINFO row = rowOf(VT_BSTR);
   row.value.bstrVal = SysAllocString(L"a\nb");
-  EXPECT_EQ(valueText(row, style), "a\u21B5b");
-  EXPECT_EQ(rowJson(row, style)["value"], "a\nb");
+  EXPECT_EQ(textOf(row, style), "a\u21B5b");
+  EXPECT_EQ(Row(row).plain(), PlainValue(std::string("a\nb"))) << "as it is";
   VariantClear(&row.value);
   row = rowOf(VT_BSTR);
-  EXPECT_EQ(valueText(row, style), "");
+  EXPECT_EQ(textOf(row, style), "");
 }
 
-TEST(RowText, AVaryingRowSaysSoAndKeepsItsValueInJson) {
+TEST(RowText, AVaryingRowSaysSoAndKeepsItsValue) {
   PROPINFO row = realRow(1.5);
   row.isVaries = true;
-  EXPECT_EQ(valueText(row, style), "*VARIES*");
-  EXPECT_EQ(rowJson(row, style)["value"], 1.5);
-  EXPECT_EQ(rowJson(row, style)["text"], "*VARIES*");
+  EXPECT_EQ(textOf(row, style), "*VARIES*");
+  EXPECT_EQ(Row(row).plain(), PlainValue(1.5));
 }
 
 TEST(RowText, AValueThatIsMissingIsNothing) {
-  EXPECT_EQ(valueText(rowOf(VT_EMPTY), style), "");
-  EXPECT_TRUE(rowJson(rowOf(VT_EMPTY), style)["value"].is_null());
-  EXPECT_EQ(valueText(rowOf(VT_DISPATCH), style), "");
-  EXPECT_EQ(valueText(rowOf(VT_USERDEFINED), style), "");
+  EXPECT_EQ(textOf(rowOf(VT_EMPTY), style), "");
+  EXPECT_EQ(plainOf(VT_EMPTY), PlainValue());
+  EXPECT_EQ(textOf(rowOf(VT_DISPATCH), style), "");
+  EXPECT_EQ(textOf(rowOf(VT_USERDEFINED), style), "");
 }
 
-TEST(RowText, JsonHasEveryFieldOfTheRecordUnderItsOwnName) {
-  const std::set<std::string> fields = {
-      "clsid",       "pDispatch",        "dispId",       "name",         "description",   "displayName",
-      "value",       "categoryId",       "categoryName", "isElement",    "elementCookie", "hasChoices",
-      "choiceNames", "choiceValues",     "isWritable",   "isEditable",   "isVaries",      "customType",
-      "groupCount",  "elementGrouping",  "weight",       "sortByCookie", "objectId",      "valueType",
-      "hasValue",    "pDynamicProperty", "dynSources",   "choiceReals",  "text"};
-  std::set<std::string> found;
-  const nlohmann::ordered_json json = rowJson(realRow(1.0), style);
-  for (const auto& [name, value] : json.items())
-    found.insert(name);
-  EXPECT_EQ(found, fields);
+TEST(RowText, AnotherValueIsShownAsTheRowsOwn) {
+  PROPINFO record = realRow(0.0, PropertyKind::angle);
+  record.isVaries = true;
+  EXPECT_EQ(Row(record).textOf(Value::ofReal(std::numbers::pi), style), "180.0\u00B0");
+  EXPECT_EQ(Row(record).textOf(Value(), style), "");
 }
 
-TEST(RowText, ClassIdsAreWrittenInTheUsualWay) {
-  EXPECT_EQ(guidText(GUID{0x01020304, 0x0506, 0x0708, {9, 10, 11, 12, 13, 14, 15, 16}}),
-            "01020304-0506-0708-090A-0B0C0D0E0F10");
-}
-
-TEST(RowText, ThePrecisionComesFromTheHeader) {
-  const auto drawing = Drawing::parse(drawingOf({{"0"}}, ""), "a.dxf");
-  EXPECT_EQ(numberStyleOf(*drawing).lengthPlaces, 3);
-  EXPECT_EQ(numberStyleOf(*drawing).anglePlaces, 1);
-  const auto silent =
-      Drawing::parse(pairs({{0, "SECTION"}, {2, "ENTITIES"}, {0, "ENDSEC"}, {0, "EOF"}}), "b.dxf");
-  EXPECT_EQ(numberStyleOf(*silent).lengthPlaces, 4);
-}
-
-TEST(RowText, APrecisionBeyondReasonIsCutBack) {
-  const std::string text = pairs({{0, "SECTION"},
-                                  {2, "HEADER"},
-                                  {9, "$LUPREC"},
-                                  {70, "9999"},
-                                  {9, "$AUPREC"},
-                                  {70, "-3"},
-                                  {0, "ENDSEC"},
-                                  {0, "EOF"}});
-  const auto drawing = Drawing::parse(text, "a.dxf");
-  EXPECT_EQ(numberStyleOf(*drawing).lengthPlaces, 8);
-  EXPECT_EQ(numberStyleOf(*drawing).anglePlaces, 0);
-}
+}  // namespace velt::palette

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-using namespace velt::tool;
+using namespace velt::palette;
 using testing::ElementsAre;
 
 namespace {

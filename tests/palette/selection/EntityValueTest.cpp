@@ -1,66 +1,77 @@
 #include "palette/selection/EntityValue.h"
 
-#include <gtest/gtest.h>
+#include "host/palette/IDynamicProperty2.h"
+#include "host/palette/IOPMPropertyExpander.h"
+#include "tests/palette/Stage.h"
+#include "tests/support/Row.h"
+#include "tests/support/ToyDynamicProperty.h"
 
-#include <memory>
-#include <vector>
-
-#include "embedded/database/Drawing.h"
-#include "holders/VariantHolder.h"
-#include "palette/Palette.h"
-#include "tests/tool/Drawings.h"
-
-using namespace velt::tool;
-using namespace velt::tests;
-using velt::database::Drawing;
-
+namespace velt::palette {
 namespace {
 
-class EntityValue : public testing::Test {
+class EntityValue : public Stage {
  protected:
-  PROPINFO row(const wchar_t* shown) {
-    for (const PROPINFO& row : rows_) {
-      if (row.displayName == CStdStr<wchar_t>(shown)) return row;
-    }
-    throw std::logic_error("no such row");
+  EntityValue() {
+    object.property(4, L"Text").holds(toys::text(L"hello"));
+    object.property(5, L"Start").element(7, L"X", toys::r8(1.5));
+    object.objectId = entity(0).data.objectId();
+    entry.pUnknown = object.unknown();
+    entry.pDispatch = object.dispatch();
+    property.value = toys::text(L"oak");
+    host.mark();
   }
+  PlainValue valueOf(const PROPINFO& record, std::size_t index = 0) {
+    PlainValue value = entityValue(record, entry, index).plain();
+    EXPECT_EQ(host.balance(), "balanced");
+    return value;
+  }
+  static PlainValue text(const char* value) { return std::string(value); }
 
-  std::unique_ptr<Drawing> drawing_ = Drawing::parse(
-      drawingOf({{"0"}, {"Walls"}}, line("2F", "Walls", 0.1) + line("30", "0", 20.0)), "house.dxf");
-  Palette palette{{drawing_->entities().begin(), drawing_->entities().end()}};
-  const TqVector<PROPINFO>& rows_ = palette.query();
+  toys::ToyObject& object = add();
+  toys::ToyDynamicProperty property{host, "property"};
+  VeltPropData entry{};
+  const PROPINFO whole = toys::Row(L"Text").dispId(4);
+  const PROPINFO element = toys::Row(L"Start").dispId(5).element(7);
+  const PROPINFO dynamic =
+      toys::Row(L"Wood").dynamic(property.unknown()).source(object.unknown(), property.unknown());
 };
 
-velt::holders::VariantHolder real(double number) {
-  velt::holders::VariantHolder made;
-  made.get().vt = VT_R8;
-  made.get().dblVal = number;
-  return made;
-}
-
-}  // namespace
-
-TEST_F(EntityValue, IsTheEntitysOwnAlsoWhereTheRowVaries) {
-  EXPECT_EQ(entityValue(row(L"Layer"), palette.entry(0), 0), L"\"Walls\"");
-  EXPECT_EQ(entityValue(row(L"Layer"), palette.entry(1), 1), L"\"0\"");
+TEST_F(EntityValue, IsWhatTheEntitysObjectAnswers) {
+  EXPECT_EQ(valueOf(whole), text("hello"));
 }
 
 TEST_F(EntityValue, OfAnElementIsTheElements) {
-  EXPECT_EQ(entityValue(row(L"End X"), palette.entry(0), 0), comparable(real(0.1).get()));
-  EXPECT_EQ(entityValue(row(L"End X"), palette.entry(1), 1), L"20");
+  EXPECT_EQ(valueOf(element), PlainValue(1.5));
 }
 
-TEST_F(EntityValue, IsComparedInFullPrecision) {
-  EXPECT_NE(comparable(real(0.1).get()), comparable(real(0.1 + 1e-16).get()));
+TEST_F(EntityValue, OfADynamicRowIsThePropertysForThisEntity) {
+  EXPECT_EQ(valueOf(dynamic), text("oak"));
+  EXPECT_EQ(host.log.only({"GetCurrentValueData"}), toys::Lines{"GetCurrentValueData(object0) on property"});
+  EXPECT_EQ(valueOf(dynamic, 1), PlainValue()) << "the row has no property of a second entity";
 }
 
-TEST_F(EntityValue, OfNothingIsEmpty) {
-  const velt::holders::VariantHolder none;
-  EXPECT_EQ(comparable(none.get()), L"");
+TEST_F(EntityValue, OfAPropertyOfTheOlderGenerationIsAskedByTheEntitysId) {
+  property.withhold(IID_IDynamicProperty2);
+  EXPECT_EQ(valueOf(dynamic), text("oak"));
+  EXPECT_EQ(host.log.only({"GetCurrentValueData"}), toys::Lines{"GetCurrentValueData(id 100) on property"});
 }
 
-TEST_F(EntityValue, ARefusalHasAReason) {
-  velt::holders::VariantHolder value = real(1.0);
-  EXPECT_NE(reasonOfRefusal(row(L"Handle"), palette.entry(0), value.get()), "");
-  EXPECT_NE(reasonOfRefusal(row(L"Normal X"), palette.entry(0), value.get()), "");
+TEST_F(EntityValue, IsNothingWhereTheEntityGivesNone) {
+  EXPECT_EQ(valueOf(toys::Row(L"Unknown").dispId(99)), PlainValue());
+  object.withhold(IID_IOPMPropertyExpander);
+  EXPECT_EQ(valueOf(element), PlainValue());
+  property.withhold(IID_IDynamicProperty2);
+  property.withhold(IID_IDynamicProperty);
+  EXPECT_EQ(valueOf(dynamic), PlainValue());
+  entry.pDispatch = nullptr;
+  EXPECT_EQ(valueOf(whole), PlainValue());
 }
+
+TEST_F(EntityValue, WhatAFailingCallLeftIsNoValue) {
+  host.on("Invoke(4").workThenReturn(E_FAIL);
+  EXPECT_EQ(entityValue(whole, entry, 0).plain(), PlainValue());
+  EXPECT_EQ(host.balance(), "BSTR +1") << "it was not handed over";
+}
+
+}  // namespace
+}  // namespace velt::palette

@@ -1,75 +1,160 @@
-#include "palette/Palette.h"
+#include "host/com/ComError.h"
+#include "tests/palette/Stage.h"
 
-#include <gtest/gtest.h>
-
-#include "embedded/database/Drawing.h"
-#include "tests/tool/Drawings.h"
-#include "tool/Failure.h"
-
-using namespace velt::tool;
-using namespace velt::tests;
-using velt::database::Drawing;
-
+namespace velt::palette {
 namespace {
 
-std::unique_ptr<Drawing> twoLinesAndACircle() {
-  return Drawing::parse(
-      drawingOf({{"0"}, {"Walls"}}, line("2F", "Walls") + line("30", "Walls", 20.0) + circle("31", "0")),
-      "house.dxf");
-}
+using testing::ElementsAre;
+using testing::IsEmpty;
+using toys::Lines;
 
-std::vector<VkDbObjectId> idsOf(const Drawing& drawing) {
-  return {drawing.entities().begin(), drawing.entities().end()};
-}
-
-const PROPINFO* rowNamed(const TqVector<PROPINFO>& rows, const wchar_t* name) {
-  for (const PROPINFO& row : rows) {
-    if (row.name == CStdStr<wchar_t>(name)) return &row;
+class SelectionTest : public Stage {
+ protected:
+  std::vector<std::string> labels(const std::vector<Row>& rows) {
+    std::vector<std::string> made;
+    for (const Row& row : rows)
+      made.push_back(row.label());
+    return made;
   }
-  return nullptr;
+};
+
+TEST_F(SelectionTest, ItsRowsAreThoseThatAllEntitiesHave) {
+  addCircle(1.5).property(9, L"Area").returns(VT_R8).holds(toys::r8(7.0));
+  addCircle(2.5);
+  host.mark();
+  {
+    Selection selection(ids());
+    EXPECT_EQ(selection.size(), 2U);
+    EXPECT_EQ(selection.entity(1), entity(1).data.objectId());
+    EXPECT_THAT(selection.rows(), IsEmpty()) << "not before they are asked for";
+    EXPECT_THAT(labels(selection.query()), ElementsAre("Radius"));
+    EXPECT_TRUE(selection.rows()[0].isVarying());
+    EXPECT_EQ(selection.rows()[0].text(), variesText);
+    EXPECT_EQ(selection.rows()[0].plain(), PlainValue(1.5));
+  }
+  EXPECT_EQ(host.balance(), "balanced");
+}
+
+TEST_F(SelectionTest, TheRowsStandInDisplayOrder) {
+  toys::ToyObject& object = addCircle(1.0);
+  object.property(5, L"First").returns(VT_R8).holds(toys::r8(1)).weighs(1);
+  object[4].weighs(2);
+  Selection selection(ids());
+  EXPECT_THAT(labels(selection.query()), ElementsAre("First", "Radius"));
+}
+
+TEST_F(SelectionTest, AnEmptySelectionHasNoRowsAndNeedsNoCom) {
+  host.log.clear();
+  {
+    Selection selection(ids());
+    EXPECT_THAT(selection.query(), IsEmpty());
+  }
+  EXPECT_THAT(host.log.all(), IsEmpty());
+}
+
+TEST_F(SelectionTest, AnotherQueryGivesBackTheValuesOfTheOneBefore) {
+  add().property(4, L"Text").returns(VT_BSTR).holds(toys::text(L"one"));
+  Selection selection(ids());
+  selection.query();
+  host.mark();
+  entity(0).object[4].holds(toys::text(L"two"));
+  EXPECT_EQ(selection.query()[0].text(), "two");
+  EXPECT_EQ(host.balance(), "balanced");
+}
+
+TEST_F(SelectionTest, AnEntityThatCannotBeHadEndsTheSetUpAndEverythingIsGivenBack) {
+  addCircle(1.0);
+  std::vector<VkDbObjectId> two = ids();
+  two.push_back(VkDbObjectId().setFromOldId(999));
+  host.mark();
+  host.log.clear();
+  EXPECT_EQ(errorOf([&] { Selection selection(two); }),
+            "the selection cannot be set up: " + toUtf8(message(errors::message::instanceCreation)));
+  EXPECT_EQ(host.balance(), "balanced");
+  EXPECT_EQ(host.log.count("CoUninitialize"), 1);
+}
+
+TEST_F(SelectionTest, WhereComDoesNotStartItIsNotEnded) {
+  addCircle(1.0);
+  host.on("CoInitialize").fail();
+  host.log.clear();
+  EXPECT_EQ(errorOf([&] { Selection selection(ids()); }),
+            "the selection cannot be set up: " + toUtf8(message(errors::message::comInitialisation)));
+  EXPECT_EQ(host.log.count("CoUninitialize"), 0);
+}
+
+TEST_F(SelectionTest, AQueryThatFailsTellsTheLayersMessageAndLeavesNoRows) {
+  addCircle(1.0);
+  Selection selection(ids());
+  selection.query();
+  getTqPROPINFOCache()->clear();
+  host.on("GetTypeInfo(").fail();
+  EXPECT_EQ(errorOf([&] { selection.query(); }),
+            "the properties cannot be read: " + toUtf8(message(errors::message::typeInfoFailed)));
+  EXPECT_THAT(selection.rows(), IsEmpty());
+}
+
+TEST_F(SelectionTest, ARowIsFoundByNameAndElseSaidToBeMissing) {
+  toys::ToyObject& object = addCircle(1.0);
+  object.property(5, L"X").returns(VT_R8).holds(toys::r8(1)).labelled(L"Vertex");
+  object.property(6, L"Y").returns(VT_R8).holds(toys::r8(2)).labelled(L"Vertex");
+  Selection selection(ids());
+  selection.query();
+  EXPECT_EQ(selection.row("radius").name(), "Radius");
+  EXPECT_EQ(errorOf([&] { selection.row("Colour"); }), "the selection has no property Colour");
+  EXPECT_EQ(errorOf([&] { selection.row("Vertex"); }), "Vertex is the name of 2 properties");
+}
+
+TEST_F(SelectionTest, EveryEntityHasItsOwnValue) {
+  addCircle(1.5);
+  addCircle(2.5);
+  Selection selection(ids());
+  const Row row = selection.query()[0];
+  EXPECT_EQ(selection.value(row, 0).plain(), PlainValue(1.5));
+  EXPECT_EQ(selection.value(row, 1).plain(), PlainValue(2.5));
+  const std::vector<Value> all = selection.values(row);
+  ASSERT_EQ(all.size(), 2U);
+  EXPECT_EQ(all[1].plain(), PlainValue(2.5));
+  EXPECT_THROW(selection.value(row, 2), std::out_of_range);
+}
+
+TEST_F(SelectionTest, AHostThatThrowsWhileAValueIsReadIsAnError) {
+  addCircle(1.5);
+  Selection selection(ids());
+  const Row row = selection.query()[0];
+  host.on("Invoke(4, get").raise(L"no connection");
+  EXPECT_EQ(errorOf([&] { selection.value(row, 0); }), "no connection");
+  EXPECT_EQ(errorOf([&] { selection.values(row); }), "no connection");
+}
+
+TEST_F(SelectionTest, MovesWithItsRows) {
+  addCircle(1.5);
+  toys::ToyObject& other = add();
+  other.property(5, L"Length").returns(VT_BSTR).holds(toys::text(L"long"));
+  const std::vector<VkDbObjectId> owned = ids();
+  const std::span<const VkDbObjectId> all = owned;
+  host.mark();
+  {
+    Selection first(all.first(1));
+    first.query();
+    Selection second(std::move(first));
+    EXPECT_THAT(labels(second.rows()), ElementsAre("Radius"));
+    Selection third(all.last(1));
+    third.query();
+    second = std::move(third);
+    EXPECT_EQ(second.rows()[0].text(), "long");
+    EXPECT_EQ(second.query()[0].text(), "long");
+    EXPECT_EQ(second.entity(0), all[1]);
+  }
+  EXPECT_EQ(host.balance(), "balanced");
+}
+
+TEST_F(SelectionTest, AnObjectThatDoesNotWantToEndDoesNotEndTheProgram) {
+  addCircle(1.5);
+  host.log.clear();
+  { Selection selection(ids()); }
+  EXPECT_EQ(host.log.count("CoUninitialize"), 1);
 }
 
 }  // namespace
-
-TEST(Palette, TheRowsOfASelectionAreMerged) {
-  const auto drawing = twoLinesAndACircle();
-  Palette palette(idsOf(*drawing));
-  const TqVector<PROPINFO>& rows = palette.query();
-  ASSERT_NE(rowNamed(rows, L"Layer"), nullptr);
-  EXPECT_TRUE(rowNamed(rows, L"Layer")->isVaries);
-  EXPECT_EQ(rowNamed(rows, L"Radius"), nullptr);
-}
-
-TEST(Palette, TheRowsStandInDisplayOrder) {
-  const auto drawing = twoLinesAndACircle();
-  Palette palette(idsOf(*drawing));
-  const TqVector<PROPINFO>& rows = palette.query();
-  for (std::uint32_t i = 1; i < rows.length(); ++i)
-    EXPECT_LE(rows[i - 1].weight, rows[i].weight);
-}
-
-TEST(Palette, AnEmptySelectionHasNoRows) {
-  Palette palette({});
-  EXPECT_TRUE(palette.query().isEmpty());
-}
-
-TEST(Palette, AnEntityThatIsGoneEndsTheSetUpWithTheLayersMessage) {
-  VkDbObjectId gone;
-  {
-    const auto drawing = twoLinesAndACircle();
-    gone = drawing->entities()[0];
-  }
-  try {
-    Palette palette({gone});
-    FAIL() << "a stale entity was accepted";
-  } catch (const Failure& failure) {
-    EXPECT_NE(std::string(failure.what()).find("the selection cannot be set up: "), std::string::npos);
-  }
-}
-
-TEST(Palette, ASecondQueryGivesTheSameRows) {
-  const auto drawing = twoLinesAndACircle();
-  Palette palette(idsOf(*drawing));
-  const std::uint32_t first = palette.query().length();
-  EXPECT_EQ(palette.query().length(), first);
-}
+}  // namespace velt::palette

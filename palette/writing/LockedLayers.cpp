@@ -1,0 +1,35 @@
+#include "holders/OpenObjectHolder.h"
+#include "host/database/OpenObject.h"
+#include "palette/Palette.h"
+#include "palette/support/HostCalls.h"
+
+namespace velt::palette {
+
+namespace {
+
+using holders::OpenObjectHolder;
+
+// Null when it cannot be told.
+VkDbObjectId layerOf(VkDbObjectId id) {
+  OpenObjectHolder<VkDbEntity> entity;
+  const Velt::ErrorStatus opened = vkdbOpenObject(*entity.put(), id, VkDb::kForRead);
+  return opened == Velt::eOk && entity ? entity->layerId() : VkDbObjectId();
+}
+
+bool isLocked(VkDbObjectId id) {
+  OpenObjectHolder<VkDbLayerTableRecord> layer;
+  const Velt::ErrorStatus opened =
+      vkdbOpenObject<VkDbLayerTableRecord>(*layer.put(), id, VkDb::kForRead, false);
+  return opened == Velt::eOk && layer && layer->isLocked();
+}
+
+}  // namespace
+
+bool isOnLockedLayer(VkDbObjectId entity) {
+  return orError([&] {
+    const VkDbObjectId layer = layerOf(entity);
+    return !layer.isNull() && isLocked(layer);
+  });
+}
+
+}  // namespace velt::palette

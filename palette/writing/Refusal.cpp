@@ -1,0 +1,68 @@
+#include "palette/writing/Refusal.h"
+
+#include <fmt/format.h>
+
+#include "holders/InterfaceHolder.h"
+#include "holders/StringHolder.h"
+#include "host/com/ComRuntime.h"
+#include "host/palette/IOPMPropertyExpander.h"
+#include "palette/Palette.h"
+#include "palette/support/HostCalls.h"
+
+namespace velt::palette {
+
+namespace {
+
+using holders::StringHolder;
+
+std::string textOf(HRESULT result) {
+  switch (result) {
+    case E_INVALIDARG:
+      return "the value is not allowed";
+    case DISP_E_TYPEMISMATCH:
+      return "the value is of the wrong kind";
+    case DISP_E_OVERFLOW:
+      return "the value is out of range";
+    case DISP_E_MEMBERNOTFOUND:
+    case DISP_E_UNKNOWNNAME:
+      return "the entity has no such property";
+    case E_ACCESSDENIED:
+      return "the entity may not be changed";
+    default:
+      return fmt::format("refused with result {:08X}", static_cast<std::uint32_t>(result));
+  }
+}
+
+std::string reasonOfElement(const PROPINFO& row, const VeltPropData& entry, VARIANT value) {
+  holders::InterfaceHolder<IOPMPropertyExpander> expander;
+  if (FAILED(holders::query(entry.pUnknown, IID_IOPMPropertyExpander, expander)))
+    return "the entity has no elements to write";
+  return textOf(expander->SetElementValue(row.dispId, row.elementCookie, value));
+}
+
+std::string reasonOfWhole(const PROPINFO& row, const VeltPropData& entry, VARIANT value) {
+  if (entry.pDispatch == nullptr) return textOf(DISP_E_MEMBERNOTFOUND);
+  DISPID named = DISPID_PROPERTYPUT;
+  DISPPARAMS parameters{&value, &named, 1, 1};
+  EXCEPINFO exception{};
+  const HRESULT result =
+      entry.pDispatch->Invoke(row.dispId, GUID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &parameters,
+                              nullptr, &exception, nullptr);
+  const StringHolder source = StringHolder::owning(exception.bstrSource);
+  const StringHolder description = StringHolder::owning(exception.bstrDescription);
+  const StringHolder helpFile = StringHolder::owning(exception.bstrHelpFile);
+  const std::string told = description ? oneLine(description.get()) : "";
+  return told.empty() ? textOf(result) : told;
+}
+
+}  // namespace
+
+std::string reasonOfRefusal(const PROPINFO& row, const VeltPropData& entry, const VARIANT& value) {
+  try {
+    return orError([&] { return (row.isElement ? reasonOfElement : reasonOfWhole)(row, entry, value); });
+  } catch (const Error& error) {
+    return error.what();
+  }
+}
+
+}  // namespace velt::palette

@@ -1,0 +1,160 @@
+#include "tests/palette/Stage.h"
+#include "tests/support/ToyDynamicProperty.h"
+#include "tests/support/ToySourceRegistry.h"
+
+namespace velt::palette {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using toys::r8;
+using enum Fate;
+
+class Writing : public Stage {
+ protected:
+  // Entities of which each has another radius; all take 7.
+  void addCircles(int count) {
+    for (int i = 0; i < count; ++i)
+      takes(addCircle(i + 1.0), 4, r8(7));
+  }
+  Report write(const WriteOptions& options = {}) {
+    Selection selection(ids());
+    selection.query();
+    return selection.write(selection.row("Radius"), Value::ofReal(7), options);
+  }
+};
+
+TEST_F(Writing, TellsOfEachEntityWhetherItChanged) {
+  addCircles(2);
+  takes(addCircle(7), 4, r8(7));
+  host.mark();
+  const Report report = write();
+  EXPECT_THAT(report.fates, ElementsAre(changed, changed, unchanged));
+  EXPECT_THAT(report.reasons, IsEmpty());
+  EXPECT_EQ(report.message, "");
+  EXPECT_EQ(host.balance(), "balanced");
+}
+
+TEST_F(Writing, TellsTheLockedOnesFromThoseThatCannotBeOpened) {
+  addCircles(4);
+  entity(1).data.layer = lockedLayer.objectId();
+  entity(2).data.layer = VkDbObjectId();
+  EXPECT_THAT(write().fates, ElementsAre(changed, locked, skipped, changed));
+}
+
+TEST_F(Writing, EndsAtARefusalAndHasItsReason) {
+  addCircles(4);
+  host.on("Invoke(4, put VT_R8 7 named -3, locale 0x807, result VT_R8) on object1").fail(E_INVALIDARG);
+  host.on("Invoke(4, put VT_R8 7 named -3, locale 0x400").fail(E_INVALIDARG);
+  const Report report = write();
+  EXPECT_THAT(report.fates, ElementsAre(changed, refused, notReached, notReached));
+  EXPECT_THAT(report.reasons, ElementsAre(std::pair(1, "the value is not allowed")));
+  EXPECT_THAT(write({.keepGoing = true}).fates, ElementsAre(unchanged, refused, changed, changed));
+}
+
+TEST_F(Writing, HasTheLayersMessageOfTheLastRefusal) {
+  addCircles(1);
+  Selection selection(ids());
+  selection.query();
+  entity(0).object.dispIds.erase(L"Radius");
+  host.texts[errors::message::nameNotFound] = L"no %s";
+  EXPECT_EQ(selection.write(selection.rows()[0], Value::ofReal(7)).message, "no Radius");
+}
+
+TEST_F(Writing, WritesTheElementOfTheRow) {
+  toys::ToyObject& object = add();
+  object.property(5, L"Start")
+      .returns(VT_VARIANT)
+      .element(1, L"X", r8(1))
+      .element(2, L"Y", r8(2))
+      .editable(1);
+  Selection selection(ids());
+  ASSERT_EQ(selection.query().size(), 2U);
+  host.log.clear();
+  selection.write(selection.rows()[1], Value::ofReal(7));
+  EXPECT_THAT(host.log.only({"SetElementValue"}),
+              ElementsAre("SetElementValue(5, cookie 2, VT_R8 7) on object0"));
+}
+
+TEST_F(Writing, TellsHowFarItIsAndEndsWhenToldSo) {
+  addCircle(1);
+  Selection selection(std::vector<VkDbObjectId>(2500, ids()[0]));
+  const Row row = selection.query()[0];
+  std::vector<std::size_t> told;
+  const auto goOn = [&](std::size_t done, std::size_t total) {
+    EXPECT_EQ(total, 2500U);
+    told.push_back(done);
+    return true;
+  };
+  const Report whole = selection.write(row, Value::ofReal(7), {.progress = goOn});
+  EXPECT_THAT(told, ElementsAre(1000, 2000, 2500));
+  EXPECT_EQ(whole.count(notReached), 0U);
+
+  const auto stopAt2000 = [](std::size_t done, std::size_t) { return done < 2000; };
+  const Report cut = selection.write(row, Value::ofReal(7), {.progress = stopAt2000});
+  EXPECT_EQ(cut.count(notReached), 500U);
+  EXPECT_EQ(cut.fates[1999], unchanged);
+  EXPECT_EQ(cut.fates[2000], notReached);
+}
+
+TEST_F(Writing, AHostThatThrowsDoesNotHideWhatBecameOfTheOthers) {
+  addCircles(2);
+  Selection selection(ids());
+  selection.query();
+  host.on("Invoke(4, get, locale 0x400, result VT_EMPTY) on object0").raise(L"no connection");
+  EXPECT_THAT(selection.write(selection.rows()[0], Value::ofReal(7)).fates, ElementsAre(unchanged, changed));
+}
+
+// --- dynamic rows ----------------------------------------------------------------------------------------------
+
+// References to one dynamic block with the property Wood.
+class WritingDynamic : public Writing {
+ protected:
+  WritingDynamic() {
+    for (int i = 0; i < 3; ++i) {
+      addCircle(1);
+      entity(static_cast<std::size_t>(i)).data.original.setFromOldId(500);
+    }
+    entity(2).data.layer = lockedLayer.objectId();
+    for (Entity& made : entities)
+      made.object.objectId = made.data.objectId();
+    wood.displayName = L"Wood";
+    wood.value = toys::ToyValue(toys::i4(1));
+    source.properties = {wood.unknown()};
+    registry.add(L"Woods", &source);
+  }
+  Report writeWood(std::int32_t number) {
+    Selection selection(ids());
+    selection.query();
+    return selection.write(selection.row("Wood"), Value::ofInteger(number));
+  }
+
+  toys::ToySourceRegistry registry{host};
+  toys::ToyPropertySource source{host, "source"};
+  toys::ToyDynamicProperty wood{host, "wood"};
+};
+
+TEST_F(WritingDynamic, TheValuesTellWhatBecameOfEachEntity) {
+  host.on("SetCurrentValueData(object0").first([&] { wood.value = toys::ToyValue(toys::i4(2)); });
+  EXPECT_THAT(writeWood(2).fates, ElementsAre(changed, changed, changed));
+  EXPECT_THAT(writeWood(2).fates, ElementsAre(unchanged, unchanged, unchanged));
+}
+
+TEST_F(WritingDynamic, AValueThatDoesNotComeBackIsRefusedOrLocked) {
+  const Report report = writeWood(2);
+  EXPECT_THAT(report.fates, ElementsAre(refused, refused, locked));
+  EXPECT_EQ(report.reasons.at(1), "the property does not take the value");
+  EXPECT_FALSE(report.reasons.contains(2));
+}
+
+TEST_F(WritingDynamic, EveryEntityIsWrittenOnce) {
+  host.log.clear();
+  writeWood(2);
+  EXPECT_THAT(host.log.only({"SetCurrentValueData"}),
+              ElementsAre("SetCurrentValueData(object0, VT_I4 2) on wood",
+                          "SetCurrentValueData(object1, VT_I4 2) on wood",
+                          "SetCurrentValueData(object2, VT_I4 2) on wood"));
+}
+
+}  // namespace
+}  // namespace velt::palette

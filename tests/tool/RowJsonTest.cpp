@@ -1,0 +1,79 @@
+#include "tool/RowJson.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "embedded/database/Drawing.h"
+#include "tests/tool/Drawings.h"
+
+using namespace velt::tool;
+using namespace velt::tests;
+using velt::database::Drawing;
+using velt::palette::PlainValue;
+using velt::palette::Row;
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+PROPINFO record() {
+  PROPINFO made;
+  made.clsid = GUID{0x01020304, 0x0506, 0x0708, {9, 10, 11, 12, 13, 14, 15, 16}};
+  made.dispId = 4;
+  made.customType = PropertyKind::none;
+  made.displayName = L"a\nb";
+  made.value.vt = VT_R8;
+  made.value.dblVal = 1.5;
+  return made;
+}
+
+}  // namespace
+
+TEST(RowJson, AValueIsTheNaturalOne) {
+  EXPECT_EQ(valueJson(PlainValue()), Json(nullptr));
+  EXPECT_EQ(valueJson(true), Json(true));
+  EXPECT_EQ(valueJson(std::int64_t{-5}), Json(-5));
+  EXPECT_EQ(valueJson(std::uint64_t{18446744073709551615ULL}).dump(), "18446744073709551615");
+  EXPECT_EQ(valueJson(1.5), Json(1.5));
+  EXPECT_EQ(valueJson(std::string("x")), Json("x"));
+}
+
+TEST(RowJson, HasEveryFieldOfTheRecordUnderItsOwnNameAndItsText) {
+  const PROPINFO row = record();
+  const std::vector<std::string> expected = {
+      "clsid",       "pDispatch",        "dispId",       "name",         "description",   "displayName",
+      "value",       "categoryId",       "categoryName", "isElement",    "elementCookie", "hasChoices",
+      "choiceNames", "choiceValues",     "isWritable",   "isEditable",   "isVaries",      "customType",
+      "groupCount",  "elementGrouping",  "weight",       "sortByCookie", "objectId",      "valueType",
+      "hasValue",    "pDynamicProperty", "dynSources",   "choiceReals",  "text"};
+  std::vector<std::string> found;
+  const Json json = rowJson(Row(row), {3, 1});
+  for (const auto& [name, value] : json.items())
+    found.push_back(name);
+  EXPECT_EQ(found, expected);
+  EXPECT_EQ(json["clsid"], "01020304-0506-0708-090A-0B0C0D0E0F10");
+  EXPECT_EQ(json["displayName"], "a\nb");
+  EXPECT_EQ(json["value"], 1.5);
+  EXPECT_EQ(json["text"], "1.500");
+  EXPECT_EQ(json["pDispatch"], nullptr);
+  EXPECT_EQ(json["dynSources"], Json::array());
+}
+
+TEST(RowJson, AVaryingRowSaysSoAndKeepsItsValue) {
+  PROPINFO row = record();
+  row.isVaries = true;
+  EXPECT_EQ(rowJson(Row(row), {})["value"], 1.5);
+  EXPECT_EQ(rowJson(Row(row), {})["text"], "*VARIES*");
+}
+
+TEST(RowJson, AnEntityIsToldByItsHandle) {
+  const auto drawing = Drawing::parse(drawingOf({{"0"}}, line("2F", "0")), "house.dxf");
+  PROPINFO row = record();
+  row.objectId = drawing->entities()[0];
+  row.dynSources.append(DispatchDynPropSourceNode());
+  const Json json = rowJson(Row(row), {});
+  EXPECT_EQ(json["objectId"], "2F");
+  EXPECT_EQ(json["dynSources"].dump(), R"([{"pDispatch":null,"pDynamicProperty":false}])");
+}

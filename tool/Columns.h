@@ -1,0 +1,15 @@
+#pragma once
+
+// Texts in the columns of a terminal.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace velt::tool {
+
+// Columns that the text takes, counted in characters.
+std::size_t columns(std::string_view utf8);
+std::string padded(std::string_view utf8, std::size_t width);
+
+}  // namespace velt::tool
