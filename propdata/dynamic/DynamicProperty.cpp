@@ -10,7 +10,7 @@
 #include "host/palette/IDynamicProperty2.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/EntityId.h"
-#include "propdata/support/Guards.h"
+#include "propdata/support/Lists.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;

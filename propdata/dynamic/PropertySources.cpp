@@ -9,7 +9,7 @@
 #include "host/palette/PerInstanceProperties.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/EntityId.h"
-#include "propdata/support/Guards.h"
+#include "propdata/support/Lists.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;

@@ -1,7 +1,7 @@
 // The palette's query.
 
 #include "propdata/VeltPropData.h"
-#include "propdata/support/Guards.h"
+#include "propdata/support/Lists.h"
 
 using namespace velt::propdata;
 

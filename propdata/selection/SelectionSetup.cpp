@@ -7,7 +7,7 @@
 #include "host/automation/IVeltBaseObject.h"
 #include "host/automation/TqAutoCreateInstance.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/Guards.h"
+#include "propdata/support/Lists.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;

@@ -11,7 +11,7 @@
 #include "host/com/IPerPropertyBrowsing.h"
 #include "host/palette/IOPMPropertyExtension.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/Guards.h"
+#include "propdata/support/Lists.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;

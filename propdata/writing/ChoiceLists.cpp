@@ -4,7 +4,7 @@
 #include "holders/InterfaceHolder.h"
 #include "host/com/IPerPropertyBrowsing.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/Guards.h"
+#include "propdata/support/Lists.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;
