@@ -1,13 +1,13 @@
 #include "errors/LoadErrString.h"
 
+#include "errors/Guard.h"
+#include "errors/Messages.h"
+
 namespace velt::errors {
 
 HMODULE g_hPropRes = nullptr;
 
-}  // namespace velt::errors
-
-CStdStr<wchar_t> LoadErrString(int id) {
-  using velt::errors::g_hPropRes;
+CStdStr<wchar_t> loadMessage(int id) {
   constexpr INT longestMessage = 2047;
 
   // QUIRK(shared_resource_handle): messages are read from whichever library was loaded first, which is the
@@ -22,4 +22,20 @@ CStdStr<wchar_t> LoadErrString(int id) {
   [[maybe_unused]] const INT characters =
       LoadStringW(g_hPropRes, static_cast<UINT>(id), buffer, longestMessage);
   return CStdStr<wchar_t>(buffer);
+}
+
+bool failWith(CStdStr<wchar_t>& errorText, int id) {
+  errorText = loadMessage(id);
+  return false;
+}
+
+bool failWith(CStdStr<wchar_t>& errorText, int id, const CStdStr<wchar_t>& name) {
+  errorText.Format(loadMessage(id).c_str(), name);
+  return false;
+}
+
+}  // namespace velt::errors
+
+CStdStr<wchar_t> LoadErrString(int id) {
+  return velt::errors::guarded(CStdStr<wchar_t>(), [&] { return velt::errors::loadMessage(id); });
 }

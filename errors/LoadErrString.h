@@ -41,6 +41,6 @@ extern HMODULE g_hPropRes;
 
 }  // namespace velt::errors
 
-// The text of a message, at most 2,047 characters; empty when the library or the string is missing. A library that
-// could not be loaded is tried again at the next call.
+// The text of a message, at most 2,047 characters; empty when the library, the string or memory for it is missing. A
+// library that could not be loaded is tried again at the next call.
 VELT_PROPDATA_EXPORT CStdStr<wchar_t> LoadErrString(int id);

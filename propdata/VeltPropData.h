@@ -18,9 +18,9 @@
 // rows that GetPropertiesInfo hands it.
 //
 // Failures. Operations that can fail return false (or 0) and leave a text for people in an out-parameter; the
-// numbers given below are those of the message library. A host call that throws something else than described
-// passes it through. When memory runs out, the crash recorder gets status 6 and the operation returns its
-// failure value.
+// numbers given below are those of the message library. A _com_error that a host call throws ends the operation with
+// its failure value, and its description becomes the text. When memory runs out, the crash recorder gets status 6 and
+// the operation returns its failure value.
 //
 // Threads. All calls are made on the palette's thread. The only state of the layer is the cache of property
 // lists and the handle of the resource library.

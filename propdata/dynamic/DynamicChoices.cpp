@@ -1,9 +1,11 @@
 // The choices of a dynamic row.
 
+#include "errors/Guard.h"
 #include "holders/InterfaceHolder.h"
 #include "holders/StringHolder.h"
 #include "host/palette/IDynamicEnumProperty.h"
 #include "propdata/VeltPropData.h"
+#include "propdata/dynamic/Cores.h"
 #include "propdata/support/Lists.h"
 
 using namespace velt::holders;
@@ -54,21 +56,27 @@ bool readChoice(IDynamicEnumProperty& enumeration, LONG index, Choices& choices)
 
 }  // namespace
 
+namespace velt::propdata {
+
+bool fillDynamicChoices(PROPINFO& property) {
+  InterfaceHolder<IDynamicEnumProperty> enumeration;
+  if (FAILED(query(property.pDynamicProperty, IID_IDynamicEnumProperty, enumeration))) return false;
+  LONG count = 0;
+  enumeration->GetNumPropertyValues(&count);
+  // QUIRK(a_single_choice_in_the_list): one choice is enough here, although the description asks for more.
+  if (count > 0) property.hasChoices = true;
+  Choices choices;
+  for (LONG index = 0; index < count; ++index) {
+    if (!readChoice(*enumeration.get(), index, choices)) return false;
+  }
+  property.choiceNames = choices.names;
+  property.choiceValues = choices.values;
+  property.choiceReals = choices.reals;
+  return true;
+}
+
+}  // namespace velt::propdata
+
 int fillDynPropComboBox(PROPINFO& property) {
-  return orOnNoMemory(0, [&] {
-    InterfaceHolder<IDynamicEnumProperty> enumeration;
-    if (FAILED(query(property.pDynamicProperty, IID_IDynamicEnumProperty, enumeration))) return 0;
-    LONG count = 0;
-    enumeration->GetNumPropertyValues(&count);
-    // QUIRK(a_single_choice_in_the_list): one choice is enough here, although the description asks for more.
-    if (count > 0) property.hasChoices = true;
-    Choices choices;
-    for (LONG index = 0; index < count; ++index) {
-      if (!readChoice(*enumeration.get(), index, choices)) return 0;
-    }
-    property.choiceNames = choices.names;
-    property.choiceValues = choices.values;
-    property.choiceReals = choices.reals;
-    return 1;
-  });
+  return velt::errors::guarded(0, [&] { return fillDynamicChoices(property) ? 1 : 0; });
 }

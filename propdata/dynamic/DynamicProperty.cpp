@@ -1,5 +1,6 @@
 // Describing one dynamic property as a row, in both generations of the interface.
 
+#include "errors/Guard.h"
 #include "holders/InterfaceHolder.h"
 #include "holders/StringHolder.h"
 #include "host/automation/IVeltBaseObject.h"
@@ -9,15 +10,14 @@
 #include "host/palette/IDynamicProperty.h"
 #include "host/palette/IDynamicProperty2.h"
 #include "propdata/VeltPropData.h"
+#include "propdata/dynamic/Cores.h"
 #include "propdata/dynamic/EntityId.h"
-#include "propdata/support/Lists.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;
+using velt::errors::guarded;
 
 namespace {
-
-enum Described : int { skipped = 0, described = 1, noNewerInterface = 2 };
 
 template <class Getter>
 CStdStr<wchar_t> textFrom(Getter getter) {
@@ -95,23 +95,31 @@ Described describe(IDispatch* dispatch, IUnknown* object, InterfaceHolder<Proper
 
 }  // namespace
 
+namespace velt::propdata {
+
+Described describeByNewer(IDispatch* entity, IUnknown* property, PROPINFO& out) {
+  InterfaceHolder<IDynamicProperty2> newer;
+  const HRESULT queried = query(property, IID_IDynamicProperty2, newer);
+  // QUIRK(only_no_interface_falls_back): any other failure leaves the property out.
+  if (queried == E_NOINTERFACE) return noNewerInterface;
+  if (FAILED(queried)) return skipped;
+  return describe(entity, property, newer, entity, out);
+}
+
+Described describeByOlder(IDispatch* entity, IUnknown* property, PROPINFO& out) {
+  InterfaceHolder<IDynamicProperty> older;
+  if (FAILED(query(property, IID_IDynamicProperty, older))) return skipped;
+  const VkDbObjectId id = entityIdOf(entity);
+  if (id.isNull()) return skipped;
+  return describe(entity, property, older, id.asOldId(), out);
+}
+
+}  // namespace velt::propdata
+
 int GetDynamicPropertyPropInfo(IDispatch* entity, IUnknown* property, PROPINFO& out) {
-  return orOnNoMemory<int>(skipped, [&]() -> int {
-    InterfaceHolder<IDynamicProperty2> newer;
-    const HRESULT queried = query(property, IID_IDynamicProperty2, newer);
-    // QUIRK(only_no_interface_falls_back): any other failure leaves the property out.
-    if (queried == E_NOINTERFACE) return noNewerInterface;
-    if (FAILED(queried)) return skipped;
-    return describe(entity, property, newer, entity, out);
-  });
+  return guarded(skipped, [&] { return describeByNewer(entity, property, out); });
 }
 
 int GetDynamicPropertyPropInfoDefault(IDispatch* entity, IUnknown* property, PROPINFO& out) {
-  return orOnNoMemory<int>(skipped, [&]() -> int {
-    InterfaceHolder<IDynamicProperty> older;
-    if (FAILED(query(property, IID_IDynamicProperty, older))) return skipped;
-    const VkDbObjectId id = entityIdOf(entity);
-    if (id.isNull()) return skipped;
-    return describe(entity, property, older, id.asOldId(), out);
-  });
+  return guarded(skipped, [&] { return describeByOlder(entity, property, out); });
 }

@@ -1,9 +1,9 @@
 // Whether dynamic rows are shown for a selection.
 
-#include <utility>
-
+#include "errors/Guard.h"
 #include "host/database/OpenObject.h"
 #include "propdata/VeltPropData.h"
+#include "propdata/dynamic/Cores.h"
 #include "propdata/dynamic/EntityId.h"
 
 using namespace velt::propdata;
@@ -23,11 +23,13 @@ VkDbObjectId dynamicBlockOf(const VeltPropData& entry) {
 
 }  // namespace
 
-bool isAllEntitiesSameDynProp(TqVector<VeltPropData*>& selection) {
+namespace velt::propdata {
+
+bool showsDynamicRows(const TqVector<VeltPropData*>& selection) {
   if (selection.length() == 1) return true;
   bool isFirst = true;
   VkDbObjectId definition;
-  for (const VeltPropData* const entry : std::as_const(selection)) {
+  for (const VeltPropData* const entry : selection) {
     if (entry == nullptr) continue;
     const VkDbObjectId block = dynamicBlockOf(*entry);
     if (block.isNull()) return false;
@@ -36,4 +38,10 @@ bool isAllEntitiesSameDynProp(TqVector<VeltPropData*>& selection) {
     isFirst = false;
   }
   return !definition.isNull();
+}
+
+}  // namespace velt::propdata
+
+bool isAllEntitiesSameDynProp(TqVector<VeltPropData*>& selection) {
+  return velt::errors::guarded(false, [&] { return showsDynamicRows(selection); });
 }

@@ -1,5 +1,6 @@
 // The property sources of an entity's class and what they offer for the entity.
 
+#include "errors/Guard.h"
 #include "holders/InterfaceHolder.h"
 #include "holders/StringHolder.h"
 #include "holders/VariantHolder.h"
@@ -8,15 +9,14 @@
 #include "host/database/OpenObject.h"
 #include "host/palette/PerInstanceProperties.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/dynamic/EntityId.h"
+#include "propdata/dynamic/Cores.h"
 #include "propdata/support/Lists.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;
+using velt::errors::guarded;
 
 namespace {
-
-enum Enumerated : int { none = 0, enumerated = 1 };
 
 // The array in a variant when it is one of that element type; sources answer with other things too.
 SAFEARRAY* arrayOf(const VARIANT& variant, VARTYPE elementType) {
@@ -105,60 +105,72 @@ bool createFor(const Bounds& bounds, COleSafeArray& out) {
   }
 }
 
-int describeElement(IDispatch* entity, IUnknown* element, PROPINFO& row) {
-  constexpr int noNewerInterface = 2;
-  const int newer = GetDynamicPropertyPropInfo(entity, element, row);
-  return newer == noNewerInterface ? GetDynamicPropertyPropInfoDefault(entity, element, row) : newer;
+Described describeElement(IDispatch* entity, IUnknown* element, PROPINFO& row) {
+  const Described newer = describeByNewer(entity, element, row);
+  return newer == noNewerInterface ? describeByOlder(entity, element, row) : newer;
+}
+
+bool findSources(IDispatch* entity, COleSafeArray& out) {
+  InterfaceHolder<IVeltBaseObject> baseObject;
+  if (FAILED(query(entity, IID_IVeltBaseObject, baseObject))) return false;
+  VkDbObjectId id;
+  [[maybe_unused]] const HRESULT answered = baseObject->GetObjectId(&id);
+  VariantHolder names;
+  if (!readSourceNames(id, names)) return false;
+  SAFEARRAY* const array = arrayOf(names.get(), VT_BSTR);
+  if (array == nullptr) return false;
+  if (!createFor(boundsOf(array), out)) return false;
+  bool hasRegistry = true;
+  forEachIndex(array, [&](LONG index) { hasRegistry = hasRegistry && putSource(array, index, out); });
+  return hasRegistry;
+}
+
+// False when the source does not answer.
+bool appendRowsOf(IPropertySource& source, IDispatch* entity, TqVector<PROPINFO>& out) {
+  VariantHolder properties;
+  if (!handedOver(source.GetProperties(entity, properties.put()), properties)) return false;
+  if (properties.get().vt == VT_EMPTY) return false;
+  // The source answered; an answer that is not an array holds no properties.
+  SAFEARRAY* const array = objectsOf(properties.get());
+  if (array == nullptr) return true;
+  forEachIndex(array, [&](LONG index) {
+    InterfaceHolder<IUnknown> element;
+    if (!handedOver(SafeArrayGetElement(array, &index, element.put()), element) || !element) return;
+    PROPINFO row;
+    if (describeElement(entity, element.get(), row) == described) mustAppend(out, row);
+  });
+  return true;
 }
 
 }  // namespace
 
+namespace velt::propdata {
+
+bool appendDynamicRows(IDispatch* entity, TqVector<PROPINFO>& out) {
+  COleSafeArray sources;
+  if (!findSources(entity, sources)) return false;
+  SAFEARRAY* const array = arrayOf(sources, VT_UNKNOWN);
+  if (array == nullptr) return false;
+  forEachIndex(array, [&](LONG index) {
+    InterfaceHolder<IUnknown> element;
+    if (!handedOver(SafeArrayGetElement(array, &index, element.put()), element) || !element) return;
+    InterfaceHolder<IPropertySource> source;
+    if (FAILED(query(element.get(), IID_IPropertySource, source))) return;
+    [[maybe_unused]] const bool answered = appendRowsOf(*source.get(), entity, out);
+  });
+  return true;
+}
+
+}  // namespace velt::propdata
+
 int GetDynProperteySources(IDispatch* entity, COleSafeArray& out) {
-  InterfaceHolder<IVeltBaseObject> baseObject;
-  if (FAILED(query(entity, IID_IVeltBaseObject, baseObject))) return none;
-  VkDbObjectId id;
-  [[maybe_unused]] const HRESULT answered = baseObject->GetObjectId(&id);
-  VariantHolder names;
-  if (!readSourceNames(id, names)) return none;
-  SAFEARRAY* const array = arrayOf(names.get(), VT_BSTR);
-  if (array == nullptr) return none;
-  if (!createFor(boundsOf(array), out)) return none;
-  bool hasRegistry = true;
-  forEachIndex(array, [&](LONG index) { hasRegistry = hasRegistry && putSource(array, index, out); });
-  return hasRegistry ? enumerated : none;
+  return guarded(0, [&] { return findSources(entity, out) ? 1 : 0; });
 }
 
 int GetDynPropSourcePropInfo(IDispatch* entity, IPropertySource* source, TqVector<PROPINFO>& out) {
-  return orOnNoMemory<int>(none, [&]() -> int {
-    VariantHolder properties;
-    if (!handedOver(source->GetProperties(entity, properties.put()), properties)) return none;
-    if (properties.get().vt == VT_EMPTY) return none;
-    // Whatever else it is, it is an answer; only that there may be no property in it.
-    SAFEARRAY* const array = objectsOf(properties.get());
-    if (array == nullptr) return enumerated;
-    forEachIndex(array, [&](LONG index) {
-      InterfaceHolder<IUnknown> element;
-      if (!handedOver(SafeArrayGetElement(array, &index, element.put()), element) || !element) return;
-      PROPINFO row;
-      if (describeElement(entity, element.get(), row) == 1) mustAppend(out, row);
-    });
-    return enumerated;
-  });
+  return guarded(0, [&] { return appendRowsOf(*source, entity, out) ? 1 : 0; });
 }
 
 int GetDynPropSourcesPropInfo(IDispatch* entity, TqVector<PROPINFO>& out) {
-  return orOnNoMemory<int>(none, [&]() -> int {
-    COleSafeArray sources;
-    if (GetDynProperteySources(entity, sources) == none) return none;
-    SAFEARRAY* const array = arrayOf(sources, VT_UNKNOWN);
-    if (array == nullptr) return none;
-    forEachIndex(array, [&](LONG index) {
-      InterfaceHolder<IUnknown> element;
-      if (!handedOver(SafeArrayGetElement(array, &index, element.put()), element) || !element) return;
-      InterfaceHolder<IPropertySource> source;
-      if (FAILED(query(element.get(), IID_IPropertySource, source))) return;
-      [[maybe_unused]] const int answered = GetDynPropSourcePropInfo(entity, source.get(), out);
-    });
-    return enumerated;
-  });
+  return guarded(0, [&] { return appendDynamicRows(entity, out) ? 1 : 0; });
 }

@@ -1,6 +1,15 @@
 #include "propdata/VeltPropData.h"
+#include "propdata/selection/Cores.h"
+
+namespace velt::propdata {
+
+PropertyListCache& propertyListCache() {
+  static PropertyListCache cache;
+  return cache;
+}
+
+}  // namespace velt::propdata
 
 PropertyListCache* getTqPROPINFOCache() {
-  static PropertyListCache cache;
-  return &cache;
+  return &velt::propdata::propertyListCache();
 }

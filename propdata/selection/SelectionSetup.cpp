@@ -2,23 +2,20 @@
 
 #include <utility>
 
+#include "errors/Guard.h"
+#include "errors/Messages.h"
 #include "holders/InterfaceHolder.h"
 #include "holders/OpenObjectHolder.h"
 #include "host/automation/IVeltBaseObject.h"
 #include "host/automation/TqAutoCreateInstance.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/Lists.h"
 
 using namespace velt::holders;
-using namespace velt::propdata;
+using velt::errors::failWith;
+using velt::errors::guarded;
 namespace message = velt::errors::message;
 
 namespace {
-
-bool failWith(CStdStr<wchar_t>& errorText, int id) {
-  errorText = LoadErrString(id);
-  return false;
-}
 
 template <class Interface>
 void releaseAndClear(Interface*& pointer) {
@@ -54,43 +51,7 @@ bool createObject(VeltPropData& entry, CStdStr<wchar_t>& errorText) {
   return true;
 }
 
-}  // namespace
-
-bool InitializePropData(TqVector<VeltPropData*>& selection, CStdStr<wchar_t>& errorText, bool& mixedClasses) {
-  errorText = CStdStr<wchar_t>();
-  return orOnNoMemory(false, [&] {
-    if (FAILED(CoInitialize(nullptr))) return failWith(errorText, message::comInitialisation);
-    GUID firstClass = GUID_NULL;
-    for (VeltPropData* const entry : std::as_const(selection)) {
-      if (entry == nullptr) continue;
-      // QUIRK(class_id_result_unexamined): an entity that cannot be opened keeps the class id that its entry came with,
-      // and the object is created from that; callers that know the class fill it in.
-      [[maybe_unused]] const bool hasClass = GetCLSID(entry->clsid, entry->oldId);
-      if (firstClass == GUID_NULL) {
-        firstClass = entry->clsid;
-      } else if (!(firstClass == entry->clsid)) {
-        mixedClasses = true;
-      }
-      if (!createObject(*entry, errorText)) return false;
-    }
-    return true;
-  });
-}
-
-bool UnInitializePropData(TqVector<VeltPropData*>& selection) {
-  // QUIRK(empty_selection_stays_initialised): COM is left initialised for an empty selection, although set-up
-  // initialised it. Hosts that count their own initialisations depend on it.
-  if (selection.isEmpty()) return true;
-  for (VeltPropData* const entry : std::as_const(selection)) {
-    if (entry == nullptr) continue;
-    releaseAndClear(entry->pUnknown);
-    releaseAndClear(entry->pDispatch);
-  }
-  CoUninitialize();
-  return true;
-}
-
-bool GetCLSID(GUID& clsid, long oldId) {
+bool readClassId(GUID& clsid, long oldId) {
   VkDbObjectId id;
   id.setFromOldId(oldId);
   OpenObjectHolder<VkDbEntity> entity;
@@ -99,4 +60,50 @@ bool GetCLSID(GUID& clsid, long oldId) {
     clsid = entity->isKindOf(VkDbEntity::desc()) ? CLSID_VeltEntity : CLSID_VeltObject;
   }
   return true;
+}
+
+bool setUp(const TqVector<VeltPropData*>& selection, CStdStr<wchar_t>& errorText, bool& mixedClasses) {
+  errorText = CStdStr<wchar_t>();
+  if (FAILED(CoInitialize(nullptr))) return failWith(errorText, message::comInitialisation);
+  GUID firstClass = GUID_NULL;
+  for (VeltPropData* const entry : selection) {
+    if (entry == nullptr) continue;
+    // QUIRK(class_id_result_unexamined): an entity that cannot be opened keeps the class id that its entry came with,
+    // and the object is created from that; callers that know the class fill it in.
+    [[maybe_unused]] const bool hasClass = readClassId(entry->clsid, entry->oldId);
+    if (firstClass == GUID_NULL) {
+      firstClass = entry->clsid;
+    } else if (!(firstClass == entry->clsid)) {
+      mixedClasses = true;
+    }
+    if (!createObject(*entry, errorText)) return false;
+  }
+  return true;
+}
+
+void tearDown(const TqVector<VeltPropData*>& selection) {
+  // QUIRK(empty_selection_stays_initialised): COM is left initialised for an empty selection, although set-up
+  // initialised it. Hosts that count their own initialisations depend on it.
+  if (selection.isEmpty()) return;
+  for (VeltPropData* const entry : selection) {
+    if (entry == nullptr) continue;
+    releaseAndClear(entry->pUnknown);
+    releaseAndClear(entry->pDispatch);
+  }
+  CoUninitialize();
+}
+
+}  // namespace
+
+bool InitializePropData(TqVector<VeltPropData*>& selection, CStdStr<wchar_t>& errorText, bool& mixedClasses) {
+  return guarded(false, errorText, [&] { return setUp(selection, errorText, mixedClasses); });
+}
+
+bool UnInitializePropData(TqVector<VeltPropData*>& selection) {
+  guarded([&] { tearDown(selection); });
+  return true;
+}
+
+bool GetCLSID(GUID& clsid, long oldId) {
+  return guarded(false, [&] { return readClassId(clsid, oldId); });
 }

@@ -5,16 +5,21 @@
 #include <unordered_set>
 #include <utility>
 
+#include "errors/Guard.h"
+#include "errors/Messages.h"
 #include "holders/CountedStringsHolder.h"
 #include "holders/InterfaceHolder.h"
 #include "host/automation/IVeltHatch.h"
 #include "host/com/IPerPropertyBrowsing.h"
 #include "host/palette/IOPMPropertyExtension.h"
 #include "propdata/VeltPropData.h"
+#include "propdata/selection/Cores.h"
 #include "propdata/support/Lists.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;
+using velt::errors::failWith;
+using velt::errors::guarded;
 namespace message = velt::errors::message;
 
 namespace {
@@ -63,10 +68,8 @@ bool completeRow(VeltPropData& entry, PROPINFO& prop, const SetterNames& setters
                  CStdStr<wchar_t>& categoryName, CStdStr<wchar_t>& errorText) {
   {
     InterfaceHolder<IOPMPropertyExtension> extension;
-    if (FAILED(query(entry.pUnknown, IID_IOPMPropertyExtension, extension))) {
-      errorText = LoadErrString(message::noPropertyExtension);
-      return false;
-    }
+    if (FAILED(query(entry.pUnknown, IID_IOPMPropertyExtension, extension)))
+      return failWith(errorText, message::noPropertyExtension);
     prop.isEditable = false;
     if (setters.contains(prop.name.str())) prop.isWritable = true;
     if (prop.isWritable) {
@@ -82,7 +85,7 @@ bool completeRow(VeltPropData& entry, PROPINFO& prop, const SetterNames& setters
   InterfaceHolder<IPerPropertyBrowsing> browsing;
   if (FAILED(query(entry.pUnknown, IID_IPerPropertyBrowsing, browsing))) {
     // QUIRK(message_1018_left_behind): not fatal; palettes look for this text after a query that succeeded.
-    errorText = LoadErrString(message::noPropertyBrowsing);
+    errorText = velt::errors::loadMessage(message::noPropertyBrowsing);
     prop.hasChoices = false;
   } else {
     prop.hasChoices = offersChoices(*browsing.get(), prop.dispId);
@@ -90,11 +93,11 @@ bool completeRow(VeltPropData& entry, PROPINFO& prop, const SetterNames& setters
   return true;
 }
 
-bool harvest(VeltPropData& entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& errorText, bool& typeFlag) {
+bool walk(VeltPropData& entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& errorText, bool& typeFlag) {
   CStringArray setterNames;
   setterNames.RemoveAll();
   setterNames.FreeExtra();
-  list.clear();
+  mustClear(list);
   if (!GetPropTypeInfo(&entry, list, setterNames, errorText, typeFlag)) return false;
   if (list.isEmpty()) return false;
 
@@ -110,39 +113,47 @@ bool harvest(VeltPropData& entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& er
   const auto points = std::count_if(std::as_const(list).begin(), std::as_const(list).end(),
                                     [](const PROPINFO& prop) { return prop.valueType == VT_VARIANT; });
   if (!list.setPhysicalLength(list.length() + elementsOfAPoint * static_cast<std::uint32_t>(points)))
-    throw ListIsFull();
+    throw velt::errors::ReportedShortage();
   return true;
+}
+
+void putOwnFields(TqVector<PROPINFO>& list, const VeltPropData& entry) {
+  for (PROPINFO& prop : writable(list)) {
+    prop.clsid = entry.clsid;
+    prop.pDispatch = entry.pDispatch;
+    prop.objectId.setFromOldId(entry.oldId);
+    if (!prop.isWritable) continue;
+    InterfaceHolder<IOPMPropertyExtension> extension;
+    if (SUCCEEDED(query(entry.pUnknown, IID_IOPMPropertyExtension, extension)))
+      askEditable(*extension.get(), prop);
+  }
 }
 
 }  // namespace
 
+namespace velt::propdata {
+
+bool harvest(VeltPropData* entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& errorText, bool& typeFlag) {
+  if (entry == nullptr) return false;
+  const CLSIDMemString key(entry->clsid, hatchVariantOf(*entry));
+  PropertyListCache& cache = propertyListCache();
+  if (const auto hit = cache.find(key); hit != cache.end()) {
+    list = hit->second;
+    putOwnFields(list, *entry);
+    return true;
+  }
+  if (!walk(*entry, list, errorText, typeFlag)) return false;
+  cache.emplace(key, list);
+  return true;
+}
+
+}  // namespace velt::propdata
+
 bool GetSingleEntPropInfo(VeltPropData* entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& errorText,
                           bool& typeFlag) {
-  if (entry == nullptr) return false;
-  return orOnNoMemory(false, [&] {
-    const CLSIDMemString key(entry->clsid, hatchVariantOf(*entry));
-    PropertyListCache& cache = *getTqPROPINFOCache();
-    if (const auto hit = cache.find(key); hit != cache.end()) {
-      list = hit->second;
-      resetObjectInfo(list, entry);
-      return true;
-    }
-    if (!harvest(*entry, list, errorText, typeFlag)) return false;
-    cache.emplace(key, list);
-    return true;
-  });
+  return guarded(false, errorText, [&] { return harvest(entry, list, errorText, typeFlag); });
 }
 
 void resetObjectInfo(TqVector<PROPINFO>& list, const VeltPropData* entry) {
-  orNothingOnNoMemory([&] {
-    for (PROPINFO& prop : writable(list)) {
-      prop.clsid = entry->clsid;
-      prop.pDispatch = entry->pDispatch;
-      prop.objectId.setFromOldId(entry->oldId);
-      if (!prop.isWritable) continue;
-      InterfaceHolder<IOPMPropertyExtension> extension;
-      if (SUCCEEDED(query(entry->pUnknown, IID_IOPMPropertyExtension, extension)))
-        askEditable(*extension.get(), prop);
-    }
-  });
+  guarded([&] { putOwnFields(list, *entry); });
 }

@@ -1,13 +1,17 @@
 // Choice lists of enumerated properties, and the release of the values that the query read.
 
+#include "errors/Guard.h"
 #include "holders/CountedStringsHolder.h"
 #include "holders/InterfaceHolder.h"
 #include "host/com/IPerPropertyBrowsing.h"
 #include "propdata/VeltPropData.h"
+#include "propdata/dynamic/Cores.h"
 #include "propdata/support/Lists.h"
+#include "propdata/writing/Cores.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;
+using velt::errors::guarded;
 
 namespace {
 
@@ -76,27 +80,35 @@ void fillFromBrowsing(PROPINFO& prop) {
 
 }  // namespace
 
-void fillPropComboBox(TqVector<PROPINFO>& properties) {
-  orNothingOnNoMemory([&] {
-    for (PROPINFO& prop : writable(properties)) {
-      if (!prop.hasChoices) continue;
-      if (prop.dispId == dynamicPropertyDispId) {
-        if (fillDynPropComboBox(prop) != 0) continue;
-        // QUIRK(choices_kept_after_failed_enumeration): a row of any other type keeps hasChoices and its lists.
-        if (!hasListOfTheHost(prop.customType)) continue;
-      }
-      fillFromBrowsing(prop);
+namespace velt::propdata {
+
+void fillChoices(TqVector<PROPINFO>& properties) {
+  for (PROPINFO& prop : writable(properties)) {
+    if (!prop.hasChoices) continue;
+    if (prop.dispId == dynamicPropertyDispId) {
+      if (fillDynamicChoices(prop)) continue;
+      // QUIRK(choices_kept_after_failed_enumeration): a row of any other type keeps hasChoices and its lists.
+      if (!hasListOfTheHost(prop.customType)) continue;
     }
-  });
+    fillFromBrowsing(prop);
+  }
+}
+
+void clearValues(TqVector<TqVector<PROPINFO>>& lists) {
+  for (TqVector<PROPINFO>& list : writable(lists)) {
+    // A list that stays shared holds rows of the cache, which were not read into and have nothing to give back.
+    if (!list.copyBeforeWrite()) continue;
+    for (PROPINFO& prop : writable(list))
+      VariantClear(&prop.value);
+  }
+}
+
+}  // namespace velt::propdata
+
+void fillPropComboBox(TqVector<PROPINFO>& properties) {
+  guarded([&] { fillChoices(properties); });
 }
 
 void freePropInfoVariantValue(TqVector<TqVector<PROPINFO>>& lists) {
-  orNothingOnNoMemory([&] {
-    for (TqVector<PROPINFO>& list : writable(lists)) {
-      // A list that stays shared holds rows of the cache, which were not read into and have nothing to give back.
-      if (!list.copyBeforeWrite()) continue;
-      for (PROPINFO& prop : writable(list))
-        VariantClear(&prop.value);
-    }
-  });
+  guarded([&] { clearValues(lists); });
 }

@@ -1,17 +1,19 @@
 // Writing a committed value to every selected entity.
 
-#include <utility>
-
+#include "errors/Guard.h"
+#include "errors/Messages.h"
 #include "holders/InterfaceHolder.h"
 #include "holders/OpenObjectHolder.h"
 #include "holders/StringHolder.h"
 #include "host/com/ComRuntime.h"
 #include "host/palette/IOPMPropertyExpander.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/Lists.h"
+#include "propdata/dynamic/Cores.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;
+using velt::errors::failWith;
+using velt::errors::guarded;
 namespace message = velt::errors::message;
 
 namespace {
@@ -61,21 +63,18 @@ bool putWhole(VeltPropData& entry, DISPID dispId, const Write& write) {
 bool putElement(VeltPropData& entry, DISPID dispId, const Write& write, CStdStr<wchar_t>& errorText) {
   InterfaceHolder<IOPMPropertyExpander> expander;
   if (FAILED(query(entry.pUnknown, IID_IOPMPropertyExpander, expander))) {
-    errorText = LoadErrString(message::noExpander);
-    return false;
+    return failWith(errorText, message::noExpander);
   }
   if (FAILED(expander->SetElementValue(dispId, write.elementCookie, write.value))) {
     // QUIRK(message_1014_with_and_without_name): above as it stands, here with the name; palettes tell the two apart.
-    errorText.Format(LoadErrString(message::noExpander).c_str(), write.name);
-    return false;
+    return failWith(errorText, message::noExpander, write.name);
   }
   return true;
 }
 
 bool put(VeltPropData& entry, const Write& write, CStdStr<wchar_t>& errorText) {
   if (entry.pDispatch == nullptr) {
-    errorText = LoadErrString(message::noDispatch);
-    return false;
+    return failWith(errorText, message::noDispatch);
   }
   wchar_t noName[] = L"";
   LPOLESTR name = write.nameToResolve != nullptr ? write.nameToResolve : noName;
@@ -84,16 +83,25 @@ bool put(VeltPropData& entry, const Write& write, CStdStr<wchar_t>& errorText) {
       entry.pDispatch->GetIDsOfNames(GUID_NULL, &name, 1, LOCALE_SYSTEM_DEFAULT, &dispId);
   // QUIRK(dispid_zero_refused): a member with the id 0 counts as not found and cannot be set this way.
   if (FAILED(resolved) || dispId == 0) {
-    errorText.Format(LoadErrString(message::nameNotFound).c_str(), write.name);
-    return false;
+    return failWith(errorText, message::nameNotFound, write.name);
   }
   return write.isElement ? putElement(entry, dispId, write, errorText) : putWhole(entry, dispId, write);
 }
 
-int writeDynamic(const PROPINFO& property, VARIANT& value) {
-  constexpr int olderInterfaceNeeded = 2;
-  if (setDynPropSourcesPropValue(property, value) == olderInterfaceNeeded) {
-    setDynPropSourcesPropValueDefault(property, value);
+int writeToAll(const TqVector<VeltPropData*>& selection, const Write& write, CStdStr<wchar_t>& errorText,
+               int& lockedCount, VkArray<VkDbObjectId>& touchedIds) {
+  for (VeltPropData* const entry : selection) {
+    if (entry == nullptr) continue;
+    VkDbObjectId id;
+    id.setFromOldId(entry->oldId);
+    const Layer layer = layerOf(id);
+    if (layer == Layer::cannotBeAsked) continue;
+    if (layer == Layer::locked) {
+      ++lockedCount;
+      continue;
+    }
+    touchedIds.append(id);
+    if (!put(*entry, write, errorText)) return stopped;
   }
   return processed;
 }
@@ -103,24 +111,14 @@ int writeDynamic(const PROPINFO& property, VARIANT& value) {
 int SetPropertiesValue(TqVector<VeltPropData*>& selection, const PROPINFO& property, VARIANT& value,
                        bool elementWrite, CStdStr<wchar_t>& errorText, int& lockedCount,
                        VkArray<VkDbObjectId>& touchedIds, unsigned int elementCookie) {
-  if (property.dispId == dynamicPropertyDispId) return writeDynamic(property, value);
-  return orOnNoMemory(stopped, [&] {
+  return guarded(stopped, errorText, [&] {
+    if (property.dispId == dynamicPropertyDispId) {
+      writeDynamic(property, value);
+      return processed;
+    }
     const CStdStr<wchar_t> name = property.name;
     const auto nameToResolve = StringHolder::owning(SysAllocString(name.c_str()));
     const Write write{name, nameToResolve.get(), value, elementWrite, elementCookie};
-    for (VeltPropData* const entry : std::as_const(selection)) {
-      if (entry == nullptr) continue;
-      VkDbObjectId id;
-      id.setFromOldId(entry->oldId);
-      const Layer layer = layerOf(id);
-      if (layer == Layer::cannotBeAsked) continue;
-      if (layer == Layer::locked) {
-        ++lockedCount;
-        continue;
-      }
-      touchedIds.append(id);
-      if (!put(*entry, write, errorText)) return stopped;
-    }
-    return processed;
+    return writeToAll(selection, write, errorText, lockedCount, touchedIds);
   });
 }

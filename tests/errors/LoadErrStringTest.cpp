@@ -11,6 +11,7 @@
 #include <string>
 
 #include "propdata/VeltPropData.h"
+#include "tests/support/AllocationSpy.h"
 
 // The message library is loaded once per process, so every test runs in a process of its own, which writes down what it
 // did and saw. The test compares the transcript.
@@ -33,7 +34,11 @@ struct Host {
   };
   std::ostringstream transcript;
 
-  void say(const std::string& line) { transcript << line << "\n"; }
+  // Notes nothing while set, for the sake of who counts allocations.
+  bool isSilent = false;
+  void say(const std::string& line) {
+    if (!isSilent) transcript << line << "\n";
+  }
 };
 
 Host& host() {
@@ -207,6 +212,30 @@ TEST(LoadErrString, AMessageEndsAtItsFirstZeroCharacter) {
       "LoadLibraryExW PropertyBarRes.dll no file flags 2\n"
       "LoadStringW messages 1001 2047\n"
       "-> 'one'\n");
+}
+
+TEST(LoadErrString, AMessageForWhichThereIsNoMemoryIsEmpty) {
+  if (!tests::AllocationSpy::seesNew()) GTEST_SKIP() << "operator new belongs to the sanitizer";
+  inAFreshProcess(
+      [] {
+        host().loadString = [](const std::string&, UINT, wchar_t* buffer, INT) {
+          std::copy_n(L"text", 5, buffer);
+          return 4;
+        };
+        load(1001);
+        CStdStr<wchar_t> text;
+        {
+          host().isSilent = true;
+          const auto spy = tests::AllocationSpy::failNth(1);
+          text = LoadErrString(1002);
+        }
+        host().isSilent = false;
+        host().say("-> '" + narrow(text.str()) + "'");
+      },
+      "LoadLibraryExW PropertyBarRes.dll no file flags 2\n"
+      "LoadStringW messages 1001 2047\n"
+      "-> 'text'\n"
+      "-> ''\n");
 }
 
 TEST(LoadErrString, KeepsAtMost2047CharactersOfAMessage) {

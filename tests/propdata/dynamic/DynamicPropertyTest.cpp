@@ -405,12 +405,12 @@ TEST_F(DynamicProperty, FailingGettersNeverLeaveTheRowOut) {
   }
 }
 
-TEST_F(DynamicProperty, AnExceptionPassesThroughAndNothingIsLost) {
+TEST_F(DynamicProperty, AnExceptionLeavesThePropertyOutAndNothingIsLost) {
   offer(2);
   for (const char* const call : {"IsPropertyEnabled", "GetDisplayName", "GetCurrentValueName",
                                  "IsPropertyReadOnly", "GetNumPropertyValues", "GetCategoryName"}) {
     host.on(call).nth(1).raise(L"gone");
-    EXPECT_THROW(describe(), _com_error) << call;
+    EXPECT_EQ(describe(), 0) << call;
     EXPECT_EQ(host.balance(), "balanced") << call;
   }
 }

@@ -144,6 +144,22 @@ TEST_F(DynamicWriting, Quirk_dynamic_write_result_unexamined) {
   EXPECT_EQ(written().size(), 3U);
 }
 
+TEST_F(DynamicWriting, ANodeThatThrowsIsPassedOver) {
+  for (const char* const call :
+       {"QueryInterface(IDynamicProperty2)", "QueryInterface(IDispatch)", "SetCurrentValueData"}) {
+    host.on(call).nth(2).raise(L"gone");
+    EXPECT_EQ(write(), 1) << call;
+    EXPECT_EQ(host.log.count("SetCurrentValueData(entity1"), 1) << call;
+    EXPECT_EQ(host.log.count("SetCurrentValueData(entity3"), 1) << call;
+  }
+  for (const char* const call : {"QueryInterface(IDynamicProperty)", "GetObjectId", "SetCurrentValueData"}) {
+    host.on(call).nth(2).raise(L"gone");
+    EXPECT_EQ(writeOlder(), 1) << call;
+    EXPECT_EQ(host.log.count("SetCurrentValueData(id 71"), 1) << call;
+    EXPECT_EQ(host.log.count("SetCurrentValueData(id 73"), 1) << call;
+  }
+}
+
 TEST_F(DynamicWriting, TheOlderWriterAsksForPropertyThenEntityThenId) {
   EXPECT_EQ(writeOlder(), 1);
 

@@ -301,6 +301,17 @@ TEST_F(PropertySources, AFailingSourceDoesNotStopTheOthers) {
   EXPECT_EQ(collect(), Names{"price"});
 }
 
+TEST_F(PropertySources, AnExceptionEndsTheEnumerationWithoutRowsOfItsSourceAndNothingIsLost) {
+  registry.add(L"Materials", &materials);
+  registry.add(L"Prices", &prices);
+  for (const char* const call : {"QueryInterface(IVeltBaseObject)", "QueryInterface(IPropertySource)",
+                                 "GetProperties", "QueryInterface(IDynamicProperty2)"}) {
+    host.on(call).nth(1).raise(L"gone");
+    EXPECT_EQ(collect(), Names{}) << call;
+    EXPECT_EQ(answer, 0) << call;
+  }
+}
+
 TEST_F(PropertySources, AFailingSourceTakesNoRowsBack) {
   registry.add(L"Materials", &materials);
   registry.add(L"Prices", &prices);

@@ -257,6 +257,34 @@ TEST_F(SelectionSetup, AnObjectThatCannotBeCreatedIsMessage1002) {
   EXPECT_EQ(host.balance(), "balanced");
 }
 
+TEST_F(SelectionSetup, EveryCallThatThrowsEndsTheSetUpWithItsMessageAndTearDownReleasesWhatWasMade) {
+  for (int n = 1;; ++n) {
+    ASSERT_LT(n, 100);
+    selection.entries.clear();
+    addUnspecified(lineId);
+    entry(0).pUnknown = nullptr;
+    entry(0).pDispatch = nullptr;
+    errorText = untouched;
+    host.mark();
+    host.raiseCall(n, L"no connection");
+
+    const bool answer = initialize();
+
+    const std::string failed = host.failedCall();
+    if (!failed.empty()) {
+      EXPECT_FALSE(answer) << failed;
+      EXPECT_EQ(error(), L"no connection") << failed;
+    }
+    EXPECT_TRUE(UnInitializePropData(selection.entries));
+    EXPECT_EQ(host.balance(), "balanced") << failed;
+    if (failed.empty()) {
+      EXPECT_TRUE(answer);
+      EXPECT_GT(n, 3);
+      break;
+    }
+  }
+}
+
 TEST_F(SelectionSetup, AnObjectCountsOnlyWithASuccessThatHandsItOut) {
   addUnspecified(lineId);
   for (const bool isNull : {true, false}) {

@@ -2,6 +2,7 @@
 
 #include "host/com/ComError.h"
 #include "tests/support/LayerTest.h"
+#include "tests/support/Row.h"
 #include "tests/support/ToySelection.h"
 
 namespace {
@@ -428,7 +429,7 @@ TEST_F(SingleEntityHarvest, WhicheverCallFailsTheOutcomeIsTheOneThatIsPromised) 
   EXPECT_GT(run, 25);
 }
 
-TEST_F(SingleEntityHarvest, AnExceptionOfTheHarvestsOwnCallsPassesThroughAndCachesNothing) {
+TEST_F(SingleEntityHarvest, AnExceptionOfTheHarvestsOwnCallsIsItsMessageAndCachesNothing) {
   line.property(4, L"StartX").choice(L"One", i4(1));
   const CLSID clsid = toyClass(2);
   VeltPropData& entry = add(line, 77, clsid);
@@ -436,11 +437,13 @@ TEST_F(SingleEntityHarvest, AnExceptionOfTheHarvestsOwnCallsPassesThroughAndCach
   for (const char* const call :
        {"Editable", "QueryInterface(IPerPropertyBrowsing)", "GetPredefinedStrings"}) {
     SCOPED_TRACE(call);
+    errorText = untouched;
     host.on(call).nth(1).raise(L"no connection");
     host.mark();
 
-    EXPECT_THROW(harvest(entry), _com_error);
+    EXPECT_FALSE(harvest(entry));
 
+    EXPECT_EQ(error(), L"no connection");
     EXPECT_FALSE(isCached(clsid));
     EXPECT_EQ(host.balance(), "balanced");
   }
@@ -484,6 +487,32 @@ TEST_F(SingleEntityHarvest, ExhaustedMemoryCachesNothing) {
       });
 
   EXPECT_TRUE(done);
+}
+
+// A list that others share must be emptied before the walk, or its rows would be listed and cached as the entity's own.
+TEST_F(SingleEntityHarvest, NoRowOfAnEarlierListIsListedOrCachedWhenASharedOneCannotBeEmptied) {
+  line.property(4, L"StartX");
+  const CLSID clsid = toyClass(2);
+  VeltPropData& entry = add(line, 77, clsid);
+  TqVector<PROPINFO> earlier;
+  earlier.append(Row(L"Earlier").dispId(9));
+  bool done = false;
+
+  refuseMemory(
+      [&] {
+        getTqPROPINFOCache()->clear();
+        list = earlier;
+        done = harvest(entry);
+      },
+      [&] {
+        EXPECT_FALSE(done);
+        EXPECT_FALSE(isCached(clsid));
+        for (const std::string& name : listed())
+          EXPECT_NE(name, "Earlier");
+      });
+
+  EXPECT_TRUE(done);
+  EXPECT_EQ(listed(), Names{"StartX"});
 }
 
 TEST_F(SingleEntityHarvest, ExhaustedMemoryLeavesTheCachedListAlone) {

@@ -413,5 +413,42 @@ TEST_F(SetPropertiesValueTest, ADynamicRowIsDoneEvenWhenNobodyTakesTheValue) {
   EXPECT_EQ(error(), untouched);
 }
 
+TEST_F(SetPropertiesValueTest, EveryCallThatThrowsStopsTheWriteWithItsMessage) {
+  add(11).property(4, L"Radius").element(1, L"X", r8(1.5));
+  for (const bool elementWrite : {false, true}) {
+    for (int n = 1;; ++n) {
+      ASSERT_LT(n, 100);
+      errorText = untouched;
+      host.raiseCall(n, L"no connection");
+
+      const int answer = set(elementWrite, 1);
+
+      if (host.failedCall().empty()) {
+        EXPECT_EQ(answer, 1);
+        EXPECT_GT(n, 2);
+        break;
+      }
+      EXPECT_EQ(answer, 0) << host.failedCall();
+      EXPECT_EQ(error(), L"no connection") << host.failedCall();
+    }
+  }
+}
+
+TEST_F(SetPropertiesValueTest, ADynamicPropertyThatThrowsIsPassedOverLikeOneThatRefuses) {
+  ToyObject& first = add(11);
+  ToyObject& second = add(12);
+  ToyDynamicProperty one(host, "one");
+  ToyDynamicProperty two(host, "two");
+  row = Row(L"Dyn").dispId(dynamicPropertyDispId);
+  row.dynSources.push_back({first.unknown(), one.unknown()});
+  row.dynSources.push_back({second.unknown(), two.unknown()});
+  host.on("SetCurrentValueData").nth(1).raise(L"no connection");
+
+  EXPECT_EQ(set(), 1);
+
+  EXPECT_EQ(error(), untouched);
+  EXPECT_EQ(host.log.count("SetCurrentValueData"), 2);
+}
+
 }  // namespace
 }  // namespace velt::toys
