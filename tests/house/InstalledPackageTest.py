@@ -6,6 +6,7 @@ through pkg-config and once through the CMake package.
 
 import os
 import pathlib
+import shutil
 import subprocess
 import tempfile
 import unittest
@@ -28,6 +29,8 @@ project(consumer CXX)
 find_package(VeltPropData REQUIRED)
 add_executable(consumer consumer.cpp)
 target_link_libraries(consumer Velt::VeltPropData Velt::VeltEmbeddedHost)
+add_executable(palette palette.cpp)
+target_link_libraries(palette Velt::VeltPalette Velt::VeltEmbeddedHost)
 """
 
 
@@ -49,6 +52,8 @@ class AnInstallation(unittest.TestCase):
         cls.prefix = cls.root / "prefix"
         run("cmake", "--install", house.build_root(), "--prefix", cls.prefix)
         (cls.root / "consumer.cpp").write_text(PROGRAM, encoding="utf-8")
+        # The palette of the examples is one that begins outside of the tree, too.
+        shutil.copy(house.source_root() / "examples" / "palette.cpp", cls.root)
         cls.compiler = os.environ.get("VELT_CXX", "g++")
 
     @classmethod
@@ -71,6 +76,25 @@ class AnInstallation(unittest.TestCase):
             f"-DCMAKE_PREFIX_PATH={self.prefix}", f"-DCMAKE_CXX_COMPILER={self.compiler}")
         run("cmake", "--build", self.root / "build")
         run(self.root / "build" / "consumer")
+        self.check_palette(self.root / "build" / "palette", os.environ)
+
+    def check_palette(self, program, settings):
+        tool = self.prefix / "bin" / "veltprops"
+        if not tool.is_file():
+            self.skipTest("no tool yet")
+        drawing = self.root / "of-the-palette.dxf"
+        run(tool, "sample", "--force", drawing)
+        self.assertRegex(run(program, drawing, env=settings), r"(?m)^  Layer: \*VARIES\*$")
+
+    def test_serves_a_palette_through_pkg_config(self):
+        settings = os.environ | {"PKG_CONFIG_PATH": str(self.library_folder() / "pkgconfig")}
+        flags = run("pkg-config", "--cflags", "--libs", "veltpalette", env=settings).split()
+        run(self.compiler, "-std=c++20", self.root / "palette.cpp", "-o", self.root / "palette", *flags)
+        self.check_palette(self.root / "palette", os.environ | {"LD_LIBRARY_PATH": str(self.library_folder())})
+
+    def test_installs_the_public_headers_of_the_palette_library_and_no_others(self):
+        headers = self.prefix / "include" / "velt" / "palette"
+        self.assertEqual(["Export.h", "Palette.h"], sorted(path.name for path in headers.rglob("*")))
 
     def test_serves_a_plugin_that_begins_as_a_copy_of_a_sample(self):
         tool = self.prefix / "bin" / "veltprops"
