@@ -11,6 +11,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -18,8 +19,8 @@
 #include "embedded/automation/model/ClassIndex.h"
 #include "embedded/database/Drawing.h"
 #include "host/automation/IdValues.h"
-#include "propdata/VeltPropData.h"
 #include "samples/Gallery.h"
+#include "tests/contract/Query.h"
 #include "tests/support/Golden.h"
 
 namespace velt::tests {
@@ -38,25 +39,13 @@ struct Shown {
   bool isEditable;
 };
 
-// What a palette is told of one entity; every value is given back.
+// What a palette is told of one entity.
 std::vector<Shown> rowsOf(VkDbObjectId id) {
-  VeltPropData entry{};
-  entry.oldId = id.asOldId();
-  TqVector<VeltPropData*> selection;
-  selection.push_back(&entry);
-  CStdStr<wchar_t> errorText;
-  bool mixedClasses = false;
-  EXPECT_TRUE(InitializePropData(selection, errorText, mixedClasses));
-  TqVector<PROPINFO> rows;
-  bool mergeFlag = false;
-  bool typeFlag = false;
-  EXPECT_TRUE(GetPropertiesInfo(selection, rows, errorText, mergeFlag, typeFlag));
+  Query query({id});
+  EXPECT_TRUE(query.ask());
   std::vector<Shown> shown;
-  for (PROPINFO& row : rows) {
-    shown.push_back({row.name.str(), row.dispId, row.customType, row.weight, row.isEditable != 0});
-    VariantClear(&row.value);
-  }
-  UnInitializePropData(selection);
+  for (const PROPINFO& row : std::as_const(query.rows))
+    shown.push_back({row.name.str(), row.dispId, row.customType, row.weight, row.isEditable});
   return shown;
 }
 

@@ -1,13 +1,15 @@
 #pragma once
 
-// What a palette does with a selection of entities, over the libraries as they ship.
+// What the layer tells a palette of a selection, as it tells it: over the libraries as they ship, rows in the layer's
+// own order.
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "host/database/VkDbObjectId.h"
-#include "propdata/VeltPropData.h"
+#include "palette/Palette.h"
 
 namespace velt::tests {
 
@@ -16,34 +18,32 @@ using Ids = std::vector<VkDbObjectId>;
 // Owns the selection and the values of the rows.
 class Query {
  public:
-  explicit Query(const Ids& ids) : entries_(ids.size()) {
-    for (std::size_t i = 0; i < ids.size(); ++i) {
-      entries_[i].oldId = ids[i].asOldId();
-      selection_.push_back(&entries_[i]);
-    }
-    bool mixedClasses = false;
-    isSetUp = InitializePropData(selection_, errorText, mixedClasses);
+  explicit Query(const Ids& ids) {
+    try {
+      selection_.emplace(ids);
+      isSetUp = true;
+    } catch (const palette::Error&) {}
   }
   Query(const Query&) = delete;
   Query& operator=(const Query&) = delete;
   ~Query() {
     for (PROPINFO& row : rows)
       VariantClear(&row.value);
-    UnInitializePropData(selection_);
   }
 
   bool ask() {
     bool mergeFlag = false;
     bool typeFlag = false;
-    return GetPropertiesInfo(selection_, rows, errorText, mergeFlag, typeFlag);
+    return isSetUp && GetPropertiesInfo(selection(), rows, errorText, mergeFlag, typeFlag);
   }
-  TqVector<VeltPropData*>& selection() { return selection_; }
-  std::int64_t hatches() const {
-    return std::count_if(entries_.begin(), entries_.end(),
-                         [](const VeltPropData& entry) { return entry.clsid == ::CLSID_VeltHatch; });
+  TqVector<VeltPropData*>& selection() { return selection_.value().entries(); }
+  std::int64_t hatches() {
+    const TqVector<VeltPropData*>& entries = selection();
+    return std::count_if(entries.begin(), entries.end(),
+                         [](const VeltPropData* entry) { return entry->clsid == ::CLSID_VeltHatch; });
   }
 
-  bool hasDynamicRows() { return isAllEntitiesSameDynProp(selection_); }
+  bool hasDynamicRows() { return isAllEntitiesSameDynProp(selection()); }
   // Texts in the dynamic rows.
   std::int64_t dynamicTexts() const {
     return std::count_if(rows.begin(), rows.end(), [](const PROPINFO& row) {
@@ -56,8 +56,7 @@ class Query {
   TqVector<PROPINFO> rows;
 
  private:
-  std::vector<VeltPropData> entries_;
-  TqVector<VeltPropData*> selection_;
+  std::optional<palette::Selection> selection_;
 };
 
 }  // namespace velt::tests

@@ -4,16 +4,14 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <memory>
-#include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "embedded/database/Drawing.h"
 #include "embedded/sources/LoadedPlugins.h"
-#include "host/com/Bstr.h"
-#include "tests/contract/Query.h"
+#include "palette/Palette.h"
 #include "tests/embedded/database/Sample.h"
 #include "tests/support/Places.h"
 
@@ -28,53 +26,22 @@ inline std::unique_ptr<sources::LoadedPlugins> loadSample(const std::string& nam
   return plugins;
 }
 
+using Ids = std::vector<VkDbObjectId>;
+
 class PaletteOf {
  public:
-  explicit PaletteOf(const Ids& ids) : query_(ids) { EXPECT_TRUE(query_.isSetUp && query_.ask()); }
+  explicit PaletteOf(const Ids& ids) : selection_(ids) { selection_.query(); }
 
-  bool has(const std::wstring& name) const { return find(name) != nullptr; }
-  const PROPINFO& row(const std::wstring& name) const {
-    const PROPINFO* const found = find(name);
-    if (found == nullptr) throw std::runtime_error("there is no such row");
-    return *found;
-  }
-  std::wstring text(const std::wstring& name) const {
-    const VARIANT& value = row(name).value;
-    EXPECT_EQ(VT_BSTR, value.vt);
-    return value.vt == VT_BSTR && value.bstrVal != nullptr ? value.bstrVal : L"";
-  }
-
-  // Nothing tells whether the property took the value: ask a new palette.
-  void set(const std::wstring& name, VARIANT value) {
-    CStdStr<wchar_t> errorText;
-    int lockedCount = 0;
-    VkArray<VkDbObjectId> touchedIds;
-    EXPECT_EQ(1, SetPropertiesValue(query_.selection(), row(name), value, false, errorText, lockedCount,
-                                    touchedIds, 0));
-  }
-  void set(const std::wstring& name, LONG number) {
-    VARIANT value{};
-    value.vt = VT_I4;
-    value.lVal = number;
-    set(name, value);
-  }
-  void set(const std::wstring& name, const wchar_t* text) {
-    VARIANT value{};
-    value.vt = VT_BSTR;
-    value.bstrVal = SysAllocString(text);
-    set(name, value);
-    VariantClear(&value);
+  bool has(std::string_view name) const { return !palette::rowsNamed(selection_.rows(), name).empty(); }
+  palette::Row row(std::string_view name) const { return selection_.row(name); }
+  std::string text(std::string_view name) const { return row(name).text(); }
+  // The rows stay as they are: ask a new palette.
+  palette::Report set(std::string_view name, const palette::Value& value) {
+    return selection_.write(row(name), value);
   }
 
  private:
-  const PROPINFO* find(const std::wstring& name) const {
-    for (const PROPINFO& row : query_.rows) {
-      if (row.displayName == name.c_str()) return &row;
-    }
-    return nullptr;
-  }
-
-  Query query_;
+  palette::Selection selection_;
 };
 
 }  // namespace velt::tests

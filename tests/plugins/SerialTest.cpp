@@ -28,23 +28,26 @@ class SerialSample : public testing::Test {
 };
 
 TEST_F(SerialSample, EachReferenceHasANumberOfItsOwnThatStays) {
-  const std::wstring one = PaletteOf(entity(0)).text(L"Serial number");
-  const std::wstring other = PaletteOf(entity(1)).text(L"Serial number");
-  EXPECT_TRUE(one.starts_with(L"S-"));
+  const std::string one = PaletteOf(entity(0)).text("Serial number");
+  const std::string other = PaletteOf(entity(1)).text("Serial number");
+  EXPECT_TRUE(one.starts_with("S-"));
   EXPECT_NE(one, other);
-  EXPECT_EQ(one, PaletteOf(entity(0)).text(L"Serial number"));
+  EXPECT_EQ(one, PaletteOf(entity(0)).text("Serial number"));
 }
 
 TEST_F(SerialSample, OnlyReferencesHaveOne) {
-  EXPECT_FALSE(PaletteOf(entity(2)).has(L"Serial number"));
+  EXPECT_FALSE(PaletteOf(entity(2)).has("Serial number"));
 }
 
 TEST_F(SerialSample, ANumberMayBeOverwrittenByATextThatIsNotTooLong) {
-  PaletteOf(entity(0)).set(L"Serial number", L"A 17");
-  EXPECT_EQ(L"A 17", PaletteOf(entity(0)).text(L"Serial number"));
-  PaletteOf(entity(1)).set(L"Serial number", L"123456789012345678901");
+  const auto set = [&](std::size_t index, const char* text) {
+    return PaletteOf(entity(index)).set("Serial number", palette::Value::ofText(text)).summary();
+  };
+  EXPECT_EQ("1 changed", set(0, "A 17"));
+  EXPECT_EQ("A 17", PaletteOf(entity(0)).text("Serial number"));
+  EXPECT_EQ("1 refused", set(1, "123456789012345678901"));
   expectedToBeTold_ = {"plug-in serial.so: SetCurrentValueData failed: An argument is not valid."};
-  EXPECT_TRUE(PaletteOf(entity(1)).text(L"Serial number").starts_with(L"S-"));
+  EXPECT_TRUE(PaletteOf(entity(1)).text("Serial number").starts_with("S-"));
 }
 
 }  // namespace
