@@ -62,9 +62,9 @@ void queryStaticRowsOnly(Selection& selection) {
 
 // The dynamic rows alone, without the merge.
 void readRows(Selection& selection) {
-  for (const VeltPropData& entry : selection.data()) {
+  for (const VeltPropData* const entry : std::as_const(selection.entries())) {
     TqVector<PROPINFO> rows;
-    GetDynPropSourcesPropInfo(entry.pDispatch, rows);
+    GetDynPropSourcesPropInfo(entry->pDispatch, rows);
     clearValues(rows);
   }
 }

@@ -191,8 +191,9 @@ void askForDynamicBlock(IDispatch* dispatch) {
 
 Floor::Floor(Selection& selection) : plan_(planFor(selection)) {
   std::uint32_t firstValue = 0;
-  for (std::size_t k = 0; k < plan_.kindOf.size(); ++k) {
-    const VeltPropData& data = selection.data()[k];
+  const TqVector<VeltPropData*>& entries = selection.entries();
+  for (std::uint32_t k = 0; k < entries.length(); ++k) {
+    const VeltPropData& data = *entries[k];
     VkDbObjectId id;
     id.setFromOldId(data.oldId);
     const std::uint32_t kind = plan_.kindOf[k];

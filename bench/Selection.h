@@ -2,13 +2,13 @@
 
 // A selection of everything in the model space of a drawing.
 
-#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "embedded/database/Drawing.h"
-#include "propdata/VeltPropData.h"
+#include "palette/Palette.h"
 
 namespace velt::bench {
 
@@ -16,24 +16,22 @@ class Selection {
  public:
   // Reads the drawing, which is given as DXF text. The automation objects are made by setUp().
   explicit Selection(std::string drawing);
-  ~Selection();
-  Selection(const Selection&) = delete;
-  Selection& operator=(const Selection&) = delete;
 
-  // InitializePropData and UnInitializePropData. setUp throws std::runtime_error when the layer fails.
-  void setUp();
-  void tearDown();
+  // setUp throws palette::Error when the layer fails.
+  void setUp() { selection_.emplace(ids_); }
+  void tearDown() { selection_.reset(); }
 
-  // The rows of the selection; their values are the caller's to clear. Throws std::runtime_error when the layer fails.
+  // The layer's query and nothing else: its rows as they come, whose values are the caller's to clear. Throws
+  // std::runtime_error when the layer fails.
   void query(TqVector<PROPINFO>& rows);
 
-  [[nodiscard]] TqVector<VeltPropData*>& entries() { return entries_; }
-  [[nodiscard]] const std::vector<VeltPropData>& data() const { return data_; }
+  // After setUp().
+  [[nodiscard]] TqVector<VeltPropData*>& entries() { return selection_.value().entries(); }
 
  private:
   std::unique_ptr<database::Drawing> drawing_;
-  std::vector<VeltPropData> data_;
-  TqVector<VeltPropData*> entries_;
+  std::vector<VkDbObjectId> ids_;
+  std::optional<palette::Selection> selection_;
 };
 
 }  // namespace velt::bench

@@ -10,7 +10,7 @@ list(REMOVE_ITEM veltBenchSources "${veltBenchMain}" ${veltCountingSources})
 add_library(velt_bench_parts STATIC ${veltBenchSources})
 target_link_libraries(velt_bench_parts
   PRIVATE velt_common
-  PUBLIC VeltPropData VeltEmbeddedHost velt_samples nlohmann_json::nlohmann_json fmt::fmt)
+  PUBLIC VeltPalette VeltPropData VeltEmbeddedHost velt_samples nlohmann_json::nlohmann_json fmt::fmt)
 velt_precompiled(velt_hidden_headers velt_bench_parts)
 
 add_executable(velt_bench "${veltBenchMain}")
