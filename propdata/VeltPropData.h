@@ -336,7 +336,7 @@ VELT_PROPDATA_EXPORT int NameToUserdefinedType(const wchar_t* name);
 
 // Appends one row per element of an expanded property to out, a group header before them when the property is
 // grouped. info is the template and is modified. False with errorText 1014, 1015 or 1016; rows appended
-// before a failure stay.
+// before a failure stay. A _com_error of the host passes to the caller.
 VELT_PROPDATA_EXPORT bool GetVariantTypeInfo(PROPINFO& info, TqVector<PROPINFO>& out,
                                              CStdStr<wchar_t>& errorText);
 

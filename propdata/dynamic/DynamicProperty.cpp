@@ -12,6 +12,7 @@
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/Cores.h"
 #include "propdata/dynamic/EntityId.h"
+#include "propdata/typeinfo/Cores.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;
@@ -30,7 +31,7 @@ template <class Property>
 int customTypeOf(Property& property) {
   StringHolder typeName;
   if (handedOver(property.GetCurrentValueName(typeName.put()), typeName))
-    return NameToUserdefinedType(typeName.get());
+    return kindOfTypeName(typeName.get());
   VARTYPE overwrittenByTheValue = VT_EMPTY;
   property.GetCurrentValueType(&overwrittenByTheValue);
   return PropertyKind::unknownType;

@@ -1,12 +1,16 @@
 // By-layer colors, compared by the layers' colors.
 
+#include "errors/Guard.h"
 #include "holders/InterfaceHolder.h"
 #include "holders/OpenObjectHolder.h"
 #include "holders/StringHolder.h"
 #include "host/automation/IVeltVkCmColor.h"
 #include "propdata/VeltPropData.h"
+#include "propdata/merge/Cores.h"
 
 using namespace velt::holders;
+using namespace velt::propdata;
+using velt::errors::guarded;
 
 namespace {
 
@@ -28,9 +32,14 @@ bool readLayerColor(VkDbObjectId layerId, VkCmColor& color) {
   return true;
 }
 
-bool isByLayer(VARIANT& value) {
+bool isByLayer(const VARIANT& value) {
   VkCmColor color;
-  return SUCCEEDED(VariantToColorHelper(&value, color)) && color.isByLayer();
+  return readColor(value, color) && color.isByLayer();
+}
+
+bool readEntityLayerColor(const PROPINFO& row, VkCmColor& color) {
+  VkDbObjectId layerId;
+  return readLayerId(row.objectId, layerId) && readLayerColor(layerId, color);
 }
 
 // The layer color of the list's first entity that can be opened; the default color when there is none.
@@ -49,10 +58,12 @@ VkCmColor layerColorOf(const TqVector<PROPINFO>& list) {
 
 }  // namespace
 
-HRESULT VariantToColorHelper(VARIANT* value, VkCmColor& color) {
-  if (value->vt != VT_DISPATCH) return E_FAIL;
+namespace velt::propdata {
+
+bool readColor(const VARIANT& value, VkCmColor& color) {
+  if (value.vt != VT_DISPATCH) return false;
   InterfaceHolder<IVeltVkCmColor> object;
-  if (FAILED(query(value->pdispVal, IID_IVeltVkCmColor, object))) return E_FAIL;
+  if (FAILED(query(value.pdispVal, IID_IVeltVkCmColor, object))) return false;
 
   LONG entityColor = 0;
   StringHolder colorName;
@@ -64,26 +75,36 @@ HRESULT VariantToColorHelper(VARIANT* value, VkCmColor& color) {
   [[maybe_unused]] const HRESULT gotBook = object->get_BookName(bookName.put());
   color.setColor(static_cast<std::uint32_t>(entityColor));
   color.setNames(colorName.get(), bookName.get());
-  return S_OK;
+  return true;
 }
 
-bool getPropEntityLayerColor(VkCmColor& color, PROPINFO& prop) {
-  VkDbObjectId layerId;
-  return readLayerId(prop.objectId, layerId) && readLayerColor(layerId, color);
-}
-
-bool IsDifferentByLayerColors(PROPINFO& first, PROPINFO& other) {
+bool differByLayerColors(const PROPINFO& first, const PROPINFO& other) {
   if (!isByLayer(first.value)) return false;
   VkCmColor colorOfFirst;
   VkCmColor colorOfOther;
-  if (!getPropEntityLayerColor(colorOfFirst, first)) return false;
-  if (!getPropEntityLayerColor(colorOfOther, other)) return false;
-  return colorOfFirst != colorOfOther;
+  return readEntityLayerColor(first, colorOfFirst) && readEntityLayerColor(other, colorOfOther)
+         && colorOfFirst != colorOfOther;
+}
+
+}  // namespace velt::propdata
+
+HRESULT VariantToColorHelper(VARIANT* value, VkCmColor& color) {
+  return guarded(E_FAIL, [&] { return readColor(*value, color) ? S_OK : E_FAIL; });
+}
+
+bool getPropEntityLayerColor(VkCmColor& color, PROPINFO& prop) {
+  return guarded(false, [&] { return readEntityLayerColor(prop, color); });
+}
+
+bool IsDifferentByLayerColors(PROPINFO& first, PROPINFO& other) {
+  return guarded(false, [&] { return differByLayerColors(first, other); });
 }
 
 bool IsDifferentByLayerColors(VARIANT& value, TqVector<PROPINFO>& listA, TqVector<PROPINFO>& listB) {
-  if (!isByLayer(value)) return false;
-  const VkCmColor colorA = layerColorOf(listA);
-  const VkCmColor colorB = layerColorOf(listB);
-  return colorA != colorB;
+  return guarded(false, [&] {
+    if (!isByLayer(value)) return false;
+    const VkCmColor colorA = layerColorOf(listA);
+    const VkCmColor colorB = layerColorOf(listB);
+    return colorA != colorB;
+  });
 }

@@ -5,9 +5,12 @@
 #include <utility>
 #include <vector>
 
+#include "errors/Guard.h"
 #include "propdata/VeltPropData.h"
+#include "propdata/merge/Cores.h"
 #include "propdata/merge/LayoutTable.h"
-#include "propdata/support/Guards.h"
+#include "propdata/support/Lists.h"
+#include "propdata/typing/Cores.h"
 
 using namespace velt::propdata;
 
@@ -28,7 +31,7 @@ void readUnlessRead(PROPINFO& row, TqVector<PROPINFO>& elements) {
   elements.clear();
   // QUIRK(dynamic_rows_read_by_invoke): a dynamic row has its value but not the mark, so the entity's object is asked
   // for the member -23; objects place dynamic rows by the weight that they answer for it.
-  if (!row.hasValue) getPropValue(row, elements);
+  if (!row.hasValue) readValue(row, elements);
 }
 
 // The list with every row read, and with the elements of each row that breaks up in the place of the row.
@@ -135,7 +138,7 @@ class Merge {
                  KeyNumber sameness, bool& found) {
     PROPINFO& other = writable(list)[place];
     readUnlessRead(other, elements_);
-    if (elements_.isEmpty()) return comparePropInfo(row, other, found, errorText_);
+    if (elements_.isEmpty()) return compareRows(row, other, found, errorText_);
 
     // Without a name the row never matches again.
     other.name = CStdStr<wchar_t>();
@@ -145,7 +148,7 @@ class Merge {
     list.append(std::move(elements_));
     const std::span<PROPINFO> appended = writable(list).subspan(firstElement);
     return std::any_of(appended.begin(), appended.end(),
-                       [&](PROPINFO& element) { return comparePropInfo(row, element, found, errorText_); });
+                       [&](PROPINFO& element) { return compareRows(row, element, found, errorText_); });
   }
 
   // Makes room for the elements just read. The first time, also for as many more as the first entity has.
@@ -153,7 +156,7 @@ class Merge {
     const std::uint32_t now = list.length() + elements_.length();
     const std::uint32_t inAll = list.length() + std::min(elementsOfFirst_, list.length());
     if (layout.isUnbroken() && inAll > now && inAll > list.physicalLength()) {
-      if (!list.setPhysicalLength(inAll)) throw ListIsFull();
+      if (!list.setPhysicalLength(inAll)) throw velt::errors::ReportedShortage();
     } else {
       reserve(list, now);
     }
@@ -172,15 +175,17 @@ class Merge {
 
 }  // namespace
 
+namespace velt::propdata {
+
+bool intersect(TqVector<TqVector<PROPINFO>>& lists, TqVector<PROPINFO>& result, CStdStr<wchar_t>& errorText) {
+  if (lists.isEmpty()) return false;
+  result = lists.length() == 1 ? expanded(std::as_const(lists)[0], true) : Merge(lists, errorText).run();
+  return true;
+}
+
+}  // namespace velt::propdata
+
 bool ExcuteIntersect([[maybe_unused]] TqVector<VeltPropData*>& entities, TqVector<TqVector<PROPINFO>>& lists,
                      TqVector<PROPINFO>& result, CStdStr<wchar_t>& errorText, [[maybe_unused]] bool& flag) {
-  if (lists.isEmpty()) return false;
-  return orOnNoMemory(false, [&] {
-    if (lists.length() == 1) {
-      result = expanded(std::as_const(lists)[0], true);
-    } else {
-      result = Merge(lists, errorText).run();
-    }
-    return true;
-  });
+  return velt::errors::guarded(false, errorText, [&] { return intersect(lists, result, errorText); });
 }

@@ -6,7 +6,7 @@
 #include <iterator>
 #include <utility>
 
-#include "propdata/support/Guards.h"
+#include "propdata/support/Lists.h"
 
 namespace velt::propdata {
 

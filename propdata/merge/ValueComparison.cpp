@@ -4,6 +4,8 @@
 #include <cstring>
 #include <cwchar>
 
+#include "errors/Guard.h"
+#include "errors/Messages.h"
 #include "holders/CountedStringsHolder.h"
 #include "holders/InterfaceHolder.h"
 #include "holders/StringHolder.h"
@@ -11,10 +13,12 @@
 #include "host/com/ComRuntime.h"
 #include "host/palette/IOPMPropertyExpander.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/Guards.h"
+#include "propdata/merge/Cores.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;
+using velt::errors::failWith;
+using velt::errors::guarded;
 namespace message = velt::errors::message;
 
 namespace {
@@ -37,33 +41,31 @@ bool countElements(IDispatch* object, const CStdStr<wchar_t>& name, ULONG& count
   DISPID dispId = 0;
   if (object == nullptr
       || FAILED(object->GetIDsOfNames(GUID_NULL, &names, 1, LOCALE_SYSTEM_DEFAULT, &dispId))) {
-    errorText.Format(LoadErrString(message::nameNotFound).c_str(), name);
-    return false;
+    return failWith(errorText, message::nameNotFound, name);
   }
   InterfaceHolder<IOPMPropertyExpander> expander;
-  if (FAILED(query(object, IID_IOPMPropertyExpander, expander))) {
-    errorText = LoadErrString(message::noExpander);
-    return false;
-  }
+  if (FAILED(query(object, IID_IOPMPropertyExpander, expander)))
+    return failWith(errorText, message::noExpander);
   CountedStringsHolder elements;
   if (!handedOver(expander->GetElementStrings(dispId, elements.putStrings(), elements.putCookies()),
                   elements)) {
-    errorText = LoadErrString(message::elementStrings);
-    return false;
+    return failWith(errorText, message::elementStrings);
   }
   count = elements.cookieCount();
   expander.reset();
   return true;
 }
 
+std::int32_t compareValues(const VARIANT& a, const VARIANT& b);
+
 // True when the search for this element is over: the counts of both properties could be compared.
-bool compareElements(PROPINFO& first, PROPINFO& other, bool& found, CStdStr<wchar_t>& errorText) {
+bool compareElements(PROPINFO& first, const PROPINFO& other, bool& found, CStdStr<wchar_t>& errorText) {
   ULONG countOfFirst = 0;
   ULONG countOfOther = 0;
   if (!countElements(first.pDispatch, first.name, countOfFirst, errorText)) return false;
   if (!countElements(other.pDispatch, first.name, countOfOther, errorText)) return false;
   if (countOfFirst != countOfOther) return true;
-  const std::int32_t comparison = CompareVARIANT(first.value, other.value);
+  const std::int32_t comparison = compareValues(first.value, other.value);
   if (comparison == ofOtherType) return true;
   // QUIRK(no_by_layer_check_of_elements): equal elements do not vary, whatever the layers; no object of the host has
   // by-layer colors as elements.
@@ -72,9 +74,9 @@ bool compareElements(PROPINFO& first, PROPINFO& other, bool& found, CStdStr<wcha
   return true;
 }
 
-bool showsAnotherLayerColor(PROPINFO& first, PROPINFO& other) {
+bool showsAnotherLayerColor(const PROPINFO& first, const PROPINFO& other) {
   return first.value.vt == VT_DISPATCH && first.value.pdispVal != nullptr && first.dispId != hyperlinksDispId
-         && IsDifferentByLayerColors(first, other);
+         && differByLayerColors(first, other);
 }
 
 std::int32_t differs(bool unequal) {
@@ -109,12 +111,13 @@ std::int32_t compareHyperlinks(IDispatch* a, IDispatch* b) {
   return compareStrings(urlOfA.get(), urlOfB.get(), std::wcscmp);
 }
 
-std::int32_t compareObjects(VARIANT& a, VARIANT& b) {
+std::int32_t compareObjects(const VARIANT& a, const VARIANT& b) {
   VkCmColor colorOfA;
   VkCmColor colorOfB;
-  const HRESULT convertedA = VariantToColorHelper(&a, colorOfA);
-  const HRESULT convertedB = VariantToColorHelper(&b, colorOfB);
-  if (SUCCEEDED(convertedA) && SUCCEEDED(convertedB)) return differs(colorOfA != colorOfB);
+  // Both are asked, whatever the first one answers.
+  const bool isColorA = readColor(a, colorOfA);
+  const bool isColorB = readColor(b, colorOfB);
+  if (isColorA && isColorB) return differs(colorOfA != colorOfB);
   return compareHyperlinks(a.pdispVal, b.pdispVal);
 }
 
@@ -123,32 +126,7 @@ const wchar_t* stringOf(const VARIANT& value) {
   return value.byref != nullptr ? *static_cast<wchar_t**>(value.byref) : nullptr;
 }
 
-}  // namespace
-
-bool comparePropInfo(PROPINFO& first, PROPINFO& other, bool& found, CStdStr<wchar_t>& errorText) {
-  found = false;
-  return orOnNoMemory(false, [&] {
-    if (!isSameProperty(first, other)) return false;
-    if (first.isElement) return compareElements(first, other, found, errorText);
-    switch (CompareVARIANT(first.value, other.value)) {
-      case ofOtherType:
-        // QUIRK(type_mismatch_ends_search): the property counts as missing there, although a later row might fit;
-        // objects that list a property in two forms put first the one to go by.
-        break;
-      case different:
-        first.isVaries = true;
-        found = true;
-        break;
-      default:
-        if (showsAnotherLayerColor(first, other)) first.isVaries = true;
-        found = true;
-        break;
-    }
-    return true;
-  });
-}
-
-std::int32_t CompareVARIANT(VARIANT& a, VARIANT b) {
+std::int32_t compareValues(const VARIANT& a, const VARIANT& b) {
   if (a.vt != b.vt) return ofOtherType;
   switch (a.vt) {
     case VT_I1:
@@ -183,4 +161,39 @@ std::int32_t CompareVARIANT(VARIANT& a, VARIANT b) {
       // such a property shows as varying.
       return different;
   }
+}
+
+}  // namespace
+
+namespace velt::propdata {
+
+bool compareRows(PROPINFO& first, const PROPINFO& other, bool& found, CStdStr<wchar_t>& errorText) {
+  found = false;
+  if (!isSameProperty(first, other)) return false;
+  if (first.isElement) return compareElements(first, other, found, errorText);
+  switch (compareValues(first.value, other.value)) {
+    case ofOtherType:
+      // QUIRK(type_mismatch_ends_search): the property counts as missing there, although a later row might fit;
+      // objects that list a property in two forms put first the one to go by.
+      break;
+    case different:
+      first.isVaries = true;
+      found = true;
+      break;
+    default:
+      if (showsAnotherLayerColor(first, other)) first.isVaries = true;
+      found = true;
+      break;
+  }
+  return true;
+}
+
+}  // namespace velt::propdata
+
+bool comparePropInfo(PROPINFO& first, PROPINFO& other, bool& found, CStdStr<wchar_t>& errorText) {
+  return guarded(false, errorText, [&] { return compareRows(first, other, found, errorText); });
+}
+
+std::int32_t CompareVARIANT(VARIANT& a, VARIANT b) {
+  return guarded(different, [&] { return compareValues(a, b); });
 }

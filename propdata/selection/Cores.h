@@ -8,7 +8,7 @@
 namespace velt::propdata {
 
 // Of GetSingleEntPropInfo.
-bool harvest(VeltPropData* entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& errorText, bool& typeFlag);
+bool harvest(VeltPropData* entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& errorText);
 
 // Of getTqPROPINFOCache.
 PropertyListCache& propertyListCache();

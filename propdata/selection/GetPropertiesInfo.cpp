@@ -4,6 +4,7 @@
 
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/Cores.h"
+#include "propdata/merge/Cores.h"
 #include "propdata/selection/Cores.h"
 #include "propdata/support/Lists.h"
 #include "propdata/writing/Cores.h"
@@ -19,12 +20,12 @@ struct EntityLists {
 };
 
 bool harvestAll(const TqVector<VeltPropData*>& selection, bool withDynamic, EntityLists& lists,
-                CStdStr<wchar_t>& errorText, bool& typeFlag) {
+                CStdStr<wchar_t>& errorText) {
   reserve(lists.ofType, selection.length());
   if (withDynamic) reserve(lists.dynamic, selection.length());
   for (VeltPropData* const entry : selection) {
     TqVector<PROPINFO> ofType;
-    if (!harvest(entry, ofType, errorText, typeFlag)) return false;
+    if (!harvest(entry, ofType, errorText)) return false;
     mustAppend(lists.ofType, ofType);
     if (!withDynamic) continue;
     TqVector<PROPINFO> dynamic;
@@ -36,17 +37,17 @@ bool harvestAll(const TqVector<VeltPropData*>& selection, bool withDynamic, Enti
   return true;
 }
 
-bool query(TqVector<VeltPropData*>& selection, TqVector<PROPINFO>& result, CStdStr<wchar_t>& errorText,
-           bool& mergeFlag, bool& typeFlag) {
+bool query(const TqVector<VeltPropData*>& selection, TqVector<PROPINFO>& result,
+           CStdStr<wchar_t>& errorText) {
   mustClear(result);
   EntityLists lists;
   const bool withDynamic = showsDynamicRows(selection);
-  if (!harvestAll(selection, withDynamic, lists, errorText, typeFlag)) return false;
+  if (!harvestAll(selection, withDynamic, lists, errorText)) return false;
 
-  if (!ExcuteIntersect(selection, lists.ofType, result, errorText, mergeFlag)) return false;
+  if (!intersect(lists.ofType, result, errorText)) return false;
   if (withDynamic) {
     TqVector<PROPINFO> merged;
-    if (!ExcuteIntersect(selection, lists.dynamic, merged, errorText, mergeFlag)) return false;
+    if (!intersect(lists.dynamic, merged, errorText)) return false;
     reserve(result, result.length() + merged.length());
     result.append(merged);
   }
@@ -60,6 +61,7 @@ bool query(TqVector<VeltPropData*>& selection, TqVector<PROPINFO>& result, CStdS
 }  // namespace
 
 bool GetPropertiesInfo(TqVector<VeltPropData*>& selection, TqVector<PROPINFO>& result,
-                       CStdStr<wchar_t>& errorText, bool& mergeFlag, bool& typeFlag) {
-  return guarded(false, errorText, [&] { return query(selection, result, errorText, mergeFlag, typeFlag); });
+                       CStdStr<wchar_t>& errorText, [[maybe_unused]] bool& mergeFlag,
+                       [[maybe_unused]] bool& typeFlag) {
+  return guarded(false, errorText, [&] { return query(selection, result, errorText); });
 }

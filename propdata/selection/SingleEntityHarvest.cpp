@@ -15,6 +15,7 @@
 #include "propdata/VeltPropData.h"
 #include "propdata/selection/Cores.h"
 #include "propdata/support/Lists.h"
+#include "propdata/typeinfo/Cores.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;
@@ -78,7 +79,7 @@ bool completeRow(VeltPropData& entry, PROPINFO& prop, const SetterNames& setters
     }
   }
 
-  if (!GetCategoryInfo(&entry, prop.dispId, categoryId, categoryName, errorText)) return false;
+  if (!findCategory(entry, prop.dispId, categoryId, categoryName, errorText)) return false;
   prop.categoryId = categoryId;
   prop.categoryName = categoryName;
 
@@ -93,12 +94,12 @@ bool completeRow(VeltPropData& entry, PROPINFO& prop, const SetterNames& setters
   return true;
 }
 
-bool walk(VeltPropData& entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& errorText, bool& typeFlag) {
+bool walk(VeltPropData& entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& errorText) {
   CStringArray setterNames;
   setterNames.RemoveAll();
   setterNames.FreeExtra();
   mustClear(list);
-  if (!GetPropTypeInfo(&entry, list, setterNames, errorText, typeFlag)) return false;
+  if (!listProperties(entry, list, setterNames, errorText)) return false;
   if (list.isEmpty()) return false;
 
   const SetterNames setters = namesIn(setterNames);
@@ -133,7 +134,7 @@ void putOwnFields(TqVector<PROPINFO>& list, const VeltPropData& entry) {
 
 namespace velt::propdata {
 
-bool harvest(VeltPropData* entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& errorText, bool& typeFlag) {
+bool harvest(VeltPropData* entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& errorText) {
   if (entry == nullptr) return false;
   const CLSIDMemString key(entry->clsid, hatchVariantOf(*entry));
   PropertyListCache& cache = propertyListCache();
@@ -142,7 +143,7 @@ bool harvest(VeltPropData* entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& er
     putOwnFields(list, *entry);
     return true;
   }
-  if (!walk(*entry, list, errorText, typeFlag)) return false;
+  if (!walk(*entry, list, errorText)) return false;
   cache.emplace(key, list);
   return true;
 }
@@ -150,8 +151,8 @@ bool harvest(VeltPropData* entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& er
 }  // namespace velt::propdata
 
 bool GetSingleEntPropInfo(VeltPropData* entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& errorText,
-                          bool& typeFlag) {
-  return guarded(false, errorText, [&] { return harvest(entry, list, errorText, typeFlag); });
+                          [[maybe_unused]] bool& typeFlag) {
+  return guarded(false, errorText, [&] { return harvest(entry, list, errorText); });
 }
 
 void resetObjectInfo(TqVector<PROPINFO>& list, const VeltPropData* entry) {

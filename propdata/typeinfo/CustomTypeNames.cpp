@@ -3,6 +3,9 @@
 #include <string_view>
 
 #include "propdata/VeltPropData.h"
+#include "propdata/typeinfo/Cores.h"
+
+using namespace velt::propdata;
 
 namespace {
 
@@ -46,11 +49,20 @@ constexpr CustomTypeName customTypeNames[] = {
 
 }  // namespace
 
-int NameToUserdefinedType(const wchar_t* name) {
+namespace velt::propdata {
+
+PropertyKind::Code kindOfTypeName(const wchar_t* name) {
   const std::wstring_view wanted = name != nullptr ? name : L"";
   for (const CustomTypeName& known : customTypeNames) {
     // QUIRK(irregular_type_names): some names exist under one prefix only; plug-ins declare their types by them.
     if (wanted == known.name) return known.kind;
   }
   return PropertyKind::unknownType;
+}
+
+}  // namespace velt::propdata
+
+// Needs no guard: nothing in it throws.
+int NameToUserdefinedType(const wchar_t* name) {
+  return kindOfTypeName(name);
 }

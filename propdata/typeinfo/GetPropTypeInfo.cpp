@@ -1,5 +1,7 @@
 // The walk through an automation object's type information.
 
+#include "errors/Guard.h"
+#include "errors/Messages.h"
 #include "holders/InterfaceHolder.h"
 #include "holders/StringHolder.h"
 #include "holders/TypeInfoBlockHolder.h"
@@ -7,10 +9,13 @@
 #include "host/com/TypeInfo.h"
 #include "host/palette/IOPMPropertyExtension.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/Guards.h"
+#include "propdata/support/Lists.h"
+#include "propdata/typeinfo/Cores.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;
+using velt::errors::failWith;
+using velt::errors::guarded;
 namespace message = velt::errors::message;
 
 namespace {
@@ -18,11 +23,6 @@ namespace {
 // The three methods of IUnknown and the four of IDispatch come first in every function table.
 constexpr UINT firstOwnFunction = 7;
 constexpr WORD hiddenFlags = FUNCFLAG_FHIDDEN | FUNCFLAG_FNONBROWSABLE;
-
-bool failWith(CStdStr<wchar_t>& errorText, int id) {
-  errorText = LoadErrString(id);
-  return false;
-}
 
 // --- user-defined types --------------------------------------------------------------------------------------
 
@@ -63,7 +63,7 @@ int kindByTypeName(ITypeInfo& referenced) {
   const HRESULT documented = library->GetDocumentation(static_cast<INT>(index), name.put(),
                                                        documentation.put(), &helpContext, helpFile.put());
   if (!handedOver(documented, name, documentation, helpFile)) return PropertyKind::none;
-  return NameToUserdefinedType(name.get());
+  return kindOfTypeName(name.get());
 }
 
 // Fills the choices of an enumeration and answers the custom type; what cannot be read is left out.
@@ -150,8 +150,7 @@ class Walk {
     DISPID dispId = 0;
     if (FAILED(
             data_.pDispatch->GetIDsOfNames(GUID_NULL, &nameToResolve, 1, LOCALE_SYSTEM_DEFAULT, &dispId))) {
-      errorText_.Format(LoadErrString(message::nameNotResolved).c_str(), nameToResolve);
-      return false;
+      return failWith(errorText_, message::nameNotResolved, CStdStr<wchar_t>(nameToResolve));
     }
 
     if ((function.flags & hiddenFlags) != 0) return true;
@@ -208,10 +207,19 @@ class Walk {
 
 }  // namespace
 
-bool GetPropTypeInfo(VeltPropData* data, TqVector<PROPINFO>& props, CStringArray& putNames,
-                     CStdStr<wchar_t>& errorText, [[maybe_unused]] bool& flag) {
-  props.clear();
+namespace velt::propdata {
+
+bool listProperties(const VeltPropData& data, TqVector<PROPINFO>& props, CStringArray& putNames,
+                    CStdStr<wchar_t>& errorText) {
+  mustClear(props);
   putNames.RemoveAll();
   putNames.FreeExtra();
-  return orMessageOnComError(errorText, [&] { return Walk(*data, props, putNames, errorText).run(); });
+  return Walk(data, props, putNames, errorText).run();
+}
+
+}  // namespace velt::propdata
+
+bool GetPropTypeInfo(VeltPropData* data, TqVector<PROPINFO>& props, CStringArray& putNames,
+                     CStdStr<wchar_t>& errorText, [[maybe_unused]] bool& flag) {
+  return guarded(false, errorText, [&] { return listProperties(*data, props, putNames, errorText); });
 }

@@ -1,22 +1,22 @@
 // Splitting a property into its elements.
 
+#include "errors/Guard.h"
+#include "errors/Messages.h"
 #include "holders/CountedStringsHolder.h"
 #include "holders/InterfaceHolder.h"
 #include "holders/VariantHolder.h"
 #include "host/palette/IOPMPropertyExpander.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/Guards.h"
+#include "propdata/support/Lists.h"
+#include "propdata/typeinfo/Cores.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;
+using velt::errors::failWith;
+using velt::errors::guardedFromShortage;
 namespace message = velt::errors::message;
 
 namespace {
-
-bool failWith(CStdStr<wchar_t>& errorText, int id) {
-  errorText = LoadErrString(id);
-  return false;
-}
 
 // QUIRK(polyline_width_cookies): the widths at the polyline's first vertex keep their place in the display
 // order instead of being sorted by cookie.
@@ -53,6 +53,10 @@ bool appendElement(IOPMPropertyExpander& expander, DWORD cookie, const CStdStr<w
   return true;
 }
 
+}  // namespace
+
+namespace velt::propdata {
+
 bool listElements(PROPINFO& info, TqVector<PROPINFO>& out, CStdStr<wchar_t>& errorText) {
   InterfaceHolder<IOPMPropertyExpander> expander;
   if (FAILED(query(info.pDispatch, IID_IOPMPropertyExpander, expander))) {
@@ -80,8 +84,9 @@ bool listElements(PROPINFO& info, TqVector<PROPINFO>& out, CStdStr<wchar_t>& err
   return true;
 }
 
-}  // namespace
+}  // namespace velt::propdata
 
 bool GetVariantTypeInfo(PROPINFO& info, TqVector<PROPINFO>& out, CStdStr<wchar_t>& errorText) {
-  return orOnNoMemory(false, [&] { return listElements(info, out, errorText); });
+  // What the host throws is for the caller, who knows whether it has a message to leave.
+  return guardedFromShortage(false, [&] { return listElements(info, out, errorText); });
 }

@@ -5,11 +5,15 @@
 #include <cwchar>
 #include <string_view>
 
+#include "errors/Guard.h"
 #include "holders/InterfaceHolder.h"
 #include "host/automation/IVeltVkCmColor.h"
 #include "propdata/VeltPropData.h"
+#include "propdata/typing/Cores.h"
 
 using namespace velt::holders;
+using namespace velt::propdata;
+using velt::errors::guarded;
 
 namespace {
 
@@ -132,9 +136,9 @@ bool isNamed(const wchar_t* name, const wchar_t* wanted) {
 }
 
 bool isOfClass(const GUID& clsid, const GUID* wanted) {
-  if (wanted != anyAnnotation) return _ObjectIsA(clsid, wanted) != 0;
+  if (wanted != anyAnnotation) return clsid == *wanted;
   return std::any_of(std::begin(annotationClasses), std::end(annotationClasses),
-                     [&](const GUID* annotation) { return _ObjectIsA(clsid, annotation) != 0; });
+                     [&](const GUID* annotation) { return clsid == *annotation; });
 }
 
 bool isColorObject(const VARIANT& value) {
@@ -160,6 +164,10 @@ PropertyKind::Code kindOfValue(const VARIANT& value) {
   }
 }
 
+}  // namespace
+
+namespace velt::propdata {
+
 PropertyKind::Code kindOf(const GUID& clsid, const PROPINFO& prop) {
   for (const KindOfDispId& rule : kindsOfDispIds) {
     if (rule.dispId == prop.dispId) return rule.kind;
@@ -172,7 +180,9 @@ PropertyKind::Code kindOf(const GUID& clsid, const PROPINFO& prop) {
   return prop.hasChoices ? PropertyKind::choice : kindOfValue(prop.value);
 }
 
-}  // namespace
+}  // namespace velt::propdata
+
+// The first two need no guard: nothing in them throws.
 
 std::uint32_t _GetSpecialPropertyIndex(const wchar_t* name) {
   if (name == nullptr) return indexOfNull;
@@ -187,5 +197,7 @@ int _ObjectIsA(GUID clsid, const GUID* wanted) {
 }
 
 std::uint32_t _GetPropertyType(GUID clsid, PROPINFO* prop) {
-  return static_cast<std::uint32_t>(prop != nullptr ? kindOf(clsid, *prop) : PropertyKind::none);
+  return guarded<std::uint32_t>(PropertyKind::none, [&]() -> std::uint32_t {
+    return static_cast<std::uint32_t>(prop != nullptr ? kindOf(clsid, *prop) : PropertyKind::none);
+  });
 }

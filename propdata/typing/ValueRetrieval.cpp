@@ -1,14 +1,17 @@
 // Reading a property's current value, and settling its weight and kind on the way.
 
+#include "errors/Guard.h"
 #include "holders/InterfaceHolder.h"
 #include "holders/VariantHolder.h"
 #include "host/automation/IVkPiPropertyDisplay.h"
 #include "host/com/ComRuntime.h"
 #include "propdata/VeltPropData.h"
-#include "propdata/support/Guards.h"
+#include "propdata/typeinfo/Cores.h"
+#include "propdata/typing/Cores.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;
+using velt::errors::guarded;
 
 namespace {
 
@@ -40,7 +43,7 @@ void readWeight(PROPINFO& prop, const VARIANT& property) {
       prop.weight = static_cast<std::int32_t>(weight);
   }
   display.reset();
-  SetPropertyWeight(prop.clsid, prop);
+  setWeight(prop.clsid, prop);
 }
 
 void fetchValue(PROPINFO& prop) {
@@ -58,7 +61,7 @@ void fetchValue(PROPINFO& prop) {
 
 void settleKind(PROPINFO& prop) {
   if (prop.customType == PropertyKind::none || prop.customType == PropertyKind::unknownType) {
-    prop.customType = static_cast<std::int32_t>(_GetPropertyType(prop.clsid, &prop));
+    prop.customType = kindOf(prop.clsid, prop);
   }
 }
 
@@ -67,24 +70,10 @@ void settleKind(PROPINFO& prop) {
 bool expand(const PROPINFO& prop, TqVector<PROPINFO>& elements) {
   PROPINFO element(prop);
   CStdStr<wchar_t> discardedMessage;
-  return GetVariantTypeInfo(element, elements, discardedMessage);
+  return listElements(element, elements, discardedMessage);
 }
 
-}  // namespace
-
-void getPropValue(PROPINFO& prop, TqVector<PROPINFO>& elements) {
-  orNothingOnNoMemory([&] {
-    readWeight(prop, dispIdAsVariant(prop));
-    if (prop.valueType != VT_VARIANT || !expand(prop, elements)) {
-      fetchValue(prop);
-      settleKind(prop);
-    }
-    // QUIRK(has_value_in_every_case): also after a failed get, so that nothing is fetched twice.
-    prop.hasValue = true;
-  });
-}
-
-bool GetPropInfoValue(PROPINFO& prop) {
+void refresh(PROPINFO& prop) {
   {
     VariantHolder property;
     property.attach(dispIdAsVariant(prop));
@@ -92,6 +81,31 @@ bool GetPropInfoValue(PROPINFO& prop) {
   }
   fetchValue(prop);
   settleKind(prop);
+}
+
+}  // namespace
+
+namespace velt::propdata {
+
+void readValue(PROPINFO& prop, TqVector<PROPINFO>& elements) {
+  readWeight(prop, dispIdAsVariant(prop));
+  if (prop.valueType != VT_VARIANT || !expand(prop, elements)) {
+    fetchValue(prop);
+    settleKind(prop);
+  }
+  // QUIRK(has_value_in_every_case): also after a failed get, so that nothing is fetched twice.
+  prop.hasValue = true;
+}
+
+}  // namespace velt::propdata
+
+void getPropValue(PROPINFO& prop, TqVector<PROPINFO>& elements) {
+  guarded([&] { readValue(prop, elements); });
+  prop.hasValue = true;
+}
+
+bool GetPropInfoValue(PROPINFO& prop) {
+  guarded([&] { refresh(prop); });
   prop.hasValue = true;
   return true;
 }

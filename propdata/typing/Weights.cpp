@@ -7,7 +7,8 @@
 #include <vector>
 
 #include "propdata/VeltPropData.h"
-#include "propdata/support/Guards.h"
+#include "propdata/support/Lists.h"
+#include "propdata/typing/Cores.h"
 
 using namespace velt::propdata;
 
@@ -52,7 +53,9 @@ extern "C" const Guid2DispIds g_guid2dispids[13] = {
 
 static_assert(sizeof(Guid2DispIds) == 336);
 
-int SetPropertyWeight(GUID clsid, PROPINFO& prop) {
+namespace velt::propdata {
+
+void setWeight(const GUID& clsid, PROPINFO& prop) {
   // No break: the last entry with this DISPID counts.
   for (const Guid2DispIds* row = g_guid2dispids; !(row->clsid == GUID_NULL); ++row) {
     if (!(row->clsid == clsid)) continue;
@@ -60,6 +63,13 @@ int SetPropertyWeight(GUID clsid, PROPINFO& prop) {
       if (row->dispIds[position] == prop.dispId) prop.weight = position + 1;
     }
   }
+}
+
+}  // namespace velt::propdata
+
+// Needs no guard, like the next: nothing in them throws.
+int SetPropertyWeight(GUID clsid, PROPINFO& prop) {
+  setWeight(clsid, prop);
   return 0;
 }
 
@@ -113,5 +123,5 @@ void sortByWeight(TqVector<PROPINFO>& list) {
 
 void SortByWeight(TqVector<PROPINFO>& list) {
   if (list.length() < 2) return;
-  orNothingOnNoMemory([&] { sortByWeight(list); });
+  velt::errors::guarded([&] { sortByWeight(list); });
 }

@@ -171,6 +171,20 @@ TEST_F(ByLayerColors, ColorMethodsThatFailWithoutAnAnswerLeakNothing) {
   }
 }
 
+TEST_F(ByLayerColors, AColorObjectThatThrowsIsNoColor) {
+  VARIANT value = borrowed(fixed.dispatch());
+  for (int n = 1;; ++n) {
+    VkCmColor color;
+    host.mark();
+    host.raiseCall(n, L"no connection");
+    HRESULT answer = S_OK;
+    EXPECT_NO_THROW(answer = VariantToColorHelper(&value, color));
+    if (host.failedCall().empty()) break;
+    EXPECT_EQ(answer, E_FAIL) << host.failedCall();
+    EXPECT_EQ(host.balance(), "balanced") << host.failedCall();
+  }
+}
+
 // --- getPropEntityLayerColor -----------------------------------------------------------------------------------------
 
 TEST_F(ByLayerColors, TheLayersColorIsReadAndEverythingClosedAtOnce) {

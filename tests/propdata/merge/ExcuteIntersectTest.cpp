@@ -302,6 +302,38 @@ TEST_F(ExcuteIntersectOnToys, TheFirstListIsNeverChanged) {
   }
 }
 
+// --- exceptions ----------------------------------------------------------------------------------------------------
+
+TEST_F(ExcuteIntersectOnToys, WhicheverCallThrowsItsDescriptionIsTheErrorTextAndTheResultStays) {
+  const TqVector<PROPINFO> before = rows({Row(L"Old").value(i4(1))});
+  for (const bool alone : {true, false}) {
+    SCOPED_TRACE(alone);
+    for (int n = 1;; ++n) {
+      TqVector<TqVector<PROPINFO>> all = lists({rows({point(first), length(first)})});
+      if (!alone) all.push_back(rows({length(second), point(second)}));
+      TqVector<VeltPropData*> entities;
+      TqVector<PROPINFO> result(before);
+      CStdStr<wchar_t> text(L"as before");
+      bool flag = false;
+      host.mark();
+      host.raiseCall(n, L"no connection");
+
+      bool answer = true;
+      EXPECT_NO_THROW(answer = ExcuteIntersect(entities, all, result, text, flag));
+
+      if (host.failedCall().empty()) {
+        EXPECT_TRUE(answer);
+        EXPECT_GT(n, 8);
+        break;
+      }
+      EXPECT_FALSE(answer) << host.failedCall();
+      EXPECT_EQ(text.str(), L"no connection") << host.failedCall();
+      EXPECT_EQ(names(result), Lines{"Old"}) << host.failedCall();
+      EXPECT_EQ(host.balance(), "balanced") << host.failedCall();
+    }
+  }
+}
+
 // --- memory ------------------------------------------------------------------------------------------------------
 
 TEST_F(ExcuteIntersectOnToys, ExhaustedMemoryFailsAndLeavesTheResultAlone) {

@@ -403,6 +403,26 @@ TEST_F(CompareObjects, EveryHostCallMayFailWithoutALeak) {
   }
 }
 
+TEST_F(CompareObjects, ObjectsOfAHostThatThrowsDiffer) {
+  ToyColor color(host, "colour", 1), otherColor(host, "otherColour", 1);
+  ToyHyperlinks links(host, "links"), otherLinks(host, "otherLinks");
+  links.add(L"http://one");
+  otherLinks.add(L"http://one");
+  const std::pair<IDispatch*, IDispatch*> pairs[] = {{color.dispatch(), otherColor.dispatch()},
+                                                     {links.dispatch(), otherLinks.dispatch()}};
+  for (const auto& [a, b] : pairs) {
+    for (int n = 1;; ++n) {
+      host.mark();
+      host.raiseCall(n, L"no connection");
+      std::int32_t answer = 0;
+      EXPECT_NO_THROW(answer = compared(borrowed(a), borrowed(b)));
+      if (host.failedCall().empty()) break;
+      EXPECT_EQ(answer, 1) << host.failedCall();
+      EXPECT_EQ(host.balance(), "balanced") << host.failedCall();
+    }
+  }
+}
+
 // --- comparePropInfo: values ----------------------------------------------------------------------------------------
 
 struct Comparison {
@@ -677,6 +697,32 @@ TEST_F(CompareElements, EachQueryThatFailsLeavesItsMessageAndPassesTheRowOver) {
     for (const std::string& line : host.log.all())
       calls += line.ends_with(" on other");
     EXPECT_EQ(calls, failure.calls);
+  }
+}
+
+TEST_F(CompareElements, WhatTheHostThrowsIsTheMessageAndPassesTheRowOver) {
+  for (int n = 1;; ++n) {
+    host.mark();
+    host.raiseCall(n, L"no connection");
+    Comparison outcome{};
+    EXPECT_NO_THROW(outcome = compare(row(first, i4(1)), row(other, i4(1))));
+    if (host.failedCall().empty()) {
+      EXPECT_EQ(n, 7);
+      break;
+    }
+    EXPECT_EQ(outcome, goesOn) << host.failedCall();
+    EXPECT_EQ(error(), L"no connection") << host.failedCall();
+    EXPECT_EQ(host.balance(), "balanced") << host.failedCall();
+  }
+}
+
+TEST_F(CompareElements, WhatFailingCallsLeaveIsNotGivenBack) {
+  for (const char* const call :
+       {"GetIDsOfNames", "QueryInterface(IOPMPropertyExpander)", "GetElementStrings"}) {
+    host.on(call).nth(1).leaveThenFail();
+    host.mark();
+    EXPECT_EQ(compare(row(first, i4(1)), row(other, i4(1))), goesOn) << call;
+    EXPECT_EQ(host.balance(), "balanced") << call;
   }
 }
 

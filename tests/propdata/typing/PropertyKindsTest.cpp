@@ -398,6 +398,18 @@ TEST(PropertyType, TheDeclaredTypeDoesNotCount) {
   EXPECT_EQ(kindOf("Line", prop), PropertyKind::none);
 }
 
+TEST(PropertyType, AnObjectThatThrowsHasNoKind) {
+  ToyHost host;
+  ToyObject object(host, "object");
+  PROPINFO prop = row(L"Name", toys::borrowed(object.dispatch()));
+  prop.hasChoices = true;
+  host.on("QueryInterface(IVeltVkCmColor)").raise(L"no connection");
+
+  int kind = PropertyKind::choice;
+  EXPECT_NO_THROW(kind = kindOf("Line", prop));
+  EXPECT_EQ(kind, PropertyKind::none);
+}
+
 TEST(PropertyType, ChangesNothingInTheRecord) {
   PROPINFO prop = row(L"Height");
   prop.customType = PropertyKind::unknownType;

@@ -350,6 +350,24 @@ TEST_P(EitherReader, WhicheverCallFailsTheRowCountsAsRead) {
   EXPECT_EQ(run, 3 + 1 + 1);
 }
 
+TEST_P(EitherReader, WhicheverCallThrowsTheRowCountsAsReadAndNothingPasses) {
+  radius.holds(r8(1.5)).weighs(7);
+  int run = 1;
+  for (bool raised = true; raised; ++run) {
+    ASSERT_LT(run, 20);
+    prop.hasValue = false;
+    host.mark();
+    host.raiseCall(run, L"no connection");
+
+    EXPECT_NO_THROW(readEither());
+
+    raised = !host.failedCall().empty();
+    EXPECT_TRUE(prop.hasValue) << host.failedCall();
+    EXPECT_EQ(host.balance(), "balanced") << host.failedCall();
+  }
+  EXPECT_EQ(run, 3 + 1 + 1);
+}
+
 // --- where the two differ -----------------------------------------------------------------------------------
 
 TEST_F(ValueRetrieval, AnExpandedPropertyGivesItsElementsAndIsNotFetched) {
