@@ -33,22 +33,12 @@ void fillNull(CALPOLESTR* strings, CADWORD* cookies) {
   *cookies = {0, nullptr};
 }
 
-// Implements the host's own entries of the hatch, from Slot down to 7: nobody may call one.
-template <int Slot, class Base>
-struct ForbiddenSlots : ForbiddenSlots<Slot - 1, Base> {
-  using ForbiddenSlots<Slot - 1, Base>::ForbiddenSlots;
-  using ForbiddenSlots<Slot - 1, Base>::hostSlot;
-  HRESULT hostSlot(automation::SlotNumber<Slot>) override {
-    const tests::AllocationPause pause;
-    ADD_FAILURE() << "entry " << Slot + 1 << " of the hatch called";
-    return E_NOTIMPL;
-  }
-};
-template <class Base>
-struct ForbiddenSlots<6, Base> : Base {
-  using Base::Base;
-  using Base::hostSlot;
-};
+// Answers for the entries of the hatch that are the host's own: nobody may call one.
+HRESULT callOfForbiddenSlot(int slot) {
+  const tests::AllocationPause pause;
+  ADD_FAILURE() << "entry " << slot + 1 << " of the hatch called";
+  return E_NOTIMPL;
+}
 
 }  // namespace
 
@@ -365,8 +355,15 @@ struct ToyObject::Facets {
     ToyObject& toy;
   };
 
-  struct Hatch final : ForbiddenSlots<91, DualFacet<IVeltHatch>> {
-    explicit Hatch(ToyObject& owner) : ForbiddenSlots(owner, IID_IVeltHatch), toy(owner) {}
+  struct Hatch final : DualFacet<IVeltHatch> {
+    explicit Hatch(ToyObject& owner) : DualFacet(owner, IID_IVeltHatch), toy(owner) {}
+
+#define VELT_FORBIDDEN_SLOT(number)     \
+  HRESULT hostSlot##number() override { \
+    return callOfForbiddenSlot(number); \
+  }
+    VELT_HATCH_HOST_SLOTS(VELT_FORBIDDEN_SLOT)
+#undef VELT_FORBIDDEN_SLOT
 
     HRESULT get_PropertyVariant(INT* variant) override {
       const tests::AllocationPause pause;

@@ -6,26 +6,17 @@
 
 namespace velt::automation {
 
-// Fills the entries `First` to `Last` of a function table, which are only there to keep the later ones in their places.
-template <class Base, int First, int Last>
-class HeldSlots : public HeldSlots<Base, First, Last - 1> {
+class HatchObject final : public AutomationObject<IVeltHatch> {
  public:
-  using HeldSlots<Base, First, Last - 1>::HeldSlots;
-  using HeldSlots<Base, First, Last - 1>::hostSlot;
-  HRESULT hostSlot(SlotNumber<Last>) final { return E_NOTIMPL; }
-};
+  using AutomationObject::AutomationObject;
 
-template <class Base, int First>
-class HeldSlots<Base, First, First> : public Base {
- public:
-  using Base::Base;
-  using Base::hostSlot;
-  HRESULT hostSlot(SlotNumber<First>) final { return E_NOTIMPL; }
-};
-
-class HatchObject final : public HeldSlots<AutomationObject<IVeltHatch>, 7, 91> {
- public:
-  using HeldSlots::HeldSlots;
+  // The entries that are only there to keep the later ones in their places.
+#define VELT_HELD_SLOT(number)          \
+  HRESULT hostSlot##number() override { \
+    return E_NOTIMPL;                   \
+  }
+  VELT_HATCH_HOST_SLOTS(VELT_HELD_SLOT)
+#undef VELT_HELD_SLOT
 
   // What its class's table says (see AutomationClass::variant); on failure the argument stays as it is.
   HRESULT get_PropertyVariant(INT* variant) override;

@@ -57,9 +57,9 @@ TEST_F(HatchObjectTest, AnUnboundHatchLeavesTheVariantAlone) {
 
 TEST_F(HatchObjectTest, TheHostsOtherEntriesOnlyHoldTheirPlace) {
   const auto face = hatch({}).as<IVeltHatch>();
-  EXPECT_EQ(E_NOTIMPL, face->hostSlot(SlotNumber<7>()));
-  EXPECT_EQ(E_NOTIMPL, face->hostSlot(SlotNumber<50>()));
-  EXPECT_EQ(E_NOTIMPL, face->hostSlot(SlotNumber<91>()));
+  EXPECT_EQ(E_NOTIMPL, face->hostSlot7());
+  EXPECT_EQ(E_NOTIMPL, face->hostSlot50());
+  EXPECT_EQ(E_NOTIMPL, face->hostSlot91());
 }
 
 TEST_F(HatchObjectTest, IsAnAutomationObjectLikeAllOthers) {
