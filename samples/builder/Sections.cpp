@@ -55,7 +55,7 @@ void writeClasses(PairWriter& out) {
     out.verbatim(0, "CLASS");
     out.verbatim(1, record);
     out.verbatim(2, name);
-    out.verbatim(3, "ObjectDBX Classes");
+    out.verbatim(3, "Velt");
     out.integer(90, 0);
     out.integer(91, record == "LAYOUT" ? 2 : 1);
     out.integer(280, 0);

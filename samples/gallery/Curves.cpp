@@ -22,27 +22,28 @@ Pairs splineHead(int flags, int degree, int knots, int controlPoints) {
   };
 }
 
-// A corner of a multiline: the direction of the part that begins there, that of the mitre, and where both lines run.
+// A corner of a multiline: where, the direction of the part that begins there, and that of the mitre.
 Pairs multilineCorner(int x, int y) {
+  // One of the lines: how far it runs from the corner, without gaps and filling.
+  const auto line = [](int distance) -> Pairs { return {{74, 2}, each(41, {distance, 0}), {75, 0}}; };
   return {
-      point(11, x, y, 0),
-      point(12, 1, 0, 0),
-      point(13, 0, 1, 0),
-      {74, 2},
-      each(41, {0, 0}),
-      {75, 0},
-      {74, 2},
-      each(41, {-2, 0}),
-      {75, 0},
+      point(11, x, y, 0), point(12, 1, 0, 0), point(13, 0, 1, 0), line(0), line(-2),
   };
 }
 
-// Of five control points.
 Pairs spline() {
   return {
-      splineHead(planar, 3, 9, 5), each(40, {0, 0, 0, 0}), {40, 0.5},
-      each(40, {1, 1, 1, 1}),      point(10, 70, 20, 0),   point(10, 75, 30, 0),
-      point(10, 80, 20, 0),        point(10, 85, 30, 0),   point(10, 90, 20, 0),
+      splineHead(planar, 3, 9, 5),
+      // Knots.
+      each(40, {0, 0, 0, 0}),
+      {40, 0.5},
+      each(40, {1, 1, 1, 1}),
+      // Control points.
+      point(10, 70, 20, 0),
+      point(10, 75, 30, 0),
+      point(10, 80, 20, 0),
+      point(10, 85, 30, 0),
+      point(10, 90, 20, 0),
   };
 }
 
@@ -51,7 +52,7 @@ Pairs rationalSpline() {
   return {
       splineHead(planar + rational, 2, 6, 3),
       each(40, {0, 0, 0, 1, 1, 1}),
-      // Weights.
+      // Weights of the control points.
       {41, 1},
       {41, 0.7071067811865476},
       {41, 1},

@@ -23,6 +23,7 @@
 #include "host/platform/CrashRecorder.h"
 #include "host/platform/Memory.h"
 #include "tests/container/HostDoubles.h"
+#include "tests/container/ReferenceVector.h"
 #include "tests/support/AllocationSpy.h"
 #include "tests/support/ReplacedAllocation.h"
 
@@ -1197,93 +1198,9 @@ TEST_F(TqVectorTest, NeedsNoMemoryToBecomeEmptyOrShared) {
   EXPECT_TRUE(vector.isEmpty());
 }
 
-// --- the model ------------------------------------------------------------------------------------------------------
+// --- against the reference ------------------------------------------------------------------------------------------
 
-// The simplest vector that shares: a counted block, and every rule written down as it is explained.
-struct ModelBlock {
-  std::uint32_t logical = 0;
-  std::uint32_t growCount = 8;
-  std::vector<int> slots;
-};
-
-class ModelVector {
- public:
-  explicit ModelVector(const std::shared_ptr<ModelBlock>& empty) : empty_(empty), block_(empty) {}
-  ModelVector(const ModelVector&) = default;
-  ModelVector& operator=(const ModelVector& other) {
-    block_ = other.block_;
-    return *this;
-  }
-
-  const ModelBlock& block() const { return *block_; }
-  const void* identity() const { return block_.get(); }
-  std::uint32_t physical() const { return static_cast<std::uint32_t>(block_->slots.size()); }
-  bool isShared() const { return block_.use_count() >= 2; }
-
-  void copyBeforeWrite(std::uint32_t keep) {
-    if (!isShared()) return;
-    const auto made = std::make_shared<ModelBlock>();
-    made->growCount = block_->growCount;
-    made->slots.assign(physical() == 0 ? 16 : physical(), Slot::untouched);
-    made->logical = std::min(keep, block_->logical);
-    for (std::uint32_t i = 0; i < made->logical; ++i)
-      made->slots[i] = block_->slots[i];
-    block_ = made;
-  }
-
-  void setPhysicalLength(std::uint32_t n) {
-    if (n == physical()) return;
-    if (n == 0) {
-      block_ = empty_;
-      return;
-    }
-    const auto made = std::make_shared<ModelBlock>();
-    made->growCount = block_->growCount;
-    made->slots.assign(n, Slot::untouched);
-    made->logical = std::min(n, block_->logical);
-    for (std::uint32_t i = 0; i < made->logical; ++i)
-      made->slots[i] = block_->slots[i];
-    block_ = made;
-  }
-
-  void setLogicalLength(std::uint32_t n) {
-    if (n == block_->logical) return;
-    if (n > physical()) {
-      const std::uint32_t step = block_->logical + block_->growCount;
-      setPhysicalLength(step <= n ? n : step);
-    } else {
-      copyBeforeWrite(std::min(block_->logical, n));
-    }
-    block_->logical = n;
-  }
-
-  void push(int number) {
-    setLogicalLength(block_->logical + 1);
-    block_->slots[block_->logical - 1] = number;
-  }
-
-  void append(std::vector<int> numbers) {
-    const std::uint32_t before = block_->logical;
-    setLogicalLength(before + static_cast<std::uint32_t>(numbers.size()));
-    for (std::size_t i = 0; i < numbers.size(); ++i)
-      block_->slots[before + i] = numbers[i];
-  }
-
-  void write(std::uint32_t i, int number) {
-    copyBeforeWrite(block_->logical);
-    block_->slots[i] = number;
-  }
-
-  int sharers() const { return static_cast<int>(block_.use_count()); }
-
-  std::vector<int> contents() const {
-    return {block_->slots.begin(), block_->slots.begin() + static_cast<std::ptrdiff_t>(block_->logical)};
-  }
-
- private:
-  std::shared_ptr<ModelBlock> empty_;
-  std::shared_ptr<ModelBlock> block_;
-};
+static_assert(untouchedElement == Slot::untouched);
 
 enum class Step {
   Push,
@@ -1322,11 +1239,11 @@ class Comparison {
  public:
   static constexpr std::size_t vectors = 4;
 
-  Comparison() : real_(vectors), model_(vectors, ModelVector(empty_)) {}
+  Comparison() : real_(vectors), model_(vectors, ReferenceVector(empty_)) {}
 
   void make(const Move& move) {
     Slots& vector = real_[move.to];
-    ModelVector& model = model_[move.to];
+    ReferenceVector& model = model_[move.to];
     const std::uint32_t length = model.block().logical;
     const std::uint32_t otherLength = model_[move.from].block().logical;
     const int number = static_cast<int>(move.number) + 100;
@@ -1377,16 +1294,16 @@ class Comparison {
         vector = std::move(real_[move.from]);
         real_[move.from] = Slots();
         model = model_[move.from];
-        model_[move.from] = ModelVector(empty_);
+        model_[move.from] = ReferenceVector(empty_);
         break;
       }
       case Step::Replace:
         vector = Slots();
-        model = ModelVector(empty_);
+        model = ReferenceVector(empty_);
         break;
       case Step::PushWhileCopied: {
         const Slots copied(real_[move.from]);
-        const ModelVector modelCopied(model_[move.from]);
+        const ReferenceVector modelCopied(model_[move.from]);
         vector.push_back(Slot(number));
         model.push(number);
         RC_ASSERT(contents(copied) == modelCopied.contents());
@@ -1432,7 +1349,7 @@ class Comparison {
     long liveSlots = 0;
     for (std::size_t i = 0; i < vectors; ++i) {
       const Slots& vector = real_[i];
-      const ModelVector& model = model_[i];
+      const ReferenceVector& model = model_[i];
       RC_ASSERT(vector.length() == model.block().logical);
       RC_ASSERT(vector.physicalLength() == model.physical());
       RC_ASSERT(blockOf(vector)->growCount == model.block().growCount);
@@ -1448,7 +1365,7 @@ class Comparison {
       if (isNew) liveSlots += static_cast<long>(model.physical());
     }
     std::set<const void*> modelBlocks;
-    for (const ModelVector& model : model_)
+    for (const ReferenceVector& model : model_)
       modelBlocks.insert(model.identity());
     RC_ASSERT(modelBlocks.size() == blocks.size());
     RC_ASSERT(Slot::live - liveBefore_ == liveSlots);
@@ -1456,9 +1373,9 @@ class Comparison {
 
  private:
   const long liveBefore_ = Slot::live;
-  std::shared_ptr<ModelBlock> empty_ = std::make_shared<ModelBlock>();
+  std::shared_ptr<ReferenceBlock> empty_ = std::make_shared<ReferenceBlock>();
   std::vector<Slots> real_;
-  std::vector<ModelVector> model_;
+  std::vector<ReferenceVector> model_;
 };
 
 RC_GTEST_PROP(TqVectorModel, BehavesAsTheSimplestVectorThatShares, ()) {

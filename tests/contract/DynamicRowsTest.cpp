@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <string>
@@ -12,8 +10,11 @@
 #include "embedded/database/Drawing.h"
 #include "embedded/database/Entity.h"
 #include "host/com/Bstr.h"
+#include "host/database/OpenObject.h"
 #include "tests/contract/Query.h"
 #include "tests/embedded/database/Sample.h"
+#include "tests/support/Variants.h"
+#include "tests/support/WholeDrawings.h"
 
 namespace velt::tests {
 namespace {
@@ -104,9 +105,7 @@ TEST_F(DynamicRows, ALineOfTheMergedListIsWrittenToAllReferencesThatAreNotLocked
   ASSERT_TRUE(query.ask());
   const auto* const first = std::find_if(query.rows.begin(), query.rows.end(),
                                          [](const PROPINFO& row) { return row.name == L"NUMBER"; });
-  VARIANT value{};
-  value.vt = VT_BSTR;
-  value.bstrVal = SysAllocString(L"9");
+  VARIANT value = variants::ownedText(L"9");
   EXPECT_EQ(1, setDynPropSourcesPropValue(*first, value));
   VariantClear(&value);
   EXPECT_EQ((Rows{{L"NUMBER", L"9"}, {L"RATING", L"T30"}}), dynamicRowsOf({id(0), id(1)}));
@@ -126,19 +125,37 @@ TEST_F(DynamicRows, RowsOutliveTheDrawingThatTheyWereReadFrom) {
   }
 }
 
-TEST(DynamicRowsOfRealDrawings, TheReferencesOfADynamicBlockShowTheirAttributesTogether) {
-  const char* const folder = std::getenv("VELT_DRAWINGS");
-  if (folder == nullptr) GTEST_SKIP() << "VELT_DRAWINGS names no folder of drawings";
-  const std::filesystem::path file = std::filesystem::path(folder) / "facade_details_ac1027.dxf";
-  if (!std::filesystem::exists(file)) GTEST_SKIP() << "the folder has no " << file.filename();
-  const auto drawing = Drawing::open(file);
-  // Made of the block "Section Callout": two by way of one anonymous block, the others of two more.
-  const Ids callouts{drawing->entityByHandle(0x2204), drawing->entityByHandle(0x222E),
-                     drawing->entityByHandle(0x225C), drawing->entityByHandle(0x2275)};
-  EXPECT_EQ((Rows{{L"SHEETNO", L"3"}, {L"DETNO", L"varies"}}), dynamicRowsOf(callouts));
-  const Ids bubbles{drawing->entityByHandle(0x357F), drawing->entityByHandle(0x3591)};
-  EXPECT_EQ(Rows{}, dynamicRowsOf(bubbles)) << "an ordinary block";
-  EXPECT_EQ((Rows{{L"QTY", L"2"}}), dynamicRowsOf({bubbles[0]}));
+// The rows that all of them show, with a text where they show the same one.
+Rows inCommon(const Ids& ids) {
+  Rows common = dynamicRowsOf({ids[0]});
+  for (const VkDbObjectId id : ids) {
+    const Rows rows = dynamicRowsOf({id});
+    std::erase_if(common, [&](const auto& row) { return !rows.contains(row.first); });
+    for (auto& [name, text] : common)
+      if (rows.at(name) != text) text = L"varies";
+  }
+  return common;
+}
+
+TEST(DynamicRowsOfWholeDrawings, TheReferencesOfADynamicBlockShowTogetherWhatTheyHaveInCommon) {
+  std::size_t shown = 0;
+  forEachDrawing([&](const WholeDrawing& whole) {
+    const auto drawing = Drawing::parse(whole.bytes, whole.name);
+    std::map<long, Ids> references;
+    for (const VkDbObjectId id : drawing->entities()) {
+      const VkDbObjectPointer<VkDbBlockReference> reference(id, VkDb::kForRead);
+      if (reference.openStatus() != Velt::eOk) continue;
+      const VkDbObjectId block = vkdbGetEnhancedBlkOriginalBtrId(reference.object());
+      if (!block.isNull()) references[block.asOldId()].push_back(id);
+    }
+    for (const auto& [block, ids] : references) {
+      if (ids.size() < 2) continue;
+      const Rows rows = dynamicRowsOf(ids);
+      EXPECT_EQ(inCommon(ids), rows);
+      shown += rows.size();
+    }
+  });
+  EXPECT_GT(shown, 0U);
 }
 
 }  // namespace

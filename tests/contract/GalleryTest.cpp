@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
-#include <filesystem>
 #include <map>
 #include <set>
 #include <string>
@@ -22,6 +20,8 @@
 #include "samples/Gallery.h"
 #include "tests/contract/Query.h"
 #include "tests/support/Golden.h"
+#include "tests/support/Narrow.h"
+#include "tests/support/WholeDrawings.h"
 
 namespace velt::tests {
 namespace {
@@ -193,8 +193,7 @@ constexpr Editor editors[] = {
 TEST_F(Gallery, LeadsToEveryEditor) {
   for (const Editor& it : editors)
     EXPECT_TRUE(shows(it.kind, it.property, it.customType))
-        << std::filesystem::path(it.kind) << " " << std::filesystem::path(it.property) << " "
-        << it.customType;
+        << narrow(it.kind) << " " << narrow(it.property) << " " << it.customType;
 }
 
 // A type that no editor is known for does not reach a palette: the kind of the property takes its place. So it is looked
@@ -214,7 +213,7 @@ TEST_F(Gallery, LeadsToATypeNameThatNoEditorIsKnownFor) {
 TEST_F(Gallery, ShowsEveryRowOfEveryClass) {
   for (const AutomationClass* kind : automation::automationClasses()) {
     if (kind->general == nullptr || std::wstring_view(kind->name) == L"VeltObject") continue;
-    ASSERT_TRUE(rowsByClass().contains(kind->name)) << std::filesystem::path(kind->name);
+    ASSERT_TRUE(rowsByClass().contains(kind->name)) << narrow(kind->name);
     std::set<std::wstring> shown;
     for (const Shown& row : rowsByClass().at(kind->name))
       shown.insert(row.name);
@@ -222,7 +221,7 @@ TEST_F(Gallery, ShowsEveryRowOfEveryClass) {
     for (const PropertyRow* row : index.rows()) {
       // A list that is empty has no elements.
       EXPECT_TRUE(shown.contains(row->name) || row->access.elements != nullptr)
-          << std::filesystem::path(kind->name) << " " << std::filesystem::path(row->name);
+          << narrow(kind->name) << " " << narrow(row->name);
     }
   }
 }
@@ -244,11 +243,11 @@ TEST_F(Gallery, RowsWithAFixedPlaceAreOrderedAsTheirTablesAre) {
       ++fixed;
       places[row->category.number][row->weight] = info.weight;
     }
-    EXPECT_GE(fixed, 9U) << std::filesystem::path(kind->name);
+    EXPECT_GE(fixed, 9U) << narrow(kind->name);
     for (const auto& [category, byOwnWeight] : places) {
       std::int32_t last = 0;
       for (const auto& [own, place] : byOwnWeight) {
-        EXPECT_LT(last, place) << std::filesystem::path(kind->name) << " " << category;
+        EXPECT_LT(last, place) << narrow(kind->name) << " " << category;
         last = place;
       }
     }
@@ -265,7 +264,7 @@ TEST_F(Gallery, EveryFixedPlaceIsTakenBySomeRow) {
         info.dispId = row.dispId;
         SetPropertyWeight(kind->clsid, info);
         if (info.weight != 0) {
-          EXPECT_EQ(info.weight, row.weight) << std::filesystem::path(row.name);
+          EXPECT_EQ(info.weight, row.weight) << narrow(row.name);
           taken.insert(info.weight);
         }
       }
@@ -280,12 +279,8 @@ TEST_F(Gallery, EveryFixedPlaceIsTakenBySomeRow) {
 
 // --- the list in the documentation ---
 
-std::string utf8(std::wstring_view ascii) {
-  return {ascii.begin(), ascii.end()};
-}
-
 std::string typeOf(const PropertyRow& row) {
-  if (row.type.user != nullptr) return utf8(row.type.user->name);
+  if (row.type.user != nullptr) return narrow(row.type.user->name);
   switch (row.type.declared) {
     case VT_R8:
       return "real";
@@ -315,15 +310,15 @@ std::string listing(const std::map<std::wstring, std::vector<Shown>>& rowsByClas
     if (!rowsByClass.contains(kind->name)) continue;
     const std::vector<Shown>& rows = rowsByClass.at(kind->name);
     const ClassIndex index(*kind);
-    text += "\n## " + utf8(kind->label) + "\n\n" + utf8(kind->help) + " `" + utf8(kind->name) + "`"
+    text += "\n## " + narrow(kind->label) + "\n\n" + narrow(kind->help) + " `" + narrow(kind->name) + "`"
             + (kind->dxfName.empty() ? "" : ", from `" + std::string(kind->dxfName) + "`")
             + ".\n\n| property | label | type | category | editable | kind | weight |\n|---|---|---|---|---|---|---|\n";
     for (const PropertyRow* row : index.rows()) {
       const auto shown =
           std::find_if(rows.begin(), rows.end(), [&](const Shown& it) { return it.dispId == row->dispId; });
       const bool hasKind = shown != rows.end() && row->access.elements == nullptr;
-      text += "| " + utf8(row->name) + " | " + utf8(row->label) + " | " + typeOf(*row) + " | "
-              + utf8(automation::categoryName(row->category.number)) + " | "
+      text += "| " + narrow(row->name) + " | " + narrow(row->label) + " | " + typeOf(*row) + " | "
+              + narrow(automation::categoryName(row->category.number)) + " | "
               + (!row->isWritable()                     ? "no"
                  : row->writability.obstacle == nullptr ? "yes"
                                                         : "some")
@@ -340,50 +335,44 @@ TEST_F(Gallery, TheListInTheDocumentationIsCurrent) {
                             {places.accepted.parent_path(), places.produced}));
 }
 
-// --- drawings of others ---
+// --- whole drawings ---
 
-TEST_F(Gallery, FewEntitiesOfOthersHaveNoClass) {
-  const char* const folder = std::getenv("VELT_DRAWINGS");
-  if (folder == nullptr) GTEST_SKIP() << "VELT_DRAWINGS names no folder of drawings";
-  for (const auto& file : std::filesystem::directory_iterator(folder)) {
-    if (file.path().extension() != ".dxf") continue;
-    const auto drawing = Drawing::open(file.path());
-    const auto byClass = entitiesByClass(*drawing);
-    const auto none = byClass.find(nullptr);
-    const std::size_t without = none == byClass.end() ? 0 : none->second.size();
-    EXPECT_LE(static_cast<double>(without), 0.02 * static_cast<double>(drawing->entities().size()))
-        << file.path();
-    std::map<std::string, int> types;
-    for (std::size_t i = 0; i < without; ++i)
-      ++types[std::string(drawing->view(database::resolve(none->second[i])->record).type())];
-    for (const auto& [type, count] : types)
-      RecordProperty(file.path().stem().string() + "_" + type, count);
+TEST(EntitiesOfWholeDrawings, HaveTheClassOfTheirTypeOrAreOfATypeThatHasNone) {
+  std::set<std::string_view> known;
+  for (const AutomationClass* kind : automation::automationClasses()) {
+    if (!kind->dxfName.empty()) known.insert(kind->dxfName);
   }
+  forEachDrawing([&](const WholeDrawing& whole) {
+    const auto drawing = Drawing::parse(whole.bytes, whole.name);
+    auto byClass = entitiesByClass(*drawing);
+    for (const VkDbObjectId id : byClass[nullptr]) {
+      const dxf::RecordView view = drawing->view(database::resolve(id)->record);
+      EXPECT_FALSE(known.contains(view.type())) << view.type() << " " << view.handle();
+    }
+  });
 }
 
-// The measurement that a dimension stores, where it does, was made by whoever drew it.
-TEST_F(Gallery, DimensionsOfOthersMeasureWhatTheyStore) {
-  const char* const folder = std::getenv("VELT_DRAWINGS");
-  if (folder == nullptr) GTEST_SKIP() << "VELT_DRAWINGS names no folder of drawings";
+// What a dimension stores was measured by whoever drew it, and may be out of date where that was somebody else.
+TEST(DimensionsOfWholeDrawings, MeasureWhatTheyStore) {
   std::size_t checked = 0;
-  for (const auto& file : std::filesystem::directory_iterator(folder)) {
-    if (file.path().extension() != ".dxf") continue;
-    const auto drawing = Drawing::open(file.path());
+  forEachDrawing([&](const WholeDrawing& whole) {
+    const auto drawing = Drawing::parse(whole.bytes, whole.name);
     for (const auto& [kind, ids] : entitiesByClass(*drawing)) {
       if (kind == nullptr || !std::wstring_view(kind->name).starts_with(L"VeltDim")) continue;
       const ClassIndex index(*kind);
       const PropertyRow* const row = index.find(std::wstring_view(L"Measurement"));
       for (const VkDbObjectId id : ids) {
         const automation::Subject subject(*database::resolve(id), id, *kind);
-        if (!subject.lens().has(42, "*")) continue;
-        const double stored = subject.lens().real(42, "*", 0);
         const double measured = std::get<double>(row->access.get(subject, *row));
+        EXPECT_TRUE(std::isfinite(measured)) << drawing->view(subject.record()).handle();
+        if (!whole.isOwn || !subject.lens().has(42, "*")) continue;
+        const double stored = subject.lens().real(42, "*", 0);
         EXPECT_NEAR(stored, measured, 1e-9 * (1 + std::abs(stored)))
-            << file.path() << " " << drawing->view(subject.record()).handle() << " " << utf8(kind->name);
+            << drawing->view(subject.record()).handle() << " " << narrow(kind->name);
         ++checked;
       }
     }
-  }
+  });
   EXPECT_GT(checked, 0U);
 }
 

@@ -3,14 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <memory>
 #include <optional>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -23,6 +19,8 @@
 #include "propdata/VeltPropData.h"
 #include "samples/FloorPlan.h"
 #include "tests/contract/Query.h"
+#include "tests/support/Narrow.h"
+#include "tests/support/WholeDrawings.h"
 
 namespace velt::tests {
 namespace {
@@ -101,13 +99,6 @@ std::uint32_t askAndCheck(const Drawing& drawing, const Ids& selection, const st
   return rows;
 }
 
-std::string readFile(const std::filesystem::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  return bytes.str();
-}
-
 struct Selections {
   std::map<std::string, Ids> ofTypes;
   std::map<std::wstring, Ids> ofLayers;
@@ -129,42 +120,23 @@ Selections selectionsOf(const Drawing& drawing) {
 
 void everySelectionAnswers(const Drawing& drawing) {
   const Selections selections = selectionsOf(drawing);
+  if (selections.all.empty()) return;
   EXPECT_GT(askAndCheck(drawing, selections.all, "all"), 0U);
   for (const auto& [type, ids] : selections.ofTypes)
     EXPECT_GT(askAndCheck(drawing, ids, type), 0U) << type;
   for (const auto& [layer, ids] : selections.ofLayers) {
-    EXPECT_GT(askAndCheck(drawing, ids, "a layer"), 0U) << std::filesystem::path(layer);
+    EXPECT_GT(askAndCheck(drawing, ids, "a layer"), 0U) << narrow(layer);
   }
-}
-
-std::vector<std::filesystem::path> realDrawings() {
-  std::vector<std::filesystem::path> files;
-  const char* const folder = std::getenv("VELT_DRAWINGS");
-  if (folder == nullptr) return files;
-  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-    if (entry.path().extension() == ".dxf") files.push_back(entry.path());
-  }
-  std::sort(files.begin(), files.end());
-  return files;
 }
 
 }  // namespace
 
-TEST(WholeDrawings, EverySelectionOfTheSampleAnswersAndLosesNothing) {
-  const auto drawing = Drawing::parse(samples::sampleFloorPlan(), "sample.dxf");
-  everySelectionAnswers(*drawing);
-  EXPECT_EQ(drawing->document().bytes(), samples::sampleFloorPlan());
-}
-
-TEST(WholeDrawings, EverySelectionOfTheRealDrawingsAnswersAndLosesNothing) {
-  const std::vector<std::filesystem::path> files = realDrawings();
-  if (files.empty()) GTEST_SKIP() << "VELT_DRAWINGS names no folder of drawings";
-  for (const std::filesystem::path& file : files) {
-    SCOPED_TRACE(file);
-    const auto drawing = Drawing::open(file);
+TEST(WholeDrawings, EverySelectionAnswersAndLosesNothing) {
+  forEachDrawing([](const WholeDrawing& whole) {
+    const auto drawing = Drawing::parse(whole.bytes, whole.name);
     everySelectionAnswers(*drawing);
-    EXPECT_EQ(drawing->document().bytes(), readFile(file)) << "reading and writing back gives the same bytes";
-  }
+    EXPECT_EQ(drawing->document().bytes(), whole.bytes) << "reading and writing back gives the same bytes";
+  });
 }
 
 TEST(WholeDrawings, TwoEntitiesOfOneClassLoseNothingAtAll) {
@@ -188,7 +160,7 @@ TEST(WholeDrawings, TheHatchVariantsHaveListsOfTheirOwn) {
   for (const VkDbObjectId id : hatches) {
     Query query({id});
     ASSERT_TRUE(query.isSetUp);
-    ASSERT_TRUE(query.ask()) << std::filesystem::path(query.errorText.str());
+    ASSERT_TRUE(query.ask()) << narrow(query.errorText.str());
     std::set<std::wstring> names;
     for (const PROPINFO& row : std::as_const(query.rows))
       names.insert(row.name.str());

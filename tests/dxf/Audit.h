@@ -10,7 +10,7 @@
 #include <optional>
 #include <string>
 
-#include "tests/dxf/Drawings.h"
+#include "tests/support/Files.h"
 
 namespace velt::dxf::testing {
 
@@ -31,9 +31,9 @@ for finding in audit.errors + audit.fixes:
 counts = collections.Counter(entity.dxftype() for entity in drawing.modelspace())
 print(' '.join('%s=%d' % pair for pair in sorted(counts.items())))
 )";
-  const TemporaryFile script("audit.py", program);
-  const TemporaryFile drawing("audited.dxf", bytes);
-  const std::string arguments = " '" + script.path().string() + "' '" + drawing.path().string() + "' 2>&1";
+  const tests::TemporaryFolder folder;
+  const std::string arguments =
+      " '" + folder.write("audit.py", program) + "' '" + folder.write("audited.dxf", bytes) + "' 2>&1";
   // The package is the system's, which need not be the first interpreter of the path.
   for (const char* python : {"/usr/bin/python3", "python3"}) {
     std::string output;

@@ -16,6 +16,7 @@
 #include "host/palette/IDynamicProperty.h"
 #include "host/palette/IDynamicProperty2.h"
 #include "host/palette/IPropertySource.h"
+#include "tests/support/Variants.h"
 
 namespace velt::tests {
 
@@ -36,9 +37,7 @@ class ScriptedProperty final : public Interface, public IDynamicEnumProperty, pu
     return *out = SysAllocString(name.c_str()), S_OK;
   };
   std::function<HRESULT(VARIANT*)> value = [](VARIANT* out) {
-    out->vt = VT_BSTR;
-    out->bstrVal = SysAllocString(L"fine");
-    return S_OK;
+    return *out = variants::ownedText(L"fine"), S_OK;
   };
   std::function<HRESULT(const VARIANT&)> set = [](const VARIANT&) { return S_OK; };
 
@@ -66,11 +65,7 @@ class ScriptedProperty final : public Interface, public IDynamicEnumProperty, pu
 
   HRESULT GetNumPropertyValues(LONG* out) override { return *out = choices, S_OK; }
   HRESULT GetPropValueName(LONG, BSTR* out) override { return *out = SysAllocString(L"choice"), S_OK; }
-  HRESULT GetPropValueData(LONG index, VARIANT* out) override {
-    out->vt = VT_I4;
-    out->lVal = index;
-    return S_OK;
-  }
+  HRESULT GetPropValueData(LONG index, VARIANT* out) override { return *out = variants::i4(index), S_OK; }
   HRESULT MapPropertyToCategory(DISPID, PROPCAT* out) override { return *out = 900, S_OK; }
   HRESULT GetCategoryName(PROPCAT, LCID, BSTR* out) override { return *out = SysAllocString(L"Test"), S_OK; }
 };
@@ -88,8 +83,7 @@ IUnknown* unknown(Property& property) {
 }
 
 inline HRESULT giveArray(const std::vector<IUnknown*>& elements, VARIANT* out) {
-  out->vt = VT_ARRAY | VT_UNKNOWN;
-  out->parray = SafeArrayCreateVector(VT_UNKNOWN, 0, static_cast<ULONG>(elements.size()));
+  *out = variants::borrowed(SafeArrayCreateVector(VT_UNKNOWN, 0, static_cast<ULONG>(elements.size())));
   for (LONG index = 0; index < static_cast<LONG>(elements.size()); ++index)
     SafeArrayPutElement(out->parray, &index, elements[static_cast<std::size_t>(index)]);
   return S_OK;

@@ -2,15 +2,19 @@
 
 // Toy: an object that counts its references per interface and never dies by them (a test owns it as a plain
 // value). Each interface is a facet of its own, so that the log tells through which interface an object was
-// released. What it allocates for itself is not seen by an AllocationSpy: each method pauses it first.
+// released. A method of a facet is one of the answer...() functions, which log the call, obey the script and keep what
+// the toy allocates for itself out of sight of an AllocationSpy.
 
 #include <map>
+#include <optional>
 #include <string>
 
 #include "host/automation/IdValues.h"
+#include "host/com/Bstr.h"
 #include "host/com/IDispatch.h"
 #include "tests/support/AllocationSpy.h"
 #include "tests/support/ToyHost.h"
+#include "tests/support/ToyValue.h"
 
 namespace velt::toys {
 
@@ -40,6 +44,45 @@ class Toy {
   // A reference that is not logged, as the test's own.
   IUnknown* referenced(REFIID iid);
 
+  // --- for facets ---
+  // A call as it stands in the log (a text, or a function that makes it), what it does, and the outputs that are null
+  // when the script answers so; an output may be missing.
+  template <class Line, class Work, class... Out>
+  HRESULT answer(const Line& line, const Work& work, Out*... outputs) {
+    const tests::AllocationPause pause;
+    return call(textOf(line), work, [&] { (setNull(outputs), ...); });
+  }
+  // The value where there is one; otherwise the call fails.
+  template <class Line, class Value, class Out>
+  HRESULT answerValue(const Line& line, const std::optional<Value>& value, Out* out,
+                      HRESULT missing = E_FAIL) {
+    return answer(
+        line,
+        [&] {
+          if (!value.has_value()) return missing;
+          *out = given(*value);
+          return S_OK;
+        },
+        out);
+  }
+  // The text where there is one; otherwise the null string.
+  template <class Line>
+  HRESULT answerText(const Line& line, const std::optional<std::wstring>& text, BSTR* out) {
+    return answer(
+        line, [&] { return *out = text.has_value() ? given(*text) : nullptr, S_OK; }, out);
+  }
+  // The byte where there is one; otherwise the output stays as it was.
+  template <class Line>
+  HRESULT answerFlag(const Line& line, const std::optional<BOOL>& byte, BOOL* out) {
+    return answer(
+        line,
+        [&] {
+          if (byte.has_value()) *out = *byte;
+          return S_OK;
+        },
+        out);
+  }
+
   HRESULT query(REFIID iid, void** object);
   ULONG addRef(REFIID iid);
   ULONG release(REFIID iid);
@@ -49,6 +92,23 @@ class Toy {
   }
 
  private:
+  static std::string textOf(const char* line) { return line; }
+  template <class Line>
+  static std::string textOf(const Line& line) {
+    return line();
+  }
+  template <class Out>
+  static void setNull(Out* output) {
+    if (output != nullptr) *output = Out{};
+  }
+  // What the receiver gets, and owns.
+  static BSTR given(const std::wstring& text) { return SysAllocString(text.c_str()); }
+  static VARIANT given(const ToyValue& value) { return value.make(); }
+  template <class Plain>
+  static Plain given(const Plain& plain) {
+    return plain;
+  }
+
   friend class ToyHost;
   template <class Interface>
   friend class Facet;
@@ -108,8 +168,7 @@ class DualFacet : public Facet<Interface> {
 
  protected:
   HRESULT refuse(const char* call) const {
-    const tests::AllocationPause pause;
-    return toy_.call(call, [] { return E_NOTIMPL; });
+    return toy_.answer(call, [] { return E_NOTIMPL; });
   }
 
  private:

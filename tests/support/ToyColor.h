@@ -4,7 +4,6 @@
 
 #include "host/automation/IVeltVkCmColor.h"
 #include "tests/support/Toy.h"
-#include "tests/support/ToyValue.h"
 
 namespace velt::toys {
 
@@ -25,29 +24,14 @@ class ToyColor : public Toy {
 
     HRESULT put_EntityColor(LONG) override { return refuse("put_EntityColor()"); }
     HRESULT get_EntityColor(LONG* out) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          "get_EntityColor()",
-          [&] {
-            *out = static_cast<LONG>(toy.value);
-            return S_OK;
-          },
-          [&] { *out = 0; });
+      return toy.answer(
+          "get_EntityColor()", [&] { return *out = static_cast<LONG>(toy.value), S_OK; }, out);
     }
-    HRESULT get_ColorName(BSTR* name) override { return string("get_ColorName()", toy.colorName, name); }
-    HRESULT get_BookName(BSTR* name) override { return string("get_BookName()", toy.bookName, name); }
+    HRESULT get_ColorName(BSTR* name) override {
+      return toy.answerText("get_ColorName()", toy.colorName, name);
+    }
+    HRESULT get_BookName(BSTR* name) override { return toy.answerText("get_BookName()", toy.bookName, name); }
     HRESULT SetNames(BSTR, BSTR) override { return refuse("SetNames()"); }
-
-    HRESULT string(const char* line, const std::optional<std::wstring>& text, BSTR* out) {
-      const tests::AllocationPause pause;
-      return toy.call(
-          line,
-          [&] {
-            *out = text.has_value() ? SysAllocString(text->c_str()) : nullptr;
-            return S_OK;
-          },
-          [&] { *out = nullptr; });
-    }
     ToyColor& toy;
   };
 

@@ -8,10 +8,6 @@ namespace velt::toys {
 
 namespace {
 
-BSTR newString(const std::optional<std::wstring>& text) {
-  return text.has_value() ? SysAllocString(text->c_str()) : nullptr;
-}
-
 // How the two generations name the entity.
 std::string entityOf(const Toy& /*asked*/, long oldId) {
   return say("id ", oldId);
@@ -29,73 +25,39 @@ struct ToyDynamicProperty::Facets {
     Property(ToyDynamicProperty& owner, REFIID iid) : Facet<Interface>(owner, iid), toy(owner) {}
 
     HRESULT GetGUID(GUID* guid) override {
-      const tests::AllocationPause pause;
-      return toy.call("GetGUID()", [&] {
+      return toy.answer("GetGUID()", [&] {
         *guid = {0x11111111, 0x2222, 0x3333, {4, 4, 4, 4, 4, 4, 4, 4}};
         return S_OK;
       });
     }
-    HRESULT GetDisplayName(BSTR* name) override { return string("GetDisplayName()", toy.displayName, name); }
-    HRESULT IsPropertyEnabled(Entity entity, BOOL* out) override {
-      const tests::AllocationPause pause;
-      return flag(say("IsPropertyEnabled(", entityOf(toy, entity), ")"), toy.enabled, out);
+    HRESULT GetDisplayName(BSTR* name) override {
+      return toy.answerText("GetDisplayName()", toy.displayName, name);
     }
-    HRESULT IsPropertyReadOnly(BOOL* out) override { return flag("IsPropertyReadOnly()", toy.readOnly, out); }
-    HRESULT GetDescription(BSTR* text) override { return string("GetDescription()", toy.description, text); }
+    HRESULT IsPropertyEnabled(Entity entity, BOOL* out) override {
+      return toy.answerFlag([&] { return say("IsPropertyEnabled(", entityOf(toy, entity), ")"); },
+                            toy.enabled, out);
+    }
+    HRESULT IsPropertyReadOnly(BOOL* out) override {
+      return toy.answerFlag("IsPropertyReadOnly()", toy.readOnly, out);
+    }
+    HRESULT GetDescription(BSTR* text) override {
+      return toy.answerText("GetDescription()", toy.description, text);
+    }
     HRESULT GetCurrentValueName(BSTR* typeName) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          "GetCurrentValueName()",
-          [&] {
-            if (!toy.valueTypeName.has_value()) return E_NOTIMPL;
-            *typeName = newString(toy.valueTypeName);
-            return S_OK;
-          },
-          [&] { *typeName = nullptr; });
+      return toy.answerValue("GetCurrentValueName()", toy.valueTypeName, typeName, E_NOTIMPL);
     }
     HRESULT GetCurrentValueType(VARTYPE* type) override {
-      const tests::AllocationPause pause;
-      return toy.call("GetCurrentValueType()", [&] {
-        *type = VT_I2;  // not what the value has: nobody may rely on it
-        return S_OK;
-      });
+      // Not what the value has: nobody may rely on it.
+      return toy.answer("GetCurrentValueType()", [&] { return *type = VT_I2, S_OK; });
     }
     HRESULT GetCurrentValueData(Entity entity, VARIANT* out) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("GetCurrentValueData(", entityOf(toy, entity), ")"),
-          [&] {
-            if (!toy.value.has_value()) return E_FAIL;
-            *out = toy.value->make();
-            return S_OK;
-          },
-          [&] { *out = empty(); });
+      return toy.answerValue([&] { return say("GetCurrentValueData(", entityOf(toy, entity), ")"); },
+                             toy.value, out);
     }
     HRESULT SetCurrentValueData(Entity entity, VARIANT written) override {
-      const tests::AllocationPause pause;
-      return toy.call(say("SetCurrentValueData(", entityOf(toy, entity), ", ", print(written), ")"),
-                      [] { return S_OK; });
-    }
-
-    HRESULT string(const char* line, const std::optional<std::wstring>& text, BSTR* out) {
-      const tests::AllocationPause pause;
-      return toy.call(
-          line,
-          [&] {
-            *out = newString(text);
-            return S_OK;
-          },
-          [&] { *out = nullptr; });
-    }
-    HRESULT flag(const std::string& line, std::optional<BOOL> byte, BOOL* out) {
-      const tests::AllocationPause pause;
-      return toy.call(
-          line,
-          [&] {
-            if (byte.has_value()) *out = *byte;
-            return S_OK;
-          },
-          [&] { *out = 0; });
+      return toy.answer(
+          [&] { return say("SetCurrentValueData(", entityOf(toy, entity), ", ", print(written), ")"); },
+          [] { return S_OK; });
     }
     ToyDynamicProperty& toy;
   };
@@ -104,35 +66,25 @@ struct ToyDynamicProperty::Facets {
     explicit Enumeration(ToyDynamicProperty& owner) : Facet(owner, IID_IDynamicEnumProperty), toy(owner) {}
 
     HRESULT GetNumPropertyValues(LONG* count) override {
-      const tests::AllocationPause pause;
-      return toy.call("GetNumPropertyValues()", [&] {
-        *count = toy.valueCount.value_or(static_cast<LONG>(toy.items.size()));
-        return S_OK;
+      return toy.answer("GetNumPropertyValues()", [&] {
+        return *count = toy.valueCount.value_or(static_cast<LONG>(toy.items.size())), S_OK;
       });
     }
     HRESULT GetPropValueName(LONG index, BSTR* name) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("GetPropValueName(", index, ")"),
-          [&] {
-            const Item* const item = itemAt(index);
-            if (item == nullptr) return DISP_E_BADINDEX;
-            *name = newString(item->name);
-            return S_OK;
-          },
-          [&] { *name = nullptr; });
+      const auto line = [&] { return say("GetPropValueName(", index, ")"); };
+      const Item* const item = itemAt(index);
+      if (item == nullptr)
+        return toy.answer(
+            line, [] { return DISP_E_BADINDEX; }, name);
+      return toy.answerText(line, item->name, name);
     }
     HRESULT GetPropValueData(LONG index, VARIANT* out) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("GetPropValueData(", index, ")"),
-          [&] {
-            const Item* const item = itemAt(index);
-            if (item == nullptr || !item->value.has_value()) return DISP_E_BADINDEX;
-            *out = item->value->make();
-            return S_OK;
-          },
-          [&] { *out = empty(); });
+      const auto line = [&] { return say("GetPropValueData(", index, ")"); };
+      const Item* const item = itemAt(index);
+      if (item == nullptr)
+        return toy.answer(
+            line, [] { return DISP_E_BADINDEX; }, out);
+      return toy.answerValue(line, item->value, out, DISP_E_BADINDEX);
     }
     const Item* itemAt(LONG index) const {
       const auto i = static_cast<std::size_t>(index);
@@ -145,23 +97,11 @@ struct ToyDynamicProperty::Facets {
     explicit Categories(ToyDynamicProperty& owner) : Facet(owner, IID_ICategorizeProperties), toy(owner) {}
 
     HRESULT MapPropertyToCategory(DISPID dispId, PROPCAT* out) override {
-      const tests::AllocationPause pause;
-      return toy.call(say("MapPropertyToCategory(", dispId, ")"), [&] {
-        if (!toy.category.has_value()) return E_FAIL;
-        *out = *toy.category;
-        return S_OK;
-      });
+      return toy.answerValue([&] { return say("MapPropertyToCategory(", dispId, ")"); }, toy.category, out);
     }
     HRESULT GetCategoryName(PROPCAT number, LCID locale, BSTR* name) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("GetCategoryName(", number, ", locale ", locale, ")"),
-          [&] {
-            if (!toy.categoryName.has_value()) return E_FAIL;
-            *name = newString(toy.categoryName);
-            return S_OK;
-          },
-          [&] { *name = nullptr; });
+      return toy.answerValue([&] { return say("GetCategoryName(", number, ", locale ", locale, ")"); },
+                             toy.categoryName, name);
     }
     ToyDynamicProperty& toy;
   };
@@ -187,27 +127,25 @@ struct ToyPropertySource::SourceFacet final : Facet<IPropertySource> {
   explicit SourceFacet(ToyPropertySource& owner) : Facet(owner, IID_IPropertySource), toy(owner) {}
 
   HRESULT GetProperties(IDispatch* entity, VARIANT* out) override {
-    const tests::AllocationPause pause;
-    return toy.call(
-        "GetProperties(" + entityOf(toy, entity) + ")",
-        [&] {
-          if (toy.answersEmpty) return S_OK;
-          if (toy.answerWith.has_value()) {
-            *out = toy.answerWith->make();
-            return S_OK;
-          }
-          SAFEARRAY* const array = SafeArrayCreateVector(toy.elementType, toy.lowerBound,
-                                                         static_cast<ULONG>(toy.properties.size()));
-          for (std::size_t i = 0; i < toy.properties.size(); ++i) {
-            const LONG index = toy.lowerBound + static_cast<LONG>(i);
-            if (toy.properties[i] != nullptr) SafeArrayPutElement(array, &index, toy.properties[i]);
-          }
-          VARIANT made = ofType(static_cast<VARTYPE>(VT_ARRAY | toy.elementType));
-          made.parray = array;
-          *out = made;
-          return S_OK;
-        },
-        [&] { *out = empty(); });
+    return toy.answer([&] { return say("GetProperties(", entityOf(toy, entity), ")"); },
+                      [&] {
+                        if (toy.answersEmpty) return S_OK;
+                        if (toy.answerWith.has_value()) {
+                          *out = toy.answerWith->make();
+                          return S_OK;
+                        }
+                        SAFEARRAY* const array = SafeArrayCreateVector(
+                            toy.elementType, toy.lowerBound, static_cast<ULONG>(toy.properties.size()));
+                        for (std::size_t i = 0; i < toy.properties.size(); ++i) {
+                          const LONG index = toy.lowerBound + static_cast<LONG>(i);
+                          if (toy.properties[i] != nullptr)
+                            SafeArrayPutElement(array, &index, toy.properties[i]);
+                        }
+                        *out = ofType(static_cast<VARTYPE>(VT_ARRAY | toy.elementType));
+                        out->parray = array;
+                        return S_OK;
+                      },
+                      out);
   }
   ToyPropertySource& toy;
 };

@@ -15,6 +15,7 @@
 #include "host/palette/IOPMPropertyExtension.h"
 #include "host/palette/IPropertySource.h"
 #include "tests/support/Interposers.h"
+#include "tests/support/Narrow.h"
 #include "tests/support/Toy.h"
 #include "tests/support/ToyDatabase.h"
 
@@ -241,17 +242,7 @@ std::string nameOf(const GUID& id) {
 }
 
 std::string narrow(const wchar_t* text) {
-  if (text == nullptr) return "null";
-  std::string bytes;
-  for (; *text != L'\0'; ++text) {
-    const auto code = static_cast<std::uint32_t>(*text);
-    if (code < 0x80) {
-      bytes += static_cast<char>(code);
-    } else {
-      bytes += "\\u" + hex(code).substr(2);
-    }
-  }
-  return bytes;
+  return text == nullptr ? "null" : tests::narrow(text);
 }
 
 std::string hex(std::uint32_t number) {

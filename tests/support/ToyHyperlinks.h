@@ -23,16 +23,7 @@ class ToyHyperlink : public Toy {
     explicit LinkFacet(ToyHyperlink& owner) : DualFacet(owner, IID_IVeltHyperlink), toy(owner) {}
 
     HRESULT put_URL(BSTR) override { return refuse("put_URL()"); }
-    HRESULT get_URL(BSTR* out) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          "get_URL()",
-          [&] {
-            *out = toy.url.has_value() ? SysAllocString(toy.url->c_str()) : nullptr;
-            return S_OK;
-          },
-          [&] { *out = nullptr; });
-    }
+    HRESULT get_URL(BSTR* out) override { return toy.answerText("get_URL()", toy.url, out); }
     HRESULT put_URLDescription(BSTR) override { return refuse("put_URLDescription()"); }
     HRESULT get_URLDescription(BSTR*) override { return refuse("get_URLDescription()"); }
     ToyHyperlink& toy;
@@ -60,17 +51,16 @@ class ToyHyperlinks : public Toy {
     explicit LinksFacet(ToyHyperlinks& owner) : DualFacet(owner, IID_IVeltHyperlinks), toy(owner) {}
 
     HRESULT Item(LONG index, IVeltHyperlink** hyperlink) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("Item(", index, ")"),
-          [&] {
-            if (index < 0 || static_cast<std::size_t>(index) >= toy.items.size()) return DISP_E_BADINDEX;
-            ToyHyperlink& item = *toy.items[static_cast<std::size_t>(index)];
-            item.referenced(IID_IVeltHyperlink);
-            *hyperlink = item.as<IVeltHyperlink>(IID_IVeltHyperlink);
-            return S_OK;
-          },
-          [&] { *hyperlink = nullptr; });
+      return toy.answer([&] { return say("Item(", index, ")"); },
+                        [&] {
+                          if (index < 0 || static_cast<std::size_t>(index) >= toy.items.size())
+                            return DISP_E_BADINDEX;
+                          ToyHyperlink& item = *toy.items[static_cast<std::size_t>(index)];
+                          item.referenced(IID_IVeltHyperlink);
+                          *hyperlink = item.as<IVeltHyperlink>(IID_IVeltHyperlink);
+                          return S_OK;
+                        },
+                        hyperlink);
     }
     HRESULT get_Count(LONG*) override { return refuse("get_Count()"); }
     ToyHyperlinks& toy;

@@ -51,27 +51,65 @@ void ToyObject::freeLastArrays() {
 }
 
 struct ToyObject::Facets {
-  struct Dispatch final : Facet<IDispatch> {
-    explicit Dispatch(ToyObject& owner) : Facet(owner, IID_IDispatch), toy(owner) {}
+  // What the facets share: most of their calls are about one property, and answer what it says of itself.
+  template <class Base>
+  struct Of : Base {
+    Of(ToyObject& owner, REFIID iid) : Base(owner, iid), toy(owner) {}
+
+    // Answers with what `work` does with the property; the call fails for one that the toy does not have.
+    template <class Work, class... Out>
+    HRESULT about(const char* call, DISPID dispId, HRESULT unknown, const Work& work, Out*... outputs) {
+      return toy.answer([&] { return say(call, "(", dispId, ")"); },
+                        [&] {
+                          const ToyProperty* const property = toy.find(dispId);
+                          return property == nullptr ? unknown : work(*property);
+                        },
+                        outputs...);
+    }
+    // Answers with a field of the property; the call fails where it is not set.
+    template <class Value, class Out>
+    HRESULT field(const char* call, DISPID dispId, std::optional<Value> ToyProperty::*value, Out* out) {
+      return about(
+          call, dispId, E_FAIL,
+          [&](const ToyProperty& property) {
+            if (!(property.*value).has_value()) return E_FAIL;
+            *out = *(property.*value);
+            return S_OK;
+          },
+          out);
+    }
+    // Answers with names and the numbers that go with them, both for the caller to free.
+    HRESULT namesAndNumbers(const std::vector<std::wstring>& names, const std::vector<DWORD>& numbers,
+                            CALPOLESTR* strings, CADWORD* cookies) {
+      fill(strings, names);
+      fill(cookies, numbers);
+      toy.lastStrings = *strings;
+      toy.lastCookies = *cookies;
+      return S_OK;
+    }
+
+    ToyObject& toy;
+  };
+
+  struct Dispatch final : Of<Facet<IDispatch>> {
+    explicit Dispatch(ToyObject& owner) : Of(owner, IID_IDispatch) {}
 
     HRESULT GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
     HRESULT GetTypeInfo(UINT index, LCID locale, ITypeInfo** typeInfo) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("GetTypeInfo(", index, ", locale ", hex(locale), ")"),
-          [&] {
-            toy.type.referenced(IID_ITypeInfo);
-            *typeInfo = toy.type.typeInfo();
-            return S_OK;
-          },
-          [&] { *typeInfo = nullptr; });
+      return toy.answer([&] { return say("GetTypeInfo(", index, ", locale ", hex(locale), ")"); },
+                        [&] {
+                          toy.type.referenced(IID_ITypeInfo);
+                          *typeInfo = toy.type.typeInfo();
+                          return S_OK;
+                        },
+                        typeInfo);
     }
     HRESULT GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override {
-      const tests::AllocationPause pause;
-      const std::string notNull = iid == GUID_NULL ? "" : ", iid " + nameOf(iid);
-      return toy.call(
-          say("GetIDsOfNames(", narrow(names[0]), count == 1 ? "" : say(", ", count, " names"), ", locale ",
-              hex(locale), notNull, ")"),
+      return toy.answer(
+          [&] {
+            return say("GetIDsOfNames(", narrow(names[0]), count == 1 ? "" : say(", ", count, " names"),
+                       ", locale ", hex(locale), iid == GUID_NULL ? "" : ", iid " + nameOf(iid), ")");
+          },
           [&] {
             if (names[0] == nullptr) return DISP_E_UNKNOWNNAME;
             const auto found = toy.dispIds.find(names[0]);
@@ -79,25 +117,26 @@ struct ToyObject::Facets {
             *ids = found->second;
             return S_OK;
           },
-          [&] { *ids = 0; });
+          ids);
     }
     HRESULT Invoke(DISPID dispId, REFIID iid, LCID locale, WORD flags, DISPPARAMS* params, VARIANT* result,
                    EXCEPINFO* exception, UINT* argumentError) override {
-      const tests::AllocationPause pause;
-      std::string line = say("Invoke(", dispId);
-      if (flags == DISPATCH_PROPERTYGET) line += ", get";
-      if (flags == DISPATCH_PROPERTYPUT) line += ", put";
-      if (flags != DISPATCH_PROPERTYGET && flags != DISPATCH_PROPERTYPUT) line += say(", flags ", flags);
-      for (UINT i = 0; i < params->cArgs; ++i)
-        line += " " + print(params->rgvarg[i]);
-      for (UINT i = 0; i < params->cNamedArgs; ++i)
-        line += say(" named ", params->rgdispidNamedArgs[i]);
-      line += ", locale " + hex(locale);
-      line += result != nullptr ? ", result " + nameOfType(result->vt) : ", no result";
-      line += exception != nullptr ? ", exception" : "";
-      line += argumentError != nullptr ? ", argument error" : "";
-      line += iid == GUID_NULL ? ")" : ", iid " + nameOf(iid) + ")";
-      return toy.call(
+      const auto line = [&] {
+        std::string said = say("Invoke(", dispId);
+        if (flags == DISPATCH_PROPERTYGET) said += ", get";
+        if (flags == DISPATCH_PROPERTYPUT) said += ", put";
+        if (flags != DISPATCH_PROPERTYGET && flags != DISPATCH_PROPERTYPUT) said += say(", flags ", flags);
+        for (UINT i = 0; i < params->cArgs; ++i)
+          said += " " + print(params->rgvarg[i]);
+        for (UINT i = 0; i < params->cNamedArgs; ++i)
+          said += say(" named ", params->rgdispidNamedArgs[i]);
+        said += ", locale " + hex(locale);
+        said += result != nullptr ? ", result " + nameOfType(result->vt) : ", no result";
+        said += exception != nullptr ? ", exception" : "";
+        said += argumentError != nullptr ? ", argument error" : "";
+        return said + (iid == GUID_NULL ? ")" : ", iid " + nameOf(iid) + ")");
+      };
+      return toy.answer(
           line,
           [&] {
             static constexpr EXCEPINFO zeroed{};
@@ -117,246 +156,174 @@ struct ToyObject::Facets {
             if (flags == DISPATCH_PROPERTYGET) *result = property->value->make();
             return S_OK;
           },
-          [&] {
-            if (result != nullptr) *result = empty();
-          });
+          result);
     }
-    ToyObject& toy;
   };
 
-  struct BaseObject final : Facet<IVeltBaseObject> {
-    explicit BaseObject(ToyObject& owner) : Facet(owner, IID_IVeltBaseObject), toy(owner) {}
+  struct BaseObject final : Of<Facet<IVeltBaseObject>> {
+    explicit BaseObject(ToyObject& owner) : Of(owner, IID_IVeltBaseObject) {}
 
     HRESULT SetObjectId(VkDbObjectId& object, VkDbObjectId owner, wchar_t* keyword) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("SetObjectId(", object.asOldId(), ", owner ", owner.asOldId(), ", ", narrow(keyword), ")"),
+      return toy.answer(
           [&] {
-            toy.objectId = object;
-            return S_OK;
-          });
+            return say("SetObjectId(", object.asOldId(), ", owner ", owner.asOldId(), ", ", narrow(keyword),
+                       ")");
+          },
+          [&] { return toy.objectId = object, S_OK; });
     }
     HRESULT GetObjectId(VkDbObjectId* object) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          "GetObjectId()",
-          [&] {
-            *object = toy.objectId;
-            return S_OK;
-          },
-          [&] { *object = VkDbObjectId(); });
+      return toy.answer(
+          "GetObjectId()", [&] { return *object = toy.objectId, S_OK; }, object);
     }
-    ToyObject& toy;
   };
 
-  struct Extension final : Facet<IOPMPropertyExtension> {
-    explicit Extension(ToyObject& owner) : Facet(owner, IID_IOPMPropertyExtension), toy(owner) {}
+  struct Extension final : Of<Facet<IOPMPropertyExtension>> {
+    explicit Extension(ToyObject& owner) : Of(owner, IID_IOPMPropertyExtension) {}
 
     HRESULT GetDisplayName(DISPID dispId, BSTR* name) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("GetDisplayName(", dispId, ")"),
-          [&] {
-            const ToyProperty* const property = toy.find(dispId);
-            if (property == nullptr) return E_INVALIDARG;
-            *name = property->label.has_value() ? newString(*property->label) : nullptr;
+      return about(
+          "GetDisplayName", dispId, E_INVALIDARG,
+          [&](const ToyProperty& property) {
+            *name = property.label.has_value() ? newString(*property.label) : nullptr;
             return S_OK;
           },
-          [&] { *name = nullptr; });
+          name);
     }
     HRESULT Editable(DISPID dispId, BOOL* editable) override {
-      const tests::AllocationPause pause;
-      return flag(say("Editable(", dispId, ")"), dispId, editable, &ToyProperty::edit);
+      return flag("Editable", dispId, &ToyProperty::edit, editable);
     }
     HRESULT ShowProperty(DISPID dispId, BOOL* show) override {
-      const tests::AllocationPause pause;
-      return flag(say("ShowProperty(", dispId, ")"), dispId, show, &ToyProperty::show);
+      return flag("ShowProperty", dispId, &ToyProperty::show, show);
     }
-    HRESULT flag(const std::string& line, DISPID dispId, BOOL* out,
-                 std::optional<BOOL> ToyProperty::*answer) {
-      const tests::AllocationPause pause;
-      return toy.call(
-          line,
-          [&] {
-            const ToyProperty* const property = toy.find(dispId);
-            if (property == nullptr) return E_INVALIDARG;
-            if ((property->*answer).has_value()) *out = *(property->*answer);
+    HRESULT flag(const char* call, DISPID dispId, std::optional<BOOL> ToyProperty::*byte, BOOL* out) {
+      return about(
+          call, dispId, E_INVALIDARG,
+          [&](const ToyProperty& property) {
+            if ((property.*byte).has_value()) *out = *(property.*byte);
             return S_OK;
           },
-          [&] { *out = 0; });
+          out);
     }
-    ToyObject& toy;
   };
 
-  struct Expander final : Facet<IOPMPropertyExpander> {
-    explicit Expander(ToyObject& owner) : Facet(owner, IID_IOPMPropertyExpander), toy(owner) {}
+  struct Expander final : Of<Facet<IOPMPropertyExpander>> {
+    explicit Expander(ToyObject& owner) : Of(owner, IID_IOPMPropertyExpander) {}
 
     HRESULT GetElementValue(DISPID dispId, DWORD cookie, VARIANT* value) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("GetElementValue(", dispId, ", cookie ", cookie, ")"),
-          [&] {
-            const ToyProperty* const property = toy.find(dispId);
-            if (property == nullptr) return E_INVALIDARG;
-            for (const ToyElement& element : property->elements) {
-              if (element.cookie != cookie) continue;
-              *value = element.value.make();
-              return S_OK;
-            }
-            return E_INVALIDARG;
-          },
-          [&] { *value = empty(); });
+      return toy.answer([&] { return say("GetElementValue(", dispId, ", cookie ", cookie, ")"); },
+                        [&] {
+                          const ToyProperty* const property = toy.find(dispId);
+                          if (property == nullptr) return E_INVALIDARG;
+                          for (const ToyElement& element : property->elements) {
+                            if (element.cookie != cookie) continue;
+                            *value = element.value.make();
+                            return S_OK;
+                          }
+                          return E_INVALIDARG;
+                        },
+                        value);
     }
     HRESULT SetElementValue(DISPID dispId, DWORD cookie, VARIANT value) override {
-      const tests::AllocationPause pause;
-      return toy.call(say("SetElementValue(", dispId, ", cookie ", cookie, ", ", print(value), ")"),
-                      [] { return S_OK; });
+      return toy.answer(
+          [&] { return say("SetElementValue(", dispId, ", cookie ", cookie, ", ", print(value), ")"); },
+          [] { return S_OK; });
     }
     HRESULT GetElementStrings(DISPID dispId, CALPOLESTR* strings, CADWORD* cookies) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("GetElementStrings(", dispId, ")"),
-          [&] {
-            const ToyProperty* const property = toy.find(dispId);
-            if (property == nullptr || !property->expands) return E_FAIL;
+      return about(
+          "GetElementStrings", dispId, E_FAIL,
+          [&](const ToyProperty& property) {
+            if (!property.expands) return E_FAIL;
             std::vector<std::wstring> names;
             std::vector<DWORD> numbers;
-            for (const ToyElement& element : property->elements) {
+            for (const ToyElement& element : property.elements) {
               names.push_back(element.name);
               numbers.push_back(element.cookie);
             }
-            names.insert(names.end(), property->extraNames.begin(), property->extraNames.end());
-            fill(strings, names);
-            fill(cookies, numbers);
-            toy.lastStrings = *strings;
-            toy.lastCookies = *cookies;
-            return S_OK;
+            names.insert(names.end(), property.extraNames.begin(), property.extraNames.end());
+            return namesAndNumbers(names, numbers, strings, cookies);
           },
-          [&] { fillNull(strings, cookies); });
+          strings, cookies);
     }
     HRESULT GetElementGrouping(DISPID dispId, SHORT* grouping) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("GetElementGrouping(", dispId, ")"),
-          [&] {
-            const ToyProperty* const property = toy.find(dispId);
-            if (property == nullptr || !property->grouping.has_value()) return E_FAIL;
-            *grouping = *property->grouping;
-            return S_OK;
-          },
-          [&] { *grouping = 0; });
+      return field("GetElementGrouping", dispId, &ToyProperty::grouping, grouping);
     }
     HRESULT GetGroupCount(DISPID dispId, long* groups) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("GetGroupCount(", dispId, ")"),
-          [&] {
-            const ToyProperty* const property = toy.find(dispId);
-            if (property == nullptr || !property->groups.has_value()) return E_FAIL;
-            *groups = *property->groups;
-            return S_OK;
-          },
-          [&] { *groups = 0; });
+      return field("GetGroupCount", dispId, &ToyProperty::groups, groups);
     }
-    ToyObject& toy;
   };
 
-  struct Categories final : Facet<ICategorizeProperties> {
-    explicit Categories(ToyObject& owner) : Facet(owner, IID_ICategorizeProperties), toy(owner) {}
+  struct Categories final : Of<Facet<ICategorizeProperties>> {
+    explicit Categories(ToyObject& owner) : Of(owner, IID_ICategorizeProperties) {}
 
     HRESULT MapPropertyToCategory(DISPID dispId, PROPCAT* category) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("MapPropertyToCategory(", dispId, ")"),
-          [&] {
-            const ToyProperty* const property = toy.find(dispId);
-            if (property == nullptr || !property->category.has_value()) return E_FAIL;
-            *category = *property->category;
-            return S_OK;
-          },
-          [&] { *category = 0; });
+      return field("MapPropertyToCategory", dispId, &ToyProperty::category, category);
     }
     HRESULT GetCategoryName(PROPCAT category, LCID locale, BSTR* name) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("GetCategoryName(", category, ", locale ", locale, ")"),
-          [&] {
-            const auto found = toy.categories.find(category);
-            if (found == toy.categories.end()) return E_FAIL;
-            *name = newString(found->second);
-            return S_OK;
-          },
-          [&] { *name = nullptr; });
+      return toy.answer([&] { return say("GetCategoryName(", category, ", locale ", locale, ")"); },
+                        [&] {
+                          const auto found = toy.categories.find(category);
+                          if (found == toy.categories.end()) return E_FAIL;
+                          *name = newString(found->second);
+                          return S_OK;
+                        },
+                        name);
     }
-    ToyObject& toy;
   };
 
-  struct Browsing final : Facet<IPerPropertyBrowsing> {
-    explicit Browsing(ToyObject& owner) : Facet(owner, IID_IPerPropertyBrowsing), toy(owner) {}
+  struct Browsing final : Of<Facet<IPerPropertyBrowsing>> {
+    explicit Browsing(ToyObject& owner) : Of(owner, IID_IPerPropertyBrowsing) {}
 
     HRESULT GetDisplayString(DISPID, BSTR*) override { return E_NOTIMPL; }
     HRESULT MapPropertyToPage(DISPID, CLSID*) override { return E_NOTIMPL; }
     HRESULT GetPredefinedStrings(DISPID dispId, CALPOLESTR* strings, CADWORD* cookies) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("GetPredefinedStrings(", dispId, ")"),
-          [&] {
-            const ToyProperty* const property = toy.find(dispId);
-            if (property == nullptr || !property->offersChoices) return E_NOTIMPL;
+      return about(
+          "GetPredefinedStrings", dispId, E_NOTIMPL,
+          [&](const ToyProperty& property) {
+            if (!property.offersChoices) return E_NOTIMPL;
             std::vector<std::wstring> names;
             std::vector<DWORD> numbers;
-            for (const ToyChoice& choice : property->choices) {
+            for (const ToyChoice& choice : property.choices) {
               numbers.push_back(static_cast<DWORD>(100 + names.size()));
               names.push_back(choice.name);
             }
-            fill(strings, names);
-            fill(cookies, numbers);
-            toy.lastStrings = *strings;
-            toy.lastCookies = *cookies;
-            return S_OK;
+            return namesAndNumbers(names, numbers, strings, cookies);
           },
-          [&] { fillNull(strings, cookies); });
+          strings, cookies);
     }
     HRESULT GetPredefinedValue(DISPID dispId, DWORD cookie, VARIANT* value) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("GetPredefinedValue(", dispId, ", cookie ", cookie, ")"),
-          [&] {
-            const ToyProperty* const property = toy.find(dispId);
-            if (property == nullptr || cookie >= property->choices.size()) return E_INVALIDARG;
-            const ToyChoice& choice = property->choices[cookie];
-            if (SUCCEEDED(choice.result)) *value = choice.value.make();
-            return choice.result;
-          },
-          [&] { *value = empty(); });
+      return toy.answer([&] { return say("GetPredefinedValue(", dispId, ", cookie ", cookie, ")"); },
+                        [&] {
+                          const ToyProperty* const property = toy.find(dispId);
+                          if (property == nullptr || cookie >= property->choices.size()) return E_INVALIDARG;
+                          const ToyChoice& choice = property->choices[cookie];
+                          if (SUCCEEDED(choice.result)) *value = choice.value.make();
+                          return choice.result;
+                        },
+                        value);
     }
-    ToyObject& toy;
   };
 
-  struct Display final : Facet<IVkPiPropertyDisplay> {
-    explicit Display(ToyObject& owner) : Facet(owner, IID_IVkPiPropertyDisplay), toy(owner) {}
+  struct Display final : Of<Facet<IVkPiPropertyDisplay>> {
+    explicit Display(ToyObject& owner) : Of(owner, IID_IVkPiPropertyDisplay) {}
 
     HRESULT GetCustomPropertyCtrl(VARIANT, LCID, BSTR*) override { return E_NOTIMPL; }
     HRESULT GetPropertyColor(VARIANT, ULONG*) override { return E_NOTIMPL; }
     HRESULT GetPropertyTextColor(VARIANT, ULONG*) override { return E_NOTIMPL; }
     HRESULT IsFullView(VARIANT, BOOL*) override { return E_NOTIMPL; }
     HRESULT GetPropertyWeight(VARIANT property, long* weight) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          say("GetPropertyWeight(", print(property), ")"),
-          [&] {
-            const ToyProperty* const found = toy.find(property.lVal);
-            if (found == nullptr || !found->displayWeight.has_value()) return E_FAIL;
-            *weight = *found->displayWeight;
-            return S_OK;
-          },
-          [&] { *weight = 0; });
+      return toy.answer([&] { return say("GetPropertyWeight(", print(property), ")"); },
+                        [&] {
+                          const ToyProperty* const found = toy.find(property.lVal);
+                          if (found == nullptr || !found->displayWeight.has_value()) return E_FAIL;
+                          *weight = *found->displayWeight;
+                          return S_OK;
+                        },
+                        weight);
     }
-    ToyObject& toy;
   };
 
-  struct Hatch final : DualFacet<IVeltHatch> {
-    explicit Hatch(ToyObject& owner) : DualFacet(owner, IID_IVeltHatch), toy(owner) {}
+  struct Hatch final : Of<DualFacet<IVeltHatch>> {
+    explicit Hatch(ToyObject& owner) : Of(owner, IID_IVeltHatch) {}
 
 #define VELT_FORBIDDEN_SLOT(number)     \
   HRESULT hostSlot##number() override { \
@@ -366,16 +333,9 @@ struct ToyObject::Facets {
 #undef VELT_FORBIDDEN_SLOT
 
     HRESULT get_PropertyVariant(INT* variant) override {
-      const tests::AllocationPause pause;
-      return toy.call(
-          "get_PropertyVariant()",
-          [&] {
-            *variant = toy.hatchVariant;
-            return S_OK;
-          },
-          [&] { *variant = 0; });
+      return toy.answer(
+          "get_PropertyVariant()", [&] { return *variant = toy.hatchVariant, S_OK; }, variant);
     }
-    ToyObject& toy;
   };
 
   explicit Facets(ToyObject& toy)

@@ -47,9 +47,10 @@ class ToyTypeInfo::Library final : public Toy {
     HRESULT GetTypeComp(ITypeComp**) override { return E_NOTIMPL; }
     HRESULT GetDocumentation(INT index, BSTR* name, BSTR* documentation, DWORD* context,
                              BSTR* file) override {
-      const tests::AllocationPause pause;
-      return library_.call(
-          say("GetDocumentation(", index, ": ", asked(name, documentation, context, file), ")"),
+      return library_.answer(
+          [&] {
+            return say("GetDocumentation(", index, ": ", asked(name, documentation, context, file), ")");
+          },
           [&] {
             if (index != library_.type_.libraryIndex) return TYPE_E_ELEMENTNOTFOUND;
             write(name, newString(library_.type_.typeName));
@@ -58,11 +59,7 @@ class ToyTypeInfo::Library final : public Toy {
             write(file, newString(L"types.hlp"));
             return S_OK;
           },
-          [&] {
-            write(name, nullptr);
-            write(documentation, nullptr);
-            write(file, nullptr);
-          });
+          name, documentation, file);
     }
     HRESULT IsName(LPOLESTR, ULONG, BOOL*) override { return E_NOTIMPL; }
     HRESULT FindName(LPOLESTR, ULONG, ITypeInfo**, MEMBERID*, USHORT*) override { return E_NOTIMPL; }
@@ -82,8 +79,7 @@ class ToyTypeInfo::TypeInfoFacet final : public Facet<ITypeInfo> {
   explicit TypeInfoFacet(ToyTypeInfo& toy) : Facet(toy, IID_ITypeInfo), toy_(toy) {}
 
   HRESULT GetTypeAttr(TYPEATTR** attributes) override {
-    const tests::AllocationPause pause;
-    return toy_.call(
+    return toy_.answer(
         "GetTypeAttr()",
         [&] {
           auto* const made = toy_.host().lend("TYPEATTR", new TYPEATTR{});
@@ -94,75 +90,67 @@ class ToyTypeInfo::TypeInfoFacet final : public Facet<ITypeInfo> {
           *attributes = made;
           return S_OK;
         },
-        [&] { *attributes = nullptr; });
+        attributes);
   }
 
   HRESULT GetFuncDesc(UINT index, FUNCDESC** function) override {
-    const tests::AllocationPause pause;
-    return toy_.call(
-        say("GetFuncDesc(", index, ")"),
-        [&] {
-          if (index < baseFunctions || index - baseFunctions >= toy_.functions.size())
-            return TYPE_E_ELEMENTNOTFOUND;
-          const ToyFunction& described = toy_.functions[index - baseFunctions];
-          auto* const made = toy_.host().lend("FUNCDESC", new FUNCDESC{});
-          made->memid = described.memid;
-          made->invkind = described.kind;
-          made->wFuncFlags = described.flags;
-          made->elemdescFunc.tdesc.vt = described.returns;
-          if (described.type != nullptr) {
-            made->elemdescFunc.tdesc.hreftype = 0x100 + index;
-            toy_.references_[0x100 + index] = described.type;
-          }
-          *function = made;
-          return S_OK;
-        },
-        [&] { *function = nullptr; });
+    return toy_.answer([&] { return say("GetFuncDesc(", index, ")"); },
+                       [&] {
+                         if (index < baseFunctions || index - baseFunctions >= toy_.functions.size())
+                           return TYPE_E_ELEMENTNOTFOUND;
+                         const ToyFunction& described = toy_.functions[index - baseFunctions];
+                         auto* const made = toy_.host().lend("FUNCDESC", new FUNCDESC{});
+                         made->memid = described.memid;
+                         made->invkind = described.kind;
+                         made->wFuncFlags = described.flags;
+                         made->elemdescFunc.tdesc.vt = described.returns;
+                         if (described.type != nullptr) {
+                           made->elemdescFunc.tdesc.hreftype = 0x100 + index;
+                           toy_.references_[0x100 + index] = described.type;
+                         }
+                         *function = made;
+                         return S_OK;
+                       },
+                       function);
   }
 
   HRESULT GetVarDesc(UINT index, VARDESC** variable) override {
-    const tests::AllocationPause pause;
-    return toy_.call(
-        say("GetVarDesc(", index, ")"),
-        [&] {
-          if (index >= toy_.members.size()) return TYPE_E_ELEMENTNOTFOUND;
-          auto* const made = toy_.host().lend("VARDESC", new VARDESC{});
-          made->memid = static_cast<MEMBERID>(index + 1);
-          made->varkind = toy_.members[index].kind;
-          // Only a constant has a value; the others have an offset in its place.
-          if (made->varkind == VAR_CONST) {
-            made->lpvarValue = &toy_.members[index].value;
-          } else {
-            made->oInst = 0x77;
-          }
-          *variable = made;
-          return S_OK;
-        },
-        [&] { *variable = nullptr; });
+    return toy_.answer([&] { return say("GetVarDesc(", index, ")"); },
+                       [&] {
+                         if (index >= toy_.members.size()) return TYPE_E_ELEMENTNOTFOUND;
+                         auto* const made = toy_.host().lend("VARDESC", new VARDESC{});
+                         made->memid = static_cast<MEMBERID>(index + 1);
+                         made->varkind = toy_.members[index].kind;
+                         // Only a constant has a value; the others have an offset in its place.
+                         if (made->varkind == VAR_CONST) {
+                           made->lpvarValue = &toy_.members[index].value;
+                         } else {
+                           made->oInst = 0x77;
+                         }
+                         *variable = made;
+                         return S_OK;
+                       },
+                       variable);
   }
 
   HRESULT GetNames(MEMBERID member, BSTR* names, UINT maxNames, UINT* nameCount) override {
-    const tests::AllocationPause pause;
-    return toy_.call(
-        say("GetNames(", member, ", at most ", maxNames, ")"),
-        [&] {
-          if (member < 1 || static_cast<std::size_t>(member) > toy_.members.size())
-            return TYPE_E_ELEMENTNOTFOUND;
-          names[0] = newString(toy_.members[static_cast<std::size_t>(member) - 1].name);
-          *nameCount = 1;
-          return S_OK;
-        },
-        [&] {
-          names[0] = nullptr;
-          *nameCount = 0;
-        });
+    return toy_.answer([&] { return say("GetNames(", member, ", at most ", maxNames, ")"); },
+                       [&] {
+                         if (member < 1 || static_cast<std::size_t>(member) > toy_.members.size())
+                           return TYPE_E_ELEMENTNOTFOUND;
+                         names[0] = newString(toy_.members[static_cast<std::size_t>(member) - 1].name);
+                         *nameCount = 1;
+                         return S_OK;
+                       },
+                       names, nameCount);
   }
 
   HRESULT GetDocumentation(MEMBERID member, BSTR* name, BSTR* documentation, DWORD* context,
                            BSTR* file) override {
-    const tests::AllocationPause pause;
-    return toy_.call(
-        say("GetDocumentation(", member, ": ", asked(name, documentation, context, file), ")"),
+    return toy_.answer(
+        [&] {
+          return say("GetDocumentation(", member, ": ", asked(name, documentation, context, file), ")");
+        },
         [&] {
           for (const ToyFunction& function : toy_.functions) {
             if (function.memid != member) continue;
@@ -175,29 +163,23 @@ class ToyTypeInfo::TypeInfoFacet final : public Facet<ITypeInfo> {
           }
           return TYPE_E_ELEMENTNOTFOUND;
         },
-        [&] {
-          write(name, nullptr);
-          write(documentation, nullptr);
-        });
+        name, documentation);
   }
 
   HRESULT GetRefTypeInfo(HREFTYPE refType, ITypeInfo** typeInfo) override {
-    const tests::AllocationPause pause;
-    return toy_.call(
-        "GetRefTypeInfo(" + hex(refType) + ")",
-        [&] {
-          const auto found = toy_.references_.find(refType);
-          if (found == toy_.references_.end()) return TYPE_E_ELEMENTNOTFOUND;
-          found->second->referenced(IID_ITypeInfo);
-          *typeInfo = found->second->typeInfo();
-          return S_OK;
-        },
-        [&] { *typeInfo = nullptr; });
+    return toy_.answer([&] { return "GetRefTypeInfo(" + hex(refType) + ")"; },
+                       [&] {
+                         const auto found = toy_.references_.find(refType);
+                         if (found == toy_.references_.end()) return TYPE_E_ELEMENTNOTFOUND;
+                         found->second->referenced(IID_ITypeInfo);
+                         *typeInfo = found->second->typeInfo();
+                         return S_OK;
+                       },
+                       typeInfo);
   }
 
   HRESULT GetContainingTypeLib(ITypeLib** library, UINT* index) override {
-    const tests::AllocationPause pause;
-    return toy_.call(
+    return toy_.answer(
         "GetContainingTypeLib()",
         [&] {
           toy_.library_->referenced(IID_ITypeLib);
@@ -205,7 +187,7 @@ class ToyTypeInfo::TypeInfoFacet final : public Facet<ITypeInfo> {
           *index = static_cast<UINT>(toy_.libraryIndex);
           return S_OK;
         },
-        [&] { *library = nullptr; });
+        library);
   }
 
   void ReleaseTypeAttr(TYPEATTR* attributes) override {

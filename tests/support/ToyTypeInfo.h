@@ -43,7 +43,7 @@ class ToyTypeInfo : public Toy {
   ITypeInfo* typeInfo() const { return as<ITypeInfo>(IID_ITypeInfo); }
 
   TYPEKIND kind;
-  // Functions stand behind the seven of every dispatch interface, which are counted but never described.
+  // Functions stand after the seven of every dispatch interface, which are counted but never described.
   static constexpr UINT baseFunctions = 7;
   std::vector<ToyFunction> functions;
   std::optional<WORD> functionCount;  // told instead of the true one

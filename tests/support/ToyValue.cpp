@@ -14,49 +14,6 @@ VARIANT ToyValue::make() const {
   return made;
 }
 
-VARIANT ofType(VARTYPE type, LONGLONG bits) {
-  VARIANT made{};
-  made.vt = type;
-  made.llVal = bits;
-  return made;
-}
-
-VARIANT empty() {
-  return ofType(VT_EMPTY);
-}
-VARIANT i2(SHORT number) {
-  return ofType(VT_I2, static_cast<USHORT>(number));
-}
-VARIANT i4(LONG number) {
-  return ofType(VT_I4, static_cast<ULONG>(number));
-}
-VARIANT i8(LONGLONG number) {
-  return ofType(VT_I8, number);
-}
-VARIANT r4(float number) {
-  VARIANT made = ofType(VT_R4);
-  made.fltVal = number;
-  return made;
-}
-VARIANT r8(double number) {
-  VARIANT made = ofType(VT_R8);
-  made.dblVal = number;
-  return made;
-}
-VARIANT boolean(bool truth) {
-  return ofType(VT_BOOL, truth ? 0xFFFF : 0);
-}
-VARIANT borrowed(BSTR text) {
-  VARIANT made = ofType(VT_BSTR);
-  made.bstrVal = text;
-  return made;
-}
-VARIANT borrowed(IDispatch* object) {
-  VARIANT made = ofType(VT_DISPATCH);
-  made.pdispVal = object;
-  return made;
-}
-
 std::string nameOfType(VARTYPE type) {
   switch (type) {
 #define VELT_NAME(name) \

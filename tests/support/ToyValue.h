@@ -7,8 +7,12 @@
 
 #include "host/com/IDispatch.h"
 #include "host/com/Variant.h"
+#include "tests/support/Variants.h"
 
 namespace velt::toys {
+
+// Plain ones: i4(5), r8(1.5), borrowed(object).
+using namespace variants;
 
 class ToyValue {
  public:
@@ -25,18 +29,6 @@ class ToyValue {
   std::optional<std::wstring> text_;
   IUnknown* object_ = nullptr;
 };
-
-// Variants that own nothing.
-VARIANT empty();
-VARIANT i2(SHORT number);
-VARIANT i4(LONG number);
-VARIANT i8(LONGLONG number);
-VARIANT r4(float number);
-VARIANT r8(double number);
-VARIANT boolean(bool truth);
-VARIANT ofType(VARTYPE type, LONGLONG bits = 0);  // any tag over any bits
-VARIANT borrowed(BSTR text);
-VARIANT borrowed(IDispatch* object);
 
 // Values with an owner each time they are handed out.
 inline ToyValue text(std::wstring characters) {

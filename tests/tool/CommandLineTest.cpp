@@ -123,7 +123,7 @@ TEST(CommandLine, LookingWritesNothing) {
   const std::string bytes = drawingOf({{"0"}}, line("2F", "0") + circle("30", "0"));
   const std::string file = folder.write("a.dxf", bytes);
   EXPECT_EQ(veltprops({"show", file.c_str(), "--all", "--choices"}).exitCode, 0);
-  EXPECT_EQ(readFile(file), bytes);
+  EXPECT_EQ(contentOf(file), bytes);
 }
 
 // --- plug-ins -------------------------------------------------------------------------------------------

@@ -1,45 +1,15 @@
 #pragma once
 
-// Small drawings and files for the tests of the tool.
+// Small drawings for the tests of the tool.
 
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "tests/support/Files.h"
+
 namespace velt::tests {
-
-// A folder of its own for each test, removed at its end.
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "velt-tool-XXXXXX").string();
-    path_ = mkdtemp(pattern.data());
-  }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-
-  std::string path(const std::string& name) const { return (path_ / name).string(); }
-  std::string write(const std::string& name, const std::string& bytes) const {
-    std::ofstream(path(name), std::ios::binary) << bytes;
-    return path(name);
-  }
-
- private:
-  std::filesystem::path path_;
-};
-
-inline std::string readFile(const std::string& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  return bytes.str();
-}
 
 using Pair = std::pair<int, std::string>;
 

@@ -23,7 +23,7 @@ TEST(SampleCommand, TheGalleryIsAnotherDrawing) {
   const TemporaryFolder folder;
   std::ostringstream out;
   sample({.file = folder.path("a.dxf"), .gallery = true}, out);
-  EXPECT_EQ(readFile(folder.path("a.dxf")), velt::samples::galleryDrawing());
+  EXPECT_EQ(contentOf(folder.path("a.dxf")), velt::samples::galleryDrawing());
 }
 
 TEST(SampleCommand, AnExistingFileIsKeptUnlessForced) {
@@ -31,9 +31,9 @@ TEST(SampleCommand, AnExistingFileIsKeptUnlessForced) {
   const std::string file = folder.write("a.dxf", "mine");
   std::ostringstream out;
   EXPECT_THROW(sample({.file = file}, out), Failure);
-  EXPECT_EQ(readFile(file), "mine");
+  EXPECT_EQ(contentOf(file), "mine");
   sample({.file = file, .force = true}, out);
-  EXPECT_NE(readFile(file), "mine");
+  EXPECT_NE(contentOf(file), "mine");
 }
 
 TEST(SampleCommand, AFolderThatIsMissingIsSaidToBe) {

@@ -71,7 +71,7 @@ TEST_F(SetCommand, WritesTheValueToTheSelectionAndSavesItElsewhere) {
   EXPECT_EQ(rowOf(saved, "2F", "Layer"), "0");
   EXPECT_EQ(rowOf(saved, "31", "Layer"), "Locked");
   EXPECT_EQ(rowOf(saved, "32", "Layer"), "0") << "a frozen layer's entities can be changed";
-  EXPECT_EQ(readFile(file), bytes);
+  EXPECT_EQ(contentOf(file), bytes);
 }
 
 TEST_F(SetCommand, OnlyTheWrittenPairsDiffer) {
@@ -79,7 +79,7 @@ TEST_F(SetCommand, OnlyTheWrittenPairsDiffer) {
   std::string expected = bytes;
   const std::string before = "40\n2.5\n";
   expected.replace(expected.find(before), before.size(), "40\n7.25\n");
-  EXPECT_EQ(readFile(saved), expected);
+  EXPECT_EQ(contentOf(saved), expected);
 }
 
 TEST_F(SetCommand, OneElementOfAPointIsWritten) {
@@ -110,7 +110,7 @@ TEST_F(SetCommand, InPlaceReplacesTheDrawing) {
 TEST_F(SetCommand, ADryRunTellsAndSavesNothing) {
   EXPECT_THAT(run({.selection = {.handles = {"33"}}, .assignments = {"Radius=2"}, .dryRun = true}),
               HasSubstr("1 changed\n\nNothing was saved: --dry-run\n"));
-  EXPECT_EQ(readFile(file), bytes);
+  EXPECT_EQ(contentOf(file), bytes);
 }
 
 TEST_F(SetCommand, ARefusalSavesNothingAndSaysWhy) {
@@ -166,7 +166,7 @@ TEST_F(SetCommand, AnExistingOutputIsKeptUnlessForced) {
   folder.write("saved.dxf", "mine");
   EXPECT_THAT(failureOf({.selection = {.handles = {"33"}}, .assignments = {"Radius=2"}}),
               HasSubstr("exists already (--force replaces it)"));
-  EXPECT_EQ(readFile(saved), "mine");
+  EXPECT_EQ(contentOf(saved), "mine");
   run({.selection = {.handles = {"33"}}, .assignments = {"Radius=2"}, .force = true});
   EXPECT_EQ(rowOf(saved, "33", "Radius"), 2.0);
 }
@@ -174,7 +174,7 @@ TEST_F(SetCommand, AnExistingOutputIsKeptUnlessForced) {
 TEST_F(SetCommand, TheDrawingItselfMayNotBeTheOutput) {
   EXPECT_THAT(failureOf({.selection = {.handles = {"33"}}, .assignments = {"Radius=2"}, .output = file}),
               HasSubstr("is the drawing itself (--in-place saves to it)"));
-  EXPECT_EQ(readFile(file), bytes);
+  EXPECT_EQ(contentOf(file), bytes);
 }
 
 TEST_F(SetCommand, AFileThatCannotBeWrittenIsNamed) {
@@ -276,5 +276,5 @@ TEST_F(SetDynamicRows, OnlyTheWrittenPairsDiffer) {
     from = expected.find("T30", from);
     expected.replace(from, 3, "T90");
   }
-  EXPECT_EQ(readFile(file), expected);
+  EXPECT_EQ(contentOf(file), expected);
 }

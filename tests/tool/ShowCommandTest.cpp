@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "samples/FloorPlan.h"
+#include "tests/support/WholeDrawings.h"
 #include "tests/tool/Drawings.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
@@ -178,20 +179,18 @@ TEST_F(ShowSample, TwoLinesShowNoDynamicRowsAndOneShowsItsExtendedData) {
   EXPECT_EQ(dynamicRows({.handles = {lines[1]}}), Rows{});
 }
 
-TEST_F(ShowCommand, EveryClassAndTypeOfTheDrawingsAnswers) {
-  const char* const folder = std::getenv("VELT_DRAWINGS");
-  if (folder == nullptr) GTEST_SKIP() << "VELT_DRAWINGS names no folder of drawings";
-  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-    if (entry.path().extension() != ".dxf") continue;
+TEST_F(ShowCommand, EveryClassAndTypeOfWholeDrawingsAnswers) {
+  const TemporaryFolder folder;
+  forEachDrawing([&](const WholeDrawing& whole) {
+    const std::string file = folder.write(whole.name, whole.bytes);
     std::ostringstream out;
-    show({.drawing = entry.path().string(), .selection = {.all = true}, .json = true}, out);
+    show({.drawing = file, .selection = {.all = true}, .json = true}, out);
     const nlohmann::json json = nlohmann::json::parse(out.str());
-    EXPECT_GT(json["rows"].size(), 0U) << entry.path();
+    EXPECT_EQ(json["rows"].empty(), json["selection"]["count"] == 0);
     for (const auto& [name, count] : json["selection"]["classes"].items()) {
       std::ostringstream ofClass;
-      show({.drawing = entry.path().string(), .selection = {.types = {name}}, .json = true}, ofClass);
-      EXPECT_GE(nlohmann::json::parse(ofClass.str())["selection"]["count"], count)
-          << entry.path() << " " << name;
+      show({.drawing = file, .selection = {.types = {name}}, .json = true}, ofClass);
+      EXPECT_GE(nlohmann::json::parse(ofClass.str())["selection"]["count"], count) << name;
     }
-  }
+  });
 }

@@ -19,6 +19,7 @@
 #include "host/database/OpenObject.h"
 #include "tests/embedded/com/Balance.h"
 #include "tests/embedded/database/Sample.h"
+#include "tests/support/Variants.h"
 
 namespace velt::automation::test {
 
@@ -89,31 +90,16 @@ inline std::vector<double> numbersOf(const VARIANT& value) {
 }
 
 inline VARIANT number(double value) {
-  VARIANT variant{};
-  variant.vt = VT_R8;
-  variant.dblVal = value;
-  return variant;
+  return variants::r8(value);
 }
-
 inline VARIANT integer(LONG value) {
-  VARIANT variant{};
-  variant.vt = VT_I4;
-  variant.lVal = value;
-  return variant;
+  return variants::i4(value);
 }
-
 inline VARIANT flag(bool value) {
-  VARIANT variant{};
-  variant.vt = VT_BOOL;
-  variant.boolVal = value ? VARIANT_TRUE : VARIANT_FALSE;
-  return variant;
+  return variants::boolean(value);
 }
-
 inline VARIANT object(IDispatch* value) {
-  VARIANT variant{};
-  variant.vt = VT_DISPATCH;
-  variant.pdispVal = value;
-  return variant;
+  return variants::borrowed(value);
 }
 
 // One automation object; asked by the names of its properties.

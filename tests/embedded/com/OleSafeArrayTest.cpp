@@ -9,6 +9,7 @@
 #include "host/com/ComError.h"
 #include "tests/embedded/com/Balance.h"
 #include "tests/embedded/com/Probe.h"
+#include "tests/support/Variants.h"
 
 namespace velt::com {
 namespace {
@@ -109,9 +110,7 @@ TEST(OleSafeArray, CreatingAgainClearsWhatWasHeld) {
 
 TEST(OleSafeArray, AttachTakesTheArrayOver) {
   const Balance balance;
-  VARIANT variant{};
-  variant.vt = VT_ARRAY | VT_I4;
-  variant.parray = SafeArrayCreateVector(VT_I4, 0, 1);
+  VARIANT variant = variants::borrowed(SafeArrayCreateVector(VT_I4, 0, 1));
   SAFEARRAY* expected = variant.parray;
   COleSafeArray array;
   array.CreateOneDim(VT_BSTR, 1);
@@ -140,8 +139,7 @@ TEST(OleSafeArray, AttachRaisesForAnythingButAnArrayOfItsOwn) {
   array.CreateOneDim(VT_I4, 1);
   SAFEARRAY* held = array.parray;
   for (const int type : {int{VT_EMPTY}, int{VT_I4}, VT_ARRAY | VT_I4, VT_ARRAY | VT_I4 | VT_BYREF}) {
-    VARIANT variant{};
-    variant.vt = static_cast<VARTYPE>(type);
+    VARIANT variant = variants::ofType(static_cast<VARTYPE>(type));
     if ((type & VT_BYREF) != 0) variant.byref = &held;
     EXPECT_EQ(E_INVALIDARG, raisedBy([&] { array.Attach(variant); })) << type;
     EXPECT_EQ(type, variant.vt);

@@ -14,6 +14,7 @@
 #include "host/com/Variant.h"
 #include "tests/embedded/com/Balance.h"
 #include "tests/embedded/com/Probe.h"
+#include "tests/support/Variants.h"
 
 namespace velt::com {
 namespace {
@@ -61,8 +62,7 @@ TEST(SafeArray, ElementsAreZeroAtFirst) {
   const Balance balance;
   SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, 3);
   for (LONG i = 0; i < 3; ++i) {
-    VARIANT element{};
-    element.vt = VT_I4;
+    VARIANT element = variants::ofType(VT_I4);
     EXPECT_EQ(S_OK, SafeArrayGetElement(array, &i, &element));
     EXPECT_EQ(VT_EMPTY, element.vt);
   }
@@ -284,9 +284,7 @@ TEST(SafeArray, OwnsCopiesOfTheVariantsPutIntoIt) {
   const Balance balance;
   SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, 1);
   const LONG index = 0;
-  VARIANT value{};
-  value.vt = VT_BSTR;
-  value.bstrVal = SysAllocString(L"x");
+  VARIANT value = variants::ownedText(L"x");
   ASSERT_EQ(S_OK, SafeArrayPutElement(array, &index, &value));
   VariantClear(&value);
   VARIANT got;

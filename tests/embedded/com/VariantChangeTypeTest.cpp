@@ -16,69 +16,13 @@
 #include "host/com/Variant.h"
 #include "tests/embedded/com/Balance.h"
 #include "tests/embedded/com/Probe.h"
+#include "tests/support/Variants.h"
 
 namespace velt::com {
 namespace {
 
+using namespace variants;
 using platform::AllocationFault;
-
-VARIANT empty() {
-  return {};
-}
-
-VARIANT tagged(VARTYPE type) {
-  VARIANT variant{};
-  variant.vt = type;
-  return variant;
-}
-
-VARIANT i4(LONG value) {
-  VARIANT variant = tagged(VT_I4);
-  variant.lVal = value;
-  return variant;
-}
-
-VARIANT i8(LONGLONG value) {
-  VARIANT variant = tagged(VT_I8);
-  variant.llVal = value;
-  return variant;
-}
-
-VARIANT ui8(ULONGLONG value) {
-  VARIANT variant = tagged(VT_UI8);
-  variant.ullVal = value;
-  return variant;
-}
-
-VARIANT r4(float value) {
-  VARIANT variant = tagged(VT_R4);
-  variant.fltVal = value;
-  return variant;
-}
-
-VARIANT r8(double value) {
-  VARIANT variant = tagged(VT_R8);
-  variant.dblVal = value;
-  return variant;
-}
-
-VARIANT flag(VARIANT_BOOL value) {
-  VARIANT variant = tagged(VT_BOOL);
-  variant.boolVal = value;
-  return variant;
-}
-
-VARIANT currency(LONGLONG tenThousandths) {
-  VARIANT variant = tagged(VT_CY);
-  variant.cyVal.int64 = tenThousandths;
-  return variant;
-}
-
-VARIANT text(const std::wstring& value) {
-  VARIANT variant = tagged(VT_BSTR);
-  variant.bstrVal = SysAllocStringLen(value.data(), static_cast<UINT>(value.size()));
-  return variant;
-}
 
 // Changes in place, so that the source is given up on success, and says what came out.
 std::string changed(VARIANT source, VARTYPE type, USHORT flags = 0) {
@@ -214,11 +158,11 @@ TEST(VariantChangeType, ARealThatASingleCannotHoldOverflows) {
 }
 
 TEST(VariantChangeType, FlagsAreMinusOneAndZero) {
-  EXPECT_EQ("-1", changed(flag(VARIANT_TRUE), VT_I4));
-  EXPECT_EQ("0", changed(flag(VARIANT_FALSE), VT_I4));
-  EXPECT_EQ("-1", changed(flag(5), VT_R8)) << "whatever says true";
-  EXPECT_EQ("255", changed(flag(VARIANT_TRUE), VT_UI1)) << "all bits set";
-  EXPECT_EQ("4294967295", changed(flag(VARIANT_TRUE), VT_UI4));
+  EXPECT_EQ("-1", changed(boolean(true), VT_I4));
+  EXPECT_EQ("0", changed(boolean(false), VT_I4));
+  EXPECT_EQ("-1", changed(ofType(VT_BOOL, 5), VT_R8)) << "whatever says true";
+  EXPECT_EQ("255", changed(boolean(true), VT_UI1)) << "all bits set";
+  EXPECT_EQ("4294967295", changed(boolean(true), VT_UI4));
   EXPECT_EQ("-1", changed(i4(17), VT_BOOL));
   EXPECT_EQ("0", changed(i4(0), VT_BOOL));
   EXPECT_EQ("-1", changed(r8(0.25), VT_BOOL));
@@ -226,23 +170,23 @@ TEST(VariantChangeType, FlagsAreMinusOneAndZero) {
 }
 
 TEST(VariantChangeType, FlagsHaveNumbersForTextUnlessWordsAreAskedFor) {
-  EXPECT_EQ("-1", changed(flag(VARIANT_TRUE), VT_BSTR));
-  EXPECT_EQ("0", changed(flag(VARIANT_FALSE), VT_BSTR));
-  EXPECT_EQ("True", changed(flag(VARIANT_TRUE), VT_BSTR, 2));
-  EXPECT_EQ("False", changed(flag(VARIANT_FALSE), VT_BSTR, 2));
+  EXPECT_EQ("-1", changed(boolean(true), VT_BSTR));
+  EXPECT_EQ("0", changed(boolean(false), VT_BSTR));
+  EXPECT_EQ("True", changed(boolean(true), VT_BSTR, 2));
+  EXPECT_EQ("False", changed(boolean(false), VT_BSTR, 2));
   EXPECT_EQ("5", changed(i4(5), VT_BSTR, 2)) << "flags alone have words";
 }
 
 TEST(VariantChangeType, TextIsReadAsAFlag) {
-  EXPECT_EQ("-1", changed(text(L"True"), VT_BOOL));
-  EXPECT_EQ("-1", changed(text(L" TRUE "), VT_BOOL));
-  EXPECT_EQ("0", changed(text(L"false"), VT_BOOL));
-  EXPECT_EQ("-1", changed(text(L"#TRUE#"), VT_BOOL));
-  EXPECT_EQ("0", changed(text(L"#false#"), VT_BOOL));
-  EXPECT_EQ("-1", changed(text(L"0.5"), VT_BOOL));
-  EXPECT_EQ("0", changed(text(L"0"), VT_BOOL));
-  EXPECT_EQ("mismatch", changed(text(L"yes"), VT_BOOL));
-  EXPECT_EQ("mismatch", changed(text(L"truer"), VT_BOOL));
+  EXPECT_EQ("-1", changed(ownedText(L"True"), VT_BOOL));
+  EXPECT_EQ("-1", changed(ownedText(L" TRUE "), VT_BOOL));
+  EXPECT_EQ("0", changed(ownedText(L"false"), VT_BOOL));
+  EXPECT_EQ("-1", changed(ownedText(L"#TRUE#"), VT_BOOL));
+  EXPECT_EQ("0", changed(ownedText(L"#false#"), VT_BOOL));
+  EXPECT_EQ("-1", changed(ownedText(L"0.5"), VT_BOOL));
+  EXPECT_EQ("0", changed(ownedText(L"0"), VT_BOOL));
+  EXPECT_EQ("mismatch", changed(ownedText(L"yes"), VT_BOOL));
+  EXPECT_EQ("mismatch", changed(ownedText(L"truer"), VT_BOOL));
 }
 
 TEST(VariantChangeType, NumbersAreWrittenTheSameEverywhere) {
@@ -263,7 +207,7 @@ TEST(VariantChangeType, TheLocaleOfTheProcessDoesNotMatter) {
   }
   if (set == nullptr) GTEST_SKIP() << "no locale with a decimal comma is installed";
   const std::string written = changed(r8(1.5), VT_BSTR);
-  VARIANT read = text(L"1.5");
+  VARIANT read = ownedText(L"1.5");
   const HRESULT result = VariantChangeType(&read, &read, 0, VT_R8);
   std::setlocale(LC_ALL, "C");
   EXPECT_EQ("1.5", written);
@@ -272,23 +216,23 @@ TEST(VariantChangeType, TheLocaleOfTheProcessDoesNotMatter) {
 }
 
 TEST(VariantChangeType, TextIsReadAsANumber) {
-  EXPECT_EQ("12", changed(text(L"12"), VT_I4));
-  EXPECT_EQ("-12", changed(text(L"\t -12 \n"), VT_I4));
-  EXPECT_EQ("12", changed(text(L"+12"), VT_I4));
-  EXPECT_EQ("2", changed(text(L"2.5"), VT_I4)) << "rounded like a real";
-  EXPECT_EQ("1200", changed(text(L"1.2e3"), VT_I4));
-  EXPECT_EQ("0.5", changed(text(L".5"), VT_R8));
-  EXPECT_EQ("5", changed(text(L"5."), VT_R8));
-  EXPECT_EQ("9223372036854775807", changed(text(L"9223372036854775807"), VT_I8)) << "to the last digit";
-  EXPECT_EQ("18446744073709551615", changed(text(L"18446744073709551615"), VT_UI8));
-  EXPECT_EQ("9223372036854775807", changed(text(L"+9223372036854775807"), VT_I8));
-  EXPECT_EQ("overflow", changed(text(L"9223372036854775808"), VT_I8));
-  EXPECT_EQ("-9223372036854775808", changed(text(L"-9223372036854775808"), VT_I8));
-  EXPECT_EQ("overflow", changed(text(L"18446744073709551616"), VT_UI8));
-  EXPECT_EQ("overflow", changed(text(L"-1"), VT_UI4));
-  EXPECT_EQ("1e+20", changed(text(L"100000000000000000000"), VT_R8));
-  EXPECT_EQ("overflow", changed(text(L"1e999"), VT_R8));
-  EXPECT_EQ("0", changed(text(L"1e-999"), VT_R8));
+  EXPECT_EQ("12", changed(ownedText(L"12"), VT_I4));
+  EXPECT_EQ("-12", changed(ownedText(L"\t -12 \n"), VT_I4));
+  EXPECT_EQ("12", changed(ownedText(L"+12"), VT_I4));
+  EXPECT_EQ("2", changed(ownedText(L"2.5"), VT_I4)) << "rounded like a real";
+  EXPECT_EQ("1200", changed(ownedText(L"1.2e3"), VT_I4));
+  EXPECT_EQ("0.5", changed(ownedText(L".5"), VT_R8));
+  EXPECT_EQ("5", changed(ownedText(L"5."), VT_R8));
+  EXPECT_EQ("9223372036854775807", changed(ownedText(L"9223372036854775807"), VT_I8)) << "to the last digit";
+  EXPECT_EQ("18446744073709551615", changed(ownedText(L"18446744073709551615"), VT_UI8));
+  EXPECT_EQ("9223372036854775807", changed(ownedText(L"+9223372036854775807"), VT_I8));
+  EXPECT_EQ("overflow", changed(ownedText(L"9223372036854775808"), VT_I8));
+  EXPECT_EQ("-9223372036854775808", changed(ownedText(L"-9223372036854775808"), VT_I8));
+  EXPECT_EQ("overflow", changed(ownedText(L"18446744073709551616"), VT_UI8));
+  EXPECT_EQ("overflow", changed(ownedText(L"-1"), VT_UI4));
+  EXPECT_EQ("1e+20", changed(ownedText(L"100000000000000000000"), VT_R8));
+  EXPECT_EQ("overflow", changed(ownedText(L"1e999"), VT_R8));
+  EXPECT_EQ("0", changed(ownedText(L"1e-999"), VT_R8));
 }
 
 TEST(VariantChangeType, TextThatIsNotANumberIsAMismatch) {
@@ -296,12 +240,12 @@ TEST(VariantChangeType, TextThatIsNotANumberIsAMismatch) {
   for (const std::wstring wrong : {L"", L" ", L"-", L"+", L".", L"e5", L"1e", L"1e+", L"1 2", L"1,5", L"0x10",
                                    L"inf", L"nan", L"--1", L"+-1", L"1.2.3", L"12a", L"\u0661"}) {
     for (const VARTYPE type : {VT_I4, VT_UI8, VT_R8, VT_R4, VT_BOOL, VT_CY}) {
-      EXPECT_EQ("mismatch", changed(text(wrong), type))
+      EXPECT_EQ("mismatch", changed(ownedText(wrong), type))
           << '"' << std::string(wrong.begin(), wrong.end()) << '"';
     }
   }
-  EXPECT_EQ("mismatch", changed(text(std::wstring(L"1\0", 2)), VT_I4)) << "a NUL is part of the text";
-  EXPECT_EQ("mismatch", changed(tagged(VT_BSTR), VT_I4)) << "null is the empty text";
+  EXPECT_EQ("mismatch", changed(ownedText(std::wstring(L"1\0", 2)), VT_I4)) << "a NUL is part of the text";
+  EXPECT_EQ("mismatch", changed(ofType(VT_BSTR), VT_I4)) << "null is the empty text";
 }
 
 TEST(VariantChangeType, CurrencyCountsTenThousandths) {
@@ -318,7 +262,7 @@ TEST(VariantChangeType, CurrencyCountsTenThousandths) {
   EXPECT_EQ("3", changed(currency(30000), VT_BSTR));
   EXPECT_EQ("-922337203685477.5808", changed(currency(std::numeric_limits<LONGLONG>::min()), VT_BSTR));
   EXPECT_EQ("-922337203685478", changed(currency(std::numeric_limits<LONGLONG>::min()), VT_I8));
-  EXPECT_EQ("125000", changed(text(L"12.5"), VT_CY));
+  EXPECT_EQ("125000", changed(ownedText(L"12.5"), VT_CY));
 }
 
 TEST(VariantChangeType, NothingIsZeroAndTheEmptyText) {
@@ -331,27 +275,27 @@ TEST(VariantChangeType, NothingIsZeroAndTheEmptyText) {
 
 TEST(VariantChangeType, NullErrorsAndDecimalsHaveNoOtherType) {
   for (const VARTYPE type : {VT_NULL, VT_ERROR, VT_DECIMAL}) {
-    EXPECT_EQ("mismatch", changed(tagged(type), VT_I4));
-    EXPECT_EQ("mismatch", changed(tagged(type), VT_BSTR));
-    EXPECT_EQ("mismatch", changed(tagged(type), VT_BOOL));
+    EXPECT_EQ("mismatch", changed(ofType(type), VT_I4));
+    EXPECT_EQ("mismatch", changed(ofType(type), VT_BSTR));
+    EXPECT_EQ("mismatch", changed(ofType(type), VT_BOOL));
     EXPECT_EQ("mismatch", changed(i4(1), type));
-    EXPECT_EQ("?", changed(tagged(type), type)) << "but to themselves";
+    EXPECT_EQ("?", changed(ofType(type), type)) << "but to themselves";
   }
   EXPECT_EQ("mismatch", changed(i4(1), VT_EMPTY));
 }
 
 TEST(VariantChangeType, ADateIsANumberOfDaysWithoutAText) {
-  VARIANT date = tagged(VT_DATE);
+  VARIANT date = ofType(VT_DATE);
   date.date = 1.5;
   EXPECT_EQ("1.5", changed(date, VT_R8));
   EXPECT_EQ("1.5", changed(r8(1.5), VT_DATE));
   EXPECT_EQ("mismatch", changed(date, VT_BSTR));
-  EXPECT_EQ("mismatch", changed(text(L"1.5"), VT_DATE));
+  EXPECT_EQ("mismatch", changed(ownedText(L"1.5"), VT_DATE));
 }
 
 TEST(VariantChangeType, AnObjectIsAskedForTheOtherInterface) {
   const Balance balance;
-  VARIANT variant = tagged(VT_UNKNOWN);
+  VARIANT variant = ofType(VT_UNKNOWN);
   IDispatch* dispatch = DispatchProbe::make();
   variant.punkVal = dispatch;
   ASSERT_EQ(S_OK, VariantChangeType(&variant, &variant, 0, VT_DISPATCH));
@@ -362,21 +306,21 @@ TEST(VariantChangeType, AnObjectIsAskedForTheOtherInterface) {
   EXPECT_EQ(VT_UNKNOWN, variant.vt);
   VariantClear(&variant);
 
-  variant = tagged(VT_UNKNOWN);
+  variant = ofType(VT_UNKNOWN);
   variant.punkVal = Probe::make();
   EXPECT_EQ(DISP_E_TYPEMISMATCH, VariantChangeType(&variant, &variant, 0, VT_DISPATCH)) << "it is none";
   EXPECT_EQ(DISP_E_TYPEMISMATCH, VariantChangeType(&variant, &variant, 0, VT_I4));
   EXPECT_EQ(VT_UNKNOWN, variant.vt);
   VariantClear(&variant);
 
-  variant = tagged(VT_UNKNOWN);
+  variant = ofType(VT_UNKNOWN);
   EXPECT_EQ(S_OK, VariantChangeType(&variant, &variant, 0, VT_DISPATCH)) << "no object";
   EXPECT_EQ(nullptr, variant.pdispVal);
 }
 
 TEST(VariantChangeType, TheSameTypeIsACopy) {
   const Balance balance;
-  VARIANT source = text(L"x");
+  VARIANT source = ownedText(L"x");
   VARIANT copy = i4(1);
   ASSERT_EQ(S_OK, VariantChangeType(&copy, &source, 0, VT_BSTR));
   EXPECT_NE(source.bstrVal, copy.bstrVal);
@@ -387,7 +331,7 @@ TEST(VariantChangeType, TheSameTypeIsACopy) {
 
 TEST(VariantChangeType, ArraysAreCopiedButNeverChanged) {
   const Balance balance;
-  VARIANT source = tagged(VT_ARRAY | VT_I4);
+  VARIANT source = ofType(VT_ARRAY | VT_I4);
   source.parray = SafeArrayCreateVector(VT_I4, 0, 1);
   VARIANT result{};
   EXPECT_EQ(S_OK, VariantChangeType(&result, &source, 0, VT_ARRAY | VT_I4));
@@ -402,15 +346,15 @@ TEST(VariantChangeType, ArraysAreCopiedButNeverChanged) {
 TEST(VariantChangeType, ReferencesAreFollowed) {
   const Balance balance;
   LONG number = 5;
-  VARIANT byRef = tagged(VT_I4 | VT_BYREF);
+  VARIANT byRef = ofType(VT_I4 | VT_BYREF);
   byRef.byref = &number;
   VARIANT result{};
   ASSERT_EQ(S_OK, VariantChangeType(&result, &byRef, 0, VT_BSTR));
   EXPECT_STREQ(L"5", result.bstrVal);
   VariantClear(&result);
 
-  VARIANT target = text(L"7");
-  VARIANT toVariant = tagged(VT_VARIANT | VT_BYREF);
+  VARIANT target = ownedText(L"7");
+  VARIANT toVariant = ofType(VT_VARIANT | VT_BYREF);
   toVariant.pvarVal = &target;
   ASSERT_EQ(S_OK, VariantChangeType(&result, &toVariant, 0, VT_I4));
   EXPECT_EQ(7, result.lVal);
@@ -426,22 +370,22 @@ TEST(VariantChangeType, ReferencesAreFollowed) {
 
 TEST(VariantChangeType, ReferencesThatLeadNowhereAreAMismatch) {
   VARIANT result{};
-  VARIANT null = tagged(VT_I4 | VT_BYREF);
+  VARIANT null = ofType(VT_I4 | VT_BYREF);
   EXPECT_EQ(DISP_E_TYPEMISMATCH, VariantChangeType(&result, &null, 0, VT_I4));
-  VARIANT circle = tagged(VT_VARIANT | VT_BYREF);
+  VARIANT circle = ofType(VT_VARIANT | VT_BYREF);
   circle.pvarVal = &circle;
   EXPECT_EQ(DISP_E_TYPEMISMATCH, VariantChangeType(&result, &circle, 0, VT_I4));
 }
 
 TEST(VariantChangeType, NonsenseIsRefused) {
   VARIANT variant = i4(1);
-  VARIANT bad = tagged(VT_PTR);
+  VARIANT bad = ofType(VT_PTR);
   EXPECT_EQ(E_INVALIDARG, VariantChangeType(nullptr, &variant, 0, VT_I4));
   EXPECT_EQ(E_INVALIDARG, VariantChangeType(&variant, nullptr, 0, VT_I4));
   EXPECT_EQ(badVariantType, VariantChangeType(&variant, &variant, 0, VT_PTR));
   EXPECT_EQ(badVariantType, VariantChangeType(&variant, &variant, 0, VT_I4 | VT_BYREF));
   EXPECT_EQ(badVariantType, VariantChangeType(&variant, &bad, 0, VT_I4));
-  VARIANT toBad = tagged(VT_VARIANT | VT_BYREF);
+  VARIANT toBad = ofType(VT_VARIANT | VT_BYREF);
   toBad.pvarVal = &bad;
   EXPECT_EQ(badVariantType, VariantChangeType(&variant, &toBad, 0, VT_I4));
   EXPECT_EQ(1, variant.lVal);
@@ -449,7 +393,7 @@ TEST(VariantChangeType, NonsenseIsRefused) {
 
 TEST(VariantChangeType, ALockedArrayInTheDestinationStays) {
   const Balance balance;
-  VARIANT destination = tagged(VT_ARRAY | VT_I4);
+  VARIANT destination = ofType(VT_ARRAY | VT_I4);
   destination.parray = SafeArrayCreateVector(VT_I4, 0, 1);
   void* data = nullptr;
   SafeArrayAccessData(destination.parray, &data);
@@ -461,7 +405,7 @@ TEST(VariantChangeType, ALockedArrayInTheDestinationStays) {
 
 TEST(VariantChangeType, WithoutMemoryTheDestinationStays) {
   const Balance balance;
-  VARIANT destination = text(L"kept");
+  VARIANT destination = ownedText(L"kept");
   const VARIANT source = i4(5);
   {
     const AllocationFault fault = AllocationFault::failFrom(1);

@@ -13,44 +13,17 @@
 #include "embedded/platform/Allocation.h"
 #include "tests/embedded/com/Balance.h"
 #include "tests/embedded/com/Probe.h"
+#include "tests/support/Variants.h"
 
 namespace velt::com {
 namespace {
 
+using namespace variants;
 using platform::AllocationFault;
 using platform::Heap;
 
-VARIANT ofLong(LONG value) {
-  VARIANT variant{};
-  variant.vt = VT_I4;
-  variant.lVal = value;
-  return variant;
-}
-
-VARIANT ofText(const std::wstring& text) {
-  VARIANT variant{};
-  variant.vt = VT_BSTR;
-  variant.bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-  return variant;
-}
-
-VARIANT ofObject(IUnknown* object) {
-  VARIANT variant{};
-  variant.vt = VT_UNKNOWN;
-  variant.punkVal = object;
-  return variant;
-}
-
-VARIANT ofArray(SAFEARRAY* array) {
-  VARIANT variant{};
-  SafeArrayGetVartype(array, &variant.vt);
-  variant.vt = static_cast<VARTYPE>(variant.vt | VT_ARRAY);
-  variant.parray = array;
-  return variant;
-}
-
 TEST(Variant, InitSetsTheTagAndNothingElse) {
-  VARIANT variant = ofLong(7);
+  VARIANT variant = i4(7);
   variant.wReserved1 = 9;
   VariantInit(&variant);
   EXPECT_EQ(VT_EMPTY, variant.vt);
@@ -61,7 +34,7 @@ TEST(Variant, InitSetsTheTagAndNothingElse) {
 
 TEST(Variant, ClearFreesAString) {
   const Balance balance;
-  VARIANT variant = ofText(L"x");
+  VARIANT variant = ownedText(L"x");
   EXPECT_EQ(S_OK, VariantClear(&variant));
   EXPECT_EQ(VT_EMPTY, variant.vt);
   EXPECT_EQ(S_OK, VariantClear(&variant));
@@ -69,7 +42,7 @@ TEST(Variant, ClearFreesAString) {
 
 TEST(Variant, ClearReleasesAnInterface) {
   const Balance balance;
-  VARIANT variant = ofObject(Probe::make());
+  VARIANT variant = borrowed(Probe::make());
   EXPECT_EQ(S_OK, VariantClear(&variant));
   variant.vt = VT_DISPATCH;
   variant.pdispVal = DispatchProbe::make();
@@ -79,7 +52,7 @@ TEST(Variant, ClearReleasesAnInterface) {
 
 TEST(Variant, ClearDestroysAnArrayWithItsElements) {
   const Balance balance;
-  VARIANT variant = ofArray(SafeArrayCreateVector(VT_BSTR, 0, 2));
+  VARIANT variant = borrowed(SafeArrayCreateVector(VT_BSTR, 0, 2));
   BSTR text = SysAllocString(L"x");
   const LONG index = 1;
   ASSERT_EQ(S_OK, SafeArrayPutElement(variant.parray, &index, text));
@@ -102,7 +75,7 @@ TEST(Variant, ClearTakesNullForAnythingThatIsOwned) {
 
 TEST(Variant, ClearLeavesWhatAReferenceRefersTo) {
   const Balance balance;
-  VARIANT owner = ofText(L"x");
+  VARIANT owner = ownedText(L"x");
   VARIANT reference{};
   reference.vt = VT_BSTR | VT_BYREF;
   reference.byref = &owner.bstrVal;
@@ -123,7 +96,7 @@ TEST(Variant, ClearLeavesWhatAReferenceRefersTo) {
 
 TEST(Variant, ClearRefusesALockedArrayAndKeepsIt) {
   const Balance balance;
-  VARIANT variant = ofArray(SafeArrayCreateVector(VT_I4, 0, 1));
+  VARIANT variant = borrowed(SafeArrayCreateVector(VT_I4, 0, 1));
   void* data = nullptr;
   ASSERT_EQ(S_OK, SafeArrayAccessData(variant.parray, &data));
   EXPECT_EQ(DISP_E_ARRAYISLOCKED, VariantClear(&variant));
@@ -141,7 +114,7 @@ TEST(Variant, ClearAndCopyRefuseATagThatMeansNothingAndFollowNoPointer) {
     VARIANT variant{};
     variant.vt = tag;
     variant.ullVal = 0xDEADBEEF;
-    VARIANT copy = ofLong(1);
+    VARIANT copy = i4(1);
     EXPECT_EQ(badVariantType, VariantCopy(&copy, &variant)) << tag;
     EXPECT_EQ(1, copy.lVal);
     EXPECT_EQ(badVariantType, VariantClear(&variant)) << tag;
@@ -150,7 +123,7 @@ TEST(Variant, ClearAndCopyRefuseATagThatMeansNothingAndFollowNoPointer) {
 }
 
 TEST(Variant, NullArgumentsAreRefused) {
-  VARIANT variant = ofLong(1);
+  VARIANT variant = i4(1);
   EXPECT_EQ(E_INVALIDARG, VariantClear(nullptr));
   EXPECT_EQ(E_INVALIDARG, VariantCopy(nullptr, &variant));
   EXPECT_EQ(E_INVALIDARG, VariantCopy(&variant, nullptr));
@@ -159,7 +132,7 @@ TEST(Variant, NullArgumentsAreRefused) {
 
 TEST(Variant, ACopyIsASecondOwner) {
   const Balance balance;
-  VARIANT original = ofText(std::wstring(L"a\0b", 3));
+  VARIANT original = ownedText(std::wstring(L"a\0b", 3));
   VARIANT copy{};
   ASSERT_EQ(S_OK, VariantCopy(&copy, &original));
   EXPECT_NE(original.bstrVal, copy.bstrVal);
@@ -170,7 +143,7 @@ TEST(Variant, ACopyIsASecondOwner) {
 
 TEST(Variant, ACopyOfAnInterfaceAddsAReference) {
   const Balance balance;
-  VARIANT original = ofObject(Probe::make());
+  VARIANT original = borrowed(Probe::make());
   VARIANT copy{};
   ASSERT_EQ(S_OK, VariantCopy(&copy, &original));
   EXPECT_EQ(2U, referencesOf(original.punkVal));
@@ -197,15 +170,15 @@ TEST(Variant, ACopyOfAReferenceSharesTheTarget) {
 
 TEST(Variant, CopyingOverAValueFreesIt) {
   const Balance balance;
-  VARIANT copy = ofText(L"old");
-  const VARIANT original = ofLong(3);
+  VARIANT copy = ownedText(L"old");
+  const VARIANT original = i4(3);
   EXPECT_EQ(S_OK, VariantCopy(&copy, &original));
   EXPECT_EQ(3, copy.lVal);
 }
 
 TEST(Variant, CopyingOntoItselfChangesNothing) {
   const Balance balance;
-  VARIANT variant = ofText(L"x");
+  VARIANT variant = ownedText(L"x");
   BSTR held = variant.bstrVal;
   EXPECT_EQ(S_OK, VariantCopy(&variant, &variant));
   EXPECT_EQ(held, variant.bstrVal);
@@ -214,10 +187,10 @@ TEST(Variant, CopyingOntoItselfChangesNothing) {
 
 TEST(Variant, AnElementMayBeCopiedOverTheArrayThatHoldsIt) {
   const Balance balance;
-  VARIANT variant = ofArray(SafeArrayCreateVector(VT_VARIANT, 0, 1));
+  VARIANT variant = borrowed(SafeArrayCreateVector(VT_VARIANT, 0, 1));
   VARIANT* elements = nullptr;
   ASSERT_EQ(S_OK, SafeArrayAccessData(variant.parray, reinterpret_cast<void**>(&elements)));
-  elements[0] = ofText(L"inner");
+  elements[0] = ownedText(L"inner");
   ASSERT_EQ(S_OK, SafeArrayUnaccessData(variant.parray));
   ASSERT_EQ(S_OK, VariantCopy(&variant, elements));
   ASSERT_EQ(VT_BSTR, variant.vt);
@@ -227,10 +200,10 @@ TEST(Variant, AnElementMayBeCopiedOverTheArrayThatHoldsIt) {
 
 TEST(Variant, ACopyThatCannotReplaceALockedArrayLeavesBothAsTheyWere) {
   const Balance balance;
-  VARIANT destination = ofArray(SafeArrayCreateVector(VT_I4, 0, 1));
+  VARIANT destination = borrowed(SafeArrayCreateVector(VT_I4, 0, 1));
   void* data = nullptr;
   ASSERT_EQ(S_OK, SafeArrayAccessData(destination.parray, &data));
-  VARIANT source = ofText(L"x");
+  VARIANT source = ownedText(L"x");
   EXPECT_EQ(DISP_E_ARRAYISLOCKED, VariantCopy(&destination, &source));
   EXPECT_EQ(VT_ARRAY | VT_I4, destination.vt);
   SafeArrayUnaccessData(destination.parray);
@@ -240,7 +213,7 @@ TEST(Variant, ACopyThatCannotReplaceALockedArrayLeavesBothAsTheyWere) {
 
 TEST(Variant, CopyingAnArrayThatContainsItselfFails) {
   const Balance balance;
-  VARIANT variant = ofArray(SafeArrayCreateVector(VT_VARIANT, 0, 1));
+  VARIANT variant = borrowed(SafeArrayCreateVector(VT_VARIANT, 0, 1));
   VARIANT* elements = nullptr;
   ASSERT_EQ(S_OK, SafeArrayAccessData(variant.parray, reinterpret_cast<void**>(&elements)));
   elements[0] = variant;
@@ -253,13 +226,13 @@ TEST(Variant, CopyingAnArrayThatContainsItselfFails) {
 
 TEST(Variant, ACopyWithoutMemoryFailsAndLeavesTheDestination) {
   const Balance balance;
-  VARIANT original = ofArray(SafeArrayCreateVector(VT_VARIANT, 0, 3));
+  VARIANT original = borrowed(SafeArrayCreateVector(VT_VARIANT, 0, 3));
   for (LONG i = 0; i < 3; ++i) {
-    VARIANT element = ofText(std::to_wstring(i));
+    VARIANT element = ownedText(std::to_wstring(i));
     ASSERT_EQ(S_OK, SafeArrayPutElement(original.parray, &i, &element));
     VariantClear(&element);
   }
-  VARIANT destination = ofText(L"kept");
+  VARIANT destination = ownedText(L"kept");
   std::uint64_t failed = 0;
   for (HRESULT result = E_OUTOFMEMORY; result != S_OK;) {
     const Balance step;
@@ -270,7 +243,7 @@ TEST(Variant, ACopyWithoutMemoryFailsAndLeavesTheDestination) {
     }
     if (result == S_OK) {
       VariantClear(&copy);
-      destination = ofText(L"kept");
+      destination = ownedText(L"kept");
     } else {
       ASSERT_EQ(E_OUTOFMEMORY, result);
       ASSERT_EQ(VT_BSTR, copy.vt);
@@ -321,14 +294,14 @@ rc::Gen<Model> models(int depth) {
 }
 
 VARIANT build(const Model& model) {
-  if (const auto* number = std::get_if<LONG>(&model.value)) return ofLong(*number);
-  if (const auto* text = std::get_if<std::wstring>(&model.value)) return ofText(*text);
+  if (const auto* number = std::get_if<LONG>(&model.value)) return i4(*number);
+  if (const auto* text = std::get_if<std::wstring>(&model.value)) return ownedText(*text);
   VARIANT variant{};
   if (const auto* real = std::get_if<double>(&model.value)) {
     variant.vt = VT_R8;
     variant.dblVal = *real;
   } else if (const auto* list = std::get_if<Models>(&model.value)) {
-    variant = ofArray(SafeArrayCreateVector(VT_VARIANT, -3, static_cast<ULONG>(list->size())));
+    variant = borrowed(SafeArrayCreateVector(VT_VARIANT, -3, static_cast<ULONG>(list->size())));
     LONG index = -3;
     for (const Model& element : *list) {
       VARIANT built = build(element);

@@ -83,11 +83,8 @@ TEST_F(EntityPropertyTest, ReadsAndWritesThroughTheEntity) {
   EXPECT_EQ(S_OK, row_.set(L"second"));
   EXPECT_EQ(L"second", row_.text());
   const StringHolder held(L"third");
-  VARIANT inner{};
-  inner.vt = VT_BSTR;
-  inner.bstrVal = held.get();
-  VARIANT wrapped{};
-  wrapped.vt = VT_BYREF | VT_VARIANT;
+  VARIANT inner = variants::borrowed(held.get());
+  VARIANT wrapped = variants::ofType(VT_BYREF | VT_VARIANT);
   wrapped.pvarVal = &inner;
   EXPECT_EQ(S_OK, row_.set(wrapped));
   EXPECT_EQ(L"third", note_->kept);
@@ -145,9 +142,7 @@ HRESULT refused(Function function) {
 
 TEST(ValuesOfProperties, AreTakenFromTheirOwnKindOnly) {
   const StringHolder held(L"12");
-  VARIANT text{};
-  text.vt = VT_BSTR;
-  text.bstrVal = held.get();
+  const VARIANT text = variants::borrowed(held.get());
   EXPECT_EQ(L"12", textIn(text));
   EXPECT_EQ(2.5, realIn(automation::test::number(2.5)));
   EXPECT_EQ(7, integerIn(automation::test::number(7.0), 0, 9));

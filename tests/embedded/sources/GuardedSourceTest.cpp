@@ -162,11 +162,7 @@ TEST_F(GuardedSourceTest, AFailingSourceIsToldOnce) {
 
 TEST_F(GuardedSourceTest, AnAnswerThatIsNotAnArrayOfObjectsHoldsNoProperties) {
   const com::Balance balance;
-  scripted_.properties = [](VARIANT* out) {
-    out->vt = VT_BSTR;
-    out->bstrVal = SysAllocString(L"x");
-    return S_OK;
-  };
+  scripted_.properties = [](VARIANT* out) { return *out = variants::ownedText(L"x"), S_OK; };
   EXPECT_TRUE(properties().empty());
   scripted_.properties = [](VARIANT* out) {
     out->vt = VT_ARRAY | VT_UNKNOWN;

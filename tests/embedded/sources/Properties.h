@@ -11,6 +11,7 @@
 #include "host/palette/IDynamicProperty2.h"
 #include "host/palette/IPropertySource.h"
 #include "tests/embedded/automation/Automation.h"
+#include "tests/support/Variants.h"
 
 namespace velt::sources::test {
 
@@ -87,13 +88,7 @@ class Row {
   [[nodiscard]] std::wstring text() const { return textOf(value().get()); }
 
   HRESULT set(const VARIANT& value) const { return property_->SetCurrentValueData(entity_, value); }
-  HRESULT set(const std::wstring& text) const {
-    VARIANT value{};
-    value.vt = VT_BSTR;
-    const StringHolder held(text);
-    value.bstrVal = held.get();
-    return set(value);
-  }
+  HRESULT set(const std::wstring& text) const { return set(variants::borrowed(StringHolder(text).get())); }
 
  private:
   IDispatch* entity_;

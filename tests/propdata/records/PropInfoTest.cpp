@@ -413,8 +413,7 @@ TEST(PropInfo, CopiesAreMadeAndDestroyedOnSeveralThreads) {
 TEST(PropInfo, Quirk_value_shared_by_copies) {
   ToyHost host;
   PROPINFO original;
-  original.value.vt = VT_BSTR;
-  original.value.bstrVal = SysAllocString(L"text");
+  original.value = variants::ownedText(L"text");
   const BSTR text = original.value.bstrVal;
   host.log.clear();
   {
@@ -436,8 +435,7 @@ TEST(PropInfo, Quirk_value_shared_by_copies) {
 TEST(PropInfo, OverwritingARecordClearsNoValue) {
   ToyHost host;
   PROPINFO row;
-  row.value.vt = VT_BSTR;
-  row.value.bstrVal = SysAllocString(L"text");
+  row.value = variants::ownedText(L"text");
   VARIANT kept = row.value;
   host.log.clear();
   row = PROPINFO();
@@ -454,8 +452,7 @@ TEST(PropInfo, CountsNoReferenceOfTheObjectsThatItPointsTo) {
     PROPINFO row;
     row.pDispatch = line.dispatch();
     row.pDynamicProperty = line.unknown();
-    row.value.vt = VT_DISPATCH;
-    row.value.pdispVal = line.dispatch();
+    row.value = variants::borrowed(line.dispatch());
     row.dynSources.push_back({line.unknown(), line.unknown()});
     PROPINFO copied(row);
     copied = row;

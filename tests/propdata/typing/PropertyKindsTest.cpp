@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "propdata/VeltPropData.h"
+#include "tests/support/Narrow.h"
 #include "tests/support/ToyColor.h"
 #include "tests/support/ToyHost.h"
 #include "tests/support/ToyObject.h"
@@ -145,11 +146,6 @@ int kindOf(const CLSID& clsid, PROPINFO prop) {
 
 int kindOf(const char* className, const PROPINFO& prop) {
   return kindOf(classNamed(className), prop);
-}
-
-std::string narrow(const wchar_t* text) {
-  const std::wstring wide(text);
-  return {wide.begin(), wide.end()};
 }
 
 // --- special names --------------------------------------------------------------------------------------------------

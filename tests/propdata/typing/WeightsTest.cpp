@@ -13,6 +13,7 @@
 #include "embedded/platform/CrashReports.h"
 #include "propdata/VeltPropData.h"
 #include "tests/support/AllocationSpy.h"
+#include "tests/support/Variants.h"
 
 namespace velt::tests {
 namespace {
@@ -337,8 +338,7 @@ TEST(SortByWeight, LeavesListsThatShareTheRowsAsTheyAre) {
 TEST(SortByWeight, KeepsEveryFieldOfARowWithIt) {
   PROPINFO late = row(1, 5);
   late.name = L"late";
-  late.value.vt = VT_I4;
-  late.value.lVal = 55;
+  late.value = variants::i4(55);
   late.choiceValues.push_back(5);
   TqVector<PROPINFO> rows = list({late, row(2, 3)});
   const std::uint32_t physical = rows.physicalLength();

@@ -12,18 +12,13 @@
 #include "embedded/automation/model/ClassIndex.h"
 #include "tests/embedded/automation/Automation.h"
 #include "tests/support/Golden.h"
+#include "tests/support/Narrow.h"
 
 namespace velt::automation {
 namespace {
 
 using namespace test;
-
-std::string narrow(std::wstring_view text) {
-  std::string ascii;
-  for (const wchar_t c : text)
-    ascii += static_cast<char>(c);
-  return ascii;
-}
+using tests::narrow;
 
 std::string typeName(const ValueType& type) {
   if (type.user != nullptr) return narrow(type.user->name);

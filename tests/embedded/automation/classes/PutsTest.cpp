@@ -4,8 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
-#include <filesystem>
 #include <iterator>
 #include <limits>
 #include <map>
@@ -20,18 +18,14 @@
 #include "samples/FloorPlan.h"
 #include "samples/Gallery.h"
 #include "tests/embedded/automation/Edits.h"
+#include "tests/support/Narrow.h"
+#include "tests/support/WholeDrawings.h"
 
 namespace velt::automation {
 namespace {
 
 using namespace test;
-
-std::string narrow(std::wstring_view text) {
-  std::string ascii;
-  for (const wchar_t c : text)
-    ascii += static_cast<char>(c);
-  return ascii;
-}
+using tests::narrow;
 
 VariantHolder holding(const VARIANT& value) {
   VariantHolder held;
@@ -40,10 +34,7 @@ VariantHolder holding(const VARIANT& value) {
 }
 
 VariantHolder holding(const std::wstring& text) {
-  VARIANT value{};
-  value.vt = VT_BSTR;
-  value.bstrVal = SysAllocString(text.c_str());
-  return holding(value);
+  return holding(variants::ownedText(text));
 }
 
 VariantHolder holding(const std::vector<double>& numbers) {
@@ -453,7 +444,7 @@ INSTANTIATE_TEST_SUITE_P(Of, EveryWritableRow,
                          ::testing::ValuesIn(automationClasses().begin(), automationClasses().end()),
                          [](const auto& parameter) { return narrow(parameter.param->name); });
 
-// --- drawings of others ---
+// --- whole drawings ---
 
 // The entity with what belongs to it, pair by pair.
 std::string pairsWithMembers(const Drawing& drawing, std::uint32_t record) {
@@ -495,15 +486,11 @@ bool putAny(const Drawing& drawing, std::uint32_t record, const Bound& bound, co
   return false;
 }
 
-TEST(Puts, OnDrawingsOfOthersAreTakenOrRefusedAsAWhole) {
-  const char* const folder = std::getenv("VELT_DRAWINGS");
-  if (folder == nullptr) GTEST_SKIP() << "VELT_DRAWINGS names no folder of drawings";
-  for (const auto& file : std::filesystem::directory_iterator(folder)) {
-    if (file.path().extension() != ".dxf") continue;
-    SCOPED_TRACE(file.path().string());
-    const auto drawing = Drawing::open(file.path());
+TEST(Puts, OnWholeDrawingsAreTakenOrRefusedAsAWhole) {
+  std::size_t taken = 0;
+  tests::forEachDrawing([&](const tests::WholeDrawing& whole) {
+    const auto drawing = Drawing::parse(whole.bytes, whole.name);
     const std::vector<std::size_t> entities = someOfEachType(*drawing);
-    std::size_t taken = 0;
     for (const std::size_t entity : entities) {
       const std::uint32_t record = recordOf(*drawing, entity);
       SCOPED_TRACE(std::string(drawing->view(record).type()) + " "
@@ -515,14 +502,14 @@ TEST(Puts, OnDrawingsOfOthersAreTakenOrRefusedAsAWhole) {
         if (row->isWritable() && putAny(*drawing, record, bound, *row)) ++taken;
       }
     }
-    EXPECT_GT(taken, 0U);
     const auto again = Drawing::parse(drawing->document().bytes(), "saved.dxf");
     ASSERT_EQ(drawing->entities().size(), again->entities().size());
     for (const std::size_t entity : entities) {
       EXPECT_EQ(pairsWithMembers(*drawing, recordOf(*drawing, entity)),
                 pairsWithMembers(*again, recordOf(*again, entity)));
     }
-  }
+  });
+  EXPECT_GT(taken, 0U);
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 
@@ -12,6 +11,7 @@
 #include "embedded/database/RecordEditor.h"
 #include "samples/Gallery.h"
 #include "tests/embedded/automation/Edits.h"
+#include "tests/support/WholeDrawings.h"
 
 namespace velt::automation {
 namespace {
@@ -206,16 +206,13 @@ TEST_F(DimensionPictureTest, WhatIsInEffectIsNotWrittenAgain) {
   EXPECT_EQ(before, drawing->document().bytes());
 }
 
-// --- drawings of others ---
+// --- whole drawings ---
 
 // What a palette would try: the answer about editing and the put agree, and the picture says the same as the style.
-TEST(DimensionPictures, OfOthersFollowOrAreLeftAlone) {
-  const char* const folder = std::getenv("VELT_DRAWINGS");
-  if (folder == nullptr) GTEST_SKIP() << "VELT_DRAWINGS names no folder of drawings";
+TEST(DimensionPictures, OfWholeDrawingsFollowOrAreLeftAlone) {
   std::map<std::string, int> followed;
-  for (const auto& file : std::filesystem::directory_iterator(folder)) {
-    if (file.path().extension() != ".dxf") continue;
-    const auto drawing = Drawing::open(file.path());
+  tests::forEachDrawing([&](const tests::WholeDrawing& whole) {
+    const auto drawing = Drawing::parse(whole.bytes, whole.name);
     for (const VkDbObjectId id : drawing->entities()) {
       const std::uint32_t record = database::resolve(id)->record;
       if (!drawing->view(record).type().ends_with("DIMENSION")) continue;
@@ -243,7 +240,7 @@ TEST(DimensionPictures, OfOthersFollowOrAreLeftAlone) {
           EXPECT_EQ(other, database::Lens(*drawing, text).integer(62, "AcDbEntity", 256));
       }
     }
-  }
+  });
   for (const auto& [name, count] : followed)
     RecordProperty(name, count);
   EXPECT_GT(followed["TextColor"], 0);

@@ -22,12 +22,6 @@ class ValueTest : public ::testing::Test {
     holder.attach(toVariant(std::move(value), type));
     return holder;
   }
-  static VARIANT text(const StringHolder& held) {
-    VARIANT variant{};
-    variant.vt = VT_BSTR;
-    variant.bstrVal = held.get();
-    return variant;
-  }
 
   template <class T>
   static std::optional<T> as(const std::optional<Value>& value) {
@@ -75,15 +69,13 @@ TEST_F(ValueTest, NumbersAreTakenWhereNothingIsLost) {
 TEST_F(ValueTest, TextsOfNumbersAreTaken) {
   const StringHolder digits(L"12.5");
   const StringHolder letters(L"abc");
-  EXPECT_EQ(12.5, as<double>(fromVariant(text(digits), VT_R8)));
-  EXPECT_FALSE(fromVariant(text(letters), VT_R8));
-  EXPECT_EQ(std::wstring(L"abc"), as<std::wstring>(fromVariant(text(letters), VT_BSTR)));
+  EXPECT_EQ(12.5, as<double>(fromVariant(variants::borrowed(digits.get()), VT_R8)));
+  EXPECT_FALSE(fromVariant(variants::borrowed(letters.get()), VT_R8));
+  EXPECT_EQ(std::wstring(L"abc"), as<std::wstring>(fromVariant(variants::borrowed(letters.get()), VT_BSTR)));
 }
 
 TEST_F(ValueTest, ANullStringIsTheEmptyText) {
-  VARIANT null{};
-  null.vt = VT_BSTR;
-  null.bstrVal = nullptr;
+  const VARIANT null = variants::ofType(VT_BSTR);
   EXPECT_EQ(std::wstring(), as<std::wstring>(fromVariant(null, VT_BSTR)));
 }
 
@@ -124,8 +116,8 @@ TEST_F(ValueTest, WhereAnObjectIsWantedANumberOrANameMayStandForIt) {
   const StringHolder letters(L"Red");
   const StringHolder digits(L"5");
   EXPECT_EQ(5, as<std::int32_t>(fromVariant(integer(5), VT_DISPATCH)));
-  EXPECT_EQ(5, as<std::int32_t>(fromVariant(text(digits), VT_DISPATCH)));
-  EXPECT_EQ(L"Red", as<std::wstring>(fromVariant(text(letters), VT_DISPATCH)));
+  EXPECT_EQ(5, as<std::int32_t>(fromVariant(variants::borrowed(digits.get()), VT_DISPATCH)));
+  EXPECT_EQ(L"Red", as<std::wstring>(fromVariant(variants::borrowed(letters.get()), VT_DISPATCH)));
   EXPECT_FALSE(fromVariant(number(1.5), VT_DISPATCH));
   EXPECT_FALSE(fromVariant(object(nullptr), VT_DISPATCH));
 }
