@@ -8,21 +8,21 @@
 //   const Row layer = selection.row("Layer");
 //   tell(selection.write(layer, layer.parse("Walls")).summary());
 //
-// Ownership. A Selection owns the automation objects of its entities, the rows of its last query and their values. A Row
-// is a view of one of them: it must not be used after the selection asks again, or ends. A Value owns what it holds, and
-// must end before the host does.
+// Ownership. A Selection owns the automation objects of its entities, the rows of its last query and their values. A
+// Row is a view of one of them: it must not be used after the selection asks again, or ends. A Value owns what it
+// holds, and must end before the host does.
 //
 // Entities are named by their id, or by their index in the selection, from 0.
 //
 // Texts are UTF-8. Numbers are those of the records: lengths in drawing units, angles in radians; texts have angles in
 // degrees.
 //
-// Failures are exceptions: Error, whose message is the layer's or the host's where they gave one, and std::bad_alloc.
-// What a function changes before it fails is said with it; what nothing is said of changes nothing.
+// Failures are exceptions: Error, whose message is that of the layer or the host when they gave one, and
+// std::bad_alloc. A function that fails has changed nothing, unless its comment says so.
 //
-// Threads. All calls are made on the palette's thread, as those of the layer.
+// Threads. Make all calls on the palette's thread, as with the layer.
 //
-// Whoever needs more reaches the layer underneath: Row::record() and Selection::entries() are what its functions take.
+// For anything else call the layer itself: its functions take Row::record() and Selection::entries().
 
 #include <array>
 #include <cstddef>
@@ -57,7 +57,7 @@ class VELT_PALETTE_EXPORT Error : public std::runtime_error {
 // (see Row::text). Nothing also stands for values of kinds that no palette shows, such as arrays.
 using PlainValue = std::variant<std::monostate, bool, std::int64_t, std::uint64_t, double, std::string>;
 
-// Whether both are the same value: numbers by what they count, whatever their type, and reals to the last bit.
+// Whether both are the same value. Numbers are compared by value, whatever their type, and reals exactly.
 VELT_PALETTE_EXPORT bool isSame(const PlainValue& a, const PlainValue& b);
 
 // A value of a property. Owns what it holds; can be moved, not copied.
@@ -104,16 +104,16 @@ struct Choice {
   std::optional<double> real{};
 };
 
-// Whether a row may be edited, and if not, what stands against it.
+// Whether a row may be edited, and if not, why.
 enum class Editability {
   editable,
-  // The property cannot be written: its class has no way to.
+  // The class offers no way to write the property.
   neverWritable,
-  // It could be, but the entities do not allow it as they are.
+  // It can be written, but not on these entities as they are.
   notNow
 };
 
-// One entity's part in a dynamic row, as far as it can be told without pointers.
+// One entity's part in a dynamic row, without pointers.
 struct DynamicSource {
   VkDbObjectId entity;
   bool hasProperty = false;
@@ -121,8 +121,8 @@ struct DynamicSource {
   friend bool operator==(const DynamicSource&, const DynamicSource&) = default;
 };
 
-// One field of the record behind a row, under the record's own name for it; a pointer to an automation object is told
-// as the id of its entity (null for none), any other pointer as whether there is one.
+// One field of a row's record, under the record's own name for it. A pointer to an automation object is given as the id
+// of its entity (null for none), any other pointer as whether there is one.
 struct Field {
   using Data = std::variant<PlainValue, VkDbObjectId, std::vector<std::string>, std::vector<std::int64_t>,
                             std::vector<double>, std::vector<DynamicSource>>;
@@ -136,9 +136,9 @@ class VELT_PALETTE_EXPORT Row {
   // The record must outlive the row.
   explicit Row(const PROPINFO& record) : record_(&record) {}
 
-  // As the palette shows it, on one line.
+  // The name that a palette shows, on one line.
   std::string label() const;
-  // Of the property, as programs know it.
+  // The name by which programs know the property.
   std::string name() const;
   // Empty where the host gives none.
   std::string help() const;
@@ -148,7 +148,7 @@ class VELT_PALETTE_EXPORT Row {
 
   // The entities have different values. The row's own value is then the first entity's.
   bool isVarying() const { return record_->isVaries; }
-  // From a property source and not from the type information.
+  // It comes from a property source and not from the type information.
   bool isDynamic() const { return record_->dispId == dynamicPropertyDispId; }
   bool hasChoices() const { return record_->hasChoices; }
   std::vector<Choice> choices() const;
@@ -164,11 +164,11 @@ class VELT_PALETTE_EXPORT Row {
   // The value itself, of a varying row the first entity's.
   PlainValue plain() const;
 
-  // Whether its values can be written as text at all.
+  // Whether parse() can make a value of any text at all.
   bool takesText() const;
-  // The value that a text means to this row: a choice by its label, whatever the case, or by its number; a number; an
-  // angle in degrees; yes or no; a text. Colors stay texts, which the property itself understands. Throws Error with
-  // what is accepted.
+  // The value that a text means to this row: a choice by its label, in upper or lower case, or by its number; a number;
+  // an angle in degrees; yes or no; a text. Colors stay texts, which the property itself understands. Throws an Error
+  // that says what is accepted.
   Value parse(std::string_view text) const;
 
   // Every field of the record, in its order.
@@ -189,7 +189,7 @@ struct Category {
 // The rows by category: each stands where its first row stood, and keeps the order of its rows.
 VELT_PALETTE_EXPORT std::vector<Category> byCategory(std::span<const Row> rows);
 
-// The rows of that label, else those of that name; whatever the case.
+// The rows with that label or, when there are none, with that name. Upper and lower case do not differ.
 VELT_PALETTE_EXPORT std::vector<Row> rowsNamed(std::span<const Row> rows, std::string_view name);
 
 // ---------------------------------------------------------------------------------------------------------
@@ -199,7 +199,7 @@ VELT_PALETTE_EXPORT std::vector<Row> rowsNamed(std::span<const Row> rows, std::s
 // What became of one entity in a write.
 enum class Fate {
   changed,
-  // It had the value already.
+  // It already had the value.
   unchanged,
   // It is on a locked layer, and stays as it is.
   locked,
@@ -216,15 +216,15 @@ VELT_PALETTE_EXPORT std::string_view nameOf(Fate fate);
 struct WriteOptions {
   // Goes on after an entity refuses the value.
   bool keepGoing = false;
-  // Told now and then how many entities are dealt with, of how many; false ends the write there. Dynamic rows are
-  // written in one call and tell nothing.
+  // Called now and then with how many entities are done, and how many there are; the write ends when it answers false.
+  // Not called for dynamic rows, which are written in one call.
   std::function<bool(std::size_t done, std::size_t total)> progress{};
 };
 
 struct VELT_PALETTE_EXPORT Report {
-  // Of each entity.
+  // One for each entity.
   std::vector<Fate> fates{};
-  // Of each entity that refused, in the host's words where it has some.
+  // By the index of each entity that refused; in the host's words, where it gave some.
   std::map<std::size_t, std::string> reasons{};
   // What the layer said of the last refusal; may be empty.
   std::string message{};
@@ -255,15 +255,15 @@ struct Absence {
     unknown,
     // Some have it and others do not.
     notCommon,
-    // All have it, each as a dynamic property; but those are shown of single entities and of references to one dynamic
-    // block only.
+    // All have it as a dynamic property, but several entities have dynamic rows only when they are references to one
+    // dynamic block.
     dynamicWithheld,
     // All have it, but not as the same property: they differ in category, kind, type, choices, elements or in whether
     // it can be edited.
     different
   };
   Cause cause = Cause::none;
-  // notCommon: those without it. different: those whose property is not that of the first entity.
+  // notCommon: the entities without it. different: those whose property is not that of the first entity.
   std::vector<std::size_t> entities{};
 };
 
@@ -274,7 +274,7 @@ struct Absence {
 // Selected entities, from set-up to teardown. Must end before the drawing does.
 class VELT_PALETTE_EXPORT Selection {
  public:
-  // Makes the automation objects of the entities. Throws Error when one cannot be had; everything is then given back.
+  // Makes the automation objects of the entities. When one cannot be made, throws Error and releases the others.
   explicit Selection(std::span<const VkDbObjectId> entities);
   Selection(Selection&& other) noexcept;
   Selection& operator=(Selection&& other) noexcept;
@@ -296,8 +296,8 @@ class VELT_PALETTE_EXPORT Selection {
   Value value(const Row& row, std::size_t entity) const;
   std::vector<Value> values(const Row& row) const;
 
-  // Writes the value to every entity and finds out what became of each. `row` is one of rows(), which stay as they are:
-  // query() tells what holds afterwards. When memory runs out, some entities may have the new value.
+  // Writes the value to every entity and finds out what became of each. `row` is one of rows(), which are not changed:
+  // call query() for the new values. When memory runs out, some entities may already have the new value.
   Report write(const Row& row, const Value& value, const WriteOptions& options = {});
 
   // The different values behind a row with the entities of each, in the order in which they first occur.
@@ -305,7 +305,7 @@ class VELT_PALETTE_EXPORT Selection {
   // Why the last query has no row of that label or name. Asks the entities one by one.
   Absence whyAbsent(std::string_view name) const;
 
-  // As the layer's functions take them. Whoever changes them gives back what he puts in.
+  // As the layer's functions take them. Whoever adds entries or references gives them back.
   TqVector<VeltPropData*>& entries() { return selection_; }
 
  private:
@@ -325,15 +325,15 @@ VELT_PALETTE_EXPORT bool isOnLockedLayer(VkDbObjectId entity);
 // Texts
 // ---------------------------------------------------------------------------------------------------------
 
-// What is no character of its own (a lone surrogate, a number beyond the last) becomes U+FFFD; so does every byte that
-// is not UTF-8.
+// What is not a character (a lone surrogate, a number above U+10FFFF) becomes U+FFFD, and so does each byte that is not
+// UTF-8.
 VELT_PALETTE_EXPORT std::string toUtf8(std::wstring_view text);
 VELT_PALETTE_EXPORT std::wstring fromUtf8(std::string_view text);
 
-// On one line of a terminal or a cell: line ends, tabs and other control characters become visible or blank.
+// For one line of a terminal or a cell: line ends, tabs and other control characters become visible signs or blanks.
 VELT_PALETTE_EXPORT std::string oneLine(std::wstring_view text);
 
-// Same letters, whatever their case (of ASCII letters).
+// Equal but for upper and lower case of ASCII letters.
 VELT_PALETTE_EXPORT bool equalIgnoringCase(std::string_view a, std::string_view b);
 
 }  // namespace velt::palette

@@ -19,7 +19,7 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-// From 1.
+// A whole number from 1 on.
 std::optional<std::size_t> ordinalIn(std::string_view text) {
   text = trimmed(text);
   if (text.starts_with('+')) text.remove_prefix(1);
@@ -29,7 +29,7 @@ std::optional<std::size_t> ordinalIn(std::string_view text) {
   return number;
 }
 
-// A sentence of the host, which begins with a word, for the middle of another one.
+// A sentence of the host as a clause for the middle of another sentence.
 std::string clauseOf(const std::wstring& sentence) {
   std::string clause = palette::oneLine(sentence);
   if (clause.ends_with('.')) clause.pop_back();
@@ -37,7 +37,7 @@ std::string clauseOf(const std::wstring& sentence) {
   return clause;
 }
 
-// In the words of the host. Empty when there is no reason to tell.
+// Why the row is read-only, in the words of the host; empty when it gives no reason.
 std::string readOnlyReason(const palette::Row& row) {
   const PROPINFO& record = row.record();
   return clauseOf(automation::readOnlyReason(record.clsid, record.dispId, record.objectId));
@@ -61,7 +61,8 @@ Assignment parseAssignment(std::string_view text) {
   const std::size_t equals = text.find('=');
   Assignment made{.text = std::string(text), .name = std::string(trimmed(text.substr(0, equals)))};
   if (equals == std::string_view::npos || made.name.empty()) {
-    throw UsageFailure(fmt::format("\"{}\" is no assignment; write NAME=VALUE, such as Layer=Walls", text));
+    throw UsageFailure(
+        fmt::format("\"{}\" is not an assignment: write NAME=VALUE, such as Layer=Walls", text));
   }
   made.value = text.substr(equals + 1);
   if (const std::size_t hash = made.name.rfind('#'); hash != std::string::npos) {
@@ -79,11 +80,11 @@ palette::Row rowFor(const Assignment& assignment, std::span<const palette::Row> 
     throw Failure(fmt::format("the selection has no property {}; {}", assignment.name, editableNames(rows)));
   }
   if (assignment.number > found.size()) {
-    throw Failure(fmt::format("the selection has {} of the name {}, not {}", found.size(), assignment.name,
-                              assignment.number));
+    throw Failure(fmt::format("{}#{}: the selection has only {} of that name", assignment.name,
+                              assignment.number, found.size()));
   }
   if (assignment.number == 0 && found.size() > 1) {
-    throw Failure(fmt::format("{0} is the name of {1} properties; say which, from {0}#1 to {0}#{1}",
+    throw Failure(fmt::format("{1} properties have the name {0}: choose one of {0}#1 to {0}#{1}",
                               assignment.name, found.size()));
   }
   const palette::Row& row = found[assignment.number == 0 ? 0 : assignment.number - 1];

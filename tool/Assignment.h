@@ -1,6 +1,6 @@
 #pragma once
 
-// What `veltprops set` is told: which row gets which value.
+// The assignments of `veltprops set`: which row gets which value.
 
 #include <cstddef>
 #include <span>
@@ -12,21 +12,24 @@
 namespace velt::tool {
 
 struct Assignment {
-  std::string text{};      // as it stood on the command line
-  std::string name{};      // of the row, as shown
-  std::size_t number = 0;  // which of several rows of that name, from 1; 0 when none was told
+  // As it was written on the command line.
+  std::string text{};
+  // The name of the row, as it is shown.
+  std::string name{};
+  // Which of several rows of that name, from 1; 0 when the command line did not say.
+  std::size_t number = 0;
   std::string value{};
 };
 
 // Throws UsageFailure for a text without a name or an equals sign.
 Assignment parseAssignment(std::string_view text);
 
-// The row that is meant: by the name that is shown, or by the property's own name, whatever the case. Throws Failure,
-// with what is possible, when there is no such row, when there are several and none was told, and when the row cannot
-// be edited.
+// The row that is meant, by the name that is shown or by the property's own name; upper and lower case do not differ.
+// Throws a Failure that says what is possible, when there is no such row, when there are several and the number is 0,
+// and when the row cannot be edited.
 palette::Row rowFor(const Assignment& assignment, std::span<const palette::Row> rows);
 
-// What the value means to the row. Throws Failure, with what is possible, when it means nothing.
+// The value as the row takes it. Throws a Failure that says what is possible, when the text means nothing to the row.
 palette::Value valueFor(const Assignment& assignment, const palette::Row& row);
 
 }  // namespace velt::tool

@@ -8,7 +8,7 @@
 
 namespace velt::tool {
 
-// Columns that the text takes, counted in characters.
+// How many columns the text takes: one for each character.
 std::size_t columns(std::string_view utf8);
 std::string padded(std::string_view utf8, std::size_t width);
 

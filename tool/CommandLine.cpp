@@ -23,9 +23,10 @@ void addSelection(CLI::App& command, SelectionRequest& selection) {
   command
       .add_option("--handle", selection.handles, "Entities by handle, hexadecimal (2F, or several: 2F,30)")
       ->delimiter(',')
-      ->allow_extra_args(false)  // what follows is something else, such as an assignment
+      // What follows is something else, such as an assignment.
+      ->allow_extra_args(false)
       ->type_name("HANDLE");
-  command.add_option("--layer", selection.layers, "Entities on a layer (may be given again)")
+  command.add_option("--layer", selection.layers, "Entities on a layer (may be repeated)")
       ->type_name("NAME")
       ->allow_extra_args(false);
   command.add_option("--type", selection.types, "Entities of a class (Line) or DXF type (LINE)")
@@ -34,17 +35,18 @@ void addSelection(CLI::App& command, SelectionRequest& selection) {
       ->delimiter(',');
   command.add_flag("--in-blocks", selection.inBlocks, "Also the entities inside block definitions");
   command.footer(
-      "Filters of one kind add up, filters of different kinds narrow each other:\n"
+      "An entity is selected when it fits one of the filters of each kind:\n"
       "  --layer Walls --layer Doors --type Line   the lines on either layer");
 }
 
 void addPlugins(CLI::App& command, std::vector<std::string>& plugins) {
-  command.add_option("--plugin", plugins, "Plug-in whose rows are there too (may be given again)")
+  command.add_option("--plugin", plugins, "Plug-in that adds rows of its own (may be repeated)")
       ->type_name("FILE.so")
       ->allow_extra_args(false);
 }
 
-// What goes wrong in a plug-in is a message, and its rows are missing; a file that is not there is a mistake.
+// A plug-in that misbehaves is a message, and its rows are missing. A file that does not exist is a mistake of the
+// user.
 void loadPlugins(sources::LoadedPlugins& plugins, const std::vector<std::string>& files) {
   for (const std::string& file : files) {
     if (!std::filesystem::exists(file)) throw Failure(fmt::format("{}: no such plug-in", file));
@@ -91,34 +93,34 @@ struct CommandLine {
     setCommand->add_option("DRAWING", setRequest.drawing, "DXF file")->required();
     setCommand
         ->add_option("NAME=VALUE", setRequest.assignments,
-                     "A property by the name that show gives it, and its new value")
+                     "A property, by the name that \"show\" gives it, and its new value")
         ->required();
     addSelection(*setCommand, setRequest.selection);
     CLI::Option* const output = setCommand->add_option("-o,--output", setRequest.output, "File to save to");
     CLI::Option* const inPlace =
         setCommand->add_flag("--in-place", setRequest.inPlace, "Save to the drawing itself");
     CLI::Option* const dryRun =
-        setCommand->add_flag("--dry-run", setRequest.dryRun, "Only tell what would happen");
+        setCommand->add_flag("--dry-run", setRequest.dryRun, "Tell what would happen, and save nothing");
     output->excludes(inPlace)->excludes(dryRun);
     inPlace->excludes(dryRun);
     setCommand->add_flag("--force", setRequest.force, "Replace an existing file at the output");
     setCommand->add_flag("--keep-going", setRequest.keepGoing,
-                         "Go on behind a refusal, and save what was not refused");
-    setCommand->add_flag("--json", setRequest.json,
-                         "The report as JSON, with the handles behind each number");
+                         "Go on after a refusal, and save what was not refused");
+    setCommand->add_flag("--json", setRequest.json, "The report as JSON, with the handles of the entities");
     addPlugins(*setCommand, plugins);
     setCommand->footer(
-        "Values are written as show shows them: a choice by its name, an angle in degrees.\n"
-        "Of several rows with one name, NAME#2 is the second.\n"
+        "Write values as \"show\" shows them: a choice by its name, an angle in degrees.\n"
+        "When several rows have one name, NAME#2 is the second of them.\n"
         "  veltprops set plan.dxf --layer Walls Layer=Doors \"Start X=1.5\" -o new.dxf\n"
-        "Entities on locked layers stay as they are. With the first refusal nothing is saved, unless "
-        "--keep-going.");
+        "Entities on locked layers stay as they are. When an entity refuses a value, nothing is saved, "
+        "unless "
+        "--keep-going is given.");
 
     sampleCommand =
         app.add_subcommand("sample", "Write a sample drawing: a small floor plan, or the gallery");
     sampleCommand->add_option("FILE", sampleRequest.file, "DXF file to write")->required();
     sampleCommand->add_flag("--gallery", sampleRequest.gallery,
-                            "A gallery with an entity at least of every class");
+                            "The gallery: at least one entity of every class");
     sampleCommand->add_flag("--force", sampleRequest.force, "Replace an existing file");
   }
 
@@ -145,13 +147,13 @@ int run(int argumentCount, const char* const* arguments, std::ostream& out, std:
   try {
     commandLine.app.parse(argumentCount, arguments);
   } catch (const CLI::ParseError& error) {
-    // Help is no failure; everything else that stops the parser is wrong usage.
+    // A request for help is not a failure; everything else that stops the parser is wrong usage.
     return commandLine.app.exit(error, out, err) == 0 ? succeeded : wrongUsage;
   }
   try {
     const ExitCode code = commandLine.runCommand(out, err);
     out.flush();
-    return out ? code : fail(err, failed, "the answer could not be written");
+    return out ? code : fail(err, failed, "the output could not be written");
   } catch (const UsageFailure& failure) {
     return fail(err, wrongUsage, failure.what());
   } catch (const _com_error& error) {

@@ -1,6 +1,6 @@
 #pragma once
 
-// The commands of veltprops. Each writes its answer to `out` and throws Failure or dxf::Error.
+// The commands of veltprops. Each writes its results to `out`, and throws Failure or dxf::Error when it fails.
 
 #include <ostream>
 #include <string>
@@ -20,37 +20,43 @@ struct ShowRequest {
 
 struct ListRequest {
   std::string drawing{};
-  SelectionRequest selection{};  // everything when it is empty
+  // Every entity when it is empty.
+  SelectionRequest selection{};
   bool json = false;
-  bool values = false;  // with JSON: also the properties of each entity
+  // With JSON: also the properties of each entity.
+  bool values = false;
 };
 
 struct SetRequest {
   std::string drawing{};
   SelectionRequest selection{};
-  std::vector<std::string> assignments{};  // NAME=VALUE, applied in order
-  std::string output{};                    // empty: in place
+  // NAME=VALUE, applied in order.
+  std::vector<std::string> assignments{};
+  // The file to save to; empty with inPlace or dryRun.
+  std::string output{};
   bool inPlace = false;
   bool dryRun = false;
-  bool force = false;  // replaces another file at `output`
+  // Replaces an existing file at `output`.
+  bool force = false;
   bool keepGoing = false;
   bool json = false;
 };
 
 struct SampleRequest {
   std::string file{};
-  bool gallery = false;  // else the floor plan
+  // The gallery instead of the floor plan.
+  bool gallery = false;
   bool force = false;
 };
 
-// The merged property list of a selection.
+// Shows the merged property list of a selection.
 void show(const ShowRequest& request, std::ostream& out);
-// Handle, class and layer of entities.
+// Lists entities: handle, class, DXF type and layer.
 void list(const ListRequest& request, std::ostream& out);
-// Writes values to every selected entity and saves the drawing. Gives the exit code: failed when anything was refused,
-// with the report on `out` all the same.
+// Writes values to every selected entity and saves the drawing. Answers the exit code: failed when a value was refused;
+// the report is on `out` all the same.
 ExitCode set(const SetRequest& request, std::ostream& out);
-// Writes a sample drawing; an existing file is replaced only when forced.
+// Writes a sample drawing. An existing file is replaced only with `force`.
 void sample(const SampleRequest& request, std::ostream& out);
 
 }  // namespace velt::tool

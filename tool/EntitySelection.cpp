@@ -21,7 +21,7 @@ namespace {
 
 database::Entity entityOf(VkDbObjectId id) {
   const std::optional<database::ObjectRef> object = database::resolve(id);
-  if (!object) throw Failure("an entity of the selection is gone");
+  if (!object) throw Failure("an entity of the selection no longer exists");
   return database::Entity(*object);
 }
 
@@ -30,7 +30,7 @@ std::uint64_t parseHandle(const std::string& text) {
   const char* const end = text.data() + text.size();
   const auto [parsed, error] = std::from_chars(text.data(), end, handle, 16);
   if (error != std::errc() || parsed != end || handle == 0) {
-    throw Failure(fmt::format("\"{}\" is no handle: handles are hexadecimal numbers such as 2F", text));
+    throw Failure(fmt::format("\"{}\" is not a handle: handles are hexadecimal numbers such as 2F", text));
   }
   return handle;
 }
@@ -41,7 +41,7 @@ std::unordered_set<std::uint64_t> requestedHandles(const database::Drawing& draw
   for (const std::string& text : request.handles) {
     const std::uint64_t handle = parseHandle(text);
     if (drawing.entityByHandle(handle).isNull()) {
-      throw Failure(fmt::format("{}: no entity has the handle {:X} (\"veltprops list\" names them all)",
+      throw Failure(fmt::format("{}: no entity has the handle {:X} (\"veltprops list\" lists them all)",
                                 drawing.document().displayName(), handle));
     }
     handles.insert(handle);
@@ -49,7 +49,7 @@ std::unordered_set<std::uint64_t> requestedHandles(const database::Drawing& draw
   return handles;
 }
 
-// Layers by their entry in the table; a name that entities use without a table entry counts too.
+// The layers of the drawing's table, and those that only entities name.
 class LayerFilter {
  public:
   LayerFilter(const database::Drawing& drawing, const SelectionRequest& request) : table_(drawing.layers()) {
@@ -88,7 +88,7 @@ class LayerFilter {
   std::set<std::wstring> names_;
 };
 
-// Without the prefix that all names of classes have.
+// The name of a class without the prefix that all of them have.
 std::string shortName(const automation::AutomationClass& kind) {
   return palette::toUtf8(kind.name).substr(std::string_view("Velt").size());
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-// Which entities of a drawing a command is about.
+// The entities of a drawing that a command works on.
 
 #include <cstdint>
 #include <map>
@@ -11,28 +11,32 @@
 
 namespace velt::tool {
 
-// What stood on the command line. Filters of one kind add up, filters of different kinds narrow each other.
+// The filters of the command line. An entity is selected when it fits one of the filters of each kind that is given.
 struct SelectionRequest {
   bool all = false;
-  bool inBlocks = false;  // also entities inside block definitions
+  // Also entities inside block definitions.
+  bool inBlocks = false;
   std::vector<std::string> handles{};
   std::vector<std::string> layers{};
-  std::vector<std::string> types{};  // "Line", or as the file says "LINE"
+  // Names of classes ("Line") or DXF types ("LINE").
+  std::vector<std::string> types{};
 
   bool isEmpty() const { return !all && handles.empty() && layers.empty() && types.empty(); }
 };
 
 struct SelectedEntities {
-  std::vector<VkDbObjectId> ids;    // in file order
-  std::size_t leftOutInBlocks = 0;  // those that fit but stand in a block definition
+  // In file order.
+  std::vector<VkDbObjectId> ids;
+  // How many fit but are inside block definitions.
+  std::size_t leftOutInBlocks = 0;
 };
 
-// Throws Failure for a handle, layer or type that the drawing does not have, naming what it has.
+// Throws Failure for a handle, layer or type that the drawing does not have; the message names those that it has.
 SelectedEntities select(database::Drawing& drawing, const SelectionRequest& request);
 
 // "Line" for an entity with an automation class of its own, else "Entity".
 std::string className(VkDbObjectId id);
-// As the file says: "LINE".
+// The DXF type: "LINE".
 std::string dxfName(VkDbObjectId id);
 std::string handleText(VkDbObjectId id);
 std::string layerName(VkDbObjectId id);

@@ -1,6 +1,6 @@
 #pragma once
 
-// What ends a command: a message for people and an exit code.
+// The failures that end a command: each a message for people, and an exit code.
 
 #include <stdexcept>
 #include <string>
@@ -15,7 +15,7 @@ class Failure : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// The command line asks for nothing that can be done. Ends the program with exit code 2.
+// The command line is incomplete or contradicts itself. Ends the program with exit code 2.
 class UsageFailure : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

@@ -20,7 +20,8 @@ struct ListedEntity {
   std::string className;
   std::string dxfName;
   std::string layer;
-  nlohmann::ordered_json values{};  // null when they were not asked for
+  // Null when they were not asked for.
+  nlohmann::ordered_json values{};
 };
 
 // Name, label and value of each property, in display order.

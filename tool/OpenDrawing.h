@@ -11,7 +11,7 @@ namespace velt::tool {
 // Opens a drawing, with progress on standard error. Throws dxf::Error.
 std::unique_ptr<database::Drawing> openDrawing(const std::string& file);
 
-// The drawing's own precision.
+// How the drawing itself says that numbers are written.
 palette::NumberStyle numberStyleOf(const database::Drawing& drawing);
 
 }  // namespace velt::tool

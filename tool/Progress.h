@@ -1,6 +1,7 @@
 #pragma once
 
-// Progress on standard error: a line that is rewritten, for work of more than a second, on terminals only.
+// Shows progress on standard error, in a line that is rewritten. Only on a terminal, and only for work that takes
+// longer than a second.
 
 #include <chrono>
 #include <cstdint>
@@ -14,14 +15,16 @@ class Progress {
   explicit Progress(std::string what, std::FILE* terminal = stderr);
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
-  ~Progress();  // clears the line
+  // Clears the line.
+  ~Progress();
 
   void report(std::uint64_t done, std::uint64_t total);
 
  private:
   using Clock = std::chrono::steady_clock;
   std::string what_;
-  std::FILE* terminal_;  // null when there is no terminal
+  // Null when standard error is not a terminal.
+  std::FILE* terminal_;
   Clock::time_point started_ = Clock::now();
   int shownPercent_ = -1;
 };

@@ -8,11 +8,11 @@
 
 namespace velt::tool {
 
-// The natural JSON value; null for nothing.
+// The value as JSON: a number, a text, true or false; null for nothing.
 nlohmann::ordered_json valueJson(const palette::PlainValue& value);
 
-// Every field of the record under its own name, `value` as the natural JSON value, and `text`. An entity is told by its
-// handle.
+// Every field of the record under its own name, `value` as above, and `text` as a palette would show it. Entities are
+// given by their handles.
 nlohmann::ordered_json rowJson(const palette::Row& row, const palette::NumberStyle& style);
 
 }  // namespace velt::tool

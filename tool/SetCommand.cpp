@@ -31,8 +31,10 @@ constexpr std::pair<Fate, const char*> fates[] = {
 struct Report {
   std::vector<std::pair<Assignment, palette::Report>> assignments;
   bool isRefused = false;
-  std::string savedTo;  // empty: nothing was saved
-  std::string remark;   // what became of the file
+  // Empty when nothing was saved.
+  std::string savedTo;
+  // What became of the file.
+  std::string remark;
 };
 
 std::string entities(std::size_t count) {
@@ -41,7 +43,7 @@ std::string entities(std::size_t count) {
 
 // --- the report ------------------------------------------------------------------------------------------
 
-// Each reason once, with the first handles that it holds for.
+// Prints each reason once, with the handles of the first entities that gave it.
 void printReasons(const palette::Report& outcome, const std::vector<VkDbObjectId>& ids, std::ostream& out) {
   constexpr std::size_t mostHandles = 8;
   std::map<std::string, std::vector<std::string>> handles;
@@ -62,12 +64,12 @@ void printOutcome(const palette::Report& outcome, const std::vector<VkDbObjectId
       out << fmt::format("  {:>6} {}\n", count, words);
   };
   line(Fate::changed, "changed");
-  line(Fate::unchanged, "unchanged: had the value already");
+  line(Fate::unchanged, "unchanged: already had the value");
   line(Fate::locked, "left as they are: on a locked layer");
   line(Fate::skipped, "left as they are: cannot be opened");
   line(Fate::refused, "refused");
   printReasons(outcome, ids, out);
-  line(Fate::notReached, "not reached behind the refusal");
+  line(Fate::notReached, "not reached after the refusal");
 }
 
 void printForPeople(const SetRequest& request, const Report& report, const std::vector<VkDbObjectId>& ids,
@@ -125,7 +127,7 @@ void checkOutput(const SetRequest& request) {
   throw Failure(fmt::format("{}: exists already (--force replaces it)", request.output));
 }
 
-// A fresh query for each assignment: one may change which rows there are, and what they may be given.
+// Queries anew for each assignment, because the one before may have changed which rows there are and what they accept.
 palette::Report apply(const Assignment& assignment, const std::vector<VkDbObjectId>& ids, bool keepGoing) {
   Progress progress("Writing " + assignment.name);
   palette::Selection selection(ids);

@@ -80,7 +80,7 @@ void printForPeople(const ShowRequest& request, const SelectedEntities& selected
   }
   printRows(rows, style, request.choices, out);
   if (selected.leftOutInBlocks > 0) {
-    out << fmt::format("\n{} inside block definitions left out (--in-blocks takes them in)\n",
+    out << fmt::format("\n{} inside block definitions left out (--in-blocks includes them)\n",
                        entities(selected.leftOutInBlocks));
   }
 }

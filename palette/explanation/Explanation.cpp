@@ -14,7 +14,7 @@ namespace velt::palette {
 
 namespace {
 
-// The same text for the same value, another one for any other.
+// Equal texts for equal values, different texts for different ones.
 std::string keyOf(const PlainValue& value) {
   struct Writer {
     std::string operator()(std::monostate) const { return ""; }
@@ -32,7 +32,7 @@ struct Found {
   bool isDynamic = false;
 };
 
-// Whether these entities by themselves have a row of the name.
+// Whether a selection of these entities alone has a row of that name.
 Found find(std::span<const VkDbObjectId> entities, std::string_view name) {
   Selection selection(entities);
   const std::vector<Row> rows = rowsNamed(selection.query(), name);

@@ -1,4 +1,4 @@
-// The record behind a row, as data.
+// The fields of a row's record, as data.
 
 #include <fmt/format.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// What a real number of a row means to people. The type names of a property tell it, and for a few properties the kind
-// that the layer gives in place of a type name; rows hold either in the same field.
+// What the real number of a row means to people. The row's kind tells it: that of the property's declared type or,
+// for a few properties, the one that the layer settles when it reads the value.
 
 #include <algorithm>
 #include <array>

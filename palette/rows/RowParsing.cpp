@@ -1,4 +1,4 @@
-// What a text means to a row.
+// Makes a row's value from a text.
 
 #include <fmt/format.h>
 
@@ -17,7 +17,7 @@ namespace velt::palette {
 
 namespace {
 
-// Of the value that the entity gave, since some are declared as a type of the object's own.
+// The type of the value that the entity gave, because some properties are declared with a type of the object's own.
 VARTYPE typeOf(const PROPINFO& row) {
   return row.value.vt != VT_EMPTY ? row.value.vt : row.valueType;
 }
@@ -112,7 +112,7 @@ class Parsing {
   [[noreturn]] void refuse(std::string_view why) const {
     throw Error(fmt::format("\"{}\" is {}", text_, why));
   }
-  [[noreturn]] void refuseOtherThanChoices() const { refuse("none of its choices: " + choiceList()); }
+  [[noreturn]] void refuseOtherThanChoices() const { refuse("not one of its choices: " + choiceList()); }
 
   std::string choiceList() const {
     constexpr std::uint32_t mostNamed = 40;
@@ -160,7 +160,7 @@ class Parsing {
   Value integerValue() const {
     const std::optional<std::int64_t> number = numberIn<std::int64_t>(text_);
     if (row_.hasChoices && !(number && isOneOfTheChoices(*number))) refuseOtherThanChoices();
-    if (!number) refuse("no whole number");
+    if (!number) refuse("not a whole number");
     return integerValue(*number);
   }
 
@@ -179,7 +179,7 @@ class Parsing {
     constexpr std::string_view degree = "\u00B0";
     if (inDegrees && text.ends_with(degree)) text.remove_suffix(degree.size());
     const std::optional<double> number = numberIn<double>(text);
-    if (!number || !std::isfinite(*number)) refuse(inDegrees ? "no angle in degrees" : "no number");
+    if (!number || !std::isfinite(*number)) refuse(inDegrees ? "not an angle in degrees" : "not a number");
     const double value = inDegrees ? *number * std::numbers::pi / 180.0 : *number;
     VARIANT made{};
     made.vt = type_;

@@ -11,7 +11,7 @@ PROPINFO withOneNodePerEntity(const PROPINFO& row) {
   TqVector<DispatchDynPropSourceNode> own;
   if (!own.setPhysicalLength(all.length())) throw std::bad_alloc();
   for (std::uint32_t i = 0; i < all.length(); ++i) {
-    // The search in an entity's list ended at the property itself, so the last node of each entity is its own.
+    // The merge's search in an entity's list ends at the property itself, so the last node of each entity is its own.
     const bool isLastOfEntity = i + 1 == all.length() || all[i + 1].pDispatch != all[i].pDispatch;
     if (isLastOfEntity) own.append(all[i]);
   }

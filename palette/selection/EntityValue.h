@@ -1,6 +1,6 @@
 #pragma once
 
-// What one entity of a selection answers about one row.
+// The value that one entity of a selection has for a row.
 
 #include <cstddef>
 
@@ -8,8 +8,8 @@
 
 namespace velt::palette {
 
-// The entity's own value; nothing when it gives none. `row` has one node per entity (see DynamicNodes.h), by which a
-// dynamic row knows its property of each; `index` is the entity's place in the selection.
+// The entity's own value; nothing when it gives none. A dynamic row has one node per entity (see DynamicNodes.h), which
+// names the entity's property; `index` is the entity's place in the selection.
 Value entityValue(const PROPINFO& row, const VeltPropData& entry, std::size_t index);
 
 }  // namespace velt::palette

@@ -21,14 +21,15 @@ constexpr std::string_view noReason = "no reason was given";
 }  // namespace
 
 Selection::Selection(std::span<const VkDbObjectId> entities) : entries_(entities.size()) {
-  // Setting up nothing would start COM, and tearing down nothing would not end it.
+  // For an empty selection set-up would start COM, and teardown would not end it.
   if (entities.empty()) return;
   if (!selection_.setPhysicalLength(static_cast<std::uint32_t>(entities.size()))) throw std::bad_alloc();
   for (std::size_t i = 0; i < entities.size(); ++i) {
     entries_[i].oldId = entities[i].asOldId();
     selection_.push_back(&entries_[i]);
   }
-  // An entry that the layer has begun with has no object or its own: what stands here now means that COM did not start.
+  // The layer overwrites this pointer when it begins with the entry. If it is still there after a failure, COM did not
+  // start, and there is nothing to tear down.
   IUnknown* const untouched = reinterpret_cast<IUnknown*>(&entries_);
   entries_.front().pUnknown = untouched;
   CStdStr<wchar_t> errorText;
@@ -69,7 +70,7 @@ void Selection::tearDown() {
   try {
     UnInitializePropData(selection_);
   } catch (const _com_error&) {
-    // An object that does not want to end: there is nobody left to tell.
+    // An object failed to end, and there is nobody left to tell.
   }
 }
 
@@ -105,7 +106,7 @@ Row Selection::row(std::string_view name) const {
   const std::vector<Row> found = rowsNamed(rows_, name);
   if (found.size() == 1) return found.front();
   throw Error(found.empty() ? fmt::format("the selection has no property {}", name)
-                            : fmt::format("{} is the name of {} properties", name, found.size()));
+                            : fmt::format("{} properties have the name {}", found.size(), name));
 }
 
 Value Selection::value(const Row& row, std::size_t entity) const {

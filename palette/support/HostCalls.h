@@ -1,13 +1,13 @@
 #pragma once
 
-// What stands at the edge of functions that call the host other than through the layer.
+// The edge of functions that call the host directly and not through the layer.
 
 #include "host/com/ComError.h"
 #include "palette/Palette.h"
 
 namespace velt::palette {
 
-// What the host throws becomes an Error.
+// Makes an Error of what the host throws.
 template <class Operation>
 auto orError(Operation operation) {
   try {

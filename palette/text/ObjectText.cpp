@@ -21,7 +21,7 @@ using holders::handedOver;
 using holders::InterfaceHolder;
 using holders::StringHolder;
 
-// The way of coloring, in the top byte of a color's value.
+// How the color is meant: the top byte of its value (see VkCmColor).
 enum ColorMethod : std::uint32_t {
   byLayer = 0xC0,
   byBlock = 0xC1,

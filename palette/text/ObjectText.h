@@ -1,6 +1,6 @@
 #pragma once
 
-// Objects that stand inside values, as text.
+// The text of an object that is a property's value.
 
 #include <string>
 

@@ -12,7 +12,7 @@ namespace velt::palette {
 
 namespace {
 
-// A type that holds every number of the three exactly.
+// A type that holds every number of all three types exactly.
 std::optional<long double> numberIn(const PlainValue& value) {
   static_assert(std::numeric_limits<long double>::digits >= std::numeric_limits<std::uint64_t>::digits);
   if (const auto* const integer = std::get_if<std::int64_t>(&value)) return *integer;

@@ -1,6 +1,6 @@
 #pragma once
 
-// Between the VARIANTs of the layer and values.
+// From the VARIANTs of the layer to values, and back.
 
 #include <cstdint>
 #include <optional>
@@ -10,13 +10,13 @@
 
 namespace velt::palette {
 
-// Of every whole number but those of 64 bits without a sign.
+// The value of an integer; nothing for other types, and for VT_UI8, whose numbers may not fit.
 std::optional<std::int64_t> integerIn(const VARIANT& value);
 
 // May call the host, for the texts of objects.
 PlainValue plainValueOf(const VARIANT& value);
 
-// Takes over what the VARIANT owns.
+// The value owns what the VARIANT owned.
 Value owning(const VARIANT& variant);
 
 // Up to the first NUL. Throws std::bad_alloc.

@@ -9,7 +9,7 @@ namespace {
 
 using holders::OpenObjectHolder;
 
-// Null when it cannot be told.
+// Null when the layer cannot be found out.
 VkDbObjectId layerOf(VkDbObjectId id) {
   OpenObjectHolder<VkDbEntity> entity;
   const Velt::ErrorStatus opened = vkdbOpenObject(*entity.put(), id, VkDb::kForRead);

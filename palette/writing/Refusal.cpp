@@ -27,9 +27,9 @@ std::string textOf(HRESULT result) {
     case DISP_E_UNKNOWNNAME:
       return "the entity has no such property";
     case E_ACCESSDENIED:
-      return "the entity may not be changed";
+      return "the entity cannot be changed";
     default:
-      return fmt::format("refused with result {:08X}", static_cast<std::uint32_t>(result));
+      return fmt::format("refused with the result {:08X}", static_cast<std::uint32_t>(result));
   }
 }
 

@@ -8,8 +8,8 @@
 
 namespace velt::palette {
 
-// Puts the value again, which a refusal leaves without effect, and this time asks for the reason, since the layer hands
-// on only that there was one. What the host throws is the reason then.
+// Puts the value once more and asks the host for the reason, because the layer only says that the value was refused. A
+// value that is refused changes nothing. When the host throws, its text is the reason.
 std::string reasonOfRefusal(const PROPINFO& row, const VeltPropData& entry, const VARIANT& value);
 
 }  // namespace velt::palette

@@ -1,4 +1,4 @@
-// Writes one row of a selection, as a palette commits it, and finds out what became of each entity.
+// Writes a value to one row of a selection, and finds out what became of each entity.
 
 #include <algorithm>
 #include <new>
@@ -38,7 +38,7 @@ class Writing {
   std::size_t count() const { return report_.fates.size(); }
   VeltPropData& entry(std::size_t i) const { return *std::as_const(entries_)[static_cast<std::uint32_t>(i)]; }
   VkDbObjectId id(std::size_t i) const { return VkDbObjectId().setFromOldId(entry(i).oldId); }
-  // Nothing also when the host throws: what became of the other entities is to be told all the same.
+  // Nothing also when the host throws, so that the fates of the other entities are told all the same.
   PlainValue valueNow(std::size_t i) const {
     try {
       return orError([&] { return entityValue(row_, entry(i), i).plain(); });
@@ -47,7 +47,7 @@ class Writing {
     }
   }
 
-  // In portions, only so that progress can be told: the layer does the same for all of them in one call.
+  // In portions, so that progress can be told; one call for all entities would have the same effect.
   void writeStatic() {
     constexpr std::size_t portion = 1000;
     for (std::size_t from = 0; from < count();) {
@@ -59,20 +59,20 @@ class Writing {
     }
   }
 
-  // The entity at which it stopped, else `end`.
+  // Answers the index of the entity that refused, else `end`.
   std::size_t writePortion(std::size_t from, std::size_t end) {
     TqVector<VeltPropData*> portion;
     if (!portion.setPhysicalLength(static_cast<std::uint32_t>(end - from))) throw std::bad_alloc();
     for (std::size_t i = from; i < end; ++i)
       portion.push_back(&entry(i));
-    // Shares what the value holds, which stays the caller's.
+    // A bitwise copy: what the value holds stays the caller's.
     VARIANT shared = value_.variant();
     CStdStr<wchar_t> errorText;
     int lockedCount = 0;
     VkArray<VkDbObjectId> touched;
     const int result = SetPropertiesValue(portion, row_, shared, row_.isElement, errorText, lockedCount,
                                           touched, row_.elementCookie);
-    // Touched are, in order, all that were tried; those between them were passed over.
+    // `touched` has the entities that were tried, in order; those between them were passed over.
     std::size_t i = from;
     for (int t = 0; t < touched.length(); ++t, ++i) {
       for (; id(i) != touched[t]; ++i)
@@ -96,7 +96,7 @@ class Writing {
     report_.message = std::move(message);
   }
 
-  // Dynamic properties are written all at once, and what they answer is not told. So the values tell.
+  // The layer writes dynamic properties all at once and does not tell what they answer, so their values are compared.
   void writeDynamic() {
     const PlainValue wanted = value_.plain();
     VARIANT shared = value_.variant();

@@ -97,7 +97,7 @@ TEST(Assignment, OfSeveralRowsOneHasToBeTold) {
   const Rows rows({row(L"Vertex X", VT_R8), row(L"Vertex Y", VT_R8), row(L"Vertex X", VT_R8)});
   EXPECT_THAT(failureOf([&] { rows.meantBy("Vertex X=1"); }), HasSubstr("from Vertex X#1 to Vertex X#2"));
   EXPECT_EQ(rows.meantBy("Vertex X#2=1"), &rows[2]);
-  EXPECT_THAT(failureOf([&] { rows.meantBy("Vertex X#3=1"); }), HasSubstr("has 2 of the name"));
+  EXPECT_THAT(failureOf([&] { rows.meantBy("Vertex X#3=1"); }), HasSubstr("has only 2 of that name"));
 }
 
 TEST(Assignment, AReadOnlyRowIsRefusedWithItsReason) {
@@ -131,7 +131,7 @@ TEST(Assignment, TheValueIsWhatTheRowUnderstands) {
 TEST(Assignment, AValueThatIsRefusedIsToldWithItsName) {
   const PROPINFO radius = row(L"Radius", VT_R8);
   EXPECT_EQ(failureOf([&] { valueFor(parseAssignment("radius=two"), velt::palette::Row(radius)); }),
-            "radius: \"two\" is no number");
+            "radius: \"two\" is not a number");
 }
 
 TEST(Assignment, AValueOfAnotherKindCannotBeWrittenAsText) {

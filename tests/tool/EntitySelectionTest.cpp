@@ -115,7 +115,7 @@ TEST(EntitySelection, TheHandleOfSomethingElseNamesNoEntity) {
 TEST(EntitySelection, WhatIsNotAHandleIsSaidNotToBeOne) {
   const auto drawing = sampleOf();
   for (const char* const text : {"", "xyz", "2F ", "-1", "0", "11112222333344445"}) {
-    EXPECT_THAT(failureOf(*drawing, {.handles = {text}}), HasSubstr("is no handle")) << text;
+    EXPECT_THAT(failureOf(*drawing, {.handles = {text}}), HasSubstr("is not a handle")) << text;
   }
 }
 

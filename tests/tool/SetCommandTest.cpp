@@ -135,7 +135,7 @@ TEST_F(SetCommand, KeepGoingSavesWhatWasNotRefused) {
 
 TEST_F(SetCommand, AWrongValueNamesTheChoices) {
   EXPECT_THAT(failureOf({.selection = {.handles = {"33"}}, .assignments = {"Layer=Nowhere"}}),
-              HasSubstr("none of its choices: 0, Walls, Locked, Frozen"));
+              HasSubstr("not one of its choices: 0, Walls, Locked, Frozen"));
 }
 
 TEST_F(SetCommand, AWrongNameNamesWhatCanBeEdited) {
@@ -201,7 +201,7 @@ TEST_F(SetCommand, OfFiveEntitiesTheThirdRefuses) {
 
   const std::string report = run(request);
   EXPECT_THAT(report, HasSubstr("       2 changed\n       1 refused\n    42: "));
-  EXPECT_THAT(report, HasSubstr("\n       2 not reached behind the refusal\n"));
+  EXPECT_THAT(report, HasSubstr("\n       2 not reached after the refusal\n"));
   EXPECT_THAT(report, HasSubstr("A value was refused, so nothing was saved (--keep-going saves the rest)"));
 
   SetRequest onwards = request;

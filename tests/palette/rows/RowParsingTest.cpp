@@ -82,7 +82,7 @@ TEST(RowParsing, AChoiceGoesByItsNameWhateverTheCaseOrByItsNumber) {
 
 TEST(RowParsing, WhatIsNotAChoiceIsAnsweredWithTheChoices) {
   EXPECT_EQ(errorOf([] { parsed("dotted", rowWithChoices(VT_I4)); }),
-            "\"dotted\" is none of its choices: solid, Dashed");
+            "\"dotted\" is not one of its choices: solid, Dashed");
   EXPECT_THROW(parsed("11", rowWithChoices(VT_I4)), Error);
   EXPECT_THROW(parsed("dotted", rowWithChoices(VT_BSTR)), Error);
 }

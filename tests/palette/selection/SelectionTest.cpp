@@ -102,7 +102,7 @@ TEST_F(SelectionTest, ARowIsFoundByNameAndElseSaidToBeMissing) {
   selection.query();
   EXPECT_EQ(selection.row("radius").name(), "Radius");
   EXPECT_EQ(errorOf([&] { selection.row("Colour"); }), "the selection has no property Colour");
-  EXPECT_EQ(errorOf([&] { selection.row("Vertex"); }), "Vertex is the name of 2 properties");
+  EXPECT_EQ(errorOf([&] { selection.row("Vertex"); }), "2 properties have the name Vertex");
 }
 
 TEST_F(SelectionTest, EveryEntityHasItsOwnValue) {

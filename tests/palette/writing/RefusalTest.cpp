@@ -40,8 +40,8 @@ TEST_F(Refusal, WithoutWordsTheResultTells) {
       {DISP_E_OVERFLOW, "the value is out of range"},
       {DISP_E_MEMBERNOTFOUND, "the entity has no such property"},
       {DISP_E_UNKNOWNNAME, "the entity has no such property"},
-      {E_ACCESSDENIED, "the entity may not be changed"},
-      {E_FAIL, "refused with result 80004005"},
+      {E_ACCESSDENIED, "the entity cannot be changed"},
+      {E_FAIL, "refused with the result 80004005"},
   };
   for (const auto& [result, words] : results) {
     host.on("Invoke(4").fail(result);
