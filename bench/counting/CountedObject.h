@@ -120,7 +120,7 @@ class CountedEntity final : public CountedObject<IDispatch> {
   using CountedObject::CountedObject;
 };
 
-class CountedHatch final : public automation::HeldSlots<CountedObject<IVeltHatch>, 7, 91> {
+class CountedHatch final : public automation::HeldSlots<CountedObject<IVeltHatch>> {
  public:
   using HeldSlots::HeldSlots;
   HRESULT get_PropertyVariant(INT* variant) override {

@@ -6,17 +6,23 @@
 
 namespace velt::automation {
 
-class HatchObject final : public AutomationObject<IVeltHatch> {
+// Fills the entries of a hatch's function table that are only there to keep the later ones in their places.
+template <class Base>
+class HeldSlots : public Base {
  public:
-  using AutomationObject::AutomationObject;
+  using Base::Base;
 
-  // The entries that are only there to keep the later ones in their places.
-#define VELT_HELD_SLOT(number)          \
-  HRESULT hostSlot##number() override { \
-    return E_NOTIMPL;                   \
+#define VELT_HELD_SLOT(number)       \
+  HRESULT hostSlot##number() final { \
+    return E_NOTIMPL;                \
   }
   VELT_HATCH_HOST_SLOTS(VELT_HELD_SLOT)
 #undef VELT_HELD_SLOT
+};
+
+class HatchObject final : public HeldSlots<AutomationObject<IVeltHatch>> {
+ public:
+  using HeldSlots::HeldSlots;
 
   // What its class's table says (see AutomationClass::variant); on failure the argument stays as it is.
   HRESULT get_PropertyVariant(INT* variant) override;
