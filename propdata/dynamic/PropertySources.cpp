@@ -1,5 +1,8 @@
 // The property sources of an entity's class and what they offer for the entity.
 
+#include <algorithm>
+#include <initializer_list>
+
 #include "errors/Guard.h"
 #include "holders/InterfaceHolder.h"
 #include "holders/StringHolder.h"
@@ -18,18 +21,31 @@ using velt::errors::guarded;
 
 namespace {
 
-// The array in a variant when it is one of that element type; sources answer with other things too.
-SAFEARRAY* arrayOf(const VARIANT& variant, VARTYPE elementType) {
-  if (variant.vt != (VT_ARRAY | elementType) || variant.parray == nullptr) return nullptr;
-  VARTYPE actual = VT_EMPTY;
-  if (SUCCEEDED(SafeArrayGetVartype(variant.parray, &actual)) && actual != elementType) return nullptr;
-  return variant.parray;
+// Tags an array as what it holds by its own word. Plug-ins tag theirs as an array only, which VariantClear refuses to
+// free, or as one of the other kind of interface.
+void tagByContent(VARIANT& variant) {
+  VARTYPE held = VT_EMPTY;
+  if (SUCCEEDED(SafeArrayGetVartype(variant.parray, &held)))
+    variant.vt = static_cast<VARTYPE>(VT_ARRAY | held);
 }
 
-// Of objects by either interface that each of them has.
-SAFEARRAY* objectsOf(const VARIANT& variant) {
-  SAFEARRAY* const array = arrayOf(variant, VT_UNKNOWN);
-  return array != nullptr ? array : arrayOf(variant, VT_DISPATCH);
+// The list in a variant when it is one of such elements; sources answer with other things too.
+SAFEARRAY* listIn(VARIANT& variant, std::initializer_list<VARTYPE> elementTypes) {
+  const bool isArray = (variant.vt & VT_ARRAY) != 0 && (variant.vt & VT_BYREF) == 0;
+  if (!isArray || variant.parray == nullptr) return nullptr;
+  tagByContent(variant);
+  const bool holdsThem = std::any_of(elementTypes.begin(), elementTypes.end(),
+                                     [&](VARTYPE type) { return variant.vt == (VT_ARRAY | type); });
+  return holdsThem && variant.parray->cDims == 1 ? variant.parray : nullptr;
+}
+
+SAFEARRAY* namesIn(VARIANT& variant) {
+  return listIn(variant, {VT_BSTR});
+}
+
+// By either interface that each object has.
+SAFEARRAY* objectsIn(VARIANT& variant) {
+  return listIn(variant, {VT_UNKNOWN, VT_DISPATCH});
 }
 
 struct Bounds {
@@ -74,25 +90,24 @@ bool readSourceNames(VkDbObjectId id, VariantHolder& names) {
   return extension->GetObjectPropertySourceNames(id, names.put()) != 0 && names.get().vt != VT_EMPTY;
 }
 
-// False when there is no registry to ask.
-bool putSource(SAFEARRAY* names, LONG index, COleSafeArray& out) {
+enum class Lookup { noRegistry, noSource, found };
+
+Lookup putSource(SAFEARRAY* names, LONG index, COleSafeArray& out) {
   StringHolder name;
-  if (!handedOver(SafeArrayGetElement(names, &index, name.put()), name)) return true;
+  if (!handedOver(SafeArrayGetElement(names, &index, name.put()), name)) return Lookup::noSource;
   // Looked up for each name: a source may register or remove others while it is asked.
   auto* const registry = extensionOfDatabase<OPMPerInstancePropertySources>();
-  if (registry == nullptr) return false;
+  if (registry == nullptr) return Lookup::noRegistry;
   InterfaceHolder<IPropertySource> source;
   const bool has = registry->GetPropertySourceAt(name.get(), source.put()) != 0;
   name.reset();
-  if (!has) return true;
+  if (!has) return Lookup::noSource;
   try {
     // QUIRK(source_array_from_zero): the array starts at 0 whatever the names start at, so that the indexes
     // coincide only for names from 0; what falls outside is left out.
     out.PutElement(&index, source.get());
-  } catch (const _com_error&) {
-    return true;
-  }
-  return true;
+  } catch (const _com_error&) {}
+  return Lookup::found;
 }
 
 // False when the array cannot be had.
@@ -117,12 +132,19 @@ bool findSources(IDispatch* entity, COleSafeArray& out) {
   [[maybe_unused]] const HRESULT answered = baseObject->GetObjectId(&id);
   VariantHolder names;
   if (!readSourceNames(id, names)) return false;
-  SAFEARRAY* const array = arrayOf(names.get(), VT_BSTR);
+  SAFEARRAY* const array = namesIn(names.get());
   if (array == nullptr) return false;
   if (!createFor(boundsOf(array), out)) return false;
   bool hasRegistry = true;
-  forEachIndex(array, [&](LONG index) { hasRegistry = hasRegistry && putSource(array, index, out); });
-  return hasRegistry;
+  bool foundAny = false;
+  forEachIndex(array, [&](LONG index) {
+    if (!hasRegistry) return;
+    const Lookup lookup = putSource(array, index, out);
+    hasRegistry = lookup != Lookup::noRegistry;
+    foundAny = foundAny || lookup == Lookup::found;
+  });
+  // A registry that vanishes on the way takes no source back.
+  return hasRegistry || foundAny;
 }
 
 // False when the source does not answer.
@@ -131,7 +153,7 @@ bool appendRowsOf(IPropertySource& source, IDispatch* entity, TqVector<PROPINFO>
   if (!handedOver(source.GetProperties(entity, properties.put()), properties)) return false;
   if (properties.get().vt == VT_EMPTY) return false;
   // The source answered; an answer that is not an array holds no properties.
-  SAFEARRAY* const array = objectsOf(properties.get());
+  SAFEARRAY* const array = objectsIn(properties.get());
   if (array == nullptr) return true;
   forEachIndex(array, [&](LONG index) {
     InterfaceHolder<IUnknown> element;
@@ -149,7 +171,7 @@ namespace velt::propdata {
 bool appendDynamicRows(IDispatch* entity, TqVector<PROPINFO>& out) {
   COleSafeArray sources;
   if (!findSources(entity, sources)) return false;
-  SAFEARRAY* const array = arrayOf(sources, VT_UNKNOWN);
+  SAFEARRAY* const array = objectsIn(sources);
   if (array == nullptr) return false;
   forEachIndex(array, [&](LONG index) {
     InterfaceHolder<IUnknown> element;

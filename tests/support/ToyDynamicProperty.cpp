@@ -123,6 +123,19 @@ ToyDynamicProperty::ToyDynamicProperty(ToyHost& host, std::string name)
 
 ToyDynamicProperty::~ToyDynamicProperty() = default;
 
+SAFEARRAY* ToyPropertySource::arrayOfProperties() const {
+  std::vector<SAFEARRAYBOUND> bounds(dimensions, SAFEARRAYBOUND{1, 0});
+  bounds[0] = {static_cast<ULONG>(properties.size()), lowerBound};
+  SAFEARRAY* const array = SafeArrayCreate(elementType, dimensions, bounds.data());
+  std::vector<LONG> indexes(dimensions);
+  indexes[0] = lowerBound;
+  for (IUnknown* const property : properties) {
+    if (property != nullptr) SafeArrayPutElement(array, indexes.data(), property);
+    ++indexes[0];
+  }
+  return array;
+}
+
 struct ToyPropertySource::SourceFacet final : Facet<IPropertySource> {
   explicit SourceFacet(ToyPropertySource& owner) : Facet(owner, IID_IPropertySource), toy(owner) {}
 
@@ -134,15 +147,8 @@ struct ToyPropertySource::SourceFacet final : Facet<IPropertySource> {
                           *out = toy.answerWith->make();
                           return S_OK;
                         }
-                        SAFEARRAY* const array = SafeArrayCreateVector(
-                            toy.elementType, toy.lowerBound, static_cast<ULONG>(toy.properties.size()));
-                        for (std::size_t i = 0; i < toy.properties.size(); ++i) {
-                          const LONG index = toy.lowerBound + static_cast<LONG>(i);
-                          if (toy.properties[i] != nullptr)
-                            SafeArrayPutElement(array, &index, toy.properties[i]);
-                        }
-                        *out = ofType(static_cast<VARTYPE>(VT_ARRAY | toy.elementType));
-                        out->parray = array;
+                        *out = ofType(toy.tag.value_or(static_cast<VARTYPE>(VT_ARRAY | toy.elementType)));
+                        out->parray = toy.arrayOfProperties();
                         return S_OK;
                       },
                       out);

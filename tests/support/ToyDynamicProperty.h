@@ -50,11 +50,14 @@ class ToyPropertySource : public Toy {
   std::vector<IUnknown*> properties;  // null elements are handed out as they are
   LONG lowerBound = 0;
   VARTYPE elementType = VT_UNKNOWN;
+  UINT dimensions = 1;                 // each but the first of one element
+  std::optional<VARTYPE> tag;          // of the answer, where it is not what the array holds
   bool answersEmpty = false;           // success with VT_EMPTY
   std::optional<ToyValue> answerWith;  // success with this instead of an array
 
  private:
   struct SourceFacet;
+  SAFEARRAY* arrayOfProperties() const;
   std::unique_ptr<SourceFacet> facet_;
 };
 

@@ -32,12 +32,13 @@ class ToySourceRegistry {
   void withoutFactory() { VkDbDatabase::desc()->delX(OPMPerInstancePropertyExtensionFactory::desc()); }
   void withoutSources() { VkDbDatabase::desc()->delX(OPMPerInstancePropertySources::desc()); }
 
-  LONG lowerBound = 0;         // of the array of names
-  bool answersFalse = false;   // GetObjectPropertySourceNames: false, and the names all the same
-  bool answersEmpty = false;   // true, and VT_EMPTY
-  int removesItselfAfter = 0;  // so many calls of GetPropertySourceAt take the sources away
-  bool noExtension = false;    // CreateOPMInstancePropertyExtension: null
-  VkRxClass* asked = nullptr;  // the class for which an extension was made last
+  LONG lowerBound = 0;               // of the array of names
+  VARTYPE tag = VT_ARRAY | VT_BSTR;  // of the names, which are strings in any case
+  bool answersFalse = false;         // GetObjectPropertySourceNames: false, and the names all the same
+  bool answersEmpty = false;         // true, and VT_EMPTY
+  int removesItselfAfter = 0;        // so many calls of GetPropertySourceAt take the sources away
+  bool noExtension = false;          // CreateOPMInstancePropertyExtension: null
+  VkRxClass* asked = nullptr;        // the class for which an extension was made last
 
  private:
   struct Named {
@@ -51,7 +52,7 @@ class ToySourceRegistry {
       const tests::AllocationPause pause;
       registry.host_.log.add(say("GetObjectPropertySourceNames(", object.asOldId(), ")"));
       if (!registry.answersEmpty) {
-        names->vt = VT_ARRAY | VT_BSTR;
+        names->vt = registry.tag;
         names->parray =
             SafeArrayCreateVector(VT_BSTR, registry.lowerBound, static_cast<ULONG>(registry.named_.size()));
         LONG index = registry.lowerBound;

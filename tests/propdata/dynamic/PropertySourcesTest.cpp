@@ -90,14 +90,23 @@ TEST_F(PropertySources, AnEntityIsClosedBeforeTheFactoryIsAskedAndEachSourceRead
                    "QueryInterface(IDynamicProperty2) on price"}));
 }
 
-TEST_F(PropertySources, TheRegistryIsLookedUpAgainForEachName) {
+TEST_F(PropertySources, TheRegistryIsLookedUpAgainForEachNameAndTakesNoSourceBackWhenItVanishes) {
   registry.add(L"Materials", &materials);
   registry.add(L"Prices", &prices);
   registry.removesItselfAfter = 1;
 
-  EXPECT_EQ(collect(), Names{});
-  EXPECT_EQ(answer, 0) << "gone when the second name was looked up";
+  EXPECT_EQ(collect(), (Names{"oak", "steel"}));
+  EXPECT_EQ(answer, 1);
   EXPECT_EQ(host.log.count("GetPropertySourceAt"), 1);
+}
+
+TEST_F(PropertySources, ARegistryThatVanishesBeforeItKnewASourceIsAnEntityWithoutSources) {
+  registry.add(L"Unknown", nullptr);
+  registry.add(L"Prices", &prices);
+  registry.removesItselfAfter = 1;
+
+  EXPECT_EQ(collect(), Names{});
+  EXPECT_EQ(answer, 0);
 }
 
 TEST_F(PropertySources, AnAnswerWithoutPropertiesIsAnAnswer) {
@@ -118,6 +127,61 @@ TEST_F(PropertySources, PropertiesMayBeHandedOutByTheirAutomationInterface) {
   registry.add(L"Materials", &materials);
 
   EXPECT_EQ(collect(), (Names{"oak", "steel"}));
+}
+
+TEST_F(PropertySources, NamesAreStringsByWhatTheArrayHoldsWhateverItsTagSays) {
+  registry.add(L"Materials", &materials);
+  for (const VARTYPE tag :
+       std::initializer_list<VARTYPE>{VT_ARRAY | VT_BSTR, VT_ARRAY, VT_ARRAY | VT_VARIANT}) {
+    registry.tag = tag;
+    out.clear();
+    EXPECT_EQ(collect(), (Names{"oak", "steel"})) << tag;
+    EXPECT_EQ(answer, 1) << tag;
+  }
+}
+
+TEST_F(PropertySources, PropertiesAreObjectsByWhatTheArrayHoldsWhateverItsTagSays) {
+  registry.add(L"Materials", &materials);
+  for (const VARTYPE elementType : std::initializer_list<VARTYPE>{VT_UNKNOWN, VT_DISPATCH}) {
+    for (const VARTYPE tag : std::initializer_list<VARTYPE>{VT_ARRAY | VT_UNKNOWN, VT_ARRAY | VT_DISPATCH,
+                                                            VT_ARRAY, VT_ARRAY | VT_BSTR}) {
+      materials.elementType = elementType;
+      materials.tag = tag;
+      out.clear();
+      EXPECT_EQ(collect(), (Names{"oak", "steel"})) << elementType << " tagged " << tag;
+    }
+  }
+}
+
+// What is not an object would be used as one.
+TEST_F(PropertySources, AnArrayThatHoldsNoObjectsIsRefusedWhateverItsTagSays) {
+  registry.add(L"Materials", &materials);
+  materials.elementType = VT_R8;
+  materials.properties = {nullptr, nullptr};
+  for (const VARTYPE tag :
+       std::initializer_list<VARTYPE>{VT_ARRAY | VT_UNKNOWN, VT_ARRAY | VT_DISPATCH, VT_ARRAY}) {
+    materials.tag = tag;
+    EXPECT_EQ(collect(), Names{}) << tag;
+    EXPECT_EQ(answer, 1) << tag;
+  }
+}
+
+TEST_F(PropertySources, AnObjectWithoutAnArrayAroundItIsRefused) {
+  registry.add(L"Materials", &materials);
+  for (const VARTYPE type : std::initializer_list<VARTYPE>{VT_UNKNOWN, VT_DISPATCH}) {
+    materials.answerWith = ToyValue(type, oak.unknown());
+    EXPECT_EQ(collect(), Names{}) << type;
+    EXPECT_EQ(answer, 1) << type;
+  }
+}
+
+// An element of it has two indexes, and only one would be told.
+TEST_F(PropertySources, AnArrayOfTwoDimensionsIsRefused) {
+  registry.add(L"Materials", &materials);
+  materials.dimensions = 2;
+
+  EXPECT_EQ(collect(), Names{});
+  EXPECT_EQ(answer, 1);
 }
 
 TEST_F(PropertySources, AnArrayThatCannotBeMadeIsAnEntityWithoutSources) {
