@@ -31,15 +31,15 @@ class InterfaceHolder : public PointerHolder<Interface, ReleaseReference> {
   }
 };
 
-// Queries for an interface into an empty holder. A null object, and a success that yields no interface, count as
-// E_NOINTERFACE.
+// Queries for an interface into an empty holder. A null object has none: E_NOINTERFACE. A success that yields none is a
+// failure too, but not that answer, which has a meaning of its own to who asks: E_POINTER.
 template <class Interface>
 HRESULT query(IUnknown* object, REFIID iid, InterfaceHolder<Interface>& to) {
   if (object == nullptr) return E_NOINTERFACE;
   void* found = nullptr;
   const HRESULT result = object->QueryInterface(iid, &found);
   if (FAILED(result)) return result;
-  if (found == nullptr) return E_NOINTERFACE;
+  if (found == nullptr) return E_POINTER;
   to.attach(static_cast<Interface*>(found));
   return result;
 }

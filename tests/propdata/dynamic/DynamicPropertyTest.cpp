@@ -405,6 +405,11 @@ TEST_F(DynamicProperty, FailingGettersNeverLeaveTheRowOut) {
   }
 }
 
+TEST_F(DynamicProperty, AQueryThatSucceedsWithANullPointerLeavesThePropertyOut) {
+  host.on("QueryInterface(IDynamicProperty2)").answerNull();
+  EXPECT_EQ(describe(), 0);
+}
+
 TEST_F(DynamicProperty, AnExceptionLeavesThePropertyOutAndNothingIsLost) {
   offer(2);
   for (const char* const call : {"IsPropertyEnabled", "GetDisplayName", "GetCurrentValueName",

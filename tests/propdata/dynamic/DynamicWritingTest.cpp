@@ -144,6 +144,15 @@ TEST_F(DynamicWriting, Quirk_dynamic_write_result_unexamined) {
   EXPECT_EQ(written().size(), 3U);
 }
 
+TEST_F(DynamicWriting, AQueryThatSucceedsWithANullPointerPassesItsNodeOver) {
+  host.on("QueryInterface(IDynamicProperty2) on property2").answerNull();
+
+  EXPECT_EQ(write(), 1);
+
+  EXPECT_EQ(written(), (Lines{"SetCurrentValueData(entity1, VT_I4 5) on property1",
+                              "SetCurrentValueData(entity3, VT_I4 5) on property3"}));
+}
+
 TEST_F(DynamicWriting, ANodeThatThrowsIsPassedOver) {
   for (const char* const call :
        {"QueryInterface(IDynamicProperty2)", "QueryInterface(IDispatch)", "SetCurrentValueData"}) {
