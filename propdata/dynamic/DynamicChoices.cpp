@@ -1,8 +1,11 @@
 // The choices of a dynamic row.
 
+#include <vector>
+
 #include "errors/Guard.h"
 #include "holders/InterfaceHolder.h"
 #include "holders/StringHolder.h"
+#include "holders/VariantHolder.h"
 #include "host/palette/IDynamicEnumProperty.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/Cores.h"
@@ -14,29 +17,29 @@ using namespace velt::propdata;
 namespace {
 
 struct Choices {
-  TqVector<CStdStr<wchar_t>> names;
-  TqVector<int> values;
-  TqVector<double> reals;
+  std::vector<CStdStr<wchar_t>> names;
+  std::vector<int> values;
+  std::vector<double> reals;
 };
 
 void appendChoice(const VARIANT& data, int index, Choices& choices) {
   switch (data.vt) {
     case VT_BSTR:
-      mustAppend(choices.values, index);
+      choices.values.push_back(index);
       break;
     case VT_R8:
-      mustAppend(choices.values, index);
-      mustAppend(choices.reals, data.dblVal);
+      choices.values.push_back(index);
+      choices.reals.push_back(data.dblVal);
       break;
     case VT_R4:
-      mustAppend(choices.values, index);
-      mustAppend(choices.reals, static_cast<double>(data.fltVal));
+      choices.values.push_back(index);
+      choices.reals.push_back(static_cast<double>(data.fltVal));
       break;
     case VT_I2:
-      mustAppend(choices.values, static_cast<int>(data.iVal));
+      choices.values.push_back(static_cast<int>(data.iVal));
       break;
     default:
-      mustAppend(choices.values, static_cast<int>(data.lVal));
+      choices.values.push_back(static_cast<int>(data.lVal));
       break;
   }
 }
@@ -44,13 +47,13 @@ void appendChoice(const VARIANT& data, int index, Choices& choices) {
 bool readChoice(IDynamicEnumProperty& enumeration, LONG index, Choices& choices) {
   StringHolder name;
   [[maybe_unused]] const HRESULT named = enumeration.GetPropValueName(index, name.put());
-  mustAppend(choices.names, CStdStr<wchar_t>(name.get()));
-  VARIANT data{};
-  VariantInit(&data);
-  if (FAILED(enumeration.GetPropValueData(index, &data))) return false;
-  appendChoice(data, index, choices);
+  choices.names.emplace_back(name.get());
+  VariantHolder data;
+  if (!handedOver(enumeration.GetPropValueData(index, data.put()), data)) return false;
+  const VARIANT value = data.get();
   // QUIRK(choices_clear_strings_only): objects that answer with anything else hand out what they own themselves.
-  if (data.vt == VT_BSTR) VariantClear(&data);
+  if (value.vt != VT_BSTR) static_cast<void>(data.detach());
+  appendChoice(value, index, choices);
   return true;
 }
 
@@ -69,9 +72,12 @@ bool fillDynamicChoices(PROPINFO& property) {
   for (LONG index = 0; index < count; ++index) {
     if (!readChoice(*enumeration.get(), index, choices)) return false;
   }
-  property.choiceNames = choices.names;
-  property.choiceValues = choices.values;
-  property.choiceReals = choices.reals;
+  const TqVector<CStdStr<wchar_t>> names = appendedOneByOne(choices.names);
+  const TqVector<int> values = appendedOneByOne(choices.values);
+  const TqVector<double> reals = appendedOneByOne(choices.reals);
+  property.choiceNames = names;
+  property.choiceValues = values;
+  property.choiceReals = reals;
   return true;
 }
 

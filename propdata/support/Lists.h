@@ -46,4 +46,16 @@ std::span<T> writable(TqVector<T>& list) {
   return {list.begin(), list.length()};
 }
 
+// A list with as many slots as one that got its elements one by one, which callers may see, but moved only once.
+template <class T>
+TqVector<T> appendedOneByOne(const std::vector<T>& elements) {
+  constexpr std::size_t step = TqVectorDefaultGrowPolicy::defaultGrowCount;
+  TqVector<T> list;
+  const std::size_t slots = (elements.size() + step - 1) / step * step;
+  if (!list.setPhysicalLength(static_cast<std::uint32_t>(slots))) throw errors::ReportedShortage();
+  for (const T& element : elements)
+    list.append(element);
+  return list;
+}
+
 }  // namespace velt::propdata

@@ -3,6 +3,7 @@
 #include "errors/Guard.h"
 #include "holders/CountedStringsHolder.h"
 #include "holders/InterfaceHolder.h"
+#include "holders/VariantHolder.h"
 #include "host/com/IPerPropertyBrowsing.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/Cores.h"
@@ -23,22 +24,22 @@ bool hasListOfTheHost(std::int32_t customType) {
 
 // False when the list ends before this choice.
 bool readValue(IPerPropertyBrowsing& browsing, const PROPINFO& prop, ULONG index, TqVector<int>& values) {
-  VARIANT value{};
-  VariantInit(&value);
+  VariantHolder data;
   // QUIRK(predefined_value_by_index): the place of the string is asked for, not its cookie; objects number their
   // choices from 0.
-  const HRESULT result = browsing.GetPredefinedValue(prop.dispId, index, &value);
-  if (result == E_NOTIMPL) {
+  const HRESULT result = browsing.GetPredefinedValue(prop.dispId, index, data.put());
+  if (!handedOver(result, data)) {
+    if (result != E_NOTIMPL) return false;
     const bool isKnown = prop.choiceValues.length() > index;
     mustAppend(values, isKnown ? prop.choiceValues[index] : static_cast<int>(index));
     return true;
   }
-  if (FAILED(result)) return false;
+  const VARIANT value = data.get();
+  // QUIRK(choices_clear_strings_only): objects that answer with anything else hand out what they own themselves.
+  if (value.vt != VT_BSTR) static_cast<void>(data.detach());
   switch (value.vt) {
     case VT_BSTR:
       mustAppend(values, static_cast<int>(index));
-      // QUIRK(choices_clear_strings_only): objects that answer with anything else hand out what they own themselves.
-      VariantClear(&value);
       break;
     case VT_I2:
       mustAppend(values, static_cast<int>(value.iVal));

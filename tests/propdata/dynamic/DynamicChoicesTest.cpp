@@ -4,6 +4,7 @@
 
 #include "host/palette/IDynamicEnumProperty.h"
 #include "propdata/VeltPropData.h"
+#include "tests/support/AllocationSpy.h"
 #include "tests/support/LayerTest.h"
 #include "tests/support/Row.h"
 #include "tests/support/ToyDynamicProperty.h"
@@ -222,6 +223,80 @@ TEST_F(DynamicChoices, ARowWithoutAPropertyObjectHasNone) {
   EXPECT_EQ(fill(), 0);
 
   expectListsAsBefore();
+}
+
+TEST_F(DynamicChoices, ExhaustedMemoryLeavesTheListsAndNoText) {
+  for (const wchar_t* const name : {L"one", L"two", L"three"})
+    offer(name, text(name));
+  offer(L"four", ToyValue(r8(4.5)));
+  const PROPINFO fresh = row;
+  int answer = -1;
+
+  refuseMemory([&] { answer = fill(); },
+               [&] {
+                 EXPECT_EQ(answer, 0);
+                 expectListsAsBefore();
+                 row = fresh;
+               });
+
+  EXPECT_EQ(answer, 1);
+}
+
+TEST_F(DynamicChoices, EveryRefusalByOperatorNewLeavesTheListsAndNoText) {
+  if (!tests::AllocationSpy::seesNew()) GTEST_SKIP() << "operator new belongs to the sanitizer";
+  for (const wchar_t* const name : {L"one", L"two", L"three"})
+    offer(name, text(name));
+  offer(L"four", ToyValue(r8(4.5)));
+  const PROPINFO fresh = row;
+  for (std::uint64_t n = 1;; ++n) {
+    ASSERT_LT(n, 1000U);
+    host.mark();
+    int answer = -1;
+    std::uint64_t refused = 0;
+    {
+      const auto spy = tests::AllocationSpy::failNth(n);
+      answer = fillDynPropComboBox(row);
+      refused = spy.counts().failures;
+    }
+    EXPECT_EQ(host.balance(), "balanced");
+    if (refused == 0) {
+      EXPECT_EQ(answer, 1);
+      EXPECT_GT(n, 4U);
+      break;
+    }
+    EXPECT_EQ(answer, 0);
+    expectListsAsBefore();
+    row = fresh;
+  }
+}
+
+TEST_F(DynamicChoices, TheListsHaveAsManySlotsAsAfterAppendingOneByOne) {
+  for (const int count : {0, 1, 8, 9, 17}) {
+    dynamic.items.clear();
+    TqVector<int> appended;
+    for (int i = 0; i < count; ++i) {
+      offer(L"choice", ToyValue(r8(i)));
+      appended.append(i);
+    }
+
+    EXPECT_EQ(fill(), 1);
+
+    EXPECT_EQ(row.choiceNames.physicalLength(), appended.physicalLength()) << count;
+    EXPECT_EQ(row.choiceValues.physicalLength(), appended.physicalLength()) << count;
+    EXPECT_EQ(row.choiceReals.physicalLength(), appended.physicalLength()) << count;
+  }
+}
+
+// Nobody sees the lists before they are complete, so they need not move each time that eight more are there.
+TEST_F(DynamicChoices, TheListsAreAllocatedOnceHoweverLongTheyAre) {
+  if (!tests::AllocationSpy::seesNew()) GTEST_SKIP() << "operator new belongs to the sanitizer";
+  for (int i = 0; i < 1000; ++i)
+    offer(L"choice", ToyValue(r8(i)));
+  const tests::AllocationSpy spy;
+
+  EXPECT_EQ(fillDynPropComboBox(row), 1);
+
+  EXPECT_EQ(spy.counts().arrayNews, 3U);
 }
 
 }  // namespace
