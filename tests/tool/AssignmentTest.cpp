@@ -95,7 +95,7 @@ TEST(Assignment, AnUnknownNameIsAnsweredWithTheNamesThatCanBeEdited) {
 
 TEST(Assignment, OfSeveralRowsOneHasToBeTold) {
   const Rows rows({row(L"Vertex X", VT_R8), row(L"Vertex Y", VT_R8), row(L"Vertex X", VT_R8)});
-  EXPECT_THAT(failureOf([&] { rows.meantBy("Vertex X=1"); }), HasSubstr("from Vertex X#1 to Vertex X#2"));
+  EXPECT_THAT(failureOf([&] { rows.meantBy("Vertex X=1"); }), HasSubstr("choose one of Vertex X#1 to Vertex X#2"));
   EXPECT_EQ(rows.meantBy("Vertex X#2=1"), &rows[2]);
   EXPECT_THAT(failureOf([&] { rows.meantBy("Vertex X#3=1"); }), HasSubstr("has only 2 of that name"));
 }

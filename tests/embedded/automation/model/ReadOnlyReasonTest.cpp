@@ -19,8 +19,10 @@ constexpr DISPID dimStyle = 1542;
 
 class ReadOnlyReasonTest : public ::testing::Test {
  protected:
-  [[nodiscard]] std::wstring ofLine(DISPID property, std::size_t entity = 0) const {
-    return readOnlyReason(CLSID_VeltLine, property, drawing->entities()[entity]);
+  // The line of the block comes first among the entities.
+  [[nodiscard]] VkDbObjectId line(std::size_t index) const { return drawing->entities()[index + 1]; }
+  [[nodiscard]] std::wstring ofLine(DISPID property, std::size_t index = 0) const {
+    return readOnlyReason(CLSID_VeltLine, property, line(index));
   }
 
   // clang-format off
@@ -55,7 +57,7 @@ TEST_F(ReadOnlyReasonTest, IsThatOfTheEntityWhereItsPutWouldBeRefused) {
 }
 
 TEST_F(ReadOnlyReasonTest, IsEmptyForWhatIsNotThere) {
-  const VkDbObjectId locked = drawing->entities()[1];
+  const VkDbObjectId locked = line(1);
   EXPECT_EQ(L"", readOnlyReason(GUID_NULL, layer, locked)) << "no class";
   EXPECT_EQ(L"", readOnlyReason(CLSID_VeltLine, -23, locked)) << "no property";
   EXPECT_EQ(L"", readOnlyReason(CLSID_VeltLine, layer, VkDbObjectId::kNull)) << "no entity";

@@ -130,6 +130,7 @@ TEST_F(TypeInfoTest, NamesAndHelpOfMembersComeFromTheRows) {
   EXPECT_EQ(S_OK, info->GetDocumentation(7, name.put(), help.put(), &context, file.put()));
   EXPECT_EQ(L"Real", name.view());
   EXPECT_EQ(L"Help for the real.", help.view());
+  help.reset();
   EXPECT_EQ(S_OK, info->GetDocumentation(3, nullptr, help.put(), nullptr, nullptr));
   EXPECT_EQ(L"Help for the choice. Read-only: it never changes.", help.view());
   EXPECT_EQ(0U, context);
