@@ -1,6 +1,13 @@
 # Precompiled headers: what nearly every unit includes is read once. They only save time. Every unit still includes
 # what it uses, and a build with VELT_PCH off, as clang-tidy and the header checks want it, notices where one does not.
-option(VELT_PCH "Precompile the headers that nearly every unit includes" ON)
+#
+# Not in optimised builds by default: there g++ 12 warns of the standard library's own copies, which it takes for ours
+# when they come out of a precompiled header.
+set(veltPrecompile OFF)
+if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+  set(veltPrecompile ON)
+endif()
+option(VELT_PCH "Precompile the headers that nearly every unit includes" ${veltPrecompile})
 
 # velt_precompiled_holder(<name> <header>...): one set of headers, shared by all targets that are compiled alike.
 # Compilers refuse it where the code is for a library here and for a program there, or visible here and hidden there.
