@@ -32,12 +32,16 @@ install(FILES
   DESTINATION "${CMAKE_INSTALL_LIBDIR}/cmake/VeltPropData")
 
 file(RELATIVE_PATH veltPrefixFromPc "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
-foreach(package IN ITEMS veltpropdata veltpalette)
+foreach(package IN ITEMS veltpropdata veltpalette veltembeddedhost)
   configure_file("${PROJECT_SOURCE_DIR}/cmake/${package}.pc.in" "${CMAKE_BINARY_DIR}/generated/${package}.pc" @ONLY)
   install(FILES "${CMAKE_BINARY_DIR}/generated/${package}.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 endforeach()
 
-install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/veltpropdata")
+set(veltDocs "${CMAKE_INSTALL_DATADIR}/doc/veltpropdata")
+install(FILES README.md CHANGELOG.md DESTINATION "${veltDocs}")
+install(DIRECTORY docs examples DESTINATION "${veltDocs}" PATTERN ".clang-format" EXCLUDE)
+# Every symbol that a host has to supply; a test holds the list against the library.
+install(FILES tests/golden/needed_symbols.txt DESTINATION "${veltDocs}" RENAME needed-symbols.txt)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME veltpropdata)

@@ -47,10 +47,16 @@ if(TARGET veltprops)
   add_dependencies(velt_product veltprops)
 endif()
 
-# --- examples: one executable per file ----------------------------------------------------------------------------
+# --- examples: one executable per file, over the embedded host -----------------------------------------------------
 file(GLOB veltExamples CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/examples/*.cpp")
 foreach(source IN LISTS veltExamples)
   get_filename_component(name "${source}" NAME_WE)
   add_executable(example_${name} "${source}")
   target_link_libraries(example_${name} PRIVATE velt_common VeltPalette VeltPropData VeltEmbeddedHost)
 endforeach()
+
+# --- a host of its own: links the layer alone, and shows it what it needs -----------------------------------------
+velt_sources(veltMinimalHost examples/minimal-host)
+add_executable(example_minimal_host ${veltMinimalHost})
+target_link_libraries(example_minimal_host PRIVATE velt_common VeltPropData)
+set_target_properties(example_minimal_host PROPERTIES CXX_VISIBILITY_PRESET default)

@@ -61,6 +61,8 @@ MAY_INCLUDE = {
     "bench": SHIPPED,
     "fuzz": SHIPPED,
     "examples": SHIPPED,
+    # A host of its own shows that the layer needs nothing of the embedded one.
+    "examples/minimal-host": LAYER,
 }
 FOLDERS = sorted({place.split("/")[0] for place in MAY_INCLUDE})
 
@@ -112,6 +114,8 @@ def violation_of(root, path, quoted, angled, other):
     if place is None:
         return "stands in a room that the list of arrows does not know"
     if quoted is not None:
+        if folder == "examples" and len(path.parts) > 2 and "/" not in quoted and (root / path.parent / quoted).is_file():
+            return None  # a folder of examples is copied as a whole, so its files name each other as they stand
         if quoted.split("/")[0] not in FOLDERS or ".." in quoted.split("/"):
             return f'"{quoted}" is not written from the root of the tree'
         target = place_of(quoted)
@@ -221,6 +225,20 @@ class TheCheck(house.Check):
     def test_finds_what_is_not_written_from_the_root(self):
         self.assertTrue(self.check("propdata/B.cpp", '#include "A.h"'))
         self.assertTrue(self.check("propdata/B.cpp", '#include "propdata/../embedded/com/A.h"'))
+
+    def test_lets_a_folder_of_examples_name_its_own_files_as_they_stand_and_nobody_else(self):
+        for folder, found in (("examples/minimal-host", 0), ("examples", 1), ("tool", 1), ("host/com", 1)):
+            with self.subTest(folder=folder):
+                files = {f"{folder}/A.cpp": '#include "A.h"\n', f"{folder}/A.h": ""}
+                with house.small_tree(files) as root:
+                    self.assertEqual(found, len(violations(root)))
+        self.assertTrue(self.check("examples/minimal-host/A.cpp", '#include "A.h"'))
+
+    def test_keeps_the_minimal_host_away_from_the_embedded_one(self):
+        for target in ("embedded/com", "dxf", "palette/Palette.h"):
+            header = target if target.endswith(".h") else f"{target}/A.h"
+            self.assertTrue(self.check("examples/minimal-host/A.cpp", f'#include "{header}"'))
+        self.assertFalse(self.check("examples/minimal-host/A.cpp", '#include "propdata/A.h"'))
 
     def test_finds_a_header_that_does_not_exist(self):
         self.assertTrue(self.check("propdata/B.cpp", '#include "propdata/Missing.h"'))

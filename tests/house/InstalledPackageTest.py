@@ -12,6 +12,7 @@ import tempfile
 import unittest
 
 import house
+import MinimalHostTest
 
 PROGRAM = """
 #include "propdata/VeltPropData.h"
@@ -54,6 +55,9 @@ class AnInstallation(unittest.TestCase):
         (cls.root / "consumer.cpp").write_text(PROGRAM, encoding="utf-8")
         # The palette of the examples is one that begins outside of the tree, too.
         shutil.copy(house.source_root() / "examples" / "palette.cpp", cls.root)
+        # The example of a host is taken from where a reader of the installed guide finds it.
+        cls.host = cls.root / "my-host"
+        shutil.copytree(cls.prefix / "share" / "doc" / "veltpropdata" / "examples" / "minimal-host", cls.host)
         cls.compiler = os.environ.get("VELT_CXX", "g++")
 
     @classmethod
@@ -65,7 +69,7 @@ class AnInstallation(unittest.TestCase):
 
     def test_serves_a_program_through_pkg_config(self):
         settings = os.environ | {"PKG_CONFIG_PATH": str(self.library_folder() / "pkgconfig")}
-        flags = run("pkg-config", "--cflags", "--libs", "veltpropdata", env=settings).split()
+        flags = run("pkg-config", "--cflags", "--libs", "veltpropdata", "veltembeddedhost", env=settings).split()
         self.assertTrue(any(str(self.prefix) in flag for flag in flags), flags)
         run(self.compiler, "-std=c++20", self.root / "consumer.cpp", "-o", self.root / "consumer", *flags)
         run(self.root / "consumer", env=os.environ | {"LD_LIBRARY_PATH": str(self.library_folder())})
@@ -88,9 +92,29 @@ class AnInstallation(unittest.TestCase):
 
     def test_serves_a_palette_through_pkg_config(self):
         settings = os.environ | {"PKG_CONFIG_PATH": str(self.library_folder() / "pkgconfig")}
-        flags = run("pkg-config", "--cflags", "--libs", "veltpalette", env=settings).split()
+        flags = run("pkg-config", "--cflags", "--libs", "veltpalette", "veltembeddedhost", env=settings).split()
         run(self.compiler, "-std=c++20", self.root / "palette.cpp", "-o", self.root / "palette", *flags)
         self.check_palette(self.root / "palette", os.environ | {"LD_LIBRARY_PATH": str(self.library_folder())})
+
+    def check_host(self, program, settings):
+        self.assertEqual(MinimalHostTest.SHOWN, run(program, env=settings))
+
+    def test_serves_a_host_of_its_own_through_pkg_config(self):
+        settings = os.environ | {"PKG_CONFIG_PATH": str(self.library_folder() / "pkgconfig")}
+        flags = run("pkg-config", "--cflags", "--libs", "veltpropdata", env=settings).split()
+        self.assertNotIn("-lVeltEmbeddedHost", flags)
+        run(self.compiler, "-std=c++20", *self.host.glob("*.cpp"), "-o", self.host / "by-hand", *flags)
+        self.check_host(self.host / "by-hand", os.environ | {"LD_LIBRARY_PATH": str(self.library_folder())})
+
+    def test_serves_a_host_of_its_own_through_the_cmake_package(self):
+        run("cmake", "-S", self.host, "-B", self.host / "build", "-G", "Ninja",
+            f"-DCMAKE_PREFIX_PATH={self.prefix}", f"-DCMAKE_CXX_COMPILER={self.compiler}")
+        run("cmake", "--build", self.host / "build")
+        self.check_host(self.host / "build" / "minimal_host", os.environ)
+
+    def test_lists_the_symbols_that_a_host_supplies(self):
+        listed = house.text_of(self.prefix / "share" / "doc" / "veltpropdata" / "needed-symbols.txt")
+        self.assertEqual(house.text_of(house.source_root() / "tests" / "golden" / "needed_symbols.txt"), listed)
 
     def test_installs_the_public_headers_of_the_palette_library_and_no_others(self):
         headers = self.prefix / "include" / "velt" / "palette"
@@ -101,7 +125,7 @@ class AnInstallation(unittest.TestCase):
         if not tool.is_file():
             self.skipTest("no tool yet")
         settings = os.environ | {"PKG_CONFIG_PATH": str(self.library_folder() / "pkgconfig")}
-        flags = run("pkg-config", "--cflags", "--libs", "veltpropdata", env=settings).split()
+        flags = run("pkg-config", "--cflags", "--libs", "veltembeddedhost", env=settings).split()
         sample = house.text_of(house.source_root() / "plugins" / "material" / "Material.cpp")
         (self.root / "mine.cpp").write_text(sample.replace("Sample.Material", "Mine"), encoding="utf-8")
         run(self.compiler, "-std=c++20", "-fPIC", "-shared", "-o", self.root / "mine.so", self.root / "mine.cpp", *flags)
