@@ -18,7 +18,9 @@ constexpr DISPID layerDispId = 1281;
 
 bool readLayerId(VkDbObjectId entityId, VkDbObjectId& layerId) {
   OpenObjectHolder<VkDbEntity> entity;
-  vkdbOpenObject(*entity.put(), entityId, VkDb::kForRead);
+  // QUIRK(opening_status_unexamined): an entity counts as opened when there is a pointer; hosts tell by the status that
+  // it is open elsewhere too.
+  [[maybe_unused]] const Velt::ErrorStatus opened = vkdbOpenObject(*entity.put(), entityId, VkDb::kForRead);
   if (!entity) return false;
   layerId = entity->layerId();
   return true;
@@ -26,7 +28,8 @@ bool readLayerId(VkDbObjectId entityId, VkDbObjectId& layerId) {
 
 bool readLayerColor(VkDbObjectId layerId, VkCmColor& color) {
   OpenObjectHolder<VkDbLayerTableRecord> layer;
-  vkdbOpenObject<VkDbLayerTableRecord>(*layer.put(), layerId, VkDb::kForRead, false);
+  [[maybe_unused]] const Velt::ErrorStatus opened =
+      vkdbOpenObject<VkDbLayerTableRecord>(*layer.put(), layerId, VkDb::kForRead, false);
   if (!layer) return false;
   color = layer->color();
   return true;

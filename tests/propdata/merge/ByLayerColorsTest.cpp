@@ -200,6 +200,17 @@ TEST_F(ByLayerColors, TheLayersColorIsReadAndEverythingClosedAtOnce) {
   expectNothingIsOpen();
 }
 
+TEST_F(ByLayerColors, Quirk_opening_status_unexamined) {
+  host.on("vkdbOpenObject(21").workThenReturn(E_FAIL);
+  PROPINFO prop = row(21);
+  VkCmColor color;
+
+  EXPECT_TRUE(getPropEntityLayerColor(color, prop));
+
+  EXPECT_EQ(color.color(), ToyColor::indexed(1));
+  expectNothingIsOpen();
+}
+
 TEST_F(ByLayerColors, AnEntityThatCannotBeOpenedHasNoLayerColor) {
   ToyPlainObject noEntity(host, "noEntity", 31);
   for (const long id : {0L, 31L, 999L}) {
