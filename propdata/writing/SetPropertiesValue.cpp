@@ -1,5 +1,7 @@
 // Writing a committed value to every selected entity.
 
+#include <new>
+
 #include "errors/Guard.h"
 #include "errors/Messages.h"
 #include "holders/InterfaceHolder.h"
@@ -76,8 +78,7 @@ bool put(VeltPropData& entry, const Write& write, CStdStr<wchar_t>& errorText) {
   if (entry.pDispatch == nullptr) {
     return failWith(errorText, message::noDispatch);
   }
-  wchar_t noName[] = L"";
-  LPOLESTR name = write.nameToResolve != nullptr ? write.nameToResolve : noName;
+  LPOLESTR name = write.nameToResolve;
   DISPID dispId = 0;
   const HRESULT resolved =
       entry.pDispatch->GetIDsOfNames(GUID_NULL, &name, 1, LOCALE_SYSTEM_DEFAULT, &dispId);
@@ -118,6 +119,7 @@ int SetPropertiesValue(TqVector<VeltPropData*>& selection, const PROPINFO& prope
     }
     const CStdStr<wchar_t> name = property.name;
     const auto nameToResolve = StringHolder::owning(SysAllocString(name.c_str()));
+    if (!nameToResolve) throw std::bad_alloc();
     const Write write{name, nameToResolve.get(), value, elementWrite, elementCookie};
     return writeToAll(selection, write, errorText, lockedCount, touchedIds);
   });

@@ -2,6 +2,8 @@
 
 #include <list>
 
+#include "embedded/platform/Allocation.h"
+#include "embedded/platform/CrashReports.h"
 #include "host/palette/IDynamicProperty2.h"
 #include "host/palette/IOPMPropertyExpander.h"
 #include "propdata/VeltPropData.h"
@@ -432,6 +434,23 @@ TEST_F(SetPropertiesValueTest, EveryCallThatThrowsStopsTheWriteWithItsMessage) {
       EXPECT_EQ(error(), L"no connection") << host.failedCall();
     }
   }
+}
+
+TEST_F(SetPropertiesValueTest, WithoutMemoryForTheNameNothingIsTouchedAndTheRecorderIsTold) {
+  add(11);
+  platform::CrashReports::clear();
+  {
+    const auto fault = platform::AllocationFault::failNth(1, platform::Heap::Strings);
+    EXPECT_EQ(set(), 0);
+    EXPECT_EQ(fault.failures(), 1U);
+  }
+
+  EXPECT_EQ(error(), untouched);
+  EXPECT_EQ(touchedIds(), Ids{});
+  EXPECT_EQ(host.log.count("GetIDsOfNames"), 0);
+  const auto reports = platform::CrashReports::take();
+  ASSERT_EQ(reports.size(), 1U);
+  EXPECT_EQ(reports[0].status, Velt::eOutOfMemory);
 }
 
 TEST_F(SetPropertiesValueTest, ADynamicPropertyThatThrowsIsPassedOverLikeOneThatRefuses) {
