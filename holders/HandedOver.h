@@ -8,7 +8,7 @@
 //   if (!handedOver(object.GetTypeInfo(0, locale, type.put()), type)) return false;
 //
 // A holder that was filled by a call whose result is not looked at keeps what stands in it and gives it back: there the
-// output alone counts. So it does where a function answers yes or no, or a status of the database: a "no" is an answer.
+// output alone counts. So it does where a function answers yes or no: a "no" is an answer.
 
 #include <concepts>
 

@@ -2,8 +2,8 @@
 
 // Holds one opened database object, and closes it. The functions that open take the pointer itself: `*holder.put()`.
 //
-// The pointer is null when an object cannot be opened, so whatever stands there is open and has to be closed, whatever
-// status came with it.
+// Whoever looks at the status of an opening looks at it through handedOver(), as at the result of any call. Where it is
+// not looked at, whatever stands in the holder is open and is closed.
 
 #include "holders/PointerHolder.h"
 #include "host/database/OpenObject.h"
@@ -19,5 +19,13 @@ struct CloseObject {
 
 template <class Object>
 using OpenObjectHolder = PointerHolder<Object, CloseObject>;
+
+// Whether the object was opened. When it was not, the holder is empty afterwards.
+template <class Object>
+[[nodiscard]] bool handedOver(Velt::ErrorStatus status, OpenObjectHolder<Object>& object) {
+  if (status == Velt::eOk) return true;
+  static_cast<void>(object.detach());
+  return false;
+}
 
 }  // namespace velt::holders

@@ -7,20 +7,21 @@ namespace velt::palette {
 
 namespace {
 
+using holders::handedOver;
 using holders::OpenObjectHolder;
 
 // Null when the layer cannot be found out.
 VkDbObjectId layerOf(VkDbObjectId id) {
   OpenObjectHolder<VkDbEntity> entity;
   const Velt::ErrorStatus opened = vkdbOpenObject(*entity.put(), id, VkDb::kForRead);
-  return opened == Velt::eOk && entity ? entity->layerId() : VkDbObjectId();
+  return handedOver(opened, entity) && entity ? entity->layerId() : VkDbObjectId();
 }
 
 bool isLocked(VkDbObjectId id) {
   OpenObjectHolder<VkDbLayerTableRecord> layer;
   const Velt::ErrorStatus opened =
       vkdbOpenObject<VkDbLayerTableRecord>(*layer.put(), id, VkDb::kForRead, false);
-  return opened == Velt::eOk && layer && layer->isLocked();
+  return handedOver(opened, layer) && layer && layer->isLocked();
 }
 
 }  // namespace

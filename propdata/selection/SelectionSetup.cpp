@@ -55,7 +55,8 @@ bool readClassId(GUID& clsid, long oldId) {
   VkDbObjectId id;
   id.setFromOldId(oldId);
   OpenObjectHolder<VkDbEntity> entity;
-  if (vkdbOpenVkDbEntity(*entity.put(), id, VkDb::kForRead, false) != Velt::eOk || !entity) return false;
+  if (!handedOver(vkdbOpenVkDbEntity(*entity.put(), id, VkDb::kForRead, false), entity) || !entity)
+    return false;
   if (entity->getClassID(&clsid) != Velt::eOk) {
     clsid = entity->isKindOf(VkDbEntity::desc()) ? CLSID_VeltEntity : CLSID_VeltObject;
   }

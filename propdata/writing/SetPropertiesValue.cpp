@@ -29,15 +29,15 @@ Layer layerOf(VkDbObjectId entityId) {
   VkDbObjectId layerId;
   {
     OpenObjectHolder<VkDbEntity> entity;
-    const Velt::ErrorStatus opened = vkdbOpenObject(*entity.put(), entityId, VkDb::kForRead);
-    if (opened != Velt::eOk || !entity) return Layer::cannotBeAsked;
+    if (!handedOver(vkdbOpenObject(*entity.put(), entityId, VkDb::kForRead), entity) || !entity)
+      return Layer::cannotBeAsked;
     layerId = entity->layerId();
   }
   if (layerId.isNull()) return Layer::cannotBeAsked;
   OpenObjectHolder<VkDbLayerTableRecord> layer;
   const Velt::ErrorStatus opened =
       vkdbOpenObject<VkDbLayerTableRecord>(*layer.put(), layerId, VkDb::kForRead, false);
-  if (opened != Velt::eOk || !layer) return Layer::cannotBeAsked;
+  if (!handedOver(opened, layer) || !layer) return Layer::cannotBeAsked;
   return layer->isLocked() ? Layer::locked : Layer::unlocked;
 }
 

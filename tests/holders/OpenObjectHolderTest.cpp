@@ -39,5 +39,18 @@ TEST(OpenObjectHolder, GivesItsObjectUpByDetaching) {
   EXPECT_EQ(0, object.closed);
 }
 
+TEST(OpenObjectHolder, WhatAFailingOpeningLeftIsNotClosed) {
+  Object object;
+  {
+    OpenObjectHolder<Object> holder;
+    open(*holder.put(), object);
+    EXPECT_TRUE(handedOver(Velt::eOk, holder));
+    EXPECT_EQ(&object, holder.get());
+    EXPECT_FALSE(handedOver(Velt::eInvalidObjectId, holder));
+    EXPECT_FALSE(holder);
+  }
+  EXPECT_EQ(0, object.closed);
+}
+
 }  // namespace
 }  // namespace velt::holders

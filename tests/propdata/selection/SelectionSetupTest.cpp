@@ -555,14 +555,14 @@ TEST_F(SelectionSetup, AnObjectThatCannotBeOpenedLeavesTheClassIdAlone) {
   EXPECT_EQ(host.log.only({"getClassID", "close"}), Lines{});
 }
 
-TEST_F(SelectionSetup, AnOpeningThatFailsLeavesTheClassIdAloneWhateverItHandedOut) {
-  host.on("vkdbOpenVkDbEntity(77,").workThenReturn(E_FAIL);
+TEST_F(SelectionSetup, AnOpeningThatFailsLeavesTheClassIdAloneAndClosesNothingWhateverItLeft) {
+  host.on("vkdbOpenVkDbEntity(77,").leaveThenFail();
   GUID clsid = CLSID_VeltTable;
 
   EXPECT_FALSE(GetCLSID(clsid, lineId));
 
   EXPECT_EQ(nameOf(clsid), "CLSID_VeltTable");
-  EXPECT_EQ(host.log.count("getClassID"), 0);
+  EXPECT_EQ(host.log.only({"getClassID", "close"}), Lines{});
   EXPECT_EQ(lineEntity.opened, 0);
 }
 

@@ -199,16 +199,17 @@ TEST_F(SetPropertiesValueTest, WhatCannotBeOpenedIsSkippedWithoutAWord) {
   EXPECT_EQ(error(), untouched);
 }
 
-TEST_F(SetPropertiesValueTest, AnOpeningThatFailsSkipsTheEntityWhateverItHandedOut) {
+TEST_F(SetPropertiesValueTest, AnOpeningThatFailsSkipsTheEntityAndClosesNothingWhateverItLeft) {
   add(11);
   add(12);
-  host.on("vkdbOpenObject(11,").workThenReturn(E_FAIL);
+  host.on("vkdbOpenObject(11,").leaveThenFail();
 
   EXPECT_EQ(set(), 1);
 
   EXPECT_EQ(touchedIds(), Ids{12});
   EXPECT_EQ(puts().size(), 1U);
-  EXPECT_EQ(host.log.only({"layerId"}), Lines{"layerId() on db12"});
+  EXPECT_EQ(host.log.only({"layerId", "close"}),
+            (Lines{"layerId() on db12", "close() on db12", "close() on openLayer"}));
   EXPECT_EQ(error(), untouched);
 }
 
