@@ -2,7 +2,7 @@
 PREFIX ?= /usr/local
 SECONDS_PER_TARGET ?= 60
 
-.PHONY: run test bench fuzz asan tsan coverage install package format lint accept-golden clean
+.PHONY: run test bench fuzz asan asan-layer tsan coverage install package format lint accept-golden clean
 
 run:
 	@scripts/install-dependencies build
@@ -24,6 +24,10 @@ fuzz:
 asan:
 	@scripts/install-dependencies build test sanitize
 	@scripts/build asan-ubsan && ctest --preset asan-ubsan
+
+asan-layer:
+	@scripts/install-dependencies build test sanitize
+	@scripts/build asan-ubsan velt_layer_tests && ctest --preset asan-ubsan -L layer
 
 tsan:
 	@scripts/install-dependencies build test sanitize
