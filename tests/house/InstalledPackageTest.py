@@ -6,6 +6,7 @@ through pkg-config and once through the CMake package.
 
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import tempfile
@@ -111,6 +112,25 @@ class AnInstallation(unittest.TestCase):
             f"-DCMAKE_PREFIX_PATH={self.prefix}", f"-DCMAKE_CXX_COMPILER={self.compiler}")
         run("cmake", "--build", self.host / "build")
         self.check_host(self.host / "build" / "minimal_host", os.environ)
+
+    def test_serves_a_host_that_got_a_property_as_the_guide_says(self):
+        guide = house.text_of(self.prefix / "share" / "doc" / "veltpropdata" / "docs" / "host.md")
+        row, value = re.search(r"```cpp\n(.*?)```", guide, re.DOTALL).group(1).strip().splitlines()
+        changed = shutil.copytree(self.host, self.root / "changed-host", ignore=shutil.ignore_patterns("build", "by-hand"))
+        for file, place, added in (("Parts.h", "  long layer; ", "  double pressure = 10;\n"),
+                                   ("Automation.cpp", "constexpr DISPID ", "constexpr DISPID pressureId = 5;\n"),
+                                   ("Automation.cpp", "    {lengthId, ", row.strip() + "\n"),
+                                   ("Automation.cpp", "  if (property.id == lengthId)", value + "\n")):
+            text = house.text_of(changed / file)
+            self.assertEqual(1, text.count("\n" + place), place)
+            before, after = text.split("\n" + place)
+            line, rest = after.split("\n", 1)
+            (changed / file).write_text(f"{before}\n{place}{line}\n{added}{rest}", encoding="utf-8")
+        settings = os.environ | {"PKG_CONFIG_PATH": str(self.library_folder() / "pkgconfig")}
+        flags = run("pkg-config", "--cflags", "--libs", "veltpropdata", env=settings).split()
+        run(self.compiler, "-std=c++20", *changed.glob("*.cpp"), "-o", changed / "changed", *flags)
+        shown = run(changed / "changed", env=os.environ | {"LD_LIBRARY_PATH": str(self.library_folder())})
+        self.assertIn("  Size: Pressure = 10.0\n", shown)
 
     def test_lists_the_symbols_that_a_host_supplies(self):
         listed = house.text_of(self.prefix / "share" / "doc" / "veltpropdata" / "needed-symbols.txt")

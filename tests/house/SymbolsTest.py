@@ -27,6 +27,10 @@ def run(*command):
     return subprocess.run(command, check=True, capture_output=True, text=True).stdout
 
 
+def run_with(text, *command):
+    return subprocess.run(command, input=text, check=True, capture_output=True, text=True).stdout
+
+
 def symbols(library, *which):
     """{mangled name: kind letter} of the dynamic symbols of a library."""
     found = {}
@@ -40,9 +44,8 @@ def demangled(names):
     names = sorted(names)
     if not names:
         return []
-    output = subprocess.run(["c++filt"], input="\n".join(names) + "\n", check=True, capture_output=True, text=True)
     # Constructors have several mangled names and one demangled.
-    return sorted(set(output.stdout.splitlines()))
+    return sorted(set(run_with("\n".join(names) + "\n", "c++filt").splitlines()))
 
 
 def exported(layer):
