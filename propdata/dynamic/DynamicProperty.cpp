@@ -3,6 +3,7 @@
 #include "errors/Guard.h"
 #include "holders/InterfaceHolder.h"
 #include "holders/StringHolder.h"
+#include "holders/VariantHolder.h"
 #include "host/automation/IVeltBaseObject.h"
 #include "host/com/ComRuntime.h"
 #include "host/palette/ICategorizeProperties.h"
@@ -78,11 +79,8 @@ Described describe(IDispatch* dispatch, IUnknown* object, InterfaceHolder<Proper
   // QUIRK(borrowed_dynamic_property): no reference stays; the source keeps its property objects alive.
   out.pDynamicProperty = property.get();
 
-  VARIANT value{};
-  VariantInit(&value);
-  [[maybe_unused]] const HRESULT gotValue = property->GetCurrentValueData(entity, &value);
-  out.value = value;
-  out.valueType = value.vt;
+  VariantHolder value;
+  [[maybe_unused]] const HRESULT gotValue = property->GetCurrentValueData(entity, value.put());
 
   BOOL readOnly = 0;
   [[maybe_unused]] const HRESULT gotReadOnly = property->IsPropertyReadOnly(&readOnly);
@@ -91,6 +89,9 @@ Described describe(IDispatch* dispatch, IUnknown* object, InterfaceHolder<Proper
 
   readChoices(object, out);
   readCategory(object, out);
+  // After all that may throw: the value of a row that does not come about is given back here.
+  out.value = value.detach();
+  out.valueType = out.value.vt;
   return described;
 }
 

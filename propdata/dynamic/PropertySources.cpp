@@ -159,7 +159,12 @@ bool appendRowsOf(IPropertySource& source, IDispatch* entity, TqVector<PROPINFO>
     InterfaceHolder<IUnknown> element;
     if (!handedOver(SafeArrayGetElement(array, &index, element.put()), element) || !element) return;
     PROPINFO row;
-    if (describeElement(entity, element.get(), row) == described) mustAppend(out, row);
+    if (describeElement(entity, element.get(), row) != described) return;
+    // The list may not have memory for the row, and then nobody else gives its value back.
+    VariantHolder value;
+    value.attach(row.value);
+    mustAppend(out, row);
+    [[maybe_unused]] const VARIANT ownedByTheRow = value.detach();
   });
   return true;
 }

@@ -7,6 +7,7 @@
 #include "host/palette/IDynamicProperty.h"
 #include "host/palette/IDynamicProperty2.h"
 #include "propdata/VeltPropData.h"
+#include "tests/support/AllocationSpy.h"
 #include "tests/support/LayerTest.h"
 #include "tests/support/ToyDynamicProperty.h"
 #include "tests/support/ToyObject.h"
@@ -412,11 +413,35 @@ TEST_F(DynamicProperty, AQueryThatSucceedsWithANullPointerLeavesThePropertyOut) 
 
 TEST_F(DynamicProperty, AnExceptionLeavesThePropertyOutAndNothingIsLost) {
   offer(2);
+  dynamic.value = text(L"oak");
   for (const char* const call : {"IsPropertyEnabled", "GetDisplayName", "GetCurrentValueName",
                                  "IsPropertyReadOnly", "GetNumPropertyValues", "GetCategoryName"}) {
     host.on(call).nth(1).raise(L"gone");
     EXPECT_EQ(describe(), 0) << call;
     EXPECT_EQ(host.balance(), "balanced") << call;
+  }
+}
+
+TEST_F(DynamicProperty, EveryRefusalByOperatorNewLeavesThePropertyOutAndNothingIsLost) {
+  if (!tests::AllocationSpy::seesNew()) GTEST_SKIP() << "operator new belongs to the sanitizer";
+  answerAll();
+  dynamic.value = text(L"oak");
+  for (std::uint64_t n = 1;; ++n) {
+    SCOPED_TRACE(n);
+    host.mark();
+    std::uint64_t refused = 0;
+    int answer = -1;
+    {
+      const tests::AllocationSpy spy = tests::AllocationSpy::failNth(n);
+      answer = GetDynamicPropertyPropInfo(entity.dispatch(), dynamic.unknown(), out);
+      refused = spy.counts().failures;
+    }
+    EXPECT_EQ(answer, refused == 0 ? 1 : 0);
+    if (refused == 0) {
+      EXPECT_GT(n, 3U);
+      break;
+    }
+    EXPECT_EQ(host.balance(), "balanced");
   }
 }
 

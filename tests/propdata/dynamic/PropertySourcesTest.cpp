@@ -4,6 +4,7 @@
 
 #include "host/automation/IVeltBaseObject.h"
 #include "propdata/VeltPropData.h"
+#include "tests/support/AllocationSpy.h"
 #include "tests/support/LayerTest.h"
 #include "tests/support/Row.h"
 #include "tests/support/ToyDatabase.h"
@@ -373,6 +374,32 @@ TEST_F(PropertySources, AnExceptionEndsTheEnumerationWithoutRowsOfItsSourceAndNo
     host.on(call).nth(1).raise(L"gone");
     EXPECT_EQ(collect(), Names{}) << call;
     EXPECT_EQ(answer, 0) << call;
+  }
+}
+
+TEST_F(PropertySources, EveryRefusalByOperatorNewEndsTheEnumerationAndNoValueIsLost) {
+  if (!tests::AllocationSpy::seesNew()) GTEST_SKIP() << "operator new belongs to the sanitizer";
+  registry.add(L"Materials", &materials);
+  oak.value = text(L"of oak");
+  steel.value = text(L"of steel");
+  for (std::uint64_t n = 1;; ++n) {
+    SCOPED_TRACE(n);
+    host.mark();
+    std::uint64_t refused = 0;
+    {
+      const tests::AllocationSpy spy = tests::AllocationSpy::failNth(n);
+      answer = GetDynPropSourcesPropInfo(entity.dispatch(), out);
+      refused = spy.counts().failures;
+    }
+    EXPECT_EQ(answer, refused == 0 ? 1 : 0);
+    for (PROPINFO& row : out)
+      VariantClear(&row.value);
+    out.setPhysicalLength(0);
+    EXPECT_EQ(host.balance(), "balanced");
+    if (refused == 0) {
+      EXPECT_GT(n, 3U);
+      break;
+    }
   }
 }
 
