@@ -5,6 +5,7 @@
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/Cores.h"
 #include "propdata/dynamic/EntityId.h"
+#include "propdata/dynamic/Refusals.h"
 
 using namespace velt::propdata;
 
@@ -31,7 +32,7 @@ bool showsDynamicRows(const TqVector<VeltPropData*>& selection) {
   VkDbObjectId definition;
   for (const VeltPropData* const entry : selection) {
     if (entry == nullptr) continue;
-    const VkDbObjectId block = dynamicBlockOf(*entry);
+    const VkDbObjectId block = orRefused(VkDbObjectId(), [&] { return dynamicBlockOf(*entry); });
     if (block.isNull()) return false;
     if (isFirst) definition = block;
     if (block != definition) return false;

@@ -2,13 +2,13 @@
 
 #include "errors/Guard.h"
 #include "holders/InterfaceHolder.h"
-#include "host/com/ComError.h"
 #include "host/com/IDispatch.h"
 #include "host/palette/IDynamicProperty.h"
 #include "host/palette/IDynamicProperty2.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/Cores.h"
 #include "propdata/dynamic/EntityId.h"
+#include "propdata/dynamic/Refusals.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;
@@ -49,11 +49,9 @@ Written writeByNewer(const PROPINFO& property, const VARIANT& value) {
   if (property.dynSources.isEmpty()) return nothingToWrite;
   for (const DispatchDynPropSourceNode& node : property.dynSources) {
     if (!isComplete(node)) continue;
-    try {
-      // QUIRK(double_write): the older writer then visits every node again, those written here too.
-      if (writeNodeByNewer(node, value) == E_NOINTERFACE) return olderWriterNeeded;
-    } catch (const _com_error&) {  // refused, and passed over like any refusal
-    }
+    // QUIRK(double_write): the older writer then visits every node again, those written here too.
+    if (orRefused(E_FAIL, [&] { return writeNodeByNewer(node, value); }) == E_NOINTERFACE)
+      return olderWriterNeeded;
   }
   return allVisited;
 }
@@ -62,10 +60,7 @@ Written writeByOlder(const PROPINFO& property, const VARIANT& value) {
   if (property.dynSources.isEmpty()) return nothingToWrite;
   for (const DispatchDynPropSourceNode& node : property.dynSources) {
     if (!isComplete(node)) continue;
-    try {
-      writeNodeByOlder(node, value);
-    } catch (const _com_error&) {  // refused, and passed over like any refusal
-    }
+    orRefused([&] { writeNodeByOlder(node, value); });
   }
   return allVisited;
 }

@@ -13,6 +13,7 @@
 #include "host/palette/PerInstanceProperties.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/Cores.h"
+#include "propdata/dynamic/Refusals.h"
 #include "propdata/support/Lists.h"
 
 using namespace velt::holders;
@@ -139,7 +140,7 @@ bool findSources(IDispatch* entity, COleSafeArray& out) {
   bool foundAny = false;
   forEachIndex(array, [&](LONG index) {
     if (!hasRegistry) return;
-    const Lookup lookup = putSource(array, index, out);
+    const Lookup lookup = orRefused(Lookup::noSource, [&] { return putSource(array, index, out); });
     hasRegistry = lookup != Lookup::noRegistry;
     foundAny = foundAny || lookup == Lookup::found;
   });
@@ -159,7 +160,7 @@ bool appendRowsOf(IPropertySource& source, IDispatch* entity, TqVector<PROPINFO>
     InterfaceHolder<IUnknown> element;
     if (!handedOver(SafeArrayGetElement(array, &index, element.put()), element) || !element) return;
     PROPINFO row;
-    if (describeElement(entity, element.get(), row) != described) return;
+    if (orRefused(skipped, [&] { return describeElement(entity, element.get(), row); }) != described) return;
     // The list may not have memory for the row, and then nobody else gives its value back.
     VariantHolder value;
     value.attach(row.value);
@@ -169,21 +170,26 @@ bool appendRowsOf(IPropertySource& source, IDispatch* entity, TqVector<PROPINFO>
   return true;
 }
 
+// False when the element is not a source or does not answer.
+bool appendRowsOf(IUnknown* element, IDispatch* entity, TqVector<PROPINFO>& out) {
+  InterfaceHolder<IPropertySource> source;
+  return SUCCEEDED(query(element, IID_IPropertySource, source)) && appendRowsOf(*source.get(), entity, out);
+}
+
 }  // namespace
 
 namespace velt::propdata {
 
 bool appendDynamicRows(IDispatch* entity, TqVector<PROPINFO>& out) {
   COleSafeArray sources;
-  if (!findSources(entity, sources)) return false;
+  if (!orRefused(false, [&] { return findSources(entity, sources); })) return false;
   SAFEARRAY* const array = objectsIn(sources);
   if (array == nullptr) return false;
   forEachIndex(array, [&](LONG index) {
     InterfaceHolder<IUnknown> element;
     if (!handedOver(SafeArrayGetElement(array, &index, element.put()), element) || !element) return;
-    InterfaceHolder<IPropertySource> source;
-    if (FAILED(query(element.get(), IID_IPropertySource, source))) return;
-    [[maybe_unused]] const bool answered = appendRowsOf(*source.get(), entity, out);
+    [[maybe_unused]] const bool answered =
+        orRefused(false, [&] { return appendRowsOf(element.get(), entity, out); });
   });
   return true;
 }

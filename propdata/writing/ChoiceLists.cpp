@@ -7,6 +7,7 @@
 #include "host/com/IPerPropertyBrowsing.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/Cores.h"
+#include "propdata/dynamic/Refusals.h"
 #include "propdata/support/Lists.h"
 #include "propdata/writing/Cores.h"
 
@@ -87,7 +88,7 @@ void fillChoices(TqVector<PROPINFO>& properties) {
   for (PROPINFO& prop : writable(properties)) {
     if (!prop.hasChoices) continue;
     if (prop.dispId == dynamicPropertyDispId) {
-      if (fillDynamicChoices(prop)) continue;
+      if (orRefused(false, [&] { return fillDynamicChoices(prop); })) continue;
       // QUIRK(choices_kept_after_failed_enumeration): a row of any other type keeps hasChoices and its lists.
       if (!hasListOfTheHost(prop.customType)) continue;
     }

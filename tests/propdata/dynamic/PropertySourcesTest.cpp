@@ -366,14 +366,23 @@ TEST_F(PropertySources, AFailingSourceDoesNotStopTheOthers) {
   EXPECT_EQ(collect(), Names{"price"});
 }
 
-TEST_F(PropertySources, AnExceptionEndsTheEnumerationWithoutRowsOfItsSourceAndNothingIsLost) {
+TEST_F(PropertySources, WhatThrowsIsPassedOverLikeWhatRefusesAndNothingIsLost) {
   registry.add(L"Materials", &materials);
   registry.add(L"Prices", &prices);
-  for (const char* const call : {"QueryInterface(IVeltBaseObject)", "QueryInterface(IPropertySource)",
-                                 "GetProperties", "QueryInterface(IDynamicProperty2)"}) {
-    host.on(call).nth(1).raise(L"gone");
-    EXPECT_EQ(collect(), Names{}) << call;
-    EXPECT_EQ(answer, 0) << call;
+  struct Throw {
+    const char* call;
+    Names rows;
+    int answer;
+  };
+  for (const Throw& thrown :
+       {Throw{"QueryInterface(IVeltBaseObject)", {}, 0}, Throw{"GetObjectId", {}, 0},
+        Throw{"QueryInterface(IPropertySource)", {"price"}, 1}, Throw{"GetProperties", {"price"}, 1},
+        Throw{"QueryInterface(IDynamicProperty2)", {"steel", "price"}, 1},
+        Throw{"GetDescription", {"steel", "price"}, 1}}) {
+    out.clear();
+    host.on(thrown.call).nth(1).raise(L"gone");
+    EXPECT_EQ(collect(), thrown.rows) << thrown.call;
+    EXPECT_EQ(answer, thrown.answer) << thrown.call;
   }
 }
 

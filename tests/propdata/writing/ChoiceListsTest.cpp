@@ -353,6 +353,18 @@ TEST_F(ChoiceLists, TheFallbackIsTakenAlsoWhenAValueOfTheEnumerationFails) {
   EXPECT_EQ(fill(dynamicRow(PropertyKind::layer)), (Choices{true, {L"one"}, {1}}));
 }
 
+TEST_F(ChoiceLists, AnEnumerationThatThrowsIsAFailedOneAndStopsNoOtherRow) {
+  dynamic.items = {{L"small", ToyValue(i4(5))}};
+  line.property(-23, L"Dyn").choice(L"one", i4(1));
+  host.on("GetPropValueData").nth(1).raise(L"gone");
+  TqVector<PROPINFO> list = rows({dynamicRow(PropertyKind::layer), rowOf4()});
+
+  fillPropComboBox(list);
+
+  EXPECT_EQ(choicesOf(std::as_const(list)[0]), (Choices{true, {L"one"}, {1}}));
+  EXPECT_EQ(host.log.count("GetPredefinedStrings(4)"), 1);
+}
+
 TEST_F(ChoiceLists, TheFallbackOfADynamicRowFailsLikeThatOfAnyOther) {
   dynamic.withhold(IID_IDynamicEnumProperty);
   line.withhold(IID_IPerPropertyBrowsing);
