@@ -19,8 +19,8 @@
 //
 // Failures. Operations that can fail return false (or 0) and leave a text for people in an out-parameter; the
 // numbers given below are those of the message library. A _com_error that a host call throws ends the operation with
-// its failure value, and its description becomes the text. When memory runs out, the crash recorder gets status 6 and
-// the operation returns its failure value.
+// its failure value and its description as the text; on the way to a dynamic row it only costs that row. When memory
+// runs out, the crash recorder gets status 6 and the operation returns its failure value.
 //
 // Threads. All calls are made on the palette's thread. The only state of the layer is the cache of property
 // lists and the handle of the resource library.
@@ -369,10 +369,10 @@ VELT_PROPDATA_EXPORT void getPropValue(PROPINFO& prop, TqVector<PROPINFO>& eleme
 // Merge
 // ---------------------------------------------------------------------------------------------------------
 
-// Merges the lists of the selection's entities into one. False only when there is no list (without a message)
-// or memory runs out; result is then untouched. entities and flag are not used; errorText may receive 1014, 1015
-// or 1019 although the merge succeeds. lists 1 onward are changed in place: values read, names emptied, elements
-// appended.
+// Merges the lists of the selection's entities into one. False only when there is no list (without a message), the
+// host throws or memory runs out; result is then untouched. entities and flag are not used; errorText may receive
+// 1014, 1015 or 1019 although the merge succeeds. lists 1 onward are changed in place: values read, names emptied,
+// elements appended.
 VELT_PROPDATA_EXPORT bool ExcuteIntersect(TqVector<VeltPropData*>& entities,
                                           TqVector<TqVector<PROPINFO>>& lists, TqVector<PROPINFO>& result,
                                           CStdStr<wchar_t>& errorText, bool& flag);
