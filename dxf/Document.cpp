@@ -90,6 +90,7 @@ Document::Document(std::string bytes, std::string displayName, const Progress& p
   if (!isDrawing) throw Error(name_, 0, "not a DXF drawing: it holds no section");
   requireLastSectionClosed();
   learnStyle();
+  header_ = findHeader();
   encoding_ = bytes_.starts_with("\xEF\xBB\xBF")
                   ? Encoding::utf8()
                   : Encoding::ofDrawing(headerValue("$ACADVER", 1).value_or(std::string_view{}),
@@ -127,17 +128,16 @@ RecordView Document::view(std::uint32_t record) const noexcept {
   return {bytes_.data(), std::span(list_.tags).subspan(it.firstTag, it.tagCount)};
 }
 
-std::optional<std::uint32_t> Document::headerRecord() const {
+std::uint32_t Document::findHeader() const {
   for (std::uint32_t record = 0; record < records_.size(); ++record) {
     if (records_[record].section == Section::Header && type(record) == "SECTION") return record;
   }
-  return std::nullopt;
+  return none;
 }
 
 std::optional<HeaderVariable> Document::headerVariable(std::string_view name) const {
-  const auto record = headerRecord();
-  if (!record) return std::nullopt;
-  const RecordView header = view(*record);
+  if (header_ == none) return std::nullopt;
+  const RecordView header = view(header_);
   std::size_t index = 0;
   while (index < header.size() && !(header.code(index) == 9 && trimmed(header.value(index)) == name))
     ++index;
@@ -145,7 +145,7 @@ std::optional<HeaderVariable> Document::headerVariable(std::string_view name) co
   const std::size_t first = ++index;
   while (index < header.size() && header.code(index) != 9)
     ++index;
-  return HeaderVariable{*record, {first, index - first}};
+  return HeaderVariable{header_, {first, index - first}};
 }
 
 std::optional<std::string_view> Document::headerValue(std::string_view name, int code) const {
@@ -161,8 +161,8 @@ std::optional<std::string_view> Document::headerValue(std::string_view name, int
 
 std::vector<std::string_view> Document::headerNames() const {
   std::vector<std::string_view> names;
-  if (const auto record = headerRecord()) {
-    const RecordView header = view(*record);
+  if (header_ != none) {
+    const RecordView header = view(header_);
     for (std::size_t index = 0; index < header.size(); ++index) {
       if (header.code(index) == 9) names.push_back(trimmed(header.value(index)));
     }

@@ -117,7 +117,7 @@ class Document {
 
   Document(std::string bytes, std::string displayName, const Progress& progress);
 
-  [[nodiscard]] std::optional<std::uint32_t> headerRecord() const;
+  [[nodiscard]] std::uint32_t findHeader() const;
   void requireLastSectionClosed() const;
   void learnStyle();
 
@@ -135,6 +135,9 @@ class Document {
   std::string bytes_;
   TagList list_;
   std::vector<Record> records_;
+  // The record of the HEADER section; none when the drawing has no such section. Looked for once: headers are asked for
+  // with every value, and a drawing without one would be searched to its end each time.
+  std::uint32_t header_ = none;
   // Indexed by Record::edit. Each list stays where it is, so that an edit of one record leaves the views of others
   // valid.
   std::vector<std::unique_ptr<Pairs>> edits_;
