@@ -162,6 +162,18 @@ TEST_F(DynamicChoices, ANameThatCannotBeHadIsEmpty) {
   EXPECT_EQ(values(), std::vector<int>{1});
 }
 
+TEST_F(DynamicChoices, Quirk_dynamic_choices_unexamined) {
+  offer(L"one", ToyValue(i4(1)));
+  offer(L"two", ToyValue(i4(2)));
+  host.on("GetNumPropertyValues(").workThenReturn(E_FAIL);
+  host.on("GetPropValueName(1)").workThenReturn(E_FAIL);
+
+  EXPECT_EQ(fill(), 1);
+
+  EXPECT_EQ(names(), (std::vector<std::wstring>{L"one", L"two"}));
+  EXPECT_EQ(values(), (std::vector<int>{1, 2}));
+}
+
 TEST_F(DynamicChoices, Quirk_a_single_choice_in_the_list) {
   offer(L"one", ToyValue(i4(1)));
 
