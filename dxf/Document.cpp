@@ -11,32 +11,25 @@
 #include <system_error>
 #include <utility>
 
+#include "dxf/Descriptor.h"
+
 namespace velt::dxf {
 namespace {
-
-// Holds an open file.
-class File {
- public:
-  explicit File(int descriptor) : descriptor_(descriptor) {}
-  ~File() {
-    if (descriptor_ >= 0) close(descriptor_);
-  }
-  File(const File&) = delete;
-  File& operator=(const File&) = delete;
-  [[nodiscard]] int get() const { return descriptor_; }
-
- private:
-  int descriptor_;
-};
 
 [[noreturn]] void failToRead(const std::string& name, int error) {
   throw Error(name, 0, "cannot be read: " + std::generic_category().message(error));
 }
 
-std::string readFile(const std::filesystem::path& path, const std::string& name) {
-  const File file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+struct ReadFile {
+  std::string bytes;
+  // None of a pipe.
+  std::optional<FileState> state;
+};
+
+ReadFile readFile(const std::filesystem::path& path, const std::string& name) {
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
   struct stat status {};
-  if (file.get() < 0 || fstat(file.get(), &status) != 0) failToRead(name, errno);
+  if (!file || fstat(file.get(), &status) != 0) failToRead(name, errno);
   if (S_ISDIR(status.st_mode)) failToRead(name, EISDIR);
   // A device may never end.
   if (!S_ISREG(status.st_mode) && !S_ISFIFO(status.st_mode))
@@ -59,7 +52,13 @@ std::string readFile(const std::filesystem::path& path, const std::string& name)
     if (length > maximumDrawingSize) throw Error(name, 0, "the drawing is larger than 4 GiB");
   }
   bytes.resize(length);
-  return bytes;
+  if (!S_ISREG(status.st_mode)) return {std::move(bytes), std::nullopt};
+
+  struct stat after {};
+  if (fstat(file.get(), &after) != 0) failToRead(name, errno);
+  ContentDigest content;
+  content.add(bytes);
+  return {std::move(bytes), FileState(path, status, after, content)};
 }
 
 void requireOneLine(std::string_view value) {
@@ -72,8 +71,10 @@ void requireOneLine(std::string_view value) {
 
 Document Document::open(const std::filesystem::path& file, const Progress& progress) {
   std::string name = file.string();
-  std::string bytes = readFile(file, name);
-  return parse(std::move(bytes), std::move(name), progress);
+  ReadFile read = readFile(file, name);
+  Document document = parse(std::move(read.bytes), std::move(name), progress);
+  if (read.state) document.files_.remember(*std::move(read.state));
+  return document;
 }
 
 Document Document::parse(std::string bytes, std::string displayName, const Progress& progress) {

@@ -16,6 +16,7 @@
 
 #include "dxf/Encoding.h"
 #include "dxf/Error.h"
+#include "dxf/FileState.h"
 #include "dxf/Record.h"
 #include "dxf/RecordView.h"
 #include "dxf/Tag.h"
@@ -108,9 +109,14 @@ class Document {
   [[nodiscard]] bool isEdited() const noexcept { return edits_.size() != freeEdits_.size(); }
 
   // --- writing ------------------------------------------------------------------------------------------------------
+  //
+  // To a file: see FileReplacement.h.
+
   [[nodiscard]] std::string bytes() const;
   // Failure shows in the stream's state.
   void write(std::ostream& out) const;
+  // The files that the document was read from and saved to, for those who save it: what they held then.
+  [[nodiscard]] KnownFiles& knownFiles() noexcept { return files_; }
 
  private:
   using Pairs = std::vector<EditedPair>;
@@ -146,6 +152,7 @@ class Document {
   Encoding encoding_ = Encoding::utf8();
   std::string_view lineEnd_ = "\n";
   bool padsCodes_ = true;
+  KnownFiles files_;
 };
 
 // What one record held when it was made.

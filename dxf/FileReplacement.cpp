@@ -6,21 +6,20 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdlib>
+#include <optional>
 #include <streambuf>
 #include <string>
 #include <system_error>
 #include <utility>
 
 #include "dxf/Document.h"
+#include "dxf/FileAttributes.h"
+#include "dxf/FilePlace.h"
+#include "dxf/UnfinishedFile.h"
 
 namespace velt::dxf {
 
 namespace {
-
-[[noreturn]] void fail(const std::filesystem::path& file, int error) {
-  throw std::system_error(error, std::generic_category(), file.string() + ": cannot be written");
-}
 
 // What is written, by large pieces. The first error stays, for the one who asks for the result.
 class DescriptorBuffer final : public std::streambuf {
@@ -29,6 +28,7 @@ class DescriptorBuffer final : public std::streambuf {
     setp(buffer_.data(), buffer_.data() + buffer_.size());
   }
   [[nodiscard]] int error() const { return error_; }
+  [[nodiscard]] const ContentDigest& content() const { return content_; }
 
  protected:
   int_type overflow(int_type character) override {
@@ -38,6 +38,7 @@ class DescriptorBuffer final : public std::streambuf {
   }
 
   int sync() override {
+    content_.add({pbase(), static_cast<std::size_t>(pptr() - pbase())});
     const char* from = pbase();
     while (error_ == 0 && from != pptr()) {
       const ssize_t written = ::write(descriptor_, from, static_cast<std::size_t>(pptr() - from));
@@ -54,94 +55,95 @@ class DescriptorBuffer final : public std::streambuf {
  private:
   int descriptor_;
   int error_ = 0;
+  ContentDigest content_;
   std::array<char, 1 << 16> buffer_;
 };
 
-// The file itself where the path is a link, also one to a file that is not there yet.
-std::filesystem::path behindLinks(const std::filesystem::path& file) {
-  constexpr int mostLinks = 40;
-  std::filesystem::path here = file;
-  std::error_code failure;
-  for (int i = 0; i < mostLinks && std::filesystem::is_symlink(here, failure); ++i) {
-    const std::filesystem::path next = std::filesystem::read_symlink(here, failure);
-    if (failure) break;
-    here = here.parent_path() / next;
-  }
-  return here;
-}
-
-// A file that was renamed is sure to be found after a crash only when its folder is on the disk, too. Not every file
-// system can do that; the file itself is whole either way.
-void flushFolderOf(const std::filesystem::path& file) {
-  const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
-  const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor < 0) return;
-  ::fsync(descriptor);
-  ::close(descriptor);
+UnfinishedFile::Access accessOf(const Descriptor& oldFile) {
+  return oldFile ? UnfinishedFile::Access::OwnerOnly : UnfinishedFile::Access::AsNewFiles;
 }
 
 }  // namespace
 
 class FileReplacement::Unfinished {
  public:
-  explicit Unfinished(const std::filesystem::path& file)
-      : asked_(file),
-        target_(behindLinks(file)),
-        descriptor_(create()),
-        buffer_(descriptor_),
+  Unfinished(const std::filesystem::path& file, ReplacementOptions options)
+      : file_(file),
+        options_(std::move(options)),
+        place_(file),
+        old_(place_.openLocked(options_.patience)),
+        made_(prepared(), accessOf(old_)),
+        buffer_(made_.descriptor()),
         stream_(&buffer_) {}
-  Unfinished(const Unfinished&) = delete;
-  Unfinished& operator=(const Unfinished&) = delete;
-  ~Unfinished() {
-    if (descriptor_ >= 0) ::close(descriptor_);
-    if (!isCommitted_) ::unlink(name_.c_str());
-  }
 
   [[nodiscard]] std::ostream& stream() { return stream_; }
 
-  void commit() {
+  FileState commit() {
     stream_.flush();
-    if (buffer_.error() != 0) fail(asked_, buffer_.error());
-    if (!stream_) fail(asked_, EIO);
-    if (::fsync(descriptor_) != 0) fail(asked_, errno);
-    if (::close(std::exchange(descriptor_, -1)) != 0) fail(asked_, errno);
-    if (::rename(name_.c_str(), target_.c_str()) != 0) fail(asked_, errno);
-    isCommitted_ = true;
-    flushFolderOf(target_);
+    if (buffer_.error() != 0) place_.fail(buffer_.error());
+    if (!stream_) place_.fail(EIO);
+    if (old_) keepWhatBelongsToTheOldFile();
+    if (::fsync(made_.descriptor()) != 0) place_.fail(errno);
+    FileState state = stateOfTheNewFile();
+    requireExpected();
+    if (options_.onlyNew) {
+      made_.takeFreePlace();
+    } else {
+      made_.replace();
+    }
+    place_.flush();
+    return state;
   }
 
  private:
-  int create() {
-    struct stat old {};
-    const bool isThere = ::stat(target_.c_str(), &old) == 0;
-    if (isThere && !S_ISREG(old.st_mode)) fail(asked_, S_ISDIR(old.st_mode) ? EISDIR : EINVAL);
-    // A file that may not be written is not to be replaced either, though the folder would allow it.
-    if (isThere && ::access(target_.c_str(), W_OK) != 0) fail(asked_, errno);
-    name_ = target_.string() + ".XXXXXX.unfinished";
-    const int descriptor = ::mkostemps(name_.data(), static_cast<int>(sizeof(".unfinished") - 1), O_CLOEXEC);
-    if (descriptor < 0) fail(asked_, errno);
-    if (isThere) {
-      if (::fchown(descriptor, old.st_uid, old.st_gid) != 0) errno = 0;  // stays the process's own
-      ::fchmod(descriptor, old.st_mode & 07777);
-    } else {
-      const mode_t mask = ::umask(0);
-      ::umask(mask);
-      ::fchmod(descriptor, 0666 & ~mask);
-    }
-    return descriptor;
+  const FilePlace& prepared() const {
+    requireExpected();
+    UnfinishedFile::clearLeftovers(place_);
+    return place_;
   }
 
-  std::filesystem::path asked_;
-  std::filesystem::path target_;
-  std::string name_;
-  int descriptor_;
+  void requireExpected() const {
+    if (options_.onlyNew && place_.status()) place_.fail(EEXIST);
+    if (options_.expected == nullptr) return;
+    if (!place_.status()) throw FileChanged(file_.string() + ": has been removed since it was read");
+    bool isUnchanged = old_ && place_.names(old_.get());
+    try {
+      isUnchanged = isUnchanged && options_.expected->isHeldBy(old_.get());
+    } catch (const std::system_error& error) {
+      place_.fail(error.code().value(), "it cannot be compared with what was read");
+    }
+    if (!isUnchanged) throw FileChanged(file_.string() + ": has been changed since it was read");
+  }
+
+  void keepWhatBelongsToTheOldFile() const {
+    const std::vector<std::string> losses = keepAttributes(place_, old_.get(), made_.descriptor());
+    struct stat status {};
+    if (::fstat(old_.get(), &status) != 0) place_.fail(errno);
+    if (!options_.tell) return;
+    for (const std::string& loss : losses)
+      options_.tell(file_.string() + ": " + loss);
+    if (status.st_nlink > 1)
+      options_.tell(file_.string() + ": the file has " + std::to_string(status.st_nlink - 1) + " more "
+                    + (status.st_nlink > 2 ? "names, which keep" : "name, which keeps") + " the old content");
+  }
+
+  FileState stateOfTheNewFile() const {
+    struct stat status {};
+    if (::fstat(made_.descriptor(), &status) != 0) place_.fail(errno);
+    return {file_, status, status, buffer_.content()};
+  }
+
+  std::filesystem::path file_;
+  ReplacementOptions options_;
+  FilePlace place_;
+  Descriptor old_;
+  UnfinishedFile made_;
   DescriptorBuffer buffer_;
   std::ostream stream_;
-  bool isCommitted_ = false;
 };
 
-FileReplacement::FileReplacement(const std::filesystem::path& file)
-    : unfinished_(std::make_unique<Unfinished>(file)) {}
+FileReplacement::FileReplacement(const std::filesystem::path& file, ReplacementOptions options)
+    : unfinished_(std::make_unique<Unfinished>(file, std::move(options))) {}
 
 FileReplacement::~FileReplacement() = default;
 
@@ -149,14 +151,18 @@ std::ostream& FileReplacement::stream() {
   return unfinished_->stream();
 }
 
-void FileReplacement::commit() {
-  unfinished_->commit();
+FileState FileReplacement::commit() {
+  return unfinished_->commit();
 }
 
-void save(const Document& document, const std::filesystem::path& file) {
-  FileReplacement replacement(file);
+void save(Document& document, const std::filesystem::path& file, const SaveOptions& options) {
+  const FileState* const known = document.knownFiles().find(file);
+  FileReplacement replacement(file, {.expected = options.overwriteChanges ? nullptr : known,
+                                     .onlyNew = options.onlyNew,
+                                     .tell = options.tell,
+                                     .patience = options.patience});
   document.write(replacement.stream());
-  replacement.commit();
+  document.knownFiles().remember(replacement.commit());
 }
 
 }  // namespace velt::dxf
