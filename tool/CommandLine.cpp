@@ -104,6 +104,8 @@ struct CommandLine {
     output->excludes(inPlace)->excludes(dryRun);
     inPlace->excludes(dryRun);
     setCommand->add_flag("--force", setRequest.force, "Replace an existing file at the output");
+    setCommand->add_flag("--overwrite-changes", setRequest.overwriteChanges,
+                         "Save although the file was changed after it was read; those changes are lost");
     setCommand->add_flag("--keep-going", setRequest.keepGoing,
                          "Go on after a refusal, and save what was not refused");
     setCommand->add_flag("--json", setRequest.json, "The report as JSON, with the handles of the entities");
@@ -127,7 +129,7 @@ struct CommandLine {
   ExitCode runCommand(std::ostream& out, std::ostream& err) const {
     sources::LoadedPlugins loaded([&](const std::string& line) { err << "veltprops: " << line << '\n'; });
     loadPlugins(loaded, plugins);
-    if (setCommand->parsed()) return set(setRequest, out);
+    if (setCommand->parsed()) return set(setRequest, out, err);
     if (showCommand->parsed()) show(showRequest, out);
     if (listCommand->parsed()) list(listRequest, out);
     if (sampleCommand->parsed()) sample(sampleRequest, out);

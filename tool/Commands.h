@@ -38,6 +38,8 @@ struct SetRequest {
   bool dryRun = false;
   // Replaces an existing file at `output`.
   bool force = false;
+  // Saves although somebody else has changed the file since it was read.
+  bool overwriteChanges = false;
   bool keepGoing = false;
   bool json = false;
 };
@@ -54,8 +56,8 @@ void show(const ShowRequest& request, std::ostream& out);
 // Lists entities: handle, class, DXF type and layer.
 void list(const ListRequest& request, std::ostream& out);
 // Writes values to every selected entity and saves the drawing. Answers the exit code: failed when a value was refused;
-// the report is on `out` all the same.
-ExitCode set(const SetRequest& request, std::ostream& out);
+// the report is on `out` all the same. What the saved file lacks of the old one is told on `err`.
+ExitCode set(const SetRequest& request, std::ostream& out, std::ostream& err);
 // Writes a sample drawing. An existing file is replaced only with `force`.
 void sample(const SampleRequest& request, std::ostream& out);
 

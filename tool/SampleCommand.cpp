@@ -14,7 +14,7 @@ void sample(const SampleRequest& request, std::ostream& out) {
   if (!request.force && std::filesystem::exists(request.file)) {
     throw Failure(fmt::format("{}: exists already (--force replaces it)", request.file));
   }
-  dxf::FileReplacement file(request.file);
+  dxf::FileReplacement file(request.file, {.onlyNew = !request.force});
   file.stream() << (request.gallery ? samples::galleryDrawing() : samples::sampleFloorPlan());
   file.commit();
   out << fmt::format("{}: written\n", request.file);

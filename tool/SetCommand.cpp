@@ -7,7 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "dxf/FileReplacement.h"
 #include "embedded/database/Drawing.h"
 #include "palette/Palette.h"
 #include "tool/Assignment.h"
@@ -139,7 +138,23 @@ palette::Report apply(const Assignment& assignment, const std::vector<VkDbObject
   return selection.write(row, valueFor(assignment, row), {.keepGoing = keepGoing, .progress = show});
 }
 
-void saveUnlessForbidden(const SetRequest& request, const database::Drawing& drawing, Report& report) {
+void save(const SetRequest& request, database::Drawing& drawing, const std::string& target,
+          std::ostream& err) {
+  const bool onlyNew = !request.inPlace && !request.force;
+  try {
+    drawing.save(target, {.overwriteChanges = request.overwriteChanges,
+                          .onlyNew = onlyNew,
+                          .tell = [&](std::string_view loss) { err << "veltprops: " << loss << '\n'; }});
+  } catch (const dxf::FileChanged& changed) {
+    throw Failure(
+        fmt::format("{}, so nothing was saved (run it again to change the file as it is now, or save over "
+                    "the other change with --overwrite-changes)",
+                    changed.what()));
+  }
+}
+
+void saveUnlessForbidden(const SetRequest& request, database::Drawing& drawing, Report& report,
+                         std::ostream& err) {
   const std::string target = request.inPlace ? request.drawing : request.output;
   if (report.isRefused && !request.keepGoing) {
     report.remark = "A value was refused, so nothing was saved (--keep-going saves the rest)";
@@ -148,7 +163,7 @@ void saveUnlessForbidden(const SetRequest& request, const database::Drawing& dra
   } else if (request.inPlace && !drawing.document().isEdited()) {
     report.remark = fmt::format("{}: nothing changed, so nothing was saved", target);
   } else {
-    dxf::save(drawing.document(), target);
+    save(request, drawing, target, err);
     report.savedTo = target;
     report.remark = fmt::format("{}: saved", target);
   }
@@ -156,7 +171,7 @@ void saveUnlessForbidden(const SetRequest& request, const database::Drawing& dra
 
 }  // namespace
 
-ExitCode set(const SetRequest& request, std::ostream& out) {
+ExitCode set(const SetRequest& request, std::ostream& out, std::ostream& err) {
   checkOutput(request);
   std::vector<Assignment> assignments;
   for (const std::string& text : request.assignments)
@@ -173,7 +188,7 @@ ExitCode set(const SetRequest& request, std::ostream& out) {
     report.isRefused = report.isRefused || outcome.count(Fate::refused) > 0;
     if (report.isRefused && !request.keepGoing) break;
   }
-  saveUnlessForbidden(request, *drawing, report);
+  saveUnlessForbidden(request, *drawing, report, err);
   (request.json ? printAsJson : printForPeople)(request, report, ids, out);
   return report.isRefused ? failed : succeeded;
 }

@@ -420,6 +420,10 @@ std::uint64_t Drawing::revision() const {
   return contents_->revision;
 }
 
+void Drawing::save(const std::filesystem::path& file, const dxf::SaveOptions& options) {
+  dxf::save(contents_->document, file, options);
+}
+
 std::optional<ObjectRef> resolve(VkDbObjectId id) {
   const VkDbImpObject* const object = ObjectTable::ofProcess().find(id);
   return object != nullptr ? std::optional(ObjectRef{object->drawing, object->record}) : std::nullopt;

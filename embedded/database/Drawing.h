@@ -22,6 +22,7 @@
 #include <string_view>
 
 #include "dxf/Document.h"
+#include "dxf/FileReplacement.h"
 #include "embedded/database/Table.h"
 #include "host/database/VkDbObjectId.h"
 
@@ -111,6 +112,11 @@ class Drawing {
   void atomically(const std::function<void()>& changes);
   // Grows with every edit, also with one that failed.
   [[nodiscard]] std::uint64_t revision() const;
+
+  // --- saving -------------------------------------------------------------------------------------------------------
+
+  // Replaces the file by the drawing as it is now, or makes it; see dxf::save for what is refused.
+  void save(const std::filesystem::path& file, const dxf::SaveOptions& options = {});
 
  private:
   class Contents;

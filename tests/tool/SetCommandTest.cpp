@@ -1,8 +1,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <dlfcn.h>
+#include <sys/file.h>
+
+#include <filesystem>
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <utility>
 
 #include "samples/builder/DrawingBuilder.h"
 #include "tests/tool/Drawings.h"
@@ -25,7 +31,9 @@ class SetCommand : public testing::Test {
     request.drawing = file;
     if (request.output.empty() && !request.inPlace && !request.dryRun) request.output = saved;
     std::ostringstream out;
-    code = set(request, out);
+    std::ostringstream err;
+    code = set(request, out, err);
+    told = err.str();
     return out.str();
   }
   Json runJson(SetRequest request) {
@@ -58,9 +66,19 @@ class SetCommand : public testing::Test {
   const std::string file = folder.write("house.dxf", bytes);
   const std::string saved = folder.path("saved.dxf");
   ExitCode code = succeeded;
+  std::string told;
 };
 
+// Called when a file that is about to be replaced is locked.
+std::function<void()> beforeLocking;
+
 }  // namespace
+
+extern "C" int flock(int descriptor, int operation) noexcept {
+  static const auto real = reinterpret_cast<int (*)(int, int)>(::dlsym(RTLD_NEXT, "flock"));
+  if (const auto call = std::exchange(beforeLocking, nullptr)) call();
+  return real(descriptor, operation);
+}
 
 TEST_F(SetCommand, WritesTheValueToTheSelectionAndSavesItElsewhere) {
   const std::string report = run({.selection = {.types = {"Line"}}, .assignments = {"layer=0"}});
@@ -157,8 +175,8 @@ TEST_F(SetCommand, ASelectionOfLockedLayersAloneChangesNothingAndIsNotAFailure) 
 
 TEST_F(SetCommand, WithoutASelectionOrATargetTheUsageIsWrong) {
   std::ostringstream out;
-  EXPECT_THROW(set({.drawing = file, .assignments = {"Layer=0"}, .dryRun = true}, out), UsageFailure);
-  EXPECT_THROW(set({.drawing = file, .selection = {.all = true}, .assignments = {"Layer=0"}}, out),
+  EXPECT_THROW(set({.drawing = file, .assignments = {"Layer=0"}, .dryRun = true}, out, out), UsageFailure);
+  EXPECT_THROW(set({.drawing = file, .selection = {.all = true}, .assignments = {"Layer=0"}}, out, out),
                UsageFailure);
 }
 
@@ -277,4 +295,40 @@ TEST_F(SetDynamicRows, OnlyTheWrittenPairsDiffer) {
     expected.replace(from, 3, "T90");
   }
   EXPECT_EQ(contentOf(file), expected);
+}
+
+TEST_F(SetCommand, DoesNotSaveOverSomebodyElsesChange) {
+  const std::string changed = drawingOf({{"0"}}, circle("33", "0"));
+  beforeLocking = [&] { folder.write("house.dxf", changed); };
+  const SetRequest request{.selection = {.handles = {"33"}}, .assignments = {"Radius=7.25"}, .inPlace = true};
+  EXPECT_EQ(failureOf(request),
+            file + ": has been changed since it was read, so nothing was saved (run it again to change the file as "
+                   "it is now, or save over the other change with --overwrite-changes)");
+  EXPECT_EQ(contentOf(file), changed);
+  EXPECT_EQ(failureOf(request), "no failure") << "again";
+  EXPECT_EQ(rowOf(file, "33", "Radius"), 7.25);
+}
+
+TEST_F(SetCommand, SavesOverSomebodyElsesChangeWhenAskedTo) {
+  beforeLocking = [&] { folder.write("house.dxf", drawingOf({{"0"}}, circle("34", "0"))); };
+  run({.selection = {.handles = {"33"}},
+       .assignments = {"Radius=7.25"},
+       .inPlace = true,
+       .overwriteChanges = true});
+  EXPECT_EQ(beforeLocking, nullptr) << "somebody did change it";
+  EXPECT_EQ(rowOf(file, "33", "Radius"), 7.25);
+}
+
+TEST_F(SetCommand, DoesNotSaveOverAFileThatSomebodyElseHasMadeMeanwhile) {
+  beforeLocking = [&] { folder.write("saved.dxf", "somebody else's"); };
+  EXPECT_EQ(failureOf({.selection = {.handles = {"33"}}, .assignments = {"Radius=7.25"}}),
+            saved + ": cannot be written: File exists");
+  EXPECT_EQ(contentOf(saved), "somebody else's");
+}
+
+TEST_F(SetCommand, TellsOfOtherNamesOfTheFileThatItSplitsOff) {
+  std::filesystem::create_hard_link(file, folder.path("second.dxf"));
+  run({.selection = {.handles = {"33"}}, .assignments = {"Radius=7.25"}, .inPlace = true});
+  EXPECT_EQ(told, "veltprops: " + file + ": the file has 1 more name, which keeps the old content\n");
+  EXPECT_EQ(contentOf(folder.path("second.dxf")), bytes);
 }
