@@ -2,7 +2,7 @@
 PREFIX ?= /usr/local
 SECONDS_PER_TARGET ?= 60
 
-.PHONY: run test bench fuzz asan asan-layer tsan coverage install package format lint accept-golden clean
+.PHONY: run test bench fuzz asan asan-layer tsan coverage docs install package format lint accept-golden clean
 
 run:
 	@scripts/install-dependencies build
@@ -10,7 +10,7 @@ run:
 	build/release/bin/veltprops sample --force build/release/sample.dxf && build/release/bin/veltprops show build/release/sample.dxf --all
 
 test:
-	@scripts/install-dependencies build test
+	@scripts/install-dependencies build test docs
 	@scripts/build dev && ctest --preset dev
 
 bench:
@@ -36,6 +36,10 @@ tsan:
 coverage:
 	@scripts/install-dependencies build test coverage
 	@scripts/build coverage && ctest --preset coverage && gcovr -r . --exclude tests build/coverage
+
+docs:
+	@scripts/install-dependencies docs
+	@mkdir -p build/docs && VELT_DOCS=build/docs doxygen docs/Doxyfile && echo build/docs/index.html: made
 
 install:
 	@scripts/install-dependencies build

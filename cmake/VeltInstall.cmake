@@ -39,7 +39,7 @@ endforeach()
 
 set(veltDocs "${CMAKE_INSTALL_DATADIR}/doc/veltpropdata")
 install(FILES README.md CHANGELOG.md DESTINATION "${veltDocs}")
-install(DIRECTORY docs examples DESTINATION "${veltDocs}" PATTERN ".clang-format" EXCLUDE)
+install(DIRECTORY docs examples DESTINATION "${veltDocs}" PATTERN ".clang-format" EXCLUDE PATTERN Doxyfile EXCLUDE)
 # Every symbol that a host has to supply; a test holds the list against the library.
 install(FILES tests/golden/needed_symbols.txt DESTINATION "${veltDocs}" RENAME needed-symbols.txt)
 

@@ -27,6 +27,7 @@ struct IVeltHatch : IDispatch {
   VELT_HATCH_HOST_SLOTS(VELT_HOST_SLOT)
 #undef VELT_HOST_SLOT
 
+  // Called by: GetPropertiesInfo, for each entity of the class CLSID_VeltHatch; the result is not looked at.
   // Which kind of hatch this is: hatches of one variant have the same properties, and the layer keeps a list of
   // properties for each variant. A small number; only its lowest byte counts. The 93rd entry, counting QueryInterface
   // as the first.

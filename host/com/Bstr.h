@@ -4,8 +4,10 @@
 // first one hold the length in bytes without that NUL, so a string may also hold NULs of its own. The null pointer
 // is an empty string.
 //
-// Ownership: a string that a call answers belongs to the caller, who frees it with SysFreeString. A string that is
-// passed to a call stays the caller's.
+// Called by: every operation that reads texts frees them; SetPropertiesValue alone allocates one, the name of the
+// property. When that fails, the write ends before an entity is asked. Threads: as all of COM, on the palette's thread
+// alone. Ownership: a string that a call answers belongs to the caller, who frees it with SysFreeString. A string that
+// is passed to a call stays the caller's.
 
 #include "host/com/Types.h"
 

@@ -10,17 +10,21 @@
 // Owns a BSTR. Reads as the empty string when there is none.
 class _bstr_t {
  public:
+  // A copy of the text.
   explicit _bstr_t(const wchar_t* text) : string_(SysAllocString(text)) {}
   _bstr_t(const _bstr_t& other) : string_(SysAllocString(other.string_)) {}
   _bstr_t& operator=(const _bstr_t&) = delete;
   ~_bstr_t() { SysFreeString(string_); }
 
+  // Valid as long as this object; never null.
   operator const wchar_t*() const { return string_ != nullptr ? string_ : L""; }
 
  private:
   BSTR string_;
 };
 
+// What is thrown. Any operation may meet one, and ends with its failure value: see the notes on exceptions in
+// VeltPropData.h. The layer reads Description() and keeps nothing.
 class _com_error {
  public:
   // Copies the description.
@@ -29,6 +33,7 @@ class _com_error {
   _com_error& operator=(const _com_error&) = delete;
   virtual ~_com_error();
 
+  // The result that failed.
   HRESULT Error() const;
   // In words, for the user. Never null: without a description of its own, a general text for the result.
   _bstr_t Description() const;

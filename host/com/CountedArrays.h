@@ -11,12 +11,16 @@
 
 // cElems texts.
 struct CALPOLESTR {
+  // How many there are.
   ULONG cElems;
+  // The texts; null when there are none.
   LPOLESTR* pElems;
 };
 
 // cElems cookies.
 struct CADWORD {
+  // How many there are.
   ULONG cElems;
+  // The cookies; null when there are none.
   DWORD* pElems;
 };

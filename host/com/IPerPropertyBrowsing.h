@@ -12,10 +12,13 @@ struct IPerPropertyBrowsing : IUnknown {
   virtual HRESULT GetDisplayString(DISPID dispId, BSTR* text) = 0;
   // The class of the page on which the property is edited. Not called by the layer.
   virtual HRESULT MapPropertyToPage(DISPID dispId, CLSID* page) = 0;
-  // The texts of the choices, and a cookie for each. Both arrays are the caller's to free (see CountedArrays.h).
+  // Called by: GetPropertiesInfo, once for each property of a new class to see whether it has choices, and at the end
+  // for each row that has. Failure: the row has no choices. The texts of the choices, and a cookie for each. Both
+  // arrays are the caller's to free (see CountedArrays.h).
   virtual HRESULT GetPredefinedStrings(DISPID dispId, CALPOLESTR* strings, CADWORD* cookies) = 0;
   // The value that a choice stands for; the caller clears it. The layer passes the place of the text, counted from 0,
   // whatever the cookies are: number the cookies so. E_NOTIMPL: the choices have no values but their places.
+  // Called by: GetPropertiesInfo. Any other failure ends the list before this choice.
   virtual HRESULT GetPredefinedValue(DISPID dispId, DWORD cookie, VARIANT* value) = 0;
 };
 

@@ -13,6 +13,7 @@
 struct IUnknown {
   // Another interface of the same object, with a reference for the caller; E_NOINTERFACE and null when it has none.
   // All queries for IID_IUnknown of one object answer the same pointer.
+  // Called by: every operation that asks an object. A success that yields null counts as a failure.
   virtual HRESULT QueryInterface(REFIID iid, void** object) = 0;
   // The count that they answer is for diagnosis only.
   virtual ULONG AddRef() = 0;

@@ -6,9 +6,13 @@
 
 #include "host/com/Variant.h"
 
+// One owner of one array. Called by: operations that read property sources, which hold the sources in one. What it
+// throws there is caught, and that source is left out.
 class COleSafeArray : public VARIANT {
  public:
+  // Holds nothing.
   COleSafeArray();
+  // Destroys the array.
   ~COleSafeArray();
   COleSafeArray(const COleSafeArray&) = delete;
   COleSafeArray& operator=(const COleSafeArray&) = delete;

@@ -2,18 +2,25 @@
 
 // SAFEARRAY: an array that carries its bounds and its element type, and owns its elements.
 //
+// Called by: operations that read property sources, for arrays of names and of objects. When one of the functions
+// fails, that array counts as holding nothing.
+//
 // Results are E_INVALIDARG for null arguments and DISP_E_BADINDEX for an index outside the bounds. Outputs stay
 // untouched after a failure, but for `copy` of SafeArrayCopy, which becomes null.
 
 #include "host/com/HResult.h"
 #include "host/com/Types.h"
 
+// One dimension of an array.
 struct SAFEARRAYBOUND {
+  // How many elements it has.
   ULONG cElements;
+  // Its first index.
   LONG lLbound;
 };
 
 struct SAFEARRAY {
+  // Number of dimensions. The layer reads arrays of one.
   USHORT cDims;
   // Flags FADF_...
   USHORT fFeatures;
@@ -21,6 +28,7 @@ struct SAFEARRAY {
   ULONG cbElements;
   // How often SafeArrayAccessData was called and not taken back; while it is not 0 the array is not destroyed.
   ULONG cLocks;
+  // The elements.
   void* pvData;
   // cDims of them, the last dimension first.
   SAFEARRAYBOUND rgsabound[1];
@@ -45,6 +53,7 @@ HRESULT SafeArrayDestroy(SAFEARRAY* array);
 // A second array with copies of the elements, the caller's to destroy. The copy of null is null.
 HRESULT SafeArrayCopy(SAFEARRAY* array, SAFEARRAY** copy);
 
+// Number of dimensions.
 UINT SafeArrayGetDim(SAFEARRAY* array);
 // The type of the elements.
 HRESULT SafeArrayGetVartype(SAFEARRAY* array, VARTYPE* type);

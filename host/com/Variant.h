@@ -17,9 +17,12 @@ struct IDispatch;
 struct IRecordInfo;
 struct VARIANT;
 
+// The types of values, by their tags.
 enum VARENUM : VARTYPE {
+  // Nothing; then no value, which is something.
   VT_EMPTY = 0,
   VT_NULL = 1,
+  // Numbers, each in the member of VARIANT that is named after it.
   VT_I2 = 2,
   VT_I4 = 3,
   VT_R4 = 4,
@@ -59,25 +62,33 @@ enum VARENUM : VARTYPE {
 
 // An amount of money, times 10,000.
 union CY {
+  // Ten thousandths of the unit.
   LONGLONG int64;
 };
 
 // 96 bits, divided by 10 to the power of scale; sign is 0x80 for a negative number.
 struct DECIMAL {
+  // Where the tag of the VARIANT stands.
   USHORT wReserved;
+  // Digits after the point, and 0x80 for a negative number.
   BYTE scale;
   BYTE sign;
+  // The upper 32 of the 96 bits, and the lower 64.
   ULONG Hi32;
   ULONGLONG Lo64;
 };
 
+// A record, and how it is laid out.
 struct RECORDVALUE {
+  // The record, and its description. The layer reads neither.
   void* pvRecord;
   IRecordInfo* pRecInfo;
 };
 
 struct VARIANT {
+  // A VARENUM: which of the members below counts.
   VARTYPE vt;
+  // Part of a DECIMAL.
   WORD wReserved1;
   WORD wReserved2;
   WORD wReserved3;
@@ -112,9 +123,12 @@ struct VARIANT {
 static_assert(sizeof(VARIANT) == 24 && offsetof(VARIANT, llVal) == 8);
 
 extern "C" {
+// Called by: every operation that makes rows or reads values.
 // Makes it VT_EMPTY, whatever it held: for memory that holds no value yet.
 void VariantInit(VARIANT* variant);
-// Gives back what the value owns, and makes it VT_EMPTY. A failure leaves it as it was.
+// Gives back what the value owns, and makes it VT_EMPTY. A failure leaves it as it was. Called by: GetPropertiesInfo
+// for the values that are not in the result; its own result is not looked at, so a value that cannot be cleared is
+// lost.
 HRESULT VariantClear(VARIANT* variant);
 // destination gets a copy of its own, and what it held is cleared. A failure leaves it as it was.
 HRESULT VariantCopy(VARIANT* destination, const VARIANT* source);

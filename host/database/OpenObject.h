@@ -9,17 +9,21 @@
 #include "host/database/VkDbEntity.h"
 
 namespace VkDb {
-// The layer opens for read alone.
+// What an object is opened for. The layer opens for read alone.
 enum OpenMode : int { kForRead = 0, kForWrite = 1, kForNotify = 2 };
 }  // namespace VkDb
 
-// Opens any object. An erased one is eWasErased, unless openErased is set.
+// Called by: GetPropertiesInfo for property sources and layers, SetPropertiesValue for layers,
+// IsDifferentByLayerColors. Failure: no dynamic rows; the entity is not written, and nobody is told; the colors count
+// as the same. Opens any object. An erased one is eWasErased, unless openErased is set.
 Velt::ErrorStatus vkdbOpenVkDbObject(VkDbObject*& object, VkDbObjectId id, VkDb::OpenMode mode,
                                      bool openErased = false);
+// Called by: InitializePropData. Failure: the entry keeps the class id that it holds.
 // Opens an entity; any other object is eNotThatKindOfClass.
 Velt::ErrorStatus vkdbOpenVkDbEntity(VkDbEntity*& entity, VkDbObjectId id, VkDb::OpenMode mode,
                                      bool openErased = false);
-// The same, but never an erased one.
+// The same, but never an erased one. Called by: GetPropertiesInfo and IsDifferentByLayerColors, and by
+// SetPropertiesValue, which leaves out an entity that does not open, and tells nobody.
 Velt::ErrorStatus vkdbOpenObject(VkDbEntity*& entity, VkDbObjectId id, VkDb::OpenMode mode);
 
 // Opens an object of class T, such as VkDbLayerTableRecord; any other object is eNotThatKindOfClass.
@@ -41,14 +45,17 @@ Velt::ErrorStatus vkdbOpenObject(T*& object, VkDbObjectId id, VkDb::OpenMode mod
 template <class T>
 class VkDbObjectPointer {
  public:
+  // Opens it.
   VkDbObjectPointer(VkDbObjectId id, VkDb::OpenMode mode, bool openErased = false)
       : status_(vkdbOpenObject<T>(object_, id, mode, openErased)) {}
+  // Gives it back.
   ~VkDbObjectPointer() {
     if (object_ != nullptr) object_->close();
   }
   VkDbObjectPointer(const VkDbObjectPointer&) = delete;
   VkDbObjectPointer& operator=(const VkDbObjectPointer&) = delete;
 
+  // What the opening answered, and the object.
   Velt::ErrorStatus openStatus() const { return status_; }
   T* object() const { return object_; }
   T* operator->() const { return object_; }

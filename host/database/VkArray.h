@@ -4,13 +4,16 @@
 
 #include <vector>
 
+// Not shared between threads. SetPropertiesValue appends to the one that the palette gives it.
 template <class T>
 class VkArray {
  public:
+  // Adds a copy at the end.
   VkArray& append(const T& element) {
     elements_.push_back(element);
     return *this;
   }
+  // Number of elements.
   int length() const { return static_cast<int>(elements_.size()); }
   bool isEmpty() const { return elements_.empty(); }
   // Indexes are not checked.

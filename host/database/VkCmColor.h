@@ -6,6 +6,9 @@
 //   0xC0  by layer: that of the entity's layer     0xC2  true color: 0xC2RRGGBB
 //   0xC1  by block: that of the block reference    0xC3  color index, in the lowest byte
 //
+// Called by: GetPropertiesInfo and IsDifferentByLayerColors, to compare colors. Copies are deep, and nothing fails but
+// for memory.
+//
 // Two colors are equal when the value and both names are.
 
 #include <cstdint>
@@ -18,9 +21,11 @@ class VkCmColor {
   VkCmColor& operator=(const VkCmColor& other);
   ~VkCmColor();
 
+  // By value and names.
   bool operator==(const VkCmColor& other) const;
   bool operator!=(const VkCmColor& other) const;
 
+  // Whether the top byte of the value is 0xC0.
   bool isByLayer() const;
   // The value alone: names are kept.
   void setColor(std::uint32_t value);

@@ -8,17 +8,21 @@
 
 class VkDbObjectId {
  public:
+  // Names nothing, and so does a new id.
   static const VkDbObjectId kNull;
 
   constexpr VkDbObjectId() = default;
 
+  // Whether it names nothing.
   bool isNull() const { return value_ == 0; }
+  // From the number of a palette, and back to it. All 64 bits are kept.
   VkDbObjectId& setFromOldId(long oldId) {
     value_ = static_cast<std::uint64_t>(oldId);
     return *this;
   }
   long asOldId() const { return static_cast<long>(value_); }
 
+  // The same number.
   friend bool operator==(const VkDbObjectId&, const VkDbObjectId&) = default;
 
  private:

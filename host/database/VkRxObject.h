@@ -7,12 +7,14 @@
 
 class VkRxClass;
 
+// Anything that knows its class.
 class VkRxObject {
  public:
   // The description of this very class; every class below has one of its own.
   static VkRxClass* desc();
   // The class of this object.
   virtual VkRxClass* isA() const;
+  // Called by: every operation that opens an object as one of a class.
   // Of the class wanted or of one derived from it.
   bool isKindOf(const VkRxClass* wanted) const;
 
@@ -21,17 +23,21 @@ class VkRxObject {
   ~VkRxObject() = default;
 };
 
+// A class: its name, what it is derived from, and what is registered on it.
 class VkRxClass : public VkRxObject {
  public:
+  // The class of classes.
   static VkRxClass* desc();
   VkRxClass* isA() const override;
 
   // Keeps the pointers.
   VkRxClass(const wchar_t* name, VkRxClass* parent);
+  // As it was given; null for the parent of the first class.
   const wchar_t* name() const;
   VkRxClass* myParent() const;
   bool isDerivedFrom(const VkRxClass* wanted) const;
 
+  // Called by: GetPropertiesInfo on VkDbDatabase::desc(), for the two extensions that lead to property sources.
   // The extension for that protocol, registered on this class or the nearest parent; null for none.
   VkRxObject* queryX(const VkRxClass* protocol) const;
   // Registers an extension on this class. Answers the one that it replaces, or null.

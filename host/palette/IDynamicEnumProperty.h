@@ -6,6 +6,7 @@
 #include "host/com/Variant.h"
 
 struct IDynamicEnumProperty : IUnknown {
+  // Called by: GetPropertiesInfo. The result is not looked at, nor that of the next: the outputs count.
   virtual HRESULT GetNumPropertyValues(LONG* count) = 0;
   // The text of a choice, and the value that it stands for. index counts from 0; the caller frees the text and clears a
   // value that is a string. After a failing value the property keeps the choices that it had.

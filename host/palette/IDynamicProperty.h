@@ -5,6 +5,7 @@
 //
 // Ownership: one property object speaks for all entities. Rows keep its pointer without a reference, so its source
 // keeps it alive as long as a palette may show it. What a method answers is the caller's to free or clear.
+// Called by: GetPropertiesInfo all but SetCurrentValueData, which SetPropertiesValue calls.
 // Failure: the layer looks at the results of IsPropertyEnabled and GetCurrentValueName alone. Of every other method it
 // takes what the output holds, which it has set to zero before.
 

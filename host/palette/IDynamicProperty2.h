@@ -6,6 +6,7 @@
 #include "host/com/IDispatch.h"
 
 struct IDynamicProperty2 : IUnknown {
+  // As in IDynamicProperty, entry by entry.
   virtual HRESULT GetGUID(GUID* guid) = 0;
   virtual HRESULT GetDisplayName(BSTR* name) = 0;
   virtual HRESULT IsPropertyEnabled(IDispatch* entity, BOOL* enabled) = 0;

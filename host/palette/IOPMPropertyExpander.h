@@ -13,12 +13,17 @@
 
 struct IOPMPropertyExpander : IUnknown {
   // The caller clears the value.
+  // Called by: GetPropertiesInfo, for each element. Failure: the elements that were read so far stand in
+  // place of the property.
   virtual HRESULT GetElementValue(DISPID dispId, DWORD cookie, VARIANT* value) = 0;
   // value stays the caller's, and may be of any type.
+  // Called by: SetPropertiesValue, for an element. Failure: message 1014 with the name, and the write ends.
   virtual HRESULT SetElementValue(DISPID dispId, DWORD cookie, VARIANT value) = 0;
-  // The labels of the elements and their cookies, as many of one as of the other, in the order of the rows. Both arrays
-  // are the caller's to free (see CountedArrays.h).
+  // Called by: GetPropertiesInfo, also to compare the numbers of elements of two entities. Failure: a single value;
+  // while elements are compared, message 1015, which costs the row. The labels of the elements and their cookies, as
+  // many of one as of the other, in the order of the rows. Both arrays are the caller's to free (see CountedArrays.h).
   virtual HRESULT GetElementStrings(DISPID dispId, CALPOLESTR* strings, CADWORD* cookies) = 0;
+  // Called by: GetPropertiesInfo; the result is not looked at, as that of the next.
   // Not 0 when the elements come in groups that a palette shows one at a time, as the vertices of a polyline. 0 when
   // every element is a row of its own.
   virtual HRESULT GetElementGrouping(DISPID dispId, SHORT* grouping) = 0;

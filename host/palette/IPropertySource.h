@@ -6,6 +6,7 @@
 #include "host/com/IDispatch.h"
 
 struct IPropertySource : IUnknown {
+  // Called by: GetPropertiesInfo. Failure: no rows of this source.
   // The dynamic properties that this entity has, as an array of objects (VT_ARRAY | VT_UNKNOWN) that the caller
   // clears; VT_EMPTY when it has none. Each object is an IDynamicProperty2 or an IDynamicProperty, and the source
   // keeps it alive: rows keep its pointer without a reference.

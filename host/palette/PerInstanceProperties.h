@@ -16,8 +16,10 @@
 
 struct IPropertySource;
 
+// Names the sources of an entity. Called by: GetPropertiesInfo, as all of this file.
 class OPMPerInstancePropertyExtension : public VkRxObject {
  public:
+  // The run-time class, as of every object of the database.
   static VkRxClass* desc();
   VkRxClass* isA() const override;
 
@@ -25,8 +27,10 @@ class OPMPerInstancePropertyExtension : public VkRxObject {
   virtual BOOL GetObjectPropertySourceNames(VkDbObjectId object, VARIANT* names) = 0;
 };
 
+// Gives the extension of a class of entities.
 class OPMPerInstancePropertyExtensionFactory : public VkRxObject {
  public:
+  // The run-time class, as of every object of the database.
   static VkRxClass* desc();
   // Null for null and for an object of another class.
   static OPMPerInstancePropertyExtensionFactory* cast(const VkRxObject* object);
@@ -36,8 +40,10 @@ class OPMPerInstancePropertyExtensionFactory : public VkRxObject {
   virtual OPMPerInstancePropertyExtension* CreateOPMInstancePropertyExtension(VkRxClass* entityClass) = 0;
 };
 
+// Gives the sources by their names.
 class OPMPerInstancePropertySources : public VkRxObject {
  public:
+  // The run-time class, as of every object of the database.
   static VkRxClass* desc();
   // Null for null and for an object of another class.
   static OPMPerInstancePropertySources* cast(const VkRxObject* object);

@@ -10,8 +10,10 @@
 // What went wrong. The layer makes one for each report, and deletes it after the call.
 class TqErrorStatus {
  public:
+  // Called by: every operation, when memory runs out; and by vectors that are used wrongly.
   explicit TqErrorStatus(Velt::ErrorStatus status);
   virtual ~TqErrorStatus();
+  // As it was made with.
   virtual Velt::ErrorStatus status() const;
 
  private:
@@ -21,6 +23,7 @@ class TqErrorStatus {
 // An interface without IUnknown: callers count on report being the third entry of the function table. The layer calls
 // no other.
 struct VeltCrashRecorder {
+  // Of the host's own use.
   virtual void addNote(const wchar_t* note) = 0;
   virtual void flush() = 0;
   // Keeps nothing of its argument.

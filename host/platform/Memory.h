@@ -8,7 +8,8 @@
 #include <cstddef>
 
 extern "C" {
-// Null when memory is exhausted.
+// Called by: every operation that takes or makes lists.
+// Null when memory is exhausted: the crash recorder gets status 6, and the operation ends with its failure value.
 void* _tqMalloc(std::size_t bytes);
 // Does nothing for null.
 void _tqFree(void* block);

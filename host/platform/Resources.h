@@ -8,9 +8,12 @@
 
 #include "host/com/Types.h"
 
+// For its texts alone: no code of the library runs.
 inline constexpr DWORD LOAD_LIBRARY_AS_DATAFILE = 2;
 
 extern "C" {
+// Called by: the first operation that needs a message (the first function), or the name of a predefined category (the
+// second). Failure: the text is empty, and the next need tries again.
 // Both answer null when there is no such library. file is null; flags are LOAD_LIBRARY_AS_DATAFILE.
 HMODULE LoadLibraryExW(const wchar_t* name, HANDLE file, DWORD flags);
 HMODULE loadResourceDll(const wchar_t* name);

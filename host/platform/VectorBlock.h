@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
+// Allocated with _tqMalloc by whoever fills a vector first, and freed with _tqFree by whoever lets go of it last.
 struct TqVectorBlock {
   // Changed only by atomic operations: vectors that share a block may be on different threads.
   std::int32_t refCount;
@@ -15,6 +16,7 @@ struct TqVectorBlock {
   std::uint32_t physicalLength;
   // So many more elements are allocated when the vector grows.
   std::uint32_t growCount;
+  // physicalLength of them, made with array new; null when there are none.
   void* elements;
 };
 
