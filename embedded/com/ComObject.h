@@ -18,7 +18,6 @@
 // Threads: references may be counted on every thread. A class protects everything else that it holds.
 // Failure: QueryInterface answers E_POINTER for a null out-pointer, and null and E_NOINTERFACE for an unknown id.
 
-#include <atomic>
 #include <cstddef>
 #include <new>
 #include <tuple>
@@ -26,6 +25,7 @@
 #include <utility>
 
 #include "embedded/com/InterfaceTraits.h"
+#include "embedded/com/ReferenceCount.h"
 #include "embedded/platform/Allocation.h"
 #include "embedded/platform/Ledger.h"
 
@@ -49,7 +49,7 @@ class ComObject : public First, public Others... {
 
   ULONG Release() override {
     account_.giveBack();
-    const ULONG left = references_.fetch_sub(1, std::memory_order_acq_rel) - 1;
+    const ULONG left = references_.decrement();
     if (left == 0) delete this;
     return left;
   }
@@ -67,7 +67,7 @@ class ComObject : public First, public Others... {
 
   virtual ~ComObject() {
     // Not 0 only when the constructor of a derived class has thrown. Nobody will release that reference.
-    for (ULONG left = references_.load(std::memory_order_relaxed); left != 0; --left)
+    for (ULONG left = references_.get(); left != 0; --left)
       account_.giveBack();
   }
 
@@ -101,10 +101,10 @@ class ComObject : public First, public Others... {
 
   ULONG countReference() noexcept {
     account_.handOut();
-    return references_.fetch_add(1, std::memory_order_relaxed) + 1;
+    return references_.increment();
   }
 
-  std::atomic<ULONG> references_{1};
+  ReferenceCount references_;
   platform::LedgerAccount& account_;
 };
 

@@ -1,6 +1,5 @@
 #include "embedded/automation/model/ClassIndex.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "embedded/automation/model/HelpText.h"
@@ -30,8 +29,6 @@ ClassIndex::ClassIndex(const AutomationClass& kind)
   for (const std::span<const PropertyRow>* family : kind.families)
     addRows(*family);
   addRows(kind.rows);
-  std::stable_sort(byDispId_.begin(), byDispId_.end(),
-                   [](const Entry& a, const Entry& b) { return a.dispId < b.dispId; });
 }
 
 void ClassIndex::addRows(std::span<const PropertyRow> table) {
@@ -45,15 +42,22 @@ void ClassIndex::addRows(std::span<const PropertyRow> table) {
     }
     names_.add(row.name, rows_.size());
     rows_.push_back(&row);
-    byDispId_.push_back({row.dispId, &row, std::move(labels)});
+    entries_.push_back({&row, std::move(labels)});
+    addSlot(row.dispId, entries_.size());
   }
 }
 
+void ClassIndex::addSlot(DISPID dispId, std::size_t entry) {
+  const auto slot = static_cast<std::uint32_t>(dispId);
+  if (slot >= slots_.size()) slots_.resize(std::size_t{slot} + 1);
+  if (slots_[slot] == 0) slots_[slot] = static_cast<std::uint16_t>(entry);
+}
+
 const ClassIndex::Entry* ClassIndex::findEntry(DISPID dispId) const noexcept {
-  const auto found =
-      std::lower_bound(byDispId_.begin(), byDispId_.end(), dispId,
-                       [](const Entry& entry, DISPID wanted) { return entry.dispId < wanted; });
-  return found != byDispId_.end() && found->dispId == dispId ? &*found : nullptr;
+  // A negative id becomes a large number.
+  const auto slot = static_cast<std::uint32_t>(dispId);
+  if (slot >= slots_.size() || slots_[slot] == 0) return nullptr;
+  return &entries_[slots_[slot] - std::size_t{1}];
 }
 
 const PropertyRow* ClassIndex::find(DISPID dispId) const noexcept {

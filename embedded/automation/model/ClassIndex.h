@@ -3,6 +3,7 @@
 // A class's table, prepared for being asked.
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -35,18 +36,21 @@ class ClassIndex {
 
  private:
   struct Entry {
-    DISPID dispId;
     const PropertyRow* row;
     std::vector<std::wstring> labels;
   };
 
   void addRows(std::span<const PropertyRow> table);
+  void addSlot(DISPID dispId, std::size_t entry);
   [[nodiscard]] const Entry* findEntry(DISPID dispId) const noexcept;
 
   const AutomationClass* kind_;
   std::vector<const PropertyRow*> rows_;
-  // Ascending.
-  std::vector<Entry> byDispId_;
+  // In the order of rows_.
+  std::vector<Entry> entries_;
+  // By DISPID, the entry of the first row that has it, counted from 1; 0 for none. Every call names a DISPID, and all of
+  // them are small numbers.
+  std::vector<std::uint16_t> slots_;
   NameIndex names_;
   platform::LedgerAccount* account_;
 };
