@@ -1,10 +1,11 @@
 #include "tool/OpenDrawing.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
+#include "dxf/Numbers.h"
 #include "tool/Progress.h"
 
 namespace velt::tool {
@@ -14,9 +15,10 @@ namespace {
 std::optional<int> precisionIn(const database::Drawing& drawing, std::string_view variable) {
   const std::optional<std::string_view> value = drawing.document().headerValue(variable, 70);
   if (!value) return std::nullopt;
-  constexpr int mostPlaces = 8;
-  const int places = std::atoi(std::string(*value).c_str());
-  return std::clamp(places, 0, mostPlaces);
+  constexpr std::int64_t mostPlaces = 8;
+  const auto places = dxf::parseInteger<std::int64_t>(*value);
+  if (!places) return std::nullopt;
+  return static_cast<int>(std::clamp<std::int64_t>(*places, 0, mostPlaces));
 }
 
 }  // namespace

@@ -24,8 +24,8 @@ constexpr bool isPlainIndex(std::int64_t index) {
 
 VkCmColor colorOf(const Lens& lens, std::string_view subclass, std::uint32_t ofIndex) {
   VkCmColor color;
-  const std::int64_t rgb = lens.integer(rgbCode, subclass, noRgb);
-  color.setColor(rgb != noRgb ? colorOfRgb(static_cast<std::uint32_t>(rgb)) : ofIndex);
+  const std::optional<std::uint32_t> rgb = colorNumber(lens.integer(rgbCode, subclass, noRgb));
+  color.setColor(rgb ? colorOfRgb(*rgb) : ofIndex);
 
   const std::wstring name = lens.name(nameCode, subclass);
   if (name.empty()) return color;

@@ -3,6 +3,8 @@
 // From the colors that drawings write (group codes 62, 420 and 430) to the host's color class, and back.
 
 #include <cstdint>
+#include <limits>
+#include <optional>
 
 #include "embedded/database/Lens.h"
 #include "host/database/VkCmColor.h"
@@ -20,6 +22,14 @@ inline constexpr std::uint32_t colorByBlock = 0xC1000000;
 // Red, green and blue stand in the lower three bytes of `rgb`; its highest byte is ignored.
 [[nodiscard]] constexpr std::uint32_t colorOfRgb(std::uint32_t rgb) {
   return 0xC2000000 | (rgb & 0xFFFFFF);
+}
+
+// What a drawing stores for a color, with a sign or without. Nothing for a number of more than 32 bits, which no color
+// has.
+[[nodiscard]] constexpr std::optional<std::uint32_t> colorNumber(std::int64_t stored) {
+  const bool fits = stored >= std::numeric_limits<std::int32_t>::min()
+                    && stored <= std::numeric_limits<std::uint32_t>::max();
+  return fits ? std::optional(static_cast<std::uint32_t>(stored)) : std::nullopt;
 }
 
 // A true color (420) counts before an index (62); a name (430, "book$color") is added to either. An entity with neither

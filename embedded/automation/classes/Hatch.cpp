@@ -121,8 +121,9 @@ OwnedDispatch getBackgroundColor(const Subject& subject) {
   if (const std::optional<dxf::PairRange> range = lens.xdata("HATCHBACKGROUNDCOLOR")) {
     for (std::size_t index = range->first; index < range->first + range->count; ++index) {
       if (lens.view().code(index) != numberCode) continue;
-      const auto value = dxf::parseInteger<std::int64_t>(lens.view().value(index));
-      if (value) color.setColor(static_cast<std::uint32_t>(*value));
+      const auto stored = dxf::parseInteger<std::int64_t>(lens.view().value(index));
+      const auto number = stored ? database::colorNumber(*stored) : std::nullopt;
+      if (number) color.setColor(*number);
     }
   }
   return ColorObject::make(color);
@@ -198,11 +199,14 @@ OwnedDispatch getGradientColor(const Subject& subject, std::size_t number) {
   bool found = false;
   lens.view().visit(hatch, [&](std::size_t index) {
     const int code = lens.view().code(index);
-    const auto value = [&] { return dxf::parseInteger<std::int64_t>(lens.view().value(index)).value_or(0); };
+    const auto value = [&] {
+      const auto stored = dxf::parseInteger<std::int64_t>(lens.view().value(index));
+      return database::colorNumber(stored.value_or(0)).value_or(0);
+    };
     if (code == 463) ++seen;
     if (seen != number) return seen < number;
-    if (code == 63 && !found) color.setColor(database::colorOfIndex(static_cast<std::uint32_t>(value())));
-    if (code == 421) color.setColor(database::colorOfRgb(static_cast<std::uint32_t>(value())));
+    if (code == 63 && !found) color.setColor(database::colorOfIndex(value()));
+    if (code == 421) color.setColor(database::colorOfRgb(value()));
     found = found || code == 63 || code == 421;
     return true;
   });

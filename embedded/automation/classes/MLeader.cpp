@@ -13,6 +13,7 @@
 #include "embedded/automation/model/PointList.h"
 #include "embedded/automation/objects/ColorObject.h"
 #include "embedded/automation/texts/TextTypes.h"
+#include "embedded/database/Colors.h"
 #include "embedded/database/NamedObjects.h"
 #include "host/automation/IdValues.h"
 
@@ -47,8 +48,8 @@ std::int32_t getLeaderType(const Subject& subject) {
 
 OwnedDispatch getLeaderLineColor(const Subject& subject) {
   VkCmColor color;
-  constexpr std::int64_t byBlock = 0xC1000000;
-  color.setColor(static_cast<std::uint32_t>(MultileaderRecord(subject).integer(Itself, 91, byBlock)));
+  const std::int64_t stored = MultileaderRecord(subject).integer(Itself, 91, database::colorByBlock);
+  color.setColor(database::colorNumber(stored).value_or(database::colorByBlock));
   return ColorObject::make(color);
 }
 

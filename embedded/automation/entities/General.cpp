@@ -1,8 +1,10 @@
 #include "embedded/automation/entities/General.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "dxf/Numbers.h"
@@ -103,7 +105,10 @@ void putLinetypeScale(const Subject& subject, const double& scale) {
 }
 
 std::int32_t getLineweight(const Subject& subject) {
-  return static_cast<std::int32_t>(subject.entity().lineweight());
+  const std::int64_t stored = subject.entity().lineweight();
+  if (!std::in_range<std::int32_t>(stored))
+    throw Refusal(DISP_E_OVERFLOW, L"The drawing holds a number that is too large.");
+  return static_cast<std::int32_t>(stored);
 }
 
 void putLineweight(const Subject& subject, const std::int32_t& weight) {
@@ -146,15 +151,15 @@ std::wstring getTransparency(const Subject& subject) {
 // From 0 to 90, in digits and nothing else.
 int percentFrom(std::wstring_view text) {
   constexpr int highest = 90;
-  int percent = 0;
-  bool isNumber = !text.empty() && text.size() <= 2;
-  for (const wchar_t digit : text) {
-    isNumber = isNumber && digit >= L'0' && digit <= L'9';
-    percent = percent * 10 + static_cast<int>(digit - L'0');
+  const auto isDigit = [](wchar_t character) { return character >= L'0' && character <= L'9'; };
+  int percent = highest + 1;
+  if (!text.empty() && text.size() <= 2 && std::all_of(text.begin(), text.end(), isDigit)) {
+    percent = 0;
+    for (const wchar_t digit : text)
+      percent = percent * 10 + static_cast<int>(digit - L'0');
   }
-  if (!isNumber || percent > highest) {
+  if (percent > highest)
     throw Refusal(E_INVALIDARG, L"A transparency is ByLayer, ByBlock, or a whole number from 0 to 90.");
-  }
   return percent;
 }
 

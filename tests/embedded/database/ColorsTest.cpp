@@ -56,6 +56,8 @@ TEST(Colors, OnlyTheLowerThreeBytesOfATrueColorCount) {
 
 TEST(Colors, ATrueColorThatIsNotANumberLeavesTheIndex) {
   EXPECT_EQ(0xC3000005, ofEntity({{62, "5"}, {420, "blue"}}).color());
+  EXPECT_EQ(0xC3000005, ofEntity({{62, "5"}, {420, "4294967296"}}).color()) << "more than 32 bits";
+  EXPECT_EQ(0xC3000005, ofEntity({{62, "5"}, {420, "-2147483649"}}).color());
 }
 
 TEST(Colors, ANameIsSplitIntoBookAndColor) {

@@ -86,6 +86,10 @@ TEST_F(GeneralTest, TransparencyIsByBlockOrInPercent) {
   EXPECT_EQ(L"90", entity({{440, "33554457"}}).text(L"EntityTransparency"));
 }
 
+TEST_F(GeneralTest, ALineweightOfMoreThan32BitsIsNotCutDownToAnother) {
+  EXPECT_EQ(DISP_E_OVERFLOW, entity({{370, "4294967331"}}).get(L"Lineweight").scode);
+}
+
 TEST_F(GeneralTest, AnEntityIsNamedAsPeopleCallIt) {
   EXPECT_EQ(L"Line", entity({}, "LINE").text(L"EntityName"));
   EXPECT_EQ(L"Polyline", entity({}, "LWPOLYLINE").text(L"EntityName"));
@@ -233,7 +237,8 @@ TEST_F(GeneralPutTest, ATransparencyIsByLayerByBlockOrUpTo90Percent) {
   }
   EXPECT_EQ(S_OK, made.put(L"EntityTransparency", std::wstring(L"BYBLOCK")).result);
   EXPECT_EQ(L"ByBlock", made.text(L"EntityTransparency"));
-  for (const wchar_t* wrong : {L"91", L"-1", L"5.5", L"", L"100", L"half"})
+  for (const wchar_t* wrong : {L"91", L"-1", L"5.5", L"", L"100", L"half", L"9999999999",
+                               L"99999999999999999999999999999999", L"5\x7FFFFFFF"})
     EXPECT_EQ(E_INVALIDARG, made.put(L"EntityTransparency", std::wstring(wrong)).scode) << wrong;
 }
 
