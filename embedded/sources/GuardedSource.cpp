@@ -165,7 +165,15 @@ class GuardedProperty final : public com::ComObject<IDynamicProperty2, IDynamicP
 
   HRESULT GetNumPropertyValues(LONG* count) override {
     return giveValue(count, [&](LONG* out) {
-      return guarded(*reports_, "GetNumPropertyValues", [&] { return choices_->GetNumPropertyValues(out); });
+      const HRESULT result =
+          guarded(*reports_, "GetNumPropertyValues", [&] { return choices_->GetNumPropertyValues(out); });
+      if (SUCCEEDED(result) && *out > mostChoices) {
+        reports_->tell(Trouble::TooManyChoices, "GetNumPropertyValues answered " + std::to_string(*out)
+                                                    + " choices; only the first "
+                                                    + std::to_string(mostChoices) + " are there");
+        *out = mostChoices;
+      }
+      return result;
     });
   }
   HRESULT GetPropValueName(LONG index, BSTR* name) override {

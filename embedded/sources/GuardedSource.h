@@ -7,6 +7,7 @@
 //   an answer that is not an array of objects   becomes no properties
 //   null, or not a dynamic property             that element is left out, the others stay
 //   a value of another type than declared       becomes DISP_E_TYPEMISMATCH and an empty value
+//   more choices than mostChoices               only so many are there: a palette asks for each of them
 //
 // Each kind of trouble is told once (PluginReports.h). So is a value that the plug-in refuses, because the layer does
 // not tell it to whoever sets the value.
@@ -28,6 +29,9 @@ namespace velt::sources {
 
 // When one source has handed out this many property objects, the plug-in is told.
 inline constexpr std::size_t manyProperties = 10'000;
+
+// A property has no more choices than this.
+inline constexpr LONG mostChoices = 10'000;
 
 // Throws std::bad_alloc without memory.
 [[nodiscard]] holders::InterfaceHolder<IPropertySource> guard(IPropertySource* source,

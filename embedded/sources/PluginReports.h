@@ -35,6 +35,8 @@ enum class Trouble {
   WrongType,
   // A source goes on making new property objects.
   TooMany,
+  // A property has more choices than anybody can choose from.
+  TooManyChoices,
 };
 
 class PluginReports {

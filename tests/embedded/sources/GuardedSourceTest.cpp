@@ -267,5 +267,24 @@ TEST_F(GuardedSourceTest, EverNewPropertiesAreToldWhenThereAreMany) {
   guarded_.reset();
 }
 
+TEST_F(GuardedSourceTest, APropertyHasNoMoreChoicesThanAnybodyCanChooseFrom) {
+  offer({unknown(newer_)});
+  {
+    const auto choices = only<IDynamicEnumProperty>();
+    LONG count = 0;
+    newer_.choices = mostChoices;
+    EXPECT_EQ(S_OK, choices->GetNumPropertyValues(&count));
+    EXPECT_EQ(mostChoices, count);
+    EXPECT_THAT(lines_, IsEmpty());
+    newer_.choices = 2'000'000'000;
+    EXPECT_EQ(S_OK, choices->GetNumPropertyValues(&count));
+    EXPECT_EQ(mostChoices, count);
+  }
+  EXPECT_THAT(lines_,
+              ElementsAre("plug-in bad.so: GetNumPropertyValues answered 2000000000 choices; only the "
+                          "first 10000 are there"));
+  guarded_.reset();
+}
+
 }  // namespace
 }  // namespace velt::sources
