@@ -1,13 +1,12 @@
 #include <cmath>
 #include <cstdint>
-#include <iterator>
 #include <optional>
 #include <vector>
 
 #include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
-#include "embedded/automation/geometry/Spline.h"
+#include "embedded/automation/geometry/SplineLength.h"
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/PointList.h"
 #include "embedded/automation/model/Refusal.h"
@@ -41,13 +40,7 @@ std::int32_t getFitPointCount(const Subject& subject) {
 
 // --- the curve ---
 
-// In the plane that it lies in and, as a curve over the same parameters, above it.
-struct Curve {
-  automation::Spline flat;
-  automation::Spline height;
-};
-
-Curve curveOf(const Subject& subject) {
+SpaceSpline curveOf(const Subject& subject) {
   const database::Lens lens = subject.lens();
   const ObjectFrame frame = frameOf(lens, spline);
   std::vector<Vector2> flat;
@@ -57,7 +50,7 @@ Curve curveOf(const Subject& subject) {
     flat.push_back({inPlane.x, inPlane.y});
     height.push_back({inPlane.z, 0});
   }
-  const auto degree = static_cast<int>(lens.integer(71, spline, 3));
+  const std::int64_t degree = lens.integer(71, spline, 3);
   const std::vector<double> knots = lens.reals(40, spline);
   const std::vector<double> weights = lens.reals(41, spline);
   auto flatCurve = automation::Spline::make(degree, knots, flat, weights);
@@ -68,44 +61,14 @@ Curve curveOf(const Subject& subject) {
   return {*flatCurve, *heightCurve};
 }
 
-double speedAt(const Curve& curve, double parameter) {
-  const Vector2 flat = curve.flat.derivativeAt(parameter);
-  return std::hypot(flat.x, flat.y, curve.height.derivativeAt(parameter).x);
-}
-
-// Gauss and Legendre's rule with five points.
-double lengthBetween(const Curve& curve, double from, double to) {
-  constexpr double positions[] = {-0.9061798459386640, -0.5384693101056831, 0, 0.5384693101056831,
-                                  0.9061798459386640};
-  constexpr double weights[] = {0.2369268850561891, 0.4786286704993665, 0.5688888888888889,
-                                0.4786286704993665, 0.2369268850561891};
-  double total = 0;
-  for (std::size_t i = 0; i < std::size(positions); ++i)
-    total += weights[i] * speedAt(curve, (from + to) / 2 + (to - from) / 2 * positions[i]);
-  return total * (to - from) / 2;
-}
-
-// Halved until the halves agree with the whole.
-double refinedLength(const Curve& curve, double from, double to, double whole, int depth) {
-  const double middle = (from + to) / 2;
-  const double first = lengthBetween(curve, from, middle);
-  const double second = lengthBetween(curve, middle, to);
-  if (depth == 0 || std::abs(first + second - whole) <= 1e-13 * (first + second)) return first + second;
-  return refinedLength(curve, from, middle, first, depth - 1)
-         + refinedLength(curve, middle, to, second, depth - 1);
-}
-
 double getLength(const Subject& subject) {
-  constexpr int deepest = 20;
-  const Curve curve = curveOf(subject);
-  double total = 0;
-  for (const auto& [from, to] : curve.flat.spans())
-    total += refinedLength(curve, from, to, lengthBetween(curve, from, to), deepest);
-  return total;
+  const SpaceSpline curve = curveOf(subject);
+  Effort effort(curve.flat.pointCount() + curve.height.pointCount());
+  return splineLength(curve, effort);
 }
 
 double getArea(const Subject& subject) {
-  const Curve curve = curveOf(subject);
+  const SpaceSpline curve = curveOf(subject);
   const double height = curve.height.first().x;
   const double size = std::abs(height) + length(curve.flat.first());
   for (const auto& [from, to] : curve.height.spans()) {
@@ -116,7 +79,8 @@ double getArea(const Subject& subject) {
   }
   // Seen from its first point, a straight line back to it encloses nothing more.
   const automation::Spline moved = curve.flat.movedBy(Vector2{} - curve.flat.first());
-  const std::optional<double> integral = moved.boundaryIntegral();
+  Effort effort(moved.pointCount());
+  const std::optional<double> integral = moved.boundaryIntegral(effort);
   if (!integral) throw Refusal(E_FAIL, L"The spline is too uneven to be integrated.");
   return std::abs(*integral);
 }

@@ -41,6 +41,8 @@ class BoundaryError : public std::runtime_error {
 
 // Exact but for rounding (and twelve digits for splines with weights). Throws BoundaryError rather than give a figure
 // that would be wrong: edges do not meet, loops cross themselves or each other.
+// Takes n log n steps for n corners, and one more for each two edges that lie near each other and for each edge of a
+// loop at the height of one that may lie inside; throws NotComputed where that would be too many.
 [[nodiscard]] double boundedArea(std::span<const BoundaryLoop> loops, IslandStyle style);
 
 }  // namespace velt::automation

@@ -28,8 +28,8 @@ constexpr std::array<GaussPoint, 8> gaussPoints = {{
 
 }  // namespace
 
-std::optional<Spline> Spline::make(int degree, std::vector<double> knots, std::vector<Vector2> points,
-                                   std::vector<double> weights) {
+std::optional<Spline> Spline::make(std::int64_t degree, std::vector<double> knots,
+                                   std::vector<Vector2> points, std::vector<double> weights) {
   if (degree < 1 || degree > highestDegree) return std::nullopt;
   const auto order = static_cast<std::size_t>(degree) + 1;
   if (points.size() < order || knots.size() != points.size() + order) return std::nullopt;
@@ -38,7 +38,7 @@ std::optional<Spline> Spline::make(int degree, std::vector<double> knots, std::v
   if (!weights.empty() && weights.size() != points.size()) return std::nullopt;
   if (!std::all_of(weights.begin(), weights.end(), [](double weight) { return weight > 0; }))
     return std::nullopt;
-  return Spline(degree, std::move(knots), std::move(points), std::move(weights));
+  return Spline(order - 1, std::move(knots), std::move(points), std::move(weights));
 }
 
 std::vector<std::pair<double, double>> Spline::spans() const {
@@ -54,6 +54,20 @@ Spline Spline::movedBy(Vector2 offset) const {
   for (Vector2& point : moved.points_)
     point = point + offset;
   return moved;
+}
+
+Spline Spline::fromZero() const {
+  Spline moved = *this;
+  for (double& knot : moved.knots_)
+    knot -= firstParameter();
+  return moved;
+}
+
+double Spline::polygonLength() const {
+  double total = 0;
+  for (std::size_t i = 1; i < points_.size(); ++i)
+    total += length(points_[i] - points_[i - 1]);
+  return total;
 }
 
 Spline::Evaluated Spline::evaluate(double parameter) const {
@@ -116,9 +130,11 @@ double Spline::integralBetween(double from, double to) const {
   return total * half / 2;
 }
 
-std::optional<double> Spline::boundaryIntegral() const {
+std::optional<double> Spline::boundaryIntegral(Effort& effort) const {
+  constexpr std::size_t stepsForPiece = Spline::stepsForPoint * 2 * gaussPoints.size();
   double total = 0;
   for (const auto& [from, to] : spans()) {
+    effort.spend(stepsForPiece);
     double whole = integralBetween(from, to);
     if (weights_.empty()) {
       total += whole;
@@ -130,6 +146,7 @@ std::optional<double> Spline::boundaryIntegral() const {
       double refined = 0;
       double size = 0;
       for (int part = 0; part < parts; ++part) {
+        effort.spend(stepsForPiece);
         const double step = (to - from) / parts;
         const double piece = integralBetween(from + part * step, from + (part + 1) * step);
         refined += piece;

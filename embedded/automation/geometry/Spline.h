@@ -3,10 +3,12 @@
 // B-spline curves in a plane, rational ones included.
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <utility>
 #include <vector>
 
+#include "embedded/automation/geometry/Effort.h"
 #include "embedded/automation/geometry/Vector.h"
 
 namespace velt::automation {
@@ -15,9 +17,13 @@ class Spline {
  public:
   // Nothing unless the knots ascend, there are degree + 1 more of them than control points, the curve has a length
   // in its parameter, and the weights are positive and as many as the points (or none at all).
-  [[nodiscard]] static std::optional<Spline> make(int degree, std::vector<double> knots,
+  [[nodiscard]] static std::optional<Spline> make(std::int64_t degree, std::vector<double> knots,
                                                   std::vector<Vector2> points, std::vector<double> weights);
 
+  // What it takes to find one point of the curve.
+  static constexpr std::size_t stepsForPoint = 5;
+
+  [[nodiscard]] std::size_t pointCount() const { return points_.size(); }
   [[nodiscard]] double firstParameter() const { return knots_[degree_]; }
   [[nodiscard]] double lastParameter() const { return knots_[points_.size()]; }
   [[nodiscard]] Vector2 at(double parameter) const { return evaluate(parameter).point; }
@@ -28,10 +34,14 @@ class Spline {
   // The pieces between two different knots: on each the curve is smooth.
   [[nodiscard]] std::vector<std::pair<double, double>> spans() const;
   [[nodiscard]] Spline movedBy(Vector2 offset) const;
+  // The same curve over parameters that begin at 0.
+  [[nodiscard]] Spline fromZero() const;
+  // Of the lines from control point to control point.
+  [[nodiscard]] double polygonLength() const;
   // What the curve adds to the signed area of a boundary: half the integral of x dy - y dx. Exact but for rounding
   // when there are no weights. With weights it is refined until two steps agree to twelve digits; nothing when they
-  // do not come to agree.
-  [[nodiscard]] std::optional<double> boundaryIntegral() const;
+  // do not come to agree. Throws NotComputed when that takes too long.
+  [[nodiscard]] std::optional<double> boundaryIntegral(Effort& effort) const;
 
  private:
   struct Evaluated {
@@ -39,11 +49,9 @@ class Spline {
     Vector2 derivative;
   };
 
-  Spline(int degree, std::vector<double> knots, std::vector<Vector2> points, std::vector<double> weights)
-      : degree_(static_cast<std::size_t>(degree)),
-        knots_(std::move(knots)),
-        points_(std::move(points)),
-        weights_(std::move(weights)) {}
+  Spline(std::size_t degree, std::vector<double> knots, std::vector<Vector2> points,
+         std::vector<double> weights)
+      : degree_(degree), knots_(std::move(knots)), points_(std::move(points)), weights_(std::move(weights)) {}
 
   [[nodiscard]] Evaluated evaluate(double parameter) const;
   [[nodiscard]] double integralBetween(double from, double to) const;

@@ -132,8 +132,8 @@ Spline readSpline(Reader& reader) {
     point = reader.point(10);
     if (rational) weights.push_back(reader.at(42) ? reader.real(42) : 1.0);
   }
-  std::optional<Spline> spline = Spline::make(static_cast<int>(std::min<std::int64_t>(degree, 99)),
-                                              std::move(knots), std::move(points), std::move(weights));
+  std::optional<Spline> spline =
+      Spline::make(degree, std::move(knots), std::move(points), std::move(weights));
   if (!spline) throw BoundaryError("a spline of the boundary makes no sense");
   return *std::move(spline);
 }

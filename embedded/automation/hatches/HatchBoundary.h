@@ -15,7 +15,7 @@ enum class EllipseEnds { Angles, Parameters };
 // The loops in the plane of the hatch. Throws BoundaryError for a boundary that is cut short or makes no sense.
 [[nodiscard]] std::vector<BoundaryLoop> hatchLoops(const database::Lens& hatch, EllipseEnds ends);
 
-// What the hatch fills. Throws BoundaryError when that cannot be told exactly.
+// What the hatch fills. Throws BoundaryError when that cannot be told exactly, and NotComputed when it takes too long.
 [[nodiscard]] double hatchArea(const database::Lens& hatch);
 
 }  // namespace velt::automation

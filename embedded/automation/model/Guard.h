@@ -5,6 +5,7 @@
 #include <exception>
 #include <new>
 
+#include "embedded/automation/geometry/Effort.h"
 #include "embedded/automation/model/Refusal.h"
 #include "host/com/IDispatch.h"
 
@@ -25,6 +26,8 @@ inline HRESULT resultOfException() {
     throw;
   } catch (const Refusal& refusal) {
     return refusal.result();
+  } catch (const NotComputed&) {
+    return E_FAIL;
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
   } catch (const std::exception&) {
@@ -51,6 +54,9 @@ HRESULT guardedInvoke(EXCEPINFO* exception, const wchar_t* source, Body&& body) 
   } catch (const Refusal& refusal) {
     if (refusal.result() == E_OUTOFMEMORY) return E_OUTOFMEMORY;
     fillException(exception, source, refusal.result(), refusal.text().c_str());
+    return DISP_E_EXCEPTION;
+  } catch (const NotComputed&) {
+    fillException(exception, source, E_FAIL, L"Not computed: too many steps would be needed.");
     return DISP_E_EXCEPTION;
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;

@@ -50,5 +50,22 @@ TEST(SplineTest, WithoutAControlPointThereIsNoCurve) {
   EXPECT_EQ(Numbers(), made.numbers(L"ControlPoint"));
 }
 
+TEST(SplineTest, ADegreeWithMoreDigitsThanAnyDegreeHasMakesNoCurve) {
+  const std::string threeIn32Bits = std::to_string((std::int64_t{1} << 32) + 1);
+  const auto drawing = Sample()
+                           .entity("SPLINE", {{100, "AcDbSpline"},
+                                              {71, threeIn32Bits},
+                                              {40, "0"},
+                                              {40, "0"},
+                                              {40, "1"},
+                                              {40, "1"},
+                                              {10, "0"},
+                                              {20, "0"},
+                                              {10, "3"},
+                                              {20, "4"}})
+                           .open();
+  EXPECT_EQ(DISP_E_EXCEPTION, Bound(*drawing, 0).get(L"Length").result);
+}
+
 }  // namespace
 }  // namespace velt::automation

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -40,12 +41,14 @@ TEST(Spline, WeightsMakeAnExactCircle) {
 }
 
 TEST(Spline, TheIntegralOfAQuarterCircleIsItsSector) {
-  EXPECT_NEAR(pi / 4, quarterCircle().boundaryIntegral().value(), 1e-12);
+  Effort effort(3);
+  EXPECT_NEAR(pi / 4, quarterCircle().boundaryIntegral(effort).value(), 1e-12);
 }
 
 TEST(Spline, TheIntegralOfAPolynomialCurveIsExact) {
+  Effort effort(3);
   // y = x^2 from (0, 0) to (1, 1): half the integral of x dy - y dx is 1/6.
-  EXPECT_NEAR(1.0 / 6, bezier({{0, 0}, {0.5, 0}, {1, 1}}).boundaryIntegral().value(), 1e-15);
+  EXPECT_NEAR(1.0 / 6, bezier({{0, 0}, {0.5, 0}, {1, 1}}).boundaryIntegral(effort).value(), 1e-15);
 }
 
 TEST(Spline, InnerKnotsAreRunThroughSpanBySpan) {
@@ -63,7 +66,8 @@ TEST(Spline, InnerKnotsAreRunThroughSpanBySpan) {
     summed += cross(last, next) / 2;
     last = next;
   }
-  EXPECT_NEAR(summed, curve.boundaryIntegral().value(), 1e-9);
+  Effort effort(5);
+  EXPECT_NEAR(summed, curve.boundaryIntegral(effort).value(), 1e-9);
 }
 
 TEST(Spline, ACurveWhoseEndsAreNotClampedIsEvaluatedWithinItsParameters) {
@@ -72,6 +76,35 @@ TEST(Spline, ACurveWhoseEndsAreNotClampedIsEvaluatedWithinItsParameters) {
   EXPECT_EQ(3, curve.lastParameter());
   EXPECT_NEAR(1, curve.first().x, 1e-15);
   EXPECT_NEAR(3, curve.last().x, 1e-15);
+}
+
+TEST(Spline, TheIntegralIsNotComputedWithFewerStepsThanItTakes) {
+  std::vector<double> knots(4, 0.0);
+  std::vector<Vector2> points;
+  std::vector<double> weights;
+  for (int i = 0; i < 1000; ++i) {
+    points.push_back({i % 7 * 1.0, i % 5 * 1.0});
+    weights.push_back(i % 2 == 0 ? 2 : 1);
+    knots.push_back(std::min(i + 1, 997));
+  }
+  const Spline curve = Spline::make(3, knots, points, weights).value();
+  Effort enough(points.size());
+  EXPECT_TRUE(curve.boundaryIntegral(enough).has_value());
+  Effort tooLittle(0);
+  EXPECT_THROW(static_cast<void>(curve.boundaryIntegral(tooLittle)), NotComputed);
+}
+
+TEST(Spline, TheParametersMayBeginAtZero) {
+  const Spline curve = Spline::make(2, {5, 5, 5, 6, 8, 8, 8}, {{0, 0}, {1, 2}, {2, 0}, {3, 5}}, {}).value();
+  const Spline moved = curve.fromZero();
+  EXPECT_EQ(0, moved.firstParameter());
+  EXPECT_EQ(3, moved.lastParameter());
+  EXPECT_EQ(curve.at(6.5), moved.at(1.5));
+}
+
+TEST(Spline, ThePolygonIsTheWayFromControlPointToControlPoint) {
+  EXPECT_DOUBLE_EQ(5 + 2, bezier({{0, 0}, {3, 4}, {3, 2}}).polygonLength());
+  EXPECT_EQ(3U, quarterCircle().pointCount());
 }
 
 TEST(Spline, MovingItMovesEveryPoint) {
