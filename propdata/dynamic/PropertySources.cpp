@@ -156,6 +156,7 @@ bool appendRowsOf(IPropertySource& source, IDispatch* entity, TqVector<PROPINFO>
   // The source answered; an answer that is not an array holds no properties.
   SAFEARRAY* const array = objectsIn(properties.get());
   if (array == nullptr) return true;
+  Appender<PROPINFO> rows(out);
   forEachIndex(array, [&](LONG index) {
     InterfaceHolder<IUnknown> element;
     if (!handedOver(SafeArrayGetElement(array, &index, element.put()), element) || !element) return;
@@ -164,7 +165,7 @@ bool appendRowsOf(IPropertySource& source, IDispatch* entity, TqVector<PROPINFO>
     // The list may not have memory for the row, and then nobody else gives its value back.
     VariantHolder value;
     value.attach(row.value);
-    mustAppend(out, row);
+    rows.append(row);
     [[maybe_unused]] const VARIANT ownedByTheRow = value.detach();
   });
   return true;

@@ -38,6 +38,35 @@ void reserve(TqVector<T>& list, std::uint32_t elements) {
   if (!list.setPhysicalLength(std::max(elements, physical + physical / 2))) throw errors::ReportedShortage();
 }
 
+// Appends one by one to a list that may become long. A long one would be moved for every eight elements; with this it is
+// moved a few times only, and in the end it has as many slots all the same, which callers see. Without memory for fewer
+// slots it keeps the larger block.
+template <class T>
+class Appender {
+ public:
+  explicit Appender(TqVector<T>& list) : list_(list), slots_(list.physicalLength()) {}
+  Appender(const Appender&) = delete;
+  Appender& operator=(const Appender&) = delete;
+  ~Appender() { list_.setPhysicalLength(slots_); }
+
+  void append(const T& element) {
+    constexpr std::uint32_t few = 64;
+    const std::uint32_t length = list_.length();
+    if (length == slots_) {
+      slots_ += TqVectorDefaultGrowPolicy::defaultGrowCount;
+      const std::uint32_t wanted = length < few ? slots_ : 2 * length;
+      if (slots_ > list_.physicalLength() && !list_.setPhysicalLength(wanted))
+        throw errors::ReportedShortage();
+    }
+    mustAppend(list_, element);
+  }
+
+ private:
+  TqVector<T>& list_;
+  // What the list would have by now.
+  std::uint32_t slots_;
+};
+
 // The elements to write to. Not begin() and end(), each of which gives a shared list a block of its own: with memory
 // short, one may succeed after the other failed, and the two then point into different blocks.
 template <class T>
