@@ -9,6 +9,13 @@ if(VELT_PLUGIN_TARGETS)
   install(TARGETS ${VELT_PLUGIN_TARGETS} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/velt/plugins")
 endif()
 
+if(TARGET velt-host-check)
+  install(TARGETS VeltHostCheck EXPORT VeltPropDataTargets LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+  install(TARGETS velt-host-check RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  install(TARGETS VeltEmbeddedHostModule LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/velt/hosts")
+  install(FILES hostcheck/HostCheck.h hostcheck/HostModule.h DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/velt/hostcheck")
+endif()
+
 # Includes are written from the root of the tree, so the installed headers keep its folders below one of their own.
 foreach(folder IN ITEMS host holders text errors container propdata dxf embedded)
   if(IS_DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}")

@@ -51,7 +51,7 @@ endforeach()
 # --- one executable per folder of tests/ --------------------------------------------------------------------------
 #
 # Tests of the folders of the layer and of the palette library link the archives and reach their inner parts; tests of the
-# host see no layer; all others link the libraries as they ship.
+# host and of its check see no layer; all others link the libraries as they ship.
 set(veltLayerFolders text errors container propdata)
 set(veltNoLayerFolders host holders dxf samples embedded house)
 # What `make asan-layer` runs: the tests of what a CAD program loads.
@@ -74,6 +74,8 @@ foreach(folder IN LISTS veltTestFolders)
       target_link_libraries(${target} PRIVATE velt_palette_internals velt_propdata_internals)
     elseif(folder STREQUAL "tool")
       target_link_libraries(${target} PRIVATE velt_tool)
+    elseif(folder STREQUAL "hostcheck")
+      target_link_libraries(${target} PRIVATE velt_hostcheck_internals)
     elseif(NOT folder IN_LIST veltNoLayerFolders)
       target_link_libraries(${target} PRIVATE VeltPalette VeltPropData)
     endif()
@@ -83,6 +85,9 @@ foreach(folder IN LISTS veltTestFolders)
     velt_precompiled(velt_test_headers ${target})
     if(VELT_PLUGIN_TARGETS OR veltTestPluginTargets)
       add_dependencies(${target} ${VELT_PLUGIN_TARGETS} ${veltTestPluginTargets})
+    endif()
+    if(folder STREQUAL "hostcheck")
+      add_dependencies(${target} velt-host-check VeltEmbeddedHostModule)
     endif()
     if(folder STREQUAL "tool" AND TARGET veltprops)
       add_dependencies(${target} veltprops)
@@ -120,7 +125,7 @@ file(GLOB_RECURSE veltPublicHeaders CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE
 if(EXISTS "${PROJECT_SOURCE_DIR}/propdata/VeltPropData.h")
   list(APPEND veltPublicHeaders propdata/VeltPropData.h)
 endif()
-list(APPEND veltPublicHeaders palette/Export.h palette/Palette.h embedded/sources/Plugin.h)
+list(APPEND veltPublicHeaders palette/Export.h palette/Palette.h hostcheck/HostCheck.h hostcheck/HostModule.h embedded/sources/Plugin.h)
 set(veltHeaderUnits)
 foreach(header IN LISTS veltPublicHeaders)
   set(unit "${CMAKE_BINARY_DIR}/generated/headers/${header}.cpp")

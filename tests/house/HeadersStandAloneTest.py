@@ -10,10 +10,14 @@ import unittest
 import house
 
 
+HOST_CHECK = ("HostCheck.h", "HostModule.h")
+
+
 def public_headers(root):
     headers = house.files_below(root, ("host", "holders"), (".h",))
     headers += [path for path in house.files_below(root, ("propdata",), (".h",)) if path.name == "VeltPropData.h"]
     headers += [path for path in house.files_below(root, ("palette",), (".h",)) if len(path.parts) == 2]
+    headers += [path for path in house.files_below(root, ("hostcheck",), (".h",)) if path.name in HOST_CHECK]
     headers += [path for path in house.files_below(root, ("embedded",), (".h",)) if path.name == "Plugin.h"]
     return headers
 

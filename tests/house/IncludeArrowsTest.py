@@ -15,7 +15,7 @@ MODEL = BELOW_AUTOMATION | {"embedded/automation/geometry", "embedded/automation
 MATTERS = MODEL | {"embedded/automation/objects"}
 # The rooms of the palette library see its public header, which sees none of them.
 IN_PALETTE = LAYER | {"palette/Palette.h", "palette/support"}
-SHIPPED = LAYER | {"palette", "dxf", "samples", "embedded"}
+SHIPPED = LAYER | {"palette", "dxf", "samples", "embedded", "hostcheck"}
 
 MAY_INCLUDE = {
     "host": set(),
@@ -33,6 +33,12 @@ MAY_INCLUDE = {
     "palette/selection": IN_PALETTE | {"palette/text", "palette/values", "palette/rows"},
     "palette/writing": IN_PALETTE | {"palette/text", "palette/values", "palette/rows", "palette/selection"},
     "palette/explanation": IN_PALETTE | {"palette/text", "palette/values", "palette/rows", "palette/selection"},
+    # Loaded into any host, as the layer is; the program and the embedded host as its prey come from outside.
+    "hostcheck": {"host", "holders"},
+    "hostcheck/program": {"hostcheck/HostCheck.h", "hostcheck/HostModule.h"},
+    "hostcheck/modules": {"hostcheck/HostModule.h", "host", "dxf", "embedded"},
+    "hostcheck/HostCheck.h": set(),
+    "hostcheck/HostModule.h": set(),
     "dxf": set(),
     "samples": {"dxf"},
     "samples/builder": {"dxf"},
@@ -82,8 +88,8 @@ PLUGIN_HEADER = "embedded/sources/Plugin.h"
 
 # First component of an include in angle brackets, and the folders that may use it.
 THIRD_PARTY = {
-    "CLI": {"tool", "tests"},
-    "nlohmann": {"tool", "tests", "bench"},
+    "CLI": {"tool", "hostcheck", "tests"},
+    "nlohmann": {"tool", "hostcheck", "tests", "bench"},
     "fmt": {"palette", "tool", "tests", "bench"},
     "gtest": {"tests"},
     "gmock": {"tests"},

@@ -194,6 +194,24 @@ class ThePaletteLibrary(house.Check):
         self.assert_nothing(others)
 
 
+@unittest.skipUnless(house.build_root(), "started by hand, without a build folder")
+@unittest.skipIf(house.is_instrumented(), "instrumentation adds symbols of its own")
+class TheCheckOfAHost(house.Check):
+    def library(self):
+        return house.build_root() / "lib" / "libVeltHostCheck.so"
+
+    def test_has_one_entry(self):
+        self.assertEqual(["veltCheckHost"], demangled(exported(self.library())))
+
+    def test_asks_no_more_of_a_host_than_the_layer_does(self):
+        _, host = libraries()
+        from_host, from_nobody = needs(self.library(), host)
+        of_the_layer = set(lines_of(house.source_root() / "tests" / NEEDED))
+        self.assert_nothing(sorted(set(demangled(from_host)) - of_the_layer))
+        self.assert_nothing(demangled(from_nobody))
+        self.assertFalse(foreign_libraries(self.library()))
+
+
 class TheHeaders(house.Check):
     def test_mark_only_what_is_listed_as_exported(self):
         root = house.source_root()

@@ -1,0 +1,55 @@
+#include "tests/hostcheck/Fakes.h"
+#include "tests/hostcheck/Stage.h"
+
+using namespace velt::tests;
+using namespace velt::toys;
+
+namespace {
+
+using Lists = Stage;
+
+}  // namespace
+
+TEST_F(Lists, AreFoundWhenTextsAndCookiesOfChoicesDisagree) {
+  LoseCookies object;
+  const velt::hostcheck::Property property{L"Material", material, VT_I4, true};
+  EXPECT_EQ(foundBy([&](auto& findings) { velt::hostcheck::checkChoices(findings, object, property); }),
+            Names{"choice-lists"});
+}
+
+TEST_F(Lists, AreFoundWhenAChoiceHasNoValue) {
+  part[material].choices[1].result = E_FAIL;
+  EXPECT_EQ(found(), Names{"choice-values"});
+}
+
+TEST_F(Lists, MayLeaveTheValuesOfChoicesToTheirPlaces) {
+  for (ToyChoice& choice : part[material].choices)
+    choice.result = E_NOTIMPL;
+  EXPECT_EQ(found(), Names{});
+}
+
+TEST_F(Lists, AreFoundWhenTextsAndCookiesOfElementsDisagree) {
+  part[start].extraNames = {L"Z"};
+  EXPECT_EQ(found(), Names{"element-lists"});
+}
+
+TEST_F(Lists, AreFoundWhenAnElementHasNoValue) {
+  host.on("GetElementValue(7, cookie 2").fail();
+  EXPECT_EQ(found(), Names{"element-values"});
+}
+
+TEST_F(Lists, AreFoundWhenTwoElementsHaveOneCookie) {
+  part[start].elements[1].cookie = 1;
+  EXPECT_EQ(found(), Names{"element-cookies"});
+}
+
+TEST_F(Lists, AreFoundWhenCookiesChange) {
+  host.on("GetElementStrings(7)").nth(2).first([this] { part[start].elements[1].cookie = 9; });
+  EXPECT_EQ(found(), Names{"element-cookies"});
+}
+
+TEST_F(Lists, AreGivenBack) {
+  host.mark();
+  found();
+  EXPECT_EQ(host.balance(), "balanced");
+}
