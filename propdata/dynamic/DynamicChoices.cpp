@@ -74,9 +74,9 @@ bool fillDynamicChoices(PROPINFO& property) {
   for (LONG index = 0; index < count; ++index) {
     if (!readChoice(*enumeration.get(), index, choices)) return false;
   }
-  const TqVector<CStdStr<wchar_t>> names = appendedOneByOne(choices.names);
-  const TqVector<int> values = appendedOneByOne(choices.values);
-  const TqVector<double> reals = appendedOneByOne(choices.reals);
+  const TqVector<CStdStr<wchar_t>> names = appendedOneByOne(std::move(choices.names));
+  const TqVector<int> values = appendedOneByOne(std::move(choices.values));
+  const TqVector<double> reals = appendedOneByOne(std::move(choices.reals));
   property.choiceNames = names;
   property.choiceValues = values;
   property.choiceReals = reals;

@@ -40,9 +40,9 @@ bool isByLayer(const VARIANT& value) {
   return readColor(value, color) && color.isByLayer();
 }
 
-bool readEntityLayerColor(const PROPINFO& row, VkCmColor& color) {
+bool readEntityLayerColor(VkDbObjectId entityId, VkCmColor& color) {
   VkDbObjectId layerId;
-  return readLayerId(row.objectId, layerId) && readLayerColor(layerId, color);
+  return readLayerId(entityId, layerId) && readLayerColor(layerId, color);
 }
 
 // The layer color of the list's first entity that can be opened; the default color when there is none.
@@ -81,11 +81,11 @@ bool readColor(const VARIANT& value, VkCmColor& color) {
   return true;
 }
 
-bool differByLayerColors(const PROPINFO& first, const PROPINFO& other) {
+bool differByLayerColors(const PROPINFO& first, VkDbObjectId other) {
   if (!isByLayer(first.value)) return false;
   VkCmColor colorOfFirst;
   VkCmColor colorOfOther;
-  return readEntityLayerColor(first, colorOfFirst) && readEntityLayerColor(other, colorOfOther)
+  return readEntityLayerColor(first.objectId, colorOfFirst) && readEntityLayerColor(other, colorOfOther)
          && colorOfFirst != colorOfOther;
 }
 
@@ -96,11 +96,11 @@ HRESULT VariantToColorHelper(VARIANT* value, VkCmColor& color) {
 }
 
 bool getPropEntityLayerColor(VkCmColor& color, PROPINFO& prop) {
-  return guarded(false, [&] { return readEntityLayerColor(prop, color); });
+  return guarded(false, [&] { return readEntityLayerColor(prop.objectId, color); });
 }
 
 bool IsDifferentByLayerColors(PROPINFO& first, PROPINFO& other) {
-  return guarded(false, [&] { return differByLayerColors(first, other); });
+  return guarded(false, [&] { return differByLayerColors(first, other.objectId); });
 }
 
 bool IsDifferentByLayerColors(VARIANT& value, TqVector<PROPINFO>& listA, TqVector<PROPINFO>& listB) {

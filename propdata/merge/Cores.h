@@ -7,16 +7,28 @@
 
 namespace velt::propdata {
 
+class EntityLists;
+
 // Of ExcuteIntersect.
 bool intersect(TqVector<TqVector<PROPINFO>>& lists, TqVector<PROPINFO>& result, CStdStr<wchar_t>& errorText);
+// The same over the lists of harvested entities, of which no records are made but those of the result.
+bool intersect(EntityLists& lists, TqVector<PROPINFO>& result, CStdStr<wchar_t>& errorText);
 
 // Of comparePropInfo.
 bool compareRows(PROPINFO& first, const PROPINFO& other, bool& found, CStdStr<wchar_t>& errorText);
 
+// What is compared of another entity's row that is known to be the same property.
+struct OtherRow {
+  IDispatch* pDispatch;
+  VkDbObjectId objectId;
+  const VARIANT& value;
+};
+bool compareSameProperty(PROPINFO& first, const OtherRow& other, bool& found, CStdStr<wchar_t>& errorText);
+
 // Of VariantToColorHelper: whether the value is a color.
 bool readColor(const VARIANT& value, VkCmColor& color);
 
-// Of IsDifferentByLayerColors, for two rows.
-bool differByLayerColors(const PROPINFO& first, const PROPINFO& other);
+// Of IsDifferentByLayerColors, for two rows, of which the other is on that entity.
+bool differByLayerColors(const PROPINFO& first, VkDbObjectId other);
 
 }  // namespace velt::propdata

@@ -17,25 +17,21 @@ std::size_t hashOf(const CStdStr<wchar_t>& text) {
 
 }  // namespace
 
-std::size_t KeyTable::Hash::operator()(const SamenessKey& key) const {
-  const auto numbers =
-      static_cast<std::size_t>(static_cast<std::uint32_t>(key.categoryId)) * 2 + (key.isEditable ? 1 : 0);
-  return mix(mix(numbers, hashOf(key.categoryName)), hashOf(key.name));
+std::size_t KeyTable::Hash::operator()(const NameKey& key) const {
+  return mix(mix(static_cast<std::uint32_t>(key.categoryId), hashOf(key.categoryName)), hashOf(key.name));
 }
 
-std::size_t KeyTable::Hash::operator()(const FullKey& key) const {
-  const auto flags =
-      static_cast<std::size_t>(key.property.hasChoices ? 2 : 0) + (key.property.isElement ? 1 : 0);
-  return mix(mix(key.sameness, flags), hashOf(key.property.displayName));
+std::size_t KeyTable::Hash::operator()(const PropertyKey& key) const {
+  const auto flags = static_cast<std::size_t>(key.hasChoices ? 2 : 0) + (key.isElement ? 1 : 0);
+  return mix(flags, hashOf(key.displayName));
 }
 
-KeyNumber KeyTable::samenessKey(const PROPINFO& row) {
-  return sameness_.try_emplace(SamenessKey::of(row), static_cast<KeyNumber>(sameness_.size())).first->second;
+KeyNumber KeyTable::numberOf(const NameKey& key) {
+  return names_.try_emplace(key, static_cast<KeyNumber>(names_.size())).first->second;
 }
 
-KeyNumber KeyTable::fullKey(KeyNumber sameness, const PROPINFO& row) {
-  return full_.try_emplace({sameness, PropertyKey::of(row)}, static_cast<KeyNumber>(full_.size()))
-      .first->second;
+KeyNumber KeyTable::numberOf(const PropertyKey& key) {
+  return properties_.try_emplace(key, static_cast<KeyNumber>(properties_.size())).first->second;
 }
 
 }  // namespace velt::propdata

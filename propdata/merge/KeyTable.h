@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <unordered_map>
 
+#include "propdata/merge/NameKey.h"
 #include "propdata/merge/PropertyKey.h"
-#include "propdata/merge/SamenessKey.h"
 
 namespace velt::propdata {
 
@@ -16,23 +16,17 @@ using KeyNumber = std::uint32_t;
 
 class KeyTable {
  public:
-  KeyNumber samenessKey(const PROPINFO& row);
-  // The full key: the sameness key with that number and the row's property key together.
-  KeyNumber fullKey(KeyNumber sameness, const PROPINFO& row);
+  KeyNumber numberOf(const NameKey& key);
+  KeyNumber numberOf(const PropertyKey& key);
 
  private:
-  struct FullKey {
-    KeyNumber sameness;
-    PropertyKey property;
-    bool operator==(const FullKey&) const = default;
-  };
   struct Hash {
-    std::size_t operator()(const SamenessKey& key) const;
-    std::size_t operator()(const FullKey& key) const;
+    std::size_t operator()(const NameKey& key) const;
+    std::size_t operator()(const PropertyKey& key) const;
   };
 
-  std::unordered_map<SamenessKey, KeyNumber, Hash> sameness_;
-  std::unordered_map<FullKey, KeyNumber, Hash> full_;
+  std::unordered_map<NameKey, KeyNumber, Hash> names_;
+  std::unordered_map<PropertyKey, KeyNumber, Hash> properties_;
 };
 
 }  // namespace velt::propdata

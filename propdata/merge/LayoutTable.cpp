@@ -4,9 +4,8 @@
 #include <cstddef>
 #include <functional>
 #include <iterator>
+#include <memory>
 #include <utility>
-
-#include "propdata/support/Lists.h"
 
 namespace velt::propdata {
 
@@ -14,14 +13,9 @@ namespace {
 
 // Lists that come from one cached list share its strings, so they are seen to be alike without comparing characters.
 // Lists whose strings are equal but not shared count as unlike.
-bool hasSameStrings(const SamenessKey& key, const PROPINFO& row) {
+bool hasSameStrings(const NameKey& key, const PROPINFO& row) {
   return key.name.sharesWith(row.name) && key.categoryName.sharesWith(row.categoryName)
-         && key.categoryId == row.categoryId && key.isEditable == row.isEditable;
-}
-
-bool hasKey(const PropertyKey& key, const PROPINFO& row) {
-  return key.hasChoices == row.hasChoices && key.isElement == row.isElement
-         && key.displayName == row.displayName;
+         && key.categoryId == row.categoryId;
 }
 
 }  // namespace
@@ -37,66 +31,59 @@ ListLayout& LayoutTable::of(const TqVector<PROPINFO>& list) {
   if (!known.isLike(list)) {
     known.layout = nullptr;
     known.rows.clear();
-    std::transform(list.begin(), list.end(), std::back_inserter(known.rows), SamenessKey::of);
-    known.layout = &build(list);
+    std::transform(list.begin(), list.end(), std::back_inserter(known.rows), NameKey::of);
+    known.layout = &build({list.begin(), list.length()});
   }
   return *known.layout;
 }
 
-ListLayout& LayoutTable::build(const TqVector<PROPINFO>& list) {
+ListLayout& LayoutTable::build(std::span<const PROPINFO> rows) {
   ListLayout& layout = layouts_.emplace_back();
-  layout.length_ = list.length();
-  layout.rows_.reserve(list.length());
-  for (std::uint32_t place = 0; place < list.length(); ++place)
-    layout.rows_.push_back({keys_.samenessKey(list[place]), place});
+  layout.length_ = static_cast<std::uint32_t>(rows.size());
+  layout.rows_.reserve(rows.size());
+  for (std::uint32_t place = 0; place < rows.size(); ++place)
+    layout.rows_.push_back({keys_.numberOf(NameKey::of(rows[place])), place});
   std::sort(layout.rows_.begin(), layout.rows_.end());
   return layout;
 }
 
-ListLayout& LayoutTable::brokenUp(ListLayout& layout, std::uint32_t place, KeyNumber before,
-                                  const PROPINFO& row, TqVector<PROPINFO>& elements) {
-  auto& continuations = layout.continuations_;
+const ListLayout::Continuation* LayoutTable::known(const ListLayout& layout, std::uint32_t place) {
+  const auto& continuations = layout.continuations_;
   const auto known = std::find_if(continuations.begin(), continuations.end(),
-                                  [&](const auto& continuation) { return continuation.brokenUp == place; });
-  if (known == continuations.end()) {
-    ListLayout& extended = extend(layout, place, before, row, elements);
-    std::vector<PropertyKey> keys;
-    std::transform(elements.begin(), elements.end(), std::back_inserter(keys), PropertyKey::of);
-    continuations.push_back({place, std::move(keys), &extended});
-    return extended;
-  }
-  if (!std::equal(known->elements.begin(), known->elements.end(), elements.begin(), elements.end(), hasKey)) {
-    return extend(layout, place, before, row, elements);
-  }
-  for (std::uint32_t i = 0; PROPINFO & element : writable(elements))
-    element.displayName = known->elements[i++].displayName;
-  return *known->layout;
+                                  [&](const auto& candidate) { return candidate.brokenUp == place; });
+  return known != continuations.end() ? &*known : nullptr;
 }
 
-ListLayout& LayoutTable::extend(const ListLayout& layout, std::uint32_t place, KeyNumber before,
-                                const PROPINFO& row, const TqVector<PROPINFO>& elements) {
-  using Entry = ListLayout::Entry;
+ListLayout& LayoutTable::extend(ListLayout& layout, std::uint32_t place, KeyNumber name, const PROPINFO& row,
+                                std::vector<PropertyKey> elements) {
+  using Row = ListLayout::Row;
   ListLayout& extended = layouts_.emplace_back();
-  extended.length_ = layout.length_ + elements.length();
+  extended.length_ = layout.length_ + static_cast<std::uint32_t>(elements.size());
 
   extended.rows_ = layout.rows_;
-  const auto replace = [&](Entry from, Entry to) {
+  const auto replace = [&](Row from, Row to) {
     auto& rows = extended.rows_;
     rows.erase(std::lower_bound(rows.begin(), rows.end(), from));
     rows.insert(std::lower_bound(rows.begin(), rows.end(), to), to);
   };
-  replace({before, place}, {keys_.samenessKey(row), place});
+  replace({name, place}, {keys_.numberOf(NameKey::ofNameless(row)), place});
 
+  auto properties = std::make_shared<std::vector<KeyNumber>>();
+  properties->reserve(elements.size());
   extended.elements_ = layout.elements_;
   const auto sortedElements = static_cast<std::ptrdiff_t>(extended.elements_.size());
-  for (std::uint32_t element = layout.length_; const PROPINFO& made : elements)
-    extended.elements_.push_back({keys_.fullKey(before, made), element++});
+  for (std::uint32_t at = layout.length_; const PropertyKey& element : elements) {
+    properties->push_back(keys_.numberOf(element));
+    extended.elements_.push_back({name, properties->back(), at++});
+  }
   std::sort(extended.elements_.begin() + sortedElements, extended.elements_.end());
   std::inplace_merge(extended.elements_.begin(), extended.elements_.begin() + sortedElements,
                      extended.elements_.end());
 
   extended.expansions_ = layout.expansions_;
-  extended.expansions_.push_back({before, layout.length_});
+  extended.expansions_.push_back({name, place, layout.length_, std::move(properties)});
+  if (known(layout, place) == nullptr)
+    layout.continuations_.push_back({place, std::move(elements), &extended});
   return extended;
 }
 

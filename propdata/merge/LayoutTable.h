@@ -10,6 +10,7 @@
 #include <array>
 #include <cstdint>
 #include <deque>
+#include <span>
 #include <vector>
 
 #include "propdata/merge/KeyTable.h"
@@ -21,26 +22,26 @@ class LayoutTable {
  public:
   explicit LayoutTable(KeyTable& keys) : keys_(keys) {}
 
-  // The layout of a list of which no row is broken up yet.
+  // A layout of its own for rows of which none is broken up yet.
+  ListLayout& build(std::span<const PROPINFO> rows);
+  // The same, shared with earlier lists that have the same strings as name keys.
   ListLayout& of(const TqVector<PROPINFO>& list);
 
-  // The layout after the row at a place was broken up. The row has lost its name already, `before` is its sameness
-  // key from before that; the elements are going to stand at the end of the list. Labels that elements of other
-  // lists have are shared from here on.
-  ListLayout& brokenUp(ListLayout& layout, std::uint32_t place, KeyNumber before, const PROPINFO& row,
-                       TqVector<PROPINFO>& elements);
+  // What came of the row at this place in the first list with this layout in which it was broken up; null when there
+  // was none yet. Valid until the next extend().
+  static const ListLayout::Continuation* known(const ListLayout& layout, std::uint32_t place);
+  // The layout after the row at this place was broken up into other elements than the known ones. `row` is the row,
+  // with or without its name; `name` is its name key from before it lost it.
+  ListLayout& extend(ListLayout& layout, std::uint32_t place, KeyNumber name, const PROPINFO& row,
+                     std::vector<PropertyKey> elements);
 
  private:
   struct KnownList {
-    std::vector<SamenessKey> rows;
+    std::vector<NameKey> rows;
     ListLayout* layout = nullptr;
 
     bool isLike(const TqVector<PROPINFO>& list) const;
   };
-
-  ListLayout& build(const TqVector<PROPINFO>& list);
-  ListLayout& extend(const ListLayout& layout, std::uint32_t place, KeyNumber before, const PROPINFO& row,
-                     const TqVector<PROPINFO>& elements);
 
   KeyTable& keys_;
   std::deque<ListLayout> layouts_;

@@ -1,23 +1,33 @@
 #include "propdata/merge/ListLayout.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace velt::propdata {
 
-std::uint32_t ListLayout::next(const std::vector<Entry>& sorted, KeyNumber key, std::uint32_t from) {
-  const auto entry = std::lower_bound(sorted.begin(), sorted.end(), Entry{key, from});
-  return entry != sorted.end() && entry->key == key ? entry->place : none;
+const ListLayout::Expansion* ListLayout::expansionAt(std::uint32_t place) const {
+  const auto after = std::upper_bound(
+      expansions_.begin(), expansions_.end(), place,
+      [](std::uint32_t wanted, const Expansion& expansion) { return wanted < expansion.first; });
+  return after != expansions_.begin() ? &*std::prev(after) : nullptr;
 }
 
-std::uint32_t ListLayout::nextCandidate(KeyNumber sameness, KeyNumber full, std::uint32_t from) const {
-  return std::min(next(rows_, sameness, from), next(elements_, full, from));
+std::uint32_t ListLayout::nextCandidate(KeyNumber name, KeyNumber property, std::uint32_t from) const {
+  const auto row = std::lower_bound(rows_.begin(), rows_.end(), Row{name, from});
+  if (row != rows_.end() && row->name == name) return row->place;
+  // Elements stand after all rows that came with the list.
+  const auto element = std::lower_bound(elements_.begin(), elements_.end(), Element{name, property, from});
+  const bool isFound = element != elements_.end() && element->name == name && element->property == property;
+  return isFound ? element->place : none;
 }
 
-std::uint32_t ListLayout::first(KeyNumber sameness) const {
-  if (const std::uint32_t place = next(rows_, sameness, 0); place != none) return place;
-  const auto expansion = std::find_if(expansions_.begin(), expansions_.end(),
-                                      [&](const Entry& entry) { return entry.key == sameness; });
-  return expansion != expansions_.end() ? expansion->place : none;
+std::uint32_t ListLayout::nextNamed(KeyNumber name, std::uint32_t from) const {
+  const auto row = std::lower_bound(rows_.begin(), rows_.end(), Row{name, from});
+  if (row != rows_.end() && row->name == name) return row->place;
+  const auto expansion = std::find_if(
+      expansions_.begin(), expansions_.end(),
+      [&](const Expansion& candidate) { return candidate.name == name && candidate.first >= from; });
+  return expansion != expansions_.end() ? expansion->first : none;
 }
 
 }  // namespace velt::propdata

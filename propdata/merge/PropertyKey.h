@@ -1,6 +1,6 @@
 #pragma once
 
-// What two rows with the same sameness key must also have in common to be the same property.
+// What two rows with the same name key and the same isEditable must also have in common to be the same property.
 
 #include "propdata/VeltPropData.h"
 

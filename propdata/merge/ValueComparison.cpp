@@ -59,7 +59,7 @@ bool countElements(IDispatch* object, const CStdStr<wchar_t>& name, ULONG& count
 std::int32_t compareValues(const VARIANT& a, const VARIANT& b);
 
 // True when the search for this element is over: the counts of both properties could be compared.
-bool compareElements(PROPINFO& first, const PROPINFO& other, bool& found, CStdStr<wchar_t>& errorText) {
+bool compareElements(PROPINFO& first, const OtherRow& other, bool& found, CStdStr<wchar_t>& errorText) {
   ULONG countOfFirst = 0;
   ULONG countOfOther = 0;
   if (!countElements(first.pDispatch, first.name, countOfFirst, errorText)) return false;
@@ -74,7 +74,7 @@ bool compareElements(PROPINFO& first, const PROPINFO& other, bool& found, CStdSt
   return true;
 }
 
-bool showsAnotherLayerColor(const PROPINFO& first, const PROPINFO& other) {
+bool showsAnotherLayerColor(const PROPINFO& first, VkDbObjectId other) {
   return first.value.vt == VT_DISPATCH && first.value.pdispVal != nullptr && first.dispId != hyperlinksDispId
          && differByLayerColors(first, other);
 }
@@ -169,7 +169,12 @@ namespace velt::propdata {
 
 bool compareRows(PROPINFO& first, const PROPINFO& other, bool& found, CStdStr<wchar_t>& errorText) {
   found = false;
-  if (!isSameProperty(first, other)) return false;
+  return isSameProperty(first, other)
+         && compareSameProperty(first, {other.pDispatch, other.objectId, other.value}, found, errorText);
+}
+
+bool compareSameProperty(PROPINFO& first, const OtherRow& other, bool& found, CStdStr<wchar_t>& errorText) {
+  found = false;
   if (first.isElement) return compareElements(first, other, found, errorText);
   switch (compareValues(first.value, other.value)) {
     case ofOtherType:
@@ -181,7 +186,7 @@ bool compareRows(PROPINFO& first, const PROPINFO& other, bool& found, CStdStr<wc
       found = true;
       break;
     default:
-      if (showsAnotherLayerColor(first, other)) first.isVaries = true;
+      if (showsAnotherLayerColor(first, other.objectId)) first.isVaries = true;
       found = true;
       break;
   }

@@ -3,12 +3,40 @@
 // Cores of this folder that others call. Each does what its exported function promises, which is told in the public
 // header, and throws where the function would catch (errors/Guard.h).
 
+#include <cstddef>
+#include <unordered_map>
+
 #include "propdata/VeltPropData.h"
+#include "propdata/merge/EntityLists.h"
 
 namespace velt::propdata {
 
 // Of GetSingleEntPropInfo.
 bool harvest(VeltPropData* entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& errorText);
+
+// The same for the entities of a selection, of which no list is made but the cached ones. The host sees the same calls.
+class SelectionHarvest {
+ public:
+  explicit SelectionHarvest(EntityLists& lists) : lists_(lists) {}
+
+  // Adds the entity's list.
+  bool add(VeltPropData* entry, CStdStr<wchar_t>& errorText);
+
+ private:
+  struct Class {
+    GUID clsid;
+    int hatchVariant;
+    bool operator==(const Class&) const = default;
+  };
+  struct Hash {
+    std::size_t operator()(const Class& of) const;
+  };
+  const CLSIDMemString& keyOf(const Class& of);
+
+  EntityLists& lists_;
+  // Those that were needed so far: to make one takes longer than to look a list up.
+  std::unordered_map<Class, CLSIDMemString, Hash> keys_;
+};
 
 // Of getTqPROPINFOCache.
 PropertyListCache& propertyListCache();

@@ -14,25 +14,21 @@ using velt::errors::guarded;
 
 namespace {
 
-struct EntityLists {
-  TqVector<TqVector<PROPINFO>> ofType;
-  TqVector<TqVector<PROPINFO>> dynamic;
-};
+using DynamicLists = TqVector<TqVector<PROPINFO>>;
 
 bool harvestAll(const TqVector<VeltPropData*>& selection, bool withDynamic, EntityLists& lists,
-                CStdStr<wchar_t>& errorText) {
-  reserve(lists.ofType, selection.length());
-  if (withDynamic) reserve(lists.dynamic, selection.length());
+                DynamicLists& dynamicLists, CStdStr<wchar_t>& errorText) {
+  lists.reserve(selection.length());
+  if (withDynamic) reserve(dynamicLists, selection.length());
+  SelectionHarvest harvest(lists);
   for (VeltPropData* const entry : selection) {
-    TqVector<PROPINFO> ofType;
-    if (!harvest(entry, ofType, errorText)) return false;
-    mustAppend(lists.ofType, ofType);
+    if (!harvest.add(entry, errorText)) return false;
     if (!withDynamic) continue;
     TqVector<PROPINFO> dynamic;
     // QUIRK(sources_result_unexamined): an entity whose sources cannot be enumerated has an empty list, and the static
     // rows are shown all the same; plug-ins attach and remove their sources at any time.
     [[maybe_unused]] const bool hasSources = appendDynamicRows(entry->pDispatch, dynamic);
-    mustAppend(lists.dynamic, dynamic);
+    mustAppend(dynamicLists, dynamic);
   }
   return true;
 }
@@ -41,20 +37,20 @@ bool query(const TqVector<VeltPropData*>& selection, TqVector<PROPINFO>& result,
            CStdStr<wchar_t>& errorText) {
   mustClear(result);
   EntityLists lists;
+  DynamicLists dynamicLists;
   const bool withDynamic = showsDynamicRows(selection);
-  if (!harvestAll(selection, withDynamic, lists, errorText)) return false;
+  if (!harvestAll(selection, withDynamic, lists, dynamicLists, errorText)) return false;
 
-  if (!intersect(lists.ofType, result, errorText)) return false;
+  if (!intersect(lists, result, errorText)) return false;
   if (withDynamic) {
     TqVector<PROPINFO> merged;
-    if (!intersect(lists.dynamic, merged, errorText)) return false;
-    reserve(result, result.length() + merged.length());
-    result.append(merged);
+    if (!intersect(dynamicLists, merged, errorText)) return false;
+    mustAppendAll(result, std::move(merged));
   }
   fillChoices(result);
   // QUIRK(dynamic_values_not_released): only the static lists give their values back; property sources keep
   // answering with values that the merged rows share.
-  clearValues(lists.ofType);
+  lists.clearValues();
   return true;
 }
 

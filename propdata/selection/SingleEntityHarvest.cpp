@@ -1,9 +1,8 @@
 // The static rows of one entity, and the cache that saves walking the type information again.
 
-#include <algorithm>
+#include <cstring>
 #include <string>
 #include <unordered_set>
-#include <utility>
 
 #include "errors/Guard.h"
 #include "errors/Messages.h"
@@ -41,12 +40,20 @@ int hatchVariantOf(const VeltPropData& entry) {
   return variant;
 }
 
-// The answer lands in the row's flag as yes or no, whatever byte the host writes.
-void askEditable(IOPMPropertyExtension& extension, PROPINFO& prop) {
-  BOOL editable = prop.isEditable ? 1 : 0;
+// Yes or no, whatever byte the host writes.
+bool askEditable(IOPMPropertyExtension& extension, DISPID dispId, bool before) {
+  BOOL editable = before ? 1 : 0;
   // QUIRK(editable_result_unexamined): an object without an opinion refuses the call, and the flag stays as it went in.
-  [[maybe_unused]] const HRESULT answered = extension.Editable(prop.dispId, &editable);
-  prop.isEditable = editable != 0;
+  [[maybe_unused]] const HRESULT answered = extension.Editable(dispId, &editable);
+  return editable != 0;
+}
+
+// The flag stays as it is for an object that has no extension, too.
+bool askEditable(IUnknown* object, DISPID dispId, bool before) {
+  InterfaceHolder<IOPMPropertyExtension> extension;
+  return SUCCEEDED(query(object, IID_IOPMPropertyExtension, extension))
+             ? askEditable(*extension.get(), dispId, before)
+             : before;
 }
 
 bool offersChoices(IPerPropertyBrowsing& browsing, DISPID dispId) {
@@ -73,10 +80,7 @@ bool completeRow(VeltPropData& entry, PROPINFO& prop, const SetterNames& setters
       return failWith(errorText, message::noPropertyExtension);
     prop.isEditable = false;
     if (setters.contains(prop.name.str())) prop.isWritable = true;
-    if (prop.isWritable) {
-      prop.isEditable = true;
-      askEditable(*extension.get(), prop);
-    }
+    if (prop.isWritable) prop.isEditable = askEditable(*extension.get(), prop.dispId, true);
   }
 
   if (!findCategory(entry, prop.dispId, categoryId, categoryName, errorText)) return false;
@@ -108,13 +112,6 @@ bool walk(VeltPropData& entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& error
   for (PROPINFO& prop : writable(list)) {
     if (!completeRow(entry, prop, setters, categoryId, categoryName, errorText)) return false;
   }
-  // Every entity of the class gets a copy of the list, and a copy has as many slots: room for the elements that a point
-  // breaks up into, so that the merge need not move the list, and for nothing else.
-  constexpr std::uint32_t elementsOfAPoint = 3;
-  const auto points = std::count_if(std::as_const(list).begin(), std::as_const(list).end(),
-                                    [](const PROPINFO& prop) { return prop.valueType == VT_VARIANT; });
-  if (!list.setPhysicalLength(list.length() + elementsOfAPoint * static_cast<std::uint32_t>(points)))
-    throw velt::errors::ReportedShortage();
   return true;
 }
 
@@ -123,10 +120,7 @@ void putOwnFields(TqVector<PROPINFO>& list, const VeltPropData& entry) {
     prop.clsid = entry.clsid;
     prop.pDispatch = entry.pDispatch;
     prop.objectId.setFromOldId(entry.oldId);
-    if (!prop.isWritable) continue;
-    InterfaceHolder<IOPMPropertyExtension> extension;
-    if (SUCCEEDED(query(entry.pUnknown, IID_IOPMPropertyExtension, extension)))
-      askEditable(*extension.get(), prop);
+    if (prop.isWritable) prop.isEditable = askEditable(entry.pUnknown, prop.dispId, prop.isEditable);
   }
 }
 
@@ -146,6 +140,39 @@ bool harvest(VeltPropData* entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& er
   if (!walk(*entry, list, errorText)) return false;
   cache.emplace(key, list);
   return true;
+}
+
+bool SelectionHarvest::add(VeltPropData* entry, CStdStr<wchar_t>& errorText) {
+  if (entry == nullptr) return false;
+  const CLSIDMemString& key = keyOf({entry->clsid, hatchVariantOf(*entry)});
+  PropertyListCache& cache = propertyListCache();
+  if (const auto hit = cache.find(key); hit != cache.end()) {
+    SharedRows& rows = lists_.sharedRows(hit->second);
+    const SharedRows::Member member = lists_.add(rows, *entry);
+    for (const std::uint32_t place : rows.writable()) {
+      const PROPINFO& row = rows.rows()[place];
+      rows.setEditable(member, place, askEditable(entry->pUnknown, row.dispId, row.isEditable));
+    }
+    return true;
+  }
+  TqVector<PROPINFO> list;
+  if (!walk(*entry, list, errorText)) return false;
+  cache.emplace(key, list);
+  lists_.add(lists_.sharedRows(list), *entry);
+  return true;
+}
+
+const CLSIDMemString& SelectionHarvest::keyOf(const Class& of) {
+  const auto known = keys_.find(of);
+  if (known != keys_.end()) return known->second;
+  return keys_.emplace(of, CLSIDMemString(of.clsid, of.hatchVariant)).first->second;
+}
+
+std::size_t SelectionHarvest::Hash::operator()(const Class& of) const {
+  std::uint64_t halves[2];
+  static_assert(sizeof halves == sizeof of.clsid);
+  std::memcpy(halves, &of.clsid, sizeof halves);
+  return (halves[0] ^ halves[1] ^ static_cast<std::uint32_t>(of.hatchVariant)) * 0x9E3779B97F4A7C15ULL;
 }
 
 }  // namespace velt::propdata

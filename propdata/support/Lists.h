@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "container/TqVector.h"
@@ -18,6 +19,13 @@ void mustAppend(TqVector<T>& list, const T& element) {
   const auto before = list.length();
   list.append(element);
   if (list.length() == before) throw errors::ReportedShortage();
+}
+
+template <class T>
+void mustAppendAll(TqVector<T>& list, TqVector<T>&& elements) {
+  const auto after = list.length() + elements.length();
+  list.append(std::move(elements));
+  if (list.length() != after) throw errors::ReportedShortage();
 }
 
 // Empties a list. A shared one needs a block of its own for that; without memory for it the list lets go of the shared
@@ -77,13 +85,14 @@ std::span<T> writable(TqVector<T>& list) {
 
 // A list with as many slots as one that got its elements one by one, which callers may see, but moved only once.
 template <class T>
-TqVector<T> appendedOneByOne(const std::vector<T>& elements) {
+TqVector<T> appendedOneByOne(std::vector<T> elements) {
   constexpr std::size_t step = TqVectorDefaultGrowPolicy::defaultGrowCount;
   TqVector<T> list;
+  if (elements.empty()) return list;
   const std::size_t slots = (elements.size() + step - 1) / step * step;
   if (!list.setPhysicalLength(static_cast<std::uint32_t>(slots))) throw errors::ReportedShortage();
-  for (const T& element : elements)
-    list.append(element);
+  if (!list.setLogicalLength(static_cast<std::uint32_t>(elements.size()))) throw errors::ReportedShortage();
+  std::move(elements.begin(), elements.end(), writable(list).begin());
   return list;
 }
 

@@ -24,32 +24,50 @@ bool sortsByCookie(const GUID& clsid, DWORD cookie) {
   return !(clsid == CLSID_VeltLWPolyline && (cookie == 2 || cookie == 3));
 }
 
-void appendGroupHeader(IOPMPropertyExpander& expander, PROPINFO& info, TqVector<PROPINFO>& out) {
-  info.customType = PropertyKind::vertex;
-  // QUIRK(grouping_results_unexamined): like that of the grouping, this result is not looked at: expanders without
-  // groups refuse both calls.
-  [[maybe_unused]] const HRESULT counted = expander.GetGroupCount(info.dispId, &info.groupCount);
-  VariantInit(&info.value);
-  info.value.vt = VT_I4;
-  info.value.lVal = 0;
-  info.valueType = VT_I4;
-  info.hasValue = true;
-  mustAppend(out, info);
-}
+// Makes a record of each element, after the template.
+class RecordReceiver final : public ElementReceiver {
+ public:
+  RecordReceiver(PROPINFO& info, TqVector<PROPINFO>& out) : info_(info), out_(out) {}
 
-bool appendElement(IOPMPropertyExpander& expander, DWORD cookie, const CStdStr<wchar_t>& label,
-                   PROPINFO& info, TqVector<PROPINFO>& out) {
+  void expect(std::uint32_t count) override { reserve(out_, out_.length() + count); }
+
+  void addHeader() override {
+    info_.customType = PropertyKind::vertex;
+    VariantInit(&info_.value);
+    info_.value.vt = VT_I4;
+    info_.value.lVal = 0;
+    info_.valueType = VT_I4;
+    info_.hasValue = true;
+    mustAppend(out_, info_);
+  }
+
+  void beginElements() override {
+    info_.customType = PropertyKind::none;
+    info_.groupCount = 0;
+  }
+
+  void addElement(const OLECHAR* label, DWORD cookie, const VARIANT& value) override {
+    info_.displayName = CStdStr<wchar_t>(label);
+    info_.valueType = value.vt;
+    info_.isElement = true;
+    info_.elementCookie = cookie;
+    info_.value = value;
+    info_.hasValue = true;
+    info_.sortByCookie = sortsByCookie(info_.clsid, cookie);
+    mustAppend(out_, info_);
+  }
+
+ private:
+  PROPINFO& info_;
+  TqVector<PROPINFO>& out_;
+};
+
+bool readElement(IOPMPropertyExpander& expander, DISPID dispId, DWORD cookie, const OLECHAR* label,
+                 ElementReceiver& receiver) {
   VariantHolder value;
-  if (!handedOver(expander.GetElementValue(info.dispId, cookie, value.put()), value)) return false;
-  info.valueType = value.get().vt;
-  info.isElement = true;
-  info.elementCookie = cookie;
-  info.displayName = label;
-  info.value = value.get();
-  info.hasValue = true;
-  info.sortByCookie = sortsByCookie(info.clsid, cookie);
-  mustAppend(out, info);
-  [[maybe_unused]] const VARIANT ownedByTheRows = value.detach();
+  if (!handedOver(expander.GetElementValue(dispId, cookie, value.put()), value)) return false;
+  receiver.addElement(label, cookie, value.get());
+  [[maybe_unused]] const VARIANT ownedByTheReceiver = value.detach();
   return true;
 }
 
@@ -57,31 +75,39 @@ bool appendElement(IOPMPropertyExpander& expander, DWORD cookie, const CStdStr<w
 
 namespace velt::propdata {
 
-bool listElements(PROPINFO& info, TqVector<PROPINFO>& out, CStdStr<wchar_t>& errorText) {
+bool expandProperty(IDispatch* object, DISPID dispId, SHORT& grouping, long& groupCount,
+                    ElementReceiver& receiver, CStdStr<wchar_t>& errorText) {
   InterfaceHolder<IOPMPropertyExpander> expander;
-  if (FAILED(query(info.pDispatch, IID_IOPMPropertyExpander, expander))) {
+  if (FAILED(query(object, IID_IOPMPropertyExpander, expander)))
     return failWith(errorText, message::noExpander);
-  }
   CountedStringsHolder elements;
-  if (!handedOver(expander->GetElementStrings(info.dispId, elements.putStrings(), elements.putCookies()),
+  if (!handedOver(expander->GetElementStrings(dispId, elements.putStrings(), elements.putCookies()),
                   elements)) {
     return failWith(errorText, message::elementStrings);
   }
-  SHORT grouping = 0;
-  [[maybe_unused]] const HRESULT grouped = expander->GetElementGrouping(info.dispId, &grouping);
-  info.elementGrouping = grouping;
-  reserve(out, out.length() + 1 + elements.cookieCount());
-  if (grouping != 0) appendGroupHeader(*expander.get(), info, out);
-  info.customType = PropertyKind::none;
-  info.groupCount = 0;
+  // QUIRK(grouping_results_unexamined): neither this result nor that of the count is looked at: expanders without
+  // groups refuse both calls.
+  SHORT answer = 0;
+  [[maybe_unused]] const HRESULT grouped = expander->GetElementGrouping(dispId, &answer);
+  grouping = answer;
+  receiver.expect((grouping != 0 ? 1 : 0) + elements.cookieCount());
+  if (grouping != 0) {
+    [[maybe_unused]] const HRESULT counted = expander->GetGroupCount(dispId, &groupCount);
+    receiver.addHeader();
+  }
+  receiver.beginElements();
   for (ULONG i = 0; i < elements.cookieCount(); ++i) {
-    if (!appendElement(*expander.get(), elements.cookie(i), CStdStr<wchar_t>(elements.string(i)), info,
-                       out)) {
+    if (!readElement(*expander.get(), dispId, elements.cookie(i), elements.string(i), receiver))
       return failWith(errorText, message::elementValue);
-    }
   }
   expander.reset();
   return true;
+}
+
+bool listElements(PROPINFO& info, TqVector<PROPINFO>& out, CStdStr<wchar_t>& errorText) {
+  RecordReceiver receiver(info, out);
+  return expandProperty(info.pDispatch, info.dispId, info.elementGrouping, info.groupCount, receiver,
+                        errorText);
 }
 
 }  // namespace velt::propdata

@@ -4,16 +4,23 @@
 // header, and throws where the function would catch (errors/Guard.h).
 
 #include "propdata/VeltPropData.h"
+#include "propdata/typing/ValueReceiver.h"
 
 namespace velt::propdata {
 
 // Of _GetPropertyType.
 PropertyKind::Code kindOf(const GUID& clsid, const PROPINFO& prop);
 
+// Asks the host what kindOf would ask of it for a property with this DISPID and value, where the answer is not needed.
+void askForKind(DISPID dispId, const VARIANT& value);
+
 // Of SetPropertyWeight.
 void setWeight(const GUID& clsid, PROPINFO& prop);
 
 // Of getPropValue.
 void readValue(PROPINFO& prop, TqVector<PROPINFO>& elements);
+// The same calls in the same order, for the property of an object of which nothing but the value is kept, or the
+// elements. The row is only looked at.
+void readValueOnly(const PROPINFO& prop, IDispatch* object, ValueReceiver& receiver);
 
 }  // namespace velt::propdata

@@ -141,6 +141,13 @@ bool isOfClass(const GUID& clsid, const GUID* wanted) {
                      [&](const GUID* annotation) { return clsid == *annotation; });
 }
 
+PropertyKind::Code kindOfDispId(DISPID dispId) {
+  for (const KindOfDispId& rule : kindsOfDispIds) {
+    if (rule.dispId == dispId) return rule.kind;
+  }
+  return PropertyKind::none;
+}
+
 bool isColorObject(const VARIANT& value) {
   if (value.vt != VT_DISPATCH) return false;
   InterfaceHolder<IVeltVkCmColor> color;
@@ -169,15 +176,17 @@ PropertyKind::Code kindOfValue(const VARIANT& value) {
 namespace velt::propdata {
 
 PropertyKind::Code kindOf(const GUID& clsid, const PROPINFO& prop) {
-  for (const KindOfDispId& rule : kindsOfDispIds) {
-    if (rule.dispId == prop.dispId) return rule.kind;
-  }
+  if (const PropertyKind::Code kind = kindOfDispId(prop.dispId); kind != PropertyKind::none) return kind;
   if (isColorObject(prop.value)) return PropertyKind::colorObject;
   const wchar_t* const name = prop.name.c_str();
   for (const KindOfSpecialName& rule : kindsOfSpecialNames) {
     if (isNamed(name, rule.name) && isOfClass(clsid, rule.wantedClass)) return rule.kind;
   }
   return prop.hasChoices ? PropertyKind::choice : kindOfValue(prop.value);
+}
+
+void askForKind(DISPID dispId, const VARIANT& value) {
+  if (kindOfDispId(dispId) == PropertyKind::none) static_cast<void>(isColorObject(value));
 }
 
 }  // namespace velt::propdata

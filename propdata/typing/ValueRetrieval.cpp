@@ -27,42 +27,46 @@ struct ExceptionRecord : EXCEPINFO {
   }
 };
 
-VARIANT dispIdAsVariant(const PROPINFO& prop) {
+VARIANT asVariant(DISPID dispId) {
   VARIANT property;
   VariantInit(&property);
   property.vt = VT_I4;
-  property.lVal = prop.dispId;
+  property.lVal = dispId;
   return property;
 }
 
-void readWeight(PROPINFO& prop, const VARIANT& property) {
+// The weight is left alone when the object tells none.
+void askForWeight(IDispatch* object, const VARIANT& property, std::int32_t& weight) {
   InterfaceHolder<IVkPiPropertyDisplay> display;
-  if (SUCCEEDED(query(prop.pDispatch, IID_IVkPiPropertyDisplay, display))) {
-    long weight = 0;
-    if (SUCCEEDED(display->GetPropertyWeight(property, &weight)))
-      prop.weight = static_cast<std::int32_t>(weight);
-  }
-  display.reset();
+  if (FAILED(query(object, IID_IVkPiPropertyDisplay, display))) return;
+  long answer = 0;
+  if (SUCCEEDED(display->GetPropertyWeight(property, &answer))) weight = static_cast<std::int32_t>(answer);
+}
+
+void readWeight(PROPINFO& prop, const VARIANT& property) {
+  askForWeight(prop.pDispatch, property, prop.weight);
   setWeight(prop.clsid, prop);
 }
 
-void fetchValue(PROPINFO& prop) {
+void fetchValue(IDispatch* object, DISPID dispId, VARTYPE declaredType, VARIANT& value) {
   // QUIRK(type_tag_before_get): the tag is the declared type before the call and stays it when the call fails;
   // what the value held before is overwritten, not freed.
-  prop.value.vt = prop.valueType;
-  if (prop.pDispatch == nullptr) return;
+  value.vt = declaredType;
+  if (object == nullptr) return;
   DISPPARAMS noParameters{};
   ExceptionRecord exception;
   UINT argumentError = 0;
   [[maybe_unused]] const HRESULT got =
-      prop.pDispatch->Invoke(prop.dispId, GUID_NULL, GetUserDefaultLangID(), DISPATCH_PROPERTYGET,
-                             &noParameters, &prop.value, &exception, &argumentError);
+      object->Invoke(dispId, GUID_NULL, GetUserDefaultLangID(), DISPATCH_PROPERTYGET, &noParameters, &value,
+                     &exception, &argumentError);
+}
+
+bool isKindOpen(const PROPINFO& prop) {
+  return prop.customType == PropertyKind::none || prop.customType == PropertyKind::unknownType;
 }
 
 void settleKind(PROPINFO& prop) {
-  if (prop.customType == PropertyKind::none || prop.customType == PropertyKind::unknownType) {
-    prop.customType = kindOf(prop.clsid, prop);
-  }
+  if (isKindOpen(prop)) prop.customType = kindOf(prop.clsid, prop);
 }
 
 // QUIRK(expanded_from_a_copy): the row itself keeps its kind and gets no value, whatever the expansion writes into its
@@ -76,10 +80,10 @@ bool expand(const PROPINFO& prop, TqVector<PROPINFO>& elements) {
 void refresh(PROPINFO& prop) {
   {
     VariantHolder property;
-    property.attach(dispIdAsVariant(prop));
+    property.attach(asVariant(prop.dispId));
     readWeight(prop, property.get());
   }
-  fetchValue(prop);
+  fetchValue(prop.pDispatch, prop.dispId, prop.valueType, prop.value);
   settleKind(prop);
 }
 
@@ -88,13 +92,27 @@ void refresh(PROPINFO& prop) {
 namespace velt::propdata {
 
 void readValue(PROPINFO& prop, TqVector<PROPINFO>& elements) {
-  readWeight(prop, dispIdAsVariant(prop));
+  readWeight(prop, asVariant(prop.dispId));
   if (prop.valueType != VT_VARIANT || !expand(prop, elements)) {
-    fetchValue(prop);
+    fetchValue(prop.pDispatch, prop.dispId, prop.valueType, prop.value);
     settleKind(prop);
   }
   // QUIRK(has_value_in_every_case): also after a failed get, so that nothing is fetched twice.
   prop.hasValue = true;
+}
+
+void readValueOnly(const PROPINFO& prop, IDispatch* object, ValueReceiver& receiver) {
+  std::int32_t unusedWeight = 0;
+  askForWeight(object, asVariant(prop.dispId), unusedWeight);
+  if (prop.valueType == VT_VARIANT) {
+    SHORT unusedGrouping = 0;
+    long unusedCount = 0;
+    CStdStr<wchar_t> discardedMessage;
+    if (expandProperty(object, prop.dispId, unusedGrouping, unusedCount, receiver, discardedMessage)) return;
+  }
+  VARIANT& value = receiver.value();
+  fetchValue(object, prop.dispId, prop.valueType, value);
+  if (isKindOpen(prop)) askForKind(prop.dispId, value);
 }
 
 }  // namespace velt::propdata

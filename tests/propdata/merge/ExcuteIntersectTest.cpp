@@ -927,6 +927,27 @@ TEST_F(ExcuteIntersectOnToys, ThePairsOfAppendedElementsAreGatheredWhenTheScanRe
   EXPECT_EQ(pairsOf(rowAt(merged.result, 1)), (Pairs{own, met, met, met}));
 }
 
+// Callers may see how many slots a list has.
+TEST(ExcuteIntersect, TheResultHasAsManySlotsAsAfterAppendingOneByOne) {
+  for (const bool alone : {true, false}) {
+    for (const int count : {0, 1, 8, 9, 17}) {
+      TqVector<PROPINFO> list, appended;
+      for (int i = 0; i < count; ++i) {
+        list.append(Row((L"P" + std::to_wstring(i)).c_str()).value(i4(i)));
+        appended.append(Row(L"P"));
+      }
+      TqVector<TqVector<PROPINFO>> all = lists({list});
+      if (!alone) all.push_back(list);
+
+      const Merged merged = merge(all);
+
+      EXPECT_EQ(merged.result.length(), static_cast<std::uint32_t>(count));
+      EXPECT_EQ(merged.result.physicalLength(), appended.physicalLength())
+          << count << (alone ? " alone" : "");
+    }
+  }
+}
+
 // --- growth ------------------------------------------------------------------------------------------------------------
 
 // Host calls of a merge over `entities` entities of `properties` rows each, every third one a point.

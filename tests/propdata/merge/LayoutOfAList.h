@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <vector>
 
 #include "propdata/merge/LayoutTable.h"
 #include "tests/support/Row.h"
@@ -13,29 +14,35 @@ namespace velt::propdata {
 
 class LayoutOfAList : public ::testing::Test {
  protected:
-  KeyNumber sameness(const PROPINFO& row) { return keys.samenessKey(row); }
-  KeyNumber full(const PROPINFO& row) { return keys.fullKey(keys.samenessKey(row), row); }
+  KeyNumber name(const PROPINFO& row) { return keys.numberOf(NameKey::of(row)); }
+  KeyNumber property(const PROPINFO& row) { return keys.numberOf(PropertyKey::of(row)); }
   void build() { layout = &table.of(list); }
   std::uint32_t candidate(const PROPINFO& q, std::uint32_t from) {
-    return layout->nextCandidate(sameness(q), full(q), from);
+    return layout->nextCandidate(name(q), property(q), from);
   }
-  std::uint32_t first(const PROPINFO& q) { return layout->first(sameness(q)); }
+  std::uint32_t named(const PROPINFO& q, std::uint32_t from = 0) { return layout->nextNamed(name(q), from); }
   // The row at `place` becomes elements with these labels at the end of the list.
   void breakUp(std::uint32_t place, std::initializer_list<const wchar_t*> labels) {
     layout = &brokenUp(*layout, list, place, labels);
   }
+  // As a list does it: with the known layout when its elements are the known ones, else with one of its own.
   ListLayout& brokenUp(ListLayout& before, TqVector<PROPINFO>& broken, std::uint32_t place,
                        std::initializer_list<const wchar_t*> labels) {
     PROPINFO& row = broken[place];
-    const KeyNumber key = sameness(row);
+    const KeyNumber key = name(row);
     TqVector<PROPINFO> elements;
+    std::vector<PropertyKey> elementKeys;
     for (const wchar_t* const label : labels) {
       elements.push_back(row);
       elements.last().isElement = true;
       elements.last().displayName = label;
+      elementKeys.push_back(PropertyKey::of(elements.last()));
     }
     row.name = L"";
-    ListLayout& after = table.brokenUp(before, place, key, row, elements);
+    const ListLayout::Continuation* const known = LayoutTable::known(before, place);
+    ListLayout& after = known != nullptr && known->elements == elementKeys
+                            ? *known->layout
+                            : table.extend(before, place, key, row, elementKeys);
     broken.append(elements);
     return after;
   }

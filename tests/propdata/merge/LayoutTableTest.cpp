@@ -18,6 +18,7 @@ TEST_F(LayoutTableTest, ALayoutIsSharedByListsThatShareTheirStrings) {
   list = rows({a, b});
   TqVector<PROPINFO> alike(list);
   alike.last().hasChoices = true;
+  alike.last().isEditable = !alike.last().isEditable;
 
   EXPECT_EQ(&table.of(list), &table.of(alike));
 }
@@ -32,20 +33,19 @@ TEST_F(LayoutTableTest, ALayoutIsSharedWithEarlierListsWhenOthersCameBetween) {
 
 TEST_F(LayoutTableTest, ALayoutIsNotSharedByListsThatDifferInAKeyOrInLength) {
   list = rows({a, b});
-  TqVector<PROPINFO> others[] = {list, list, list, list, list};
-  others[0].last().isEditable = !others[0].last().isEditable;
-  others[1].last().categoryId += 1;
-  others[2].last().categoryName = L"Another";
-  others[3].setLogicalLength(1);
-  others[4].append(Row(L"C"));
+  TqVector<PROPINFO> others[] = {list, list, list, list};
+  others[0].last().categoryId += 1;
+  others[1].last().categoryName = L"Another";
+  others[2].setLogicalLength(1);
+  others[3].append(Row(L"C"));
 
   for (const TqVector<PROPINFO>& other : others) {
     const ListLayout& early = table.of(list);
     const ListLayout& ofOther = table.of(other);
     EXPECT_NE(&ofOther, &early);
-    EXPECT_EQ(ofOther.first(sameness(other[0])), 0u);
+    EXPECT_EQ(ofOther.nextNamed(name(other[0]), 0), 0u);
     const PROPINFO& last = other[other.length() - 1];
-    EXPECT_EQ(ofOther.first(sameness(last)), other.length() - 1);
+    EXPECT_EQ(ofOther.nextNamed(name(last), 0), other.length() - 1);
   }
 }
 
@@ -57,7 +57,7 @@ TEST_F(LayoutTableTest, ALayoutStaysSharedWhenTheSameRowsAreBrokenUpIntoTheSameE
   ListLayout& first = brokenUp(unbroken, list, 0, {L"X", L"Y"});
   EXPECT_EQ(&brokenUp(unbroken, alike, 0, {L"X", L"Y"}), &first);
   EXPECT_EQ(&brokenUp(first, alike, 1, {L"Z"}), &brokenUp(first, list, 1, {L"Z"}));
-  EXPECT_EQ(unbroken.first(sameness(a)), 0u) << "lists that are still as they came go on with it";
+  EXPECT_EQ(unbroken.nextNamed(name(a), 0), 0u) << "lists that are still as they came go on with it";
 }
 
 TEST_F(LayoutTableTest, ALayoutIsNotSharedByListsBrokenUpIntoOtherElements) {
@@ -73,19 +73,30 @@ TEST_F(LayoutTableTest, ALayoutIsNotSharedByListsBrokenUpIntoOtherElements) {
 
   EXPECT_NE(&ofShorter, &shared);
   EXPECT_NE(&ofOther, &shared);
-  EXPECT_EQ(ofOther.nextCandidate(sameness(a), full(Row(a).label(L"Z").element(0)), 0), 3u);
-  EXPECT_EQ(ofOther.nextCandidate(sameness(a), full(Row(a).label(L"Y").element(0)), 0), none);
-  EXPECT_EQ(brokenUp(ofOther, other, 1, {L"X"}).first(sameness(b)), 4u);
+  EXPECT_EQ(ofOther.nextCandidate(name(a), property(Row(a).label(L"Z").element(0)), 0), 3u);
+  EXPECT_EQ(ofOther.nextCandidate(name(a), property(Row(a).label(L"Y").element(0)), 0), none);
+  EXPECT_EQ(brokenUp(ofOther, other, 1, {L"X"}).nextNamed(name(b), 0), 4u);
 }
 
-TEST_F(LayoutTableTest, ElementsOfListsAlikeShareTheirLabels) {
-  list = rows({a});
-  TqVector<PROPINFO> alike(list);
+TEST_F(LayoutTableTest, TheFirstElementsOfARowStayTheKnownOnes) {
+  list = rows({a, b});
+  TqVector<PROPINFO> other(list);
   ListLayout& unbroken = table.of(list);
-  brokenUp(unbroken, list, 0, {L"X"});
-  brokenUp(unbroken, alike, 0, {L"X"});
+  EXPECT_EQ(LayoutTable::known(unbroken, 0), nullptr);
 
-  EXPECT_TRUE(list.last().displayName.sharesWith(alike.last().displayName));
+  const ListLayout& first = brokenUp(unbroken, list, 0, {L"X"});
+  brokenUp(unbroken, other, 0, {L"Y"});
+
+  EXPECT_EQ(LayoutTable::known(unbroken, 0)->layout, &first);
+  EXPECT_EQ(LayoutTable::known(unbroken, 0)->elements.front().displayName, CStdStr<wchar_t>(L"X"));
+  EXPECT_EQ(LayoutTable::known(unbroken, 1), nullptr);
+}
+
+TEST_F(LayoutTableTest, ALayoutThatIsBuiltIsSharedWithNoList) {
+  list = rows({a, b});
+  const TqVector<PROPINFO>& asRows = list;
+
+  EXPECT_NE(&table.build({asRows.begin(), asRows.length()}), &table.of(list));
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ const Row b(L"B");
 TEST_F(ListLayoutTest, OfAnEmptyListLeadsNowhere) {
   build();
 
-  EXPECT_EQ(first(a), none);
+  EXPECT_EQ(named(a), none);
   EXPECT_EQ(candidate(a, 0), none);
 }
 
@@ -25,19 +25,19 @@ TEST_F(ListLayoutTest, LeadsFromRowToRowWithTheKeyInTheirOrder) {
   list = rows({b, a, Row(a).label(L"another label"), b, a});
   build();
 
-  EXPECT_EQ(first(a), 1u);
-  EXPECT_EQ(first(b), 0u);
+  EXPECT_EQ(named(a), 1u);
+  EXPECT_EQ(named(b), 0u);
   EXPECT_EQ(candidate(a, 0), 1u);
   EXPECT_EQ(candidate(a, 1), 1u);
   EXPECT_EQ(candidate(a, 2), 2u)
-      << "the full key of rows as they came is not asked for: they may have to be read";
+      << "the label of rows as they came is not asked for: they may have to be read";
   EXPECT_EQ(candidate(a, 3), 4u);
   EXPECT_EQ(candidate(a, 5), none);
   EXPECT_EQ(candidate(b, 1), 3u);
-  EXPECT_EQ(first(Row(L"C")), none);
+  EXPECT_EQ(named(Row(L"C")), none);
 }
 
-TEST_F(ListLayoutTest, FindsElementsByTheirFullKey) {
+TEST_F(ListLayoutTest, FindsElementsByBothKeys) {
   list = rows({a, b, a});
   build();
   breakUp(0, {L"X", L"Y", L"X"});  // places 3, 4, 5
@@ -57,7 +57,7 @@ TEST_F(ListLayoutTest, ARowThatWasBrokenUpIsFoundUnderTheEmptyName) {
   breakUp(0, {L"X"});
 
   EXPECT_EQ(candidate(a, 0), 1u);
-  EXPECT_EQ(first(Row(L"").label(L"A")), 0u);
+  EXPECT_EQ(named(Row(L"").label(L"A")), 0u);
   EXPECT_EQ(candidate(Row(L""), 0), 0u);
   EXPECT_EQ(candidate(Row(L""), 1), none);
   EXPECT_EQ(candidate(Row(L"").inCategory(2, L"General"), 0), none);
@@ -66,14 +66,14 @@ TEST_F(ListLayoutTest, ARowThatWasBrokenUpIsFoundUnderTheEmptyName) {
 TEST_F(ListLayoutTest, TheFirstRowOfAKeyMayBeAnElement) {
   list = rows({a, b});
   build();
-  EXPECT_EQ(first(a), 0u);
+  EXPECT_EQ(named(a), 0u);
 
   breakUp(0, {L"X", L"Y"});
-  EXPECT_EQ(first(a), 2u);
+  EXPECT_EQ(named(a), 2u);
 
   breakUp(1, {L"X"});
-  EXPECT_EQ(first(b), 4u);
-  EXPECT_EQ(first(a), 2u);
+  EXPECT_EQ(named(b), 4u);
+  EXPECT_EQ(named(a), 2u);
 }
 
 TEST_F(ListLayoutTest, SeveralRowsOfOneKeyMayBeBrokenUpInAnyOrder) {
@@ -82,7 +82,7 @@ TEST_F(ListLayoutTest, SeveralRowsOfOneKeyMayBeBrokenUpInAnyOrder) {
   breakUp(1, {L"X"});        // 3
   breakUp(0, {L"Y", L"X"});  // 4, 5
 
-  EXPECT_EQ(first(a), 2u);
+  EXPECT_EQ(named(a), 2u);
   EXPECT_EQ(candidate(Row(a).label(L"X").element(0), 0), 2u);
   EXPECT_EQ(candidate(Row(a).label(L"X").element(0), 3), 3u);
   EXPECT_EQ(candidate(Row(a).label(L"X").element(0), 4), 5u);
@@ -90,7 +90,7 @@ TEST_F(ListLayoutTest, SeveralRowsOfOneKeyMayBeBrokenUpInAnyOrder) {
   EXPECT_EQ(candidate(Row(L""), 1), 1u);
 
   breakUp(2, {L"Z"});  // 6
-  EXPECT_EQ(first(a), 3u);
+  EXPECT_EQ(named(a), 3u);
   EXPECT_EQ(candidate(Row(L""), 2), 2u);
 }
 
@@ -102,7 +102,53 @@ TEST_F(ListLayoutTest, ARowWithoutANameCanBeBrokenUpToo) {
 
   EXPECT_EQ(candidate(nameless, 0), 0u) << "it keeps its key";
   EXPECT_EQ(candidate(Row(nameless).label(L"X").element(0), 1), 2u);
-  EXPECT_EQ(first(nameless), 0u);
+  EXPECT_EQ(named(nameless), 0u);
+}
+
+TEST_F(ListLayoutTest, LeadsFromNameToNameAndOverTheElementsOfOneExpansionAtOnce) {
+  list = rows({a, b, Row(a).label(L"another label"), a, b});
+  build();
+  EXPECT_EQ(named(a, 1), 2u);
+  EXPECT_EQ(named(a, 3), 3u);
+  EXPECT_EQ(named(a, 4), none);
+
+  breakUp(0, {L"X", L"Y", L"Z"});  // 5, 6, 7
+  breakUp(2, {L"X", L"Y"});        // 8, 9
+  EXPECT_EQ(named(a, 0), 3u);
+  EXPECT_EQ(named(a, 4), 5u);
+  EXPECT_EQ(named(a, 6), 8u);
+  EXPECT_EQ(named(a, 9), none);
+  EXPECT_EQ(named(b, 5), none);
+}
+
+TEST_F(ListLayoutTest, TellsFromWhichRowAnElementComes) {
+  list = rows({a, b, a});
+  build();
+  EXPECT_EQ(layout->expansionAt(2), nullptr);
+  EXPECT_EQ(layout->length(), 3u);
+
+  breakUp(2, {L"X", L"Y"});  // 3, 4
+  breakUp(0, {L"X"});        // 5
+
+  EXPECT_EQ(layout->length(), 6u);
+  EXPECT_EQ(layout->expansionAt(2), nullptr);
+  for (const std::uint32_t place : {3u, 4u}) {
+    EXPECT_EQ(layout->expansionAt(place)->row, 2u);
+    EXPECT_EQ(layout->expansionAt(place)->first, 3u);
+  }
+  EXPECT_EQ(layout->expansionAt(5)->row, 0u);
+  EXPECT_EQ(layout->expansions().size(), 2u);
+  EXPECT_EQ(*layout->expansions()[0].elements,
+            (std::vector<KeyNumber>{property(Row(a).label(L"X").element(0)),
+                                    property(Row(a).label(L"Y").element(0))}));
+}
+
+TEST_F(ListLayoutTest, KnowsNothingOfWhetherARowMayBeEdited) {
+  list = rows({Row(a).editable(false), a});
+  build();
+
+  EXPECT_EQ(candidate(a, 0), 0u);
+  EXPECT_EQ(candidate(Row(a).editable(false), 1), 1u);
 }
 
 // The example that the header tells.
@@ -116,7 +162,7 @@ TEST_F(ListLayoutTest, LeadsAPointsElementsToEachOther) {
   breakUp(1, {L"Start X", L"Start Y", L"Start Z"});
   EXPECT_EQ(candidate(startX, 2), 3u);
   EXPECT_EQ(candidate(Row(start).label(L"Start Y").element(1), 0), 4u);
-  EXPECT_EQ(first(start), 3u);
+  EXPECT_EQ(named(start), 3u);
 }
 
 }  // namespace

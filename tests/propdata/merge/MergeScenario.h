@@ -238,6 +238,12 @@ class MergeWorld {
   toys::ToyHost host;
   TqVector<TqVector<PROPINFO>> lists;
 
+  // The entry of an entity, as a selection has it; it owns nothing.
+  VeltPropData entry(std::size_t k) const {
+    const toys::ToyObject& object = entities_[k]->object;
+    return {static_cast<long>(100 + k), CLSID_VeltLine, object.unknown(), object.dispatch()};
+  }
+
   std::vector<PlainList> plainLists() const {
     std::vector<PlainList> copies;
     for (const TqVector<PROPINFO>& list : lists)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "embedded/platform/Allocation.h"
@@ -15,6 +16,7 @@
 #include "tests/support/AllocationSpy.h"
 #include "tests/support/LayerTest.h"
 #include "tests/support/Row.h"
+#include "tests/support/ToyColor.h"
 #include "tests/support/ToyDatabase.h"
 #include "tests/support/ToySelection.h"
 #include "tests/support/ToySourceRegistry.h"
@@ -768,6 +770,200 @@ TEST_F(PropertyQueryWithFaults, StringsThatCannotBeHadLeakNothing) {
       break;
     }
     EXPECT_EQ(balanceAfterClear(), "balanced");
+  }
+}
+
+// --- the same by records ------------------------------------------------------------------------------------------
+
+// The query puts no list of records together for its entities. So beside it stands the same query over lists of records,
+// out of the functions that the layer exports for each step.
+class PropertyQueryByRecords : public PropertyQuery {
+ protected:
+  struct Outcome {
+    bool answer;
+    Lines rows;
+    std::wstring errorText;
+    Lines calls;
+    std::string failed;
+    std::string balance;
+    bool operator==(const Outcome&) const = default;
+  };
+
+  // Entities that differ in all that may differ: class, editable rows, values, elements, hatch variant.
+  PropertyQueryByRecords() {
+    offerDynamic();
+    turned.value = text(L"oak");
+    for (int i = 0; i < 7; ++i) {
+      Entity& made = select(i == 4 ? toyClass(2) : i > 4 ? ::CLSID_VeltHatch : toyClass(1));
+      made.object.hatchVariant = i % 2;
+      made.object[5].editable(1);
+      made.object[6].editable(i == 2 ? 0 : 1);
+      ToyProperty& layer = made.object.property(9, L"Layer").returns(VT_BSTR).editable(i == 3 ? -1 : 1);
+      layer.holds(text(i < 6 ? L"Walls" : L"Doors"));
+      ToyProperty& normal = made.object.property(10, L"Normal").returns(VT_VARIANT).holds(text(L"whole"));
+      normal.element(1, L"X", text(L"0")).element(2, L"Y", text(L"0"));
+      if (i == 5) normal.elements.pop_back();
+      ToyProperty& links = made.object.property(11, L"Links").returns(VT_DISPATCH);
+      links.holds(object(color.dispatch()));
+    }
+  }
+
+  void forget() {
+    clear();
+    getTqPROPINFOCache()->clear();
+    errors::g_hPropRes = loadResourceDll(L"PlxOPMRes.dll");
+    host.log.clear();
+    errorText = untouched;
+    host.mark();
+  }
+
+  bool queryByRecords() {
+    clear();
+    bool flag = false;
+    const bool withDynamic = isAllEntitiesSameDynProp(selection.entries);
+    TqVector<TqVector<PROPINFO>> lists, dynamicLists;
+    for (VeltPropData* const entry : std::as_const(selection.entries)) {
+      TqVector<PROPINFO> list, dynamic;
+      if (!GetSingleEntPropInfo(entry, list, errorText, flag)) return false;
+      lists.push_back(list);
+      if (!withDynamic) continue;
+      GetDynPropSourcesPropInfo(entry->pDispatch, dynamic);
+      dynamicLists.push_back(dynamic);
+    }
+    if (!ExcuteIntersect(selection.entries, lists, result, errorText, flag)) return false;
+    if (withDynamic) {
+      TqVector<PROPINFO> merged;
+      if (!ExcuteIntersect(selection.entries, dynamicLists, merged, errorText, flag)) return false;
+      result.append(merged);
+    }
+    fillPropComboBox(result);
+    freePropInfoVariantValue(lists);
+    return true;
+  }
+
+  template <class Query>
+  Outcome outcomeOf(Query query, int failedCall) {
+    forget();
+    host.failCall(failedCall);
+    const bool answer = query();
+    return {answer, answered(), error(), host.log.all(), host.failedCall(), host.balance()};
+  }
+
+  void compare() {
+    for (int n = 0;; ++n) {
+      ASSERT_LT(n, 5000);
+      const Outcome byRecords = outcomeOf([&] { return queryByRecords(); }, n);
+      const Outcome byQuery = outcomeOf([&] { return query(); }, n);
+      SCOPED_TRACE(say(n, ": ", byRecords.failed));
+      ASSERT_EQ(byQuery.calls, byRecords.calls);
+      ASSERT_EQ(byQuery.rows, byRecords.rows);
+      ASSERT_TRUE(byQuery == byRecords);
+      if (n != 0 && byRecords.failed.empty()) {
+        EXPECT_GT(n, 300);
+        EXPECT_FALSE(byRecords.rows.empty());
+        break;
+      }
+    }
+    host.failCall(0);
+    clear();
+  }
+
+  ToyColor color{host, "red", ToyColor::indexed(1)};
+};
+
+TEST_F(PropertyQueryByRecords, GivesTheSameCallByCallWhicheverCallFails) {
+  compare();
+}
+
+TEST_F(PropertyQueryByRecords, GivesTheSameForEntitiesThatHaveEverythingInCommon) {
+  for (std::size_t i = 1; i < entities.size(); ++i) {
+    selection.entries[static_cast<std::uint32_t>(i)]->clsid = toyClass(1);
+    entities[i]->object[6].editable(1).holds(i4(0));
+    entities[i]->object[9].editable(1).holds(text(L"Walls"));
+    entities[i]->object[10].elements = entities[0]->object[10].elements;
+  }
+  compare();
+}
+
+// What a list holds in the cache is in every list that comes from it.
+TEST_F(PropertyQueryByRecords, GivesTheSameWhenTheCacheHoldsRowsThatWereRead) {
+  const auto withReadRows = [&](auto query) {
+    return [this, query] {
+      TqVector<PROPINFO> list;
+      bool flag = false;
+      EXPECT_TRUE(GetSingleEntPropInfo(selection.entries[0], list, errorText, flag));
+      for (PROPINFO& row : getTqPROPINFOCache()->begin()->second) {
+        if (row.name.str() == L"Length") {
+          row.hasValue = true;
+          row.value = i4(3);
+        }
+        if (row.name.str() == L"Style") row.isVaries = true;
+      }
+      return query();
+    };
+  };
+  const Outcome byRecords = outcomeOf(withReadRows([&] { return queryByRecords(); }), 0);
+  const Outcome byQuery = outcomeOf(withReadRows([&] { return query(); }), 0);
+
+  EXPECT_EQ(byQuery.calls, byRecords.calls);
+  EXPECT_EQ(byQuery.rows, byRecords.rows);
+  EXPECT_TRUE(byQuery == byRecords);
+  clear();
+}
+
+// --- a host that asks again ----------------------------------------------------------------------------------------
+
+// Whichever call the host answers by asking for the same selection first: the query that is under way goes on as if it
+// had not.
+TEST_F(PropertyQueryByRecords, AHostThatQueriesAgainFromInsideAnyCallGetsBothAnswers) {
+  Lines inner;
+  bool asked = false;
+  for (const bool isCold : {true, false}) {
+    forget();
+    EXPECT_TRUE(query());
+    const Lines healthy = answered();
+    clear();
+    host.log.clear();
+    EXPECT_TRUE(query());
+    const std::vector<const char*> calls = {"QueryInterface(IOPMPropertyExtension)",
+                                            "Editable(",
+                                            "GetFuncDesc(",
+                                            "QueryInterface(IVkPiPropertyDisplay)",
+                                            "Invoke(",
+                                            "GetElementStrings(",
+                                            "GetElementValue(",
+                                            "GetIDsOfNames(",
+                                            "GetPropertyWeight(",
+                                            "GetPredefinedValue(",
+                                            "GetProperties("};
+    for (const char* const call : calls) {
+      for (const int nth : {1, 2, 3, 7, 20}) {
+        SCOPED_TRACE(say(call, " ", nth, isCold ? " cold" : ""));
+        if (isCold) forget();
+        host.mark();
+        inner.clear();
+        asked = false;
+        host.on(call).nth(nth).first([&] {
+          if (std::exchange(asked, true)) return;
+          TqVector<PROPINFO> outer;
+          std::swap(outer, result);
+          bool flag = false;
+          CStdStr<wchar_t> message;
+          EXPECT_TRUE(GetPropertiesInfo(selection.entries, result, message, flag, flag));
+          inner = answered();
+          clear();
+          std::swap(outer, result);
+        });
+
+        EXPECT_TRUE(query());
+
+        EXPECT_EQ(answered(), healthy);
+        if (asked) {
+          EXPECT_EQ(inner, healthy);
+        }
+        clear();
+      }
+    }
   }
 }
 

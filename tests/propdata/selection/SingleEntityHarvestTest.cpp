@@ -330,6 +330,22 @@ TEST_F(SingleEntityHarvest, EnumeratedChoicesStayThoughTheRowOffersNone) {
 
 // --- failures -----------------------------------------------------------------------------------------------
 
+// Callers may see how many slots a list has, whether it was walked or served.
+TEST_F(SingleEntityHarvest, AListHasAsManySlotsAsAfterAppendingOneByOne) {
+  TqVector<int> appended;
+  for (DISPID dispId = 1; dispId <= 9; ++dispId) {
+    line.property(dispId, L"P" + std::to_wstring(dispId)).returns(VT_VARIANT).inCategory(-1);
+    appended.append(0);
+  }
+  VeltPropData& entry = add(line, 77, toyClass(1));
+  for (const char* const from : {"the walk", "the cache"}) {
+    list = TqVector<PROPINFO>();
+    EXPECT_TRUE(harvest(entry));
+    EXPECT_EQ(list.length(), 9u);
+    EXPECT_EQ(list.physicalLength(), appended.physicalLength()) << from;
+  }
+}
+
 TEST_F(SingleEntityHarvest, ANullEntryFailsWithoutAMessage) {
   EXPECT_FALSE(GetSingleEntPropInfo(nullptr, list, errorText, typeFlag));
 

@@ -1,0 +1,170 @@
+#include "propdata/merge/EntityLists.h"
+
+#include <cassert>
+#include <utility>
+
+#include "propdata/merge/Cores.h"
+#include "propdata/typing/Cores.h"
+
+namespace velt::propdata {
+
+SharedRows& EntityLists::sharedRows(const TqVector<PROPINFO>& list) {
+  // Mostly an entity is of the same class as the one before it.
+  if (lastRows_ != nullptr && lastRows_->are(list)) return *lastRows_;
+  const PROPINFO* const block = list.begin();
+  auto known = rowsOfBlock_.find(block);
+  if (known == rowsOfBlock_.end()) known = rowsOfBlock_.emplace(block, &rows_.emplace_back(list)).first;
+  lastRows_ = known->second;
+  return *lastRows_;
+}
+
+SharedRows::Member EntityLists::add(SharedRows& rows, const VeltPropData& entry) {
+  if (entities_.empty()) clsidOfFirst_ = entry.clsid;
+  VkDbObjectId objectId;
+  objectId.setFromOldId(entry.oldId);
+  const SharedRows::Member member = rows.add();
+  entities_.push_back({&rows, nullptr, entry.pDispatch, objectId, member});
+  return member;
+}
+
+void EntityLists::clearValues() {
+  for (const Entity& entity : entities_) {
+    const SharedRows& rows = *entity.rows;
+    const auto length = static_cast<std::uint32_t>(rows.rows().size());
+    for (std::uint32_t place = 0; place < length; ++place) {
+      VARIANT value = rows.value(entity.member, place);
+      VariantClear(&value);
+    }
+    if (entity.layout == nullptr) continue;
+    for (const ListLayout::Expansion& expansion : entity.layout->expansions()) {
+      VARIANT* const elements = rows.elements(entity.member, expansion.row);
+      for (std::uint32_t i = 0; i < expansion.count(); ++i)
+        VariantClear(&elements[i]);
+    }
+  }
+}
+
+PROPINFO EntityLists::rowOfFirst(std::uint32_t place) const {
+  const Entity& first = entities_.front();
+  PROPINFO row(first.rows->rows()[place]);
+  row.clsid = clsidOfFirst_;
+  row.pDispatch = first.pDispatch;
+  row.objectId = first.objectId;
+  row.isEditable = first.rows->isEditable(first.member, place);
+  return row;
+}
+
+ListLayout& EntityLists::layoutOf(SharedRows& rows) {
+  if (rows.layout == nullptr) {
+    rows.propertyKeys.clear();
+    rows.propertyKeys.reserve(rows.rows().size());
+    for (const PROPINFO& row : rows.rows())
+      rows.propertyKeys.push_back(keys_.numberOf(PropertyKey::of(row)));
+    rows.layout = &table_.build(rows.rows());
+  }
+  return *rows.layout;
+}
+
+DispatchDynPropSourceNode EntityLists::pair(std::size_t k, std::uint32_t place) const {
+  const Entity& entity = entities_[k];
+  return {entity.pDispatch, entity.rows->rows()[originOf(entity, place)].pDynamicProperty};
+}
+
+// Takes what one entity answers for one row.
+class EntityLists::Receiver final : public ValueReceiver {
+ public:
+  Receiver(EntityLists& lists, Entity& entity, std::uint32_t place)
+      : lists_(lists), entity_(entity), place_(place), row_(entity.rows->rows()[place]) {}
+
+  void expect(std::uint32_t count) override {
+    if (count == 0) return;
+    known_ = LayoutTable::known(*entity_.layout, place_);
+    elements_ = static_cast<VARIANT*>(lists_.elements_.allocate(count * sizeof(VARIANT), alignof(VARIANT)));
+    entity_.rows->setElements(entity_.member, place_, elements_);
+  }
+
+  void addHeader() override {
+    VARIANT value{};
+    value.vt = VT_I4;
+    add(row_.isElement, row_.displayName.c_str(), value);
+  }
+
+  void beginElements() override {}
+
+  void addElement(const OLECHAR* label, DWORD /*cookie*/, const VARIANT& value) override {
+    add(true, label, value);
+  }
+
+  VARIANT& value() override { return entity_.rows->makeValue(entity_.member, place_); }
+
+  std::uint32_t count() const { return count_; }
+  // The layout that the list has with the elements in it.
+  ListLayout& layoutAfter(KeyNumber name) {
+    if (isAsKnown() && known_->elements.size() == count_) return *known_->layout;
+    keepKnown();
+    return lists_.table_.extend(*entity_.layout, place_, name, row_, std::move(keys_));
+  }
+
+ private:
+  // So far the elements are the known ones, of which then no keys are made.
+  bool isAsKnown() const { return known_ != nullptr && keys_.empty(); }
+
+  void add(bool isElement, const OLECHAR* label, const VARIANT& value) {
+    if (!isAsKnown() || !isKnown(count_, isElement, label)) {
+      keepKnown();
+      keys_.push_back({row_.hasChoices, isElement, CStdStr<wchar_t>(label)});
+    }
+    elements_[count_++] = value;
+  }
+
+  bool isKnown(std::uint32_t index, bool isElement, const OLECHAR* label) const {
+    if (index >= known_->elements.size()) return false;
+    const PropertyKey& key = known_->elements[index];
+    return key.isElement == isElement && key.displayName.Compare(label) == 0;
+  }
+
+  void keepKnown() {
+    if (isAsKnown()) keys_.assign(known_->elements.begin(), known_->elements.begin() + count_);
+  }
+
+  EntityLists& lists_;
+  Entity& entity_;
+  const std::uint32_t place_;
+  const PROPINFO& row_;
+  const ListLayout::Continuation* known_ = nullptr;
+  VARIANT* elements_ = nullptr;
+  std::uint32_t count_ = 0;
+  std::vector<PropertyKey> keys_;
+};
+
+std::uint32_t EntityLists::read(std::size_t k, std::uint32_t place, KeyNumber name) {
+  Entity& entity = entities_[k];
+  // Elements came with their values.
+  if (place >= entity.rows->rows().size() || entity.rows->isRead(entity.member, place)) return 0;
+  entity.rows->makeRoomForState(place);
+  Receiver receiver(*this, entity, place);
+  readValueOnly(entity.rows->rows()[place], entity.pDispatch, receiver);
+  entity.rows->setRead(entity.member, place);
+  if (receiver.count() != 0) entity.layout = &receiver.layoutAfter(name);
+  return receiver.count();
+}
+
+bool EntityLists::compare(PROPINFO& row, KeyNumber property, std::size_t k, std::uint32_t place, bool& found,
+                          CStdStr<wchar_t>& errorText) const {
+  found = false;
+  const Entity& entity = entities_[k];
+  const SharedRows& rows = *entity.rows;
+  if (place < rows.rows().size()) {
+    return rows.propertyKeys[place] == property
+           && compareSameProperty(row, {entity.pDispatch, entity.objectId, rows.value(entity.member, place)},
+                                  found, errorText);
+  }
+  const ListLayout::Expansion& expansion = *entity.layout->expansionAt(place);
+  const std::uint32_t element = place - expansion.first;
+  return (*expansion.elements)[element] == property
+         && compareSameProperty(
+             row, {entity.pDispatch, entity.objectId, rows.elements(entity.member, expansion.row)[element]},
+             found, errorText);
+}
+
+}  // namespace velt::propdata

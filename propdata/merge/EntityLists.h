@@ -1,0 +1,88 @@
+#pragma once
+
+// The lists of harvested entities, as the merge sees them: a list of each entity, without a record for any of its rows.
+// Entities that share their rows are kept together (SharedRows), so that an entity has only what is its own.
+//
+// Nothing is owned: the entities' objects and the values belong to whom they belong in records.
+// Use: add every entity, merge once, and give the values back.
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory_resource>
+#include <unordered_map>
+#include <vector>
+
+#include "propdata/VeltPropData.h"
+#include "propdata/merge/LayoutTable.h"
+#include "propdata/merge/SharedRows.h"
+
+namespace velt::propdata {
+
+class EntityLists {
+ public:
+  EntityLists() = default;
+  EntityLists(const EntityLists&) = delete;
+  EntityLists& operator=(const EntityLists&) = delete;
+
+  void reserve(std::uint32_t entities) { entities_.reserve(entities); }
+  // Those with the block of this list. Valid for as long as the lists live.
+  SharedRows& sharedRows(const TqVector<PROPINFO>& list);
+  // Appends the list of an entity, whose rows are the shared ones with its own fields in them.
+  SharedRows::Member add(SharedRows& rows, const VeltPropData& entry);
+
+  // Gives back every value of every list, those of elements included, in the order of the lists.
+  void clearValues();
+
+  // For the merge (Merge.h).
+  KeyTable& keys() { return keys_; }
+  std::size_t count() const { return entities_.size(); }
+  std::uint32_t lengthOfFirst() const {
+    return static_cast<std::uint32_t>(entities_.front().rows->rows().size());
+  }
+  PROPINFO rowOfFirst(std::uint32_t place) const;
+  ListLayout& layout(std::size_t k) {
+    Entity& entity = entities_[k];
+    if (entity.layout == nullptr) entity.layout = &layoutOf(*entity.rows);
+    return *entity.layout;
+  }
+  bool isEditable(std::size_t k, std::uint32_t place) const {
+    const Entity& entity = entities_[k];
+    return entity.rows->isEditable(entity.member, originOf(entity, place));
+  }
+  DispatchDynPropSourceNode pair(std::size_t k, std::uint32_t place) const;
+  std::uint32_t read(std::size_t k, std::uint32_t place, KeyNumber name);
+  bool compare(PROPINFO& row, KeyNumber property, std::size_t k, std::uint32_t place, bool& found,
+               CStdStr<wchar_t>& errorText) const;
+
+ private:
+  class Receiver;
+
+  struct Entity {
+    SharedRows* rows;
+    // Null until the first search in the list.
+    ListLayout* layout;
+    IDispatch* pDispatch;
+    VkDbObjectId objectId;
+    SharedRows::Member member;
+  };
+
+  ListLayout& layoutOf(SharedRows& rows);
+  // The row itself, or the one that was broken up into the element at this place.
+  static std::uint32_t originOf(const Entity& entity, std::uint32_t place) {
+    return place < entity.rows->rows().size() ? place : entity.layout->expansionAt(place)->row;
+  }
+
+  std::vector<Entity> entities_;
+  GUID clsidOfFirst_{};
+  std::deque<SharedRows> rows_;
+  // By the first record of the block.
+  std::unordered_map<const PROPINFO*, SharedRows*> rowsOfBlock_;
+  SharedRows* lastRows_ = nullptr;
+  KeyTable keys_;
+  LayoutTable table_{keys_};
+  // Of elements, each broken up row's together.
+  std::pmr::monotonic_buffer_resource elements_;
+};
+
+}  // namespace velt::propdata

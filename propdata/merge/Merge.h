@@ -1,0 +1,175 @@
+#pragma once
+
+// Intersecting the lists of several entities: the rows that all of them have.
+//
+// The host sees the same calls in the same order as if each list were scanned from its start for each row; the layouts
+// only skip rows that such a scan would pass over without a call.
+//
+// There are two kinds of lists: those of records, which a caller hands in (RecordLists), and those of harvested
+// entities, which share the rows of their class (EntityLists). Both offer the merge:
+//
+//   KeyTable& keys()
+//   std::size_t count()                          how many lists there are
+//   std::uint32_t lengthOfFirst()
+//   PROPINFO rowOfFirst(place)                   a row of the first list, as it came; that list is never changed
+//   ListLayout& layout(k)                        of list k, as it is now
+//   bool isEditable(k, place)
+//   DispatchDynPropSourceNode pair(k, place)
+//   std::uint32_t read(k, place, name)           reads the row, whose name key is given, unless it is read; when it
+//                                                breaks up, its elements are appended, and it says how many
+//   bool compare(row, property, k, place, found, errorText)
+//                                                comparePropInfo of the row, whose property key is given, and the one
+//                                                at the place, which has its name key and its isEditable
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "propdata/VeltPropData.h"
+#include "propdata/merge/KeyTable.h"
+#include "propdata/merge/ListLayout.h"
+#include "propdata/support/Lists.h"
+#include "propdata/typing/Cores.h"
+
+namespace velt::propdata {
+
+inline bool isDynamic(const PROPINFO& row) {
+  return row.dispId == dynamicPropertyDispId;
+}
+
+// QUIRK(dynamic_rows_read_by_invoke): a dynamic row has its value but not the mark, so the entity's object is asked for
+// the member -23; objects place dynamic rows by the weight that they answer for it.
+inline void readUnlessRead(PROPINFO& row, TqVector<PROPINFO>& elements) {
+  elements.clear();
+  if (!row.hasValue) readValue(row, elements);
+}
+
+// The first list with every row read, and with the elements of each row that breaks up in the place of the row.
+template <class Lists>
+std::vector<PROPINFO> expandedFirst(const Lists& lists, bool withOwnPairs) {
+  std::vector<PROPINFO> rows;
+  rows.reserve(lists.lengthOfFirst());
+  TqVector<PROPINFO> elements;
+  for (std::uint32_t place = 0; place < lists.lengthOfFirst(); ++place) {
+    PROPINFO row = lists.rowOfFirst(place);
+    if (withOwnPairs && isDynamic(row))
+      mustAppend(row.dynSources, DispatchDynPropSourceNode(row.pDispatch, row.pDynamicProperty));
+    readUnlessRead(row, elements);
+    if (elements.isEmpty()) {
+      rows.push_back(std::move(row));
+    } else {
+      // QUIRK(partial_elements_replace_their_row): also the elements read before an expansion broke off; palettes show
+      // what could be read.
+      // QUIRK(value_beside_partial_elements_lost): the row's own value was fetched then, and goes with the row.
+      for (PROPINFO& element : writable(elements))
+        rows.push_back(std::move(element));
+    }
+  }
+  return rows;
+}
+
+// The merge of two or more lists.
+template <class Lists>
+class Merge {
+ public:
+  Merge(Lists& lists, CStdStr<wchar_t>& errorText) : lists_(lists), errorText_(errorText) {}
+
+  std::vector<PROPINFO> run() {
+    std::vector<PROPINFO> merged;
+    for (PROPINFO& row : expandedFirst(lists_, false)) {
+      // QUIRK(varying_rows_dropped_on_arrival): a row that comes in with isVaries is not searched for at all.
+      if (row.isVaries) continue;
+      // QUIRK(dropped_values_not_released): the value of a row that is dropped here is given back by nobody; hosts
+      // count on it staying valid.
+      if (isInEveryOtherList(row)) merged.push_back(std::move(row));
+    }
+    return merged;
+  }
+
+ private:
+  using Pairs = std::vector<DispatchDynPropSourceNode>;
+
+  // The row that is searched for.
+  struct Wanted {
+    PROPINFO& row;
+    KeyNumber name;
+    KeyNumber property;
+    Pairs pairs;
+  };
+
+  bool isInEveryOtherList(PROPINFO& row) {
+    // QUIRK(grouped_elements_single_selection_only): the palette edits one polyline's vertices at a time.
+    if (row.elementGrouping != 0) return false;
+    Wanted wanted{
+        row, lists_.keys().numberOf(NameKey::of(row)), lists_.keys().numberOf(PropertyKey::of(row)), {}};
+    if (isDynamic(row)) wanted.pairs.emplace_back(row.pDispatch, row.pDynamicProperty);
+    ++search_;
+    for (std::size_t k = 1; k < lists_.count(); ++k) {
+      const bool variedBefore = row.isVaries;
+      if (!isInList(wanted, k)) return false;
+      // From here on only the name key counts.
+      if (row.isVaries != variedBefore) ++search_;
+    }
+    if (isDynamic(row)) row.dynSources = appendedOneByOne(std::move(wanted.pairs));
+    return true;
+  }
+
+  bool isInList(Wanted& wanted, std::size_t k) {
+    PROPINFO& row = wanted.row;
+    bool found = false;
+    std::uint32_t place = start(wanted, lists_.layout(k));
+    for (std::uint32_t from = 0;; place = next(wanted, lists_.layout(k), from)) {
+      if (isDynamic(row)) collectPairs(k, from, place, wanted.pairs);
+      if (place == ListLayout::none) return false;
+      from = place + 1;
+      if (lists_.isEditable(k, place) != row.isEditable) continue;
+      // QUIRK(varying_rows_need_only_their_key): a row that already varies only has to be there, and is not read;
+      // large selections are shown at once because of it.
+      if (row.isVaries) return true;
+      if (compareAt(wanted, k, place, found)) return found;
+    }
+  }
+
+  static std::uint32_t next(const Wanted& wanted, const ListLayout& layout, std::uint32_t from) {
+    return wanted.row.isVaries ? layout.nextNamed(wanted.name, from)
+                               : layout.nextCandidate(wanted.name, wanted.property, from);
+  }
+
+  std::uint32_t start(const Wanted& wanted, ListLayout& layout) {
+    if (layout.start.search != search_) layout.start = {search_, next(wanted, layout, 0)};
+    return layout.start.place;
+  }
+
+  // QUIRK(pairs_of_all_visited_rows): every row that the scan passes gives its pair, not only the one that
+  // matches; writers rely on the pairs' order.
+  void collectPairs(std::size_t k, std::uint32_t from, std::uint32_t place, Pairs& pairs) {
+    const std::uint32_t end = place == ListLayout::none ? lists_.layout(k).length() : place + 1;
+    for (std::uint32_t visited = from; visited < end; ++visited)
+      pairs.push_back(lists_.pair(k, visited));
+  }
+
+  // True when the search in this list is over; found then tells how it ended.
+  bool compareAt(const Wanted& wanted, std::size_t k, std::uint32_t place, bool& found) {
+    const std::uint32_t elements = lists_.read(k, place, wanted.name);
+    if (elements == 0) return lists_.compare(wanted.row, wanted.property, k, place, found, errorText_);
+    const std::uint32_t end = lists_.layout(k).length();
+    for (std::uint32_t element = end - elements; element < end; ++element) {
+      if (lists_.compare(wanted.row, wanted.property, k, element, found, errorText_)) return true;
+    }
+    return false;
+  }
+
+  Lists& lists_;
+  CStdStr<wchar_t>& errorText_;
+  std::uint64_t search_ = 0;
+};
+
+// False, with result left alone, when there is no list.
+template <class Lists>
+bool mergeInto(TqVector<PROPINFO>& result, Lists& lists, CStdStr<wchar_t>& errorText) {
+  if (lists.count() == 0) return false;
+  result = appendedOneByOne(lists.count() == 1 ? expandedFirst(lists, true) : Merge(lists, errorText).run());
+  return true;
+}
+
+}  // namespace velt::propdata

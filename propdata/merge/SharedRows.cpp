@@ -1,0 +1,50 @@
+#include "propdata/merge/SharedRows.h"
+
+#include <utility>
+
+namespace velt::propdata {
+
+SharedRows::SharedRows(const TqVector<PROPINFO>& rows)
+    : list_(rows),
+      rows_(std::as_const(list_).begin(), list_.length()),
+      editableOfRows_((rows_.size() + bitsOfWord - 1) / bitsOfWord),
+      columns_(rows_.size()) {
+  for (std::uint32_t place = 0; place < rows_.size(); ++place) {
+    if (rows_[place].isWritable) writable_.push_back(place);
+    if (rows_[place].isEditable)
+      editableOfRows_[place / bitsOfWord] |= std::uint64_t{1} << place % bitsOfWord;
+  }
+}
+
+SharedRows::Member SharedRows::add() {
+  editable_.insert(editable_.end(), editableOfRows_.begin(), editableOfRows_.end());
+  return members_++;
+}
+
+void SharedRows::setEditable(Member member, std::uint32_t place, bool editable) {
+  const std::uint64_t bit = std::uint64_t{1} << place % bitsOfWord;
+  std::uint64_t& word = editable_[indexOfWord(member, place)];
+  word = editable ? word | bit : word & ~bit;
+}
+
+void SharedRows::makeRoomForState(std::uint32_t place) {
+  Column& column = columns_[place];
+  if (column.states == nullptr) column.states = std::make_unique<std::uint8_t[]>(members_);
+}
+
+VARIANT& SharedRows::makeValue(Member member, std::uint32_t place) {
+  Column& column = columns_[place];
+  makeRoomForState(place);
+  if (column.values == nullptr) column.values = std::make_unique_for_overwrite<VARIANT[]>(members_);
+  column.values[member] = rows_[place].value;
+  column.states[member] |= valued;
+  return column.values[member];
+}
+
+void SharedRows::setElements(Member member, std::uint32_t place, VARIANT* elements) {
+  Column& column = columns_[place];
+  if (column.elements == nullptr) column.elements = std::make_unique_for_overwrite<VARIANT*[]>(members_);
+  column.elements[member] = elements;
+}
+
+}  // namespace velt::propdata

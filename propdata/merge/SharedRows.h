@@ -1,0 +1,101 @@
+#pragma once
+
+// The rows that all entities of a class and variant have in common, and what those entities have of their own, row by
+// row: whether it is editable, the value that was read, the elements that it broke up into. So an entity costs a bit
+// for each row, and for a row that is read the value and a byte.
+//
+// Values are owned by nobody, as in records: they are given back by VariantClear or not at all.
+// Failure: without memory std::bad_alloc is thrown and nothing is changed.
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "propdata/VeltPropData.h"
+#include "propdata/merge/KeyTable.h"
+#include "propdata/merge/ListLayout.h"
+
+namespace velt::propdata {
+
+class SharedRows {
+ public:
+  // Numbers the entities of one class, from 0.
+  using Member = std::uint32_t;
+
+  // Shares the block of the list, which therefore stays as it is, whatever becomes of the list.
+  explicit SharedRows(const TqVector<PROPINFO>& rows);
+
+  // Whether this list has the rows in the same block.
+  bool are(const TqVector<PROPINFO>& list) const { return list.begin() == rows_.data(); }
+  std::span<const PROPINFO> rows() const { return rows_; }
+  // The places of the rows that are asked whether they may be edited.
+  std::span<const std::uint32_t> writable() const { return writable_; }
+
+  // Another entity; every row is as editable as the shared one. All entities are added before a value is stored.
+  Member add();
+  Member members() const { return members_; }
+
+  bool isEditable(Member member, std::uint32_t place) const {
+    return (word(member, place) >> (place % bitsOfWord) & 1) != 0;
+  }
+  void setEditable(Member member, std::uint32_t place, bool editable);
+
+  bool isRead(Member member, std::uint32_t place) const {
+    return rows_[place].hasValue || has(member, place, read);
+  }
+  // From here on the row has a value of its own, which holds at first what the shared row holds.
+  VARIANT& makeValue(Member member, std::uint32_t place);
+  // From here on the row counts as read. Does not throw once makeRoomForState() of the row was called.
+  void setRead(Member member, std::uint32_t place) { columns_[place].states[member] |= read; }
+  void makeRoomForState(std::uint32_t place);
+  // What the row holds, its own or the shared one's.
+  const VARIANT& value(Member member, std::uint32_t place) const {
+    return has(member, place, valued) ? columns_[place].values[member] : rows_[place].value;
+  }
+
+  // The elements that the row broke up into; their memory is the caller's.
+  void setElements(Member member, std::uint32_t place, VARIANT* elements);
+  VARIANT* elements(Member member, std::uint32_t place) const { return columns_[place].elements[member]; }
+
+  // Null until the first search in an entity of the class.
+  ListLayout* layout = nullptr;
+  // Of the rows, as they came. Empty until the first search.
+  std::vector<KeyNumber> propertyKeys;
+
+ private:
+  static constexpr std::uint32_t bitsOfWord = 64;
+  enum State : std::uint8_t { read = 1, valued = 2 };
+
+  // One row of all entities of the class. The three arrays are made when the first entity needs them, and have a place
+  // for every entity; of values and elements only those places are written that are in use.
+  struct Column {
+    std::unique_ptr<std::uint8_t[]> states;
+    std::unique_ptr<VARIANT[]> values;
+    std::unique_ptr<VARIANT*[]> elements;
+  };
+
+  bool has(Member member, std::uint32_t place, State state) const {
+    const Column& column = columns_[place];
+    return column.states != nullptr && (column.states[member] & state) != 0;
+  }
+  std::size_t indexOfWord(Member member, std::uint32_t place) const {
+    return static_cast<std::size_t>(member) * editableOfRows_.size() + place / bitsOfWord;
+  }
+  std::uint64_t word(Member member, std::uint32_t place) const {
+    return editable_[indexOfWord(member, place)];
+  }
+
+  TqVector<PROPINFO> list_;
+  std::span<const PROPINFO> rows_;
+  std::vector<std::uint32_t> writable_;
+  Member members_ = 0;
+  // A bit for each row.
+  std::vector<std::uint64_t> editableOfRows_;
+  // As many words for each entity.
+  std::vector<std::uint64_t> editable_;
+  std::vector<Column> columns_;
+};
+
+}  // namespace velt::propdata

@@ -1,0 +1,269 @@
+#include "propdata/merge/EntityLists.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck.h>
+
+#include <algorithm>
+#include <iostream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "propdata/merge/Cores.h"
+#include "tests/propdata/merge/MergeScenario.h"
+#include "tests/propdata/merge/ReferenceMerge.h"
+#include "tests/support/LayerTest.h"
+#include "tests/support/ToySelection.h"
+
+namespace velt::tests {
+namespace {
+
+using namespace velt::toys;
+using propdata::EntityLists;
+using propdata::SharedRows;
+
+// Entities of one class with a point "Start", which expands, and a text "Length".
+class EntityListsTest : public LayerTest {
+ protected:
+  EntityListsTest() {
+    for (ToyObject* const object : {&first, &second, &third}) {
+      object->property(1, L"Start").element(1, L"X", toys::text(L"x")).element(2, L"Y", toys::text(L"y"));
+      object->property(2, L"Length").holds(toys::text(L"long"));
+    }
+    list = rows({Row(L"Start").dispId(1).declared(VT_VARIANT), Row(L"Length").dispId(2).declared(VT_BSTR),
+                 Row(L"Unread").dispId(3).declared(VT_I4).editable(false)});
+  }
+
+  SharedRows::Member add(const ToyObject& object) {
+    return lists.add(lists.sharedRows(list), {7, toyClass(1), object.unknown(), object.dispatch()});
+  }
+  bool merge() { return propdata::intersect(lists, result, errorText); }
+  void clearResult() {
+    for (PROPINFO& row : result)
+      VariantClear(&row.value);
+  }
+
+  ToyObject first{host, "first"};
+  ToyObject second{host, "second"};
+  ToyObject third{host, "third"};
+  TqVector<PROPINFO> list;
+  EntityLists lists;
+  TqVector<PROPINFO> result;
+};
+
+TEST_F(EntityListsTest, WithoutAnEntityNothingIsMerged) {
+  result = rows({Row(L"Old").value(i4(1))});
+
+  EXPECT_FALSE(merge());
+
+  EXPECT_EQ(names(result), Lines{"Old"});
+}
+
+TEST_F(EntityListsTest, EntitiesWithTheSameBlockShareTheirRows) {
+  const TqVector<PROPINFO> sameBlock(list);
+  const TqVector<PROPINFO> other = rows({Row(L"Start")});
+  const SharedRows& shared = lists.sharedRows(list);
+
+  EXPECT_NE(&lists.sharedRows(other), &shared);
+  EXPECT_EQ(&lists.sharedRows(sameBlock), &shared);
+}
+
+TEST_F(EntityListsTest, TheRowsOfTheResultCarryTheFirstEntitysOwnFields) {
+  add(first);
+  lists.sharedRows(list).setEditable(0, 1, false);
+
+  EXPECT_TRUE(merge());
+
+  ASSERT_EQ(names(result), (Lines{"Start", "Start", "Length", "Unread"}));
+  for (const PROPINFO& row : std::as_const(result)) {
+    EXPECT_EQ(row.pDispatch, first.dispatch());
+    EXPECT_EQ(row.clsid, toyClass(1));
+    EXPECT_EQ(row.objectId.asOldId(), 7);
+    EXPECT_EQ(row.isEditable, row.name.str() == L"Start") << narrow(row.name.c_str());
+  }
+  clearResult();
+}
+
+TEST_F(EntityListsTest, TheRowsThatAreSharedStayAsTheyAre) {
+  for (const ToyObject* const object : {&first, &second})
+    add(*object);
+
+  EXPECT_TRUE(merge());
+  lists.clearValues();
+  clearResult();
+
+  EXPECT_EQ(names(list), (Lines{"Start", "Length", "Unread"}));
+  for (const PROPINFO& row : std::as_const(list)) {
+    EXPECT_FALSE(row.hasValue);
+    EXPECT_EQ(row.pDispatch, nullptr);
+    EXPECT_EQ(row.value.vt, VT_EMPTY);
+  }
+}
+
+TEST_F(EntityListsTest, EveryRowOfEveryEntityIsClearedInTheOrderOfTheListsWhetherItWasReadOrNot) {
+  for (const ToyObject* const object : {&first, &second, &third})
+    add(*object);
+  host.mark();
+  EXPECT_TRUE(merge());
+  host.log.clear();
+
+  lists.clearValues();
+
+  Lines expected(3, "VariantClear(VT_EMPTY)");  // nothing is read into the first list
+  for (int entity = 1; entity < 3; ++entity) {
+    for (const char* const value :
+         {"VT_EMPTY", "VT_BSTR \"long\"", "VT_I4 0", "VT_BSTR \"x\"", "VT_BSTR \"y\""})
+      expected.push_back(say("VariantClear(", value, ")"));
+  }
+  EXPECT_EQ(host.log.only({"VariantClear"}), expected);
+  clearResult();
+  EXPECT_EQ(host.balance(), "balanced");
+}
+
+TEST_F(EntityListsTest, AnEntityThatBreaksUpIntoOtherElementsHasThemForItself) {
+  second[1].elements = {{1, L"X", toys::text(L"x")}, {2, L"Other", toys::text(L"y")}};
+  third[1].elements = {{1, L"X", toys::text(L"x")}};
+  for (const ToyObject* const object : {&first, &second, &third})
+    add(*object);
+  host.mark();
+
+  EXPECT_TRUE(merge());
+  EXPECT_EQ(names(result), (Lines{"Length", "Unread"})) << "the numbers of elements differ";
+  EXPECT_EQ(host.log.count("GetElementValue(1, cookie 2) on second"), 1);
+  lists.clearValues();
+  clearResult();
+
+  EXPECT_EQ(host.balance(), "BSTR +2") << "the values of the first entity's elements, which were dropped";
+}
+
+// --- against the merge of records ----------------------------------------------------------------------------------
+
+struct Outcome {
+  bool answer;
+  Lines result;
+  std::string errorText;
+  Lines calls;
+  std::string balance;
+};
+
+// A scenario in which entities share the rows of a class: the lists of the world are the classes' rows, and the flags
+// say whether an entity's row is as editable as its class's.
+struct SharedScenario {
+  Scenario scenario;
+  std::vector<std::size_t> classOf;
+  std::vector<bool> flips;
+
+  bool isEditable(std::size_t k, std::uint32_t place, const PROPINFO& row) const {
+    return row.isEditable != flips[(k * 7 + place) % flips.size()];
+  }
+};
+
+Outcome outcomeOfEntities(const SharedScenario& shared) {
+  MergeWorld world(shared.scenario);
+  world.host.mark();
+  EntityLists lists;
+  for (std::size_t k = 0; k < shared.classOf.size(); ++k) {
+    const TqVector<PROPINFO>& rowsOfClass =
+        std::as_const(world.lists)[static_cast<std::uint32_t>(shared.classOf[k])];
+    SharedRows& sharedRows = lists.sharedRows(rowsOfClass);
+    const SharedRows::Member member = lists.add(sharedRows, world.entry(k));
+    for (std::uint32_t place = 0; place < rowsOfClass.length(); ++place)
+      sharedRows.setEditable(member, place, shared.isEditable(k, place, rowsOfClass[place]));
+  }
+  TqVector<PROPINFO> result = rows({Row(L"Old").value(i4(1))});
+  CStdStr<wchar_t> errorText(L"as before");
+  const bool answer = propdata::intersect(lists, result, errorText);
+  return {answer, world.printList(std::as_const(result)), narrow(errorText.str()), world.host.log.all(),
+          world.host.balance()};
+}
+
+Outcome outcomeOfRecords(const SharedScenario& shared) {
+  MergeWorld world(shared.scenario);
+  world.host.mark();
+  std::vector<PlainList> all;
+  for (std::size_t k = 0; k < shared.classOf.size(); ++k) {
+    const VeltPropData entry = world.entry(k);
+    PlainList& list =
+        all.emplace_back(plain(std::as_const(world.lists)[static_cast<std::uint32_t>(shared.classOf[k])]));
+    for (std::uint32_t place = 0; place < list.size(); ++place) {
+      PROPINFO& row = list[place];
+      row.isEditable = shared.isEditable(k, place, row);
+      row.clsid = entry.clsid;
+      row.pDispatch = entry.pDispatch;
+      row.objectId.setFromOldId(entry.oldId);
+    }
+  }
+  PlainList result = plain(rows({Row(L"Old").value(i4(1))}));
+  CStdStr<wchar_t> errorText(L"as before");
+  const bool answer = mergeReference(all, result, errorText);
+  return {answer, world.printList(result), narrow(errorText.str()), world.host.log.all(),
+          world.host.balance()};
+}
+
+struct Reached {
+  int kept = 0, varying = 0, brokenUp = 0, messages = 0, pairs = 0;
+};
+
+SharedScenario someSharedScenario(int mostRows) {
+  SharedScenario shared;
+  shared.scenario = *rc::gen::resize(rc::kNominalSize, someScenario(mostRows));
+  const auto entities = static_cast<int>(shared.scenario.entities.size());
+  // Mostly the class of the first entity, so that there is something in common.
+  for (int k = 0; k < entities; ++k)
+    shared.classOf.push_back(
+        static_cast<std::size_t>(*rc::gen::oneOf(rc::gen::just(0), rc::gen::inRange(0, entities))));
+  shared.flips = *rc::gen::container<std::vector<bool>>(40, rarely(12));
+  return shared;
+}
+
+void compareWithRecords(int mostRows, int scenarios) {
+  Reached reached;
+  const auto property = [&] {
+    const SharedScenario shared = someSharedScenario(mostRows);
+    const Outcome expected = outcomeOfRecords(shared);
+    const Outcome actual = outcomeOfEntities(shared);
+    RC_ASSERT(actual.answer == expected.answer);
+    RC_ASSERT(actual.calls == expected.calls);
+    RC_ASSERT(actual.result == expected.result);
+    RC_ASSERT(actual.errorText == expected.errorText);
+    RC_ASSERT(actual.balance == expected.balance);
+    if (shared.classOf.size() < 2) return;
+    reached.kept += !expected.result.empty();
+    reached.varying += std::ranges::any_of(
+        expected.result, [](const std::string& row) { return row.find(" varies 1") != std::string::npos; });
+    reached.brokenUp += std::ranges::any_of(expected.calls, [](const std::string& call) {
+      return call.starts_with("GetElementValue") && !call.ends_with(" on e0");
+    });
+    reached.messages += expected.errorText != "as before";
+    reached.pairs += std::ranges::any_of(
+        expected.result, [](const std::string& row) { return row.find("sources (") != std::string::npos; });
+  };
+
+  rc::detail::TestParams params = rc::detail::configuration().testParams;
+  params.maxSuccess = std::max(params.maxSuccess, scenarios);
+  std::cout << "seed " << params.seed << " (RC_PARAMS=\"seed=" << params.seed << "\" runs it again)\n";
+  const rc::detail::TestResult outcome =
+      rc::detail::checkProperty(rc::detail::toProperty(property), rc::detail::TestMetadata(), params);
+  if (!outcome.is<rc::detail::SuccessResult>()) {
+    std::ostringstream message;
+    rc::detail::printResultMessage(outcome, message);
+    FAIL() << message.str();
+  }
+  const int enough = params.maxSuccess / 50;
+  EXPECT_GT(reached.kept, enough);
+  EXPECT_GT(reached.varying, enough);
+  EXPECT_GT(reached.brokenUp, enough);
+  EXPECT_GT(reached.messages, enough);
+  EXPECT_GT(reached.pairs, enough);
+}
+
+TEST(EntityLists, DoOnSmallSelectionsWhatTheNestedScansOverRecordsWouldDo) {
+  compareWithRecords(5, 1500);
+}
+
+TEST(EntityLists, DoOnLongListsWhatTheNestedScansOverRecordsWouldDo) {
+  compareWithRecords(20, 250);
+}
+
+}  // namespace
+}  // namespace velt::tests

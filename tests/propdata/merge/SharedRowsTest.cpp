@@ -1,0 +1,86 @@
+#include "propdata/merge/SharedRows.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "tests/support/Row.h"
+
+namespace velt::propdata {
+namespace {
+
+using toys::Row;
+using toys::rows;
+
+TEST(SharedRows, KnowTheBlockThatTheyShare) {
+  TqVector<PROPINFO> list = rows({Row(L"A")});
+  const SharedRows shared(list);
+
+  EXPECT_TRUE(shared.are(list));
+  EXPECT_FALSE(shared.are(rows({Row(L"A")})));
+  list[0].name = L"B";
+  EXPECT_FALSE(shared.are(list));
+  EXPECT_EQ(shared.rows()[0].name.str(), L"A");
+}
+
+TEST(SharedRows, TellWhichRowsAreAskedWhetherTheyMayBeEdited) {
+  const SharedRows shared(rows({Row(L"A"), Row(L"B").readOnly(), Row(L"C")}));
+
+  EXPECT_EQ(std::vector<std::uint32_t>(shared.writable().begin(), shared.writable().end()),
+            (std::vector<std::uint32_t>{0, 2}));
+}
+
+// More rows than a word has bits.
+TEST(SharedRows, EachEntityHasItsOwnBitForEachRow) {
+  TqVector<PROPINFO> list;
+  for (int place = 0; place < 130; ++place)
+    list.append(Row(L"A").editable(place % 3 == 0));
+  SharedRows shared(list);
+  const SharedRows::Member first = shared.add();
+  const SharedRows::Member second = shared.add();
+  EXPECT_EQ(shared.members(), 2u);
+  shared.setEditable(second, 63, false);
+  shared.setEditable(second, 64, true);
+  shared.setEditable(second, 129, false);
+
+  for (std::uint32_t place = 0; place < 130; ++place) {
+    EXPECT_EQ(shared.isEditable(first, place), place % 3 == 0) << place;
+    const bool expected = place == 64 || (place % 3 == 0 && place != 63 && place != 129);
+    EXPECT_EQ(shared.isEditable(second, place), expected) << place;
+  }
+}
+
+TEST(SharedRows, ARowHoldsWhatTheSharedOneHoldsUntilItHasAValueOfItsOwn) {
+  SharedRows shared(rows({Row(L"A").value(toys::i4(7)).declared(VT_I4), Row(L"B").value(toys::i4(8))}));
+  const SharedRows::Member first = shared.add();
+  const SharedRows::Member second = shared.add();
+  EXPECT_FALSE(shared.isRead(first, 0));
+  EXPECT_TRUE(shared.isRead(first, 1)) << "the shared row came with its value";
+
+  VARIANT& value = shared.makeValue(second, 0);
+  EXPECT_EQ(value.lVal, 7) << "what was there before the call stays when it fails";
+  value.lVal = 9;
+  EXPECT_FALSE(shared.isRead(second, 0)) << "the call may have thrown";
+  shared.setRead(second, 0);
+
+  EXPECT_TRUE(shared.isRead(second, 0));
+  EXPECT_FALSE(shared.isRead(first, 0));
+  EXPECT_EQ(shared.value(second, 0).lVal, 9);
+  EXPECT_EQ(shared.value(first, 0).lVal, 7);
+}
+
+TEST(SharedRows, ARowMayCountAsReadWithoutAValueOfItsOwn) {
+  SharedRows shared(rows({Row(L"A").value(toys::i4(7)).declared(VT_VARIANT)}));
+  const SharedRows::Member member = shared.add();
+  VARIANT elements[2] = {toys::i4(1), toys::i4(2)};
+  shared.makeRoomForState(0);
+  shared.setElements(member, 0, elements);
+  shared.setRead(member, 0);
+
+  EXPECT_TRUE(shared.isRead(member, 0));
+  EXPECT_EQ(shared.value(member, 0).lVal, 7);
+  EXPECT_EQ(shared.elements(member, 0)[1].lVal, 2);
+}
+
+}  // namespace
+}  // namespace velt::propdata
