@@ -22,6 +22,7 @@ inline constexpr std::array checks = {
     Check{"value-init",           "all rows: what was in memory is taken for a value, and cleared"},
     Check{"value-clear",          "all rows: values are cleared twice"},
     Check{"value-release",        "rows whose values are objects: they are lost, or end too early"},
+    Check{"value-reentry",        "the program: an object that ends clears its value, and is released twice"},
     Check{"value-by-reference",   "rows whose values refer to somebody else's: these are given back"},
     Check{"array-bounds",         "dynamic rows: the first or the last source or property is missing"},
     Check{"array-type",           "dynamic rows: none is shown"},

@@ -40,6 +40,7 @@ void expectAgreement(Findings& findings, const char* function, VkDbObject* objec
 }
 
 void checkLayer(Findings& findings, VkDbObjectId layerId) {
+  findings.tries("layer-opens");
   VkDbObject* layer = nullptr;
   const Velt::ErrorStatus status = vkdbOpenVkDbObject(layer, layerId, VkDb::kForRead, false);
   findings.expect(status == Velt::eOk && layer != nullptr && layer->isKindOf(VkDbLayerTableRecord::desc()),
@@ -57,6 +58,7 @@ void checkMadeUpIds(Findings& findings, std::span<const long> oldIds) {
       isGiven = isGiven || given == oldId;
     if (isGiven) continue;
     findings.about("id " + std::to_string(oldId));
+    findings.tries("made-up-id");
     VkDbEntity* entity = nullptr;
     const Velt::ErrorStatus status = vkdbOpenVkDbEntity(entity, idOf(oldId), VkDb::kForRead);
     findings.expect(status != Velt::eOk && entity == nullptr, "made-up-id",
@@ -66,6 +68,7 @@ void checkMadeUpIds(Findings& findings, std::span<const long> oldIds) {
 }
 
 bool checkEntity(Findings& findings, EntityClass& entity) {
+  findings.tries("entity-opens");
   VkDbEntity* opened = nullptr;
   const Velt::ErrorStatus status = vkdbOpenVkDbEntity(opened, idOf(entity.oldId), VkDb::kForRead);
   if (!findings.expect(status == Velt::eOk && opened != nullptr, "entity-opens",
@@ -75,6 +78,7 @@ bool checkEntity(Findings& findings, EntityClass& entity) {
   }
   findings.expect(opened->isKindOf(VkDbEntity::desc()), "entity-class",
                   "it is of VkDbEntity or a class below", "it is not");
+  findings.tries("class-id");
   constexpr CLSID untouched = GUID_NULL;
   entity.clsid = untouched;
   const Velt::ErrorStatus classified = opened->getClassID(&entity.clsid);
@@ -86,9 +90,11 @@ bool checkEntity(Findings& findings, EntityClass& entity) {
   }
   findings.expect(!(entity.clsid == GUID_NULL), "class-id", "getClassID answers the id of a class",
                   "GUID_NULL");
+  findings.tries("layer-opens");
   const VkDbObjectId layerId = opened->layerId();
   opened->close();
 
+  findings.tries("opening-agrees");
   VkDbEntity* again = nullptr;
   const Velt::ErrorStatus reopened = vkdbOpenObject(again, idOf(entity.oldId), VkDb::kForRead);
   findings.expect(reopened == Velt::eOk, "entity-opens", "vkdbOpenObject opens it too",

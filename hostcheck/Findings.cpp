@@ -51,9 +51,18 @@ std::string hex(HRESULT result) {
   return text;
 }
 
+void Findings::note(std::string_view check) {
+  if (!contains(report_.tried, check)) report_.tried.emplace_back(check);
+}
+
 void Findings::tries(std::string_view check) {
   if (report_.onTry) report_.onTry(std::string(check), subject_);
-  if (!contains(report_.tried, check)) report_.tried.emplace_back(check);
+  note(check);
+}
+
+void Findings::calls(std::string_view method) {
+  if (report_.onTry) report_.onTry(std::string(method), subject_);
+  note("exceptions");
 }
 
 void Findings::cannotTry(std::string_view check, std::string reason) {
@@ -63,7 +72,7 @@ void Findings::cannotTry(std::string_view check, std::string reason) {
 }
 
 bool Findings::expect(bool holds, std::string_view check, std::string_view expected, std::string came) {
-  tries(check);
+  note(check);
   if (holds) return true;
   const auto isOfCheck = [&](const Finding& finding) { return finding.check == check; };
   const auto already = std::count_if(report_.findings.begin(), report_.findings.end(), isOfCheck);

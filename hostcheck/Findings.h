@@ -22,17 +22,18 @@ class Findings {
   void about(std::string subject) { subject_ = std::move(subject); }
   const std::string& subject() const { return subject_; }
 
-  // A check is made from here on.
+  // A check is made from here on; and the host is called for one.
   void tries(std::string_view check);
+  void calls(std::string_view method);
   // It cannot be made; of no account when it was made for another entity or property.
   void cannotTry(std::string_view check, std::string reason);
-  // Makes the check; finds something unless it holds. Answers whether it does.
+  // The outcome of a check: finds something unless it holds. Answers whether it does.
   bool expect(bool holds, std::string_view check, std::string_view expected, std::string came);
 
   // Calls the host: a _com_error is the layer's to catch, and answers its result; anything else is found.
   template <class Call>
   HRESULT call(std::string_view what, Call&& work) {
-    tries("exceptions");
+    calls(what);
     try {
       return work();
     } catch (const _com_error&) {
@@ -47,6 +48,8 @@ class Findings {
   void finish();
 
  private:
+  void note(std::string_view check);
+
   Report& report_;
   std::string subject_;
 };

@@ -7,8 +7,8 @@
 // can load the layer can load it. Nothing is written to the entities.
 //
 // Threads: called on the thread that the palette would use. One of the checks starts a thread of its own, and ends it.
-// Failure: the check reports; it throws nothing. A host that crashes takes the process with it, which says where: the
-// program velt-host-check tells what it tries, one line at a time, with --verbose.
+// Failure: the check reports; it throws nothing. A host that crashes takes the process with it; whoever sets onTry knows
+// where that was.
 
 #include <cstddef>
 #include <functional>
@@ -51,8 +51,9 @@ struct Report {
   // Names of the checks that were made, in the order of the list of checks.
   std::vector<std::string> tried;
   std::vector<NotTried> notTried;
-  // Called, when it is set, with the name of a check and what is asked, before it is asked.
-  std::function<void(const std::string& check, const std::string& subject)> onTry;
+  // Called, when it is set, with the name of a check, or of the method that is called for one, and what is asked, before it
+  // is asked.
+  std::function<void(const std::string& what, const std::string& subject)> onTry;
 };
 
 }  // namespace velt::hostcheck

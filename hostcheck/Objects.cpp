@@ -80,6 +80,7 @@ void bind(Findings& findings, IUnknown& object, long oldId) {
 void checkCounting(Findings& findings, IUnknown& object) {
   InterfaceHolder<IDispatch> dispatch;
   if (FAILED(query(&object, IID_IDispatch, dispatch))) return;
+  findings.calls("AddRef");
   const auto countNow = [&] {
     dispatch->AddRef();
     return static_cast<long>(dispatch->Release());

@@ -1,8 +1,13 @@
 // velt-host-check: loads a host from a shared object, checks it with a few entities, and tells what it found.
 
 #include <dlfcn.h>
+#include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
@@ -11,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "hostcheck/CheckList.h"
 #include "hostcheck/HostCheck.h"
 #include "hostcheck/HostModule.h"
 
@@ -24,6 +30,30 @@ constexpr int wrongUsage = 2;
 
 // Found beside this program, in the build folder as in an installation.
 constexpr const char* checkLibrary = "libVeltHostCheck.so.0";
+
+// --- a host that crashes ---------------------------------------------------------------------------------------------
+
+// What is being asked, ready to be written by a signal handler, which may not do much.
+std::array<char, 400> asked{};
+
+void remember(const std::string& what, const std::string& subject) {
+  std::snprintf(asked.data(), asked.size(), "velt-host-check: the host crashed in %s%s%s\n", what.c_str(),
+                subject.empty() ? "" : ": ", subject.c_str());
+}
+
+[[noreturn]] void tellOfCrash(int) {
+  const auto length = static_cast<std::size_t>(std::find(asked.begin(), asked.end(), '\0') - asked.begin());
+  [[maybe_unused]] const auto written = write(STDERR_FILENO, asked.data(), length);
+  _exit(foundSomething);
+}
+
+void watchForCrashes() {
+  remember("its loading", "");
+  for (const int signal : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT})
+    std::signal(signal, &tellOfCrash);
+}
+
+// --- the check --------------------------------------------------------------------------------------------------------
 
 struct Options {
   std::string host;
@@ -67,13 +97,17 @@ Report check(const Options& options) {
   auto* const checkHost = reinterpret_cast<decltype(&veltCheckHost)>(dlsym(library, "veltCheckHost"));
   if (checkHost == nullptr) throw std::runtime_error(dlerror());
   Report report;
-  if (options.isVerbose) {
-    report.onTry = [](const std::string& name, const std::string& subject) {
-      std::cerr << name << (subject.empty() ? "" : ": ") << subject << std::endl;
-    };
-  }
+  report.onTry = [&](const std::string& what, const std::string& subject) {
+    remember(what, subject);
+    if (options.isVerbose) std::cerr << what << (subject.empty() ? "" : ": ") << subject << std::endl;
+  };
   checkHost(options.oldIds.data(), options.oldIds.size(), &report);
   return report;
+}
+
+void list() {
+  for (const velt::hostcheck::Check& check : velt::hostcheck::checks)
+    std::cout << check.name << "\n  suffers  " << check.suffers << '\n';
 }
 
 void printJson(const Report& report) {
@@ -118,9 +152,8 @@ int main(int argumentCount, char** arguments) {
   Options options;
   CLI::App app(
       "Checks whether a host keeps what the property layer relies on. Nothing is written to the entities.");
-  app.add_option("--host", options.host, "shared object with the host's symbols")
-      ->required()
-      ->type_name("FILE.so");
+  bool isToList = false;
+  app.add_option("--host", options.host, "shared object with the host's symbols")->type_name("FILE.so");
   app.add_option("--document", options.document, "document that the host opens; all its entities are checked")
       ->type_name("FILE");
   app.add_option("ids", options.oldIds, "ids of entities to check, as a palette hands them over");
@@ -128,6 +161,7 @@ int main(int argumentCount, char** arguments) {
       ->capture_default_str();
   app.add_flag("--json", options.asJson, "print one JSON object");
   app.add_flag("--verbose", options.isVerbose, "tell on standard error what is tried, before it is");
+  app.add_flag("--list", isToList, "list the checks, and what users see when one fails; checks nothing");
   app.set_version_flag("--version", VELT_VERSION);
   app.footer(
       "Exit codes: 0 nothing found, 1 something found, or the check could not be made, 2 wrong usage.");
@@ -136,10 +170,19 @@ int main(int argumentCount, char** arguments) {
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? passed : wrongUsage;
   }
+  if (isToList) {
+    list();
+    return passed;
+  }
+  if (options.host.empty()) {
+    std::cerr << "velt-host-check: which host? Give its shared object with --host\n";
+    return wrongUsage;
+  }
   if (options.oldIds.empty() && options.document.empty()) {
     std::cerr << "velt-host-check: which entities? Give ids, or --document\n";
     return wrongUsage;
   }
+  watchForCrashes();
   try {
     void* const host = load(asPath(options.host), RTLD_NOW | RTLD_GLOBAL);
     if (!options.document.empty()) openDocument(host, options);

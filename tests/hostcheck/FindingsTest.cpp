@@ -55,9 +55,11 @@ TEST(Findings, TellWhatIsTriedBeforeItIs) {
   Findings findings(report);
   findings.about("entity 3");
 
+  findings.tries("label");
   findings.expect(true, "label", "", "");
+  findings.call("Invoke", [] { return S_OK; });
 
-  EXPECT_EQ(said, "label/entity 3 ");
+  EXPECT_EQ(said, "label/entity 3 Invoke/entity 3 ");
 }
 
 TEST(Findings, TakeAComErrorForAFailureAndFindEveryOtherException) {

@@ -78,6 +78,16 @@ TEST_F(HostFunctions, AreFoundWhenAClearedObjectIsNotReleased) {
   EXPECT_EQ(broken(), Names{"value-release"});
 }
 
+TEST_F(HostFunctions, AreFoundWhenAnObjectIsReleasedBeforeItsValueIsEmpty) {
+  functions.clearVariant = [](VARIANT* value) {
+    if (value->vt != VT_UNKNOWN) return VariantClear(value);
+    value->punkVal->Release();
+    value->vt = VT_EMPTY;
+    return S_OK;
+  };
+  EXPECT_EQ(broken(), Names{"value-reentry"});
+}
+
 TEST_F(HostFunctions, AreFoundWhenAReferredObjectIsReleased) {
   functions.clearVariant = [](VARIANT* value) {
     if (value->vt == (VT_UNKNOWN | VT_BYREF)) (*static_cast<IUnknown**>(value->byref))->Release();

@@ -89,7 +89,22 @@ class TheProgram(unittest.TestCase):
     def test_tells_what_it_tries_before_it_does(self):
         result = self.run_check("--verbose", "--host", self.minimal, 1)
         self.assertRegex(result.stderr, r"(?m)^string-length$")
-        self.assertRegex(result.stderr, r"(?m)^value-type: entity 1, property Diameter$")
+        self.assertRegex(result.stderr, r"(?m)^ShowProperty: entity 1, property Diameter$")
+
+    def test_tells_where_a_host_crashes(self):
+        for name, was, becomes, where in (
+                ("crashing", "return give(show, 1);", "*static_cast<volatile BOOL*>(nullptr) = 1;\nreturn give(show, 1);",
+                 "ShowProperty: entity 1, property Length"),
+                ("freeing", "if (string != nullptr) std::free(", "std::free(", "string-null")):
+            with self.subTest(host=name):
+                result = self.run_check("--host", self.host(name, was, becomes), 1)
+                self.assertEqual(1, result.returncode)
+                self.assertIn(f"velt-host-check: the host crashed in {where}\n", result.stderr)
+
+    def test_lists_its_checks(self):
+        result = self.run_check("--list")
+        self.assertEqual((0, ""), (result.returncode, result.stderr))
+        self.assertIn("flag-shown\n  suffers  the row, which is hidden by any other byte than 1\n", result.stdout)
 
     def test_tells_why_it_cannot_check(self):
         nowhere = self.run_check("--host", "nowhere.so", 1)

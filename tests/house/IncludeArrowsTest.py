@@ -35,8 +35,9 @@ MAY_INCLUDE = {
     "palette/explanation": IN_PALETTE | {"palette/text", "palette/values", "palette/rows", "palette/selection"},
     # Loaded into any host, as the layer is; the program and the embedded host as its prey come from outside.
     "hostcheck": {"host", "holders"},
-    "hostcheck/program": {"hostcheck/HostCheck.h", "hostcheck/HostModule.h"},
+    "hostcheck/program": {"hostcheck/CheckList.h", "hostcheck/HostCheck.h", "hostcheck/HostModule.h"},
     "hostcheck/modules": {"hostcheck/HostModule.h", "host", "dxf", "embedded"},
+    "hostcheck/CheckList.h": set(),
     "hostcheck/HostCheck.h": set(),
     "hostcheck/HostModule.h": set(),
     "dxf": set(),
