@@ -146,7 +146,12 @@ HRESULT ToyHost::perform(const std::string& line, const std::function<HRESULT()>
     if (countdownText_.has_value()) _com_raise_error(countdownResult_, countdownText_->c_str());
     return countdownLeaves_ ? leaveThenFail(work, countdownResult_) : countdownResult_;
   }
-  Rule* const rule = ruleFor(line);
+  const Rule* rule = ruleFor(line);
+  Rule decided(line);
+  if (rule == nullptr && decide) {
+    decide(line, decided);
+    rule = &decided;
+  }
   if (rule == nullptr) return work();
   switch (rule->kind_) {
     case Rule::Kind::Work:

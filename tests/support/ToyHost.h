@@ -88,6 +88,9 @@ class ToyHost {
   void raiseCall(int n, std::wstring text);
   // Lets it write its outputs and fail, handing nothing over.
   void leaveCall(int n);
+  // Says what a call does that can fail and for which no rule was made: by the rule that it gets with the call's line.
+  // Null: its work.
+  std::function<void(const std::string& line, Rule& rule)> decide;
   std::string failedCall() const {
     return failedCall_;
   }  // its line; empty when that many calls were not made
