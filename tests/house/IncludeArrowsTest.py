@@ -66,7 +66,7 @@ MAY_INCLUDE = {
     "tool": SHIPPED,
     "tests": SHIPPED | {"tool", "bench"},
     "bench": SHIPPED,
-    "fuzz": SHIPPED,
+    "fuzz": SHIPPED | {"tool", "bench", "tests"},
     "examples": SHIPPED,
     # A host of its own shows that the layer needs nothing of the embedded one.
     "examples/minimal-host": LAYER,
@@ -92,7 +92,7 @@ THIRD_PARTY = {
     "CLI": {"tool", "hostcheck", "tests"},
     "nlohmann": {"tool", "hostcheck", "tests", "bench"},
     "fmt": {"palette", "tool", "tests", "bench"},
-    "gtest": {"tests"},
+    "gtest": {"tests", "fuzz"},
     "gmock": {"tests"},
     "rapidcheck": {"tests"},
     "rapidcheck.h": {"tests"},
@@ -185,7 +185,7 @@ class TheCheck(house.Check):
             "tool": shipped + " tool",
             "tests": shipped + " tool bench tests",
             "bench": shipped + " bench",
-            "fuzz": shipped + " fuzz",
+            "fuzz": shipped + " tool bench tests fuzz",
             "examples": shipped + " examples",
         }
         one_room = {"palette": "palette/rows", "embedded": "embedded/automation/model"}
