@@ -7,6 +7,7 @@
 #include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Refusal.h"
+#include "embedded/database/LastAsked.h"
 
 namespace velt::automation {
 namespace {
@@ -28,9 +29,17 @@ std::size_t oneGroup(const Subject&, const PropertyRow&) {
   return 1;
 }
 
+struct AskedPoint {
+  const PropertyRow* row = nullptr;
+  Vector3 point;
+};
+
+// Whoever asks for one coordinate of a point asks for the other two next.
 double getCoordinate(const Subject& subject, const PropertyRow& row, std::size_t element) {
-  const auto point = std::get<Vector3>(row.access.get(subject, row));
-  const double coordinates[] = {point.x, point.y, point.z};
+  thread_local database::LastAsked<AskedPoint> last;
+  AskedPoint& asked = last.of(subject.id(), subject.drawing(), [] { return AskedPoint(); });
+  if (asked.row != &row) asked = {&row, std::get<Vector3>(row.access.get(subject, row))};
+  const double coordinates[] = {asked.point.x, asked.point.y, asked.point.z};
   return coordinates[element];
 }
 
