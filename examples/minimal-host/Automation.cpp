@@ -191,7 +191,7 @@ class PartObject final : public IDispatch,
 
   // IVeltBaseObject: which part this object speaks for. Without one, what is asked later fails.
   HRESULT SetObjectId(VkDbObjectId& id, VkDbObjectId, wchar_t*) override {
-    const auto place = static_cast<std::size_t>(id.asOldId() - firstPartId);
+    const auto place = static_cast<std::size_t>(id.asOldId()) - firstPartId;
     if (place >= parts.size() || parts[place].kind != kind_) return E_INVALIDARG;
     part_ = &parts[place];
     id_ = id;

@@ -64,10 +64,9 @@ struct LayerRecord : VkDbLayerTableRecord {
 VkDbObject* objectOfId(VkDbObjectId id) {
   static PartEntity entities[] = {parts[0], parts[1], parts[2]};
   static LayerRecord records[] = {layers[0], layers[1]};
-  const auto part = static_cast<std::size_t>(id.asOldId() - firstPartId);
-  const auto layer = static_cast<std::size_t>(id.asOldId() - firstLayerId);
-  if (part < parts.size()) return &entities[part];
-  return layer < layers.size() ? &records[layer] : nullptr;
+  const auto number = static_cast<std::size_t>(id.asOldId());
+  if (number - firstPartId < parts.size()) return &entities[number - firstPartId];
+  return number - firstLayerId < layers.size() ? &records[number - firstLayerId] : nullptr;
 }
 
 }  // namespace
@@ -91,7 +90,7 @@ Velt::ErrorStatus VkDbObject::getClassID(CLSID* clsid) const {
   return Velt::eOk;
 }
 VkDbObjectId VkDbEntity::layerId() const {
-  return VkDbObjectId().setFromOldId(firstLayerId + imp_->part->layer);
+  return VkDbObjectId().setFromOldId(static_cast<long>(firstLayerId + imp_->part->layer));
 }
 bool VkDbLayerTableRecord::isLocked() const { return imp_->layer->isLocked; }
 VkCmColor VkDbLayerTableRecord::color() const { return {}; }

@@ -35,7 +35,7 @@ int main() {
   std::array<VeltPropData, parts.size()> entries{};
   TqVector<VeltPropData*> selection;
   for (std::size_t i = 0; i < entries.size(); ++i) {
-    entries[i].oldId = firstPartId + static_cast<long>(i);
+    entries[i].oldId = static_cast<long>(firstPartId + i);
     selection.append(&entries[i]);
   }
   CStdStr<wchar_t> message;

@@ -4,6 +4,7 @@
 // this place. All but the class ids at the end knows nothing of the property layer.
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -17,7 +18,7 @@ struct Part {
   double diameter;         // in millimetres
   double length;           // in millimetres; a valve has none
   std::uint32_t material;  // index into materials
-  long layer;              // index into layers
+  std::size_t layer;       // index into layers
 };
 
 struct Layer {
@@ -31,8 +32,8 @@ inline std::array parts = {Part{Kind::pipe, L"P-1", 50, 2400, 0, 0}, Part{Kind::
                            Part{Kind::valve, L"V-1", 50, 0, 0, 0}};
 
 // An id names a part or a layer by its place. 0 is the null id.
-inline constexpr long firstPartId = 1;
-inline constexpr long firstLayerId = 101;
+inline constexpr std::size_t firstPartId = 1;
+inline constexpr std::size_t firstLayerId = 101;
 
 // The automation classes. Take ids of your own, from uuidgen, and such without a zero byte: the layer keeps the list of
 // properties of each class under its id, and cuts the id there.

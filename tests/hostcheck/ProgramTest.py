@@ -67,7 +67,7 @@ class TheProgram(unittest.TestCase):
                 ("hiding", "return give(show, 1);", "return give(show, -1);", "flag-shown"),
                 ("silent", '{1011, L"The part has no IOPMPropertyExtension."},', "", "message-texts"),
                 ("growing", "{1, 0, 0, 8, nullptr}", "{1, 0, 0, 16, nullptr}", "empty-block"),
-                ("layerless", "return VkDbObjectId().setFromOldId(firstLayerId + imp_->part->layer);",
+                ("layerless", "return VkDbObjectId().setFromOldId(static_cast<long>(firstLayerId + imp_->part->layer));",
                  "return VkDbObjectId::kNull;", "layer-opens")):
             with self.subTest(host=name):
                 result = self.run_check("--json", "--host", self.host(name, was, becomes), 1, 2, 3)

@@ -33,6 +33,10 @@ add_executable(consumer consumer.cpp)
 target_link_libraries(consumer Velt::VeltPropData Velt::VeltEmbeddedHost)
 add_executable(palette palette.cpp)
 target_link_libraries(palette Velt::VeltPalette Velt::VeltEmbeddedHost)
+add_executable(save save.cpp)
+target_link_libraries(save Velt::VeltPalette Velt::VeltEmbeddedHost)
+add_library(plugin MODULE Material.cpp)
+target_link_libraries(plugin Velt::VeltEmbeddedHost)
 """
 
 
@@ -55,7 +59,8 @@ class AnInstallation(unittest.TestCase):
         run("cmake", "--install", house.build_root(), "--prefix", cls.prefix)
         (cls.root / "consumer.cpp").write_text(PROGRAM, encoding="utf-8")
         # The palette of the examples is one that begins outside of the tree, too.
-        shutil.copy(house.source_root() / "examples" / "palette.cpp", cls.root)
+        for example in ("examples/palette.cpp", "examples/save.cpp", "plugins/material/Material.cpp"):
+            shutil.copy(house.source_root() / example, cls.root)
         # The example of a host is taken from where a reader of the installed guide finds it.
         cls.host = cls.root / "my-host"
         shutil.copytree(cls.prefix / "share" / "doc" / "veltpropdata" / "examples" / "minimal-host", cls.host)
@@ -82,6 +87,23 @@ class AnInstallation(unittest.TestCase):
         run("cmake", "--build", self.root / "build")
         run(self.root / "build" / "consumer")
         self.check_palette(self.root / "build" / "palette", os.environ)
+        self.check_saving(self.root / "build" / "save", os.environ)
+        self.check_plugin(next((self.root / "build").glob("*plugin.so")))
+
+    def check_saving(self, program, settings):
+        drawing, saved = self.root / "of-the-saving.dxf", self.root / "saved.dxf"
+        tool = self.prefix / "bin" / "veltprops"
+        run(tool, "sample", "--force", drawing)
+        saved.unlink(missing_ok=True)
+        run(program, drawing, "Blue", saved, env=settings)
+        # What is on a locked layer keeps its color.
+        self.assertRegex(run(tool, "show", saved, "--layer", "Walls"), r"(?m)^  Color +Blue")
+        self.assertNotRegex(run(tool, "show", drawing, "--layer", "Walls"), r"(?m)^  Color +Blue")
+
+    def check_plugin(self, plugin):
+        drawing, tool = self.root / "of-the-plugin.dxf", self.prefix / "bin" / "veltprops"
+        run(tool, "sample", "--force", drawing)
+        self.assertRegex(run(tool, "show", drawing, "--layer", "Doors", "--plugin", plugin), r"Material +Concrete")
 
     def check_palette(self, program, settings):
         tool = self.prefix / "bin" / "veltprops"
@@ -95,7 +117,10 @@ class AnInstallation(unittest.TestCase):
         settings = os.environ | {"PKG_CONFIG_PATH": str(self.library_folder() / "pkgconfig")}
         flags = run("pkg-config", "--cflags", "--libs", "veltpalette", "veltembeddedhost", env=settings).split()
         run(self.compiler, "-std=c++20", self.root / "palette.cpp", "-o", self.root / "palette", *flags)
-        self.check_palette(self.root / "palette", os.environ | {"LD_LIBRARY_PATH": str(self.library_folder())})
+        run(self.compiler, "-std=c++20", self.root / "save.cpp", "-o", self.root / "save", *flags)
+        there = os.environ | {"LD_LIBRARY_PATH": str(self.library_folder())}
+        self.check_palette(self.root / "palette", there)
+        self.check_saving(self.root / "save", there)
 
     def check_host(self, program, settings):
         self.assertEqual(MinimalHostTest.SHOWN, run(program, env=settings))
@@ -117,7 +142,7 @@ class AnInstallation(unittest.TestCase):
         guide = house.text_of(self.prefix / "share" / "doc" / "veltpropdata" / "docs" / "host.md")
         row, value = re.search(r"```cpp\n(.*?)```", guide, re.DOTALL).group(1).strip().splitlines()
         changed = shutil.copytree(self.host, self.root / "changed-host", ignore=shutil.ignore_patterns("build", "by-hand"))
-        for file, place, added in (("Parts.h", "  long layer; ", "  double pressure = 10;\n"),
+        for file, place, added in (("Parts.h", "  std::size_t layer; ", "  double pressure = 10;\n"),
                                    ("Automation.cpp", "constexpr DISPID ", "constexpr DISPID pressureId = 5;\n"),
                                    ("Automation.cpp", "    {lengthId, ", row.strip() + "\n"),
                                    ("Automation.cpp", "  if (property.id == lengthId)", value + "\n")):
