@@ -181,6 +181,14 @@ class AnInstallation(unittest.TestCase):
         self.assertRegex(shown, r"Material +Concrete")
         self.assertTrue((self.library_folder() / "velt" / "plugins" / "serial.so").is_file())
 
+    def test_checks_the_embedded_host_without_a_hint_where_its_libraries_are(self):
+        clean = {name: value for name, value in os.environ.items() if name != "LD_LIBRARY_PATH"}
+        drawing = self.root / "of-the-check.dxf"
+        run(self.prefix / "bin" / "veltprops", "sample", "--force", drawing, env=clean)
+        shown = run(self.prefix / "bin" / "velt-host-check", "--document", drawing,
+                    "--host", self.library_folder() / "velt" / "hosts" / "embedded-host.so", env=clean)
+        self.assertRegex(shown, r"(?m)^\d+ checks, 0 findings$")
+
     def test_holds_a_tool_that_finds_its_libraries(self):
         tool = self.prefix / "bin" / "veltprops"
         if not tool.is_file():
