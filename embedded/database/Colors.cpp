@@ -80,6 +80,12 @@ bool setEntityColor(Drawing& drawing, std::uint32_t record, const VkCmColor& col
   return editor.setText(nameCode, commonSubclass, name, {8, 6, 62, 370, 48, 60, 420});
 }
 
+VkCmColor defaultLayerColor() {
+  VkCmColor color;
+  color.setColor(colorOfIndex(static_cast<std::uint32_t>(foreground)));
+  return color;
+}
+
 VkCmColor layerColor(const Lens& layer) {
   std::int64_t index = layer.integer(indexCode, dxf::anySubclass, foreground);
   if (index < 0 && index > -byLayerIndex) index = -index;

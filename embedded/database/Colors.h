@@ -43,5 +43,6 @@ bool setEntityColor(Drawing& drawing, std::uint32_t record, const VkCmColor& col
 // The color of a layer, by the same rules. A negative index only says that the layer is off. Without an index that is a
 // color, it is color 7.
 [[nodiscard]] VkCmColor layerColor(const Lens& layer);
+[[nodiscard]] VkCmColor defaultLayerColor();
 
 }  // namespace velt::database

@@ -4,10 +4,12 @@
 #include <array>
 #include <iterator>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
 #include "dxf/Numbers.h"
+#include "embedded/database/Entity.h"
 #include "embedded/database/HandleMap.h"
 #include "embedded/database/NameFolding.h"
 #include "embedded/database/ObjectTable.h"
@@ -99,6 +101,8 @@ class Drawing::Contents {
 
  private:
   void assignHandles(std::span<const std::uint32_t> records, std::uint64_t highest);
+  void makeImpliedLayers();
+  void makeLayers();
   void makeBlocks();
   void makeLayouts();
   void make(std::uint32_t record, const ObjectClass& objectClass);
@@ -111,6 +115,8 @@ class Drawing::Contents {
   std::vector<std::uint32_t> tableRecords_;
   std::vector<std::uint32_t> blockRecords_;
   std::vector<std::uint32_t> layoutRecords_;
+  // The layers that entities named without a record when the drawing was read, with their places in the object table.
+  std::vector<std::pair<std::wstring, std::uint32_t>> impliedLayers_;
 };
 
 Drawing::Contents::~Contents() {
@@ -118,6 +124,8 @@ Drawing::Contents::~Contents() {
   for (const std::uint32_t slot : slots) {
     if (slot != dxf::none) objects.release(objects.at(slot));
   }
+  for (const auto& [name, slot] : impliedLayers_)
+    objects.release(objects.at(slot));
 }
 
 void Drawing::Contents::load() {
@@ -152,6 +160,31 @@ void Drawing::Contents::load() {
   for (std::uint32_t record = 0; record < count; ++record) {
     if (roles[record] == Role::Entity) entities.push_back(idOf(record));
   }
+  makeImpliedLayers();
+}
+
+// Programs that write only entities leave the table out, and others list only some layers. Whoever reads such a drawing
+// takes the layers for granted: without them no entity could be written, because nobody knows whether it is locked.
+void Drawing::Contents::makeImpliedLayers() {
+  std::unordered_set<std::wstring> spellings, missing;
+  for (std::uint32_t record = 0; record < roles.size(); ++record) {
+    if (roles[record] != Role::Entity) continue;
+    const auto [name, isNew] = spellings.insert(Entity(drawing_, record).layerName());
+    if (!isNew || layers.find(*name) != nullptr || !missing.insert(foldName(*name)).second) continue;
+    VkDbImpObject& layer = ObjectTable::ofProcess().acquire(drawing_, classOfLayers(), dxf::none);
+    impliedLayers_.emplace_back(*name, layer.slot);
+  }
+  if (!missing.empty()) makeLayers();
+}
+
+void Drawing::Contents::makeLayers() {
+  std::vector<TableEntry> all = entriesOf("LAYER");
+  const Table recorded(all);
+  for (const auto& [name, slot] : impliedLayers_) {
+    if (recorded.find(name) != nullptr) continue;
+    all.push_back({.name = name, .id = ObjectTable::idOf(ObjectTable::ofProcess().at(slot))});
+  }
+  layers = Table(std::move(all));
 }
 
 void Drawing::Contents::assignHandles(std::span<const std::uint32_t> records, std::uint64_t highest) {
@@ -191,7 +224,7 @@ std::wstring Drawing::Contents::name(std::uint32_t record, int code, std::string
 }
 
 void Drawing::Contents::makeTables() {
-  layers = Table(entriesOf("LAYER"));
+  makeLayers();
   dimStyles = Table(entriesOf("DIMSTYLE"));
   appIds = Table(entriesOf("APPID"));
 
@@ -426,7 +459,8 @@ void Drawing::save(const std::filesystem::path& file, const dxf::SaveOptions& op
 
 std::optional<ObjectRef> resolve(VkDbObjectId id) {
   const VkDbImpObject* const object = ObjectTable::ofProcess().find(id);
-  return object != nullptr ? std::optional(ObjectRef{object->drawing, object->record}) : std::nullopt;
+  if (object == nullptr || object->record == dxf::none) return std::nullopt;
+  return ObjectRef{object->drawing, object->record};
 }
 
 }  // namespace velt::database

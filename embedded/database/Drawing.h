@@ -70,6 +70,7 @@ class Drawing {
 
   // --- tables -------------------------------------------------------------------------------------------------------
 
+  // Those that entities named when the drawing was read are there, with implied entries for those that the table lacks.
   [[nodiscard]] const Table& layers() const;
   // ByBlock, ByLayer and Continuous are always there: implied entries stand for those that the file lacks.
   [[nodiscard]] const Table& linetypes() const;
@@ -130,7 +131,8 @@ struct ObjectRef {
   std::uint32_t record;
 };
 
-// The object that an id names; nothing for the null id, for a stale one and for one that was made up.
+// The object that an id names; nothing for the null id, for a stale one, for one that was made up, and for a layer
+// without a record.
 [[nodiscard]] std::optional<ObjectRef> resolve(VkDbObjectId id);
 
 }  // namespace velt::database

@@ -35,7 +35,7 @@ class Entity {
 
   // "0" when the entity names no layer.
   [[nodiscard]] std::wstring layerName() const;
-  // Null when the drawing has no record of that layer.
+  // Null when the drawing has no such layer: an edit after the drawing was read gave the entity an unknown name.
   [[nodiscard]] const TableEntry* layer() const;
   [[nodiscard]] VkCmColor color() const;
   // "ByLayer" when the entity names no line type.

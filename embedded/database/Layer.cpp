@@ -15,15 +15,16 @@ std::wstring Layer::name() const {
 }
 
 VkCmColor Layer::color() const {
-  return layerColor(lens());
+  return hasRecord() ? layerColor(lens()) : defaultLayerColor();
 }
 
 std::wstring Layer::linetypeName() const {
-  return lens().name(6, dxf::anySubclass, L"Continuous");
+  constexpr const wchar_t* otherwise = L"Continuous";
+  return hasRecord() ? lens().name(6, dxf::anySubclass, otherwise) : otherwise;
 }
 
 bool Layer::isOff() const {
-  return lens().integer(62, dxf::anySubclass, 0) < 0;
+  return hasRecord() && lens().integer(62, dxf::anySubclass, 0) < 0;
 }
 
 bool Layer::isFrozen() const {
@@ -35,7 +36,7 @@ bool Layer::isLocked() const {
 }
 
 bool Layer::hasFlag(std::int64_t flag) const {
-  return (lens().integer(70, dxf::anySubclass, 0) & flag) != 0;
+  return hasRecord() && (lens().integer(70, dxf::anySubclass, 0) & flag) != 0;
 }
 
 }  // namespace velt::database

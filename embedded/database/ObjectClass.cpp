@@ -163,6 +163,10 @@ const ObjectClass& classOfBlocks() {
   return *Registry::ofProcess().first("BLOCK_RECORD");
 }
 
+const ObjectClass& classOfLayers() {
+  return *Registry::ofProcess().first("LAYER");
+}
+
 VkRxClass* runtimeClassNamed(std::wstring_view name) {
   return Registry::ofProcess().named(name);
 }

@@ -51,6 +51,9 @@ struct ObjectClass {
 // The row of block table records, for blocks of old drawings, which have no such record.
 [[nodiscard]] const ObjectClass& classOfBlocks();
 
+// The row of layers, for those that have no record.
+[[nodiscard]] const ObjectClass& classOfLayers();
+
 // The run-time class of that name ("VkDbLine"), on which a protocol extension can be registered; null for none.
 [[nodiscard]] VkRxClass* runtimeClassNamed(std::wstring_view name);
 

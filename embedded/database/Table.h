@@ -23,11 +23,11 @@ struct TableEntry {
   std::uint32_t record = dxf::none;
   // Of a block, the BLOCK that holds its entities; none in other tables.
   std::uint32_t definition = dxf::none;
-  // Null for an implied entry.
+  // Null for an implied line type. An implied layer can be opened, and has the defaults of a layer.
   VkDbObjectId id{};
 
-  // Every drawing has such an entry, also without a record: the line types ByLayer and ByBlock.
-  [[nodiscard]] bool isImplied() const { return id.isNull(); }
+  // There without a record: the line types ByLayer and ByBlock, and layers that entities name and the table lacks.
+  [[nodiscard]] bool isImplied() const { return record == dxf::none; }
 };
 
 class Table {
@@ -35,7 +35,7 @@ class Table {
   Table() = default;
   explicit Table(std::vector<TableEntry> entries);
 
-  // The implied entries, and then those with a record in file order.
+  // Those with a record in file order, with the implied line types before them and the implied layers after them.
   [[nodiscard]] std::span<const TableEntry> entries() const { return entries_; }
 
   // Upper and lower case do not differ. The first, when several have the name; null when none has.

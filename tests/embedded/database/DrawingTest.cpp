@@ -130,9 +130,37 @@ TEST(Drawing, LineTypesThatEveryDrawingHasAreImpliedWhereTheyAreMissing) {
   EXPECT_FALSE(all->linetypes().find(L"ByBlock")->isImplied());
 }
 
-TEST(Drawing, ADrawingWithoutTablesHasEmptyOnes) {
+TEST(Drawing, LayersThatEntitiesNameAreThereAfterThoseOfTheTableOnceEach) {
+  const auto drawing = Sample()
+                           .layer("Walls")
+                           .block({{2, "DOOR"}}, record("ARC", {{8, "Frames"}}))
+                           .entity("LINE", {{8, "WALLS"}})
+                           .entity("LINE", {{8, "Doors"}})
+                           .entity("LINE", {{8, "DOORS"}})
+                           .entity("LINE")
+                           .open();
+  EXPECT_EQ((Names{L"Walls", L"Frames", L"Doors", L"0"}), namesOf(drawing->layers()));
+  EXPECT_FALSE(drawing->layers().find(L"Walls")->isImplied());
+  EXPECT_TRUE(drawing->layers().find(L"doors")->isImplied());
+  EXPECT_FALSE(drawing->layers().find(L"doors")->id.isNull());
+}
+
+TEST(Drawing, ALayerThatWasOnlyNamedGivesWayToARecordOfThatName) {
+  const auto drawing = Sample().layer("Walls").entity("LINE", {{8, "Doors"}}).open();
+  const std::uint32_t walls = drawing->layers().find(L"Walls")->record;
+  drawing->edit(walls, [&](dxf::Document& document) { document.set(walls, 2, dxf::anySubclass, "doors"); });
+  EXPECT_EQ(Names{L"doors"}, namesOf(drawing->layers()));
+}
+
+TEST(Drawing, NothingIsWrittenForALayerThatIsOnlyNamed) {
+  const Sample sample = Sample().entity("LINE", {{8, "Doors"}});
+  EXPECT_EQ(sample.bytes(), sample.open()->document().bytes());
+}
+
+TEST(Drawing, ADrawingWithoutTablesHasEmptyOnesButForTheLayersOfItsEntities) {
   const auto drawing = Sample().entity("LINE", {{8, "Walls"}}).open();
-  EXPECT_TRUE(drawing->layers().entries().empty());
+  EXPECT_EQ((Names{L"Walls"}), namesOf(drawing->layers()));
+  EXPECT_TRUE(Sample().open()->layers().entries().empty());
   EXPECT_TRUE(drawing->blocks().entries().empty());
   EXPECT_TRUE(drawing->layouts().empty());
 }
@@ -433,7 +461,7 @@ TEST(Drawing, RecordsMayStandInWrongPlaces) {
                             + record("SECTION", {{2, "BLOCKS"}}) + record("ENDBLK", {}) + record("VERTEX", {})
                             + record("SECTION", {}) + record("LINE", {}) + record("EOF", {});
   const auto drawing = Drawing::parse(bytes, "sample.dxf");
-  EXPECT_EQ((Names{L"Doors"}), namesOf(drawing->layers()));
+  EXPECT_EQ((Names{L"Doors", L"0"}), namesOf(drawing->layers())) << "a record among entities is no layer";
   for (std::uint32_t index = 0; index < drawing->document().recordCount(); ++index) {
     const VkDbObjectId id = drawing->idOf(index);
     if (id.isNull()) continue;

@@ -46,7 +46,8 @@ TEST(Entity, WithoutValuesIsByLayerOnLayerZeroInModelSpace) {
   const auto drawing = Sample().entity("LINE").open();
   const Entity entity = entityOf(*drawing);
   EXPECT_EQ(L"0", entity.layerName());
-  EXPECT_EQ(nullptr, entity.layer());
+  ASSERT_NE(nullptr, entity.layer());
+  EXPECT_TRUE(entity.layer()->isImplied());
   EXPECT_EQ(L"ByLayer", entity.linetypeName());
   EXPECT_EQ(-1, entity.lineweight());
   EXPECT_TRUE(entity.color().isByLayer());

@@ -55,5 +55,13 @@ TEST(Layer, AnEditShowsAtOnce) {
   EXPECT_EQ(L"DASHED", layer.linetypeName());
 }
 
+TEST(Layer, OneThatIsOnlyNamedHasTheDefaults) {
+  const auto drawing = Sample().entity("LINE", {{8, "Walls"}}).open();
+  const Layer layer(*drawing, drawing->layers().find(L"Walls")->record);
+  EXPECT_EQ(0xC3000007, layer.color().color());
+  EXPECT_EQ(L"Continuous", layer.linetypeName());
+  EXPECT_FALSE(layer.isOff() || layer.isFrozen() || layer.isLocked());
+}
+
 }  // namespace
 }  // namespace velt::database

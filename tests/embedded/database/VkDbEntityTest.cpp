@@ -29,8 +29,28 @@ TEST(VkDbEntity, ItsLayerIsTheRecordOfThatNameInAnyCase) {
       << "an entity that names none is on layer 0";
 }
 
-TEST(VkDbEntity, AnEntityOnALayerThatIsNotInTheTableHasNoLayerAndCanStillBeUsed) {
+TEST(VkDbEntity, ALayerThatEntitiesOnlyNameCanBeOpenedAndHasTheDefaults) {
   const auto drawing = Sample().layer("0").entity("LINE", {{8, "Gone"}, {62, "3"}}).open();
+  const VkDbObjectPointer<VkDbLayerTableRecord> layer(layerOf(*drawing, 0), VkDb::kForRead);
+  ASSERT_EQ(Velt::eOk, layer.openStatus());
+  EXPECT_FALSE(layer->isLocked());
+  EXPECT_EQ(0xC3000007, layer->color().color());
+  EXPECT_EQ(L"VkDbLayerTableRecord", std::wstring(layer->isA()->name()));
+}
+
+TEST(VkDbEntity, ALayerThatWasOnlyNamedAnswersNothingAfterItsDrawingIsClosed) {
+  auto drawing = Sample().entity("LINE", {{8, "Gone"}}).open();
+  const VkDbObjectId id = layerOf(*drawing, 0);
+  const VkDbObjectPointer<VkDbLayerTableRecord> layer(id, VkDb::kForRead);
+  drawing.reset();
+  EXPECT_EQ(VkCmColor(), layer->color());
+  EXPECT_EQ(Velt::eInvalidObjectId, VkDbObjectPointer<VkDbObject>(id, VkDb::kForRead).openStatus());
+}
+
+TEST(VkDbEntity, ALayerThatAnEditNamesIsNoneWhenTheDrawingHasNoneOfThatName) {
+  const auto drawing = Sample().layer("0").entity("LINE", {{8, "0"}}).open();
+  const std::uint32_t record = test::entityRecord(*drawing);
+  drawing->edit(record, [&](dxf::Document& document) { document.set(record, 8, dxf::anySubclass, "Gone"); });
   EXPECT_TRUE(layerOf(*drawing, 0).isNull());
   const VkDbObjectPointer<VkDbEntity> entity(drawing->entities()[0], VkDb::kForRead);
   CLSID clsid{};

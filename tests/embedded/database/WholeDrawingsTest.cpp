@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <set>
@@ -73,7 +74,9 @@ TEST(WholeDrawings, HaveTheEntitiesAndLayersThatStandInTheFile) {
     for (const VkDbObjectId id : drawing->entities())
       ++counts[std::string(Entity(*resolve(id)).dxfName())];
     EXPECT_EQ(facts.entities, counts);
-    EXPECT_EQ(facts.tableLayers, static_cast<int>(drawing->layers().entries().size()));
+    const auto layers = drawing->layers().entries();
+    EXPECT_EQ(facts.tableLayers, std::count_if(layers.begin(), layers.end(),
+                                               [](const TableEntry& layer) { return !layer.isImplied(); }));
   });
 }
 
@@ -103,14 +106,15 @@ TEST(WholeDrawings, GiveAnIdToEveryObjectThatOpensAndCloses) {
             platform::Ledger::print(platform::Ledger::difference(before, platform::Ledger::snapshot())));
 }
 
-TEST(WholeDrawings, TellTheLayerOfAnEntityWhereTheTableHasIt) {
+TEST(WholeDrawings, TellTheLayerOfAnEntityAndWhetherTheTableHasIt) {
   forEachDrawing([&](const WholeDrawing& whole) {
     const auto drawing = opened(whole);
     const RawFacts facts = readRaw(whole.bytes);
     for (const VkDbObjectId id : drawing->entities()) {
       const Entity entity(*resolve(id));
       const auto raw = std::string(dxf::trimmed(entity.lens().value(8, dxf::anySubclass).value_or("0")));
-      EXPECT_EQ(facts.layerNames.contains(lowerCase(raw)), entity.layer() != nullptr)
+      ASSERT_NE(entity.layer(), nullptr) << entity.dxfName() << " " << entity.handle() << " " << raw;
+      EXPECT_EQ(facts.layerNames.contains(lowerCase(raw)), !entity.layer()->isImplied())
           << entity.dxfName() << " " << entity.handle() << " " << raw;
     }
   });
