@@ -145,6 +145,8 @@ class VELT_PALETTE_EXPORT Row {
   std::int32_t categoryId() const { return record_->categoryId; }
   std::string categoryName() const;
   PropertyKind::Code kind() const { return static_cast<PropertyKind::Code>(record_->customType); }
+  // Its numbers are angles, which texts have in degrees.
+  bool isAngle() const;
 
   // The entities have different values. The row's own value is then the first entity's.
   bool isVarying() const { return record_->isVaries; }
@@ -186,7 +188,12 @@ struct Category {
   std::vector<Row> rows{};
 };
 
-// The rows by category: each stands where its first row stood, and keeps the order of its rows.
+// Where a category stands among others: General first and Misc last, the other predefined ones by their number, and then
+// those that an application or a plug-in has made up, which share one place.
+VELT_PALETTE_EXPORT int placeOfCategory(std::int32_t id);
+
+// The rows by category, each of which keeps the order of its rows. Categories stand by their place and, where that is
+// the same, as their first rows stood; so they do not change their order when another entity is selected.
 VELT_PALETTE_EXPORT std::vector<Category> byCategory(std::span<const Row> rows);
 
 // The rows with that label or, when there are none, with that name. Upper and lower case do not differ.
@@ -286,6 +293,9 @@ class VELT_PALETTE_EXPORT Selection {
   // Asks for the properties that all entities have, in display order; none for an empty selection. Rows of an earlier
   // query are no longer valid, and their values are given back. Throws Error, and there are no rows then.
   const std::vector<Row>& query();
+  // The properties of one entity, as if it alone were selected, so with the dynamic rows that are only its own. For
+  // reading: values(), write() and the functions that explain take rows of query().
+  const std::vector<Row>& queryAlone(std::size_t entity);
   // Those of the last query.
   const std::vector<Row>& rows() const { return rows_; }
   // The row of that label or name. Throws Error when there is none, or more than one.
@@ -309,6 +319,7 @@ class VELT_PALETTE_EXPORT Selection {
   TqVector<VeltPropData*>& entries() { return selection_; }
 
  private:
+  const std::vector<Row>& ask(TqVector<VeltPropData*>& entries);
   void forgetRows();
   void tearDown();
 

@@ -2,6 +2,7 @@
 #include <iterator>
 
 #include "palette/Palette.h"
+#include "palette/rows/NumberKinds.h"
 
 namespace velt::palette {
 
@@ -21,6 +22,10 @@ std::string Row::categoryName() const {
   return oneLine(record_->categoryName.str());
 }
 
+bool Row::isAngle() const {
+  return palette::isAngle(record_->customType);
+}
+
 std::vector<Choice> Row::choices() const {
   std::vector<Choice> choices;
   choices.reserve(record_->choiceNames.length());
@@ -37,6 +42,17 @@ Editability Row::editability() const {
   return record_->isWritable || isDynamic() ? Editability::notNow : Editability::neverWritable;
 }
 
+int placeOfCategory(std::int32_t id) {
+  // The numbers that every host answers for its predefined categories.
+  constexpr std::int32_t none = -1, misc = -2, lastOfAutomation = -11, general = -12, last = -32;
+  constexpr int madeUp = 100, ofAutomation = 200, atTheEnd = 300;
+  if (id == general) return 0;
+  if (id < general && id >= last) return general - id;
+  if (id < misc && id >= lastOfAutomation) return ofAutomation - id;
+  if (id == misc) return atTheEnd;
+  return id == none ? atTheEnd + 1 : madeUp;
+}
+
 std::vector<Category> byCategory(std::span<const Row> rows) {
   std::vector<Category> categories;
   std::map<std::pair<std::int32_t, std::string>, std::size_t> known;
@@ -46,6 +62,9 @@ std::vector<Category> byCategory(std::span<const Row> rows) {
     if (isNew) categories.push_back({row.categoryId(), std::move(name), {}});
     categories[entry->second].rows.push_back(row);
   }
+  std::stable_sort(categories.begin(), categories.end(), [](const Category& a, const Category& b) {
+    return placeOfCategory(a.id) < placeOfCategory(b.id);
+  });
   return categories;
 }
 

@@ -86,13 +86,24 @@ VkDbObjectId Selection::entity(std::size_t index) const {
 }
 
 const std::vector<Row>& Selection::query() {
+  return ask(selection_);
+}
+
+const std::vector<Row>& Selection::queryAlone(std::size_t entity) {
+  TqVector<VeltPropData*> alone;
+  if (!alone.setPhysicalLength(1)) throw std::bad_alloc();
+  alone.push_back(&entries_.at(entity));
+  return ask(alone);
+}
+
+const std::vector<Row>& Selection::ask(TqVector<VeltPropData*>& entries) {
   forgetRows();
-  if (selection_.isEmpty()) return rows_;
+  if (entries.isEmpty()) return rows_;
   CStdStr<wchar_t> errorText;
   bool mergeFlag = false;
   bool typeFlag = false;
   const bool isAnswered =
-      orError([&] { return GetPropertiesInfo(selection_, records_, errorText, mergeFlag, typeFlag); });
+      orError([&] { return GetPropertiesInfo(entries, records_, errorText, mergeFlag, typeFlag); });
   if (!isAnswered) {
     throw Error(fmt::format("the properties cannot be read: {}", messageOr(errorText, noReason)));
   }

@@ -73,7 +73,7 @@ TEST(Row, TellsWhatStandsAgainstEditing) {
   EXPECT_TRUE(Row(dynamic).isDynamic());
 }
 
-TEST(Rows, ACategoryStandsWhereItsFirstRowStood) {
+TEST(Rows, CategoriesOfOnePlaceStandAsTheirFirstRowsStood) {
   const auto records =
       toys::rows({ToyRow(L"Color").inCategory(1, L"General"), ToyRow(L"Radius").inCategory(2, L"Geometry"),
                   ToyRow(L"Layer").inCategory(1, L"General"), ToyRow(L"NUMBER").inCategory(1, L"Attributes"),
@@ -86,6 +86,19 @@ TEST(Rows, ACategoryStandsWhereItsFirstRowStood) {
   EXPECT_THAT(labelsOf(categories[1].rows), ElementsAre("Radius", "Area"));
   EXPECT_EQ(categories[2].name, "Attributes")
       << "another name is another category, though the number be the same";
+}
+
+TEST(Rows, GeneralComesFirstAndMiscLastWhicheverRowIsFirst) {
+  constexpr int attributes = -22, misc = -2, geometry = -13, general = -12, ofPlugIn = 70;
+  const auto records = toys::rows({ToyRow(L"NUMBER").inCategory(attributes, L"Attributes"),
+                                   ToyRow(L"Wood").inCategory(ofPlugIn, L"Material"),
+                                   ToyRow(L"Handle").inCategory(misc, L"Misc"),
+                                   ToyRow(L"Radius").inCategory(geometry, L"Geometry"),
+                                   ToyRow(L"Color").inCategory(general, L"General")});
+  std::vector<std::string> names;
+  for (const Category& category : byCategory(over(records)))
+    names.push_back(category.name);
+  EXPECT_THAT(names, ElementsAre("General", "Geometry", "Attributes", "Material", "Misc"));
 }
 
 TEST(Rows, AreFoundByTheirLabelBeforeTheirName) {

@@ -52,6 +52,23 @@ TEST_F(SelectionTest, AnEmptySelectionHasNoRowsAndNeedsNoCom) {
   EXPECT_THAT(host.log.all(), IsEmpty());
 }
 
+TEST_F(SelectionTest, OneEntityAloneHasItsOwnRowsAndValues) {
+  addCircle(1.5).property(9, L"Area").returns(VT_R8).holds(toys::r8(7.0));
+  addCircle(2.5);
+  host.mark();
+  {
+    Selection selection(ids());
+    EXPECT_THAT(labels(selection.queryAlone(0)), ElementsAre("Radius", "Area"));
+    EXPECT_THAT(labels(selection.queryAlone(1)), ElementsAre("Radius"));
+    EXPECT_FALSE(selection.rows()[0].isVarying());
+    EXPECT_EQ(selection.rows()[0].plain(), PlainValue(2.5));
+    EXPECT_THAT(labels(selection.query()), ElementsAre("Radius")) << "and the selection is as it was";
+    EXPECT_TRUE(selection.rows()[0].isVarying());
+    EXPECT_THROW(selection.queryAlone(2), std::out_of_range);
+  }
+  EXPECT_EQ(host.balance(), "balanced");
+}
+
 TEST_F(SelectionTest, AnotherQueryGivesBackTheValuesOfTheOneBefore) {
   add().property(4, L"Text").returns(VT_BSTR).holds(toys::text(L"one"));
   Selection selection(ids());
