@@ -2,6 +2,9 @@
 find_package(CLI11 REQUIRED)
 find_package(nlohmann_json REQUIRED)
 find_package(fmt REQUIRED)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(utf8proc REQUIRED IMPORTED_TARGET libutf8proc)  # the width of characters on a terminal
+find_package(pegtl REQUIRED PATHS /usr/share/pegtl/cmake)         # conditions; headers only
 
 # The code of the tool is an archive, so that tests reach it; Main.cpp alone belongs to the executable.
 velt_sources(veltToolSources tool)
@@ -11,9 +14,10 @@ if(NOT veltToolSources)
   set(veltToolSources "${VELT_PLACEHOLDER}")
 endif()
 
-add_library(velt_tool STATIC ${veltToolSources})
+configure_file("${PROJECT_SOURCE_DIR}/cmake/ToolVersion.cpp.in" "${CMAKE_BINARY_DIR}/generated/ToolVersion.cpp" @ONLY)
+add_library(velt_tool STATIC ${veltToolSources} "${CMAKE_BINARY_DIR}/generated/ToolVersion.cpp")
 target_link_libraries(velt_tool
-  PRIVATE velt_common
+  PRIVATE velt_common PkgConfig::utf8proc taocpp::pegtl
   PUBLIC VeltPalette VeltPropData VeltEmbeddedHost velt_samples CLI11::CLI11 nlohmann_json::nlohmann_json fmt::fmt)
 velt_precompiled(velt_hidden_headers velt_tool)
 

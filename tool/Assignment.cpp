@@ -6,8 +6,8 @@
 #include <optional>
 #include <vector>
 
-#include "embedded/automation/model/ReadOnlyReason.h"
 #include "tool/Failure.h"
+#include "tool/ReadOnlyRows.h"
 
 namespace velt::tool {
 
@@ -27,20 +27,6 @@ std::optional<std::size_t> ordinalIn(std::string_view text) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error != std::errc() || end != text.data() + text.size() || number == 0) return std::nullopt;
   return number;
-}
-
-// A sentence of the host as a clause for the middle of another sentence.
-std::string clauseOf(const std::wstring& sentence) {
-  std::string clause = palette::oneLine(sentence);
-  if (clause.ends_with('.')) clause.pop_back();
-  if (!clause.empty() && clause[0] >= 'A' && clause[0] <= 'Z') clause[0] += 'a' - 'A';
-  return clause;
-}
-
-// Why the row is read-only, in the words of the host; empty when it gives no reason.
-std::string readOnlyReason(const palette::Row& row) {
-  const PROPINFO& record = row.record();
-  return clauseOf(automation::readOnlyReason(record.clsid, record.dispId, record.objectId));
 }
 
 std::string editableNames(std::span<const palette::Row> rows) {

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "dxf/Error.h"
@@ -13,30 +14,57 @@
 #include "palette/Palette.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
+#include "tool/Lists.h"
+#include "tool/Terminal.h"
+#include "tool/Version.h"
 
 namespace velt::tool {
 
 namespace {
 
+// An option that takes several names: see Lists.h. What follows its argument is something else, such as an assignment.
+CLI::Option* addList(CLI::App& command, const std::string& name, std::vector<std::string>& list,
+                     const std::string& description) {
+  const auto add = [&list](const std::string& text) {
+    for (std::string& one : splitList(text))
+      list.push_back(std::move(one));
+  };
+  return command.add_option_function<std::string>(name, add, description)
+      ->trigger_on_parse()
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
 void addSelection(CLI::App& command, SelectionRequest& selection) {
   command.add_flag("--all", selection.all, "Every entity of model space and the layouts");
+  addList(command, "--handle", selection.handles, "Entities by handle, hexadecimal")->type_name("HANDLE");
+  addList(command, "--layer", selection.layers, "Entities on a layer")->type_name("NAME");
+  addList(command, "--type", selection.types, "Entities of a class (Line) or DXF type (LINE)")
+      ->type_name("TYPE");
+  addList(command, "--layout", selection.layouts, "Entities of a layout, or of Model")->type_name("NAME");
+  addList(command, "--block", selection.blocks, "Entities inside the definition of a block")
+      ->type_name("NAME");
   command
-      .add_option("--handle", selection.handles, "Entities by handle, hexadecimal (2F, or several: 2F,30)")
-      ->delimiter(',')
-      // What follows is something else, such as an assignment.
-      ->allow_extra_args(false)
-      ->type_name("HANDLE");
-  command.add_option("--layer", selection.layers, "Entities on a layer (may be repeated)")
-      ->type_name("NAME")
-      ->allow_extra_args(false);
-  command.add_option("--type", selection.types, "Entities of a class (Line) or DXF type (LINE)")
-      ->type_name("TYPE")
-      ->allow_extra_args(false)
-      ->delimiter(',');
+      .add_option("--where", selection.where,
+                  "Entities whose properties fit: \"Radius>5 and Layer like 'W*'\"")
+      ->type_name("CONDITION");
+  command.add_flag("--not", selection.isInverted, "Those that the other options do not select");
   command.add_flag("--in-blocks", selection.inBlocks, "Also the entities inside block definitions");
-  command.footer(
-      "An entity is selected when it fits one of the filters of each kind:\n"
-      "  --layer Walls --layer Doors --type Line   the lines on either layer");
+}
+
+constexpr const char* selectionHelp =
+    "An entity is selected when it fits one of the names of each option, and the condition. Names are "
+    "separated\n"
+    "by commas (one that belongs to a name is written \\,), options may be repeated, and * and ? are "
+    "wildcards:\n"
+    "  --layer Walls,Doors --type 'Dim*'   the dimensions on either layer\n"
+    "Conditions compare properties, by the names that \"show\" gives them, with =, !=, <, <=, >, >=, like "
+    "and in;\n"
+    "and, or, not and parentheses join them. \"has NAME\" asks whether there is such a property. Beside the\n"
+    "properties there are @handle, @class, @type, @layer, @layout and @block:\n"
+    "  --where \"Start X > 5 and Layer in (Walls, 'New doors') and not has NUMBER\"";
+
+void addWide(CLI::App& command, bool& isWide) {
+  command.add_flag("--wide", isWide, "Lines longer than those of the terminal");
 }
 
 void addPlugins(CLI::App& command, std::vector<std::string>& plugins) {
@@ -60,15 +88,23 @@ struct CommandLine {
   ShowRequest showRequest;
   ListRequest listRequest;
   SetRequest setRequest;
+  TableRequest tableRequest;
+  InfoRequest infoRequest;
+  DiffRequest diffRequest;
   SampleRequest sampleRequest;
   std::vector<std::string> plugins;
+  bool isWide = false;
   CLI::App* showCommand = nullptr;
   CLI::App* listCommand = nullptr;
+  CLI::App* tableCommand = nullptr;
+  CLI::App* infoCommand = nullptr;
+  CLI::App* diffCommand = nullptr;
   CLI::App* setCommand = nullptr;
   CLI::App* sampleCommand = nullptr;
 
   CommandLine() {
     app.require_subcommand(1);
+    app.set_version_flag("--version", fmt::format("veltprops {}", version));
     app.footer("Exit codes: 0 done, 1 failed, 2 wrong usage. \"veltprops COMMAND --help\" tells more.");
 
     showCommand = app.add_subcommand("show", "Show the merged property list of a selection");
@@ -76,8 +112,13 @@ struct CommandLine {
     addSelection(*showCommand, showRequest.selection);
     showCommand->add_flag("--choices", showRequest.choices,
                           "Also the choices of each property that has some");
+    showCommand->add_flag("--values", showRequest.values,
+                          "Also the different values behind *VARIES*, each with the number of entities that\n"
+                          "have it and the option that selects them");
     showCommand->add_flag("--json", showRequest.json, "Every field of every row, as JSON");
+    addWide(*showCommand, isWide);
     addPlugins(*showCommand, plugins);
+    showCommand->footer(selectionHelp);
 
     listCommand = app.add_subcommand("list", "List entities: handle, class, DXF type, layer");
     listCommand->add_option("DRAWING", listRequest.drawing, "DXF file")->required();
@@ -87,6 +128,13 @@ struct CommandLine {
         ->add_flag("--values", listRequest.values,
                    "With --json: also the properties of each entity by itself")
         ->needs(listAsJson);
+    addWide(*listCommand, isWide);
+    addPlugins(*listCommand, plugins);
+    listCommand->footer(selectionHelp);
+
+    addTableCommand();
+    addInfoCommand();
+    addDiffCommand();
 
     setCommand =
         app.add_subcommand("set", "Write values to every entity of a selection, and save the drawing");
@@ -116,7 +164,8 @@ struct CommandLine {
         "  veltprops set plan.dxf --layer Walls Layer=Doors \"Start X=1.5\" -o new.dxf\n"
         "Entities on locked layers stay as they are. When an entity refuses a value, nothing is saved, "
         "unless "
-        "--keep-going is given.");
+        "--keep-going is given.\n\n"
+        + std::string(selectionHelp));
 
     sampleCommand =
         app.add_subcommand("sample", "Write a sample drawing: a small floor plan, or the gallery");
@@ -126,12 +175,78 @@ struct CommandLine {
     sampleCommand->add_flag("--force", sampleRequest.force, "Replace an existing file");
   }
 
-  ExitCode runCommand(std::ostream& out, std::ostream& err) const {
+  void addTableCommand() {
+    tableCommand = app.add_subcommand("table", "Show one line for each entity of a selection");
+    tableCommand->add_option("DRAWING", tableRequest.drawing, "DXF file")->required();
+    addSelection(*tableCommand, tableRequest.selection);
+    addList(*tableCommand, "--columns", tableRequest.columns,
+            "The properties to show, by the names that \"show\" gives them; all of them without it, and for "
+            "\"all\"")
+        ->type_name("NAME");
+    const auto addFormat = [this](const char* name, TableFormat format, const char* description) {
+      return tableCommand->add_flag_callback(
+          name, [this, format] { tableRequest.format = format; }, description);
+    };
+    CLI::Option* const csv = addFormat("--csv", TableFormat::csv, "Separated by commas");
+    CLI::Option* const tsv = addFormat("--tsv", TableFormat::tsv, "Separated by tabs");
+    CLI::Option* const json = addFormat("--json", TableFormat::json,
+                                        "One JSON object in each line, with the values as numbers and texts");
+    csv->excludes(tsv)->excludes(json);
+    tsv->excludes(json);
+    addWide(*tableCommand, isWide);
+    addPlugins(*tableCommand, plugins);
+    tableCommand->footer(
+        std::string("Where an entity has several values of one name, as a polyline of its vertices, all of "
+                    "them stand\n"
+                    "in the column; NAME#2 is the second one.\n"
+                    "  veltprops table plan.dxf --layer Doors --columns Block,NUMBER --csv\n\n")
+        + selectionHelp);
+  }
+
+  void addInfoCommand() {
+    infoCommand = app.add_subcommand(
+        "info", "Tell of the drawing as a whole: format, units, layers, blocks, what is not understood");
+    infoCommand->add_option("DRAWING", infoRequest.drawing, "DXF file")->required();
+    infoCommand->add_flag("--json", infoRequest.json, "As JSON");
+    addWide(*infoCommand, isWide);
+  }
+
+  void addDiffCommand() {
+    diffCommand = app.add_subcommand("diff", "Tell which properties of which entities differ");
+    diffCommand->add_option("DRAWING", diffRequest.drawing, "DXF file")->required();
+    diffCommand->add_option("OTHER", diffRequest.other, "DXF file to compare it with")->required();
+    addSelection(*diffCommand, diffRequest.selection);
+    diffCommand->add_flag("--json", diffRequest.json, "As JSON");
+    addWide(*diffCommand, isWide);
+    addPlugins(*diffCommand, plugins);
+    diffCommand->footer(
+        "Entities with the same handle are compared: those that are selected in either drawing, or all of\n"
+        "them, also those inside block definitions. Exit codes: 0 no difference, 1 a difference, 2 "
+        "trouble.\n\n"
+        + std::string(selectionHelp));
+  }
+
+  // Of a comparison, 1 says that there is a difference.
+  ExitCode codeOfFailure() const { return diffCommand->parsed() ? wrongUsage : failed; }
+
+  // Where the text of this command goes.
+  Terminal terminalFor(const std::ostream& out) const {
+    Terminal terminal = terminalOf(out);
+    if (isWide) terminal.width.reset();
+    return terminal;
+  }
+
+  ExitCode runCommand(std::ostream& out, std::ostream& err) {
+    showRequest.terminal = listRequest.terminal = tableRequest.terminal = terminalFor(out);
+    infoRequest.terminal = diffRequest.terminal = terminalFor(out);
     sources::LoadedPlugins loaded([&](const std::string& line) { err << "veltprops: " << line << '\n'; });
     loadPlugins(loaded, plugins);
     if (setCommand->parsed()) return set(setRequest, out, err);
     if (showCommand->parsed()) show(showRequest, out);
     if (listCommand->parsed()) list(listRequest, out);
+    if (tableCommand->parsed()) table(tableRequest, out);
+    if (infoCommand->parsed()) info(infoRequest, out);
+    if (diffCommand->parsed()) return diff(diffRequest, out) ? failed : succeeded;
     if (sampleCommand->parsed()) sample(sampleRequest, out);
     return succeeded;
   }
@@ -155,15 +270,16 @@ int run(int argumentCount, const char* const* arguments, std::ostream& out, std:
   try {
     const ExitCode code = commandLine.runCommand(out, err);
     out.flush();
-    return out ? code : fail(err, failed, "the output could not be written");
+    return out ? code : fail(err, commandLine.codeOfFailure(), "the output could not be written");
   } catch (const UsageFailure& failure) {
     return fail(err, wrongUsage, failure.what());
   } catch (const _com_error& error) {
-    return fail(err, failed, palette::toUtf8(static_cast<const wchar_t*>(error.Description())));
+    return fail(err, commandLine.codeOfFailure(),
+                palette::toUtf8(static_cast<const wchar_t*>(error.Description())));
   } catch (const std::bad_alloc&) {
-    return fail(err, failed, "out of memory");
+    return fail(err, commandLine.codeOfFailure(), "out of memory");
   } catch (const std::exception& failure) {
-    return fail(err, failed, failure.what());
+    return fail(err, commandLine.codeOfFailure(), failure.what());
   }
 }
 

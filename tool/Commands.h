@@ -8,6 +8,7 @@
 
 #include "tool/EntitySelection.h"
 #include "tool/Failure.h"
+#include "tool/Terminal.h"
 
 namespace velt::tool {
 
@@ -16,6 +17,21 @@ struct ShowRequest {
   SelectionRequest selection{};
   bool json = false;
   bool choices = false;
+  // The different values of rows that vary.
+  bool values = false;
+  // Of the text.
+  Terminal terminal{};
+};
+
+enum class TableFormat { text, csv, tsv, json };
+
+struct TableRequest {
+  std::string drawing{};
+  SelectionRequest selection{};
+  // Names of properties, or of facts (see EntityFacts.h); every property when there are none, or "all".
+  std::vector<std::string> columns{};
+  TableFormat format = TableFormat::text;
+  Terminal terminal{};
 };
 
 struct ListRequest {
@@ -25,6 +41,7 @@ struct ListRequest {
   bool json = false;
   // With JSON: also the properties of each entity.
   bool values = false;
+  Terminal terminal{};
 };
 
 struct SetRequest {
@@ -44,6 +61,21 @@ struct SetRequest {
   bool json = false;
 };
 
+struct InfoRequest {
+  std::string drawing{};
+  bool json = false;
+  Terminal terminal{};
+};
+
+struct DiffRequest {
+  std::string drawing{};
+  std::string other{};
+  // In either drawing; every entity, those in blocks included, when it is empty.
+  SelectionRequest selection{};
+  bool json = false;
+  Terminal terminal{};
+};
+
 struct SampleRequest {
   std::string file{};
   // The gallery instead of the floor plan.
@@ -55,9 +87,16 @@ struct SampleRequest {
 void show(const ShowRequest& request, std::ostream& out);
 // Lists entities: handle, class, DXF type and layer.
 void list(const ListRequest& request, std::ostream& out);
+// Shows one line for each entity, with the values of the columns. As JSON, each line is an object of its own with the
+// handle, the class and the values of the entity; null stands for a property that it does not have.
+void table(const TableRequest& request, std::ostream& out);
 // Writes values to every selected entity and saves the drawing. Answers the exit code: failed when a value was refused;
 // the report is on `out` all the same. What the saved file lacks of the old one is told on `err`.
 ExitCode set(const SetRequest& request, std::ostream& out, std::ostream& err);
+// Tells of what the drawing as a whole consists.
+void info(const InfoRequest& request, std::ostream& out);
+// Tells which properties of which entities differ between two drawings. Answers whether there is a difference.
+bool diff(const DiffRequest& request, std::ostream& out);
 // Writes a sample drawing. An existing file is replaced only with `force`.
 void sample(const SampleRequest& request, std::ostream& out);
 

@@ -7,13 +7,20 @@
 #include <charconv>
 #include <optional>
 #include <set>
+#include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/database/Entity.h"
 #include "palette/Palette.h"
 #include "propdata/VeltPropData.h"
+#include "tool/Condition.h"
+#include "tool/ConditionCheck.h"
 #include "tool/Failure.h"
+#include "tool/OpenDrawing.h"
+#include "tool/Patterns.h"
+#include "tool/Progress.h"
 
 namespace velt::tool {
 
@@ -49,44 +56,60 @@ std::unordered_set<std::uint64_t> requestedHandles(const database::Drawing& draw
   return handles;
 }
 
-// The layers of the drawing's table, and those that only entities name.
-class LayerFilter {
+// "; the drawing has: A, B" when they are few.
+std::string listed(const std::set<std::string>& names) {
+  constexpr std::size_t mostNames = 40;
+  if (names.empty()) return "; the drawing has none";
+  return names.size() <= mostNames ? fmt::format("; the drawing has: {}", fmt::join(names, ", ")) : "";
+}
+
+bool fitsOne(const std::vector<std::string>& patterns, const std::string& name) {
+  return std::any_of(patterns.begin(), patterns.end(),
+                     [&](const std::string& pattern) { return fits(pattern, name); });
+}
+
+// Which of a drawing's names were asked for, of layers or the like.
+class NameFilter {
  public:
-  LayerFilter(const database::Drawing& drawing, const SelectionRequest& request) : table_(drawing.layers()) {
-    for (const std::string& name : request.layers)
-      add(drawing, name);
+  // Throws Failure for a pattern that fits none of the names.
+  NameFilter(const database::Drawing& drawing, const char* kind, const std::vector<std::string>& patterns,
+             const std::set<std::string>& names)
+      : patterns_(patterns) {
+    for (const std::string& pattern : patterns) {
+      const bool isThere = std::any_of(names.begin(), names.end(),
+                                       [&](const std::string& name) { return fits(pattern, name); });
+      if (isThere) continue;
+      const std::vector<std::string> known(names.begin(), names.end());
+      throw Failure(fmt::format("{}: no {} \"{}\"{}", drawing.document().displayName(), kind, pattern,
+                                didYouMean(pattern, known, listed(names))));
+    }
   }
 
-  bool passes(const database::Entity& entity) const {
-    if (entries_.empty() && names_.empty()) return true;
-    if (const database::TableEntry* const layer = entity.layer()) return entries_.contains(layer);
-    return names_.contains(entity.layerName());
+  bool passes(const std::string& name) const {
+    if (patterns_.empty()) return true;
+    const auto [entry, isNew] = known_.try_emplace(name);
+    if (isNew) entry->second = fitsOne(patterns_, name);
+    return entry->second;
   }
 
  private:
-  void add(const database::Drawing& drawing, const std::string& name) {
-    const std::wstring wide = palette::fromUtf8(name);
-    if (const database::TableEntry* const entry = table_.find(wide)) {
-      entries_.insert(entry);
-      return;
-    }
-    for (const VkDbObjectId id : drawing.entities()) {
-      if (entityOf(id).layerName() == wide) {
-        names_.insert(wide);
-        return;
-      }
-    }
-    std::vector<std::string> known;
-    for (const database::TableEntry& entry : table_.entries())
-      known.push_back(palette::toUtf8(entry.name));
-    throw Failure(fmt::format("{}: no layer \"{}\"; the drawing has: {}", drawing.document().displayName(),
-                              name, fmt::join(known, ", ")));
-  }
-
-  const database::Table& table_;
-  std::set<const database::TableEntry*> entries_;
-  std::set<std::wstring> names_;
+  const std::vector<std::string>& patterns_;
+  mutable std::unordered_map<std::string, bool> known_;
 };
+
+std::set<std::string> namesOf(const database::Table& table) {
+  std::set<std::string> names;
+  for (const database::TableEntry& entry : table.entries())
+    names.insert(palette::toUtf8(entry.name));
+  return names;
+}
+
+std::set<std::string> layoutNames(const database::Drawing& drawing) {
+  std::set<std::string> names{"Model"};
+  for (const database::Layout& layout : drawing.layouts())
+    names.insert(palette::toUtf8(layout.name));
+  return names;
+}
 
 // The name of a class without the prefix that all of them have.
 std::string shortName(const automation::AutomationClass& kind) {
@@ -108,43 +131,87 @@ void requireKnownTypes(const database::Drawing& drawing, const SelectionRequest&
     present.insert(dxfName(id));
   }
   for (const std::string& type : request.types) {
-    const bool isPresent = std::any_of(present.begin(), present.end(), [&](const std::string& name) {
-      return palette::equalIgnoringCase(name, type);
-    });
+    const bool isPresent = std::any_of(present.begin(), present.end(),
+                                       [&](const std::string& name) { return fits(type, name); });
     if (isPresent || isKnownClass(type)) continue;
-    throw Failure(fmt::format("{}: no entities of type \"{}\"; the drawing has: {}",
-                              drawing.document().displayName(), type, fmt::join(present, ", ")));
+    const std::vector<std::string> names(present.begin(), present.end());
+    throw Failure(fmt::format("{}: no entities of type \"{}\"{}", drawing.document().displayName(), type,
+                              didYouMean(type, names, listed(present))));
   }
 }
 
 bool passesTypes(VkDbObjectId id, const std::vector<std::string>& types) {
-  if (types.empty()) return true;
-  const std::string automationClass = className(id);
-  const std::string dxf = dxfName(id);
-  return std::any_of(types.begin(), types.end(), [&](const std::string& type) {
-    return palette::equalIgnoringCase(type, automationClass) || palette::equalIgnoringCase(type, dxf);
-  });
+  return types.empty() || fitsOne(types, className(id)) || fitsOne(types, dxfName(id));
+}
+
+// Leaves those that fit.
+void filter(std::vector<VkDbObjectId>& ids, const Condition& condition, const palette::NumberStyle& style) {
+  ConditionCheck check(condition, style);
+  palette::Selection selection(ids);
+  Progress progress("Selecting");
+  std::vector<VkDbObjectId> fitting;
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    if (check.holds(ids[i], selection.queryAlone(i))) fitting.push_back(ids[i]);
+    progress.report(i + 1, ids.size());
+  }
+  if (!ids.empty()) check.requireSense();
+  ids = std::move(fitting);
+}
+
+// Those that are not among `some`, which stand in the same order.
+std::vector<VkDbObjectId> without(const std::vector<VkDbObjectId>& all,
+                                  const std::vector<VkDbObjectId>& some) {
+  std::vector<VkDbObjectId> rest;
+  auto next = some.begin();
+  for (const VkDbObjectId id : all) {
+    if (next != some.end() && *next == id) {
+      ++next;
+    } else {
+      rest.push_back(id);
+    }
+  }
+  return rest;
 }
 
 }  // namespace
 
 SelectedEntities select(database::Drawing& drawing, const SelectionRequest& request) {
+  std::optional<Condition> condition;
+  if (!request.where.empty()) condition = parseCondition(request.where);
   const std::unordered_set<std::uint64_t> handles = requestedHandles(drawing, request);
-  const LayerFilter layers(drawing, request);
+  const NameFilter layers(drawing, "layer", request.layers, namesOf(drawing.layers()));
+  const NameFilter layouts(drawing, "layout", request.layouts, layoutNames(drawing));
+  const NameFilter blocks(drawing, "block", request.blocks, namesOf(drawing.blocks()));
   requireKnownTypes(drawing, request);
+  // A handle names an entity wherever it stands.
+  const bool looksInBlocks =
+      request.inBlocks || !request.blocks.empty() || (!handles.empty() && !request.isInverted);
 
+  const auto passes = [&](VkDbObjectId id, const database::Entity& entity) {
+    if (!layers.passes(layerName(id)) || !passesTypes(id, request.types)) return false;
+    if (!request.layouts.empty()
+        && (entity.space() == database::Space::Block || !layouts.passes(layoutName(id))))
+      return false;
+    if (!request.blocks.empty() && !blocks.passes(blockName(id))) return false;
+    return handles.empty()
+           || (drawing.entityByHandle(entity.handle()) == id && handles.contains(entity.handle()));
+  };
   SelectedEntities selected;
+  selected.isConditionOpen = condition.has_value();
+  std::vector<VkDbObjectId> all, fitting;
   for (const VkDbObjectId id : drawing.entities()) {
     const database::Entity entity = entityOf(id);
-    if (entity.isErased() || !layers.passes(entity) || !passesTypes(id, request.types)) continue;
-    if (!handles.empty()) {
-      if (drawing.entityByHandle(entity.handle()) != id || !handles.contains(entity.handle())) continue;
-    } else if (!request.inBlocks && entity.space() == database::Space::Block) {
-      ++selected.leftOutInBlocks;
+    if (entity.isErased()) continue;
+    const bool isFitting = passes(id, entity);
+    if (!looksInBlocks && entity.space() == database::Space::Block) {
+      if (isFitting != request.isInverted) ++selected.leftOutInBlocks;
       continue;
     }
-    selected.ids.push_back(id);
+    all.push_back(id);
+    if (isFitting) fitting.push_back(id);
   }
+  if (condition) filter(fitting, *condition, numberStyleOf(drawing));
+  selected.ids = request.isInverted ? without(all, fitting) : std::move(fitting);
   return selected;
 }
 
@@ -165,6 +232,28 @@ std::string handleText(VkDbObjectId id) {
 
 std::string layerName(VkDbObjectId id) {
   return palette::toUtf8(entityOf(id).layerName());
+}
+
+std::string layoutName(VkDbObjectId id) {
+  return palette::toUtf8(entityOf(id).layoutName());
+}
+
+std::string blockName(VkDbObjectId id) {
+  const database::Entity entity = entityOf(id);
+  if (entity.space() != database::Space::Block) return {};
+  const database::TableEntry* const block = entity.owner();
+  return block != nullptr ? palette::toUtf8(block->name) : "";
+}
+
+std::string entitiesText(std::size_t count) {
+  return fmt::format("{} {}", count, count == 1 ? "entity" : "entities");
+}
+
+std::string leftOutText(const SelectedEntities& selected) {
+  if (selected.leftOutInBlocks == 0) return {};
+  return fmt::format("{} inside block definitions {} (--in-blocks includes them)\n",
+                     entitiesText(selected.leftOutInBlocks),
+                     selected.isConditionOpen ? "not looked at" : "left out");
 }
 
 }  // namespace velt::tool

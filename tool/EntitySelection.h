@@ -11,7 +11,8 @@
 
 namespace velt::tool {
 
-// The filters of the command line. An entity is selected when it fits one of the filters of each kind that is given.
+// The filters of the command line. An entity is selected when it fits one of the names of each kind that is given, and
+// the condition. Names may have wildcards, * and ?.
 struct SelectionRequest {
   bool all = false;
   // Also entities inside block definitions.
@@ -20,8 +21,18 @@ struct SelectionRequest {
   std::vector<std::string> layers{};
   // Names of classes ("Line") or DXF types ("LINE").
   std::vector<std::string> types{};
+  std::vector<std::string> layouts{};
+  // Entities inside the definitions of these blocks, without inBlocks too.
+  std::vector<std::string> blocks{};
+  // See Condition.h; empty for none.
+  std::string where{};
+  // Those that do not fit are selected instead.
+  bool isInverted = false;
 
-  bool isEmpty() const { return !all && handles.empty() && layers.empty() && types.empty(); }
+  bool isEmpty() const {
+    return !all && handles.empty() && layers.empty() && types.empty() && layouts.empty() && blocks.empty()
+           && where.empty();
+  }
 };
 
 struct SelectedEntities {
@@ -29,9 +40,12 @@ struct SelectedEntities {
   std::vector<VkDbObjectId> ids;
   // How many fit but are inside block definitions.
   std::size_t leftOutInBlocks = 0;
+  // Nobody asked whether these fit the condition.
+  bool isConditionOpen = false;
 };
 
-// Throws Failure for a handle, layer or type that the drawing does not have; the message names those that it has.
+// Throws Failure for a name or a handle that the drawing does not have, with those that were probably meant or, of few,
+// those that it has; also for a condition that makes no sense there. Throws UsageFailure for one that is none.
 SelectedEntities select(database::Drawing& drawing, const SelectionRequest& request);
 
 // "Line" for an entity with an automation class of its own, else "Entity".
@@ -40,5 +54,18 @@ std::string className(VkDbObjectId id);
 std::string dxfName(VkDbObjectId id);
 std::string handleText(VkDbObjectId id);
 std::string layerName(VkDbObjectId id);
+// "Model" in model space; empty inside a block definition.
+std::string layoutName(VkDbObjectId id);
+// The block in whose definition the entity stands; empty elsewhere.
+std::string blockName(VkDbObjectId id);
+
+// "3 entities", "1 entity".
+std::string entitiesText(std::size_t count);
+// Says how many are left out because they are inside block definitions, in a line; empty when none are.
+std::string leftOutText(const SelectedEntities& selected);
+
+// What commands say that need a selection and were given none.
+inline constexpr const char* noSelectionText =
+    "which entities? Select with --all, --handle, --layer or --type, --layout, --block or --where";
 
 }  // namespace velt::tool

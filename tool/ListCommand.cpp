@@ -36,7 +36,7 @@ nlohmann::ordered_json valuesOf(VkDbObjectId id) {
   return values;
 }
 
-void printForPeople(const std::vector<ListedEntity>& entities, std::ostream& out) {
+void printForPeople(const std::vector<ListedEntity>& entities, const Terminal& terminal, std::ostream& out) {
   const ListedEntity headings{"Handle", "Class", "Type", "Layer", {}};
   ListedEntity widest = headings;
   const auto widen = [](std::string& widestText, const std::string& text) {
@@ -47,20 +47,22 @@ void printForPeople(const std::vector<ListedEntity>& entities, std::ostream& out
     widen(widest.className, entity.className);
     widen(widest.dxfName, entity.dxfName);
   }
-  const auto print = [&](const ListedEntity& entity) {
-    out << fmt::format("{}  {}  {}  {}\n", padded(entity.handle, columns(widest.handle)),
-                       padded(entity.className, columns(widest.className)),
-                       padded(entity.dxfName, columns(widest.dxfName)), entity.layer);
+  const auto lineOf = [&](const ListedEntity& entity) {
+    return terminal.fitted(fmt::format("{}  {}  {}  {}", padded(entity.handle, columns(widest.handle)),
+                                       padded(entity.className, columns(widest.className)),
+                                       padded(entity.dxfName, columns(widest.dxfName)), entity.layer));
   };
-  print(headings);
+  out << terminal.bold(lineOf(headings)) << '\n';
   for (const ListedEntity& entity : entities)
-    print(entity);
+    out << lineOf(entity) << '\n';
 }
 
-void printAsJson(const ListRequest& request, const std::vector<ListedEntity>& entities, std::ostream& out) {
+void printAsJson(const ListRequest& request, const SelectedEntities& selected,
+                 const std::vector<ListedEntity>& entities, std::ostream& out) {
   nlohmann::ordered_json json = {{"drawing", request.drawing},
                                  {"count", entities.size()},
                                  {"entities", nlohmann::ordered_json::array()}};
+  if (selected.leftOutInBlocks > 0) json["leftOutInBlocks"] = selected.leftOutInBlocks;
   for (const ListedEntity& entity : entities) {
     json["entities"].push_back({{"handle", entity.handle},
                                 {"class", entity.className},
@@ -86,9 +88,10 @@ void list(const ListRequest& request, std::ostream& out) {
     progress.report(entities.size(), selected.ids.size());
   }
   if (request.json) {
-    printAsJson(request, entities, out);
+    printAsJson(request, selected, entities, out);
   } else {
-    printForPeople(entities, out);
+    printForPeople(entities, request.terminal, out);
+    if (selected.leftOutInBlocks > 0) out << '\n' << leftOutText(selected);
   }
 }
 

@@ -36,10 +36,6 @@ struct Report {
   std::string remark;
 };
 
-std::string entities(std::size_t count) {
-  return fmt::format("{} {}", count, count == 1 ? "entity" : "entities");
-}
-
 // --- the report ------------------------------------------------------------------------------------------
 
 // Prints each reason once, with the handles of the first entities that gave it.
@@ -73,7 +69,7 @@ void printOutcome(const palette::Report& outcome, const std::vector<VkDbObjectId
 
 void printForPeople(const SetRequest& request, const Report& report, const std::vector<VkDbObjectId>& ids,
                     std::ostream& out) {
-  out << fmt::format("{}: {} selected\n", request.drawing, entities(ids.size()));
+  out << fmt::format("{}: {} selected\n", request.drawing, entitiesText(ids.size()));
   for (const auto& [assignment, outcome] : report.assignments) {
     out << fmt::format("\n{}\n", assignment.text);
     printOutcome(outcome, ids, out);
@@ -115,8 +111,7 @@ void printAsJson(const SetRequest& request, const Report& report, const std::vec
 // --- the work --------------------------------------------------------------------------------------------
 
 void checkOutput(const SetRequest& request) {
-  if (request.selection.isEmpty())
-    throw UsageFailure("which entities? Select with --all, --handle, --layer or --type");
+  if (request.selection.isEmpty()) throw UsageFailure(noSelectionText);
   if (request.output.empty() && !request.inPlace && !request.dryRun)
     throw UsageFailure("save where? Name a file with -o, or say --in-place or --dry-run");
   std::error_code unknown;

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -11,108 +13,215 @@
 #include "tool/Commands.h"
 #include "tool/Failure.h"
 #include "tool/OpenDrawing.h"
+#include "tool/ReadOnlyRows.h"
 #include "tool/RowJson.h"
+#include "tool/ValueGroups.h"
 
 namespace velt::tool {
 
 namespace {
 
-using ClassCounts = std::map<std::string, std::size_t>;
+struct Shown {
+  const ShowRequest& request;
+  const SelectedEntities& selected;
+  const palette::Selection& selection;
+  std::map<std::string, std::size_t> classes{};
+  // Entities on locked layers, which no write changes.
+  std::size_t locked = 0;
+  palette::NumberStyle style{};
+};
 
-ClassCounts countClasses(const std::vector<VkDbObjectId>& ids) {
-  ClassCounts counts;
-  for (const VkDbObjectId id : ids)
-    ++counts[className(id)];
-  return counts;
-}
-
-std::string entities(std::size_t count) {
-  return fmt::format("{} {}", count, count == 1 ? "entity" : "entities");
-}
-
-void printChoices(const palette::Row& row, std::ostream& out) {
-  for (const palette::Choice& choice : row.choices()) {
-    out << (choice.integer ? fmt::format("      {} = {}\n", *choice.integer, choice.label)
-                           : fmt::format("      {}\n", choice.label));
+void countEntities(Shown& shown) {
+  for (const VkDbObjectId id : shown.selected.ids) {
+    ++shown.classes[className(id)];
+    if (palette::isOnLockedLayer(id)) ++shown.locked;
   }
 }
 
-std::string marksOf(const palette::Row& row) {
-  std::string marks;
-  if (row.hasChoices()) marks += "  [choices]";
-  if (!row.isEditable()) marks += "  (read-only)";
-  return marks;
+// --- for people ------------------------------------------------------------------------------------------
+
+void printChoices(const palette::Row& row, const Terminal& terminal, std::ostream& out) {
+  for (const palette::Choice& choice : row.choices())
+    out << terminal.fitted("      " + choice.label) << '\n';
 }
 
-void printRows(const std::vector<palette::Row>& rows, const palette::NumberStyle& style, bool withChoices,
-               std::ostream& out) {
+void printValues(const Shown& shown, const palette::Row& row, std::ostream& out) {
+  constexpr std::size_t mostValues = 20;
+  const std::vector<SelectableValue> values =
+      valuesBehind(shown.selection, row, shown.selection.rows(), shown.style);
+  const std::size_t count = std::min(values.size(), mostValues);
+  std::size_t countWidth = 0;
+  std::size_t textWidth = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    countWidth = std::max(countWidth, fmt::formatted_size("{}", values[i].group.entities.size()));
+    textWidth = std::max(textWidth, columns(values[i].group.text));
+  }
+  for (std::size_t i = 0; i < count; ++i) {
+    out << shown.request.terminal.fitted(
+        fmt::format("      {:>{}} of them  {}  {}", values[i].group.entities.size(), countWidth,
+                    padded(values[i].group.text, textWidth), values[i].option))
+        << '\n';
+  }
+  if (values.size() > count)
+    out << fmt::format("      and {} other values (--json has them all)\n", values.size() - count);
+}
+
+// Reasons that rows share, each told once below the rows.
+class Notes {
+ public:
+  // What stands beside the row.
+  std::string reference(const std::string& reason) {
+    const auto known = std::find(reasons_.begin(), reasons_.end(), reason);
+    const auto number = known - reasons_.begin() + 1;
+    if (known == reasons_.end()) reasons_.push_back(reason);
+    return fmt::format("note {}", number);
+  }
+  void print(std::ostream& out) const {
+    for (std::size_t i = 0; i < reasons_.size(); ++i)
+      out << fmt::format("{}Note {}: {}\n", i == 0 ? "\n" : "", i + 1, reasons_[i]);
+  }
+
+ private:
+  std::vector<std::string> reasons_;
+};
+
+// Why it cannot be edited where that lies in the entities; what no entity of the class lets be edited needs no words.
+std::string readOnlyMark(const Shown& shown, const palette::Row& row, Notes& notes) {
+  if (row.isEditable()) {
+    const Refusals refusals = refusalsOf(shown.selection, row);
+    if (refusals.entities.empty()) return {};
+    return fmt::format("  (refused by {} of {}: {})", refusals.entities.size(), shown.selection.size(),
+                       notes.reference(refusals.reason));
+  }
+  const std::string reason =
+      row.editability() == palette::Editability::notNow ? readOnlyReason(row) : std::string();
+  return reason.empty() ? "  (read-only)" : fmt::format("  (read-only: {})", notes.reference(reason));
+}
+
+// The names of the rows as the command line takes them: those that several rows have are numbered.
+std::map<const PROPINFO*, std::string> namesOf(const std::vector<palette::Row>& rows) {
+  std::map<std::string, std::size_t> counts, numbers;
+  for (const palette::Row& row : rows)
+    ++counts[row.label()];
+  std::map<const PROPINFO*, std::string> names;
+  for (const palette::Row& row : rows) {
+    const std::string label = row.label();
+    names[&row.record()] = counts[label] > 1 ? fmt::format("{}#{}", label, ++numbers[label]) : label;
+  }
+  return names;
+}
+
+void printRow(const Shown& shown, const palette::Row& row, const std::string& name, std::size_t nameWidth,
+              std::size_t valueWidth, Notes& notes, std::ostream& out) {
+  const Terminal& terminal = shown.request.terminal;
+  const std::string pair =
+      fmt::format("  {}  {}", padded(name, nameWidth), padded(row.text(shown.style), valueWidth));
+  const std::string marks = (row.hasChoices() ? "  [choices]" : "") + readOnlyMark(shown, row, notes);
+  std::string line = terminal.fitted(pair + marks);
+  line.erase(line.find_last_not_of(' ') + 1);
+  if (line.size() > pair.size() && line.starts_with(pair))
+    line = pair + terminal.faint(std::string_view(line).substr(pair.size()));
+  out << line << '\n';
+  if (shown.request.choices && row.hasChoices()) printChoices(row, terminal, out);
+  if (shown.request.values && row.isVarying()) printValues(shown, row, out);
+}
+
+void printRows(const Shown& shown, std::ostream& out) {
   constexpr std::size_t widestAlignedValue = 40;
+  const std::vector<palette::Row>& rows = shown.selection.rows();
+  const std::map<const PROPINFO*, std::string> names = namesOf(rows);
   std::size_t nameWidth = 0;
   std::size_t valueWidth = 0;
   for (const palette::Row& row : rows) {
-    nameWidth = std::max(nameWidth, columns(row.label()));
-    valueWidth = std::max(valueWidth, std::min(columns(row.text(style)), widestAlignedValue));
+    nameWidth = std::max(nameWidth, columns(names.at(&row.record())));
+    valueWidth = std::max(valueWidth, std::min(columns(row.text(shown.style)), widestAlignedValue));
   }
+  Notes notes;
   for (const palette::Category& category : palette::byCategory(rows)) {
-    out << fmt::format("\n{}\n", category.name.empty() ? "(no category)" : category.name);
-    for (const palette::Row& row : category.rows) {
-      std::string line = fmt::format("  {}  {}{}", padded(row.label(), nameWidth),
-                                     padded(row.text(style), valueWidth), marksOf(row));
-      line.erase(line.find_last_not_of(' ') + 1);
-      out << line << '\n';
-      if (withChoices && row.hasChoices()) printChoices(row, out);
-    }
+    out << '\n'
+        << shown.request.terminal.bold(category.name.empty() ? "(no category)" : category.name) << '\n';
+    for (const palette::Row& row : category.rows)
+      printRow(shown, row, names.at(&row.record()), nameWidth, valueWidth, notes, out);
   }
+  notes.print(out);
 }
 
-void printForPeople(const ShowRequest& request, const SelectedEntities& selected, const ClassCounts& classes,
-                    const std::vector<palette::Row>& rows, const palette::NumberStyle& style,
-                    std::ostream& out) {
-  if (selected.ids.empty()) {
-    out << fmt::format("{}: nothing selected\n", request.drawing);
-  } else {
-    std::vector<std::string> counts;
-    for (const auto& [name, count] : classes)
-      counts.push_back(fmt::format("{} {}", count, name));
-    out << fmt::format("{}: {} selected ({})\n", request.drawing, entities(selected.ids.size()),
-                       fmt::join(counts, ", "));
-    if (rows.empty()) out << "\nThe selected entities have no property in common.\n";
+void printHeading(const Shown& shown, std::ostream& out) {
+  if (shown.selected.ids.empty()) {
+    out << fmt::format("{}: nothing selected\n", shown.request.drawing);
+    return;
   }
-  printRows(rows, style, request.choices, out);
-  if (selected.leftOutInBlocks > 0) {
-    out << fmt::format("\n{} inside block definitions left out (--in-blocks includes them)\n",
-                       entities(selected.leftOutInBlocks));
+  std::vector<std::string> counts;
+  for (const auto& [name, count] : shown.classes)
+    counts.push_back(fmt::format("{} {}", count, name));
+  out << fmt::format("{}: {} selected ({})\n", shown.request.drawing, entitiesText(shown.selected.ids.size()),
+                     fmt::join(counts, ", "));
+  if (shown.locked > 0) {
+    out << fmt::format("On locked layers, which are not written to: {}\n", entitiesText(shown.locked));
   }
+  if (shown.selection.rows().empty()) out << "\nThe selected entities have no property in common.\n";
 }
 
-void printAsJson(const ShowRequest& request, const SelectedEntities& selected, const ClassCounts& classes,
-                 const std::vector<palette::Row>& rows, const palette::NumberStyle& style,
-                 std::ostream& out) {
+void printForPeople(const Shown& shown, std::ostream& out) {
+  printHeading(shown, out);
+  printRows(shown, out);
+  if (shown.selected.leftOutInBlocks > 0) out << '\n' << leftOutText(shown.selected);
+}
+
+// --- for programs ----------------------------------------------------------------------------------------
+
+nlohmann::ordered_json valuesJson(const Shown& shown, const palette::Row& row) {
+  auto list = nlohmann::ordered_json::array();
+  for (const SelectableValue& value :
+       valuesBehind(shown.selection, row, shown.selection.rows(), shown.style)) {
+    auto handles = nlohmann::ordered_json::array();
+    for (const std::size_t entity : value.group.entities)
+      handles.push_back(handleText(shown.selection.entity(entity)));
+    list.push_back({{"value", valueJson(value.group.value)},
+                    {"text", value.group.text},
+                    {"count", value.group.entities.size()},
+                    {"handles", std::move(handles)},
+                    {"select", value.option}});
+  }
+  return list;
+}
+
+void printAsJson(const Shown& shown, std::ostream& out) {
   nlohmann::ordered_json json = {
-      {"drawing", request.drawing},
-      {"selection", {{"count", selected.ids.size()}, {"classes", nlohmann::ordered_json::object()}}},
+      {"drawing", shown.request.drawing},
+      {"selection", {{"count", shown.selected.ids.size()}, {"classes", nlohmann::ordered_json::object()}}},
       {"rows", nlohmann::ordered_json::array()},
   };
-  for (const auto& [name, count] : classes)
+  for (const auto& [name, count] : shown.classes)
     json["selection"]["classes"][name] = count;
-  for (const palette::Row& row : rows)
-    json["rows"].push_back(rowJson(row, style));
+  // What most selections have none of stands there only when there is some.
+  if (shown.locked > 0) json["selection"]["locked"] = shown.locked;
+  if (shown.selected.leftOutInBlocks > 0)
+    json["selection"]["leftOutInBlocks"] = shown.selected.leftOutInBlocks;
+  for (const palette::Row& row : shown.selection.rows()) {
+    nlohmann::ordered_json& made = json["rows"].emplace_back(rowJson(row, shown.style));
+    if (const std::string reason = readOnlyReason(row);
+        row.editability() == palette::Editability::notNow && !reason.empty())
+      made["readOnlyReason"] = reason;
+    if (const Refusals refusals = refusalsOf(shown.selection, row); !refusals.entities.empty())
+      made["refused"] = {{"count", refusals.entities.size()}, {"reason", refusals.reason}};
+    if (shown.request.values && row.isVarying()) made["values"] = valuesJson(shown, row);
+  }
   out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
 }
 
 }  // namespace
 
 void show(const ShowRequest& request, std::ostream& out) {
-  if (request.selection.isEmpty()) {
-    throw UsageFailure("which entities? Select with --all, --handle, --layer or --type");
-  }
+  if (request.selection.isEmpty()) throw UsageFailure(noSelectionText);
   const std::unique_ptr<database::Drawing> drawing = openDrawing(request.drawing);
   const SelectedEntities selected = select(*drawing, request.selection);
-  const ClassCounts classes = countClasses(selected.ids);
-  const palette::NumberStyle style = numberStyleOf(*drawing);
   palette::Selection selection(selected.ids);
-  const std::vector<palette::Row>& rows = selection.query();
-  (request.json ? printAsJson : printForPeople)(request, selected, classes, rows, style, out);
+  selection.query();
+  Shown shown{.request = request, .selected = selected, .selection = selection};
+  shown.style = numberStyleOf(*drawing);
+  countEntities(shown);
+  (request.json ? printAsJson : printForPeople)(shown, out);
 }
 
 }  // namespace velt::tool

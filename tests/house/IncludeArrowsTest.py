@@ -91,6 +91,8 @@ PLUGIN_HEADER = "embedded/sources/Plugin.h"
 THIRD_PARTY = {
     "CLI": {"tool", "hostcheck", "tests"},
     "nlohmann": {"tool", "hostcheck", "tests", "bench"},
+    "tao": {"tool"},
+    "utf8proc.h": {"tool"},
     "fmt": {"palette", "tool", "tests", "bench"},
     "gtest": {"tests", "fuzz"},
     "gmock": {"tests"},

@@ -121,15 +121,17 @@ TEST(EntitySelection, WhatIsNotAHandleIsSaidNotToBeOne) {
 
 TEST(EntitySelection, AnUnknownLayerIsAnsweredWithTheLayersThereAre) {
   const auto drawing = sampleOf();
-  EXPECT_EQ(failureOf(*drawing, {.layers = {"Wals"}}),
-            "house.dxf: no layer \"Wals\"; the drawing has: 0, Walls, Doors, Empty");
+  EXPECT_EQ(failureOf(*drawing, {.layers = {"Wals"}}), "house.dxf: no layer \"Wals\"; did you mean Walls?");
+  EXPECT_EQ(failureOf(*drawing, {.layers = {"Roof*"}}),
+            "house.dxf: no layer \"Roof*\"; the drawing has: 0, Doors, Empty, Forgotten, Walls");
 }
 
 TEST(EntitySelection, AnUnknownTypeIsAnsweredWithTheTypesThereAre) {
   const auto drawing = sampleOf();
   EXPECT_THAT(failureOf(*drawing, {.types = {"Lien"}}),
-              HasSubstr("no entities of type \"Lien\"; the drawing has: "));
-  EXPECT_THAT(failureOf(*drawing, {.types = {"Lien"}}), HasSubstr("3DFACE"));
+              HasSubstr("no entities of type \"Lien\"; did you mean"));
+  EXPECT_THAT(failureOf(*drawing, {.types = {"Roof"}}),
+              HasSubstr("no entities of type \"Roof\"; the drawing has: 3DFACE, "));
 }
 
 TEST(EntitySelection, AnEntityIsDescribedByClassTypeAndLayer) {
@@ -138,4 +140,49 @@ TEST(EntitySelection, AnEntityIsDescribedByClassTypeAndLayer) {
   EXPECT_EQ(className(drawing->entityByHandle(0x2F)), "Line");
   EXPECT_EQ(dxfName(face), "3DFACE");
   EXPECT_EQ(layerName(face), "Doors");
+}
+
+TEST(EntitySelection, NamesMayHaveWildcards) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(handlesOf(*drawing, {.layers = {"?OORS", "For*"}}), ElementsAre("31", "32", "33"));
+  EXPECT_THAT(handlesOf(*drawing, {.types = {"C*"}}), ElementsAre("30"));
+}
+
+TEST(EntitySelection, ABlockSelectsWhatStandsInItsDefinition) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(handlesOf(*drawing, {.blocks = {"door"}}), ElementsAre("51"));
+  EXPECT_EQ(failureOf(*drawing, {.blocks = {"Dor"}}), "house.dxf: no block \"Dor\"; did you mean Door?");
+}
+
+TEST(EntitySelection, ALayoutSelectsWhatStandsOnIt) {
+  const auto drawing = sampleOf();
+  EXPECT_EQ(handlesOf(*drawing, {.layouts = {"model"}}).size(), 5U);
+  EXPECT_EQ(failureOf(*drawing, {.layouts = {"Sheet"}}),
+            "house.dxf: no layout \"Sheet\"; the drawing has: Model");
+}
+
+TEST(EntitySelection, NotSelectsTheOthersOutsideOfBlocks) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(handlesOf(*drawing, {.layers = {"Walls"}, .types = {"Line"}, .isInverted = true}),
+              ElementsAre("30", "31", "32", "33"));
+  EXPECT_THAT(handlesOf(*drawing, {.handles = {"2F", "51"}, .isInverted = true}),
+              ElementsAre("30", "31", "32", "33"));
+  EXPECT_EQ(select(*drawing, {.layers = {"Walls"}, .isInverted = true}).leftOutInBlocks, 1U);
+}
+
+TEST(EntitySelection, AnEntityKnowsTheBlockAndTheLayoutInWhichItStands) {
+  const auto drawing = sampleOf();
+  EXPECT_EQ(blockName(drawing->entityByHandle(0x51)), "Door");
+  EXPECT_EQ(layoutName(drawing->entityByHandle(0x51)), "");
+  EXPECT_EQ(blockName(drawing->entityByHandle(0x2F)), "");
+  EXPECT_EQ(layoutName(drawing->entityByHandle(0x2F)), "Model");
+}
+
+TEST(EntitySelection, WhatIsLeftOutInBlocksIsToldInALine) {
+  EXPECT_EQ(leftOutText({}), "");
+  EXPECT_EQ(leftOutText({.ids = {}, .leftOutInBlocks = 1}),
+            "1 entity inside block definitions left out (--in-blocks includes them)\n");
+  EXPECT_EQ(leftOutText({.ids = {}, .leftOutInBlocks = 2, .isConditionOpen = true}),
+            "2 entities inside block definitions not looked at (--in-blocks includes them)\n");
+  EXPECT_EQ(entitiesText(2), "2 entities");
 }

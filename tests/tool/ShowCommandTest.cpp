@@ -7,8 +7,10 @@
 #include <sstream>
 
 #include "samples/FloorPlan.h"
+#include "samples/Gallery.h"
 #include "tests/support/WholeDrawings.h"
 #include "tests/tool/Drawings.h"
+#include "tool/Columns.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
 
@@ -76,13 +78,117 @@ TEST_F(ShowCommand, ReadOnlyRowsAndRowsWithChoicesAreMarked) {
 }
 
 TEST_F(ShowCommand, ChoicesAreShownOnRequest) {
-  EXPECT_THAT(shown({.selection = {.handles = {"2F"}}, .choices = true}), HasSubstr(" = Empty\n"));
-  EXPECT_THAT(shown({.selection = {.handles = {"2F"}}}), Not(HasSubstr(" = Empty\n")));
+  EXPECT_THAT(shown({.selection = {.handles = {"2F"}}, .choices = true}), HasSubstr("\n      Empty\n"));
+  EXPECT_THAT(shown({.selection = {.handles = {"2F"}}}), Not(HasSubstr("\n      Empty\n")));
 }
 
 TEST_F(ShowCommand, EntitiesLeftOutInBlocksAreMentioned) {
   EXPECT_THAT(shown({.selection = {.all = true}}), HasSubstr("1 entity inside block definitions left out"));
   EXPECT_THAT(shown({.selection = {.all = true, .inBlocks = true}}), Not(HasSubstr("left out")));
+}
+
+TEST_F(ShowCommand, ChoicesAreShownByNameWithoutTheNumbersThatStandForThem) {
+  const std::string text = shown({.selection = {.handles = {"2F"}}, .choices = true});
+  EXPECT_THAT(text, HasSubstr("\n      ByLayer\n"));
+  EXPECT_THAT(text, Not(ContainsRegex("\n      -?[0-9]+ = ")));
+}
+
+TEST_F(ShowCommand, TheValuesBehindAVaryingRowAreShownWithTheWayToSelectThem) {
+  const std::string text = shown({.selection = {.types = {"Line"}}, .values = true});
+  EXPECT_THAT(text, HasSubstr("\n      1 of them  10.000  --where \"'End X'=10\"\n"
+                              "      1 of them  20.000  --where \"'End X'=20\"\n"));
+  EXPECT_THAT(text, HasSubstr("\n      1 of them  2F  --where \"Handle=2F\"\n"));
+  EXPECT_THAT(shown({.selection = {.types = {"Line"}}}), Not(HasSubstr("of them")));
+}
+
+TEST_F(ShowCommand, JsonHasTheValuesBehindAVaryingRowWithTheirEntities) {
+  const nlohmann::json json =
+      nlohmann::json::parse(shown({.selection = {.types = {"Line"}}, .json = true, .values = true}));
+  const nlohmann::json& values = (*rowNamed(json, "End X"))["values"];
+  ASSERT_EQ(values.size(), 2U);
+  EXPECT_EQ(values[1], (nlohmann::json{{"value", 20.0},
+                                       {"text", "20.000"},
+                                       {"count", 1},
+                                       {"handles", {"30"}},
+                                       {"select", "--where \"'End X'=20\""}}));
+  EXPECT_FALSE(rowNamed(json, "Layer")->contains("values")) << "one value is in the row itself";
+}
+
+TEST_F(ShowCommand, NoLineIsLongerThanTheTerminal) {
+  const std::string text =
+      shown({.selection = {.types = {"Line"}}, .choices = true, .values = true, .terminal = {.width = 20}});
+  std::istringstream lines(text);
+  std::string line;
+  std::getline(lines, line);  // the heading is a sentence
+  while (std::getline(lines, line)) {
+    const bool isSentence = line.find("--in-blocks") != std::string::npos;
+    EXPECT_TRUE(isSentence || columns(line) <= 20U) << line;
+  }
+}
+
+TEST_F(ShowCommand, ATerminalWithColorSetsHeadingsApart) {
+  EXPECT_THAT(shown({.selection = {.handles = {"2F"}}, .terminal = {.hasColor = true}}),
+              HasSubstr("\n\033[1mGeneral\033[0m\n"));
+}
+
+TEST_F(ShowCommand, EntitiesOnLockedLayersAreCounted) {
+  const TemporaryFolder folder;
+  const std::string file =
+      folder.write("shut.dxf", drawingOf({{"0"}, {"Walls", 1, 4}}, line("2F", "Walls") + line("30", "0")));
+  std::ostringstream text, json, none;
+  show({.drawing = file, .selection = {.all = true}}, text);
+  EXPECT_THAT(text.str(), HasSubstr("\nOn locked layers, which are not written to: 1 entity\n"));
+  show({.drawing = file, .selection = {.all = true}, .json = true}, json);
+  EXPECT_EQ(nlohmann::json::parse(json.str())["selection"]["locked"], 1);
+  show({.drawing = file, .selection = {.layers = {"0"}}}, none);
+  EXPECT_THAT(none.str(), Not(HasSubstr("locked")));
+}
+
+TEST_F(ShowCommand, RowsOfOneNameAreNumberedAsTheCommandLineTakesThem) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("gallery.dxf", velt::samples::galleryDrawing());
+  std::ostringstream text;
+  show({.drawing = file, .selection = {.types = {"LWPolyline"}}}, text);
+  EXPECT_THAT(text.str(), ContainsRegex("\n  Vertex X#1 +70.0000\n"));
+  EXPECT_THAT(text.str(), ContainsRegex("\n  Vertex X#3 +80.0000\n"));
+  EXPECT_THAT(text.str(), ContainsRegex("\n  Area +67"));
+}
+
+TEST_F(ShowCommand, ARowThatTheseEntitiesDoNotLetBeEditedSaysWhy) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("plan.dxf", velt::samples::sampleFloorPlan());
+  std::ostringstream text;
+  show({.drawing = file, .selection = {.types = {"DimRotated"}}}, text);
+  EXPECT_THAT(text.str(), ContainsRegex("\n  Dim style .*\\(read-only: note 1\\)\n"));
+  EXPECT_THAT(text.str(), HasSubstr("\nNote 1: the drawing stores how the dimension looks"));
+  EXPECT_THAT(text.str(), Not(HasSubstr("Note 3"))) << "rows share them";
+}
+
+TEST_F(ShowCommand, ARowThatEntitiesRefuseSaysOfHowManyAndWhy) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("old.dxf", pairs({{0, "SECTION"},
+                                                          {2, "HEADER"},
+                                                          {9, "$ACADVER"},
+                                                          {1, "AC1009"},
+                                                          {0, "ENDSEC"},
+                                                          {0, "SECTION"},
+                                                          {2, "ENTITIES"},
+                                                          {0, "LINE"},
+                                                          {8, "0"},
+                                                          {10, "0"},
+                                                          {20, "0"},
+                                                          {11, "1"},
+                                                          {21, "1"},
+                                                          {0, "ENDSEC"},
+                                                          {0, "EOF"}}));
+  std::ostringstream text, json;
+  show({.drawing = file, .selection = {.all = true}}, text);
+  EXPECT_THAT(text.str(), ContainsRegex("\n  Lineweight .*\\(refused by 1 of 1: note [0-9]\\)\n"));
+  EXPECT_THAT(text.str(), HasSubstr("Note 1: the drawing's format has no place"));
+  EXPECT_THAT(text.str(), ContainsRegex("\n  Layer +0 +\\[choices\\]\n"));
+  show({.drawing = file, .selection = {.all = true}, .json = true}, json);
+  const nlohmann::json parsed = nlohmann::json::parse(json.str());
+  EXPECT_EQ((*rowNamed(parsed, "Lineweight"))["refused"]["count"], 1);
 }
 
 TEST_F(ShowCommand, AnEmptySelectionIsNotAnError) {

@@ -1,0 +1,98 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "tests/support/WholeDrawings.h"
+#include "tests/tool/Drawings.h"
+#include "tool/Commands.h"
+#include "tool/Failure.h"
+
+using namespace velt::tool;
+using namespace velt::tests;
+using testing::EndsWith;
+using testing::HasSubstr;
+
+namespace {
+
+class DiffCommand : public testing::Test {
+ protected:
+  std::string between(const std::string& entities, const std::string& others, SelectionRequest selection = {},
+                      bool json = false) {
+    const std::string file = folder_.write("a.dxf", drawingOf({{"0"}, {"Walls"}}, entities));
+    const std::string other = folder_.write("b.dxf", drawingOf({{"0"}, {"Walls"}, {"Doors"}}, others));
+    std::ostringstream out;
+    isDifferent_ =
+        diff({.drawing = file, .other = other, .selection = std::move(selection), .json = json}, out);
+    return out.str();
+  }
+  bool isDifferent() const { return isDifferent_; }
+
+ private:
+  TemporaryFolder folder_;
+  bool isDifferent_ = false;
+};
+
+}  // namespace
+
+TEST_F(DiffCommand, EqualEntitiesAreNoDifference) {
+  EXPECT_THAT(between(line("2F", "0"), line("2F", "0")), HasSubstr("1 entity the same, 0 changed"));
+  EXPECT_FALSE(isDifferent());
+}
+
+TEST_F(DiffCommand, APropertyThatDiffersIsNamedWithBothValues) {
+  const std::string text =
+      between(line("2F", "0") + line("30", "0"), line("2F", "Doors", 12.0) + line("30", "0"));
+  EXPECT_THAT(text, HasSubstr("2F Line\n  Layer: 0 -> Doors\n"));
+  EXPECT_THAT(text, HasSubstr("\n  End X: 10.000 -> 12.000\n"));
+  EXPECT_THAT(text, HasSubstr("1 entity the same, 1 changed"));
+  EXPECT_TRUE(isDifferent());
+}
+
+TEST_F(DiffCommand, WhatRoundingHidesIsShownWithAllDigits) {
+  EXPECT_THAT(between(line("2F", "0", 10.0), line("2F", "0", 10.0001)),
+              HasSubstr("\n  End X: 10 -> 10.0001\n"));
+}
+
+TEST_F(DiffCommand, EntitiesThatOnlyOneHasAreListed) {
+  const std::string text = between(line("2F", "0"), circle("30", "Doors"));
+  EXPECT_THAT(text, HasSubstr("- 2F Line on 0: only in "));
+  EXPECT_THAT(text, HasSubstr("+ 30 Circle on Doors: only in "));
+  EXPECT_TRUE(isDifferent());
+}
+
+TEST_F(DiffCommand, APropertyThatOnlyOneHasIsADifference) {
+  const std::string text = between(line("2F", "0"), circle("2F", "0"));
+  EXPECT_THAT(text, HasSubstr("\n  Start X: 1.500 -> (none)\n"));
+  EXPECT_THAT(text, HasSubstr("\n  Radius: (none) -> 2.500\n"));
+}
+
+TEST_F(DiffCommand, ASelectionInEitherDrawingLimitsTheComparison) {
+  const std::string entities = line("2F", "Walls") + line("30", "0");
+  EXPECT_THAT(between(entities, line("2F", "Doors") + line("30", "Walls"), {.layers = {"Doors"}}),
+              HasSubstr("0 entities the same, 1 changed"))
+      << "also of a layer that only one of them has, and of an entity that moved away";
+  EXPECT_THROW(between(entities, entities, {.layers = {"Roof"}}), Failure);
+}
+
+TEST_F(DiffCommand, JsonHasTheValuesOfBothSides) {
+  const auto json = nlohmann::json::parse(
+      between(line("2F", "0") + line("31", "0"), line("2F", "Walls") + line("30", "0"), {}, true));
+  EXPECT_EQ(json["changed"][0]["handle"], "2F");
+  EXPECT_EQ(json["changed"][0]["properties"][0],
+            (nlohmann::json{{"name", "Layer"},
+                            {"drawing", {{"value", "0"}, {"text", "0"}}},
+                            {"other", {{"value", "Walls"}, {"text", "Walls"}}}}));
+  EXPECT_EQ(json["onlyInDrawing"][0]["handle"], "31");
+  EXPECT_EQ(json["onlyInOther"][0]["handle"], "30");
+}
+
+TEST(Diff, NoWholeDrawingDiffersFromItself) {
+  const TemporaryFolder folder;
+  forEachDrawing([&](const WholeDrawing& whole) {
+    const std::string file = folder.write(whole.name, whole.bytes);
+    std::ostringstream out;
+    EXPECT_FALSE(diff({.drawing = file, .other = file}, out)) << out.str();
+  });
+}

@@ -1,0 +1,39 @@
+#include "tool/Patterns.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace velt::tool;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(Patterns, AStarStandsForAnyCharactersAndAQuestionMarkForOne) {
+  EXPECT_TRUE(fits("W*", "Walls"));
+  EXPECT_TRUE(fits("*", ""));
+  EXPECT_TRUE(fits("*a*b*b", "xaxbxb"));
+  EXPECT_TRUE(fits("?alls", "Walls"));
+  EXPECT_FALSE(fits("W?", "Walls"));
+  EXPECT_FALSE(fits("W*x", "Walls"));
+  EXPECT_FALSE(fits("?", ""));
+  EXPECT_FALSE(fits("Wall", "Walls"));
+}
+
+TEST(Patterns, UpperAndLowerCaseDoNotDifferInAnyScript) {
+  EXPECT_TRUE(fits("wALLS", "Walls"));
+  EXPECT_TRUE(fits("W\u00C4NDE*", "w\u00E4nde neu"));
+  EXPECT_TRUE(fits("W?nde", "W\u00E4nde")) << "one character, not one byte";
+}
+
+TEST(Patterns, ALongTextIsTriedWithoutTryingEverything) {
+  EXPECT_FALSE(fits("*a*a*a*a*a*a*a*a*b", std::string(5000, 'a')));
+}
+
+TEST(Patterns, NamesThatWereProbablyMeantAreFound) {
+  const std::vector<std::string> names{"Radius", "Layer", "Linetype", "Linetype scale", "Lineweight"};
+  EXPECT_THAT(namesLike("Raduis", names), ElementsAre("Radius"));
+  EXPECT_THAT(namesLike("linetyp", names), ElementsAre("Linetype", "Linetype scale"));
+  EXPECT_THAT(namesLike("Thickness", names), IsEmpty());
+  EXPECT_EQ(didYouMean("Lyer", names), "; did you mean Layer?");
+  EXPECT_EQ(didYouMean("linetyp", names), "; did you mean Linetype or Linetype scale?");
+  EXPECT_EQ(didYouMean("Thickness", names, "; there are five"), "; there are five");
+}

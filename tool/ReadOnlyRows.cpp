@@ -1,0 +1,40 @@
+#include "tool/ReadOnlyRows.h"
+
+#include "embedded/automation/model/ReadOnlyReason.h"
+
+namespace velt::tool {
+
+namespace {
+
+// A sentence of the host as a clause for the middle of another sentence.
+std::string clauseOf(const std::wstring& sentence) {
+  std::string clause = palette::oneLine(sentence);
+  if (clause.ends_with('.')) clause.pop_back();
+  if (!clause.empty() && clause[0] >= 'A' && clause[0] <= 'Z') clause[0] += 'a' - 'A';
+  return clause;
+}
+
+}  // namespace
+
+std::string readOnlyReason(const palette::Row& row) {
+  if (row.isEditable()) return {};
+  const PROPINFO& record = row.record();
+  return clauseOf(automation::readOnlyReason(record.clsid, record.dispId, record.objectId));
+}
+
+Refusals refusalsOf(const palette::Selection& selection, const palette::Row& row) {
+  Refusals refusals;
+  if (!row.isEditable() || row.isDynamic()) return refusals;
+  for (std::size_t i = 0; i < selection.size(); ++i) {
+    GUID clsid = GUID_NULL;
+    const VkDbObjectId entity = selection.entity(i);
+    if (!GetCLSID(clsid, entity.asOldId())) continue;
+    const std::wstring reason = automation::readOnlyReason(clsid, row.record().dispId, entity);
+    if (reason.empty() || palette::isOnLockedLayer(entity)) continue;
+    if (refusals.entities.empty()) refusals.reason = clauseOf(reason);
+    refusals.entities.push_back(i);
+  }
+  return refusals;
+}
+
+}  // namespace velt::tool

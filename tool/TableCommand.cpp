@@ -1,0 +1,267 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <utility>
+#include <vector>
+
+#include "palette/Palette.h"
+#include "tool/Columns.h"
+#include "tool/Commands.h"
+#include "tool/EntityFacts.h"
+#include "tool/Failure.h"
+#include "tool/NamedRows.h"
+#include "tool/OpenDrawing.h"
+#include "tool/Patterns.h"
+#include "tool/Progress.h"
+#include "tool/RowJson.h"
+
+namespace velt::tool {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+using Cells = std::vector<std::string>;
+
+constexpr const char* allColumns = "all";
+
+bool wantsAll(const TableRequest& request) {
+  return request.columns.empty()
+         || (request.columns.size() == 1 && palette::equalIgnoringCase(request.columns[0], allColumns));
+}
+
+// Several values of one name: the vertices of a polyline.
+std::string joined(const std::vector<palette::Row>& rows, const palette::NumberStyle& style) {
+  std::string text;
+  for (const palette::Row& row : rows)
+    text += (text.empty() ? "" : "; ") + row.text(style);
+  return text;
+}
+
+Json valuesOf(const std::vector<palette::Row>& rows) {
+  if (rows.empty()) return nullptr;
+  if (rows.size() == 1) return valueJson(rows.front().plain());
+  Json values = Json::array();
+  for (const palette::Row& row : rows)
+    values.push_back(valueJson(row.plain()));
+  return values;
+}
+
+// --- which columns ---------------------------------------------------------------------------------------
+
+// The names of all properties, in the order of a palette: by category, and within it as they are first met.
+class AllNames {
+ public:
+  void add(const std::vector<palette::Row>& rows) {
+    std::vector<std::string> names = namesToFind(rows);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      const auto [place, isNew] = known_.try_emplace(std::move(names[i]), rows[i].categoryId());
+      if (isNew) order_.push_back({palette::placeOfCategory(rows[i].categoryId()), place->first});
+    }
+  }
+
+  std::vector<std::string> inOrder() {
+    std::stable_sort(order_.begin(), order_.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<std::string> names{"@handle", "@class"};
+    for (auto& [place, name] : order_)
+      names.push_back(std::move(name));
+    return names;
+  }
+
+ private:
+  std::map<std::string, std::int32_t> known_;
+  std::vector<std::pair<int, std::string>> order_;
+};
+
+// Every entity's rows in turn.
+template <class Function>
+void forEachEntity(palette::Selection& selection, const std::string& what, Function function) {
+  Progress progress(what);
+  for (std::size_t i = 0; i < selection.size(); ++i) {
+    function(selection.entity(i), selection.queryAlone(i));
+    progress.report(i + 1, selection.size());
+  }
+}
+
+std::vector<std::string> columnsOf(const TableRequest& request, palette::Selection& selection) {
+  if (!wantsAll(request)) return request.columns;
+  AllNames names;
+  forEachEntity(selection, "Looking for columns",
+                [&](VkDbObjectId, const std::vector<palette::Row>& rows) { names.add(rows); });
+  return names.inOrder();
+}
+
+// Which columns some entity has.
+class FoundColumns {
+ public:
+  explicit FoundColumns(const std::vector<std::string>& columns)
+      : columns_(columns), isFound_(columns.size(), false) {}
+
+  void found(std::size_t column) { isFound_[column] = true; }
+  void learn(const std::vector<palette::Row>& rows) {
+    if (std::find(isFound_.begin(), isFound_.end(), false) == isFound_.end()) return;
+    for (const palette::Row& row : rows)
+      labels_.emplace(row.label(), 0);
+  }
+  void requireAll() const {
+    for (std::size_t column = 0; column < columns_.size(); ++column) {
+      if (isFound_[column]) continue;
+      std::vector<std::string> labels;
+      for (const auto& [label, unused] : labels_)
+        labels.push_back(label);
+      throw Failure(fmt::format("no selected entity has a property {}{}", columns_[column],
+                                didYouMean(columns_[column], labels)));
+    }
+  }
+
+ private:
+  const std::vector<std::string>& columns_;
+  std::vector<bool> isFound_;
+  std::map<std::string, int> labels_;
+};
+
+// --- the cells -------------------------------------------------------------------------------------------
+
+std::vector<Cells> readCells(const std::vector<std::string>& columns, palette::Selection& selection,
+                             const palette::NumberStyle& style) {
+  std::vector<Cells> table;
+  table.reserve(selection.size());
+  FoundColumns foundColumns(columns);
+  forEachEntity(selection, "Reading", [&](VkDbObjectId entity, const std::vector<palette::Row>& rows) {
+    Cells& cells = table.emplace_back();
+    for (std::size_t column = 0; column < columns.size(); ++column) {
+      if (isFactName(columns[column])) {
+        foundColumns.found(column);
+        cells.push_back(factOf(entity, columns[column]));
+        continue;
+      }
+      const std::vector<palette::Row> meant = rowsMeant(rows, columns[column]);
+      if (!meant.empty()) foundColumns.found(column);
+      cells.push_back(joined(meant, style));
+    }
+    foundColumns.learn(rows);
+  });
+  if (!table.empty()) foundColumns.requireAll();
+  return table;
+}
+
+Json allValuesOf(const std::vector<palette::Row>& rows) {
+  const std::vector<std::string> names = namesToFind(rows);
+  std::vector<std::string> order;
+  std::map<std::string, std::vector<palette::Row>> byName;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    std::vector<palette::Row>& ofName = byName[names[i]];
+    if (ofName.empty()) order.push_back(names[i]);
+    ofName.push_back(rows[i]);
+  }
+  Json values = Json::object();
+  for (const std::string& name : order)
+    values.push_back({name, valuesOf(byName[name])});
+  return values;
+}
+
+Json lineOf(VkDbObjectId entity, Json values) {
+  return {{"handle", handleText(entity)}, {"class", className(entity)}, {"values", std::move(values)}};
+}
+
+std::string written(const Json& line) {
+  return line.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+void printAllAsJson(palette::Selection& selection, std::ostream& out) {
+  forEachEntity(selection, "Reading", [&](VkDbObjectId entity, const std::vector<palette::Row>& rows) {
+    out << written(lineOf(entity, allValuesOf(rows)));
+  });
+}
+
+// All lines are made before the first is printed, so that an unknown column prints none.
+void printAsJson(const std::vector<std::string>& columns, palette::Selection& selection, std::ostream& out) {
+  std::string lines;
+  FoundColumns foundColumns(columns);
+  forEachEntity(selection, "Reading", [&](VkDbObjectId entity, const std::vector<palette::Row>& rows) {
+    Json values = Json::object();
+    for (std::size_t column = 0; column < columns.size(); ++column) {
+      const std::string& name = columns[column];
+      const bool isFact = isFactName(name);
+      const std::vector<palette::Row> meant = isFact ? std::vector<palette::Row>() : rowsMeant(rows, name);
+      if (isFact || !meant.empty()) foundColumns.found(column);
+      values[name] = isFact ? Json(factOf(entity, name)) : valuesOf(meant);
+    }
+    foundColumns.learn(rows);
+    lines += written(lineOf(entity, std::move(values)));
+  });
+  if (selection.size() > 0) foundColumns.requireAll();
+  out << lines;
+}
+
+// --- output ----------------------------------------------------------------------------------------------
+
+std::string csvCell(const std::string& text) {
+  const bool needsQuotes =
+      text.find_first_of(",\"\n\r") != std::string::npos || text.starts_with(' ') || text.ends_with(' ');
+  if (!needsQuotes) return text;
+  std::string quoted = "\"";
+  for (const char c : text) {
+    if (c == '"') quoted += '"';
+    quoted += c;
+  }
+  return quoted + '"';
+}
+
+void printSeparated(const Cells& cells, TableFormat format, std::ostream& out) {
+  for (std::size_t column = 0; column < cells.size(); ++column) {
+    if (column > 0) out << (format == TableFormat::csv ? ',' : '\t');
+    // A value is one line without tabs already: see palette::oneLine.
+    out << (format == TableFormat::csv ? csvCell(cells[column]) : cells[column]);
+  }
+  out << '\n';
+}
+
+void printForPeople(const Cells& headings, const std::vector<Cells>& table, const Terminal& terminal,
+                    std::ostream& out) {
+  std::vector<std::size_t> widths;
+  for (const std::string& heading : headings)
+    widths.push_back(columns(heading));
+  for (const Cells& cells : table) {
+    for (std::size_t column = 0; column < cells.size(); ++column)
+      widths[column] = std::max(widths[column], columns(cells[column]));
+  }
+  const auto lineOf = [&](const Cells& cells) {
+    std::string line;
+    for (std::size_t column = 0; column < cells.size(); ++column)
+      line += (column > 0 ? "  " : "") + padded(cells[column], widths[column]);
+    line.erase(line.find_last_not_of(' ') + 1);
+    return terminal.fitted(line);
+  };
+  out << terminal.bold(lineOf(headings)) << '\n';
+  for (const Cells& cells : table)
+    out << lineOf(cells) << '\n';
+}
+
+}  // namespace
+
+void table(const TableRequest& request, std::ostream& out) {
+  if (request.selection.isEmpty()) throw UsageFailure(noSelectionText);
+  const std::unique_ptr<database::Drawing> drawing = openDrawing(request.drawing);
+  const SelectedEntities selected = select(*drawing, request.selection);
+  palette::Selection selection(selected.ids);
+  if (request.format == TableFormat::json) {
+    wantsAll(request) ? printAllAsJson(selection, out) : printAsJson(request.columns, selection, out);
+    return;
+  }
+  const std::vector<std::string> columns = columnsOf(request, selection);
+  const std::vector<Cells> cells = readCells(columns, selection, numberStyleOf(*drawing));
+  if (request.format == TableFormat::text) {
+    printForPeople(columns, cells, request.terminal, out);
+    if (selected.leftOutInBlocks > 0) out << '\n' << leftOutText(selected);
+    return;
+  }
+  printSeparated(columns, request.format, out);
+  for (const Cells& line : cells)
+    printSeparated(line, request.format, out);
+}
+
+}  // namespace velt::tool
