@@ -258,20 +258,49 @@ struct Absence {
   enum class Cause {
     // There is one.
     none,
-    // No entity of the selection has such a property.
+
+    // --- of one entity, and of a selection when it holds for all of its entities
+
+    // The properties of the entity cannot be read at all; the message says why.
+    unreadable,
+    // The class has it, and says in its type information that it is not for people.
+    hidden,
+    // The class has it, and the object answers that it is not to be shown.
+    notShown,
+    // The class has something of that name that gives no value: a method, or a property that can only be written.
+    notReadable,
+    // A property source has it, and answers that it is disabled for the entity.
+    disabled,
+    // No such property is known, but a property source of the entity failed or is missing, and it may be one of its.
+    sourceFailed,
+    // There is no such property.
     unknown,
+
+    // --- of a selection
+
     // Some have it and others do not.
     notCommon,
     // All have it as a dynamic property, but several entities have dynamic rows only when they are references to one
     // dynamic block.
     dynamicWithheld,
-    // All have it, but not as the same property: they differ in category, kind, type, choices, elements or in whether
-    // it can be edited.
+    // It is one of the elements that come in groups, such as vertices, which are shown of a single entity only.
+    oneAtATime,
+    // All have it, but not as the same property.
     different
   };
+  // In what two entities' properties of one name can differ so that they are not the same property.
+  enum class Part { category, name, label, editability, choices, isElement, elementCount, type };
+
   Cause cause = Cause::none;
-  // notCommon: the entities without it. different: those whose property is not that of the first entity.
+  // notCommon: those without it. different: those whose property is not that of the first entity. For a cause of single
+  // entities: those of which it holds.
   std::vector<std::size_t> entities{};
+  // notCommon: what stands against the row in the first of `entities`.
+  Cause ofEntity = Cause::none;
+  // different: in what the property of the first of `entities` differs from that of the first entity of all.
+  std::vector<Part> parts{};
+  // In the words of the host, where there are some.
+  std::string message{};
 };
 
 // ---------------------------------------------------------------------------------------------------------
@@ -312,8 +341,10 @@ class VELT_PALETTE_EXPORT Selection {
 
   // The different values behind a row with the entities of each, in the order in which they first occur.
   std::vector<ValueGroup> valueGroups(const Row& row, const NumberStyle& style = {}) const;
-  // Why the last query has no row of that label or name. Asks the entities one by one.
+  // Why the last query has no row of that label or name, also when that query failed. Asks the entities one by one.
   Absence whyAbsent(std::string_view name) const;
+  // The entities that no write changes because they are on locked layers.
+  std::vector<std::size_t> lockedEntities() const;
 
   // As the layer's functions take them. Whoever adds entries or references gives them back.
   TqVector<VeltPropData*>& entries() { return selection_; }

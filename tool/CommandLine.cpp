@@ -91,6 +91,7 @@ struct CommandLine {
   TableRequest tableRequest;
   InfoRequest infoRequest;
   DiffRequest diffRequest;
+  ExplainRequest explainRequest;
   SampleRequest sampleRequest;
   std::vector<std::string> plugins;
   bool isWide = false;
@@ -99,6 +100,7 @@ struct CommandLine {
   CLI::App* tableCommand = nullptr;
   CLI::App* infoCommand = nullptr;
   CLI::App* diffCommand = nullptr;
+  CLI::App* explainCommand = nullptr;
   CLI::App* setCommand = nullptr;
   CLI::App* sampleCommand = nullptr;
 
@@ -135,6 +137,7 @@ struct CommandLine {
     addTableCommand();
     addInfoCommand();
     addDiffCommand();
+    addExplainCommand();
 
     setCommand =
         app.add_subcommand("set", "Write values to every entity of a selection, and save the drawing");
@@ -226,6 +229,20 @@ struct CommandLine {
         + std::string(selectionHelp));
   }
 
+  void addExplainCommand() {
+    explainCommand = app.add_subcommand(
+        "explain", "Say why a property is missing, read-only, varying or shown, and what to do about it");
+    explainCommand->add_option("DRAWING", explainRequest.drawing, "DXF file")->required();
+    explainCommand
+        ->add_option("NAME", explainRequest.name, "The property, by the name that \"show\" gives it")
+        ->required();
+    addSelection(*explainCommand, explainRequest.selection);
+    explainCommand->add_flag("--json", explainRequest.json, "As JSON");
+    addWide(*explainCommand, isWide);
+    addPlugins(*explainCommand, plugins);
+    explainCommand->footer(selectionHelp);
+  }
+
   // Of a comparison, 1 says that there is a difference.
   ExitCode codeOfFailure() const { return diffCommand->parsed() ? wrongUsage : failed; }
 
@@ -238,7 +255,7 @@ struct CommandLine {
 
   ExitCode runCommand(std::ostream& out, std::ostream& err) {
     showRequest.terminal = listRequest.terminal = tableRequest.terminal = terminalFor(out);
-    infoRequest.terminal = diffRequest.terminal = terminalFor(out);
+    infoRequest.terminal = diffRequest.terminal = explainRequest.terminal = terminalFor(out);
     sources::LoadedPlugins loaded([&](const std::string& line) { err << "veltprops: " << line << '\n'; });
     loadPlugins(loaded, plugins);
     if (setCommand->parsed()) return set(setRequest, out, err);
@@ -246,6 +263,7 @@ struct CommandLine {
     if (listCommand->parsed()) list(listRequest, out);
     if (tableCommand->parsed()) table(tableRequest, out);
     if (infoCommand->parsed()) info(infoRequest, out);
+    if (explainCommand->parsed()) explain(explainRequest, out);
     if (diffCommand->parsed()) return diff(diffRequest, out) ? failed : succeeded;
     if (sampleCommand->parsed()) sample(sampleRequest, out);
     return succeeded;

@@ -76,6 +76,15 @@ struct DiffRequest {
   Terminal terminal{};
 };
 
+struct ExplainRequest {
+  std::string drawing{};
+  // Of the property.
+  std::string name{};
+  SelectionRequest selection{};
+  bool json = false;
+  Terminal terminal{};
+};
+
 struct SampleRequest {
   std::string file{};
   // The gallery instead of the floor plan.
@@ -97,6 +106,8 @@ ExitCode set(const SetRequest& request, std::ostream& out, std::ostream& err);
 void info(const InfoRequest& request, std::ostream& out);
 // Tells which properties of which entities differ between two drawings. Answers whether there is a difference.
 bool diff(const DiffRequest& request, std::ostream& out);
+// Says why a property of the selection is missing, read-only, varying or shown, and what can be done about it.
+void explain(const ExplainRequest& request, std::ostream& out);
 // Writes a sample drawing. An existing file is replaced only with `force`.
 void sample(const SampleRequest& request, std::ostream& out);
 

@@ -110,12 +110,12 @@ TEST(CommandLine, BinaryEmptyAndForeignFilesAreRefused) {
   }
 }
 
-TEST(CommandLine, HandlesMayBeGivenInOneListAndLayersMayHoldCommas) {
+TEST(CommandLine, ACommaThatBelongsToALayerIsEscaped) {
   const TemporaryFolder folder;
   const std::string file = folder.write(
       "a.dxf", drawingOf({{"0"}, {"A, B"}}, line("2F", "A, B") + line("30", "0") + line("31", "0")));
   EXPECT_THAT(veltprops({"list", file.c_str(), "--handle", "2F,31"}).out, HasSubstr("31"));
-  EXPECT_THAT(veltprops({"list", file.c_str(), "--layer", "A, B"}).out, HasSubstr("2F"));
+  EXPECT_THAT(veltprops({"list", file.c_str(), "--layer", "A\\, B"}).out, HasSubstr("2F"));
 }
 
 TEST(CommandLine, LookingWritesNothing) {
@@ -226,4 +226,98 @@ TEST(CommandLine, AnAnswerThatCannotBeWrittenIsAFailure) {
   broken.setstate(std::ios::badbit);
   std::ostringstream err;
   EXPECT_EQ(velt::tool::run(3, arguments, broken, err), 1);
+}
+
+TEST(CommandLine, TheVersionIsAnswered) {
+  const Outcome outcome = veltprops({"--version"});
+  EXPECT_EQ(outcome.exitCode, 0);
+  EXPECT_THAT(outcome.out, ContainsRegex("^veltprops [0-9]+\\.[0-9]+"));
+}
+
+namespace {
+
+// A drawing with a line on Walls, a circle on Doors and one on 0.
+class Looking : public testing::Test {
+ protected:
+  Outcome run(std::vector<const char*> arguments) const {
+    arguments.insert(arguments.begin() + 1, file_.c_str());
+    return veltprops(std::move(arguments));
+  }
+
+ private:
+  TemporaryFolder folder_;
+  std::string file_ =
+      folder_.write("a.dxf", drawingOf({{"0"}, {"Walls"}, {"Doors"}},
+                                       line("2F", "Walls") + circle("30", "Doors") + circle("31", "0")));
+};
+
+}  // namespace
+
+TEST_F(Looking, OneRuleForCommasHoldsForAllLists) {
+  for (const std::vector<const char*>& selection : {std::vector<const char*>{"--handle", "2F,31"},
+                                                    {"--handle", "2F", "--handle", "31"},
+                                                    {"--layer", "Walls, 0"},
+                                                    {"--where", "@handle in (2F, 31)"},
+                                                    {"--not", "--layer", "D*"}}) {
+    std::vector<const char*> arguments{"table"};
+    arguments.insert(arguments.end(), selection.begin(), selection.end());
+    arguments.insert(arguments.end(), {"--columns", "Handle,Layer", "--columns", "Radius", "--csv"});
+    const Outcome outcome = run(arguments);
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+    EXPECT_EQ(outcome.out, "Handle,Layer,Radius\n2F,Walls,\n31,0,2.500\n");
+  }
+}
+
+TEST_F(Looking, OneFormatIsEnough) {
+  EXPECT_EQ(run({"table", "--all", "--csv", "--json"}).exitCode, 2);
+}
+
+TEST_F(Looking, AConditionThatIsNoneIsWrongUsageAndOneWithoutSenseAFailure) {
+  EXPECT_EQ(run({"show", "--where", "Radius>"}).exitCode, 2);
+  const Outcome outcome = run({"show", "--where", "Raduis>5"});
+  EXPECT_EQ(outcome.exitCode, 1);
+  EXPECT_EQ(outcome.err, "veltprops: --where: no entity has a property Raduis; did you mean Radius?\n");
+}
+
+TEST_F(Looking, EveryCommandThatSelectsTellsHow) {
+  for (const char* const command : {"show", "list", "table", "set", "diff", "explain"})
+    EXPECT_THAT(veltprops({command, "--help"}).out, HasSubstr("* and ? are wildcards")) << command;
+}
+
+TEST_F(Looking, ExplainAndInfoAnswer) {
+  EXPECT_THAT(run({"explain", "Radius", "--all"}).out, HasSubstr("2 of the 3 entities have it."));
+  EXPECT_THAT(run({"info"}).out, HasSubstr("3 entities"));
+  EXPECT_THAT(run({"show", "--layer", "Walls", "--values"}).out, HasSubstr("Walls"));
+}
+
+TEST(CommandLine, DiffAnswersByItsExitCode) {
+  const TemporaryFolder folder;
+  const std::string one = folder.write("a.dxf", drawingOf({{"0"}}, line("2F", "0")));
+  const std::string other = folder.write("b.dxf", drawingOf({{"0"}}, line("2F", "0", 12.0)));
+  EXPECT_EQ(veltprops({"diff", one.c_str(), one.c_str()}).exitCode, 0);
+  EXPECT_EQ(veltprops({"diff", one.c_str(), other.c_str()}).exitCode, 1);
+  EXPECT_EQ(veltprops({"diff", one.c_str(), "none.dxf"}).exitCode, 2) << "1 would say that they differ";
+}
+
+TEST(CommandLine, ADrawingWithoutATableOfLayersCanBeEdited) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("old.dxf", pairs({{0, "SECTION"},
+                                                          {2, "ENTITIES"},
+                                                          {0, "LINE"},
+                                                          {8, "Walls"},
+                                                          {10, "0"},
+                                                          {20, "0"},
+                                                          {11, "1"},
+                                                          {21, "1"},
+                                                          {0, "LINE"},
+                                                          {8, "Doors"},
+                                                          {10, "0"},
+                                                          {20, "0"},
+                                                          {11, "1"},
+                                                          {21, "1"},
+                                                          {0, "ENDSEC"},
+                                                          {0, "EOF"}}));
+  const Outcome outcome = veltprops({"set", file.c_str(), "--layer", "Walls", "Layer=Doors", "--dry-run"});
+  EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+  EXPECT_THAT(outcome.out, HasSubstr("1 changed"));
 }
