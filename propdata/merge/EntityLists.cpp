@@ -1,6 +1,5 @@
 #include "propdata/merge/EntityLists.h"
 
-#include <cassert>
 #include <utility>
 
 #include "propdata/merge/Cores.h"

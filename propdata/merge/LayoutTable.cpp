@@ -5,29 +5,26 @@
 #include <functional>
 #include <iterator>
 #include <memory>
+#include <string>
 #include <utility>
 
 namespace velt::propdata {
 
 namespace {
 
-// Lists that come from one cached list share its strings, so they are seen to be alike without comparing characters.
-// Lists whose strings are equal but not shared count as unlike.
-bool hasSameStrings(const NameKey& key, const PROPINFO& row) {
-  return key.name.sharesWith(row.name) && key.categoryName.sharesWith(row.categoryName)
-         && key.categoryId == row.categoryId;
+bool hasKey(const PROPINFO& row, const NameKey& key) {
+  return row.categoryId == key.categoryId && row.categoryName == key.categoryName && row.name == key.name;
 }
 
 }  // namespace
 
 bool LayoutTable::KnownList::isLike(const TqVector<PROPINFO>& list) const {
-  return layout != nullptr && std::equal(rows.begin(), rows.end(), list.begin(), list.end(), hasSameStrings);
+  return layout != nullptr && std::equal(list.begin(), list.end(), rows.begin(), rows.end(), hasKey);
 }
 
 ListLayout& LayoutTable::of(const TqVector<PROPINFO>& list) {
-  const wchar_t* const firstName = list.isEmpty() ? nullptr : list[0].name.c_str();
-  KnownList& known =
-      known_[std::hash<const wchar_t*>()(firstName) / alignof(std::max_align_t) % known_.size()];
+  const std::size_t hash = list.isEmpty() ? 0 : std::hash<std::wstring>()(list[0].name.str());
+  KnownList& known = known_[hash % known_.size()];
   if (!known.isLike(list)) {
     known.layout = nullptr;
     known.rows.clear();

@@ -24,7 +24,8 @@ class LayoutTable {
 
   // A layout of its own for rows of which none is broken up yet.
   ListLayout& build(std::span<const PROPINFO> rows);
-  // The same, shared with earlier lists that have the same strings as name keys.
+  // The same, mostly shared with earlier lists that have the same name keys: those of dynamic rows have texts of their
+  // own, but are alike for all entities.
   ListLayout& of(const TqVector<PROPINFO>& list);
 
   // What came of the row at this place in the first list with this layout in which it was broken up; null when there
@@ -45,7 +46,7 @@ class LayoutTable {
 
   KeyTable& keys_;
   std::deque<ListLayout> layouts_;
-  // By the first row's name, as a shared string.
+  // By the first row's name.
   std::array<KnownList, 64> known_;
 };
 

@@ -23,6 +23,14 @@ TEST_F(LayoutTableTest, ALayoutIsSharedByListsThatShareTheirStrings) {
   EXPECT_EQ(&table.of(list), &table.of(alike));
 }
 
+TEST_F(LayoutTableTest, ALayoutIsSharedByListsWithEqualStringsOfTheirOwn) {
+  list = rows({a, b});
+  const TqVector<PROPINFO> alike = rows({Row(L"A"), Row(L"B")});
+  EXPECT_FALSE(alike[0].name.sharesWith(std::as_const(list)[0].name));
+
+  EXPECT_EQ(&table.of(list), &table.of(alike));
+}
+
 TEST_F(LayoutTableTest, ALayoutIsSharedWithEarlierListsWhenOthersCameBetween) {
   list = rows({a, b});
   const TqVector<PROPINFO> other = rows({b, a});

@@ -793,16 +793,16 @@ class PropertyQueryByRecords : public PropertyQuery {
   PropertyQueryByRecords() {
     offerDynamic();
     turned.value = text(L"oak");
-    for (int i = 0; i < 7; ++i) {
-      Entity& made = select(i == 4 ? toyClass(2) : i > 4 ? ::CLSID_VeltHatch : toyClass(1));
+    for (int i = 0; i < 5; ++i) {
+      Entity& made = select(i == 3 ? toyClass(2) : i == 4 ? ::CLSID_VeltHatch : toyClass(1));
       made.object.hatchVariant = i % 2;
       made.object[5].editable(1);
       made.object[6].editable(i == 2 ? 0 : 1);
-      ToyProperty& layer = made.object.property(9, L"Layer").returns(VT_BSTR).editable(i == 3 ? -1 : 1);
-      layer.holds(text(i < 6 ? L"Walls" : L"Doors"));
+      ToyProperty& layer = made.object.property(9, L"Layer").returns(VT_BSTR).editable(i == 1 ? -1 : 1);
+      layer.holds(text(i < 4 ? L"Walls" : L"Doors"));
       ToyProperty& normal = made.object.property(10, L"Normal").returns(VT_VARIANT).holds(text(L"whole"));
       normal.element(1, L"X", text(L"0")).element(2, L"Y", text(L"0"));
-      if (i == 5) normal.elements.pop_back();
+      if (i == 2) normal.elements.pop_back();
       ToyProperty& links = made.object.property(11, L"Links").returns(VT_DISPATCH);
       links.holds(object(color.dispatch()));
     }
@@ -849,8 +849,8 @@ class PropertyQueryByRecords : public PropertyQuery {
     return {answer, answered(), error(), host.log.all(), host.failedCall(), host.balance()};
   }
 
-  void compare() {
-    for (int n = 0;; ++n) {
+  void compare(int everyNthCall) {
+    for (int n = 0;; n += everyNthCall) {
       ASSERT_LT(n, 5000);
       const Outcome byRecords = outcomeOf([&] { return queryByRecords(); }, n);
       const Outcome byQuery = outcomeOf([&] { return query(); }, n);
@@ -872,7 +872,7 @@ class PropertyQueryByRecords : public PropertyQuery {
 };
 
 TEST_F(PropertyQueryByRecords, GivesTheSameCallByCallWhicheverCallFails) {
-  compare();
+  compare(1);
 }
 
 TEST_F(PropertyQueryByRecords, GivesTheSameForEntitiesThatHaveEverythingInCommon) {
@@ -882,7 +882,7 @@ TEST_F(PropertyQueryByRecords, GivesTheSameForEntitiesThatHaveEverythingInCommon
     entities[i]->object[9].editable(1).holds(text(L"Walls"));
     entities[i]->object[10].elements = entities[0]->object[10].elements;
   }
-  compare();
+  compare(7);
 }
 
 // What a list holds in the cache is in every list that comes from it.
