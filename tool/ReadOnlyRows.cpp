@@ -1,5 +1,9 @@
 #include "tool/ReadOnlyRows.h"
 
+#include <span>
+#include <string_view>
+
+#include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/model/ReadOnlyReason.h"
 
 namespace velt::tool {
@@ -12,6 +16,24 @@ std::string clauseOf(const std::wstring& sentence) {
   if (clause.ends_with('.')) clause.pop_back();
   if (!clause.empty() && clause[0] >= 'A' && clause[0] <= 'Z') clause[0] += 'a' - 'A';
   return clause;
+}
+
+// The number of the row's property in a class; 0, which no property has, for one that is not there.
+DISPID numberIn(REFCLSID clsid, const PROPINFO& record) {
+  if (clsid == record.clsid) return record.dispId;
+  const automation::AutomationClass* const kind = automation::findClass(clsid);
+  DISPID number = 0;
+  const auto look = [&](std::span<const automation::PropertyRow> rows) {
+    for (const automation::PropertyRow& row : rows) {
+      if (std::wstring_view(row.name) == record.name.str()) number = row.dispId;
+    }
+  };
+  if (kind == nullptr) return number;
+  if (kind->general != nullptr) look(*kind->general);
+  for (const auto* const family : kind->families)
+    look(*family);
+  look(kind->rows);
+  return number;
 }
 
 }  // namespace
@@ -29,7 +51,7 @@ Refusals refusalsOf(const palette::Selection& selection, const palette::Row& row
     GUID clsid = GUID_NULL;
     const VkDbObjectId entity = selection.entity(i);
     if (!GetCLSID(clsid, entity.asOldId())) continue;
-    const std::wstring reason = automation::readOnlyReason(clsid, row.record().dispId, entity);
+    const std::wstring reason = automation::readOnlyReason(clsid, numberIn(clsid, row.record()), entity);
     if (reason.empty() || palette::isOnLockedLayer(entity)) continue;
     if (refusals.entities.empty()) refusals.reason = clauseOf(reason);
     refusals.entities.push_back(i);

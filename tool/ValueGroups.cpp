@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <numbers>
 #include <optional>
@@ -81,6 +82,15 @@ std::set<std::size_t> indistinct(const std::vector<palette::ValueGroup>& groups)
   return found;
 }
 
+// Classes may call the same number of one property by different names, of which the merged row has those of the first.
+bool haveOwnChoices(const palette::Selection& selection, const palette::Row& row) {
+  if (!row.hasChoices() || !std::holds_alternative<std::int64_t>(row.plain())) return false;
+  for (std::size_t i = 1; i < selection.size(); ++i) {
+    if (className(selection.entity(i)) != className(selection.entity(0))) return true;
+  }
+  return false;
+}
+
 std::string handlesOption(const palette::Selection& selection, const palette::ValueGroup& group) {
   std::string list;
   for (const std::size_t entity : group.entities)
@@ -99,7 +109,7 @@ std::vector<SelectableValue> valuesBehind(const palette::Selection& selection, c
                      return a.entities.size() > b.entities.size();
                    });
   const std::set<std::size_t> shared = indistinct(groups);
-  const bool isAmbiguous = isAmongOthers(row, rows);
+  const bool isAmbiguous = isAmongOthers(row, rows) || haveOwnChoices(selection, row);
   std::vector<SelectableValue> values;
   for (std::size_t i = 0; i < groups.size(); ++i) {
     const std::optional<std::string> literal = literalOf(row, groups[i]);

@@ -35,15 +35,19 @@ HRESULT readDynamic(const DispatchDynPropSourceNode& node, VARIANT* value) {
 
 HRESULT readElement(const PROPINFO& row, const VeltPropData& entry, VARIANT* value) {
   InterfaceHolder<IOPMPropertyExpander> expander;
-  const HRESULT found = query(entry.pUnknown, IID_IOPMPropertyExpander, expander);
-  return FAILED(found) ? found : expander->GetElementValue(row.dispId, row.elementCookie, value);
+  if (const HRESULT found = query(entry.pUnknown, IID_IOPMPropertyExpander, expander); FAILED(found))
+    return found;
+  DISPID dispId = 0;
+  const HRESULT found = findProperty(row, entry, dispId);
+  return FAILED(found) ? found : expander->GetElementValue(dispId, row.elementCookie, value);
 }
 
 HRESULT readWhole(const PROPINFO& row, const VeltPropData& entry, VARIANT* value) {
-  if (entry.pDispatch == nullptr) return E_NOINTERFACE;
+  DISPID dispId = 0;
+  if (const HRESULT found = findProperty(row, entry, dispId); FAILED(found)) return found;
   DISPPARAMS none{};
-  return entry.pDispatch->Invoke(row.dispId, GUID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
-                                 value, nullptr, nullptr);
+  return entry.pDispatch->Invoke(dispId, GUID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value,
+                                 nullptr, nullptr);
 }
 
 HRESULT read(const PROPINFO& row, const VeltPropData& entry, std::size_t index, VARIANT* value) {
@@ -51,10 +55,19 @@ HRESULT read(const PROPINFO& row, const VeltPropData& entry, std::size_t index, 
     const TqVector<DispatchDynPropSourceNode>& nodes = row.dynSources;
     return index < nodes.length() ? readDynamic(nodes[static_cast<std::uint32_t>(index)], value) : S_FALSE;
   }
+  if (entry.pDispatch == nullptr) return E_NOINTERFACE;
   return row.isElement ? readElement(row, entry, value) : readWhole(row, entry, value);
 }
 
 }  // namespace
+
+HRESULT findProperty(const PROPINFO& row, const VeltPropData& entry, DISPID& dispId) {
+  dispId = row.dispId;
+  if (entry.clsid == row.clsid) return S_OK;
+  // GetIDsOfNames takes no pointer to const, although it only reads.
+  LPOLESTR name = const_cast<LPOLESTR>(row.name.c_str());
+  return entry.pDispatch->GetIDsOfNames(GUID_NULL, &name, 1, LOCALE_SYSTEM_DEFAULT, &dispId);
+}
 
 Value entityValue(const PROPINFO& row, const VeltPropData& entry, std::size_t index) {
   holders::VariantHolder value;

@@ -12,4 +12,8 @@ namespace velt::palette {
 // names the entity's property; `index` is the entity's place in the selection.
 Value entityValue(const PROPINFO& row, const VeltPropData& entry, std::size_t index);
 
+// The number of the row's property in the entity, which needs an IDispatch: by the name, as a write finds it, because
+// entities of another class than the row's may have the property under another number.
+HRESULT findProperty(const PROPINFO& row, const VeltPropData& entry, DISPID& dispId);
+
 }  // namespace velt::palette

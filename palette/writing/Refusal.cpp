@@ -7,6 +7,7 @@
 #include "host/com/ComRuntime.h"
 #include "host/palette/IOPMPropertyExpander.h"
 #include "palette/Palette.h"
+#include "palette/selection/EntityValue.h"
 #include "palette/support/HostCalls.h"
 
 namespace velt::palette {
@@ -34,20 +35,24 @@ std::string textOf(HRESULT result) {
 }
 
 std::string reasonOfElement(const PROPINFO& row, const VeltPropData& entry, VARIANT value) {
+  if (entry.pDispatch == nullptr) return textOf(DISP_E_MEMBERNOTFOUND);
   holders::InterfaceHolder<IOPMPropertyExpander> expander;
   if (FAILED(holders::query(entry.pUnknown, IID_IOPMPropertyExpander, expander)))
     return "the entity has no elements to write";
-  return textOf(expander->SetElementValue(row.dispId, row.elementCookie, value));
+  DISPID dispId = 0;
+  if (const HRESULT found = findProperty(row, entry, dispId); FAILED(found)) return textOf(found);
+  return textOf(expander->SetElementValue(dispId, row.elementCookie, value));
 }
 
 std::string reasonOfWhole(const PROPINFO& row, const VeltPropData& entry, VARIANT value) {
   if (entry.pDispatch == nullptr) return textOf(DISP_E_MEMBERNOTFOUND);
+  DISPID dispId = 0;
+  if (const HRESULT found = findProperty(row, entry, dispId); FAILED(found)) return textOf(found);
   DISPID named = DISPID_PROPERTYPUT;
   DISPPARAMS parameters{&value, &named, 1, 1};
   EXCEPINFO exception{};
-  const HRESULT result =
-      entry.pDispatch->Invoke(row.dispId, GUID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &parameters,
-                              nullptr, &exception, nullptr);
+  const HRESULT result = entry.pDispatch->Invoke(dispId, GUID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT,
+                                                 &parameters, nullptr, &exception, nullptr);
   const StringHolder source = StringHolder::owning(exception.bstrSource);
   const StringHolder description = StringHolder::owning(exception.bstrDescription);
   const StringHolder helpFile = StringHolder::owning(exception.bstrHelpFile);

@@ -52,6 +52,18 @@ TEST_F(SelectionTest, AnEmptySelectionHasNoRowsAndNeedsNoCom) {
   EXPECT_THAT(host.log.all(), IsEmpty());
 }
 
+TEST_F(SelectionTest, AValueIsFoundByItsNameInEntitiesOfOtherClasses) {
+  addCircle(1.5);
+  toys::ToyObject& other = add();
+  other.property(4, L"Area").returns(VT_R8).holds(toys::r8(7.0)).inCategory(3, L"Geometry");
+  other.property(9, L"Radius").returns(VT_R8).holds(toys::r8(2.5)).inCategory(3, L"Geometry");
+  Selection selection(ids());
+  selection.query();
+  const std::vector<Value> values = selection.values(selection.row("Radius"));
+  EXPECT_EQ(values[0].plain(), PlainValue(1.5));
+  EXPECT_EQ(values[1].plain(), PlainValue(2.5));
+}
+
 TEST_F(SelectionTest, OneEntityAloneHasItsOwnRowsAndValues) {
   addCircle(1.5).property(9, L"Area").returns(VT_R8).holds(toys::r8(7.0));
   addCircle(2.5);
