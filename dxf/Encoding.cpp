@@ -151,6 +151,19 @@ std::optional<CodePage::Read> readEscape(std::string_view bytes) {
   return unicode ? unicode : readMultiByteEscape(bytes);
 }
 
+bool isCharacter(char32_t character) {
+  return character <= 0x10FFFF && !isHighSurrogate(character) && !isLowSurrogate(character);
+}
+
+// Whether the text begins with what decode() takes for an escape.
+bool looksLikeEscape(std::wstring_view text) {
+  constexpr std::size_t longestEscape = 8;
+  std::string ascii;
+  for (const wchar_t wide : text.substr(0, longestEscape))
+    ascii += wide < 0x80 ? static_cast<char>(wide) : '?';
+  return readEscape(ascii).has_value();
+}
+
 }  // namespace
 
 Encoding Encoding::ofCodePage(std::string_view drawingCodePage) {
@@ -192,26 +205,42 @@ std::wstring Encoding::decode(std::string_view bytes) const {
 std::string Encoding::encode(std::wstring_view text) const {
   std::string bytes;
   bytes.reserve(text.size());
-  for (const wchar_t wide : text) {
-    auto character = static_cast<char32_t>(wide);
-    if (character > 0x10FFFF || isHighSurrogate(character) || isLowSurrogate(character)) {
-      character = replacementCharacter;
-    }
-    if (character < 0x20) {
-      bytes += '^';
-      bytes += static_cast<char>(character + '@');
-    } else if (!page_) {
-      writeUtf8(character, bytes);
-    } else if (!page_->write(character, bytes)) {
-      if (character > 0xFFFF) {
-        writeEscape(0xD800 + ((character - 0x10000) >> 10), bytes);
-        writeEscape(0xDC00 + ((character - 0x10000) & 0x3FF), bytes);
-      } else {
-        writeEscape(character, bytes);
-      }
+  for (std::size_t place = 0; place < text.size(); ++place)
+    append(text, place, bytes);
+  return bytes;
+}
+
+std::string Encoding::encodeAt(std::wstring_view text, std::size_t place) const {
+  std::string bytes;
+  append(text, place, bytes);
+  return bytes;
+}
+
+void Encoding::append(std::wstring_view text, std::size_t place, std::string& bytes) const {
+  auto character = static_cast<char32_t>(text[place]);
+  if (!isCharacter(character)) character = replacementCharacter;
+  if (character < 0x20) {
+    bytes += '^';
+    bytes += static_cast<char>(character + '@');
+  } else if (character == U'\\' && looksLikeEscape(text.substr(place))) {
+    writeEscape(character, bytes);
+  } else if (!page_) {
+    writeUtf8(character, bytes);
+  } else if (!page_->write(character, bytes)) {
+    if (character > 0xFFFF) {
+      writeEscape(0xD800 + ((character - 0x10000) >> 10), bytes);
+      writeEscape(0xDC00 + ((character - 0x10000) & 0x3FF), bytes);
+    } else {
+      writeEscape(character, bytes);
     }
   }
-  return bytes;
+}
+
+bool Encoding::canHold(wchar_t wide) const {
+  const auto character = static_cast<char32_t>(wide);
+  if (character < 0x20 || !isCharacter(character)) return false;
+  std::string unused;
+  return character <= 0xFFFF || !page_ || page_->write(character, unused);
 }
 
 }  // namespace velt::dxf

@@ -31,14 +31,23 @@ class Encoding {
   // encode() of the result need not give the bytes back: write only texts that were changed.
   [[nodiscard]] std::wstring decode(std::string_view bytes) const;
 
-  // What a drawing in this encoding writes for the text. A character that the page lacks becomes \U+XXXX, one above
-  // U+FFFF two of them (a surrogate pair). Control characters, which no value can hold, become a caret and a letter
-  // (a line end is ^J). Text that looks like one of these escapes stays and is read as one later: users type them.
+  // What a drawing in this encoding writes for the text. decode() gives the same text back where canHold() is true.
+  // A character that the page lacks becomes \U+XXXX, one above U+FFFF two of them (a surrogate pair). A backslash after
+  // which the text would read as such an escape becomes one itself. Control characters, which no value can hold, become
+  // a caret and a letter (a line end is ^J).
   [[nodiscard]] std::string encode(std::wstring_view text) const;
+  // What encode() writes for the character at that place of the text.
+  [[nodiscard]] std::string encodeAt(std::wstring_view text, std::size_t place) const;
+
+  // Whether every reader finds the character again: escapes are made for characters up to U+FFFF, and not all readers
+  // put the two halves of a pair together.
+  [[nodiscard]] bool canHold(wchar_t character) const;
 
  private:
   Encoding(std::shared_ptr<const CodePage> page, std::string name)
       : page_(std::move(page)), name_(std::move(name)) {}
+
+  void append(std::wstring_view text, std::size_t place, std::string& bytes) const;
 
   // Null for UTF-8.
   std::shared_ptr<const CodePage> page_;

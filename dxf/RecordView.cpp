@@ -69,23 +69,32 @@ std::optional<std::int64_t> RecordView::integer(int wanted, std::string_view sub
   return index ? parseInteger<std::int64_t>(value(*index)) : std::nullopt;
 }
 
-std::optional<std::array<double, 3>> RecordView::point(int wanted, std::string_view subclass,
-                                                       std::size_t occurrence) const {
-  std::optional<std::array<double, 3>> found;
+std::optional<PointPairs> RecordView::pointPairs(int wanted, std::string_view subclass,
+                                                 std::size_t occurrence) const {
+  std::optional<PointPairs> found;
   visit(subclass, [&](std::size_t index) {
     const int here = code(index);
     if (!found) {
-      if (here != wanted || occurrence-- != 0) return true;
-      const auto x = parseReal(value(index));
-      if (x) found = {*x, 0.0, 0.0};
-      return x.has_value();
+      if (here == wanted && occurrence-- == 0) found = PointPairs{.x = index};
+      return true;
     }
     if (here == wanted) return false;
-    if (here == wanted + 10) (*found)[1] = parseReal(value(index)).value_or(0.0);
-    if (here == wanted + 20) (*found)[2] = parseReal(value(index)).value_or(0.0);
-    return here != wanted + 20;
+    if (here == wanted + 10 && !found->y) found->y = index;
+    if (here == wanted + 20 && !found->z) found->z = index;
+    return !found->y || !found->z;
   });
   return found;
+}
+
+std::optional<std::array<double, 3>> RecordView::point(int wanted, std::string_view subclass,
+                                                       std::size_t occurrence) const {
+  const auto pairs = pointPairs(wanted, subclass, occurrence);
+  const auto x = pairs ? parseReal(value(pairs->x)) : std::nullopt;
+  if (!x) return std::nullopt;
+  const auto number = [&](std::optional<std::size_t> pair) {
+    return pair ? parseReal(value(*pair)).value_or(0.0) : 0.0;
+  };
+  return std::array{*x, number(pairs->y), number(pairs->z)};
 }
 
 std::optional<PairRange> RecordView::extendedData(std::string_view application) const {
@@ -133,12 +142,12 @@ std::optional<std::size_t> RecordView::insertionPoint(std::string_view subclass,
   std::optional<std::size_t> sectionEnd;
   bool isSectionOver = false;
   Walk walk(*this, subclass);
-  for (std::size_t index = 0; index < size_ && !isExtendedData(code(index)); ++index) {
+  for (std::size_t index = 0; index < size_ && !walk.ended() && !isExtendedData(code(index)); ++index) {
     const bool isProperty = walk.isProperty(index);
     // The next section may be one of the same subclass.
-    const bool opensSection = code(index) == 100 && subclass != anySubclass;
-    if (sectionEnd && (opensSection || !walk.inside())) isSectionOver = true;
-    if (!walk.inside()) continue;
+    const bool opensSection = code(index) == 100 && !walk.joinsSections();
+    if (sectionEnd && (opensSection || !walk.inside())) isSectionOver = !walk.joinsSections();
+    if (!walk.inside() || walk.inGroup()) continue;
     if (!isSectionOver) sectionEnd = index + 1;
     if (isProperty && std::find(after.begin(), after.end(), code(index)) != after.end())
       afterHint = index + 1;

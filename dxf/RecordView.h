@@ -17,10 +17,21 @@ namespace velt::dxf {
 // In the place of a subclass: look in all of them.
 inline constexpr std::string_view anySubclass = "*";
 
+// What entities of all kinds have (layer, color, line type, ...). Some writers leave its marker out, so this part also
+// includes what stands before the first marker. It ends where another subclass begins after it: looking for a color that
+// a polyline of many vertices lacks costs no more than looking for that of a line.
+inline constexpr std::string_view commonSubclass = "AcDbEntity";
+
 // Consecutive pairs of a record.
 struct PairRange {
   std::size_t first = 0;
   std::size_t count = 0;
+};
+
+// Where the coordinates of a point stand.
+struct PointPairs {
+  std::size_t x = 0;
+  std::optional<std::size_t> y{}, z{};
 };
 
 // A view of one record. It owns nothing: it and every text that it gave out are valid until the record is edited or the
@@ -31,6 +42,9 @@ struct PairRange {
 // one section that answers to every subclass. Three things are never found as properties: pairs inside application
 // groups (102 "{..." to 102 "}"), extended data (codes from 1000 on), and everything after the start of an embedded
 // object (101 "Embedded Object"). An application group that is not closed ends at the next marker.
+//
+// All functions agree on where a property stands: what is inserted at insertionPoint() is found by find(), and
+// coordinates are those of pointPairs() for readers and writers alike.
 class RecordView {
  public:
   RecordView(const char* bytes, std::span<const Tag> tags)
@@ -77,7 +91,11 @@ class RecordView {
                                            std::size_t occurrence = 0) const;
   [[nodiscard]] std::optional<std::int64_t> integer(int wanted, std::string_view subclass,
                                                     std::size_t occurrence = 0) const;
-  // x under the code, y and z under code + 10 and code + 20 before the next x; a missing y or z is 0.
+  // x under the code, y and z under code + 10 and code + 20 before the next x. What stands before the x belongs to another
+  // point.
+  [[nodiscard]] std::optional<PointPairs> pointPairs(int wanted, std::string_view subclass,
+                                                     std::size_t occurrence = 0) const;
+  // The numbers of pointPairs(). A missing y or z is 0; nothing for an x that is not a number.
   [[nodiscard]] std::optional<std::array<double, 3>> point(int wanted, std::string_view subclass,
                                                            std::size_t occurrence = 0) const;
 
@@ -89,7 +107,8 @@ class RecordView {
   [[nodiscard]] std::optional<PairRange> embeddedObject() const;
 
   // The index at which a pair that the subclass lacks is to be inserted: after its last pair with one of the codes in
-  // `after`, else at its end. Nothing when the record has other subclasses only.
+  // `after`, else at its end, in neither case within an application group. Nothing when the record has other subclasses
+  // only.
   [[nodiscard]] std::optional<std::size_t> insertionPoint(std::string_view subclass,
                                                           std::span<const int> after) const;
 
@@ -116,8 +135,9 @@ class RecordView::Walk {
   Walk(const RecordView& record, std::string_view subclass)
       : record_(record),
         subclass_(subclass),
-        everywhere_(subclass == anySubclass || !record.hasSubclasses()),
-        inside_(everywhere_ || subclass.empty()) {}
+        isCommon_(subclass == commonSubclass),
+        everywhere_(!isCommon_ && (subclass == anySubclass || !record.hasSubclasses())),
+        inside_(everywhere_ || isCommon_ || subclass.empty()) {}
 
   // Takes the next pair. True when it is a property of the subclass. Once ended() is true, no other can follow.
   [[nodiscard]] bool isProperty(std::size_t index) {
@@ -127,6 +147,8 @@ class RecordView::Walk {
       case 100:
         depth_ = 0;
         inside_ = everywhere_ || trimmed(record_.value(index)) == subclass_;
+        if (isCommon_ && !inside_ && wasMarked_) ended_ = true;
+        wasMarked_ = wasMarked_ || inside_;
         return false;
       case 101:
         ended_ = isEmbeddedObject(record_.value(index));
@@ -144,19 +166,26 @@ class RecordView::Walk {
         return inside_;
       }
       default:
+        if (isCommon_ && isExtendedData(code)) ended_ = true;
         return inside_ && depth_ == 0 && code < 999;
     }
   }
 
   // Whether the last pair was within the subclass, its application groups included.
   [[nodiscard]] bool inside() const noexcept { return inside_ && !ended_; }
+  [[nodiscard]] bool inGroup() const noexcept { return depth_ > 0; }
   [[nodiscard]] bool ended() const noexcept { return ended_; }
+  // Whether the section of a subclass goes on at the next marker of it.
+  [[nodiscard]] bool joinsSections() const noexcept { return isCommon_ || subclass_ == anySubclass; }
 
  private:
   const RecordView& record_;
   std::string_view subclass_;
+  bool isCommon_;
   bool everywhere_;
   bool inside_;
+  // The common part has had a marker of its own.
+  bool wasMarked_ = false;
   bool ended_ = false;
   std::size_t depth_ = 0;
 };

@@ -444,7 +444,7 @@ void Drawing::atomically(const std::function<void()>& changes) {
     contents_->kept = nullptr;
   } catch (...) {
     contents_->kept = nullptr;
-    contents_->restore(backups);
+    if (!backups.empty()) contents_->restore(backups);
     throw;
   }
 }

@@ -9,8 +9,9 @@
 // whose structure is damaged (tables or handles missing, handles repeated or not numbers, wrong owners) is taken as
 // it is: every record stays, and what cannot be found does not exist. Records are named by their index in
 // document().records(); every function that takes one requires a valid index.
-// Threads: a drawing belongs to one thread at a time. Reading counts as use, since objects other than entities are made
-// when they are first asked for. Different drawings may be used by different threads at once.
+// Threads: a drawing belongs to one thread at a time: to the palette's when a palette shows it. Reading counts as use,
+// since objects other than entities are made when they are first asked for. Another thread may use another drawing at
+// the same time, to load or save it for example.
 
 #include <cstdint>
 #include <filesystem>

@@ -5,29 +5,7 @@
 namespace velt::database {
 
 std::optional<std::size_t> Lens::find(int code, std::string_view subclass) const {
-  return subclass == commonSubclass ? findCommon(code) : view_.find(code, subclass);
-}
-
-// Stops at the end of the common part: looking for a color that a polyline of many vertices lacks then costs no more
-// than looking for that of a line.
-std::optional<std::size_t> Lens::findCommon(int wanted) const {
-  std::size_t depth = 0;
-  for (std::size_t index = 1; index < view_.size(); ++index) {
-    const int code = view_.code(index);
-    if (code == 100) {
-      if (dxf::trimmed(view_.value(index)) != commonSubclass) break;
-      depth = 0;
-    } else if (code == 101 || code >= 1000) {
-      break;
-    } else if (code == 102) {
-      const std::string_view mark = dxf::trimmed(view_.value(index));
-      if (mark.starts_with('{')) ++depth;
-      if (mark.starts_with('}') && depth > 0) --depth;
-    } else if (code == wanted && depth == 0) {
-      return index;
-    }
-  }
-  return std::nullopt;
+  return view_.find(code, subclass);
 }
 
 std::optional<std::string_view> Lens::value(int code, std::string_view subclass) const {

@@ -21,9 +21,7 @@ namespace velt::database {
 
 using Point = std::array<double, 3>;
 
-// What entities of all kinds have (layer, color, line type, ...). Some writers leave its marker out, so this part also
-// includes what stands before the first marker.
-inline constexpr std::string_view commonSubclass = "AcDbEntity";
+using dxf::commonSubclass;
 
 class Lens {
  public:
@@ -63,8 +61,6 @@ class Lens {
   }
 
  private:
-  [[nodiscard]] std::optional<std::size_t> findCommon(int code) const;
-
   const Drawing* drawing_;
   dxf::RecordView view_;
 };

@@ -42,10 +42,29 @@ bool RecordEditor::setPoint(int code, std::string_view subclass, const Point& va
   for (const double coordinate : value) {
     if (!std::isfinite(coordinate)) throw std::invalid_argument("a drawing cannot hold such a point");
   }
-  if (!setReal(code, subclass, value[0], after) || !setReal(code + 10, subclass, value[1], {code}))
-    return false;
-  const bool isFlat = value[2] == 0.0 && !Lens(*drawing_, record_).has(code + 20, subclass);
-  return isFlat || setReal(code + 20, subclass, value[2], {code + 10});
+  const auto pairsNow = [&] { return drawing_->view(record_).pointPairs(code, subclass); };
+  auto pairs = pairsNow();
+  const bool isNew = !pairs;
+  if (isNew) {
+    if (!set(code, subclass, dxf::formatReal(value[0]), after)) return false;
+    pairs = pairsNow();
+  }
+  // From the last one to the first: what stands before an inserted pair stays where it is.
+  if (pairs->z || value[2] != 0.0) setNumber(pairs->z, pairs->y.value_or(pairs->x), code + 20, value[2]);
+  if (pairs->y || isNew || value[1] != 0.0) setNumber(pairs->y, pairs->x, code + 10, value[1]);
+  setNumber(pairs->x, pairs->x, code, value[0]);
+  return true;
+}
+
+void RecordEditor::setNumber(std::optional<std::size_t> pair, std::size_t previous, int code, double value) {
+  if (pair && dxf::parseReal(drawing_->view(record_).value(*pair)) == value) return;
+  drawing_->edit(record_, [&](dxf::Document& document) {
+    if (pair) {
+      document.replace(record_, *pair, dxf::formatReal(value));
+    } else {
+      document.insert(record_, previous + 1, code, dxf::formatReal(value));
+    }
+  });
 }
 
 bool RecordEditor::remove(int code, std::string_view subclass) {
@@ -63,8 +82,6 @@ bool RecordEditor::set(int code, std::string_view subclass, std::string_view val
   auto pair = before.find(code, subclass);
   const bool isThere = pair.has_value();
   if (!pair) pair = before.view().insertionPoint(subclass, after);
-  // What stands before the first marker also counts as the common part.
-  if (!pair && subclass == commonSubclass) pair = before.view().insertionPoint("", after);
   if (!pair) return false;
   drawing_->edit(record_, [&](dxf::Document& document) {
     if (isThere) {

@@ -12,6 +12,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -39,13 +40,15 @@ class RecordEditor {
   bool setText(int code, std::string_view subclass, std::wstring_view value, Codes after = {});
   // Bytes that are to stand in the file, in the drawing's encoding.
   bool setBytes(int code, std::string_view subclass, std::string_view value, Codes after = {});
-  // x under the code, y under code + 10, z under code + 20. A z of 0 is not added to a record that has none.
+  // The coordinates of dxf::RecordView::pointPairs(). A y or z of 0 is not added to a point that has none.
   bool setPoint(int code, std::string_view subclass, const Point& value, Codes after = {});
 
   // Removes all values of the code in that subclass. False when there is none.
   bool remove(int code, std::string_view subclass);
 
  private:
+  // Replaces the number of the pair, or inserts one after the pair `previous`.
+  void setNumber(std::optional<std::size_t> pair, std::size_t previous, int code, double value);
   bool set(int code, std::string_view subclass, std::string_view value, Codes after);
 
   Drawing* drawing_;

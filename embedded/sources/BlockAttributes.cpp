@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Guard.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/database/EnhancedBlocks.h"
@@ -99,6 +100,7 @@ class AttributeProperty final : public EntityProperty {
     if (attribute.isReadOnly) throw automation::Refusal(E_ACCESSDENIED, L"The attribute is constant.");
     requireUnlockedLayer(drawing, attribute.record);
     if (text == textOf(drawing, attribute.record)) return;
+    automation::requireLine(drawing, text);
     if (!database::RecordEditor(drawing, attribute.record).setText(textCode, textSubclass, text))
       throw automation::Refusal(E_FAIL, L"The attribute has no place for a text.");
   }

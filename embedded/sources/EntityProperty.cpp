@@ -140,9 +140,20 @@ HRESULT EntityProperty::SetCurrentValueData(IDispatch* entity, VARIANT value) {
     if (!has(asked)) return E_INVALIDARG;
     if (description_.isReadOnly) return E_ACCESSDENIED;
     requireUnlockedLayer(*asked.object.drawing, asked.object.record);
-    write(asked, unwrapped(value));
+    asked.object.drawing->atomically([&] {
+      write(asked, unwrapped(value));
+      holders::VariantHolder got;
+      *got.put() = read(asked);
+      if (!isSame(asked, unwrapped(value), got.get()))
+        throw Refusal(E_FAIL, L"The drawing would give back another value.");
+    });
     return S_OK;
   });
+}
+
+bool EntityProperty::isSame(const AskedEntity&, const VARIANT& put, const VARIANT& got) const {
+  if (got.vt == VT_BSTR) return textIn(put) == textIn(got);
+  return !isNumber(got.vt) || realIn(put) == realIn(got);
 }
 
 HRESULT EntityProperty::MapPropertyToCategory(DISPID, PROPCAT* category) {

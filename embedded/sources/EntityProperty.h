@@ -7,7 +7,7 @@
 // application), so one object serves all entities that have such a value, in all drawings. It is made when it is
 // first needed and lives as long as the process, because rows keep its pointer without a reference. There are as many
 // as there are different tags and applications, however many entities a drawing has.
-// Threads: the one that uses the drawing of the entity.
+// Threads: one, the palette's.
 // Failure: exceptions become results, and out-parameters stay untouched.
 
 #include <cstdint>
@@ -59,7 +59,7 @@ class EntityProperty : public com::ComObject<IDynamicProperty2, ICategorizePrope
   HRESULT GetCurrentValueType(VARTYPE* type) final;
   // E_INVALIDARG for an object that is not bound to an entity, and for an entity without such a value.
   HRESULT GetCurrentValueData(IDispatch* entity, VARIANT* value) final;
-  // E_INVALIDARG as above; E_ACCESSDENIED for a read-only property and for an entity on a locked layer;
+  // A value that cannot be read back afterwards changes nothing. E_INVALIDARG as above; E_ACCESSDENIED for a read-only property and for an entity on a locked layer;
   // DISP_E_TYPEMISMATCH for a value of another kind than the property's; DISP_E_OVERFLOW for a number that does not
   // fit.
   HRESULT SetCurrentValueData(IDispatch* entity, VARIANT value) final;
@@ -74,6 +74,8 @@ class EntityProperty : public com::ComObject<IDynamicProperty2, ICategorizePrope
   [[nodiscard]] virtual bool has(const AskedEntity& entity) const = 0;
   [[nodiscard]] virtual VARIANT read(const AskedEntity& entity) const = 0;
   virtual void write(const AskedEntity& entity, const VARIANT& value) const = 0;
+  // Whether what is read after a write is what was written; texts exactly, numbers by their value.
+  [[nodiscard]] virtual bool isSame(const AskedEntity& entity, const VARIANT& put, const VARIANT& got) const;
 
  private:
   Description description_;

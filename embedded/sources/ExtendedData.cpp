@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "dxf/Numbers.h"
+#include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Guard.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/database/LastAsked.h"
@@ -188,6 +189,12 @@ class ValueProperty final : public EntityProperty {
     return textVariant(drawing.decode(view.value(value.pair)));
   }
 
+  // The drawing's table spells names of layers its own way.
+  bool isSame(const AskedEntity& entity, const VARIANT& put, const VARIANT& got) const override {
+    if (find(entity)->kind->kind != Kind::Layer) return EntityProperty::isSame(entity, put, got);
+    return database::sameName(textIn(put), textIn(got));
+  }
+
   void write(const AskedEntity& entity, const VARIANT& value) const override {
     Drawing& drawing = *entity.object.drawing;
     const std::uint32_t record = entity.object.record;
@@ -219,6 +226,7 @@ class ValueProperty final : public EntityProperty {
       case Kind::Text: {
         const std::wstring text = textIn(value);
         if (drawing.decode(before) == text) return std::nullopt;
+        automation::requireLine(drawing, text);
         std::string bytes = drawing.document().encode(text);
         if (bytes.size() > longestText) throw Refusal(E_INVALIDARG, L"The text is too long.");
         return bytes;

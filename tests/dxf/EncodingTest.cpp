@@ -117,6 +117,37 @@ TEST(Encoding, WritesNoLineEnds) {
   EXPECT_EQ(Encoding::utf8().encode(std::wstring(1, L'\0')), "^@");
 }
 
+TEST(Encoding, ATextThatReadsAsAnEscapeIsWrittenSoThatItComesBack) {
+  for (const char* page : {"utf-8", "ANSI_1252", "ANSI_932"}) {
+    const Encoding encoding = Encoding::ofCodePage(page);
+    EXPECT_EQ(encoding.encode(L"\\U+00E9"), "\\U+005CU+00E9");
+    EXPECT_EQ(encoding.encode(L"a\\M+182A0b"), "a\\U+005CM+182A0b");
+    EXPECT_EQ(encoding.encode(L"\\U+00\u00E9"), "\\U+00" + encoding.encode(L"\u00E9"));
+    for (const wchar_t* text :
+         {L"\\U+00E9", L"\\\\U+005CU+0041", L"\\U+D83D\\U+DE00", L"\\M+182A0", L"\\U+005C\\"})
+      EXPECT_EQ(encoding.decode(encoding.encode(text)), text);
+  }
+}
+
+TEST(Encoding, OneCharacterIsWrittenAsTheTextAroundItNeeds) {
+  const Encoding western = Encoding::ofCodePage("ANSI_1252");
+  EXPECT_EQ(western.encodeAt(L"a\\U+00E9", 1), "\\U+005C");
+  EXPECT_EQ(western.encodeAt(L"a\\P", 1), "\\");
+  EXPECT_EQ(western.encodeAt(L"aЖ", 1), "\\U+0416");
+}
+
+TEST(Encoding, HoldsWhatEveryReaderFindsAgain) {
+  const Encoding western = Encoding::ofCodePage("ANSI_1252");
+  for (const Encoding& encoding : {western, Encoding::utf8()}) {
+    for (const wchar_t held : {L' ', L'\\', L'\u00E9', L'Ж', L'\uFFFD'})
+      EXPECT_TRUE(encoding.canHold(held));
+    for (const char32_t never : {0x0U, 0x1FU, 0xD800U, 0xDFFFU, 0x110000U})
+      EXPECT_FALSE(encoding.canHold(static_cast<wchar_t>(never)));
+  }
+  EXPECT_TRUE(Encoding::utf8().canHold(L'\U0001F600'));
+  EXPECT_FALSE(western.canHold(L'\U0001F600'));
+}
+
 TEST(Encoding, WritesWhatIsNotACharacterAsReplacement) {
   const std::wstring text{static_cast<wchar_t>(0xD800), static_cast<wchar_t>(0x110000),
                           static_cast<wchar_t>(-1)};
@@ -132,11 +163,12 @@ TEST(Encoding, EveryTextReadsBackFromEveryEncoding) {
                            "ANSI_949", "ANSI_950", "ANSI_1361", "ANSI_9999"}) {
     const Encoding encoding = Encoding::ofCodePage(name);
     for (int round = 0; round < 400; ++round) {
-      // given characters from low and high planes, none of them a control, a surrogate or a backslash
+      // given characters from low and high planes, none of them a control or a surrogate, and beginnings of escapes
       std::wstring text;
       while (text.size() < 20) {
+        if (random() % 8 == 0) text += random() % 2 == 0 ? L"\\U+00E9" : L"\\M+182A0";
         const char32_t c = random() >> (random() % 24) & 0x1FFFFF;
-        if (c < 0x20 || c == U'\\' || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) continue;
+        if (c < 0x20 || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) continue;
         text += static_cast<wchar_t>(c);
       }
       // when, then

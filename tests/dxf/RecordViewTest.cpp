@@ -236,5 +236,51 @@ TEST(RecordView, AMissingPairGoesIntoTheFirstOfTwoSectionsOfASubclass) {
   EXPECT_EQ(text.view().insertionPoint("AcDbText", std::array{73}), 5U);
 }
 
+// --- records that are not as writers make them ---
+
+TEST(RecordView, TheCommonPartIsWhatStandsBeforeTheFirstMarkerAndAfterItsOwn) {
+  const Sample line{"0|LINE",       "62|1",     "100|AcDbEntity", "8|Walls",
+                    "100|AcDbLine", "6|DASHED", "100|AcDbEntity", "48|2"};
+  EXPECT_EQ(line.text(62, commonSubclass), "1");
+  EXPECT_EQ(line.text(8, commonSubclass), "Walls");
+  EXPECT_EQ(line.text(6, commonSubclass), "nothing");
+  EXPECT_EQ(line.text(48, commonSubclass), "nothing");
+  EXPECT_EQ(line.view().insertionPoint(commonSubclass, {}), 4U);
+}
+
+TEST(RecordView, ACommonPartAfterAnotherSubclassCountsWhenThereIsNoEarlierOne) {
+  const Sample line{"0|LINE",         "5|1",     "100|AcDbLine", "10|1",
+                    "100|AcDbEntity", "8|Walls", "100|AcDbMore", "62|1"};
+  EXPECT_EQ(line.text(8, commonSubclass), "Walls");
+  EXPECT_EQ(line.text(62, commonSubclass), "nothing");
+  EXPECT_EQ(line.view().insertionPoint(commonSubclass, {}), 6U);
+}
+
+TEST(RecordView, ARecordWithOtherMarkersOnlyHasItsCommonPartBeforeThem) {
+  const Sample line{"0|LINE", "5|1", "8|Walls", "100|AcDbLine", "10|1"};
+  EXPECT_EQ(line.text(8, commonSubclass), "Walls");
+  EXPECT_EQ(line.view().insertionPoint(commonSubclass, {}), 3U);
+}
+
+TEST(RecordView, NothingIsInsertedIntoAGroup) {
+  const Sample line{"0|LINE", "100|AcDbLine", "10|1",     "102|{A",      "1|x",
+                    "102|}",  "102|{OPEN",    "40|wrong", "100|AcDbMore"};
+  EXPECT_EQ(line.view().insertionPoint("AcDbLine", {}), 6U);
+  EXPECT_EQ(line.view().insertionPoint("AcDbLine", std::array{40}), 6U);
+}
+
+TEST(RecordView, CoordinatesBelongToTheXBeforeThem) {
+  const Sample line{"0|LINE", "20|8", "30|9", "10|1", "30|3", "20|2", "10|4", "20|5"};
+  const RecordView view = line.view();
+  EXPECT_EQ(view.point(10, anySubclass), (std::array{1.0, 2.0, 3.0}));
+  EXPECT_EQ(view.point(10, anySubclass, 1), (std::array{4.0, 5.0, 0.0}));
+  const auto pairs = view.pointPairs(10, anySubclass);
+  ASSERT_TRUE(pairs);
+  EXPECT_EQ(pairs->x, 3U);
+  EXPECT_EQ(pairs->y, 5U);
+  EXPECT_EQ(pairs->z, 4U);
+  EXPECT_FALSE(view.pointPairs(10, anySubclass, 2));
+}
+
 }  // namespace
 }  // namespace velt::dxf

@@ -6,8 +6,10 @@ scales, and lengths and areas where the other reader can compute them. Numbers a
 
 import json
 import math
+import pathlib
 import subprocess
 import sys
+import tempfile
 import unittest
 
 from whole_drawings import TOOL, WholeDrawings
@@ -337,6 +339,46 @@ class IndependentReader(unittest.TestCase):
         print(f"{compared} values compared")
         self.assertGreater(compared, 0)
         self.assertLessEqual(missing, MISSING)
+
+
+# Texts that are hard to hold: other scripts, characters beyond the first 65,536, and what reads as a code.
+TEXTS = ("T\u00fcr", "\u0416", "\u8868", "\U0001f600", "a\U00020000b", "\\U+00E9", "\\U+005CU+0041",
+         "\\M+182A0", "back\\slash\\", "\\\u00e9", "%%c5", "\ufffd", "  blanks  ")
+
+
+@unittest.skipUnless(ezdxf, "python3-ezdxf is not installed")
+class TextsThatAreWritten(unittest.TestCase):
+    """Either the other reader finds the same text, or it was refused and nothing was written."""
+
+    def written(self, folder, version, encoding, text):
+        """The text as both readers find it; None when it was refused."""
+        document = ezdxf.new(version)
+        document.encoding = encoding
+        document.modelspace().add_text("old")
+        document.modelspace().add_mtext("old")
+        drawing, saved = folder / "drawing.dxf", folder / "saved.dxf"
+        document.saveas(drawing)
+        run = subprocess.run([TOOL, "set", drawing, "--all", f"Contents={text}", "-o", saved, "--force"],
+                             stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        if run.returncode != 0:
+            return None
+        read, _ = ezdxf.recover.readfile(saved)
+        ours = json.loads(subprocess.run([TOOL, "show", saved, "--all", "--json"], stdout=subprocess.PIPE,
+                                         check=True).stdout)
+        return {entity.dxf.text if entity.dxftype() == "TEXT" else entity.text for entity in read.modelspace()} | {
+            row["value"] for row in ours["rows"] if row["displayName"] == "Contents"}
+
+    def test_come_back_or_are_refused(self):
+        with tempfile.TemporaryDirectory() as folder:
+            for version, encoding in (("R2000", "cp1252"), ("R2004", "cp932"), ("R2000", "gbk"), ("R2007", "utf8"),
+                                      ("R2018", "utf8")):
+                for text in TEXTS:
+                    with self.subTest(version=version, encoding=encoding, text=text):
+                        found = self.written(pathlib.Path(folder), version, encoding, text)
+                        if encoding != "utf8" and any(ord(character) > 0xffff for character in text):
+                            self.assertIsNone(found)
+                        else:
+                            self.assertEqual(found, {text})
 
 
 if __name__ == "__main__":

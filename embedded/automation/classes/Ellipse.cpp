@@ -9,6 +9,7 @@
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/model/Sameness.h"
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
@@ -146,7 +147,7 @@ constexpr PropertyRow rows[] = {
   {  5, L"MinorRadius",    L"Minor radius",    types::distance, Category::Geometry,        computed<getMinorRadius, putMinorRadius>().positive(),                    writable,                                     Choices::None, 150,   L"Half the short axis; the ratio follows it."},
   {  6, L"RadiusRatio",    L"Radius ratio",    types::noUnits,  Category::Geometry,        writtenBy<putRatio>(storedReal(40, ellipse, 1)).positive(),               writable,                                     Choices::None, 160,   L"The minor radius divided by the major one."},
   {  7, L"StartAngle",     L"Start angle",     types::angle,    Category::Geometry,        computed<getStartAngle, putAngle<startCode>>(),                           writable,                                     Choices::None, 170,   L"Direction from the center to the start, against the major axis."},
-  {  8, L"EndAngle",       L"End angle",       VT_R8,           Category::Geometry,        computed<getEndAngle, putAngle<endCode>>(),                               writable,                                     Choices::None, 180,   L"Direction from the center to the end, against the major axis."},
+  {  8, L"EndAngle",       L"End angle",       VT_R8,           Category::Geometry,        computed<getEndAngle, putAngle<endCode>>().comparedBy(isSameAngle),                               writable,                                     Choices::None, 180,   L"Direction from the center to the end, against the major axis."},
   {  9, L"StartParameter", L"Start parameter", types::angle,    Category::Geometry,        writtenBy<putParameter<startCode>>(storedReal(startCode, ellipse)),       writable,                                     Choices::None, 190,   L"Parameter of the start."},
   { 10, L"EndParameter",   L"End parameter",   types::angle,    Category::Geometry,        writtenBy<putParameter<endCode>>(storedReal(endCode, ellipse, fullTurn)), writable,                                     Choices::None, 200,   L"Parameter of the end."},
   { 11, L"MajorAxis",      L"Major axis",      VT_VARIANT,      Category::Geometry,        computedPoint<getMajorAxis>(),                                            readOnly(reasons::planeWouldFollow),          Choices::None, 210,   L"From the center to the end of the long axis."},

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <limits>
 #include <vector>
 
 #include "embedded/automation/classes/ClassDirectory.h"
@@ -68,6 +69,11 @@ constexpr Access vertices() {
 
 // --- the whole ---
 
+// Not a number where the segments differ: no width can be meant by it, so whatever is put is another value.
+double getConstantWidth(const Subject& subject) {
+  return polylineShape(subject).width().value_or(std::numeric_limits<double>::quiet_NaN());
+}
+
 void putConstantWidth(const Subject& subject, const double& width) {
   putCommonWidth(subject, width);
 }
@@ -87,7 +93,7 @@ constexpr PropertyRow rows[] = {
   // id name                   label                   type             category                   access                                                               writability                             choices        weight help
   {  1, L"Thickness",          L"Thickness",           types::distance, Category::General,         storedReal(39, polyline).keepingShape(),                             writable,                               Choices::None,  90,   L"How far the polyline is pulled along its normal."},
   {  2, L"Vertex",             L"Vertex",              VT_VARIANT,      Category::Geometry,        vertices(),                                                          writable,                               Choices::None, 110,   L"The vertices, in the plane of the polyline."},
-  {  3, L"ConstantWidth",      L"Global width",        types::distance, Category::Geometry,        writtenBy<putConstantWidth>(storedReal(43, polyline)).notNegative(), writable,                               Choices::None, 120,   L"Width of all segments that have none of their own; putting it takes these away."},
+  {  3, L"ConstantWidth",      L"Global width",        types::distance, Category::Geometry,        computed<getConstantWidth, putConstantWidth>().notNegative(),        writable,                               Choices::None, 120,   L"Width of all segments, none where they differ; putting it takes away what a segment has of its own."},
   {  4, L"Elevation",          L"Elevation",           types::distance, Category::Geometry,        storedReal(38, polyline),                                            writable,                               Choices::None, 130,   L"Height of the polyline's plane over the origin, along its normal."},
   {  5, L"Area",               L"Area",                VT_R8,           Category::Geometry,        computed<getArea>(),                                                 readOnly(reasons::followsFromVertices), Choices::None, 140,   L"Of an open polyline: as if a straight line closed it."},
   {  6, L"Length",             L"Length",              types::distance, Category::Geometry,        computed<getLength>(),                                               readOnly(reasons::followsFromVertices), Choices::None, 150,   L"Along all segments."},

@@ -12,6 +12,7 @@
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/PointList.h"
+#include "embedded/automation/model/Sameness.h"
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
@@ -63,7 +64,7 @@ constexpr PropertyRow rows[] = {
   { 1553, L"Arrow",                L"Arrow",               types::arrowhead,        Category::LinesAndArrows,  computed<getLeaderArrowhead, putLeaderArrowhead>().from(variables::leaderArrowhead.since),           writable,                               Choices::Enumeration, 140,   L"What stands at the end of the leader."},
   {   69, L"ArrowheadSize",        L"Arrow size",          types::distance,         Category::LinesAndArrows,  styleReal(variables::arrowheadSize).notNegative(),                                                   writable,                               Choices::None,        150,   L"Size of the arrowhead, before the overall scale."},
   { 1543, L"DimensionLineWeight",  L"Dim line lineweight", types::lineweight,       Category::LinesAndArrows,  styleMember(variables::dimensionLineWeight).keepingShape(),                                          writable,                               Choices::Enumeration, 160,   L"Width of the line on paper."},
-  { 1550, L"ArrowheadBlock",       L"Arrow block",         VT_BSTR,                 Category::LinesAndArrows,  computed<getLeaderArrowheadBlock, putLeaderArrowheadBlock>().from(variables::leaderArrowhead.since), writable,                               Choices::None,        170,   L"Block that is the arrowhead; empty for the usual one."},
+  { 1550, L"ArrowheadBlock",       L"Arrow block",         VT_BSTR,                 Category::LinesAndArrows,  computed<getLeaderArrowheadBlock, putLeaderArrowheadBlock>().from(variables::leaderArrowhead.since).comparedBy(isSameName), writable,                               Choices::None,        170,   L"Block that is the arrowhead; empty for the usual one."},
   {   13, L"DimensionLineColor",   L"Dim line color",      types::color,            Category::LinesAndArrows,  styleColor(variables::dimensionLineColor).keepingShape(),                                            writable,                               Choices::Colors,      180,   L"Colour of the line."},
   { 1549, L"TextGap",              L"Text offset",         types::distance,         Category::Text,            computed<getTextGap, putTextGap>().notNegative(),                                                    refusedWhere(leadsToText),              Choices::None,        190,   L"Room around the text."},
   { 1554, L"VerticalTextPosition", L"Text pos vert",       types::verticalPosition, Category::Text,            styleMember(variables::verticalPosition),                                                            refusedWhere(leadsToText),              Choices::Enumeration, 200,   L"Where the text stands against the line."},

@@ -97,12 +97,16 @@ std::wstring codedWording(const std::wstring& given) {
   return coded;
 }
 
+bool isSameWording(const Value& put, const Value& got) {
+  return codedWording(valueAs<std::wstring>(put)) == valueAs<std::wstring>(got);
+}
+
 // In the drawing's encoding, cut between characters.
 std::vector<std::string> piecesOf(const std::wstring& wording, const dxf::Document& document) {
   constexpr std::size_t longest = 250;
   std::vector<std::string> pieces(1);
-  for (const wchar_t character : wording) {
-    const std::string bytes = document.encode({&character, 1});
+  for (std::size_t i = 0; i < wording.size(); ++i) {
+    const std::string bytes = document.encoding().encodeAt(wording, i);
     if (pieces.back().size() + bytes.size() > longest) pieces.emplace_back();
     pieces.back() += bytes;
   }
@@ -111,7 +115,7 @@ std::vector<std::string> piecesOf(const std::wstring& wording, const dxf::Docume
 
 void putTextString(const Subject& subject, const std::wstring& given) {
   const std::wstring wording = codedWording(given);
-  requireLine(wording);
+  requireLine(subject.drawing(), wording);
   if (getTextString(subject) == wording) return;
   requireOwnWording(subject);
   const std::uint32_t record = subject.record();
@@ -194,7 +198,7 @@ void putWidth(const Subject& subject, const double& width) {
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name                  label                   type                     category                   access                                                                  writability                                    choices               weight help
-  {  1, L"TextString",        L"Contents",            VT_BSTR,                 Category::Text,            computed<getTextString, putTextString>().keepingShape(),                writable,                                      Choices::None,        110,   L"The wording, with its formatting codes."},
+  {  1, L"TextString",        L"Contents",            VT_BSTR,                 Category::Text,            computed<getTextString, putTextString>().keepingShape().comparedBy(isSameWording),                writable,                                      Choices::None,        110,   L"The wording, with its formatting codes."},
   {  2, L"Style",             L"Style",               VT_BSTR,                 Category::Text,            computed<getStyle, putStyle>().keepingShape(),                          writable,                                      Choices::TextStyles,  120,   L"Name of the text style."},
   {  3, L"Justify",           L"Justify",             types::attachment,       Category::Text,            computed<getJustify, putMember<71>>(),                                  writable,                                      Choices::Enumeration, 130,   L"Where the insertion point lies against the text box."},
   {  4, L"Direction",         L"Direction",           types::drawingDirection, Category::Text,            computed<getDirection, putMember<72>>(),                                writable,                                      Choices::Enumeration, 140,   L"How the lines of the text run."},

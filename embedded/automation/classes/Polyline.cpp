@@ -1,5 +1,6 @@
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 #include "embedded/automation/classes/ClassDirectory.h"
@@ -99,6 +100,11 @@ void putElevation(const Subject& subject, const double& elevation) {
   putHeavyElevation(subject, elevation);
 }
 
+// Not a number where the segments differ: no width can be meant by it, so whatever is put is another value.
+double getConstantWidth(const Subject& subject) {
+  return heavyPolyline(subject).width().value_or(std::numeric_limits<double>::quiet_NaN());
+}
+
 void putConstantWidth(const Subject& subject, const double& width) {
   putHeavyCommonWidth(subject, width);
 }
@@ -136,7 +142,7 @@ constexpr PropertyRow rows[] = {
   {  2, L"Vertex",             L"Vertex",              VT_VARIANT,         Category::Geometry,        vertices(),                                                                   writable,                                     Choices::None,        110,   L"The vertices, in the plane of the polyline; of a smoothed one those that it was drawn with, and then they refuse a change: the curve would have to be drawn anew."},
   {  3, L"StartSeg",           L"Start segment width", VT_R8,              Category::Geometry,        computed<getStartSeg, putFirst<HeavyVertexPart::StartWidth>>().notNegative(), writable,                                     Choices::None,        120,   L"Width at which the first segment begins."},
   {  4, L"EndSeg",             L"End segment width",   VT_R8,              Category::Geometry,        computed<getEndSeg, putFirst<HeavyVertexPart::EndWidth>>().notNegative(),     writable,                                     Choices::None,        130,   L"Width at which the first segment ends."},
-  {  5, L"ConstantWidth",      L"Global width",        types::distance,    Category::Geometry,        writtenBy<putConstantWidth>(storedReal(40, polyline)).notNegative(),          writable,                                     Choices::None,        140,   L"Width of all segments that have none of their own; once put, none has."},
+  {  5, L"ConstantWidth",      L"Global width",        types::distance,    Category::Geometry,        computed<getConstantWidth, putConstantWidth>().notNegative(),                 writable,                                     Choices::None,        140,   L"Width of all segments, none where they differ; putting it takes away what a segment has of its own."},
   {  6, L"Elevation",          L"Elevation",           types::distance,    Category::Geometry,        computed<getElevation, putElevation>(),                                       writable,                                     Choices::None,        150,   L"Height of the polyline's plane over the origin, along its normal."},
   {  7, L"Area",               L"Area",                VT_R8,              Category::Geometry,        computed<getArea>(),                                                          readOnly(reasons::followsFromVertices),       Choices::None,        160,   L"Of an open polyline: as if a straight line closed it."},
   {  8, L"Length",             L"Length",              types::distance,    Category::Geometry,        computed<getLength>(),                                                        readOnly(reasons::followsFromVertices),       Choices::None,        170,   L"Along all segments."},

@@ -14,6 +14,7 @@
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Followers.h"
+#include "embedded/automation/model/Sameness.h"
 
 namespace velt::automation {
 namespace {
@@ -23,7 +24,7 @@ using platform::Category;
 void putTextOverride(const Subject& subject, const std::wstring& wording) {
   constexpr int code = 1;
   constexpr const char* dimension = "AcDbDimension";
-  requireLine(wording);
+  requireLine(subject.drawing(), wording);
   if (subject.lens().text(code, dimension) == wording) return;
   requireOwnWording(subject);
   Editor(subject).text(code, dimension, wording);
@@ -76,8 +77,8 @@ constexpr PropertyRow twoArrowTable[] = {
   // id name                label             type              category                  access                                                                                        writability                    choices               weight help
   { 62, L"Arrowhead1Type",  L"Arrow 1",       types::arrowhead, Category::LinesAndArrows, computed<getArrowhead<1>, putArrowhead<1>>().from(variables::firstArrowhead.since),           readOnlyWhere(drawnInPicture), Choices::Enumeration, 1002,  L"What stands at the first end of the dimension line."},
   { 63, L"Arrowhead2Type",  L"Arrow 2",       types::arrowhead, Category::LinesAndArrows, computed<getArrowhead<2>, putArrowhead<2>>().from(variables::firstArrowhead.since),           readOnlyWhere(drawnInPicture), Choices::Enumeration, 1003,  L"What stands at the second end of the dimension line."},
-  { 43, L"Arrowhead1Block", L"Arrow 1 block", VT_BSTR,          Category::LinesAndArrows, computed<getArrowheadBlock<1>, putArrowheadBlock<1>>().from(variables::firstArrowhead.since), readOnlyWhere(drawnInPicture), Choices::None,        1005,  L"Block that is the first arrowhead; empty for the usual one."},
-  { 44, L"Arrowhead2Block", L"Arrow 2 block", VT_BSTR,          Category::LinesAndArrows, computed<getArrowheadBlock<2>, putArrowheadBlock<2>>().from(variables::firstArrowhead.since), readOnlyWhere(drawnInPicture), Choices::None,        1006,  L"Block that is the second arrowhead; empty for the usual one."},
+  { 43, L"Arrowhead1Block", L"Arrow 1 block", VT_BSTR,          Category::LinesAndArrows, computed<getArrowheadBlock<1>, putArrowheadBlock<1>>().from(variables::firstArrowhead.since).comparedBy(isSameName), readOnlyWhere(drawnInPicture), Choices::None,        1005,  L"Block that is the first arrowhead; empty for the usual one."},
+  { 44, L"Arrowhead2Block", L"Arrow 2 block", VT_BSTR,          Category::LinesAndArrows, computed<getArrowheadBlock<2>, putArrowheadBlock<2>>().from(variables::firstArrowhead.since).comparedBy(isSameName), readOnlyWhere(drawnInPicture), Choices::None,        1006,  L"Block that is the second arrowhead; empty for the usual one."},
 };
 
 constexpr PropertyRow oneArrowTable[] = {

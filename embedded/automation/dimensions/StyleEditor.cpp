@@ -81,7 +81,7 @@ void StyleEditor::integer(const StyleVariable& variable, std::int64_t value) {
 }
 
 void StyleEditor::text(const StyleVariable& variable, std::wstring_view value) {
-  requireLine(value);
+  requireLine(*drawing_, value);
   const std::string bytes = drawing_->document().encode(value);
   if (bytes.size() > longestText) throw Refusal(E_INVALIDARG, L"The text is too long.");
   put(variable.code, textCode, bytes);

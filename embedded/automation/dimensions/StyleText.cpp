@@ -35,7 +35,7 @@ Affixes affixesOf(const Subject& subject, const AffixVariable& of) {
 
 void putAffixes(const Subject& subject, const AffixVariable& of, const Affixes& affixes) {
   for (const std::wstring& affix : {affixes.prefix, affixes.suffix}) {
-    requireLine(affix);
+    requireLine(subject.drawing(), affix);
     if (affix.find(of.mark) != std::wstring::npos) {
       throw Refusal(E_INVALIDARG, std::wstring(of.mark) + L" stands for the measurement itself.");
     }

@@ -75,7 +75,7 @@ std::wstring getDecimalSeparator(const Subject& subject) {
 }
 
 void putDecimalSeparator(const Subject& subject, const std::wstring& separator) {
-  requireLine(separator);
+  requireLine(subject.drawing(), separator);
   if (separator.size() != 1) throw Refusal(E_INVALIDARG, L"The separator is a single character.");
   if (getDecimalSeparator(subject) != separator)
     StyleEditor(subject).integer(variables::decimalSeparator, separator[0]);

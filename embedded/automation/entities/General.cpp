@@ -71,6 +71,10 @@ void putColor(const Subject& subject, const Value& value) {
   });
 }
 
+bool isSameColor(const Value& put, const Value& got) {
+  return colorFrom(put) == colorFrom(got);
+}
+
 std::wstring getLayer(const Subject& subject) {
   return subject.entity().layerName();
 }
@@ -163,17 +167,24 @@ int percentFrom(std::wstring_view text) {
   return percent;
 }
 
+constexpr std::int64_t byLayerTransparency = 0;
+
+// As the drawing stores it.
+std::int64_t transparencyFrom(const std::wstring& text) {
+  if (database::sameName(text, L"ByBlock")) return byBlockTransparency;
+  if (database::sameName(text, L"ByLayer")) return byLayerTransparency;
+  return byAlpha | 255 * (100 - percentFrom(text)) / 100;
+}
+
+bool isSameTransparency(const Value& put, const Value& got) {
+  return transparencyFrom(valueAs<std::wstring>(put)) == transparencyFrom(valueAs<std::wstring>(got));
+}
+
 void putTransparency(const Subject& subject, const std::wstring& text) {
-  constexpr std::int64_t byLayer = 0;
-  std::int64_t stored = byLayer;
-  if (database::sameName(text, L"ByBlock")) {
-    stored = byBlockTransparency;
-  } else if (!database::sameName(text, L"ByLayer")) {
-    stored = byAlpha | 255 * (100 - percentFrom(text)) / 100;
-  }
+  const std::int64_t stored = transparencyFrom(text);
   if (database::sameName(getTransparency(subject), text)) return;
   changeParts(subject, [&](Editor editor, std::uint32_t) {
-    if (stored == byLayer) {
+    if (stored == byLayerTransparency) {
       editor.remove(440, common);
     } else {
       editor.integer(440, common, stored);
@@ -214,13 +225,13 @@ constexpr PropertyRow objectTable[] = {handleRow, nameRow};
 
 constexpr PropertyRow entityTable[] = {
   // id   name                   label              type                     category           access                                                                            writability                                choices               weight help
-  { 1280, L"Color",              L"Color",          VT_DISPATCH,             Category::General, computed<getColor, putColor>(),                                                   writable,                                  Choices::Colors,       10,   L"Colour of the entity; by layer when it is the layer's."},
+  { 1280, L"Color",              L"Color",          VT_DISPATCH,             Category::General, computed<getColor, putColor>().comparedBy(isSameColor), writable,                                  Choices::Colors,       10,   L"Colour of the entity; by layer when it is the layer's."},
   { 1281, L"Layer",              L"Layer",          VT_BSTR,                 Category::General, computed<getLayer, putLayer>(),                                                   writable,                                  Choices::Layers,       20,   L"Name of the layer that the entity is on."},
   { 1282, L"Linetype",           L"Linetype",       VT_BSTR,                 Category::General, computed<getLinetype, putLinetype>(),                                             writable,                                  Choices::Linetypes,    30,   L"Name of the line type that the entity is drawn with."},
   { 1283, L"LinetypeScale",      L"Linetype scale", VT_R8,                   Category::General, writtenBy<putLinetypeScale>(storedReal(48, common, 1)).positive().from("AC1012"), writable,                                  Choices::None,         40,   L"Scale of the line type, relative to the scale of the drawing."},
   { 1300, L"PlotStyleName",      L"Plot style",     VT_BSTR,                 Category::General, computed<getPlotStyleName>(),                                                     readOnly(reasons::stylesOutsideOfDrawing), Choices::None,         50,   L"How the entity is plotted."},
   { 1299, L"Lineweight",         L"Lineweight",     types::entityLineweight, Category::General, computed<getLineweight, putLineweight>().from("AC1015"),                          writable,                                  Choices::Enumeration,  60,   L"Width of the line on paper."},
-  { 1312, L"EntityTransparency", L"Transparency",   VT_BSTR,                 Category::General, computed<getTransparency, putTransparency>().from("AC1018"),                      writable,                                  Choices::None,         70,   L"ByLayer, ByBlock, or percent from 0 to 90."},
+  { 1312, L"EntityTransparency", L"Transparency",   VT_BSTR,                 Category::General, computed<getTransparency, putTransparency>().from("AC1018").comparedBy(isSameTransparency), writable,                                  Choices::None,         70,   L"ByLayer, ByBlock, or percent from 0 to 90."},
   { 1301, L"Hyperlinks",         L"Hyperlink",      VT_DISPATCH,             Category::General, computed<getHyperlinks>(),                                                        readOnly(reasons::madeElsewhere),          Choices::None,         80,   L"The links that the entity carries."},
   { 1313, L"Visible",            L"Visible",        VT_BOOL,                 Category::Misc,    computed<getVisible, putVisible>().from("AC1012"),                                writable,                                  Choices::None,        920,   L"Whether the entity is drawn at all."},
   handleRow,

@@ -136,7 +136,7 @@ void putBit(const Subject& subject, const PropertyRow& row, const Value& value) 
 
 void putText(const Subject& subject, const PropertyRow& row, const Value& value) {
   const auto& text = valueAs<std::wstring>(value);
-  requireLine(text);
+  requireLine(subject.drawing(), text);
   Editor(subject).text(row.access.code, row.access.subclass, text);
 }
 

@@ -1,10 +1,14 @@
 #include "embedded/automation/model/AutomationObject.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "embedded/automation/model/Choices.h"
 #include "embedded/automation/model/CountedStrings.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Guard.h"
 #include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/model/Sameness.h"
 
 namespace velt::automation {
 namespace {
@@ -33,6 +37,38 @@ const ElementAccess* elementsOf(const PropertyRow* row) {
 std::size_t elementCount(const Subject& subject, const PropertyRow& row) {
   const ElementAccess& elements = *row.access.elements;
   return elements.labels.size() * elements.groups(subject, row);
+}
+
+// A drawing may hold a value in several places, of which a damaged one tells different things, and a put may round. So
+// what was put is read back, and a put of a value that does not come back changes nothing.
+
+void putWhole(const Subject& target, const PropertyRow& row, const Value& value) {
+  target.drawing().atomically([&] {
+    row.access.put(target, row, value);
+    const Value got = row.access.get(target, row);
+    if (!isSameValue(row, value, got)) throw notGivenBack(got);
+  });
+}
+
+// The coordinates of a point are computed with each other, and the largest one decides how exactly.
+double scaleOfGroup(const Subject& subject, const PropertyRow& row, std::size_t element) {
+  const ElementAccess& elements = *row.access.elements;
+  const std::size_t first = element - element % elements.labels.size();
+  double scale = 0;
+  for (std::size_t i = first; i < first + elements.labels.size(); ++i)
+    scale = std::max(scale, std::abs(elements.get(subject, row, i)));
+  return scale;
+}
+
+void putElement(const Subject& target, const PropertyRow& row, std::size_t element, double number) {
+  const ElementAccess& elements = *row.access.elements;
+  target.drawing().atomically([&] {
+    elements.put(target, row, element, number);
+    const double got = elements.get(target, row, element);
+    if (!isSameNumber(number, got, got == number ? 0 : scaleOfGroup(target, row, element))) {
+      throw notGivenBack(Value(got));
+    }
+  });
 }
 
 }  // namespace
@@ -124,7 +160,7 @@ HRESULT AutomationObject<Dispatch>::put(const PropertyRow& row, WORD flags, cons
   }
   requireMember(row.type, *value);
   requireChangeable(target, row);
-  target.drawing().atomically([&] { row.access.put(target, row, *value); });
+  putWhole(target, row, *value);
   return S_OK;
 }
 
@@ -212,7 +248,7 @@ HRESULT AutomationObject<Dispatch>::SetElementValue(DISPID dispId, DWORD cookie,
     const std::optional<Value> number = fromVariant(value, VT_R8);
     if (!number) return DISP_E_TYPEMISMATCH;
     requireChangeable(target, *row);
-    target.drawing().atomically([&] { elements->put(target, *row, cookie, std::get<double>(*number)); });
+    putElement(target, *row, cookie, std::get<double>(*number));
     return S_OK;
   });
 }

@@ -8,7 +8,7 @@
 // Threads: those of the drawing that it is bound to.
 // Failure: what a getter or a setter refuses becomes DISP_E_EXCEPTION with the reason in the exception information, or
 // the reason's own result where an interface has no room for a text. Out-parameters stay untouched. A put that fails
-// changes nothing. No entity on a locked layer is changed, whatever the caller has looked at before.
+// changes nothing, and a put whose value could not be read back afterwards fails. No entity on a locked layer is changed, whatever the caller has looked at before.
 
 #include <string_view>
 

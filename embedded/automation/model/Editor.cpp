@@ -133,12 +133,16 @@ void requireMember(const ValueType& type, const Value& value) {
   }
 }
 
-void requireLine(std::wstring_view text) {
-  const auto isNoCharacter = [](wchar_t character) {
-    const auto number = static_cast<std::uint32_t>(character);
-    return number < 0x20 || number > 0x10FFFF || (number >= 0xD800 && number <= 0xDFFF);
-  };
-  if (std::any_of(text.begin(), text.end(), isNoCharacter)) {
+void requireLine(const database::Drawing& drawing, std::wstring_view text) {
+  const dxf::Encoding& encoding = drawing.document().encoding();
+  const dxf::Encoding every = dxf::Encoding::utf8();
+  for (const wchar_t character : text) {
+    if (encoding.canHold(character)) continue;
+    if (every.canHold(character)) {
+      throw Refusal(E_INVALIDARG, std::wstring(L"The drawing's texts are written in ")
+                                      + widened(encoding.name()) + L", which has no place for the character "
+                                      + character + L".");
+    }
     throw Refusal(E_INVALIDARG, L"The text holds line ends or other characters that a line cannot hold.");
   }
 }

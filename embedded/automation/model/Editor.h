@@ -30,8 +30,9 @@ void requireWithin(Limit limit, double number);
 // Throws Refusal for a value that no member of the enumeration has.
 void requireMember(const ValueType& type, const Value& value);
 
-// Throws Refusal for what no line of a drawing can hold: control characters, and numbers of no character.
-void requireLine(std::wstring_view text);
+// Throws Refusal for what no line of the drawing can hold: control characters, numbers of no character, and characters
+// that its code page lacks and that cannot be escaped so that every reader finds them again.
+void requireLine(const database::Drawing& drawing, std::wstring_view text);
 
 class Editor {
  public:

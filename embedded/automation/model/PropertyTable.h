@@ -82,6 +82,8 @@ struct Access {
   const char* since = "";
   // A put changes neither place nor size of the entity, so that hatches and dimensions that follow it stay right.
   bool keepsShape = false;
+  // Whether what is read after a put is what was put; null: as its type suggests (see Sameness.h).
+  bool (*isSame)(const Value& put, const Value& got) = nullptr;
 
   // The same with one thing different, for rows of a table.
 
@@ -96,6 +98,11 @@ struct Access {
   [[nodiscard]] constexpr Access from(const char* version) const {
     Access same = *this;
     same.since = version;
+    return same;
+  }
+  [[nodiscard]] constexpr Access comparedBy(bool (*comparison)(const Value& put, const Value& got)) const {
+    Access same = *this;
+    same.isSame = comparison;
     return same;
   }
   [[nodiscard]] constexpr Access keepingShape() const {

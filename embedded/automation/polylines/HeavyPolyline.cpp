@@ -1,5 +1,7 @@
 #include "embedded/automation/polylines/HeavyPolyline.h"
 
+#include <algorithm>
+
 #include "embedded/automation/geometry/EntityGeometry.h"
 #include "embedded/database/LastAsked.h"
 
@@ -37,7 +39,7 @@ void addVertex(HeavyPolyline& shape, std::uint32_t record, const database::Lens&
     shape.places.push_back(place);
     shape.records.push_back(record);
     shape.widths.push_back(
-        {vertex.real(40, any, head.real(40, any, 0)), vertex.real(41, any, head.real(41, any, 0))});
+        {vertex.real(40, any, shape.commonWidths.start), vertex.real(41, any, shape.commonWidths.end)});
   }
   if (!isOfFrame) shape.drawn.push_back({place, vertex.real(42, any, 0)});
 }
@@ -46,6 +48,7 @@ HeavyPolyline readPolyline(const Subject& subject) {
   HeavyPolyline shape;
   const database::Lens head = subject.lens();
   shape.closed = (head.integer(70, any, 0) & closedFlag) != 0;
+  shape.commonWidths = {head.real(40, any, 0), head.real(41, any, 0)};
   const database::RecordRange members = subject.drawing().members(subject.record());
   for (std::uint32_t record = members.first; record < members.first + members.count; ++record) {
     if (!subject.drawing().isErased(record)) addVertex(shape, record, head);
@@ -54,6 +57,16 @@ HeavyPolyline readPolyline(const Subject& subject) {
 }
 
 }  // namespace
+
+std::optional<double> HeavyPolyline::width() const {
+  const double width = widths.empty() ? commonWidths.start : widths.front().start;
+  const auto isOfThatWidth = [width](const SegmentWidths& of) {
+    return of.start == width && of.end == width;
+  };
+  const bool isSame =
+      widths.empty() ? isOfThatWidth(commonWidths) : std::all_of(widths.begin(), widths.end(), isOfThatWidth);
+  return isSame ? std::optional(width) : std::nullopt;
+}
 
 const HeavyPolyline& heavyPolyline(const Subject& subject) {
   thread_local database::LastAsked<HeavyPolyline> last;

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "embedded/automation/geometry/Vector.h"
@@ -34,7 +35,12 @@ struct HeavyPolyline {
   std::vector<DrawnVertex> drawn;
   // Of a polyface mesh.
   std::size_t faces = 0;
+  // Of the vertices that have none of their own.
+  SegmentWidths commonWidths{};
   bool closed = false;
+
+  // The width that all segments have; nothing when they differ.
+  [[nodiscard]] std::optional<double> width() const;
 };
 
 // Of the polyline that was asked for last on this thread, so that reading its elements one by one does not run through

@@ -78,7 +78,7 @@ void putHeavyVertexPlaces(const Subject& polyline, std::size_t ofEach,
 
 void putHeavyCommonWidth(const Subject& polyline, double width) {
   requireWithin(Limit::NotNegative, width);
-  if (polyline.lens().real(widthCodes[0], any, 0) == width) return;
+  if (heavyPolyline(polyline).width() == width) return;
   Editor head(polyline);
   for (const int code : widthCodes)
     head.real(code, any, width);

@@ -1,5 +1,6 @@
 #include "embedded/automation/polylines/PolylineShape.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <string_view>
@@ -16,15 +17,14 @@ constexpr std::int64_t closedFlag = 1;
 PolylineShape readShape(const database::Lens& lens) {
   PolylineShape shape;
   shape.closed = (lens.integer(70, subclass, 0) & closedFlag) != 0;
-  double commonWidth = 0;
   lens.view().visit(subclass, [&](std::size_t index) {
     const int code = lens.view().code(index);
     const auto number = [&] { return dxf::parseReal(lens.view().value(index)).value_or(0.0); };
-    if (code == 43) commonWidth = number();
+    if (code == 43) shape.commonWidth = number();
     if (code == 10) {
       shape.vertices.push_back({});
       shape.vertices.back().place.point.x = number();
-      shape.vertices.back().startWidth = shape.vertices.back().endWidth = commonWidth;
+      shape.vertices.back().startWidth = shape.vertices.back().endWidth = shape.commonWidth;
     }
     if (shape.vertices.empty()) return true;
     PolylineVertex& vertex = shape.vertices.back();
@@ -38,6 +38,15 @@ PolylineShape readShape(const database::Lens& lens) {
 }
 
 }  // namespace
+
+std::optional<double> PolylineShape::width() const {
+  if (vertices.empty()) return commonWidth;
+  const double width = vertices.front().startWidth;
+  const bool isSame = std::all_of(vertices.begin(), vertices.end(), [width](const PolylineVertex& vertex) {
+    return vertex.startWidth == width && vertex.endWidth == width;
+  });
+  return isSame ? std::optional(width) : std::nullopt;
+}
 
 std::vector<BulgeVertex> PolylineShape::path() const {
   std::vector<BulgeVertex> path;

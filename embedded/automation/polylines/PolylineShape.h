@@ -2,6 +2,7 @@
 
 // The vertices of a light-weight polyline.
 
+#include <optional>
 #include <vector>
 
 #include "embedded/automation/geometry/BulgePath.h"
@@ -18,7 +19,12 @@ struct PolylineVertex {
 
 struct PolylineShape {
   std::vector<PolylineVertex> vertices;
+  // Of the vertices that have none of their own.
+  double commonWidth = 0;
   bool closed = false;
+
+  // The width that all segments have; nothing when they differ.
+  [[nodiscard]] std::optional<double> width() const;
 
   [[nodiscard]] std::vector<BulgeVertex> path() const;
 };

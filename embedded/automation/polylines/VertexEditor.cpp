@@ -140,8 +140,8 @@ void putCommonWidth(const Subject& polyline, double width) {
   requireWithin(Limit::NotNegative, width);
   const std::uint32_t record = polyline.record();
   const database::Lens lens = polyline.lens();
+  if (polylineShape(polyline).width() == width) return;
   const bool hasOwn = lens.has(startWidthCode, subclass) || lens.has(endWidthCode, subclass);
-  if (!hasOwn && lens.real(commonWidthCode, subclass, 0) == width) return;
   Editor(polyline).real(commonWidthCode, subclass, width);
   if (!hasOwn) return;
   polyline.drawing().edit(record, [&](dxf::Document& document) {

@@ -151,7 +151,7 @@ void putObliqueAngle(const Subject& subject, const double& angle) {
 }
 
 void putTextString(const Subject& subject, const std::wstring& wording) {
-  requireLine(wording);
+  requireLine(subject.drawing(), wording);
   if (subject.lens().text(1, text) == wording) return;
   requireOwnWording(subject);
   Editor(subject).text(1, text, wording);

@@ -19,7 +19,12 @@ struct ToyState {
   double real = 1.5;
   std::int32_t variant = 0;
   std::size_t groups = 2;
+  std::int32_t choice = 20;
+  Vector3 point{1, 2, 3};
+  std::map<std::size_t, double> elements;
   std::vector<double> put;
+  // A put leaves what it is read as.
+  bool forgets = false;
 };
 inline ToyState toy;
 
@@ -28,11 +33,13 @@ inline double getToyReal(const Subject&) {
 }
 inline void putToyReal(const Subject&, const double& value) {
   toy.put.push_back(value);
+  if (!toy.forgets) toy.real = value;
 }
 // Refuses when it has changed something already.
 inline void putToyHalf(const Subject& subject, const double& value) {
   Editor(subject).text(8, "*", L"half");
   if (value > 0) throw Refusal(E_FAIL, L"Only half of it.");
+  if (!toy.forgets) toy.real = value;
 }
 inline double getToyRefusal(const Subject&) {
   throw Refusal(E_FAIL, L"Not today.");
@@ -44,19 +51,21 @@ inline double getToyMistake(const Subject&) {
   throw std::logic_error("a mistake");
 }
 inline std::int32_t getToyChoice(const Subject&) {
-  return 20;
+  return toy.choice;
 }
 inline void putToyChoice(const Subject&, const std::int32_t& value) {
   toy.put.push_back(value);
+  toy.choice = value;
 }
 inline std::wstring getToyText(const Subject&) {
   return L"";
 }
 inline Vector3 getToyPoint(const Subject&) {
-  return {1, 2, 3};
+  return toy.point;
 }
 inline void putToyPoint(const Subject&, const Vector3& value) {
   toy.put = {value.x, value.y, value.z};
+  if (!toy.forgets) toy.point = value;
 }
 inline OwnedDispatch getToyObject(const Subject&) {
   return ColorObject::make({});
@@ -73,10 +82,12 @@ inline std::size_t getToyGroups(const Subject&, const PropertyRow&) {
   return toy.groups;
 }
 inline double getToyElement(const Subject&, const PropertyRow&, std::size_t element) {
-  return 100.0 + static_cast<double>(element);
+  const auto kept = toy.elements.find(element);
+  return kept != toy.elements.end() ? kept->second : 100.0 + static_cast<double>(element);
 }
 inline void putToyElement(const Subject&, const PropertyRow&, std::size_t element, double value) {
   toy.put = {static_cast<double>(element), value};
+  if (!toy.forgets) toy.elements[element] = value;
 }
 inline constexpr ElementAccess toyElements = {
     .labels = toyElementLabels,

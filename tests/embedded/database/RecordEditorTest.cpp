@@ -138,5 +138,30 @@ TEST_F(RecordEditorTest, BytesAreWrittenAsTheyAre) {
   expectLine({{100, "AcDbLine"}, {1, "\\U+00e4"}});
 }
 
+TEST_F(RecordEditorTest, AValueIsWrittenWhereALensLooks) {
+  RecordEditor editor = editorOf({{5, "1A"}, {100, "AcDbLine"}, {40, "1.5"}, {100, "AcDbEntity"}, {8, "0"}});
+  EXPECT_TRUE(editor.setInteger(62, commonSubclass, 5));
+  EXPECT_EQ(5, Lens(*drawing_, entityRecord(*drawing_)).integer(62, commonSubclass, -1));
+  expectLine({{5, "1A"}, {100, "AcDbLine"}, {40, "1.5"}, {100, "AcDbEntity"}, {8, "0"}, {62, "5"}});
+}
+
+TEST_F(RecordEditorTest, TheCoordinatesOfAPointAreThoseThatFollowItsX) {
+  RecordEditor editor = editorOf({{20, "8.0"}, {30, "9.0"}, {10, "1.0"}, {20, "2.0"}, {30, "3.0"}});
+  EXPECT_TRUE(editor.setPoint(10, "AcDbLine", {4, 5, 6}));
+  expectLine({{20, "8.0"}, {30, "9.0"}, {10, "4.0"}, {20, "5.0"}, {30, "6.0"}});
+}
+
+TEST_F(RecordEditorTest, MissingCoordinatesFollowTheXInOrder) {
+  RecordEditor editor = editorOf({{20, "8.0"}, {30, "9.0"}, {10, "1.0"}, {11, "1.0"}});
+  EXPECT_TRUE(editor.setPoint(10, "AcDbLine", {4, 5, 6}));
+  expectLine({{20, "8.0"}, {30, "9.0"}, {10, "4.0"}, {20, "5.0"}, {30, "6.0"}, {11, "1.0"}});
+}
+
+TEST_F(RecordEditorTest, APointWithoutAnXGetsOne) {
+  RecordEditor editor = editorOf({{20, "8.0"}, {30, "9.0"}});
+  EXPECT_TRUE(editor.setPoint(10, "AcDbLine", {4, 0, 0}));
+  expectLine({{20, "8.0"}, {30, "9.0"}, {10, "4.0"}, {20, "0.0"}});
+}
+
 }  // namespace
 }  // namespace velt::database

@@ -17,6 +17,7 @@ class Note final : public EntityProperty {
   explicit Note(Description description) : EntityProperty(std::move(description)) {}
   mutable std::wstring kept = L"first";
   bool fails = false;
+  bool forgets = false;
 
  protected:
   bool has(const AskedEntity& entity) const override {
@@ -24,7 +25,9 @@ class Note final : public EntityProperty {
     return database::Entity(entity.object).layerName() == L"Walls";
   }
   VARIANT read(const AskedEntity&) const override { return textVariant(kept); }
-  void write(const AskedEntity&, const VARIANT& value) const override { kept = textIn(value); }
+  void write(const AskedEntity&, const VARIANT& value) const override {
+    if (!forgets) kept = textIn(value);
+  }
 };
 
 EntityProperty::Description described() {
@@ -107,6 +110,12 @@ TEST_F(EntityPropertyTest, RefusesToWriteWhatIsReadOnly) {
   EXPECT_EQ(E_ACCESSDENIED,
             Row(wall_.dispatch(), *static_cast<IDynamicProperty2*>(property.get())).set(L"x"));
   EXPECT_EQ(L"first", property->kept);
+}
+
+TEST_F(EntityPropertyTest, AValueThatDoesNotComeBackIsRefused) {
+  note_->forgets = true;
+  EXPECT_EQ(E_FAIL, row_.set(L"second"));
+  EXPECT_EQ(S_OK, row_.set(L"first"));
 }
 
 TEST_F(EntityPropertyTest, RefusalsBecomeResults) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <numbers>
 
 #include "tests/embedded/automation/Edits.h"
@@ -107,6 +108,14 @@ TEST_F(LWPolylineTest, FlagsArePutOneByOne) {
   EXPECT_TRUE(made.flag(L"LinetypeGeneration"));
   EXPECT_EQ(S_OK, made.put(L"ConstantWidth", number(3)).result);
   EXPECT_EQ(3, made.element(L"Vertex", 2));
+}
+
+TEST_F(LWPolylineTest, SegmentsOfDifferentWidthsHaveNoGlobalOne) {
+  const Bound made(*drawing, 0);
+  EXPECT_TRUE(std::isnan(made.real(L"ConstantWidth")));
+  EXPECT_EQ(S_OK, made.put(L"ConstantWidth", number(0)).result);
+  EXPECT_EQ(0, made.real(L"ConstantWidth"));
+  EXPECT_EQ(0, made.element(L"Vertex", 2));
 }
 
 }  // namespace

@@ -96,7 +96,9 @@ std::vector<VariantHolder> otherValues(const Bound& entity, const PropertyRow& r
     for (std::size_t i = 0; i < labels->size(); ++i)
       add(entity.choiceValue(row.name, static_cast<DWORD>(i)));
   } else if (row.type.base() == VT_R8) {
-    for (const double other : {value.dblVal * 0.75, value.dblVal + 1, value.dblVal * 1.5 + 0.25, 0.5})
+    // Some rows have no number for some entities.
+    const double real = std::isnan(value.dblVal) ? 0 : value.dblVal;
+    for (const double other : {real * 0.75, real + 1, real * 1.5 + 0.25, 0.5})
       add(holding(number(other)));
   } else if (row.type.base() == VT_I4) {
     for (const LONG other : {value.lVal + 1, value.lVal - 1})
@@ -234,6 +236,7 @@ class EveryWritableRow : public ::testing::TestWithParam<const AutomationClass*>
     });
   }
 
+  [[nodiscard]] const std::vector<std::uint32_t>& places() const { return places_; }
   [[nodiscard]] std::string written() const { return drawing->document().bytes(); }
   // The same entity in the drawing that would be saved now.
   [[nodiscard]] std::pair<std::unique_ptr<Drawing>, Bound> saved() const {
@@ -382,6 +385,135 @@ TEST_P(EveryWritableRow, RefusesWhatTheFormatOfTheDrawingCannotHold) {
     }
     EXPECT_EQ(bytes, written());
   });
+}
+
+// --- records that tell a value in several places ---
+
+using PairList = std::vector<std::pair<int, std::string>>;
+
+// Where the data of the entity itself ends.
+std::size_t ownEnd(const dxf::RecordView& view) {
+  std::size_t index = 0;
+  while (index < view.size() && view.code(index) < 1000 && view.code(index) != 101)
+    ++index;
+  return index;
+}
+
+void append(dxf::Document& document, std::uint32_t record, const PairList& pairs) {
+  std::size_t place = ownEnd(document.view(record));
+  for (const auto& [code, value] : pairs)
+    document.insert(record, place++, code, value);
+}
+
+void addSecondCommonPart(dxf::Document& document, std::uint32_t record) {
+  append(document, record,
+         {{100, "AcDbEntity"},
+          {8, "0"},
+          {6, "Other"},
+          {62, "5"},
+          {370, "30"},
+          {48, "7.5"},
+          {60, "1"},
+          {440, "33554559"}});
+}
+
+// The whole part of all entities, with its marker, after those of the class.
+void putCommonPartLast(dxf::Document& document, std::uint32_t record) {
+  const dxf::RecordView before = document.view(record);
+  std::size_t first = 1;
+  while (first < before.size() && before.code(first) != 100)
+    ++first;
+  PairList moved;
+  for (std::size_t i = first; i < ownEnd(before) && (i == first || before.code(i) != 100); ++i)
+    moved.emplace_back(before.code(i), std::string(before.value(i)));
+  for (std::size_t i = 0; i < moved.size(); ++i)
+    document.erase(record, first);
+  append(document, record, moved);
+}
+
+void renameCommonPart(dxf::Document& document, std::uint32_t record) {
+  if (const auto marker = document.view(record).find(8, "AcDbEntity"))
+    document.replace(record, *marker - 1, "AcDbUnheardOf");
+}
+
+void leaveGroupsOpen(dxf::Document& document, std::uint32_t record) {
+  append(document, record, {{102, "{LAST"}});
+  for (std::size_t i = document.view(record).size(); i-- > 1;) {
+    if (document.view(record).code(i) == 100) document.insert(record, i, 102, "{OPEN");
+  }
+}
+
+// Parts of points before the points that they do not belong to.
+void addStrayCoordinates(dxf::Document& document, std::uint32_t record) {
+  for (std::size_t i = document.view(record).size(); i-- > 1;) {
+    if (document.view(record).code(i) != 100) continue;
+    for (const int code : {20, 30, 21, 31, 22, 32, 23, 33})
+      document.insert(record, i + 1, code, "77.0");
+  }
+}
+
+void tellEverythingTwice(dxf::Document& document, std::uint32_t record) {
+  for (std::size_t i = ownEnd(document.view(record)); i-- > 1;) {
+    const int code = document.view(record).code(i);
+    if (code != 5 && code != 100 && code != 102 && code < 100) document.insert(record, i + 1, code, "3");
+  }
+}
+
+void repeatTheClass(dxf::Document& document, std::uint32_t record) {
+  const dxf::RecordView before = document.view(record);
+  PairList repeated;
+  for (std::size_t i = 1; i < ownEnd(before); ++i) {
+    if (before.code(i) != 100 && repeated.empty()) continue;
+    repeated.emplace_back(before.code(i), before.code(i) == 100 ? std::string(before.value(i)) : "2");
+  }
+  append(document, record, repeated);
+}
+
+void reverse(dxf::Document& document, std::uint32_t record) {
+  const dxf::RecordView before = document.view(record);
+  PairList reversed;
+  for (std::size_t i = ownEnd(before); i-- > 1;)
+    reversed.emplace_back(before.code(i), std::string(before.value(i)));
+  for (std::size_t i = 0; i < reversed.size(); ++i)
+    document.erase(record, 1);
+  for (std::size_t i = 0; i < reversed.size(); ++i)
+    document.insert(record, 1 + i, reversed[i].first, reversed[i].second);
+}
+
+struct Damage {
+  const char* name;
+  void (*make)(dxf::Document&, std::uint32_t record);
+};
+
+constexpr Damage damages[] = {
+    {"a second common part", addSecondCommonPart}, {"the common part last", putCommonPartLast},
+    {"no common part", renameCommonPart},          {"groups left open", leaveGroupsOpen},
+    {"stray coordinates", addStrayCoordinates},    {"everything twice", tellEverythingTwice},
+    {"the class again", repeatTheClass},           {"back to front", reverse},
+};
+
+TEST_P(EveryWritableRow, OfADamagedRecordTakesAValueThatComesBackOrChangesNothing) {
+  const std::string whole = bytes;
+  for (const Damage& damage : damages) {
+    SCOPED_TRACE(damage.name);
+    drawing = Drawing::parse(whole, "sample.dxf");
+    for (const std::uint32_t each : places()) {
+      drawing->edit(each, [&](dxf::Document& document) { damage.make(document, each); });
+    }
+    bytes = written();
+    forEachRowOnce([&](const Bound& bound, const PropertyRow& row) {
+      for (const VariantHolder& other : otherValues(bound, row)) {
+        const std::string before = written();
+        const bool isThere = isSame(row, other.get(), bound.get(row.name).value.get());
+        const bool isTaken = bound.put(row.name, other.get()).result == S_OK;
+        EXPECT_EQ(before == written(), !isTaken || isThere);
+        if (!isTaken) continue;
+        EXPECT_TRUE(isSame(row, other.get(), bound.get(row.name).value.get()));
+        const auto [read, again] = saved();
+        EXPECT_TRUE(isSame(row, other.get(), again.get(row.name).value.get()));
+      }
+    });
+  }
 }
 
 // Rows that say the same in another way, or have a part of it.

@@ -339,6 +339,23 @@ TEST_F(AutomationObjectTest, APutThatIsRefusedHalfWayChangesNothing) {
   EXPECT_NE(before, drawing->document().bytes());
 }
 
+TEST_F(AutomationObjectTest, AValueThatDoesNotComeBackIsRefusedAndChangesNothing) {
+  toy.forgets = true;
+  const Bound made = bound();
+  const std::string before = drawing->document().bytes();
+  const Answer refused = made.put(L"Half", number(-1));
+  EXPECT_EQ(DISP_E_EXCEPTION, refused.result);
+  EXPECT_EQ(E_FAIL, refused.scode);
+  EXPECT_EQ(
+      L"The drawing would give back 1.5 instead: it cannot hold this value here, or the data of the entity "
+      L"is "
+      L"damaged.",
+      refused.description);
+  EXPECT_EQ(before, drawing->document().bytes());
+  EXPECT_EQ(E_FAIL, made.putElement(L"Spot", 1, 9));
+  EXPECT_EQ(E_FAIL, made.putElement(L"Groups", 3, 8));
+}
+
 TEST_F(AutomationObjectTest, AnEntityOnALockedLayerTakesNoPut) {
   drawing = Sample().layer("Walls", {{70, "4"}}).entity("TOY", {{8, "Walls"}}).open();
   const Bound made = bound();

@@ -147,10 +147,24 @@ TEST_F(EditorTest, AnEnumerationTakesItsMembersOnly) {
 }
 
 TEST_F(EditorTest, ALineHoldsCharactersOnly) {
-  EXPECT_EQ(S_OK, refusalOf([] { requireLine(L"\u00E4 \u2264 \U0001F600"); }));
+  const auto newer = Sample().version("AC1032").open();
+  EXPECT_EQ(S_OK, refusalOf([&] { requireLine(*newer, L"\u00E4 \u2264 \U0001F600"); }));
   for (const wchar_t character :
        {L'\n', L'\0', L'\t', static_cast<wchar_t>(0xD800), static_cast<wchar_t>(0x110000)})
-    EXPECT_EQ(E_INVALIDARG, refusalOf([&] { requireLine(std::wstring(1, character)); }));
+    EXPECT_EQ(E_INVALIDARG, refusalOf([&] { requireLine(*newer, std::wstring(1, character)); }));
+}
+
+TEST_F(EditorTest, ACharacterThatAnOlderDrawingLosesIsRefusedByName) {
+  const auto older = Sample().version("AC1015").open();
+  EXPECT_EQ(S_OK, refusalOf([&] { requireLine(*older, L"\u00E4 \u2264"); }));
+  try {
+    requireLine(*older, L"smile \U0001F600");
+    FAIL();
+  } catch (const Refusal& refusal) {
+    EXPECT_EQ(E_INVALIDARG, refusal.result());
+    EXPECT_EQ(L"The drawing's texts are written in CP1252, which has no place for the character \U0001F600.",
+              refusal.text());
+  }
 }
 
 TEST_F(EditorTest, OnlyAnOwnRowThatChangesTheShapeDisturbsAFollower) {
