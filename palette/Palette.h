@@ -20,7 +20,7 @@
 // Failures are exceptions: Error, whose message is that of the layer or the host when they gave one, and
 // std::bad_alloc. A function that fails has changed nothing, unless its comment says so.
 //
-// Threads. Make all calls on the palette's thread, as with the layer.
+// Threads. All calls come from one thread, the palette's, as with the layer.
 //
 // For anything else call the layer itself: its functions take Row::record() and Selection::entries().
 
@@ -68,6 +68,7 @@ class VELT_PALETTE_EXPORT Value {
   // Takes over what the holder holds.
   explicit Value(holders::VariantHolder held);
 
+  // Throws Error for bytes that are not UTF-8, and for the character NUL.
   static Value ofText(std::string_view text);
   static Value ofReal(double number);
   static Value ofInteger(std::int32_t number);
@@ -212,6 +213,7 @@ enum class Fate {
   locked,
   // It, or its layer, cannot be opened.
   skipped,
+  // The host refused the value, or took it and left the entity as it was.
   refused,
   // The write ended before it.
   notReached

@@ -17,9 +17,12 @@ namespace velt::palette {
 
 namespace {
 
-// The type of the value that the entity gave, because some properties are declared with a type of the object's own.
+// The type of the value that the entity gave, because some properties are declared with a type of the object's own. Where
+// it gave none, such a type is taken for a choice's number or for a number.
 VARTYPE typeOf(const PROPINFO& row) {
-  return row.value.vt != VT_EMPTY ? row.value.vt : row.valueType;
+  if (row.value.vt != VT_EMPTY) return row.value.vt;
+  if (row.valueType != VT_USERDEFINED) return row.valueType;
+  return row.hasChoices ? VT_I4 : VT_R8;
 }
 
 bool isInteger(VARTYPE type) {

@@ -24,6 +24,8 @@ std::string fixed(double number, int places) {
 }
 
 std::string realText(const PROPINFO& row, double number, const NumberStyle& style) {
+  // A number that the host cannot tell, such as the one width of segments that differ.
+  if (std::isnan(number)) return "";
   if (!std::isfinite(number)) return fmt::format("{}", number);
   constexpr double tooLongForFixed = 1e15;
   if (std::fabs(number) >= tooLongForFixed) return fmt::format("{:g}", number);

@@ -62,6 +62,7 @@ HRESULT read(const PROPINFO& row, const VeltPropData& entry, std::size_t index, 
 }  // namespace
 
 HRESULT findProperty(const PROPINFO& row, const VeltPropData& entry, DISPID& dispId) {
+  if (entry.pDispatch == nullptr) return E_NOINTERFACE;
   dispId = row.dispId;
   if (entry.clsid == row.clsid) return S_OK;
   // GetIDsOfNames takes no pointer to const, although it only reads.

@@ -70,7 +70,7 @@ std::optional<std::string> colorTextOf(IDispatch* object) {
   const std::wstring name = textFrom(*color.get(), &IVeltVkCmColor::get_ColorName);
   const std::wstring book = textFrom(*color.get(), &IVeltVkCmColor::get_BookName);
   if (name.empty()) return colorText(static_cast<std::uint32_t>(value));
-  return toUtf8(book.empty() ? name : book + L"$" + name);
+  return oneLine(book.empty() ? name : book + L"$" + name);
 }
 
 std::optional<std::string> hyperlinksTextOf(IDispatch* object) {

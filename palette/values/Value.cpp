@@ -20,6 +20,8 @@ Value::Value(holders::VariantHolder held) : held_(std::move(held)) {}
 
 Value Value::ofText(std::string_view text) {
   const std::wstring wide = fromUtf8(text);
+  // What is not UTF-8 became another character.
+  if (toUtf8(wide) != text) throw Error("the text is not UTF-8");
   if (wide.find(L'\0') != std::wstring::npos) throw Error("a text cannot hold the character NUL");
   return textValue(wide);
 }

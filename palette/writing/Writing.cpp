@@ -8,6 +8,7 @@
 #include "palette/selection/DynamicNodes.h"
 #include "palette/selection/EntityValue.h"
 #include "palette/support/HostCalls.h"
+#include "palette/writing/Meaning.h"
 #include "palette/writing/Refusal.h"
 
 namespace velt::palette {
@@ -81,11 +82,23 @@ class Writing {
         refuse(i, toUtf8(errorText.str()));
         return i;
       }
-      report_.fates[i] = isSame(valueNow(i), before_[i]) ? Fate::unchanged : Fate::changed;
+      tell(i, valueNow(i));
     }
     for (; i < end; ++i)
       passOver(i);
     return end;
+  }
+
+  // The host took the value; what it made of it is told by the value that the entity has now.
+  void tell(std::size_t i, const PlainValue& now) {
+    if (!isSame(now, before_[i])) {
+      report_.fates[i] = Fate::changed;
+    } else if (mayMean(row_, value_.plain(), now)) {
+      report_.fates[i] = Fate::unchanged;
+    } else {
+      report_.fates[i] = Fate::refused;
+      report_.reasons[i] = "the host took the value, but the entity kept the one it had";
+    }
   }
 
   void passOver(std::size_t i) { report_.fates[i] = isOnLockedLayer(id(i)) ? Fate::locked : Fate::skipped; }

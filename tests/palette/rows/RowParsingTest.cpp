@@ -49,6 +49,12 @@ TEST(RowParsing, AnglesAreInDegrees) {
   }
 }
 
+TEST(RowParsing, ATypeOfTheObjectsOwnWithoutAValueIsANumber) {
+  EXPECT_EQ(parsed("2.5", row(L"Width", VT_USERDEFINED)).variant().dblVal, 2.5);
+  EXPECT_EQ(parsed("dashed", rowWithChoices(VT_USERDEFINED)).variant().lVal, 20);
+  EXPECT_TRUE(Row(row(L"Width", VT_USERDEFINED)).takesText());
+}
+
 TEST(RowParsing, WhatIsNotANumberIsRefused) {
   for (const char* const value : {"", "two", "1,5", "1.5m", "nan", "inf", "1e999"}) {
     EXPECT_THROW(parsed(value, row(L"Radius", VT_R8)), Error) << value;

@@ -44,6 +44,15 @@ TEST_F(EntityValue, OfAnElementIsTheElements) {
   EXPECT_EQ(valueOf(element), PlainValue(1.5));
 }
 
+TEST_F(EntityValue, OfAnotherClassIsAskedByItsName) {
+  entry.clsid = toys::toyClass(2);
+  EXPECT_EQ(valueOf(toys::Row(L"Text").dispId(5)), text("hello"));
+  EXPECT_EQ(valueOf(toys::Row(L"Start").dispId(4).element(7)), PlainValue(1.5));
+  EXPECT_EQ(valueOf(toys::Row(L"Unknown").dispId(4)), PlainValue());
+  object.dispIds[L"Text"] = 0;
+  EXPECT_EQ(valueOf(toys::Row(L"Text").dispId(4)), PlainValue());
+}
+
 TEST_F(EntityValue, OfADynamicRowIsThePropertysForThisEntity) {
   EXPECT_EQ(valueOf(dynamic), text("oak"));
   EXPECT_EQ(host.log.only({"GetCurrentValueData"}), toys::Lines{"GetCurrentValueData(object0) on property"});

@@ -23,6 +23,16 @@ TEST(Value, ATextWithANulIsRefusedInsteadOfCut) {
   EXPECT_EQ(errorOf([] { Value::ofText("a\0b"sv); }), "a text cannot hold the character NUL");
 }
 
+TEST(Value, BytesThatAreNotUtf8AreRefusedInsteadOfReplaced) {
+  for (const char* const bytes : {"\xFF", "a\xC3", "\xC0\x80", "\xED\xA0\x80", "\xF5\x80\x80\x80"})
+    EXPECT_EQ(errorOf([bytes] { Value::ofText(bytes); }), "the text is not UTF-8");
+}
+
+TEST(Value, TheReplacementCharacterItselfIsAText) {
+  toys::ToyHost host;
+  EXPECT_EQ(Value::ofText("\xEF\xBF\xBD").plain(), PlainValue(std::string("\xEF\xBF\xBD")));
+}
+
 TEST(Value, GivesBackOnceWhatItHolds) {
   toys::ToyHost host;
   {

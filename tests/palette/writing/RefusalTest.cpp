@@ -32,6 +32,12 @@ TEST_F(Refusal, IsToldInTheHostsWords) {
   EXPECT_EQ(reason(whole), "A radius is\xE2\x86\xB5longer than 0.");
 }
 
+TEST_F(Refusal, OfAnotherClassIsAskedByThePropertysName) {
+  entry.clsid = toys::toyClass(2);
+  object[4].raises({L"source", L"Not this one.", L"help"});
+  EXPECT_EQ(reason(toys::Row(L"Radius").dispId(9)), "Not this one.");
+}
+
 TEST_F(Refusal, WithoutWordsTheResultTells) {
   object[4].raises({});
   const std::pair<HRESULT, const char*> results[] = {

@@ -77,7 +77,7 @@ TEST_F(Writing, WritesTheElementOfTheRow) {
 }
 
 TEST_F(Writing, TellsHowFarItIsAndEndsWhenToldSo) {
-  addCircle(1);
+  takes(addCircle(1), 4, r8(7));
   Selection selection(std::vector<VkDbObjectId>(2500, ids()[0]));
   const Row row = selection.query()[0];
   std::vector<std::size_t> told;
@@ -95,6 +95,13 @@ TEST_F(Writing, TellsHowFarItIsAndEndsWhenToldSo) {
   EXPECT_EQ(cut.count(notReached), 500U);
   EXPECT_EQ(cut.fates[1999], unchanged);
   EXPECT_EQ(cut.fates[2000], notReached);
+}
+
+TEST_F(Writing, AValueThatTheHostTookAndTheEntityDidNotIsRefused) {
+  addCircle(1);
+  const Report report = write();
+  EXPECT_THAT(report.fates, ElementsAre(refused));
+  EXPECT_EQ(report.reasons.at(0), "the host took the value, but the entity kept the one it had");
 }
 
 TEST_F(Writing, AHostThatThrowsDoesNotHideWhatBecameOfTheOthers) {
