@@ -6,6 +6,7 @@
 #include <limits>
 #include <utility>
 
+#include "embedded/com/References.h"
 #include "embedded/com/VariantTypes.h"
 #include "embedded/platform/Allocation.h"
 #include "embedded/platform/Ledger.h"
@@ -128,10 +129,8 @@ void releaseElements(SAFEARRAY* array) {
       break;
     case VT_UNKNOWN:
     case VT_DISPATCH:
-      for (std::size_t i = 0; i < cells; ++i) {
-        IUnknown* held = elementsOf<IUnknown*>(array)[i];
-        if (held != nullptr) held->Release();
-      }
+      for (std::size_t i = 0; i < cells; ++i)
+        velt::com::releaseReference(elementsOf<IUnknown*>(array)[i]);
       break;
     case VT_VARIANT:
       for (std::size_t i = 0; i < cells; ++i)
@@ -163,10 +162,10 @@ HRESULT copyElements(SAFEARRAY* from, SAFEARRAY* to) {
       break;
     case VT_UNKNOWN:
     case VT_DISPATCH:
-      for (std::size_t i = 0; i < cells; ++i) {
+      for (std::size_t i = 0; i < cells && SUCCEEDED(result); ++i) {
         IUnknown* held = elementsOf<IUnknown*>(from)[i];
-        if (held != nullptr) held->AddRef();
-        elementsOf<IUnknown*>(to)[i] = held;
+        result = velt::com::addReference(held);
+        if (SUCCEEDED(result)) elementsOf<IUnknown*>(to)[i] = held;
       }
       break;
     case VT_VARIANT:
@@ -292,9 +291,9 @@ HRESULT SafeArrayGetElement(SAFEARRAY* array, const LONG* indices, void* element
     case VT_UNKNOWN:
     case VT_DISPATCH: {
       IUnknown* held = *static_cast<IUnknown**>(cell);
-      if (held != nullptr) held->AddRef();
-      *static_cast<IUnknown**>(element) = held;
-      return S_OK;
+      const HRESULT added = velt::com::addReference(held);
+      if (SUCCEEDED(added)) *static_cast<IUnknown**>(element) = held;
+      return added;
     }
     case VT_VARIANT:
       // The caller's variant may be uninitialised memory, so it is not cleared.
@@ -323,10 +322,10 @@ HRESULT SafeArrayPutElement(SAFEARRAY* array, const LONG* indices, void* element
     case VT_UNKNOWN:
     case VT_DISPATCH: {
       auto* added = static_cast<IUnknown*>(element);
-      if (added != nullptr) added->AddRef();
+      if (const HRESULT result = velt::com::addReference(added); FAILED(result)) return result;
       IUnknown* replaced = *static_cast<IUnknown**>(cell);
       *static_cast<IUnknown**>(cell) = added;
-      if (replaced != nullptr) replaced->Release();
+      velt::com::releaseReference(replaced);
       return S_OK;
     }
     case VT_VARIANT:

@@ -1,5 +1,6 @@
 #include "host/com/Variant.h"
 
+#include "embedded/com/References.h"
 #include "embedded/com/VariantTypes.h"
 #include "host/com/IDispatch.h"
 
@@ -19,8 +20,7 @@ HRESULT duplicate(const VARIANT& source, VARIANT& copy) {
       return copy.bstrVal != nullptr ? S_OK : E_OUTOFMEMORY;
     case VT_UNKNOWN:
     case VT_DISPATCH:
-      if (source.punkVal != nullptr) source.punkVal->AddRef();
-      return S_OK;
+      return addReference(source.punkVal);
     default:
       return S_OK;
   }
@@ -46,7 +46,7 @@ HRESULT VariantClear(VARIANT* variant) {
       // Empty before the release: the object may end with it and destroy the owner of this variant.
       IUnknown* held = variant->punkVal;
       variant->vt = VT_EMPTY;
-      if (held != nullptr) held->Release();
+      releaseReference(held);
     }
   }
   variant->vt = VT_EMPTY;

@@ -52,15 +52,42 @@ HRESULT needed(PluginReports& reports, const char* method, Call&& call) {
   return result;
 }
 
+struct ReleaseAndTell {
+  PluginReports* reports = nullptr;
+
+  template <class Interface>
+  void operator()(Interface* object) const noexcept {
+    try {
+      guarded(*reports, "Release", [&] { return object->Release(), S_OK; });
+    } catch (...) {  // NOLINT(bugprone-empty-catch): there is no memory to tell of it
+    }
+  }
+};
+
+// A reference to an object of the plug-in. The reports must outlive it.
 template <class Interface>
-InterfaceHolder<Interface> ask(PluginReports& reports, IUnknown& object) {
-  InterfaceHolder<Interface> found;
+class PluginReference : public holders::PointerHolder<Interface, ReleaseAndTell> {
+ public:
+  explicit PluginReference(PluginReports& reports)
+      : holders::PointerHolder<Interface, ReleaseAndTell>(ReleaseAndTell{&reports}) {}
+};
+
+template <class Interface>
+PluginReference<Interface> ask(PluginReports& reports, IUnknown& object,
+                               REFIID iid = com::InterfaceTraits<Interface>::iid) {
+  PluginReference<Interface> found(reports);
   void* asked = nullptr;
-  const HRESULT result = guarded(reports, "QueryInterface", [&] {
-    return object.QueryInterface(com::InterfaceTraits<Interface>::iid, &asked);
-  });
+  const HRESULT result =
+      guarded(reports, "QueryInterface", [&] { return object.QueryInterface(iid, &asked); });
   if (SUCCEEDED(result)) found.attach(static_cast<Interface*>(asked));
   return found;
+}
+
+// Empty when AddRef throws.
+PluginReference<IPropertySource> share(PluginReports& reports, IPropertySource* source) {
+  PluginReference<IPropertySource> shared(reports);
+  if (SUCCEEDED(guarded(reports, "AddRef", [&] { return source->AddRef(), S_OK; }))) shared.attach(source);
+  return shared;
 }
 
 // Passes a text on when the call succeeds.
@@ -252,10 +279,10 @@ class GuardedProperty final : public com::ComObject<IDynamicProperty2, IDynamicP
   }
 
   Reports reports_;
-  InterfaceHolder<IDynamicProperty2> newer_;
-  InterfaceHolder<IDynamicProperty> older_;
-  InterfaceHolder<IDynamicEnumProperty> choices_;
-  InterfaceHolder<ICategorizeProperties> categories_;
+  PluginReference<IDynamicProperty2> newer_;
+  PluginReference<IDynamicProperty> older_;
+  PluginReference<IDynamicEnumProperty> choices_;
+  PluginReference<ICategorizeProperties> categories_;
 };
 
 class GuardedSource final : public com::ComObject<IPropertySource> {
@@ -263,7 +290,9 @@ class GuardedSource final : public com::ComObject<IPropertySource> {
   GuardedSource(IPropertySource* source, Reports reports)
       : ComObject(platform::Ledger::account("source of a plug-in")),
         reports_(std::move(reports)),
-        source_(InterfaceHolder<IPropertySource>::sharing(source)) {}
+        source_(share(*reports_, source)) {}
+
+  [[nodiscard]] bool hasSource() const { return static_cast<bool>(source_); }
 
   HRESULT GetProperties(IDispatch* entity, VARIANT* properties) override {
     if (properties == nullptr) return E_POINTER;
@@ -326,16 +355,18 @@ class GuardedSource final : public com::ComObject<IPropertySource> {
 
   // Null for an element that is not a dynamic property.
   GuardedProperty* propertyAt(SAFEARRAY* array, LONG index) {
-    InterfaceHolder<IUnknown> element;
-    const HRESULT fetched =
-        guarded(*reports_, "AddRef", [&] { return SafeArrayGetElement(array, &index, element.put()); });
-    if (!handedOver(fetched, element)) return nullptr;
+    PluginReference<IUnknown> element(*reports_);
+    const HRESULT fetched = SafeArrayGetElement(array, &index, element.put());
+    if (!handedOver(fetched, element)) {
+      reports_->tell(Trouble::Exception, "AddRef threw");
+      return nullptr;
+    }
     if (!element) {
       reports_->tell(Trouble::NullElement, "GetProperties handed out a null property");
       return nullptr;
     }
     // An object is the same property whichever of its interfaces is handed out.
-    const InterfaceHolder<IUnknown> identity = askIdentity(*element.get());
+    const PluginReference<IUnknown> identity = ask<IUnknown>(*reports_, *element.get(), IID_IUnknown);
     return guardOf(identity ? *identity.get() : *element.get());
   }
 
@@ -358,17 +389,8 @@ class GuardedSource final : public com::ComObject<IPropertySource> {
     return guards_.emplace(&property, std::move(made)).first->second.get();
   }
 
-  InterfaceHolder<IUnknown> askIdentity(IUnknown& object) {
-    InterfaceHolder<IUnknown> identity;
-    void* asked = nullptr;
-    const HRESULT result =
-        guarded(*reports_, "QueryInterface", [&] { return object.QueryInterface(IID_IUnknown, &asked); });
-    if (SUCCEEDED(result)) identity.attach(static_cast<IUnknown*>(asked));
-    return identity;
-  }
-
   Reports reports_;
-  InterfaceHolder<IPropertySource> source_;
+  PluginReference<IPropertySource> source_;
   std::mutex mutex_;
   // By the IUnknown of the plug-in's object.
   std::unordered_map<IUnknown*, InterfaceHolder<GuardedProperty>> guards_;
@@ -378,9 +400,11 @@ class GuardedSource final : public com::ComObject<IPropertySource> {
 
 holders::InterfaceHolder<IPropertySource> guard(IPropertySource* source,
                                                 std::shared_ptr<PluginReports> reports) {
-  IPropertySource* const made = com::makeObject<GuardedSource>(source, std::move(reports));
-  if (made == nullptr) throw std::bad_alloc();
-  return InterfaceHolder<IPropertySource>::owning(made);
+  auto made =
+      InterfaceHolder<GuardedSource>::owning(com::makeObject<GuardedSource>(source, std::move(reports)));
+  if (!made) throw std::bad_alloc();
+  if (!made->hasSource()) return {};
+  return InterfaceHolder<IPropertySource>::owning(made.detach());
 }
 
 }  // namespace velt::sources

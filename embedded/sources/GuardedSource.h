@@ -17,7 +17,7 @@
 // Ownership: a guard holds references to what it guards. The guarded properties live as long as their source, because
 // rows keep pointers to them; so a plug-in should hand out the same objects again and again, and one that makes new
 // ones at each call is told so.
-// Threads: those on which the plug-in may be called.
+// Threads: one, the palette's, as for the plug-in.
 
 #include <memory>
 

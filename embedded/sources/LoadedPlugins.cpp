@@ -22,7 +22,11 @@ class Registration : public VeltPluginHost {
  public:
   explicit Registration(std::shared_ptr<PluginReports> reports)
       : VeltPluginHost{veltPluginVersion, sizeof(VeltPluginHost), &addPropertySource, &report},
-        reports_(std::move(reports)) {}
+        reports_(std::move(reports)),
+        outer_(std::exchange(running, this)) {}
+  ~Registration() { running = outer_; }
+  Registration(const Registration&) = delete;
+  Registration& operator=(const Registration&) = delete;
 
   // Offers the sources, and answers the names of those that are offered.
   std::vector<std::wstring> offer() const {
@@ -50,10 +54,10 @@ class Registration : public VeltPluginHost {
   static HRESULT addPropertySource(const VeltPluginHost* host, const wchar_t* name,
                                    const wchar_t* entityClass, IPropertySource* source) {
     if (host == nullptr) return E_POINTER;
-    // Every table is a Registration; it is const so that plug-ins only read it.
-    auto& registration = *const_cast<Registration*>(static_cast<const Registration*>(host));
+    Registration* const registration = of(host);
+    if (registration == nullptr) return E_INVALIDARG;
     try {
-      return registration.add(name, entityClass, source);
+      return registration->add(name, entityClass, source);
     } catch (const std::bad_alloc&) {
       return E_OUTOFMEMORY;
     }
@@ -61,7 +65,17 @@ class Registration : public VeltPluginHost {
 
   static void report(const VeltPluginHost* host, const wchar_t* message) {
     if (host == nullptr || message == nullptr) return;
-    static_cast<const Registration*>(host)->reports_->tell(Trouble::Message, narrow(message));
+    if (const Registration* const registration = of(host)) {
+      registration->reports_->tell(Trouble::Message, narrow(message));
+    }
+  }
+
+  // Null for a copy of the table, and for one whose call has ended: neither is looked into.
+  static Registration* of(const VeltPluginHost* host) {
+    if (running == nullptr || host == running) return running;
+    running->reports_->tell(Trouble::CopiedTable,
+                            "it passed a copy of the host's table instead of the table");
+    return nullptr;
   }
 
   HRESULT add(const wchar_t* name, const wchar_t* entityClass, IPropertySource* source) {
@@ -79,6 +93,7 @@ class Registration : public VeltPluginHost {
     holders::InterfaceHolder<IPropertySource> guarded =
         known != added_.end() ? holders::InterfaceHolder<IPropertySource>::sharing(known->guarded.get())
                               : guard(source, reports_);
+    if (!guarded) return E_UNEXPECTED;
     added_.push_back({name, kind, source, std::move(guarded)});
     return S_OK;
   }
@@ -88,9 +103,15 @@ class Registration : public VeltPluginHost {
     return result;
   }
 
+  // The one whose plug-in is being called on this thread.
+  static thread_local Registration* running;
+
   std::shared_ptr<PluginReports> reports_;
+  Registration* outer_;
   std::vector<Added> added_;
 };
+
+thread_local Registration* Registration::running = nullptr;
 
 // The loader's own words; they begin with the name of the file.
 std::string loaderMessage() {

@@ -7,7 +7,7 @@
 // handed out may be released later. The listener is not called after the end.
 // Failure: what goes wrong with a plug-in is told to the listener, with the plug-in's file name, and does not affect
 // the other plug-ins (see Plugin.h, GuardedSource.h).
-// Threads: one at a time.
+// Threads: one, the palette's.
 
 #include <filesystem>
 #include <memory>

@@ -19,14 +19,14 @@
 // number (another version, 0, or a failure) the plug-in is not used, and nothing that it has added stays. The version
 // grows when something changes that plug-ins are compiled against. Members added at the end of VeltPluginHost do not
 // change it: `size` tells whether they are there.
-// Ownership: the table that `host` points to belongs to the host, and is valid only during the call. The host takes a
+// Ownership: the table that `host` points to belongs to the host, and is valid only during the call. Its functions take
+// the pointer to it that the entry point was given, and refuse a copy with E_INVALIDARG. The host takes a
 // reference to each source, and to each property object that a source hands out, and keeps both until the plug-in is
 // let go of. The code of a plug-in stays in the process; when it is loaded again, its entry point is called again.
 // Errors: methods answer results. An exception of any type that leaves a method or the entry point is caught and
 // counts as a failure. It costs this plug-in its rows, and no other one any. Each kind of trouble is told once, with
-// the plug-in's name. A crash cannot be caught.
-// Threads: a plug-in is called on the thread of the drawing that is shown. Different drawings may be shown by different
-// threads at once.
+// the plug-in's name. Release and AddRef count as methods. A crash cannot be caught.
+// Threads: a plug-in is called on one thread, the palette's.
 
 #include <cstdint>
 

@@ -21,6 +21,8 @@ enum class Trouble {
   Refused,
   // A source that it added was not accepted.
   BadSource,
+  // It passed a table that is not the host's.
+  CopiedTable,
   // An exception left one of its methods.
   Exception,
   // A method without which there is no row or no value failed.
@@ -41,7 +43,7 @@ enum class Trouble {
 
 class PluginReports {
  public:
-  // Takes one line, without a line end.
+  // Takes one line, without a line end, and safe to be shown on a terminal.
   using Sink = std::function<void(const std::string& line)>;
 
   // Writes to standard error.

@@ -12,8 +12,8 @@
 // sources.
 //
 // Ownership: the registry holds one reference to each source, until the source is taken out.
-// Threads: every function may be called on every thread; the sources themselves are called on the thread of the
-// drawing.
+// Threads: every function may be called on every thread; the sources themselves are called on the
+// palette's.
 
 #include <string>
 #include <string_view>

@@ -40,6 +40,9 @@ class ScriptedProperty final : public Interface, public IDynamicEnumProperty, pu
     return *out = variants::ownedText(L"fine"), S_OK;
   };
   std::function<HRESULT(const VARIANT&)> set = [](const VARIANT&) { return S_OK; };
+  // Called when a reference is added or given back, after it was counted.
+  std::function<void()> added = [] {};
+  std::function<void()> released = [] {};
 
   HRESULT QueryInterface(REFIID iid, void** object) override {
     *object = nullptr;
@@ -50,8 +53,8 @@ class ScriptedProperty final : public Interface, public IDynamicEnumProperty, pu
     ++references;
     return S_OK;
   }
-  ULONG AddRef() override { return static_cast<ULONG>(++references); }
-  ULONG Release() override { return static_cast<ULONG>(--references); }
+  ULONG AddRef() override { return ++references, added(), static_cast<ULONG>(references); }
+  ULONG Release() override { return --references, released(), static_cast<ULONG>(references); }
 
   HRESULT GetGUID(GUID* guid) override { return *guid = GUID{7, 0, 0, {}}, S_OK; }
   HRESULT GetDisplayName(BSTR* out) override { return displayName(out); }
@@ -93,6 +96,8 @@ class ScriptedSource final : public IPropertySource {
  public:
   long references = 0;
   std::function<HRESULT(VARIANT*)> properties = [](VARIANT*) { return S_OK; };
+  std::function<void()> added = [] {};
+  std::function<void()> released = [] {};
 
   HRESULT QueryInterface(REFIID iid, void** object) override {
     *object = iid == IID_IUnknown || iid == IID_IPropertySource ? this : nullptr;
@@ -100,8 +105,8 @@ class ScriptedSource final : public IPropertySource {
     ++references;
     return S_OK;
   }
-  ULONG AddRef() override { return static_cast<ULONG>(++references); }
-  ULONG Release() override { return static_cast<ULONG>(--references); }
+  ULONG AddRef() override { return ++references, added(), static_cast<ULONG>(references); }
+  ULONG Release() override { return --references, released(), static_cast<ULONG>(references); }
   HRESULT GetProperties(IDispatch*, VARIANT* out) override { return properties(out); }
 };
 

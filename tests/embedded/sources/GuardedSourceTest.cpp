@@ -152,6 +152,33 @@ TEST_F(GuardedSourceTest, AnExceptionOfTheSourceIsAResult) {
   EXPECT_THAT(lines_, ElementsAre("plug-in bad.so: GetProperties threw: down"));
 }
 
+TEST_F(GuardedSourceTest, AReferenceThatThrowsWhenItIsGivenBackIsGivenBack) {
+  offer({unknown(newer_)});
+  const auto refuse = [] { throw std::runtime_error("not yet"); };
+  newer_.released = refuse;
+  scripted_.released = refuse;
+  EXPECT_EQ(1U, properties().size());
+  guarded_.reset();
+  EXPECT_EQ(0, newer_.references);
+  EXPECT_EQ(0, scripted_.references);
+  EXPECT_THAT(lines_, ElementsAre("plug-in bad.so: Release threw: not yet"));
+}
+
+TEST_F(GuardedSourceTest, APropertyWhoseReferenceCannotBeAddedIsLeftOut) {
+  VARIANT array{};
+  ASSERT_EQ(S_OK, giveArray({unknown(newer_), unknown(older_)}, &array));
+  scripted_.properties = [&](VARIANT* out) { return *out = array, S_OK; };
+  newer_.added = [] { throw std::runtime_error("enough"); };
+  EXPECT_EQ(1U, properties().size());
+  EXPECT_THAT(lines_, ElementsAre("plug-in bad.so: AddRef threw"));
+}
+
+TEST_F(GuardedSourceTest, ASourceWhoseReferenceCannotBeAddedIsNotGuarded) {
+  scripted_.added = [] { throw std::runtime_error("enough"); };
+  EXPECT_FALSE(guard(&scripted_, reports_));
+  EXPECT_THAT(lines_, ElementsAre("plug-in bad.so: AddRef threw: enough"));
+}
+
 TEST_F(GuardedSourceTest, AFailingSourceIsToldOnce) {
   scripted_.properties = [](VARIANT*) { return E_FAIL; };
   EXPECT_TRUE(properties().empty());

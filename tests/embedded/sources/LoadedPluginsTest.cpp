@@ -97,6 +97,33 @@ TEST_F(LoadedPluginsTest, SourcesThatCannotBeOfferedAreRefusedOneByOne) {
   EXPECT_FALSE(isOffered(L"Test.A"));
 }
 
+TEST_F(LoadedPluginsTest, ACopyOfTheTableIsRefused) {
+  EXPECT_TRUE(load("CopiesTable")) << "it checks each answer itself";
+  EXPECT_THAT(
+      lines_,
+      ElementsAre("plug-in CopiesTable.so: it passed a copy of the host's table instead of the table"));
+  EXPECT_FALSE(isOffered(L"Test.CopiesTable"));
+}
+
+TEST_F(LoadedPluginsTest, APluginThatThrowsOnReleaseIsLetGoOf) {
+  EXPECT_TRUE(load("ThrowsOnRelease"));
+  {
+    const auto source = SourceRegistry::ofProcess().find(L"Test.ThrowsOnRelease");
+    VariantHolder properties;
+    EXPECT_EQ(S_OK, source->GetProperties(nullptr, properties.put()));
+    const auto elements = elementsOf(properties.get());
+    ASSERT_EQ(2U, elements.size());
+    VariantHolder value;
+    EXPECT_EQ(S_OK, automation::test::ask<IDynamicProperty2>(*elements[1].get())
+                        ->GetCurrentValueData(nullptr, value.put()));
+    EXPECT_EQ(VT_UNKNOWN, value.get().vt);
+  }
+  plugins_.reset();
+  EXPECT_THAT(
+      lines_,
+      ElementsAre("plug-in ThrowsOnRelease.so: Release threw: \xEF\xBF\xBD[31mI am not done\xEF\xBF\xBD[0m"));
+}
+
 TEST_F(LoadedPluginsTest, APluginDoesNotTouchTheOthers) {
   EXPECT_FALSE(load("ThrowsOnEntry"));
   EXPECT_TRUE(load("Lies"));

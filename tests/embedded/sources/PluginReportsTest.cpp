@@ -44,6 +44,18 @@ TEST(PluginReports, GoToStandardErrorAsLines) {
   EXPECT_EQ("plug-in bad.so: x\n", testing::internal::GetCapturedStderr());
 }
 
+TEST(PluginReports, HoldNothingThatATerminalObeys) {
+  Lines lines;
+  PluginReports reports("bad\x1B.so", into(lines));
+  reports.tell(Trouble::Message, "\x1B[31mred\r\n\x9B\x7F\xC2\x9B over");
+  const std::string r = "\xEF\xBF\xBD";
+  EXPECT_EQ(Lines{"plug-in bad" + r + ".so: " + r + "[31mred" + r + r + r + r + r + " over"}, lines);
+}
+
+struct Silent : std::exception {
+  const char* what() const noexcept override { return nullptr; }
+};
+
 template <class Thrown>
 std::string described(const Thrown& thrown) {
   try {
@@ -58,6 +70,7 @@ TEST(PluginReports, DescribeEveryException) {
   EXPECT_EQ("no \u00FCbung", described(_com_error(E_FAIL, L"no \u00FCbung")));
   EXPECT_EQ("The operation failed.", described(_com_error(E_FAIL)));
   EXPECT_EQ("an exception of an unknown type", described(5));
+  EXPECT_EQ("an exception without a text", described(Silent()));
 }
 
 }  // namespace
