@@ -22,8 +22,9 @@
 // its failure value and its description as the text; on the way to a dynamic row it only costs that row. When memory
 // runs out, the crash recorder gets status 6 and the operation returns its failure value.
 //
-// Threads. All calls are made on the palette's thread. The only state of the layer is the cache of property
-// lists and the handle of the resource library.
+// Threads. All calls come from one thread, the palette's; debug builds assert it. Only copies of records, vectors and
+// strings may be made and destroyed on other threads. The only state of the layer is the cache of property lists and
+// the handle of the resource library.
 //
 // The spelling of every exported name (ExcuteIntersect, GetDynProperteySources, ...) is kept for its callers.
 

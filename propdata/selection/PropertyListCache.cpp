@@ -1,3 +1,6 @@
+#include <cassert>
+
+#include "errors/Guard.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/selection/Cores.h"
 
@@ -11,5 +14,6 @@ PropertyListCache& propertyListCache() {
 }  // namespace velt::propdata
 
 PropertyListCache* getTqPROPINFOCache() {
+  assert(velt::errors::isPaletteThread());
   return &velt::propdata::propertyListCache();
 }

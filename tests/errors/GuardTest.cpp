@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <thread>
 
 namespace velt::errors {
 namespace {
@@ -40,6 +41,20 @@ TEST(Guard, ExhaustedMemoryGivesTheFailureValueAndLeavesTheErrorText) {
   EXPECT_EQ(failure, guarded(failure, []() -> int { throw ReportedShortage(); }));
   EXPECT_EQ(L"before", errorText.str());
 }
+
+TEST(Guard, TheThreadThatAsksFirstIsThePalettes) {
+  EXPECT_TRUE(isPaletteThread());
+  bool elsewhere = true;
+  std::thread([&] { elsewhere = isPaletteThread(); }).join();
+  EXPECT_FALSE(elsewhere);
+}
+
+#ifndef NDEBUG
+TEST(GuardDeathTest, ACallOnAnotherThreadIsAMistakeThatDebugBuildsTell) {
+  guarded([] {});
+  EXPECT_DEATH(std::thread([] { guarded([] {}); }).join(), "isPaletteThread");
+}
+#endif
 
 TEST(Guard, WhatIsNeitherIsADefectAndPasses) {
   EXPECT_THROW(guarded([] { throw std::logic_error("a defect"); }), std::logic_error);
