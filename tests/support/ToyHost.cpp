@@ -78,6 +78,8 @@ void ToyHost::failCall(int n, HRESULT result) {
   countdownResult_ = result;
   countdownText_.reset();
   countdownLeaves_ = false;
+  countdownNulls_ = false;
+  countdownLies_ = false;
   failedCall_.clear();
 }
 
@@ -89,6 +91,16 @@ void ToyHost::raiseCall(int n, std::wstring text) {
 void ToyHost::leaveCall(int n) {
   failCall(n);
   countdownLeaves_ = true;
+}
+
+void ToyHost::nullCall(int n) {
+  failCall(n, S_OK);
+  countdownNulls_ = true;
+}
+
+void ToyHost::lieCall(int n) {
+  failCall(n);
+  countdownLies_ = true;
 }
 
 // References and openings count as before the call, and what it made belongs to nobody.
@@ -140,11 +152,16 @@ bool ToyHost::isDue(const std::string& line) {
 }
 
 HRESULT ToyHost::perform(const std::string& line, const std::function<HRESULT()>& work,
-                         const Action& answerNull) {
+                         const Action& answerNull, const Action& lie) {
   log.add(line);
-  if (isDue(line)) {
+  if ((!countdownLies_ || lie) && isDue(line)) {
     if (countdownText_.has_value()) _com_raise_error(countdownResult_, countdownText_->c_str());
-    return countdownLeaves_ ? leaveThenFail(work, countdownResult_) : countdownResult_;
+    if (countdownNulls_ && answerNull) answerNull();
+    const HRESULT result = countdownLies_     ? work()
+                           : countdownLeaves_ ? leaveThenFail(work, countdownResult_)
+                                              : countdownResult_;
+    if (countdownLies_ && SUCCEEDED(result)) lie();
+    return result;
   }
   const Rule* rule = ruleFor(line);
   Rule decided(line);

@@ -88,6 +88,10 @@ class ToyHost {
   void raiseCall(int n, std::wstring text);
   // Lets it write its outputs and fail, handing nothing over.
   void leaveCall(int n);
+  // Lets it succeed with null outputs; a call without outputs succeeds and does nothing.
+  void nullCall(int n);
+  // Lets it do its work and then tell a wrong number; counts only calls that have one to tell.
+  void lieCall(int n);
   // Says what a call does that can fail and for which no rule was made: by the rule that it gets with the call's line.
   // Null: its work.
   std::function<void(const std::string& line, Rule& rule)> decide;
@@ -122,7 +126,7 @@ class ToyHost {
   using Action = std::function<void()>;
   // Logs a call that can fail and does what the script says.
   HRESULT perform(const std::string& line, const std::function<HRESULT()>& work,
-                  const Action& answerNull = {});
+                  const Action& answerNull = {}, const Action& lie = {});
   // The same for a function without a HRESULT: false when the script makes it fail or answer null.
   bool allows(const std::string& line);
   template <class T>
@@ -159,6 +163,8 @@ class ToyHost {
   HRESULT countdownResult_ = E_FAIL;
   std::optional<std::wstring> countdownText_;
   bool countdownLeaves_ = false;
+  bool countdownNulls_ = false;
+  bool countdownLies_ = false;
   std::string failedCall_;
   std::map<const void*, Block> lent_;
   // What failing calls left in their outputs; and whether such a call is at work.
