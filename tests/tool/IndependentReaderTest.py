@@ -236,7 +236,11 @@ def polyline(entity, expected):
         del expected["Closed"]
     elif entity.is_2d_polyline:
         expected["Elevation"] = Vec3(entity.dxf.get("elevation", (0, 0, 0))).z
-        expected["Global width"] = entity.dxf.get("default_start_width", 0.0)
+        # Where segments have widths of their own, the other reader tells the one of those that have none.
+        has_own = any(vertex.dxf.hasattr("start_width") or vertex.dxf.hasattr("end_width") for vertex in entity.vertices)
+        width = entity.dxf.get("default_start_width", 0.0)
+        if not has_own and width == entity.dxf.get("default_end_width", 0.0):
+            expected["Global width"] = width
         expected["Thickness"] = entity.dxf.get("thickness", 0.0)
     if entity.vertices and not entity.dxf.flags & 6:
         first = entity.vertices[0].dxf.location
