@@ -12,6 +12,7 @@
 #include "embedded/sources/LoadedPlugins.h"
 #include "host/com/ComError.h"
 #include "palette/Palette.h"
+#include "tool/CleanOutput.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
 #include "tool/Lists.h"
@@ -277,7 +278,9 @@ int fail(std::ostream& err, ExitCode code, std::string_view message) {
 
 }  // namespace
 
-int run(int argumentCount, const char* const* arguments, std::ostream& out, std::ostream& err) {
+int run(int argumentCount, const char* const* arguments, std::ostream& plainOut, std::ostream& plainErr) {
+  CleanOutput out(plainOut);
+  CleanOutput err(plainErr);
   CommandLine commandLine;
   try {
     commandLine.app.parse(argumentCount, arguments);

@@ -2,12 +2,13 @@
 
 #include <unistd.h>
 
-#include <utility>
+#include "palette/Palette.h"
 
 namespace velt::tool {
 
-Progress::Progress(std::string what, std::FILE* terminal)
-    : what_(std::move(what)), terminal_(isatty(fileno(terminal)) != 0 ? terminal : nullptr) {}
+Progress::Progress(const std::string& what, std::FILE* terminal)
+    : what_(palette::oneLine(palette::fromUtf8(what))),
+      terminal_(isatty(fileno(terminal)) != 0 ? terminal : nullptr) {}
 
 Progress::~Progress() {
   if (shownPercent_ >= 0) std::fprintf(terminal_, "\r\033[K");

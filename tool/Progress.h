@@ -12,7 +12,7 @@ namespace velt::tool {
 
 class Progress {
  public:
-  explicit Progress(std::string what, std::FILE* terminal = stderr);
+  explicit Progress(const std::string& what, std::FILE* terminal = stderr);
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
   // Clears the line.

@@ -1,0 +1,60 @@
+#include "tool/CleanOutput.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+using velt::tool::CleanOutput;
+
+namespace {
+
+constexpr const char* replaced = "\xEF\xBF\xBD";
+
+std::string cleaned(std::string_view text) {
+  std::ostringstream to;
+  CleanOutput(to) << text;
+  return to.str();
+}
+
+}  // namespace
+
+TEST(CleanOutput, TextPassesAsItIs) {
+  EXPECT_EQ(cleaned("plain\nT\u00FCr \u8868 \U0001F600\n"), "plain\nT\u00FCr \u8868 \U0001F600\n");
+  EXPECT_EQ(cleaned("no line end"), "no line end");
+}
+
+TEST(CleanOutput, WhatATerminalObeysIsReplaced) {
+  const std::string r = replaced;
+  EXPECT_EQ(cleaned("\x1B[31mred\x1B[0m"), r + "[31mred" + r + "[0m");
+  EXPECT_EQ(cleaned("over\rwritten\b\x07\t\x7F"), "over" + r + "written" + r + r + r + r);
+  EXPECT_EQ(cleaned("\u009B31m"), r + "31m");
+  EXPECT_EQ(cleaned("\x9B"
+                    "31m\xFF"),
+            r + "31m" + r);
+}
+
+TEST(CleanOutput, ACharacterThatComesInPartsIsWhole) {
+  std::ostringstream to;
+  CleanOutput out(to);
+  for (const char c : std::string("\u8868\n"))
+    out << c;
+  EXPECT_EQ(to.str(), "\u8868\n");
+}
+
+TEST(CleanOutput, LinesArePassedOnAsTheyEndAndTheRestWhenItIsFlushed) {
+  std::ostringstream to;
+  CleanOutput out(to);
+  out << "one\ntwo";
+  EXPECT_EQ(to.str(), "one\n");
+  out << std::flush;
+  EXPECT_EQ(to.str(), "one\ntwo");
+}
+
+TEST(CleanOutput, AFailureOfTheStreamShows) {
+  std::ostringstream to;
+  CleanOutput out(to);
+  to.setstate(std::ios::badbit);
+  out << "lost\n";
+  out.flush();
+  EXPECT_FALSE(out);
+}
