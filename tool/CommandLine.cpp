@@ -296,7 +296,7 @@ int run(int argumentCount, const char* const* arguments, std::ostream& plainOut,
     return fail(err, wrongUsage, failure.what());
   } catch (const _com_error& error) {
     return fail(err, commandLine.codeOfFailure(),
-                palette::toUtf8(static_cast<const wchar_t*>(error.Description())));
+                palette::oneLine(static_cast<const wchar_t*>(error.Description())));
   } catch (const std::bad_alloc&) {
     return fail(err, commandLine.codeOfFailure(), "out of memory");
   } catch (const std::exception& failure) {

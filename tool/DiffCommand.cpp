@@ -12,6 +12,7 @@
 #include "palette/Palette.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
+#include "tool/JsonOutput.h"
 #include "tool/NamedRows.h"
 #include "tool/OpenDrawing.h"
 #include "tool/Progress.h"
@@ -255,7 +256,7 @@ void printAsJson(const DiffRequest& request, const Differences& differences, std
     json["changed"].push_back(
         {{"handle", entity.handle}, {"class", entity.className}, {"properties", std::move(changes)}});
   }
-  out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+  printJson(json, out);
 }
 
 }  // namespace

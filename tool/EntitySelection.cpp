@@ -42,18 +42,39 @@ std::uint64_t parseHandle(const std::string& text) {
   return handle;
 }
 
+// An entity that the database finds under another's handle is told by looking at them all.
+bool hasEntityOf(const database::Drawing& drawing, std::uint64_t handle) {
+  if (!drawing.entityByHandle(handle).isNull()) return true;
+  const auto entities = drawing.entities();
+  return std::any_of(entities.begin(), entities.end(),
+                     [handle](VkDbObjectId id) { return entityOf(id).handle() == handle; });
+}
+
 std::unordered_set<std::uint64_t> requestedHandles(const database::Drawing& drawing,
                                                    const SelectionRequest& request) {
   std::unordered_set<std::uint64_t> handles;
   for (const std::string& text : request.handles) {
     const std::uint64_t handle = parseHandle(text);
-    if (drawing.entityByHandle(handle).isNull()) {
+    if (!hasEntityOf(drawing, handle)) {
       throw Failure(fmt::format("{}: no entity has the handle {:X} (\"veltprops list\" lists them all)",
                                 drawing.document().displayName(), handle));
     }
     handles.insert(handle);
   }
   return handles;
+}
+
+std::map<std::uint64_t, std::size_t> sharedHandlesOf(const std::vector<VkDbObjectId>& ids) {
+  std::vector<std::uint64_t> handles;
+  handles.reserve(ids.size());
+  for (const VkDbObjectId id : ids)
+    handles.push_back(entityOf(id).handle());
+  std::sort(handles.begin(), handles.end());
+  std::map<std::uint64_t, std::size_t> shared;
+  for (std::size_t i = 1; i < handles.size(); ++i) {
+    if (handles[i] == handles[i - 1]) shared.try_emplace(handles[i], 1).first->second += 1;
+  }
+  return shared;
 }
 
 // "; the drawing has: A, B" when they are few.
@@ -193,8 +214,7 @@ SelectedEntities select(database::Drawing& drawing, const SelectionRequest& requ
         && (entity.space() == database::Space::Block || !layouts.passes(layoutName(id))))
       return false;
     if (!request.blocks.empty() && !blocks.passes(blockName(id))) return false;
-    return handles.empty()
-           || (drawing.entityByHandle(entity.handle()) == id && handles.contains(entity.handle()));
+    return handles.empty() || handles.contains(entity.handle());
   };
   SelectedEntities selected;
   selected.isConditionOpen = condition.has_value();
@@ -212,7 +232,29 @@ SelectedEntities select(database::Drawing& drawing, const SelectionRequest& requ
   }
   if (condition) filter(fitting, *condition, numberStyleOf(drawing));
   selected.ids = request.isInverted ? without(all, fitting) : std::move(fitting);
+  selected.sharedHandles = sharedHandlesOf(selected.ids);
   return selected;
+}
+
+std::string remarkOnHandles(const SelectedEntities& selected) {
+  constexpr std::size_t mostNamed = 8;
+  if (selected.sharedHandles.empty()) return {};
+  std::vector<std::string> named;
+  for (const auto& [handle, count] : selected.sharedHandles) {
+    if (named.size() == mostNamed) break;
+    named.push_back(fmt::format("{:X} ({} entities)", handle, count));
+  }
+  const std::size_t more = selected.sharedHandles.size() - named.size();
+  return fmt::format(
+      "\nThe drawing is damaged: several entities have the handle {}{}; --handle selects them all\n",
+      fmt::join(named, ", "), more > 0 ? fmt::format(" and {} more", more) : "");
+}
+
+std::vector<std::string> sharedHandleTexts(const SelectedEntities& selected) {
+  std::vector<std::string> texts;
+  for (const auto& [handle, count] : selected.sharedHandles)
+    texts.push_back(fmt::format("{:X}", handle));
+  return texts;
 }
 
 std::string className(VkDbObjectId id) {

@@ -42,11 +42,18 @@ struct SelectedEntities {
   std::size_t leftOutInBlocks = 0;
   // Nobody asked whether these fit the condition.
   bool isConditionOpen = false;
+  // The handles that several of the entities have, with how many. Damaged drawings have some.
+  std::map<std::uint64_t, std::size_t> sharedHandles{};
 };
 
-// Throws Failure for a name or a handle that the drawing does not have, with those that were probably meant or, of few,
+// A handle that several entities have selects them all. Throws Failure for a name or a handle that the drawing does not have, with those that were probably meant or, of few,
 // those that it has; also for a condition that makes no sense there. Throws UsageFailure for one that is none.
 SelectedEntities select(database::Drawing& drawing, const SelectionRequest& request);
+
+// Tells people of the shared handles, in lines of their own; empty when there are none.
+std::string remarkOnHandles(const SelectedEntities& selected);
+// As handleText() writes them.
+std::vector<std::string> sharedHandleTexts(const SelectedEntities& selected);
 
 // "Line" for an entity with an automation class of its own, else "Entity".
 std::string className(VkDbObjectId id);

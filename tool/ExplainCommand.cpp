@@ -12,6 +12,7 @@
 #include "palette/Palette.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
+#include "tool/JsonOutput.h"
 #include "tool/NamedRows.h"
 #include "tool/OpenDrawing.h"
 #include "tool/Patterns.h"
@@ -377,7 +378,7 @@ void printAsJson(const ExplainRequest& request, const palette::Selection& select
                               {"handles", handlesOf(value.group.entities)},
                               {"select", value.option}});
   }
-  out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+  printJson(json, out);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "tool/Columns.h"
 #include "tool/Commands.h"
 #include "tool/DrawingInfo.h"
+#include "tool/JsonOutput.h"
 #include "tool/OpenDrawing.h"
 
 namespace velt::tool {
@@ -194,7 +195,7 @@ void printAsJson(const InfoRequest& request, const DrawingInfo& info, std::ostre
     if (of.isGeneric)
       json["notUnderstood"]["types"].push_back({{"type", of.dxfType}, {"entities", countJson(of.entities)}});
   }
-  out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+  printJson(json, out);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "palette/Palette.h"
 #include "tool/Columns.h"
 #include "tool/Commands.h"
+#include "tool/JsonOutput.h"
 #include "tool/OpenDrawing.h"
 #include "tool/Progress.h"
 #include "tool/RowJson.h"
@@ -50,7 +51,7 @@ void printForPeople(const std::vector<ListedEntity>& entities, const Terminal& t
   const auto lineOf = [&](const ListedEntity& entity) {
     return terminal.fitted(fmt::format("{}  {}  {}  {}", padded(entity.handle, columns(widest.handle)),
                                        padded(entity.className, columns(widest.className)),
-                                       padded(entity.dxfName, columns(widest.dxfName)), entity.layer));
+                                       padded(entity.dxfName, columns(widest.dxfName)), palette::oneLine(palette::fromUtf8(entity.layer))));
   };
   out << terminal.bold(lineOf(headings)) << '\n';
   for (const ListedEntity& entity : entities)
@@ -63,6 +64,8 @@ void printAsJson(const ListRequest& request, const SelectedEntities& selected,
                                  {"count", entities.size()},
                                  {"entities", nlohmann::ordered_json::array()}};
   if (selected.leftOutInBlocks > 0) json["leftOutInBlocks"] = selected.leftOutInBlocks;
+  if (const std::vector<std::string> handles = sharedHandleTexts(selected); !handles.empty())
+    json["sharedHandles"] = handles;
   for (const ListedEntity& entity : entities) {
     json["entities"].push_back({{"handle", entity.handle},
                                 {"class", entity.className},
@@ -70,7 +73,7 @@ void printAsJson(const ListRequest& request, const SelectedEntities& selected,
                                 {"layer", entity.layer}});
     if (!entity.values.is_null()) json["entities"].back()["values"] = entity.values;
   }
-  out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+  printJson(json, out);
 }
 
 }  // namespace
@@ -91,6 +94,7 @@ void list(const ListRequest& request, std::ostream& out) {
     printAsJson(request, selected, entities, out);
   } else {
     printForPeople(entities, request.terminal, out);
+    out << remarkOnHandles(selected);
     if (selected.leftOutInBlocks > 0) out << '\n' << leftOutText(selected);
   }
 }

@@ -12,6 +12,7 @@
 #include "tool/Assignment.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
+#include "tool/JsonOutput.h"
 #include "tool/OpenDrawing.h"
 #include "tool/Progress.h"
 
@@ -67,14 +68,15 @@ void printOutcome(const palette::Report& outcome, const std::vector<VkDbObjectId
   line(Fate::notReached, "not reached after the refusal");
 }
 
-void printForPeople(const SetRequest& request, const Report& report, const std::vector<VkDbObjectId>& ids,
+void printForPeople(const SetRequest& request, const Report& report, const SelectedEntities& selected,
                     std::ostream& out) {
+  const std::vector<VkDbObjectId>& ids = selected.ids;
   out << fmt::format("{}: {} selected\n", request.drawing, entitiesText(ids.size()));
   for (const auto& [assignment, outcome] : report.assignments) {
     out << fmt::format("\n{}\n", assignment.text);
     printOutcome(outcome, ids, out);
   }
-  out << fmt::format("\n{}\n", report.remark);
+  out << remarkOnHandles(selected) << fmt::format("\n{}\n", report.remark);
 }
 
 nlohmann::ordered_json outcomeJson(const Assignment& assignment, const palette::Report& outcome,
@@ -96,16 +98,18 @@ nlohmann::ordered_json outcomeJson(const Assignment& assignment, const palette::
   return json;
 }
 
-void printAsJson(const SetRequest& request, const Report& report, const std::vector<VkDbObjectId>& ids,
+void printAsJson(const SetRequest& request, const Report& report, const SelectedEntities& selected,
                  std::ostream& out) {
+  const std::vector<VkDbObjectId>& ids = selected.ids;
   nlohmann::ordered_json json = {{"drawing", request.drawing},
                                  {"selection", {{"count", ids.size()}}},
                                  {"assignments", nlohmann::ordered_json::array()},
                                  {"saved", nullptr}};
+  if (!selected.sharedHandles.empty()) json["selection"]["sharedHandles"] = sharedHandleTexts(selected);
   for (const auto& [assignment, outcome] : report.assignments)
     json["assignments"].push_back(outcomeJson(assignment, outcome, ids));
   if (!report.savedTo.empty()) json["saved"] = report.savedTo;
-  out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+  printJson(json, out);
 }
 
 // --- the work --------------------------------------------------------------------------------------------
@@ -173,7 +177,8 @@ ExitCode set(const SetRequest& request, std::ostream& out, std::ostream& err) {
     assignments.push_back(parseAssignment(text));
 
   const std::unique_ptr<database::Drawing> drawing = openDrawing(request.drawing);
-  const std::vector<VkDbObjectId> ids = select(*drawing, request.selection).ids;
+  const SelectedEntities selected = select(*drawing, request.selection);
+  const std::vector<VkDbObjectId>& ids = selected.ids;
   if (ids.empty()) throw Failure(fmt::format("{}: nothing selected", request.drawing));
 
   Report report;
@@ -184,7 +189,7 @@ ExitCode set(const SetRequest& request, std::ostream& out, std::ostream& err) {
     if (report.isRefused && !request.keepGoing) break;
   }
   saveUnlessForbidden(request, *drawing, report, err);
-  (request.json ? printAsJson : printForPeople)(request, report, ids, out);
+  (request.json ? printAsJson : printForPeople)(request, report, selected, out);
   return report.isRefused ? failed : succeeded;
 }
 

@@ -12,6 +12,7 @@
 #include "tool/Columns.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
+#include "tool/JsonOutput.h"
 #include "tool/OpenDrawing.h"
 #include "tool/ReadOnlyRows.h"
 #include "tool/RowJson.h"
@@ -159,6 +160,7 @@ void printHeading(const Shown& shown, std::ostream& out) {
   if (shown.locked > 0) {
     out << fmt::format("On locked layers, which are not written to: {}\n", entitiesText(shown.locked));
   }
+  out << remarkOnHandles(shown.selected);
   if (shown.selection.rows().empty()) out << "\nThe selected entities have no property in common.\n";
 }
 
@@ -198,6 +200,8 @@ void printAsJson(const Shown& shown, std::ostream& out) {
   if (shown.locked > 0) json["selection"]["locked"] = shown.locked;
   if (shown.selected.leftOutInBlocks > 0)
     json["selection"]["leftOutInBlocks"] = shown.selected.leftOutInBlocks;
+  if (const std::vector<std::string> handles = sharedHandleTexts(shown.selected); !handles.empty())
+    json["selection"]["sharedHandles"] = handles;
   for (const palette::Row& row : shown.selection.rows()) {
     nlohmann::ordered_json& made = json["rows"].emplace_back(rowJson(row, shown.style));
     if (const std::string reason = readOnlyReason(row);
@@ -207,7 +211,7 @@ void printAsJson(const Shown& shown, std::ostream& out) {
       made["refused"] = {{"count", refusals.entities.size()}, {"reason", refusals.reason}};
     if (shown.request.values && row.isVarying()) made["values"] = valuesJson(shown, row);
   }
-  out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+  printJson(json, out);
 }
 
 }  // namespace

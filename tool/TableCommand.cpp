@@ -12,6 +12,7 @@
 #include "tool/Commands.h"
 #include "tool/EntityFacts.h"
 #include "tool/Failure.h"
+#include "tool/JsonOutput.h"
 #include "tool/NamedRows.h"
 #include "tool/OpenDrawing.h"
 #include "tool/Patterns.h"
@@ -168,7 +169,7 @@ Json lineOf(VkDbObjectId entity, Json values) {
 }
 
 std::string written(const Json& line) {
-  return line.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
+  return jsonText(line, -1) + '\n';
 }
 
 void printAllAsJson(palette::Selection& selection, std::ostream& out) {

@@ -1,5 +1,6 @@
 #include "palette/selection/EntityValue.h"
 
+#include <string>
 #include <utility>
 
 #include "holders/InterfaceHolder.h"
@@ -43,6 +44,7 @@ HRESULT readElement(const PROPINFO& row, const VeltPropData& entry, VARIANT* val
 }
 
 HRESULT readWhole(const PROPINFO& row, const VeltPropData& entry, VARIANT* value) {
+  if (entry.pDispatch == nullptr) return E_NOINTERFACE;
   DISPID dispId = 0;
   if (const HRESULT found = findProperty(row, entry, dispId); FAILED(found)) return found;
   DISPPARAMS none{};
@@ -62,12 +64,14 @@ HRESULT read(const PROPINFO& row, const VeltPropData& entry, std::size_t index, 
 }  // namespace
 
 HRESULT findProperty(const PROPINFO& row, const VeltPropData& entry, DISPID& dispId) {
-  if (entry.pDispatch == nullptr) return E_NOINTERFACE;
   dispId = row.dispId;
   if (entry.clsid == row.clsid) return S_OK;
   // GetIDsOfNames takes no pointer to const, although it only reads.
   LPOLESTR name = const_cast<LPOLESTR>(row.name.c_str());
-  return entry.pDispatch->GetIDsOfNames(GUID_NULL, &name, 1, LOCALE_SYSTEM_DEFAULT, &dispId);
+  if (entry.pDispatch == nullptr) return E_NOINTERFACE;
+  const HRESULT found = entry.pDispatch->GetIDsOfNames(GUID_NULL, &name, 1, LOCALE_SYSTEM_DEFAULT, &dispId);
+  // The layer, which writes by the name as well, takes 0 for no member.
+  return SUCCEEDED(found) && dispId == 0 ? DISP_E_UNKNOWNNAME : found;
 }
 
 Value entityValue(const PROPINFO& row, const VeltPropData& entry, std::size_t index) {

@@ -321,3 +321,43 @@ TEST(CommandLine, ADrawingWithoutATableOfLayersCanBeEdited) {
   EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
   EXPECT_THAT(outcome.out, HasSubstr("1 changed"));
 }
+
+TEST(CommandLine, NothingOutOfADrawingIsObeyedByATerminal) {
+  const TemporaryFolder folder;
+  const std::string escape = "\x1B]0;owned\x07";
+  const std::string file = folder.write(
+      "a.dxf",
+      drawingOf({{"0"}, {escape + "Walls"}}, line("2F", escape + "Walls") + line("30", "\u009BDoors")));
+  for (const std::vector<const char*>& arguments :
+       {std::vector<const char*>{"list", file.c_str()},
+        {"list", file.c_str(), "--json", "--values"},
+        {"show", file.c_str(), "--all", "--choices"},
+        {"show", file.c_str(), "--handle", "2F", "--json"},
+        {"show", file.c_str(), "--layer", "none"},
+        {"set", file.c_str(), "--all", "Layer=none", "--dry-run"}}) {
+    const Outcome outcome = veltprops(arguments);
+    for (const std::string& text : {outcome.out, outcome.err}) {
+      EXPECT_EQ(text.find_first_of("\x1B\x07\r"), std::string::npos) << text;
+      EXPECT_EQ(text.find("\u009B"), std::string::npos) << text;
+    }
+  }
+}
+
+TEST(CommandLine, AValueThatIsNotUtf8IsAFailureAndNothingIsSaved) {
+  const TemporaryFolder folder;
+  const std::string text = pairs({{0, "TEXT"},
+                                  {5, "2F"},
+                                  {100, "AcDbEntity"},
+                                  {8, "0"},
+                                  {100, "AcDbText"},
+                                  {10, "0"},
+                                  {20, "0"},
+                                  {30, "0"},
+                                  {40, "1"},
+                                  {1, "old"},
+                                  {100, "AcDbText"}});
+  const std::string file = folder.write("a.dxf", drawingOf({{"0"}}, text));
+  const Outcome outcome = veltprops({"set", file.c_str(), "--all", "Contents=\xFFnew", "--dry-run"});
+  EXPECT_EQ(outcome.exitCode, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("Contents: the text is not UTF-8"));
+}

@@ -186,3 +186,27 @@ TEST(EntitySelection, WhatIsLeftOutInBlocksIsToldInALine) {
             "2 entities inside block definitions not looked at (--in-blocks includes them)\n");
   EXPECT_EQ(entitiesText(2), "2 entities");
 }
+
+TEST(EntitySelection, AHandleThatSeveralEntitiesHaveSelectsWhatTheListShows) {
+  const auto drawing = Drawing::parse(
+      drawingOf({{"0"}}, line("2F", "0") + circle("2F", "0") + line("30", "0") + line("10", "0")),
+      "house.dxf");
+  EXPECT_THAT(handlesOf(*drawing, {.handles = {"2F"}}), ElementsAre("2F", "2F"));
+  EXPECT_THAT(handlesOf(*drawing, {.handles = {"10"}}), ElementsAre("10")) << "a layer has it, too";
+  const SelectedEntities all = select(*drawing, {.all = true});
+  EXPECT_THAT(all.sharedHandles, ElementsAre(std::pair(0x2FU, 2U)));
+  EXPECT_THAT(sharedHandleTexts(all), ElementsAre("2F"));
+}
+
+TEST(EntitySelection, SharedHandlesAreToldOnceAndNotAllByName) {
+  std::string entities;
+  for (int i = 0; i < 10; ++i)
+    entities += line(std::to_string(20 + i), "0") + line(std::to_string(20 + i), "0");
+  const auto drawing = Drawing::parse(drawingOf({{"0"}}, entities), "house.dxf");
+  const std::string remark = remarkOnHandles(select(*drawing, {.all = true}));
+  EXPECT_THAT(remark, HasSubstr("20 (2 entities), 21 (2 entities)"));
+  EXPECT_THAT(remark, HasSubstr("27 (2 entities) and 2 more; --handle selects them all\n"));
+  EXPECT_EQ(remarkOnHandles(select(*drawing, {.layers = {"0"}, .types = {"Line"}})), remark);
+  const auto whole = sampleOf();
+  EXPECT_EQ(remarkOnHandles(select(*whole, {.all = true})), "");
+}

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
@@ -63,4 +64,25 @@ TEST_F(ListCommand, ValuesAreThoseOfEachEntityByItself) {
   EXPECT_EQ(valueOf(0, "Start X"), 1.5);
   EXPECT_EQ(valueOf(1, "Radius"), 2.5);
   EXPECT_EQ(valueOf(0, "Radius"), "no such value");
+}
+
+TEST(ListOfADamagedDrawing, TellsOfSharedHandles) {
+  TemporaryFolder folder;
+  const std::string file = folder.write("twice.dxf", drawingOf({{"0"}}, line("2F", "0") + circle("2F", "0")));
+  std::ostringstream out;
+  list({.drawing = file}, out);
+  EXPECT_THAT(out.str(), testing::HasSubstr(
+                             "\nThe drawing is damaged: several entities have the handle 2F (2 entities)"));
+  std::ostringstream json;
+  list({.drawing = file, .json = true}, json);
+  EXPECT_EQ(nlohmann::json::parse(json.str())["sharedHandles"], nlohmann::json{"2F"});
+}
+
+TEST(ListOfADamagedDrawing, ALayersNameStaysOnItsLine) {
+  TemporaryFolder folder;
+  const std::string file = folder.write("lines.dxf", drawingOf({{"0"}}, line("2F", "A\\U+000AFAKE  Line")));
+  std::ostringstream out;
+  list({.drawing = file}, out);
+  const std::string text = out.str();
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 2);
 }
