@@ -16,10 +16,25 @@ bool isObeyed(wchar_t c) {
   return (c < 0x20 && c != L'\n') || (c >= 0x7F && c < 0xA0);
 }
 
-std::string cleaned(std::string_view text) {
+// The length of the style that the text begins with; 0 when it begins with none.
+std::size_t styleLength(std::wstring_view text) {
+  for (const std::wstring_view style : {L"\033[0m", L"\033[1m", L"\033[2m"}) {
+    if (text.starts_with(style)) return style.size();
+  }
+  return 0;
+}
+
+std::string cleaned(std::string_view text, bool hasColor) {
   constexpr wchar_t replacement = 0xFFFD;
   std::wstring wide = palette::fromUtf8(text);
-  std::replace_if(wide.begin(), wide.end(), isObeyed, replacement);
+  for (std::size_t i = 0; i < wide.size(); ++i) {
+    const std::size_t style = hasColor ? styleLength(std::wstring_view(wide).substr(i)) : 0;
+    if (style > 0) {
+      i += style - 1;
+    } else if (isObeyed(wide[i])) {
+      wide[i] = replacement;
+    }
+  }
   return palette::toUtf8(wide);
 }
 
@@ -45,7 +60,7 @@ int CleanOutput::sync() {
 
 bool CleanOutput::passOn(std::size_t length) {
   const std::string_view lines = std::string_view(pending_).substr(0, length);
-  to_ << (std::all_of(lines.begin(), lines.end(), isPlain) ? std::string(lines) : cleaned(lines));
+  to_ << (std::all_of(lines.begin(), lines.end(), isPlain) ? std::string(lines) : cleaned(lines, hasColor_));
   pending_.erase(0, length);
   return static_cast<bool>(to_);
 }

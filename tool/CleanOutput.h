@@ -4,7 +4,7 @@
 //
 // Names and messages come out of drawings and plug-ins, and may hold what a terminal obeys instead of showing it. All
 // that the tool writes goes through here: control characters other than line ends, and bytes that are not UTF-8, become
-// U+FFFD.
+// U+FFFD. Where the program's own text has colors, the sequences for them (Terminal.h) pass.
 //
 // Lines are passed on as they end, the rest with flush() or at the end. A failure of the stream behind shows in this one
 // as in any other stream.
@@ -19,7 +19,8 @@ namespace velt::tool {
 class CleanOutput : private std::streambuf, public std::ostream {
  public:
   // The stream must outlive it.
-  explicit CleanOutput(std::ostream& to) : std::ostream(static_cast<std::streambuf*>(this)), to_(to) {}
+  explicit CleanOutput(std::ostream& to, bool hasColor = false)
+      : std::ostream(static_cast<std::streambuf*>(this)), to_(to), hasColor_(hasColor) {}
   ~CleanOutput() override { passOn(pending_.size()); }
 
  private:
@@ -31,6 +32,7 @@ class CleanOutput : private std::streambuf, public std::ostream {
   bool passOn(std::size_t length);
 
   std::ostream& to_;
+  const bool hasColor_;
   std::string pending_;
 };
 

@@ -248,15 +248,14 @@ struct CommandLine {
   ExitCode codeOfFailure() const { return diffCommand->parsed() ? wrongUsage : failed; }
 
   // Where the text of this command goes.
-  Terminal terminalFor(const std::ostream& out) const {
-    Terminal terminal = terminalOf(out);
+  Terminal asWideAsAsked(Terminal terminal) const {
     if (isWide) terminal.width.reset();
     return terminal;
   }
 
-  ExitCode runCommand(std::ostream& out, std::ostream& err) {
-    showRequest.terminal = listRequest.terminal = tableRequest.terminal = terminalFor(out);
-    infoRequest.terminal = diffRequest.terminal = explainRequest.terminal = terminalFor(out);
+  ExitCode runCommand(std::ostream& out, std::ostream& err, const Terminal& terminal) {
+    showRequest.terminal = listRequest.terminal = tableRequest.terminal = asWideAsAsked(terminal);
+    infoRequest.terminal = diffRequest.terminal = explainRequest.terminal = asWideAsAsked(terminal);
     sources::LoadedPlugins loaded([&](const std::string& line) { err << "veltprops: " << line << '\n'; });
     loadPlugins(loaded, plugins);
     if (setCommand->parsed()) return set(setRequest, out, err);
@@ -279,7 +278,8 @@ int fail(std::ostream& err, ExitCode code, std::string_view message) {
 }  // namespace
 
 int run(int argumentCount, const char* const* arguments, std::ostream& plainOut, std::ostream& plainErr) {
-  CleanOutput out(plainOut);
+  const Terminal terminal = terminalOf(plainOut);
+  CleanOutput out(plainOut, terminal.hasColor);
   CleanOutput err(plainErr);
   CommandLine commandLine;
   try {
@@ -289,7 +289,7 @@ int run(int argumentCount, const char* const* arguments, std::ostream& plainOut,
     return commandLine.app.exit(error, out, err) == 0 ? succeeded : wrongUsage;
   }
   try {
-    const ExitCode code = commandLine.runCommand(out, err);
+    const ExitCode code = commandLine.runCommand(out, err, terminal);
     out.flush();
     return out ? code : fail(err, commandLine.codeOfFailure(), "the output could not be written");
   } catch (const UsageFailure& failure) {

@@ -23,6 +23,12 @@ TEST(CleanOutput, TextPassesAsItIs) {
   EXPECT_EQ(cleaned("no line end"), "no line end");
 }
 
+TEST(CleanOutput, TheProgramsOwnStylesPassWhereItHasColors) {
+  std::ostringstream to;
+  CleanOutput(to, true) << "\x1B[1mGeneral\x1B[0m \x1B[2mfaint\x1B[0m \x1B[31mred\n";
+  EXPECT_EQ(to.str(), std::string("\x1B[1mGeneral\x1B[0m \x1B[2mfaint\x1B[0m ") + replaced + "[31mred\n");
+}
+
 TEST(CleanOutput, WhatATerminalObeysIsReplaced) {
   const std::string r = replaced;
   EXPECT_EQ(cleaned("\x1B[31mred\x1B[0m"), r + "[31mred" + r + "[0m");
