@@ -5,6 +5,7 @@ import os
 import pathlib
 import pty
 import re
+import select
 import struct
 import subprocess
 import sys
@@ -32,18 +33,17 @@ class TheText(unittest.TestCase):
         clean = {name: value for name, value in os.environ.items() if name != "NO_COLOR"}
         with subprocess.Popen([self.tool, *arguments], cwd=self.folder.name, stdout=its, stderr=subprocess.DEVNULL,
                               env=clean | {"TERM": "xterm"} | environment) as running:
-            os.close(its)
             text = b""
+            # Our copy of its end stays open: where the last one closes, what was not yet read can be lost.
             while True:
-                try:
-                    part = os.read(ours, 4096)
-                except OSError:  # the other end is closed
+                ended = running.poll() is not None
+                if select.select([ours], [], [], 0.5)[0]:
+                    text += os.read(ours, 4096)
+                elif ended:
                     break
-                if not part:
-                    break
-                text += part
+            os.close(its)
             os.close(ours)
-            self.assertEqual(0, running.wait())
+            self.assertEqual(0, running.returncode)
         return text.decode()
 
     def test_fits_the_terminal(self):
