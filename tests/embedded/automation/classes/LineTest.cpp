@@ -30,6 +30,19 @@ TEST_F(LineTest, EndsAreWhereTheyAreStored) {
   EXPECT_EQ((Numbers{0, 0, -1}), line.numbers(L"Normal"));
 }
 
+TEST_F(LineTest, CoordinatesAskedForInAnyOrderAreThoseOfTheirPointAndLine) {
+  const Bound line(*drawing, 0);
+  const Bound other(*drawing, 1);
+  EXPECT_EQ(2, line.element(L"StartPoint", 1));
+  EXPECT_EQ(-2, line.element(L"EndPoint", 1));
+  EXPECT_EQ(1, other.element(L"EndPoint", 1));
+  EXPECT_EQ(15, line.element(L"EndPoint", 2));
+  EXPECT_EQ(3, line.element(L"StartPoint", 2));
+  EXPECT_EQ(S_OK, line.putElement(L"StartPoint", 2, 7));
+  EXPECT_EQ(7, line.element(L"StartPoint", 2));
+  EXPECT_EQ(2, line.element(L"StartPoint", 1));
+}
+
 TEST_F(LineTest, DeltaLengthAndAngleFollowFromTheEnds) {
   const Bound line(*drawing, 0);
   EXPECT_EQ((Numbers{3, -4, 12}), line.numbers(L"Delta"));
