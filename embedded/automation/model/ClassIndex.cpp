@@ -50,7 +50,7 @@ void ClassIndex::addRows(std::span<const PropertyRow> table) {
 void ClassIndex::addSlot(DISPID dispId, std::size_t entry) {
   const auto slot = static_cast<std::uint32_t>(dispId);
   if (slot >= slots_.size()) slots_.resize(std::size_t{slot} + 1);
-  if (slots_[slot] == 0) slots_[slot] = static_cast<std::uint16_t>(entry);
+  slots_[slot] = static_cast<std::uint16_t>(entry);
 }
 
 const ClassIndex::Entry* ClassIndex::findEntry(DISPID dispId) const noexcept {

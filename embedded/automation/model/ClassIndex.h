@@ -48,8 +48,8 @@ class ClassIndex {
   std::vector<const PropertyRow*> rows_;
   // In the order of rows_.
   std::vector<Entry> entries_;
-  // By DISPID, the entry of the first row that has it, counted from 1; 0 for none. Every call names a DISPID, and all of
-  // them are small numbers.
+  // By DISPID, the entry that has it, counted from 1; 0 for none. Every call names a DISPID; a class has each once, and
+  // all of them are small numbers.
   std::vector<std::uint16_t> slots_;
   NameIndex names_;
   platform::LedgerAccount* account_;

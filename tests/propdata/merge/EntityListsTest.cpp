@@ -3,14 +3,12 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
-#include <algorithm>
-#include <iostream>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "propdata/merge/Cores.h"
 #include "tests/propdata/merge/MergeScenario.h"
+#include "tests/propdata/merge/MergeScenarioRun.h"
 #include "tests/propdata/merge/ReferenceMerge.h"
 #include "tests/support/LayerTest.h"
 #include "tests/support/ToySelection.h"
@@ -200,10 +198,6 @@ Outcome outcomeOfRecords(const SharedScenario& shared) {
           world.host.balance()};
 }
 
-struct Reached {
-  int kept = 0, varying = 0, brokenUp = 0, messages = 0, pairs = 0;
-};
-
 SharedScenario someSharedScenario(int mostRows) {
   SharedScenario shared;
   shared.scenario = *rc::gen::resize(rc::kNominalSize, someScenario(mostRows));
@@ -228,33 +222,9 @@ void compareWithRecords(int mostRows, int scenarios) {
     RC_ASSERT(actual.errorText == expected.errorText);
     RC_ASSERT(actual.balance == expected.balance);
     if (shared.classOf.size() < 2) return;
-    reached.kept += !expected.result.empty();
-    reached.varying += std::ranges::any_of(
-        expected.result, [](const std::string& row) { return row.find(" varies 1") != std::string::npos; });
-    reached.brokenUp += std::ranges::any_of(expected.calls, [](const std::string& call) {
-      return call.starts_with("GetElementValue") && !call.ends_with(" on e0");
-    });
-    reached.messages += expected.errorText != "as before";
-    reached.pairs += std::ranges::any_of(
-        expected.result, [](const std::string& row) { return row.find("sources (") != std::string::npos; });
+    reached.count(expected);
   };
-
-  rc::detail::TestParams params = rc::detail::configuration().testParams;
-  params.maxSuccess = std::max(params.maxSuccess, scenarios);
-  std::cout << "seed " << params.seed << " (RC_PARAMS=\"seed=" << params.seed << "\" runs it again)\n";
-  const rc::detail::TestResult outcome =
-      rc::detail::checkProperty(rc::detail::toProperty(property), rc::detail::TestMetadata(), params);
-  if (!outcome.is<rc::detail::SuccessResult>()) {
-    std::ostringstream message;
-    rc::detail::printResultMessage(outcome, message);
-    FAIL() << message.str();
-  }
-  const int enough = params.maxSuccess / 50;
-  EXPECT_GT(reached.kept, enough);
-  EXPECT_GT(reached.varying, enough);
-  EXPECT_GT(reached.brokenUp, enough);
-  EXPECT_GT(reached.messages, enough);
-  EXPECT_GT(reached.pairs, enough);
+  holdsForScenarios(property, scenarios, reached);
 }
 
 TEST(EntityLists, DoOnSmallSelectionsWhatTheNestedScansOverRecordsWouldDo) {

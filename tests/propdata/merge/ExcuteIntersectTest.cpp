@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
-#include <algorithm>
-#include <iostream>
-
 #include "tests/propdata/merge/MergeScenario.h"
+#include "tests/propdata/merge/MergeScenarioRun.h"
 #include "tests/propdata/merge/ReferenceMerge.h"
 #include "tests/support/LayerTest.h"
 #include "tests/support/ToyColor.h"
@@ -1035,11 +1033,6 @@ Outcome outcomeOfTheReference(const Scenario& scenario) {
           world.host.balance()};
 }
 
-// What was reached, so that a generator that reaches nothing shows.
-struct Reached {
-  int kept = 0, varying = 0, brokenUp = 0, messages = 0, pairs = 0;
-};
-
 void compareWithTheReference(int mostRows, int scenarios) {
   Reached reached;
   const auto property = [&] {
@@ -1053,36 +1046,9 @@ void compareWithTheReference(int mostRows, int scenarios) {
     RC_ASSERT(actual.errorText == expected.errorText);
     RC_ASSERT(actual.balance == expected.balance);
     if (scenario.entities.size() < 2) return;
-    reached.kept += !expected.result.empty();
-    reached.varying += std::ranges::any_of(
-        expected.result, [](const std::string& row) { return row.find(" varies 1") != std::string::npos; });
-    reached.brokenUp += std::ranges::any_of(expected.calls, [](const std::string& call) {
-      return call.starts_with("GetElementValue") && !call.ends_with(" on e0");
-    });
-    reached.messages += expected.errorText != "as before";
-    reached.pairs += std::ranges::any_of(
-        expected.result, [](const std::string& row) { return row.find("sources (") != std::string::npos; });
+    reached.count(expected);
   };
-
-  rc::detail::TestParams params = rc::detail::configuration().testParams;
-  params.maxSuccess = std::max(params.maxSuccess, scenarios);
-  std::cout << "seed " << params.seed << " (RC_PARAMS=\"seed=" << params.seed << "\" runs it again)\n";
-  const rc::detail::TestResult outcome =
-      rc::detail::checkProperty(rc::detail::toProperty(property), rc::detail::TestMetadata(), params);
-  if (!outcome.is<rc::detail::SuccessResult>()) {
-    std::ostringstream message;
-    rc::detail::printResultMessage(outcome, message);
-    FAIL() << message.str();
-  }
-  std::cout << "of " << params.maxSuccess << ": with rows kept " << reached.kept << ", varying "
-            << reached.varying << ", broken up " << reached.brokenUp << ", messages " << reached.messages
-            << ", pairs " << reached.pairs << "\n";
-  const int enough = params.maxSuccess / 50;
-  EXPECT_GT(reached.kept, enough);
-  EXPECT_GT(reached.varying, enough);
-  EXPECT_GT(reached.brokenUp, enough);
-  EXPECT_GT(reached.messages, enough);
-  EXPECT_GT(reached.pairs, enough);
+  holdsForScenarios(property, scenarios, reached);
 }
 
 TEST(ExcuteIntersect, DoesOnSmallSelectionsWhatTheNestedScansWouldDo) {
