@@ -50,6 +50,15 @@ endforeach()
 
 # --- one executable per folder of tests/ --------------------------------------------------------------------------
 #
+# Debug builds hand the compiler eight files of a program in one piece: what one of them has instantiated the next seven
+# have too, and tests compile in a quarter of the time. So names without linkage are unique among the files of a folder,
+# and an include that is missing shows with VELT_UNITY off alone, as clang-tidy wants it.
+set(veltUnity OFF)
+if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+  set(veltUnity ON)
+endif()
+option(VELT_UNITY "Compile the files of a test program several at a time" ${veltUnity})
+
 # Tests of the folders of the layer and of the palette library link the archives and reach their inner parts; tests of the
 # host and of its check see no layer; all others link the libraries as they ship.
 set(veltLayerFolders text errors container propdata)
@@ -80,7 +89,11 @@ foreach(folder IN LISTS veltTestFolders)
       target_link_libraries(${target} PRIVATE VeltPalette VeltPropData)
     endif()
     target_link_libraries(${target} PRIVATE VeltEmbeddedHost GTest::gmock_main)
-    set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON DEFINE_SYMBOL "")
+    set_target_properties(${target} PROPERTIES
+      ENABLE_EXPORTS ON
+      DEFINE_SYMBOL ""
+      UNITY_BUILD ${VELT_UNITY}
+      UNITY_BUILD_BATCH_SIZE 8)
     velt_test_code(${target})
     velt_precompiled(velt_test_headers ${target})
     if(VELT_PLUGIN_TARGETS OR veltTestPluginTargets)

@@ -23,7 +23,7 @@ namespace {
 using database::Drawing;
 
 // The entities of each kind.
-std::map<std::string, Ids> selectionsOf(const Drawing& drawing) {
+std::map<std::string, Ids> entitiesByKind(const Drawing& drawing) {
   std::map<std::string, Ids> selections;
   for (const VkDbObjectId id : drawing.entities())
     selections[std::string(drawing.view(database::resolve(id)->record).type())].push_back(id);
@@ -117,10 +117,10 @@ std::vector<PROPINFO> editableRows(const Query& query) {
 
 TEST(Writing, EveryRowOfTheSampleReachesTheWholeSelectionAndNothingElse) {
   std::set<std::string> refused;
-  const auto names = selectionsOf(*Drawing::parse(samples::sampleFloorPlan(), "sample.dxf"));
+  const auto names = entitiesByKind(*Drawing::parse(samples::sampleFloorPlan(), "sample.dxf"));
   for (const auto& [type, first] : names) {
     const auto drawing = Drawing::parse(samples::sampleFloorPlan(), "sample.dxf");
-    Ids selection = selectionsOf(*drawing)[type];
+    Ids selection = entitiesByKind(*drawing)[type];
     // The first entity gives the values; one on a locked layer would never have them changed to its own.
     std::stable_partition(selection.begin(), selection.end(),
                           [&](VkDbObjectId id) { return !isLocked(*drawing, id); });

@@ -1,13 +1,12 @@
 #include "tests/hostcheck/Stage.h"
 
+namespace velt::hostcheck {
+namespace {
+
 using namespace velt::tests;
 using namespace velt::toys;
 
-namespace {
-
 using Database = Stage;
-
-}  // namespace
 
 TEST_F(Database, IsFoundWhenAMadeUpIdOpens) {
   host.database[-1] = &entity;
@@ -71,3 +70,6 @@ TEST_F(Database, IsLeftWithNothingOpen) {
   EXPECT_EQ(entity.opened, 0);
   EXPECT_EQ(layer.opened, 0);
 }
+
+}  // namespace
+}  // namespace velt::hostcheck

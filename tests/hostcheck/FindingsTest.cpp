@@ -7,7 +7,8 @@
 
 #include "hostcheck/CheckList.h"
 
-using namespace velt::hostcheck;
+namespace velt::hostcheck {
+namespace {
 
 TEST(Findings, TellWhatWasExpectedWhatCameAndWhatSuffers) {
   Report report;
@@ -99,3 +100,6 @@ TEST(CheckList, NamesEachCheckOnceAndSaysWhatSuffers) {
     EXPECT_FALSE(check.suffers.empty()) << check.name;
   }
 }
+
+}  // namespace
+}  // namespace velt::hostcheck

@@ -5,9 +5,10 @@
 
 #include "tests/hostcheck/Stage.h"
 
-using namespace velt::tests;
-
+namespace velt::hostcheck {
 namespace {
+
+using namespace velt::tests;
 
 // What a broken function does instead of the host's own. Captures nothing, so it fits into the table.
 class HostFunctions : public Stage {
@@ -30,8 +31,6 @@ std::uint32_t bytesOf(const OLECHAR* text) {
 }
 
 TqVectorBlock brokenBlock{1, 0, 0, 16, nullptr};
-
-}  // namespace
 
 TEST_F(HostFunctions, OfTheToyHostKeepEverything) {
   EXPECT_EQ(broken(), Names{});
@@ -198,3 +197,6 @@ TEST_F(HostFunctions, AreFoundWhenAnErrorHasNoText) {
   };
   EXPECT_EQ(broken(), Names{"error-text"});
 }
+
+}  // namespace
+}  // namespace velt::hostcheck

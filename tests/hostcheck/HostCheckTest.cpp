@@ -9,11 +9,12 @@
 #include "hostcheck/CheckList.h"
 #include "tests/support/WholeDrawings.h"
 
+namespace velt::hostcheck {
+namespace {
+
 using namespace velt;
 using hostcheck::checks;
 using hostcheck::Report;
-
-namespace {
 
 std::vector<long> idsOf(const database::Drawing& drawing) {
   std::vector<long> ids;
@@ -21,8 +22,6 @@ std::vector<long> idsOf(const database::Drawing& drawing) {
     ids.push_back(id.asOldId());
   return ids;
 }
-
-}  // namespace
 
 TEST(HostCheck, FindsNothingInTheEmbeddedHost) {
   tests::forEachDrawing([](const tests::WholeDrawing& whole) {
@@ -66,3 +65,6 @@ TEST(HostCheck, WritesNothingToTheEntities) {
     EXPECT_EQ(drawing->document().bytes(), before) << whole.name;
   });
 }
+
+}  // namespace
+}  // namespace velt::hostcheck

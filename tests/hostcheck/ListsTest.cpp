@@ -1,14 +1,13 @@
 #include "tests/hostcheck/Fakes.h"
 #include "tests/hostcheck/Stage.h"
 
+namespace velt::hostcheck {
+namespace {
+
 using namespace velt::tests;
 using namespace velt::toys;
 
-namespace {
-
 using Lists = Stage;
-
-}  // namespace
 
 TEST_F(Lists, AreFoundWhenTextsAndCookiesOfChoicesDisagree) {
   LoseCookies object;
@@ -53,3 +52,6 @@ TEST_F(Lists, AreGivenBack) {
   found();
   EXPECT_EQ(host.balance(), "balanced");
 }
+
+}  // namespace
+}  // namespace velt::hostcheck

@@ -4,14 +4,13 @@
 #include "tests/hostcheck/Fakes.h"
 #include "tests/hostcheck/Stage.h"
 
+namespace velt::hostcheck {
+namespace {
+
 using namespace velt::tests;
 using namespace velt::toys;
 
-namespace {
-
 using Objects = Stage;
-
-}  // namespace
 
 TEST_F(Objects, AreFoundWhenTheyAreNotMade) {
   host.createInstance = [](REFCLSID) -> ToyObject* { return nullptr; };
@@ -65,3 +64,6 @@ TEST_F(Objects, AreGivenBack) {
   found();
   EXPECT_EQ(host.balance(), "balanced");
 }
+
+}  // namespace
+}  // namespace velt::hostcheck

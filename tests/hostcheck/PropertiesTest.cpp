@@ -3,14 +3,13 @@
 #include "tests/hostcheck/Fakes.h"
 #include "tests/hostcheck/Stage.h"
 
+namespace velt::hostcheck {
+namespace {
+
 using namespace velt::tests;
 using namespace velt::toys;
 
-namespace {
-
 using Properties = Stage;
-
-}  // namespace
 
 TEST_F(Properties, OfTheToyHostKeepEverything) {
   EXPECT_EQ(found(), Names{});
@@ -88,3 +87,6 @@ TEST_F(Properties, AreFoundWhenAnEmptyTextIsNull) {
   part[name].holds(null);
   EXPECT_EQ(found(), Names{"value-text"});
 }
+
+}  // namespace
+}  // namespace velt::hostcheck

@@ -1,14 +1,13 @@
 #include "tests/hostcheck/Fakes.h"
 #include "tests/hostcheck/Stage.h"
 
+namespace velt::hostcheck {
+namespace {
+
 using namespace velt::tests;
 using namespace velt::toys;
 
-namespace {
-
 using TypeInformation = Stage;
-
-}  // namespace
 
 TEST_F(TypeInformation, IsFoundWhenThereIsNone) {
   host.on("GetTypeInfo(").answerNull();
@@ -72,3 +71,6 @@ TEST_F(TypeInformation, IsFoundWhenTwoEntitiesOfOneClassHaveDifferentProperties)
   };
   EXPECT_EQ(found({id, 78}), Names{"class-shares-list"});
 }
+
+}  // namespace
+}  // namespace velt::hostcheck

@@ -10,10 +10,6 @@ namespace {
 
 constexpr MEMBERID memidOffset = 1000;
 
-BSTR newString(const std::wstring& text) {
-  return SysAllocString(text.c_str());
-}
-
 // Counted arrays as the caller is to free them.
 void fill(CALPOLESTR* out, const std::vector<std::wstring>& texts) {
   out->cElems = static_cast<ULONG>(texts.size());

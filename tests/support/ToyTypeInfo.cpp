@@ -4,10 +4,6 @@ namespace velt::toys {
 
 namespace {
 
-BSTR newString(const std::wstring& text) {
-  return SysAllocString(text.c_str());
-}
-
 void write(BSTR* out, BSTR text) {
   if (out != nullptr) {
     *out = text;

@@ -13,6 +13,10 @@
 
 namespace velt::toys {
 
+inline BSTR newString(const std::wstring& text) {
+  return SysAllocString(text.c_str());
+}
+
 class ToyTypeInfo;
 
 struct ToyFunction {

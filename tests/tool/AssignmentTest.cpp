@@ -9,10 +9,10 @@
 #include "host/automation/IdValues.h"
 #include "tool/Failure.h"
 
-using namespace velt::tool;
-using testing::HasSubstr;
-
+namespace velt::tool {
 namespace {
+
+using testing::HasSubstr;
 
 PROPINFO row(const wchar_t* shown, VARTYPE type, const wchar_t* name = L"") {
   PROPINFO made;
@@ -53,8 +53,6 @@ std::string failureOf(Call call) {
   }
   return "no failure";
 }
-
-}  // namespace
 
 TEST(Assignment, NameAndValueStandAroundTheFirstEqualsSign) {
   const Assignment made = parseAssignment(" Start X = a=b ");
@@ -139,3 +137,6 @@ TEST(Assignment, AValueOfAnotherKindCannotBeWrittenAsText) {
   EXPECT_EQ(failureOf([&] { valueFor(parseAssignment("data=1"), velt::palette::Row(data)); }),
             "data has a value that cannot be written as text");
 }
+
+}  // namespace
+}  // namespace velt::tool

@@ -4,9 +4,10 @@
 
 #include <sstream>
 
-using velt::tool::CleanOutput;
-
+namespace velt::tool {
 namespace {
+
+using velt::tool::CleanOutput;
 
 constexpr const char* replaced = "\xEF\xBF\xBD";
 
@@ -15,8 +16,6 @@ std::string cleaned(std::string_view text) {
   CleanOutput(to) << text;
   return to.str();
 }
-
-}  // namespace
 
 TEST(CleanOutput, TextPassesAsItIs) {
   EXPECT_EQ(cleaned("plain\nT\u00FCr \u8868 \U0001F600\n"), "plain\nT\u00FCr \u8868 \U0001F600\n");
@@ -64,3 +63,6 @@ TEST(CleanOutput, AFailureOfTheStreamShows) {
   out.flush();
   EXPECT_FALSE(out);
 }
+
+}  // namespace
+}  // namespace velt::tool

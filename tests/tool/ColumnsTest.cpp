@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
 
 TEST(Columns, CountCharactersNotBytes) {
   EXPECT_EQ(columns("\xC3\xA4\xC3\xA4"), 2U);
@@ -27,3 +28,6 @@ TEST(Columns, WhatIsNotUtf8CountsByTheByte) {
   EXPECT_EQ(columns("a\xFF\xFE"), 3U);
   EXPECT_EQ(shortened("\xFF\xFF\xFF", 2), "\xFF\u2026");
 }
+
+}  // namespace
+}  // namespace velt::tool

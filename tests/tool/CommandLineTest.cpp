@@ -9,13 +9,14 @@
 #include "tests/support/Places.h"
 #include "tests/tool/Drawings.h"
 
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-
-namespace {
 
 struct Outcome {
   int exitCode;
@@ -30,8 +31,6 @@ Outcome veltprops(std::vector<const char*> arguments) {
   const int exitCode = velt::tool::run(static_cast<int>(arguments.size()), arguments.data(), out, err);
   return {exitCode, out.str(), err.str()};
 }
-
-}  // namespace
 
 TEST(CommandLine, HelpIsAnswered) {
   const Outcome help = veltprops({"--help"});
@@ -128,8 +127,6 @@ TEST(CommandLine, LookingWritesNothing) {
 
 // --- plug-ins -------------------------------------------------------------------------------------------
 
-namespace {
-
 std::string plugin(const std::string& name) {
   return (velt::tests::testPluginFolder() / (name + ".so")).string();
 }
@@ -155,8 +152,6 @@ void expectSurvived(const Outcome& outcome, const std::string& plugin) {
   EXPECT_THAT(outcome.out, ContainsRegex("Good newer +fine"));
   EXPECT_THAT(outcome.err, HasSubstr("veltprops: plug-in " + plugin + ".so: "));
 }
-
-}  // namespace
 
 TEST(CommandLinePlugins, TheRowsOfAPluginAreShown) {
   const Outcome outcome = shownWith({plugin("Good")});
@@ -234,8 +229,6 @@ TEST(CommandLine, TheVersionIsAnswered) {
   EXPECT_THAT(outcome.out, ContainsRegex("^veltprops [0-9]+\\.[0-9]+"));
 }
 
-namespace {
-
 // A drawing with a line on Walls, a circle on Doors and one on 0.
 class Looking : public testing::Test {
  protected:
@@ -250,8 +243,6 @@ class Looking : public testing::Test {
       folder_.write("a.dxf", drawingOf({{"0"}, {"Walls"}, {"Doors"}},
                                        line("2F", "Walls") + circle("30", "Doors") + circle("31", "0")));
 };
-
-}  // namespace
 
 TEST_F(Looking, OneRuleForCommasHoldsForAllLists) {
   for (const std::vector<const char*>& selection : {std::vector<const char*>{"--handle", "2F,31"},
@@ -361,3 +352,6 @@ TEST(CommandLine, AValueThatIsNotUtf8IsAFailureAndNothingIsSaved) {
   EXPECT_EQ(outcome.exitCode, 1);
   EXPECT_THAT(outcome.err, HasSubstr("Contents: the text is not UTF-8"));
 }
+
+}  // namespace
+}  // namespace velt::tool

@@ -7,14 +7,14 @@
 #include "tool/EntitySelection.h"
 #include "tool/Failure.h"
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using velt::database::Drawing;
-
-namespace {
 
 class Where : public testing::Test {
  protected:
@@ -62,8 +62,6 @@ class Where : public testing::Test {
                                                                            {20, "8"}})),
                      "house.dxf");
 };
-
-}  // namespace
 
 TEST_F(Where, NumbersAreComparedAsNumbers) {
   EXPECT_THAT(where("Length > 5"), ElementsAre("2F", "33"));
@@ -125,3 +123,6 @@ TEST(ConditionCheck, NumbersThatDifferHardlyAreTheSame) {
   EXPECT_TRUE(isSameNumber(1e12, 1e12 + 1));
   EXPECT_FALSE(isSameNumber(1.0, 1.00001));
 }
+
+}  // namespace
+}  // namespace velt::tool

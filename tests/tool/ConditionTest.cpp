@@ -5,10 +5,10 @@
 
 #include "tool/Failure.h"
 
-using namespace velt::tool;
-using testing::HasSubstr;
-
+namespace velt::tool {
 namespace {
+
+using testing::HasSubstr;
 
 // As text, with every group in parentheses.
 std::string written(const Condition& condition) {
@@ -61,8 +61,6 @@ std::string troubleOf(std::string_view text) {
   }
 }
 
-}  // namespace
-
 TEST(Condition, ComparesANameWithAValue) {
   EXPECT_EQ(parsed("Radius>5"), "[Radius]>[5]");
   EXPECT_EQ(parsed(" Radius  <=  -5.5 "), "[Radius]<=[-5.5]");
@@ -105,3 +103,6 @@ TEST(Condition, SaysWhereItStopsBeingOneAndWhatIsMissing) {
   EXPECT_THAT(troubleOf("a=1 and or"), HasSubstr("a comparison such as Radius>5 is expected at \"or\""));
   EXPECT_THAT(troubleOf(""), HasSubstr("a comparison such as Radius>5 is expected at the end"));
 }
+
+}  // namespace
+}  // namespace velt::tool

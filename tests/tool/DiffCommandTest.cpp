@@ -9,12 +9,12 @@
 #include "tool/Commands.h"
 #include "tool/Failure.h"
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 using testing::EndsWith;
 using testing::HasSubstr;
-
-namespace {
 
 class DiffCommand : public testing::Test {
  protected:
@@ -33,8 +33,6 @@ class DiffCommand : public testing::Test {
   TemporaryFolder folder_;
   bool isDifferent_ = false;
 };
-
-}  // namespace
 
 TEST_F(DiffCommand, EqualEntitiesAreNoDifference) {
   EXPECT_THAT(between(line("2F", "0"), line("2F", "0")), HasSubstr("1 entity the same, 0 changed"));
@@ -96,3 +94,6 @@ TEST(Diff, NoWholeDrawingDiffersFromItself) {
     EXPECT_FALSE(diff({.drawing = file, .other = file}, out)) << out.str();
   });
 }
+
+}  // namespace
+}  // namespace velt::tool

@@ -5,13 +5,13 @@
 
 #include "tests/tool/Drawings.h"
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using velt::database::Drawing;
-
-namespace {
 
 std::string insert(const std::string& handle, const std::string& block) {
   return pairs({{0, "INSERT"},
@@ -48,8 +48,6 @@ std::unique_ptr<Drawing> sample() {
   text.insert(text.rfind("0\nEOF"), pairs({{0, "SECTION"}, {2, "CARGO"}, {0, "BOX"}, {0, "ENDSEC"}}));
   return Drawing::parse(text, "house.dxf");
 }
-
-}  // namespace
 
 TEST(DrawingInfo, TellsFormatAndUnits) {
   const DrawingInfo info = infoOf(*sample());
@@ -129,3 +127,6 @@ TEST(DrawingInfo, CountsTheEntitiesWithDataOfEachApplication) {
   ASSERT_EQ(info.layouts.size(), 1U);
   EXPECT_EQ(info.layouts[0].entities, 6U);
 }
+
+}  // namespace
+}  // namespace velt::tool

@@ -5,7 +5,9 @@
 #include "tests/tool/Drawings.h"
 #include "tool/EntitySelection.h"
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 using velt::database::Drawing;
 
@@ -25,3 +27,6 @@ TEST(EntityFacts, TellWhatAnEntityIsAndWhereItStands) {
   EXPECT_EQ(factOf(entity, "@layout"), "Model");
   EXPECT_EQ(factOf(entity, "@block"), "");
 }
+
+}  // namespace
+}  // namespace velt::tool

@@ -6,7 +6,9 @@
 #include "tests/tool/Drawings.h"
 #include "tool/Failure.h"
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -14,8 +16,6 @@ using testing::IsEmpty;
 using testing::Property;
 using testing::Throws;
 using velt::database::Drawing;
-
-namespace {
 
 std::unique_ptr<Drawing> sampleOf() {
   const std::string block = pairs({{0, "BLOCK"}, {5, "50"}, {8, "0"}, {2, "Door"}, {10, "0"}, {20, "0"}})
@@ -43,8 +43,6 @@ std::string failureOf(Drawing& drawing, const SelectionRequest& request) {
   }
   return "";
 }
-
-}  // namespace
 
 TEST(EntitySelection, AllTakesEverythingOutsideBlockDefinitionsInFileOrder) {
   const auto drawing = sampleOf();
@@ -210,3 +208,6 @@ TEST(EntitySelection, SharedHandlesAreToldOnceAndNotAllByName) {
   const auto whole = sampleOf();
   EXPECT_EQ(remarkOnHandles(select(*whole, {.all = true})), "");
 }
+
+}  // namespace
+}  // namespace velt::tool

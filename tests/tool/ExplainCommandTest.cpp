@@ -10,12 +10,12 @@
 #include "tool/Commands.h"
 #include "tool/Failure.h"
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 using testing::HasSubstr;
 using Json = nlohmann::json;
-
-namespace {
 
 std::string polyline(const std::string& handle) {
   return pairs({{0, "LWPOLYLINE"},
@@ -51,8 +51,6 @@ class ExplainCommand : public testing::Test {
  private:
   TemporaryFolder folder_;
 };
-
-}  // namespace
 
 TEST_F(ExplainCommand, ARowThatIsThereIsShownWithItsValue) {
   EXPECT_EQ(cause(line("2F", "0"), "Layer")["cause"], "shown");
@@ -129,3 +127,6 @@ TEST_F(ExplainCommand, WithoutEntitiesThereIsNothingToExplain) {
   EXPECT_THROW(explained(line("2F", "0"), "Layer", false, {.types = {"Hatch"}}), Failure);
   EXPECT_THROW(explained(line("2F", "0"), "Layer", false, {}), UsageFailure);
 }
+
+}  // namespace
+}  // namespace velt::tool

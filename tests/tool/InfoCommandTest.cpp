@@ -9,20 +9,18 @@
 #include "tests/tool/Drawings.h"
 #include "tool/Commands.h"
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 using testing::HasSubstr;
 using testing::StartsWith;
-
-namespace {
 
 std::string shown(const std::string& file, bool json = false) {
   std::ostringstream out;
   info({.drawing = file, .json = json}, out);
   return out.str();
 }
-
-}  // namespace
 
 TEST(InfoCommand, TellsOfTheDrawingUnderHeadings) {
   const TemporaryFolder folder;
@@ -64,3 +62,6 @@ TEST(InfoCommand, JsonCountsAlikeOfWholeDrawings) {
     EXPECT_EQ(onLayouts, json["entities"]["count"]);
   });
 }
+
+}  // namespace
+}  // namespace velt::tool

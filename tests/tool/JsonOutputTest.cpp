@@ -4,6 +4,7 @@
 
 #include <sstream>
 
+namespace velt::tool {
 namespace {
 
 std::string printed(const nlohmann::ordered_json& json) {
@@ -11,8 +12,6 @@ std::string printed(const nlohmann::ordered_json& json) {
   velt::tool::printJson(json, out);
   return out.str();
 }
-
-}  // namespace
 
 TEST(JsonOutput, ControlCharactersOfAllKindsAreEscapedAndReadBack) {
   const std::string text = "\x1B[31m \x7F \u009B \u00A0 \u00C2 \u8868";
@@ -24,3 +23,6 @@ TEST(JsonOutput, ControlCharactersOfAllKindsAreEscapedAndReadBack) {
 TEST(JsonOutput, BytesThatAreNotUtf8BecomeTheReplacementCharacter) {
   EXPECT_EQ(printed("a\xFF"), "\"a\xEF\xBF\xBD\"\n");
 }
+
+}  // namespace
+}  // namespace velt::tool

@@ -8,10 +8,10 @@
 #include "tests/tool/Drawings.h"
 #include "tool/Commands.h"
 
-using namespace velt::tool;
-using namespace velt::tests;
-
+namespace velt::tool {
 namespace {
+
+using namespace velt::tests;
 
 class ListCommand : public testing::Test {
  protected:
@@ -28,8 +28,6 @@ class ListCommand : public testing::Test {
       "house.dxf", drawingOf({{"0"}, {"Walls"}}, line("2F", "Walls") + circle("131", "0")
                                                      + pairs({{0, "3DFACE"}, {5, "33"}, {8, "Walls"}})));
 };
-
-}  // namespace
 
 TEST_F(ListCommand, EntitiesAreListedInColumns) {
   EXPECT_EQ(listed({}),
@@ -86,3 +84,6 @@ TEST(ListOfADamagedDrawing, ALayersNameStaysOnItsLine) {
   const std::string text = out.str();
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 2);
 }
+
+}  // namespace
+}  // namespace velt::tool

@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -17,3 +19,6 @@ TEST(Lists, ACommaThatBelongsToANameIsEscaped) {
   EXPECT_THAT(splitList("Width\\, inner,Height"), ElementsAre("Width, inner", "Height"));
   EXPECT_THAT(splitList("a\\b,c\\"), ElementsAre("a\\b", "c\\")) << "any other backslash stays";
 }
+
+}  // namespace
+}  // namespace velt::tool

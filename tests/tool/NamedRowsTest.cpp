@@ -3,12 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 using velt::palette::Row;
-
-namespace {
 
 class NamedRows : public testing::Test {
  protected:
@@ -38,8 +38,6 @@ class NamedRows : public testing::Test {
  private:
   std::vector<PROPINFO> records_;
 };
-
-}  // namespace
 
 TEST_F(NamedRows, ANameMeansTheRowsOfThatLabelAndElseOfThatName) {
   add(L"ScaleFactor", L"Scale");
@@ -73,3 +71,6 @@ TEST_F(NamedRows, ANumberSignThatIsNoNumberBelongsToTheName) {
   EXPECT_EQ(withoutNumber("Part#0"), std::pair(std::string("Part#0"), std::size_t{0}));
   EXPECT_EQ(withoutNumber("Part#12"), std::pair(std::string("Part"), std::size_t{12}));
 }
+
+}  // namespace
+}  // namespace velt::tool

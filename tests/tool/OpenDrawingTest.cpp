@@ -5,6 +5,9 @@
 #include "dxf/Error.h"
 #include "tests/tool/Drawings.h"
 
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 using velt::database::Drawing;
 using velt::tool::numberStyleOf;
@@ -47,3 +50,6 @@ TEST(NumberStyle, APrecisionBeyondReasonIsCutBack) {
   EXPECT_EQ(numberStyleOf(*drawing).lengthPlaces, 8);
   EXPECT_EQ(numberStyleOf(*drawing).anglePlaces, 0);
 }
+
+}  // namespace
+}  // namespace velt::tool

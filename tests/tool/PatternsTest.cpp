@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -37,3 +39,6 @@ TEST(Patterns, NamesThatWereProbablyMeantAreFound) {
   EXPECT_EQ(didYouMean("linetyp", names), "; did you mean Linetype or Linetype scale?");
   EXPECT_EQ(didYouMean("Thickness", names, "; there are five"), "; there are five");
 }
+
+}  // namespace
+}  // namespace velt::tool

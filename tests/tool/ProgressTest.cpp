@@ -7,18 +7,17 @@
 #include <string>
 #include <thread>
 
-using namespace velt::tool;
-
+namespace velt::tool {
 namespace {
 
 // A terminal whose output can be read.
-class Terminal {
+class PseudoTerminal {
  public:
-  Terminal() {
+  PseudoTerminal() {
     EXPECT_EQ(openpty(&master_, &slave_, nullptr, nullptr, nullptr), 0);
     file_ = fdopen(slave_, "w");
   }
-  ~Terminal() {
+  ~PseudoTerminal() {
     std::fclose(file_);
     close(master_);
   }
@@ -41,10 +40,8 @@ class Terminal {
   std::FILE* file_ = nullptr;
 };
 
-}  // namespace
-
 TEST(Progress, ShortWorkShowsNothing) {
-  Terminal terminal;
+  PseudoTerminal terminal;
   {
     Progress progress("Loading", terminal.file());
     progress.report(1, 2);
@@ -53,7 +50,7 @@ TEST(Progress, ShortWorkShowsNothing) {
 }
 
 TEST(Progress, LongWorkShowsThePercentageAndClearsItAtTheEnd) {
-  Terminal terminal;
+  PseudoTerminal terminal;
   {
     Progress progress("Loading a.dxf", terminal.file());
     std::this_thread::sleep_for(std::chrono::milliseconds(1100));
@@ -76,9 +73,12 @@ TEST(Progress, WhatIsNotATerminalGetsNothing) {
 }
 
 TEST(Progress, AnUnknownTotalGivesNoPercentage) {
-  Terminal terminal;
+  PseudoTerminal terminal;
   Progress progress("Loading", terminal.file());
   std::this_thread::sleep_for(std::chrono::milliseconds(1100));
   progress.report(5, 0);
   EXPECT_EQ(terminal.shown(), "");
 }
+
+}  // namespace
+}  // namespace velt::tool

@@ -7,7 +7,9 @@
 #include "tests/tool/Drawings.h"
 #include "tool/EntitySelection.h"
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 using velt::database::Drawing;
 
@@ -55,3 +57,6 @@ TEST(ReadOnlyRows, AValueThatTheFormatHasNoPlaceForIsRefusedByEveryEntity) {
   EXPECT_EQ(refusals.entities.size(), 1U);
   EXPECT_NE(refusals.reason.find("format"), std::string::npos) << refusals.reason;
 }
+
+}  // namespace
+}  // namespace velt::tool

@@ -9,14 +9,14 @@
 #include "embedded/database/Drawing.h"
 #include "tests/tool/Drawings.h"
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 using velt::database::Drawing;
 using velt::palette::PlainValue;
 using velt::palette::Row;
-using Json = nlohmann::ordered_json;
-
-namespace {
+using OrderedJson = nlohmann::ordered_json;
 
 PROPINFO record() {
   PROPINFO made;
@@ -29,15 +29,13 @@ PROPINFO record() {
   return made;
 }
 
-}  // namespace
-
 TEST(RowJson, AValueIsTheNaturalOne) {
-  EXPECT_EQ(valueJson(PlainValue()), Json(nullptr));
-  EXPECT_EQ(valueJson(true), Json(true));
-  EXPECT_EQ(valueJson(std::int64_t{-5}), Json(-5));
+  EXPECT_EQ(valueJson(PlainValue()), OrderedJson(nullptr));
+  EXPECT_EQ(valueJson(true), OrderedJson(true));
+  EXPECT_EQ(valueJson(std::int64_t{-5}), OrderedJson(-5));
   EXPECT_EQ(valueJson(std::uint64_t{18446744073709551615ULL}).dump(), "18446744073709551615");
-  EXPECT_EQ(valueJson(1.5), Json(1.5));
-  EXPECT_EQ(valueJson(std::string("x")), Json("x"));
+  EXPECT_EQ(valueJson(1.5), OrderedJson(1.5));
+  EXPECT_EQ(valueJson(std::string("x")), OrderedJson("x"));
 }
 
 TEST(RowJson, HasEveryFieldOfTheRecordUnderItsOwnNameAndItsText) {
@@ -49,7 +47,7 @@ TEST(RowJson, HasEveryFieldOfTheRecordUnderItsOwnNameAndItsText) {
       "groupCount",  "elementGrouping",  "weight",       "sortByCookie", "objectId",      "valueType",
       "hasValue",    "pDynamicProperty", "dynSources",   "choiceReals",  "text"};
   std::vector<std::string> found;
-  const Json json = rowJson(Row(row), {3, 1});
+  const OrderedJson json = rowJson(Row(row), {3, 1});
   for (const auto& [name, value] : json.items())
     found.push_back(name);
   EXPECT_EQ(found, expected);
@@ -58,7 +56,7 @@ TEST(RowJson, HasEveryFieldOfTheRecordUnderItsOwnNameAndItsText) {
   EXPECT_EQ(json["value"], 1.5);
   EXPECT_EQ(json["text"], "1.500");
   EXPECT_EQ(json["pDispatch"], nullptr);
-  EXPECT_EQ(json["dynSources"], Json::array());
+  EXPECT_EQ(json["dynSources"], OrderedJson::array());
 }
 
 TEST(RowJson, AVaryingRowSaysSoAndKeepsItsValue) {
@@ -73,7 +71,10 @@ TEST(RowJson, AnEntityIsToldByItsHandle) {
   PROPINFO row = record();
   row.objectId = drawing->entities()[0];
   row.dynSources.append(DispatchDynPropSourceNode());
-  const Json json = rowJson(Row(row), {});
+  const OrderedJson json = rowJson(Row(row), {});
   EXPECT_EQ(json["objectId"], "2F");
   EXPECT_EQ(json["dynSources"].dump(), R"([{"pDispatch":null,"pDynamicProperty":false}])");
 }
+
+}  // namespace
+}  // namespace velt::tool

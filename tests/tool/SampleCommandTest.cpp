@@ -9,7 +9,9 @@
 #include "tool/Commands.h"
 #include "tool/Failure.h"
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 
 TEST(SampleCommand, TheSampleIsADrawing) {
@@ -56,3 +58,6 @@ TEST(SampleCommand, NothingUnfinishedIsLeftBehind) {
     ++files;
   EXPECT_EQ(files, 1U);
 }
+
+}  // namespace
+}  // namespace velt::tool

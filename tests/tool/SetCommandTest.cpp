@@ -15,13 +15,13 @@
 #include "tool/Commands.h"
 #include "tool/Failure.h"
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-namespace {
 
 using Json = nlohmann::json;
 
@@ -71,8 +71,6 @@ class SetCommand : public testing::Test {
 
 // Called when a file that is about to be replaced is locked.
 std::function<void()> beforeLocking;
-
-}  // namespace
 
 extern "C" int flock(int descriptor, int operation) noexcept {
   static const auto real = reinterpret_cast<int (*)(int, int)>(::dlsym(RTLD_NEXT, "flock"));
@@ -230,8 +228,6 @@ TEST_F(SetCommand, OfFiveEntitiesTheThirdRefuses) {
 
 // --- dynamic rows -----------------------------------------------------------------------------------------
 
-namespace {
-
 // Three references to one dynamic block, the last on a locked layer, each with the attributes NUMBER and RATING.
 std::string drawingOfDoors() {
   velt::samples::DrawingBuilder drawing;
@@ -263,8 +259,6 @@ class SetDynamicRows : public SetCommand {
 
   const std::string doors = drawingOfDoors();
 };
-
-}  // namespace
 
 TEST_F(SetDynamicRows, OnlyTheAttributeThatIsMeantIsWritten) {
   const Json report = runJson({.selection = {.types = {"INSERT"}}, .assignments = {"RATING=T90"}});
@@ -332,3 +326,6 @@ TEST_F(SetCommand, TellsOfOtherNamesOfTheFileThatItSplitsOff) {
   EXPECT_EQ(told, "veltprops: " + file + ": the file has 1 more name, which keeps the old content\n");
   EXPECT_EQ(contentOf(folder.path("second.dxf")), bytes);
 }
+
+}  // namespace
+}  // namespace velt::tool

@@ -14,13 +14,13 @@
 #include "tool/Commands.h"
 #include "tool/Failure.h"
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
-
-namespace {
 
 class ShowCommand : public testing::Test {
  protected:
@@ -50,8 +50,6 @@ class ShowCommand : public testing::Test {
                              pairs({{0, "BLOCK"}, {5, "50"}, {8, "0"}, {2, "Door"}}) + line("51", "0")
                                  + pairs({{0, "ENDBLK"}})));
 };
-
-}  // namespace
 
 TEST_F(ShowCommand, TheSelectionIsCountedByClass) {
   EXPECT_THAT(shown({.selection = {.all = true}}),
@@ -221,8 +219,6 @@ TEST_F(ShowCommand, WithoutASelectionTheUsageIsWrong) {
 
 // --- dynamic rows, in the sample drawing ------------------------------------------------------------------
 
-namespace {
-
 class ShowSample : public testing::Test {
  protected:
   nlohmann::json shown(SelectionRequest selection) const {
@@ -256,8 +252,6 @@ class ShowSample : public testing::Test {
   TemporaryFolder folder_;
   std::string file_ = folder_.write("plan.dxf", velt::samples::sampleFloorPlan());
 };
-
-}  // namespace
 
 TEST_F(ShowSample, ADoorShowsItsNumberAsADynamicRow) {
   const nlohmann::json json = shown({.handles = handles("Doors", "INSERT", 1)});
@@ -300,3 +294,6 @@ TEST_F(ShowCommand, EveryClassAndTypeOfWholeDrawingsAnswers) {
     }
   });
 }
+
+}  // namespace
+}  // namespace velt::tool

@@ -12,12 +12,12 @@
 #include "tool/Failure.h"
 #include "tool/RowJson.h"
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 using testing::HasSubstr;
 using testing::StartsWith;
-
-namespace {
 
 class TableCommand : public testing::Test {
  protected:
@@ -59,8 +59,6 @@ class TableCommand : public testing::Test {
                                                                    {10, "7"},
                                                                    {20, "8"}})));
 };
-
-}  // namespace
 
 TEST_F(TableCommand, HasOneLineForEachEntityWithTheColumnsAskedFor) {
   EXPECT_EQ(shown({.selection = {.all = true}, .columns = {"Handle", "layer", "Radius"}}),
@@ -166,3 +164,6 @@ TEST(Table, SaysOfWholeDrawingsWhatThePaletteOfEachEntitySays) {
     }
   });
 }
+
+}  // namespace
+}  // namespace velt::tool

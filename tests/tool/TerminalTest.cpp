@@ -4,7 +4,8 @@
 
 #include <sstream>
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
 
 TEST(Terminal, AStreamThatIsNoTerminalHasNeitherWidthNorColor) {
   const std::ostringstream out;
@@ -22,3 +23,6 @@ TEST(Terminal, OnlyATerminalWithColorGetsStyles) {
   EXPECT_EQ((Terminal{.hasColor = true}).faint("Walls"), "\033[2mWalls\033[0m");
   EXPECT_EQ(Terminal().bold("Walls"), "Walls");
 }
+
+}  // namespace
+}  // namespace velt::tool

@@ -6,12 +6,12 @@
 #include "tests/tool/Drawings.h"
 #include "tool/EntitySelection.h"
 
-using namespace velt::tool;
+namespace velt::tool {
+namespace {
+
 using namespace velt::tests;
 using testing::ElementsAre;
 using velt::database::Drawing;
-
-namespace {
 
 class ValueGroups : public testing::Test {
  protected:
@@ -45,8 +45,6 @@ std::string text(const std::string& handle, const std::string& content) {
                 {100, "AcDbText"}});
 }
 
-}  // namespace
-
 TEST_F(ValueGroups, ThoseThatMostEntitiesHaveComeFirst) {
   const auto values = behind(line("2F", "0") + line("30", "Walls") + line("31", "Walls"), "Layer");
   ASSERT_EQ(values.size(), 2U);
@@ -64,3 +62,6 @@ TEST_F(ValueGroups, WhatAConditionDoesNotTellApartIsSelectedByHandle) {
   EXPECT_THAT(options(behind(text("2F", "Wall") + text("30", "WALL"), "Contents")),
               ElementsAre("--handle 2F", "--handle 30"));
 }
+
+}  // namespace
+}  // namespace velt::tool

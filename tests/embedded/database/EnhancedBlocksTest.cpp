@@ -8,6 +8,7 @@ namespace velt::database {
 namespace {
 
 using test::entityRecord;
+using test::nameOf;
 using test::Sample;
 
 // A dynamic block "Door" (A0) with its dictionary, an anonymous block made of it (A1), and an ordinary block (A2).
@@ -20,10 +21,6 @@ Sample doors() {
       .tableRecord("BLOCK_RECORD", {{5, "A2"}, {2, "Chair"}})
       .object("DICTIONARY", {{5, "D0"}, {3, "ACAD_ENHANCEDBLOCK"}, {360, "D1"}})
       .object("ACAD_EVALUATION_GRAPH", {{5, "D1"}});
-}
-
-std::wstring nameOf(const TableEntry* entry) {
-  return entry != nullptr ? entry->name : L"-";
 }
 
 std::wstring originalIn(const Sample& sample) {

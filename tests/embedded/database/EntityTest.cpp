@@ -8,16 +8,13 @@ namespace velt::database {
 namespace {
 
 using test::entityRecord;
+using test::nameOf;
 using test::Pairs;
 using test::record;
 using test::Sample;
 
 Entity entityOf(const Drawing& drawing, std::size_t index = 0) {
   return {drawing, entityRecord(drawing, index)};
-}
-
-std::wstring nameOf(const TableEntry* entry) {
-  return entry != nullptr ? entry->name : L"-";
 }
 
 TEST(Entity, TellsWhatItsRecordSays) {

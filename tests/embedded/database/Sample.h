@@ -100,4 +100,8 @@ inline std::uint32_t entityRecord(const Drawing& drawing, std::size_t index = 0)
   return resolve(drawing.entities()[index])->record;
 }
 
+inline std::wstring nameOf(const TableEntry* entry) {
+  return entry != nullptr ? entry->name : L"-";
+}
+
 }  // namespace velt::database::test

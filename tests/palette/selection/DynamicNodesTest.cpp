@@ -36,8 +36,6 @@ class DynamicNodes : public testing::Test {
   Place one_, two_, three_, before_, own_, mine_;
 };
 
-}  // namespace
-
 TEST_F(DynamicNodes, OfEachEntityTheLastOneStays) {
   const PROPINFO row =
       rowWith({{&one_, &own_}, {&two_, &before_}, {&two_, &own_}, {&three_, &before_}, {&three_, &mine_}});
@@ -56,3 +54,5 @@ TEST_F(DynamicNodes, RowsThatAreNotDynamicStayAsTheyAre) {
   row.dispId = 7;
   EXPECT_EQ(withOneNodePerEntity(row).dynSources.length(), 2U);
 }
+
+}  // namespace

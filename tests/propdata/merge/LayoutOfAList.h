@@ -47,6 +47,10 @@ class LayoutOfAList : public ::testing::Test {
     return after;
   }
 
+  static constexpr std::uint32_t none = ListLayout::none;
+  const toys::Row a = toys::Row(L"A");
+  const toys::Row b = toys::Row(L"B");
+
   KeyTable keys;
   LayoutTable table{keys};
   ListLayout* layout = nullptr;

@@ -9,11 +9,6 @@ using toys::Row;
 using toys::rows;
 using LayoutTableTest = LayoutOfAList;
 
-constexpr std::uint32_t none = ListLayout::none;
-
-const Row a(L"A");
-const Row b(L"B");
-
 TEST_F(LayoutTableTest, ALayoutIsSharedByListsThatShareTheirStrings) {
   list = rows({a, b});
   TqVector<PROPINFO> alike(list);

@@ -9,7 +9,7 @@ namespace {
 
 using namespace test;
 using Numbers = std::vector<double>;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWith3DFace() {
   // clang-format off
   return Sample()
       .entity("3DFACE", {{100, "AcDbFace"}, {10, "0"}, {20, "0"}, {30, "0"}, {11, "4"}, {21, "0"}, {31, "0"}, {12, "4"}, {22, "3"}, {32, "0"}, {13, "0"}, {23, "3"}, {33, "4"}, {70, "2"}})
@@ -19,7 +19,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(SpatialFaceTest, HasCornersAndEdges) {
-  const auto drawing = sample();
+  const auto drawing = drawingWith3DFace();
   const Bound made(*drawing, 0);
   EXPECT_EQ((Numbers{0, 3, 4}), made.numbers(L"Corner4"));
   EXPECT_TRUE(made.flag(L"VisibleEdge1"));
@@ -30,7 +30,7 @@ TEST(SpatialFaceTest, HasCornersAndEdges) {
 }
 
 TEST(SpatialFaceTest, HidesAnEdge) {
-  const auto drawing = sample();
+  const auto drawing = drawingWith3DFace();
   const Bound made(*drawing, 0);
   EXPECT_EQ(S_OK, made.put(L"VisibleEdge4", test::flag(false)).result);
   EXPECT_FALSE(made.flag(L"VisibleEdge4"));

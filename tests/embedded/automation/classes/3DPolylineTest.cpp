@@ -7,7 +7,7 @@ namespace {
 
 using namespace test;
 using Numbers = std::vector<double>;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWith3DPolyline() {
   // clang-format off
   return Sample()
       .entity("POLYLINE", {{66, "1"}, {100, "AcDb3dPolyline"}, {70, "9"}})
@@ -26,7 +26,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(SpatialPolylineTest, RunsThroughSpace) {
-  const auto drawing = sample();
+  const auto drawing = drawingWith3DPolyline();
   const Bound made(*drawing, 0);
   EXPECT_EQ(5 + 12 + 13, made.real(L"Length"));
   EXPECT_EQ(12, made.element(L"Vertex", 8));

@@ -7,7 +7,7 @@ namespace {
 
 using namespace test;
 
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithAttributeDefinition() {
   // clang-format off
   return Sample()
       .entity("ATTDEF", {{100, "AcDbText"}, {10, "1"}, {20, "2"}, {40, "3"}, {1, "0"}, {100, "AcDbAttributeDefinition"}, {3, "Which one?"}, {2, "NUMBER"}, {70, "4"}, {74, "3"}})
@@ -16,7 +16,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(AttributeDefinitionTest, IsATextWithAPrompt) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithAttributeDefinition();
   const Bound made(*drawing, 0);
   EXPECT_EQ(L"NUMBER", made.text(L"TagString"));
   EXPECT_EQ(L"Which one?", made.text(L"PromptString"));

@@ -10,7 +10,7 @@ namespace {
 using namespace test;
 using std::numbers::pi;
 
-std::unique_ptr<Drawing> measuredAt(const std::string& x, const std::string& y) {
+std::unique_ptr<Drawing> threePointsMeasuredAt(const std::string& x, const std::string& y) {
   // clang-format off
   return Sample()
       .entity("DIMENSION", {{100, "AcDbDimension"}, {10, x}, {20, y}, {70, "37"}, {100, "AcDb3PointAngularDimension"},
@@ -20,9 +20,9 @@ std::unique_ptr<Drawing> measuredAt(const std::string& x, const std::string& y) 
 }
 
 TEST(Dim3PointAngularTest, MeasuresTheSideThatTheArcIsOn) {
-  EXPECT_NEAR(pi / 2, Bound(*measuredAt("2", "2"), 0).real(L"Measurement"), 1e-14);
-  EXPECT_NEAR(pi * 3 / 2, Bound(*measuredAt("0", "0"), 0).real(L"Measurement"), 1e-14);
-  const auto drawing = measuredAt("2", "2");
+  EXPECT_NEAR(pi / 2, Bound(*threePointsMeasuredAt("2", "2"), 0).real(L"Measurement"), 1e-14);
+  EXPECT_NEAR(pi * 3 / 2, Bound(*threePointsMeasuredAt("0", "0"), 0).real(L"Measurement"), 1e-14);
+  const auto drawing = threePointsMeasuredAt("2", "2");
   EXPECT_EQ((std::vector<double>{1, 1, 0}), Bound(*drawing, 0).numbers(L"AngleVertex"));
 }
 

@@ -11,7 +11,7 @@ using namespace test;
 using std::numbers::pi;
 
 // Two lines that cross in (2, 1): along X, and at 45 degrees.
-std::unique_ptr<Drawing> measuredAt(const std::string& x, const std::string& y, const std::string& endX = "5",
+std::unique_ptr<Drawing> angleMeasuredAt(const std::string& x, const std::string& y, const std::string& endX = "5",
                                     const std::string& endY = "4") {
   // clang-format off
   return Sample()
@@ -22,19 +22,19 @@ std::unique_ptr<Drawing> measuredAt(const std::string& x, const std::string& y, 
 }
 
 TEST(DimAngularTest, MeasuresTheAngleThatTheArcRunsThrough) {
-  EXPECT_NEAR(pi / 4, Bound(*measuredAt("6", "2"), 0).real(L"Measurement"), 1e-14);
-  EXPECT_NEAR(pi * 3 / 4, Bound(*measuredAt("2", "4"), 0).real(L"Measurement"), 1e-14);
-  EXPECT_NEAR(pi / 4, Bound(*measuredAt("-4", "0"), 0).real(L"Measurement"), 1e-14);
-  EXPECT_NEAR(pi * 3 / 4, Bound(*measuredAt("2", "-4"), 0).real(L"Measurement"), 1e-14);
+  EXPECT_NEAR(pi / 4, Bound(*angleMeasuredAt("6", "2"), 0).real(L"Measurement"), 1e-14);
+  EXPECT_NEAR(pi * 3 / 4, Bound(*angleMeasuredAt("2", "4"), 0).real(L"Measurement"), 1e-14);
+  EXPECT_NEAR(pi / 4, Bound(*angleMeasuredAt("-4", "0"), 0).real(L"Measurement"), 1e-14);
+  EXPECT_NEAR(pi * 3 / 4, Bound(*angleMeasuredAt("2", "-4"), 0).real(L"Measurement"), 1e-14);
 }
 
 TEST(DimAngularTest, ParallelLinesHaveNoAngle) {
-  const auto drawing = measuredAt("6", "2", "9", "2");
+  const auto drawing = angleMeasuredAt("6", "2", "9", "2");
   EXPECT_EQ(DISP_E_EXCEPTION, Bound(*drawing, 0).get(L"Measurement").result);
 }
 
 TEST(DimAngularTest, HasUnitsOfAnglesAndNoOthers) {
-  const auto drawing = measuredAt("6", "2");
+  const auto drawing = angleMeasuredAt("6", "2");
   const Bound made(*drawing, 0);
   EXPECT_EQ(0, made.integer(L"AngleFormat"));
   EXPECT_EQ(0, made.integer(L"AnglePrecision"));

@@ -7,7 +7,7 @@ namespace {
 
 using namespace test;
 using Numbers = std::vector<double>;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithExternalReference() {
   // clang-format off
   return Sample()
       .tableRecord("BLOCK_RECORD", {{5, "80"}, {2, "SITE"}})
@@ -21,7 +21,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(ExternalReferenceTest, IsAReferenceToABlockThatStandsForADrawing) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithExternalReference();
   const Bound made(*drawing, 0);
   EXPECT_EQ(L"External Reference", made.text(L"EntityName"));
   EXPECT_EQ(L"plans/site.dxf", made.text(L"Path"));

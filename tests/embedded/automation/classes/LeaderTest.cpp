@@ -7,7 +7,7 @@ namespace {
 
 using namespace test;
 using Numbers = std::vector<double>;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithLeader() {
   // clang-format off
   return Sample()
       .tableRecord("DIMSTYLE", {{2, "Mine"}, {41, "3"}, {176, "2"}, {147, "-0.5"}})
@@ -18,7 +18,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(LeaderTest, TakesItsSizesFromItsStyle) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithLeader();
   const Bound made(*drawing, 0);
   EXPECT_EQ(3, made.integer(L"Type"));
   EXPECT_EQ(L"Mine", made.text(L"DimStyle"));

@@ -7,7 +7,7 @@ namespace {
 
 using namespace test;
 using Numbers = std::vector<double>;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithMLeader() {
   // clang-format off
   return Sample()
       .tableRecord("STYLE", {{5, "51"}, {2, "Notes"}})
@@ -20,7 +20,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(MLeaderTest, TellsWhatStandsInItsParts) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithMLeader();
   const Bound made(*drawing, 0);
   EXPECT_EQ(L"Plain", made.text(L"MLeaderStyle"));
   EXPECT_EQ(L"A } in braces {", made.text(L"TextString"));

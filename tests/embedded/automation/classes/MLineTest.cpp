@@ -7,7 +7,7 @@ namespace {
 
 using namespace test;
 using Numbers = std::vector<double>;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithMLine() {
   // clang-format off
   return Sample()
       .entity("MLINE", {{100, "AcDbMline"}, {2, "WALLS"}, {40, "2.5"}, {70, "1"}, {71, "3"}, {10, "1"}, {20, "2"}, {30, "3"}, {11, "1"}, {21, "2"}, {31, "3"}, {12, "1"}, {22, "0"}, {32, "0"}, {41, "7"}, {11, "4"}, {21, "5"}, {31, "6"}})
@@ -16,7 +16,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(MLineTest, RunsThroughItsVertices) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithMLine();
   const Bound made(*drawing, 0);
   EXPECT_EQ(L"WALLS", made.text(L"StyleName"));
   EXPECT_EQ(2.5, made.real(L"Scale"));

@@ -7,7 +7,7 @@ namespace {
 
 using namespace test;
 using Numbers = std::vector<double>;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithPViewport() {
   // clang-format off
   return Sample()
       .version("AC1027")
@@ -21,7 +21,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(PViewportTest, TellsWhatItShowsAndHow) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithPViewport();
   const Bound made(*drawing, 0);
   EXPECT_EQ(150, made.real(L"Width"));
   EXPECT_EQ(100, made.real(L"Height"));
@@ -40,7 +40,7 @@ TEST(PViewportTest, TellsWhatItShowsAndHow) {
 }
 
 TEST(PViewportTest, IsOffByAFlagOrByItsNumber) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithPViewport();
   EXPECT_FALSE(Bound(*drawing, 1).flag(L"On"));
   EXPECT_TRUE(Bound(*drawing, 1).flag(L"Clipped"));
   EXPECT_FALSE(Bound(*drawing, 2).flag(L"On"));
@@ -61,7 +61,7 @@ TEST(PViewportTest, OldDrawingsTellWhatIsSeenAmongOtherData) {
 }
 
 TEST(PViewportTest, AnotherScaleShowsMoreOrLess) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithPViewport();
   const Bound made(*drawing, 0);
   EXPECT_EQ(S_OK, made.put(L"CustomScale", test::number(0.25)).result);
   EXPECT_EQ(400, made.real(L"ViewHeight"));

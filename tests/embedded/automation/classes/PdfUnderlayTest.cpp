@@ -9,7 +9,7 @@ namespace {
 
 using namespace test;
 
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithPdfUnderlay() {
   // clang-format off
   return Sample()
       .entity("PDFUNDERLAY", {{100, "AcDbUnderlayReference"}, {340, "60"}, {10, "1"}, {20, "2"}, {30, "3"}, {41, "0.5"}, {42, "2"}, {43, "1"}, {50, "90"}, {280, "11"}, {281, "5"}, {282, "30"}})
@@ -20,7 +20,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(PdfUnderlayTest, TellsWhatItShowsAndHow) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithPdfUnderlay();
   const Bound made(*drawing, 0);
   EXPECT_EQ(0.5, made.real(L"XScaleFactor"));
   EXPECT_EQ(2, made.real(L"YScaleFactor"));
@@ -37,7 +37,7 @@ TEST(PdfUnderlayTest, TellsWhatItShowsAndHow) {
 }
 
 TEST(PdfUnderlayTest, KeepsContrastAndFadeWithinTheirBounds) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithPdfUnderlay();
   const Bound made(*drawing, 0);
   EXPECT_EQ(DISP_E_EXCEPTION, made.put(L"Fade", test::integer(81)).result);
   EXPECT_EQ(DISP_E_EXCEPTION, made.put(L"Contrast", test::integer(19)).result);

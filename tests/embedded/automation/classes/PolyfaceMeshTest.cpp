@@ -7,7 +7,7 @@ namespace {
 
 using namespace test;
 using Numbers = std::vector<double>;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithPolyfaceMesh() {
   // clang-format off
   return Sample()
       .entity("POLYLINE", {{66, "1"}, {100, "AcDbPolyFaceMesh"}, {70, "64"}, {71, "9"}, {72, "9"}})
@@ -21,7 +21,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(PolyfaceMeshTest, HasVerticesAndFaces) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithPolyfaceMesh();
   const Bound made(*drawing, 0);
   EXPECT_EQ(3, made.integer(L"NumberOfVertices")) << "what is there counts, not what the head says";
   EXPECT_EQ(1, made.integer(L"NumberOfFaces"));

@@ -7,7 +7,7 @@ namespace {
 
 using namespace test;
 using Numbers = std::vector<double>;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithPolygonMesh() {
   // clang-format off
   return Sample()
       .entity("POLYLINE", {{66, "1"}, {100, "AcDbPolygonMesh"}, {70, "21"}, {71, "2"}, {72, "1"}, {73, "3"}, {74, "4"}, {75, "8"}})
@@ -20,7 +20,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(PolygonMeshTest, HasRowsAndColumns) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithPolygonMesh();
   const Bound made(*drawing, 0);
   EXPECT_EQ(2, made.integer(L"MVertexCount"));
   EXPECT_EQ(1, made.integer(L"NVertexCount"));

@@ -10,7 +10,7 @@ namespace {
 using namespace test;
 using std::numbers::pi;
 using Numbers = std::vector<double>;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithPolyline() {
   // clang-format off
   return Sample()
       .entity("POLYLINE", {{66, "1"}, {100, "AcDb2dPolyline"}, {10, "0"}, {20, "0"}, {30, "5"}, {70, "129"}, {40, "0.5"}, {41, "0.25"}, {39, "2"}})
@@ -34,7 +34,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(PolylineTest, HasVerticesOfTheirOwn) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithPolyline();
   const Bound made(*drawing, 0);
   EXPECT_EQ((Numbers{0, 0, 4, 0, 4, 3}), made.numbers(L"Vertex"));
   EXPECT_EQ(0.5, made.element(L"Vertex", 2)) << "the width that all segments have";
@@ -50,7 +50,7 @@ TEST(PolylineTest, HasVerticesOfTheirOwn) {
 }
 
 TEST(PolylineTest, ASmoothOneIsMeasuredAlongItsCurveAndKnownByItsFrame) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithPolyline();
   const Bound smooth(*drawing, 1);
   EXPECT_EQ(6, smooth.integer(L"FitSmooth"));
   EXPECT_EQ((Numbers{0, 0, 9, 9}), smooth.numbers(L"Vertex"));

@@ -9,7 +9,7 @@ namespace {
 
 using namespace test;
 using std::numbers::pi;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithRasterImage() {
   // clang-format off
   return Sample()
       .entity("IMAGE", {{100, "AcDbRasterImage"}, {10, "1"}, {20, "2"}, {30, "3"}, {11, "0"}, {21, "0.1"}, {31, "0"}, {12, "-0.2"}, {22, "0"}, {32, "0"}, {13, "200"}, {23, "100"}, {340, "60"}, {70, "9"}, {280, "1"}, {281, "60"}, {282, "40"}, {283, "10"}})
@@ -20,7 +20,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(RasterImageTest, IsAsLargeAsItsPixels) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithRasterImage();
   const Bound made(*drawing, 0);
   EXPECT_DOUBLE_EQ(20, made.real(L"Width"));
   EXPECT_DOUBLE_EQ(20, made.real(L"Height"));

@@ -9,7 +9,7 @@ namespace {
 
 using namespace test;
 using std::numbers::pi;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithShape() {
   // clang-format off
   return Sample()
       .entity("SHAPE", {{100, "AcDbShape"}, {10, "1"}, {20, "2"}, {30, "0"}, {40, "3"}, {2, "SIGN"}, {50, "90"}, {41, "2"}, {51, "15"}})
@@ -18,7 +18,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(ShapeTest, IsASignOfAFile) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithShape();
   const Bound made(*drawing, 0);
   EXPECT_EQ(L"SIGN", made.text(L"Name"));
   EXPECT_EQ(3, made.real(L"Size"));

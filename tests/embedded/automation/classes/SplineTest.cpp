@@ -10,7 +10,7 @@ namespace {
 using namespace test;
 using std::numbers::pi;
 using Numbers = std::vector<double>;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithSpline() {
   // clang-format off
   return Sample()
       .entity("SPLINE", {{100, "AcDbSpline"}, {210, "0"}, {220, "0"}, {230, "1"}, {70, "12"}, {71, "2"}, {40, "0"}, {40, "0"}, {40, "0"}, {40, "1"}, {40, "1"}, {40, "1"}, {41, "1"}, {41, "0.7071067811865476"}, {41, "1"}, {10, "2"}, {20, "0"}, {30, "5"}, {10, "2"}, {20, "2"}, {30, "5"}, {10, "0"}, {20, "2"}, {30, "5"}})
@@ -21,7 +21,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(SplineTest, IsMeasuredAlongTheCurve) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithSpline();
   const Bound made(*drawing, 0);
   EXPECT_NEAR(pi, made.real(L"Length"), 1e-12) << "a quarter of a circle";
   EXPECT_NEAR(pi - 2, made.real(L"Area"), 1e-12);
@@ -34,7 +34,7 @@ TEST(SplineTest, IsMeasuredAlongTheCurve) {
 }
 
 TEST(SplineTest, ACurveInSpaceHasALengthAndNoArea) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithSpline();
   const Bound made(*drawing, 1);
   EXPECT_NEAR(8, made.real(L"Length"), 1e-12);
   EXPECT_EQ(DISP_E_EXCEPTION, made.get(L"Area").result);
@@ -43,7 +43,7 @@ TEST(SplineTest, ACurveInSpaceHasALengthAndNoArea) {
 }
 
 TEST(SplineTest, WithoutAControlPointThereIsNoCurve) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithSpline();
   const Bound made(*drawing, 2);
   EXPECT_EQ(DISP_E_EXCEPTION, made.get(L"Length").result);
   EXPECT_EQ(DISP_E_EXCEPTION, made.get(L"Area").result);

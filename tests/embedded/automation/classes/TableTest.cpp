@@ -7,7 +7,7 @@ namespace {
 
 using namespace test;
 using Numbers = std::vector<double>;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithTable() {
   // clang-format off
   return Sample()
       .entity("ACAD_TABLE", {{100, "AcDbBlockReference"}, {2, "*T1"}, {10, "1"}, {20, "2"}, {30, "3"}, {100, "AcDbTable"}, {342, "60"}, {11, "0"}, {21, "2"}, {31, "0"}, {91, "2"}, {92, "3"}, {141, "6"}, {141, "4"}, {142, "20"}, {142, "10"}, {142, "5"}, {1, "Parts"}, {1, "Bolt"}})
@@ -18,7 +18,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(TableTest, IsAsLargeAsItsCells) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithTable();
   const Bound made(*drawing, 0);
   EXPECT_EQ(L"Plain", made.text(L"StyleName"));
   EXPECT_EQ(2, made.integer(L"Rows"));

@@ -7,7 +7,7 @@ namespace {
 
 using namespace test;
 using Numbers = std::vector<double>;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithTolerance() {
   // clang-format off
   return Sample()
       .tableRecord("DIMSTYLE", {{2, "Mine"}, {140, "3"}, {178, "2"}})
@@ -17,7 +17,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(ToleranceTest, TakesItsSizesFromItsStyle) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithTolerance();
   const Bound made(*drawing, 0);
   EXPECT_EQ(L"{\\Fgdt;j}%%v", made.text(L"TextString"));
   EXPECT_EQ(3, made.real(L"TextHeight"));

@@ -7,7 +7,7 @@ namespace {
 
 using namespace test;
 using Numbers = std::vector<double>;
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithWipeout() {
   // clang-format off
   return Sample()
       .entity("WIPEOUT", {{100, "AcDbWipeout"}, {10, "100"}, {20, "200"}, {30, "0"}, {11, "10"}, {21, "0"}, {31, "0"}, {12, "0"}, {22, "20"}, {32, "0"}, {13, "1"}, {23, "1"}, {280, "1"}, {14, "-0.5"}, {24, "0.5"}, {14, "0.5"}, {24, "-0.5"}})
@@ -16,7 +16,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(WipeoutTest, HasItsBoundaryInTheWorld) {
-  const auto drawing = sample();
+  const auto drawing = drawingWithWipeout();
   const Bound made(*drawing, 0);
   EXPECT_EQ(10, made.real(L"Width"));
   EXPECT_EQ(20, made.real(L"Height"));

@@ -7,7 +7,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-constexpr const char* point = "point $-1 1 -2.5 3e2 #";
+constexpr const char* pointLine = "point $-1 1 -2.5 3e2 #";
 
 TEST(ModelText, FallsIntoRecordsAfterItsHeader) {
   const ModelText text({"20800 2 1 0 ", "9 Any Maker 3 1.0 0 ", "-1 1e-6 1e-10 ", "vertex $-1 -1 $-1 $0 $1 #",
@@ -19,7 +19,7 @@ TEST(ModelText, FallsIntoRecordsAfterItsHeader) {
 }
 
 TEST(ModelText, OldOnesHaveNoHeaderAfterTheFirstLine) {
-  const ModelText text({"106 1 1 0", point});
+  const ModelText text({"106 1 1 0", pointLine});
   EXPECT_EQ(1U, text.size());
 }
 
@@ -50,17 +50,17 @@ TEST(ModelText, NewRecordsHaveANumberAndOneMoreReference) {
 }
 
 TEST(ModelText, WithoutAHeaderItIsRefused) {
-  for (const Lines& lines : {Lines{}, Lines{""}, Lines{"body"}, Lines{"400"}, Lines{"x 1 1 0", point},
-                             Lines{"12 1 1 0", point}, Lines{"400 -1 1 0", point}}) {
+  for (const Lines& lines : {Lines{}, Lines{""}, Lines{"body"}, Lines{"400"}, Lines{"x 1 1 0", pointLine},
+                             Lines{"12 1 1 0", pointLine}, Lines{"400 -1 1 0", pointLine}}) {
     EXPECT_THROW(ModelText{lines}, ModelError);
   }
 }
 
 TEST(ModelText, WhatIsCutShortIsRefused) {
   for (const Lines& lines :
-       {Lines{"400 1 1 0"}, Lines{"400 2 1 0", point}, Lines{"400 99999999999999 1 0", point},
+       {Lines{"400 1 1 0"}, Lines{"400 2 1 0", pointLine}, Lines{"400 99999999999999 1 0", pointLine},
         Lines{"400 0 1 0", "point $-1 1"}, Lines{"400 0 1 0", "point @9 ab #"}, Lines{"400 0 1 0", "point @"},
-        Lines{"400 0 1 0", "point @18446744073709551615 ab #"}, Lines{"400 0 1 0", point, "#"}}) {
+        Lines{"400 0 1 0", "point @18446744073709551615 ab #"}, Lines{"400 0 1 0", pointLine, "#"}}) {
     EXPECT_THROW(ModelText{lines}, ModelError) << lines.back();
   }
 }
