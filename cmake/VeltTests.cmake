@@ -50,7 +50,7 @@ endforeach()
 
 # --- one executable per folder of tests/ --------------------------------------------------------------------------
 #
-# Debug builds hand the compiler eight files of a program in one piece: what one of them has instantiated the next seven
+# Debug builds hand the compiler several files of a program in one piece: what one of them has instantiated the next ones
 # have too, and tests compile in a quarter of the time. So names without linkage are unique among the files of a folder,
 # and an include that is missing shows with VELT_UNITY off alone, as clang-tidy wants it.
 set(veltUnity OFF)

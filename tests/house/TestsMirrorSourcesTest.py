@@ -2,6 +2,7 @@
 
 import fnmatch
 import json
+import pathlib
 import re
 import unittest
 
@@ -52,8 +53,15 @@ def violations(root):
     return found
 
 
+def files_of_unit(unit):
+    """What a unit of the build compiles: itself, or the files that the build made it include."""
+    if "/Unity/" not in unit:
+        return [unit]
+    return re.findall(r'#include "([^"]+)"', house.text_of(pathlib.Path(unit)))
+
+
 def not_built(root, compile_commands):
-    built = {entry["file"] for entry in compile_commands}
+    built = {file for entry in compile_commands for file in files_of_unit(entry["file"])}
     return [f"{test}: is not compiled into any target"
             for test in house.files_below(root, ("tests",), (".cpp",))
             if test.name.endswith("Test.cpp") and str(root / test) not in built]
@@ -106,6 +114,14 @@ class TheCheck(house.Check):
         with house.small_tree({"tests/text/ATest.cpp": self.TEST, "tests/text/BTest.cpp": self.TEST}) as root:
             commands = [{"file": str(root / "tests/text/ATest.cpp")}]
             self.assertEqual(["tests/text/BTest.cpp: is not compiled into any target"], not_built(root, commands))
+
+    def test_looks_into_the_pieces_in_which_several_test_files_are_compiled(self):
+        with house.small_tree({"tests/text/ATest.cpp": self.TEST, "tests/text/BTest.cpp": self.TEST}) as root:
+            piece = root / "build/Unity/unity_0_cxx.cxx"
+            piece.parent.mkdir(parents=True)
+            piece.write_text(f'#include "{root}/tests/text/BTest.cpp"\n', encoding="utf-8")
+            commands = [{"file": str(piece)}]
+            self.assertEqual(["tests/text/ATest.cpp: is not compiled into any target"], not_built(root, commands))
 
 
 if __name__ == "__main__":

@@ -24,7 +24,7 @@ std::string insert(const std::string& handle, const std::string& block) {
                 {20, "0"}});
 }
 
-std::unique_ptr<Drawing> sample() {
+std::unique_ptr<Drawing> drawingWithParts() {
   std::string entities = line("2F", "Walls") + line("30", "Forgotten") + insert("31", "Door")
                          + insert("32", "Door")
                          + pairs({{0, "SPACESHIP"}, {5, "33"}, {100, "AcDbEntity"}, {8, "0"}});
@@ -50,7 +50,7 @@ std::unique_ptr<Drawing> sample() {
 }
 
 TEST(DrawingInfo, TellsFormatAndUnits) {
-  const DrawingInfo info = infoOf(*sample());
+  const DrawingInfo info = infoOf(*drawingWithParts());
   EXPECT_EQ(info.version, "AC1027");
   EXPECT_EQ(info.format, "DXF 2013");
   EXPECT_EQ(info.units, "Unitless");
@@ -83,7 +83,7 @@ TEST(DrawingInfo, ReadsTheExtentsUnlessTheyAreThoseOfAnEmptyDrawing) {
 }
 
 TEST(DrawingInfo, CountsEntitiesOfLayersWithTheirStates) {
-  const DrawingInfo info = infoOf(*sample());
+  const DrawingInfo info = infoOf(*drawingWithParts());
   ASSERT_EQ(info.layers.size(), 4U);
   EXPECT_EQ(info.layers[1].name, "Walls");
   EXPECT_EQ(info.layers[1].color, "Green");
@@ -98,7 +98,7 @@ TEST(DrawingInfo, CountsEntitiesOfLayersWithTheirStates) {
 }
 
 TEST(DrawingInfo, CountsWhatIsInBlocksAndWhoRefersToThem) {
-  const DrawingInfo info = infoOf(*sample());
+  const DrawingInfo info = infoOf(*drawingWithParts());
   ASSERT_EQ(info.blocks.size(), 3U);
   EXPECT_EQ(info.blocks[0].name, "Door");
   EXPECT_EQ(info.blocks[0].entities, 2U);
@@ -109,7 +109,7 @@ TEST(DrawingInfo, CountsWhatIsInBlocksAndWhoRefersToThem) {
 }
 
 TEST(DrawingInfo, NamesWhatIsNotUnderstood) {
-  const DrawingInfo info = infoOf(*sample());
+  const DrawingInfo info = infoOf(*drawingWithParts());
   EXPECT_THAT(info.unknownSections, ElementsAre("CARGO"));
   EXPECT_THAT(info.unknownTables, IsEmpty());
   std::vector<std::string> generic;
@@ -120,7 +120,7 @@ TEST(DrawingInfo, NamesWhatIsNotUnderstood) {
 }
 
 TEST(DrawingInfo, CountsTheEntitiesWithDataOfEachApplication) {
-  const DrawingInfo info = infoOf(*sample());
+  const DrawingInfo info = infoOf(*drawingWithParts());
   ASSERT_EQ(info.applications.size(), 2U);
   EXPECT_EQ(info.applications[1].name, "PARTS");
   EXPECT_EQ(info.applications[1].entities, 1U) << "twice in one entity is one entity";

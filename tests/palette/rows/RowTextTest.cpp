@@ -15,7 +15,7 @@ std::string textOf(const PROPINFO& record, const NumberStyle& with) {
   return Row(record).text(with);
 }
 
-PROPINFO rowOf(VARTYPE type) {
+PROPINFO typedRow(VARTYPE type) {
   PROPINFO row;
   row.clsid = GUID_NULL;
   row.dispId = 1;
@@ -25,12 +25,12 @@ PROPINFO rowOf(VARTYPE type) {
 }
 
 PlainValue plainOf(VARTYPE type) {
-  const PROPINFO record = rowOf(type);
+  const PROPINFO record = typedRow(type);
   return Row(record).plain();
 }
 
 PROPINFO realRow(double value, std::int32_t customType = 0) {
-  PROPINFO row = rowOf(VT_R8);
+  PROPINFO row = typedRow(VT_R8);
   row.value.dblVal = value;
   row.customType = customType;
   return row;
@@ -60,7 +60,7 @@ TEST(RowText, InfiniteAndHugeNumbersAreShownAllTheSame) {
 }
 
 TEST(RowText, ANumberWithAChoiceIsShownByItsLabel) {
-  PROPINFO row = rowOf(VT_I4);
+  PROPINFO row = typedRow(VT_I4);
   row.value.lVal = 25;
   row.choiceValues.push_back(25);
   row.choiceNames.push_back(CStdStr<wchar_t>(L"0.25 mm"));
@@ -70,22 +70,22 @@ TEST(RowText, ANumberWithAChoiceIsShownByItsLabel) {
 }
 
 TEST(RowText, IntegersOfEveryWidthKeepTheirSign) {
-  PROPINFO row = rowOf(VT_I2);
+  PROPINFO row = typedRow(VT_I2);
   row.value.iVal = -5;
   EXPECT_EQ(textOf(row, style), "-5");
-  row = rowOf(VT_UI1);
+  row = typedRow(VT_UI1);
   row.value.bVal = 200;
   EXPECT_EQ(textOf(row, style), "200");
-  row = rowOf(VT_I8);
+  row = typedRow(VT_I8);
   row.value.llVal = -5000000000;
   EXPECT_EQ(textOf(row, style), "-5000000000");
-  row = rowOf(VT_UI8);
+  row = typedRow(VT_UI8);
   row.value.ullVal = 18446744073709551615ULL;
   EXPECT_EQ(textOf(row, style), "18446744073709551615");
 }
 
 TEST(RowText, FlagsAreYesOrNo) {
-  PROPINFO row = rowOf(VT_BOOL);
+  PROPINFO row = typedRow(VT_BOOL);
   row.value.boolVal = VARIANT_TRUE;
   EXPECT_EQ(textOf(row, style), "Yes");
   row.value.boolVal = VARIANT_FALSE;
@@ -93,12 +93,12 @@ TEST(RowText, FlagsAreYesOrNo) {
 }
 
 TEST(RowText, TextsStandOnOneLine) {
-  PROPINFO row = rowOf(VT_BSTR);
+  PROPINFO row = typedRow(VT_BSTR);
   row.value.bstrVal = SysAllocString(L"a\nb");
   EXPECT_EQ(textOf(row, style), "a\u21B5b");
   EXPECT_EQ(Row(row).plain(), PlainValue(std::string("a\nb"))) << "as it is";
   VariantClear(&row.value);
-  row = rowOf(VT_BSTR);
+  row = typedRow(VT_BSTR);
   EXPECT_EQ(textOf(row, style), "");
 }
 
@@ -110,10 +110,10 @@ TEST(RowText, AVaryingRowSaysSoAndKeepsItsValue) {
 }
 
 TEST(RowText, AValueThatIsMissingIsNothing) {
-  EXPECT_EQ(textOf(rowOf(VT_EMPTY), style), "");
+  EXPECT_EQ(textOf(typedRow(VT_EMPTY), style), "");
   EXPECT_EQ(plainOf(VT_EMPTY), PlainValue());
-  EXPECT_EQ(textOf(rowOf(VT_DISPATCH), style), "");
-  EXPECT_EQ(textOf(rowOf(VT_USERDEFINED), style), "");
+  EXPECT_EQ(textOf(typedRow(VT_DISPATCH), style), "");
+  EXPECT_EQ(textOf(typedRow(VT_USERDEFINED), style), "");
 }
 
 TEST(RowText, AnotherValueIsShownAsTheRowsOwn) {

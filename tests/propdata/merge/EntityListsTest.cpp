@@ -136,7 +136,7 @@ TEST_F(EntityListsTest, AnEntityThatBreaksUpIntoOtherElementsHasThemForItself) {
 
 // --- against the merge of records ----------------------------------------------------------------------------------
 
-struct Outcome {
+struct RecordsOutcome {
   bool answer;
   Lines result;
   std::string errorText;
@@ -156,7 +156,7 @@ struct SharedScenario {
   }
 };
 
-Outcome outcomeOfEntities(const SharedScenario& shared) {
+RecordsOutcome outcomeOfEntities(const SharedScenario& shared) {
   MergeWorld world(shared.scenario);
   world.host.mark();
   EntityLists lists;
@@ -175,7 +175,7 @@ Outcome outcomeOfEntities(const SharedScenario& shared) {
           world.host.balance()};
 }
 
-Outcome outcomeOfRecords(const SharedScenario& shared) {
+RecordsOutcome outcomeOfRecords(const SharedScenario& shared) {
   MergeWorld world(shared.scenario);
   world.host.mark();
   std::vector<PlainList> all;
@@ -214,8 +214,8 @@ void compareWithRecords(int mostRows, int scenarios) {
   Reached reached;
   const auto property = [&] {
     const SharedScenario shared = someSharedScenario(mostRows);
-    const Outcome expected = outcomeOfRecords(shared);
-    const Outcome actual = outcomeOfEntities(shared);
+    const RecordsOutcome expected = outcomeOfRecords(shared);
+    const RecordsOutcome actual = outcomeOfEntities(shared);
     RC_ASSERT(actual.answer == expected.answer);
     RC_ASSERT(actual.calls == expected.calls);
     RC_ASSERT(actual.result == expected.result);

@@ -993,7 +993,7 @@ TEST(ExcuteIntersect, HostCallsGrowLinearlyWithTheProperties) {
 
 // --- against the reference -------------------------------------------------------------------------------------------
 
-struct Outcome {
+struct NestedOutcome {
   bool answer;
   Lines result;
   std::vector<Lines> lists;
@@ -1002,7 +1002,7 @@ struct Outcome {
   std::string balance;
 };
 
-Outcome outcomeOfTheLayer(const Scenario& scenario) {
+NestedOutcome outcomeOfTheLayer(const Scenario& scenario) {
   MergeWorld world(scenario);
   world.host.mark();
   TqVector<VeltPropData*> entities;
@@ -1018,7 +1018,7 @@ Outcome outcomeOfTheLayer(const Scenario& scenario) {
           world.host.balance()};
 }
 
-Outcome outcomeOfTheReference(const Scenario& scenario) {
+NestedOutcome outcomeOfTheReference(const Scenario& scenario) {
   MergeWorld world(scenario);
   world.host.mark();
   std::vector<PlainList> all = world.plainLists();
@@ -1037,8 +1037,8 @@ void compareWithTheReference(int mostRows, int scenarios) {
   Reached reached;
   const auto property = [&] {
     const Scenario scenario = *rc::gen::resize(rc::kNominalSize, someScenario(mostRows));
-    const Outcome expected = outcomeOfTheReference(scenario);
-    const Outcome actual = outcomeOfTheLayer(scenario);
+    const NestedOutcome expected = outcomeOfTheReference(scenario);
+    const NestedOutcome actual = outcomeOfTheLayer(scenario);
     RC_ASSERT(actual.answer == expected.answer);
     RC_ASSERT(actual.calls == expected.calls);
     RC_ASSERT(actual.result == expected.result);

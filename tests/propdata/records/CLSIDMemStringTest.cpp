@@ -127,16 +127,16 @@ TEST(CLSIDMemString, CopiesAndMovesAsAString) {
 
 TEST(CLSIDMemString, EveryAutomationClassHasAKeyOfItsOwn) {
   std::map<CLSIDMemString, std::string> names;
-  int classes = 0;
+  int keysSeen = 0;
 #define VELT_CLSID(name, ...)                                                                \
   for (const int variant : {-1, 0, 1}) {                                                     \
     const auto [known, isNew] = names.emplace(CLSIDMemString(CLSID_##name, variant), #name); \
     EXPECT_TRUE(isNew) << #name << " shares a list with " << known->second;                  \
   }                                                                                          \
-  ++classes;
+  ++keysSeen;
 #define VELT_IID(name, ...)
 #include "host/automation/Ids.inc"
-  EXPECT_GT(classes, 40);
+  EXPECT_GT(keysSeen, 40);
 }
 
 TEST(PropertyListCache, KeepsItsNodesOnTheHostsHeap) {

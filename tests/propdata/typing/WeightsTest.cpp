@@ -95,10 +95,10 @@ TEST(WeightTable, HoldsTheRowsInOrderAndEndsWithANullClass) {
 }
 
 TEST(WeightTable, HasNoClassTwiceAndNoDispIdTwiceInARow) {
-  std::set<std::string> classes;
+  std::set<std::string> rowsOfClasses;
   for (const Guid2DispIds& one : g_guid2dispids) {
-    EXPECT_TRUE(
-        classes.insert(std::string(reinterpret_cast<const char*>(&one.clsid), sizeof one.clsid)).second);
+    EXPECT_TRUE(rowsOfClasses.insert(std::string(reinterpret_cast<const char*>(&one.clsid), sizeof one.clsid))
+                    .second);
     std::set<DISPID> dispIds;
     for (const DISPID dispId : one.dispIds) {
       if (dispId == 0) break;

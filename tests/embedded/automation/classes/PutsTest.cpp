@@ -485,7 +485,7 @@ struct Damage {
   void (*make)(dxf::Document&, std::uint32_t record);
 };
 
-constexpr Damage damages[] = {
+constexpr Damage damagesOfRecords[] = {
     {"a second common part", addSecondCommonPart}, {"the common part last", putCommonPartLast},
     {"no common part", renameCommonPart},          {"groups left open", leaveGroupsOpen},
     {"stray coordinates", addStrayCoordinates},    {"everything twice", tellEverythingTwice},
@@ -494,7 +494,7 @@ constexpr Damage damages[] = {
 
 TEST_P(EveryWritableRow, OfADamagedRecordTakesAValueThatComesBackOrChangesNothing) {
   const std::string whole = bytes;
-  for (const Damage& damage : damages) {
+  for (const Damage& damage : damagesOfRecords) {
     SCOPED_TRACE(damage.name);
     drawing = Drawing::parse(whole, "sample.dxf");
     for (const std::uint32_t each : places())

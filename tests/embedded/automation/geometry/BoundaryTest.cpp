@@ -22,7 +22,7 @@ BoundaryLoop box(double low, double high) {
   return std::vector<BulgeVertex>{{{low, low}}, {{high, low}}, {{high, high}}, {{low, high}}};
 }
 
-EllipticalArc circle(Vector2 center, double radius) {
+EllipticalArc circularEdge(Vector2 center, double radius) {
   return {center, {radius, 0}, {0, radius}, 0, fullTurn};
 }
 
@@ -86,7 +86,7 @@ TEST(Boundary, IslandsAreLeftOutByTheirStyle) {
 }
 
 TEST(Boundary, TheOrderAndTheTurnOfTheLoopsDoNotMatter) {
-  const BoundaryLoop inner = edges({circle({5, 5}, 2).reversed()});
+  const BoundaryLoop inner = edges({circularEdge({5, 5}, 2).reversed()});
   EXPECT_NEAR(100 - 4 * pi, areaOf({inner, box(0, 10)}), 1e-12);
   EXPECT_NEAR(100 - 4 * pi, areaOf({box(0, 10), inner}), 1e-12);
 }
@@ -102,7 +102,7 @@ TEST(Boundary, AnIslandMayTouchItsBorder) {
 
 TEST(Boundary, LoopsThatCrossAreRefused) {
   EXPECT_THROW(areaOf({box(0, 10), box(5, 15)}), BoundaryError);
-  EXPECT_THROW(areaOf({edges({circle({0, 0}, 2)}), edges({circle({3, 0}, 2)})}), BoundaryError);
+  EXPECT_THROW(areaOf({edges({circularEdge({0, 0}, 2)}), edges({circularEdge({3, 0}, 2)})}), BoundaryError);
 }
 
 TEST(Boundary, ALoopThatCrossesItselfIsRefused) {
@@ -111,7 +111,7 @@ TEST(Boundary, ALoopThatCrossesItselfIsRefused) {
 
 TEST(Boundary, FarFromTheOriginNothingIsLost) {
   const Vector2 far{4e6, -5e6};
-  EXPECT_NEAR(4 * pi, areaOf({edges({circle(far, 2)})}), 1e-8);
+  EXPECT_NEAR(4 * pi, areaOf({edges({circularEdge(far, 2)})}), 1e-8);
   std::vector<BulgeVertex> path = {
       {far}, {far + Vector2{1, 0}}, {far + Vector2{1, 1}}, {far + Vector2{0, 1}}};
   EXPECT_NEAR(1, areaOf({path}), 1e-12);
@@ -124,7 +124,7 @@ TEST(Boundary, ThatReachesTooFarIsRefused) {
 
 // --- many loops ---------------------------------------------------------------------------------------------------------
 
-BoundaryLoop rectangle(Vector2 low, Vector2 high) {
+BoundaryLoop rectangularLoop(Vector2 low, Vector2 high) {
   return std::vector<BulgeVertex>{{low}, {{high.x, low.y}}, {high}, {{low.x, high.y}}};
 }
 
@@ -179,7 +179,7 @@ RC_GTEST_PROP(Boundary, HasTheAreaThatALookAtEveryPairOfLoopsGives, ()) {
   cut({{0, 0}, {1024, 1024}}, *rc::gen::inRange(0, 7), rectangles);
   std::vector<BoundaryLoop> loops;
   for (const Rectangle& one : rectangles)
-    loops.push_back(rectangle(one.low, one.high));
+    loops.push_back(rectangularLoop(one.low, one.high));
   for (const IslandStyle style : {IslandStyle::Normal, IslandStyle::Outer, IslandStyle::Ignore})
     RC_ASSERT(std::abs(areaOf(loops, style) - simpleArea(rectangles, style)) < 1e-6);
 }
@@ -205,7 +205,7 @@ TEST(Boundary, TakesLoopsByTheTenThousand) {
       loops.push_back(triangle({2.0 * x, 2.0 * y}));
   }
   EXPECT_NEAR(100 * 100 / 2.0, areaOf(loops), 1e-6);
-  loops.push_back(rectangle({-1, -1}, {201, 201}));
+  loops.push_back(rectangularLoop({-1, -1}, {201, 201}));
   EXPECT_NEAR(202 * 202 - 100 * 100 / 2.0, areaOf(loops), 1e-6);
 }
 

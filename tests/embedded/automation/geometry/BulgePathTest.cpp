@@ -15,17 +15,17 @@ namespace {
 using std::numbers::pi;
 using Path = std::vector<BulgeVertex>;
 
-const Path square = {{{0, 0}}, {{2, 0}}, {{2, 2}}, {{0, 2}}};
+const Path squarePath = {{{0, 0}}, {{2, 0}}, {{2, 2}}, {{0, 2}}};
 
 TEST(BulgePath, ASquareHasItsSidesAndItsArea) {
-  EXPECT_DOUBLE_EQ(8, pathLength(square, true));
-  EXPECT_DOUBLE_EQ(6, pathLength(square, false));
-  EXPECT_DOUBLE_EQ(4, signedPathArea(square, true));
-  EXPECT_DOUBLE_EQ(4, signedPathArea(square, false));
+  EXPECT_DOUBLE_EQ(8, pathLength(squarePath, true));
+  EXPECT_DOUBLE_EQ(6, pathLength(squarePath, false));
+  EXPECT_DOUBLE_EQ(4, signedPathArea(squarePath, true));
+  EXPECT_DOUBLE_EQ(4, signedPathArea(squarePath, false));
 }
 
 TEST(BulgePath, ClockwiseAreasAreNegative) {
-  const Path clockwise(square.rbegin(), square.rend());
+  const Path clockwise(squarePath.rbegin(), squarePath.rend());
   EXPECT_DOUBLE_EQ(-4, signedPathArea(clockwise, true));
 }
 
@@ -37,7 +37,7 @@ TEST(BulgePath, TwoHalfCirclesAreACircle) {
 }
 
 TEST(BulgePath, TheBulgeOfTheLastVertexOfAnOpenPathCountsForNothing) {
-  Path path = square;
+  Path path = squarePath;
   path.back().bulge = 0.7;
   EXPECT_DOUBLE_EQ(6, pathLength(path, false));
   EXPECT_DOUBLE_EQ(4, signedPathArea(path, false));
@@ -45,7 +45,7 @@ TEST(BulgePath, TheBulgeOfTheLastVertexOfAnOpenPathCountsForNothing) {
 }
 
 TEST(BulgePath, FarFromTheOriginNothingIsLost) {
-  Path far = square;
+  Path far = squarePath;
   for (BulgeVertex& vertex : far)
     vertex.point = vertex.point + Vector2{4e6, 5e6};
   EXPECT_DOUBLE_EQ(4, signedPathArea(far, true));
