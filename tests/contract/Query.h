@@ -6,8 +6,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
+#include "embedded/database/Drawing.h"
 #include "host/database/VkDbObjectId.h"
 #include "palette/Palette.h"
 
@@ -58,5 +60,14 @@ class Query {
  private:
   std::optional<palette::Selection> selection_;
 };
+
+// An entity's record, pair by pair.
+inline std::string pairsOf(const database::Drawing& drawing, VkDbObjectId id) {
+  const dxf::RecordView view = drawing.view(database::resolve(id)->record);
+  std::string pairs;
+  for (std::size_t index = 0; index < view.size(); ++index)
+    pairs += std::to_string(view.code(index)) + "=" + std::string(view.value(index)) + "\n";
+  return pairs;
+}
 
 }  // namespace velt::tests

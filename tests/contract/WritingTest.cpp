@@ -35,14 +35,6 @@ bool isLocked(const Drawing& drawing, VkDbObjectId id) {
   return layer != nullptr && database::Layer(drawing, layer->record).isLocked();
 }
 
-std::string pairsOf(const Drawing& drawing, VkDbObjectId id) {
-  const dxf::RecordView view = drawing.view(database::resolve(id)->record);
-  std::string pairs;
-  for (std::size_t index = 0; index < view.size(); ++index)
-    pairs += std::to_string(view.code(index)) + "=" + std::string(view.value(index)) + "\n";
-  return pairs;
-}
-
 std::map<std::size_t, std::string> pairsOfAll(const Drawing& drawing) {
   std::map<std::size_t, std::string> pairs;
   for (std::size_t entity = 0; entity < drawing.entities().size(); ++entity)

@@ -81,6 +81,7 @@ void ToyHost::failCall(int n, HRESULT result) {
   countdownNulls_ = false;
   countdownLies_ = false;
   failedCall_.clear();
+  untilFailure_.clear();
 }
 
 void ToyHost::raiseCall(int n, std::wstring text) {
@@ -148,6 +149,7 @@ Rule* ToyHost::ruleFor(const std::string& line) {
 bool ToyHost::isDue(const std::string& line) {
   if (countdown_ == 0 || --countdown_ != 0) return false;
   failedCall_ = line;
+  untilFailure_ = log.all();
   return true;
 }
 

@@ -98,6 +98,7 @@ class ToyHost {
   std::string failedCall() const {
     return failedCall_;
   }  // its line; empty when that many calls were not made
+  const Lines& untilFailure() const { return untilFailure_; }  // the log as that call began
 
   // --- switches of the free functions ------------------------------------------------------------------------
   std::function<ToyObject*(REFCLSID)>
@@ -166,6 +167,7 @@ class ToyHost {
   bool countdownNulls_ = false;
   bool countdownLies_ = false;
   std::string failedCall_;
+  Lines untilFailure_;
   std::map<const void*, Block> lent_;
   // What failing calls left in their outputs; and whether such a call is at work.
   std::map<const void*, Block> left_;

@@ -255,16 +255,31 @@ TEST(Classes, NameEachReasonOnce) {
   }
 }
 
-TEST(Classes, NamesOfUserDefinedTypesAreUnique) {
+// By name.
+std::map<std::string, const UserType*> userTypes() {
   std::map<std::string, const UserType*> types;
   for (const AutomationClass* kind : automationClasses()) {
     const ClassIndex index(*kind);
     for (const PropertyRow* row : index.rows()) {
       if (row->type.user == nullptr) continue;
       const auto& [known, added] = types.emplace(narrow(row->type.user->name), row->type.user);
-      EXPECT_EQ(row->type.user, known->second) << known->first;
+      EXPECT_EQ(row->type.user, known->second) << known->first << " is the name of two types";
     }
   }
+  return types;
+}
+
+// Drawings hold the numbers, scripts the names, and people choose by the labels.
+TEST(Classes, UseTheTypesThatAreListedAsAccepted) {
+  std::string text;
+  for (const auto& [name, type] : userTypes()) {
+    text += name + ": " + (type->isEnumeration() ? "enumeration" : typeName(static_cast<VARENUM>(type->base)))
+            + ". " + narrow(type->help) + "\n";
+    for (const EnumMember& member : type->members)
+      text += "  " + padded(std::to_string(member.value), 5) + padded(narrow(member.name), 28)
+              + narrow(member.label) + "\n";
+  }
+  EXPECT_TRUE(tests::matchesGolden("golden/types.txt", text));
 }
 
 }  // namespace
