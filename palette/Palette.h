@@ -336,6 +336,9 @@ class VELT_PALETTE_EXPORT Selection {
   // For all entities values() is faster.
   Value value(const Row& row, std::size_t entity) const;
   std::vector<Value> values(const Row& row) const;
+  // Why the entity gives no value for the row, in the words of the host: that it was not computed because it would take
+  // too long, for one. Empty when it gives one, and when the host says nothing. Asks the host for the value once more.
+  std::string whyNoValue(const Row& row, std::size_t entity) const;
 
   // Writes the value to every entity and finds out what became of each. `row` is one of rows(), which are not changed:
   // call query() for the new values. When memory runs out, some entities may already have the new value.

@@ -112,11 +112,20 @@ std::map<const PROPINFO*, std::string> namesOf(const std::vector<palette::Row>& 
   return names;
 }
 
+// Of a value that all entities lack, the first one tells for all.
+std::string reasonForNoValue(const Shown& shown, const palette::Row& row) {
+  const bool hasValue = row.isVarying() || !std::holds_alternative<std::monostate>(row.plain());
+  return hasValue ? std::string() : shown.selection.whyNoValue(row, 0);
+}
+
 void printRow(const Shown& shown, const palette::Row& row, const std::string& name, std::size_t nameWidth,
               std::size_t valueWidth, Notes& notes, std::ostream& out) {
   const Terminal& terminal = shown.request.terminal;
-  const std::string pair =
-      fmt::format("  {}  {}", padded(name, nameWidth), padded(row.text(shown.style), valueWidth));
+  std::string text = row.text(shown.style);
+  if (const std::string reason = reasonForNoValue(shown, row); !reason.empty()) {
+    text = fmt::format("(no value: {})", notes.reference(reason));
+  }
+  const std::string pair = fmt::format("  {}  {}", padded(name, nameWidth), padded(text, valueWidth));
   const std::string marks = (row.hasChoices() ? "  [choices]" : "") + readOnlyMark(shown, row, notes);
   std::string line = terminal.fitted(pair + marks);
   line.erase(line.find_last_not_of(' ') + 1);
@@ -204,6 +213,8 @@ void printAsJson(const Shown& shown, std::ostream& out) {
     json["selection"]["sharedHandles"] = handles;
   for (const palette::Row& row : shown.selection.rows()) {
     nlohmann::ordered_json& made = json["rows"].emplace_back(rowJson(row, shown.style));
+    if (const std::string reason = reasonForNoValue(shown, row); !reason.empty())
+      made["noValueReason"] = reason;
     if (const std::string reason = readOnlyReason(row);
         row.editability() == palette::Editability::notNow && !reason.empty())
       made["readOnlyReason"] = reason;

@@ -9,6 +9,7 @@
 #include "host/palette/IDynamicProperty.h"
 #include "host/palette/IDynamicProperty2.h"
 #include "host/palette/IOPMPropertyExpander.h"
+#include "palette/support/HostTexts.h"
 
 namespace velt::palette {
 
@@ -43,13 +44,13 @@ HRESULT readElement(const PROPINFO& row, const VeltPropData& entry, VARIANT* val
   return FAILED(found) ? found : expander->GetElementValue(dispId, row.elementCookie, value);
 }
 
-HRESULT readWhole(const PROPINFO& row, const VeltPropData& entry, VARIANT* value) {
+HRESULT readWhole(const PROPINFO& row, const VeltPropData& entry, VARIANT* value, EXCEPINFO* exception) {
   if (entry.pDispatch == nullptr) return E_NOINTERFACE;
   DISPID dispId = 0;
   if (const HRESULT found = findProperty(row, entry, dispId); FAILED(found)) return found;
   DISPPARAMS none{};
   return entry.pDispatch->Invoke(dispId, GUID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, value,
-                                 nullptr, nullptr);
+                                 exception, nullptr);
 }
 
 HRESULT read(const PROPINFO& row, const VeltPropData& entry, std::size_t index, VARIANT* value) {
@@ -58,7 +59,7 @@ HRESULT read(const PROPINFO& row, const VeltPropData& entry, std::size_t index, 
     return index < nodes.length() ? readDynamic(nodes[static_cast<std::uint32_t>(index)], value) : S_FALSE;
   }
   if (entry.pDispatch == nullptr) return E_NOINTERFACE;
-  return row.isElement ? readElement(row, entry, value) : readWhole(row, entry, value);
+  return row.isElement ? readElement(row, entry, value) : readWhole(row, entry, value, nullptr);
 }
 
 }  // namespace
@@ -78,6 +79,13 @@ Value entityValue(const PROPINFO& row, const VeltPropData& entry, std::size_t in
   holders::VariantHolder value;
   if (!holders::handedOver(read(row, entry, index, value.put()), value)) return Value();
   return Value(std::move(value));
+}
+
+std::string whyNoValue(const PROPINFO& row, const VeltPropData& entry) {
+  if (row.dispId == dynamicPropertyDispId || row.isElement) return {};
+  holders::VariantHolder value;
+  HostTexts told;
+  return FAILED(readWhole(row, entry, value.put(), told.put())) ? told.description() : std::string();
 }
 
 }  // namespace velt::palette

@@ -125,6 +125,10 @@ Value Selection::value(const Row& row, std::size_t entity) const {
       [&] { return entityValue(withOneNodePerEntity(row.record()), entries_.at(entity), entity); });
 }
 
+std::string Selection::whyNoValue(const Row& row, std::size_t entity) const {
+  return orError([&] { return palette::whyNoValue(row.record(), entries_.at(entity)); });
+}
+
 std::vector<Value> Selection::values(const Row& row) const {
   return orError([&] {
     const PROPINFO record = withOneNodePerEntity(row.record());

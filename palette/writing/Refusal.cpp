@@ -3,18 +3,16 @@
 #include <fmt/format.h>
 
 #include "holders/InterfaceHolder.h"
-#include "holders/StringHolder.h"
 #include "host/com/ComRuntime.h"
 #include "host/palette/IOPMPropertyExpander.h"
 #include "palette/Palette.h"
 #include "palette/selection/EntityValue.h"
 #include "palette/support/HostCalls.h"
+#include "palette/support/HostTexts.h"
 
 namespace velt::palette {
 
 namespace {
-
-using holders::StringHolder;
 
 std::string textOf(HRESULT result) {
   switch (result) {
@@ -50,14 +48,11 @@ std::string reasonOfWhole(const PROPINFO& row, const VeltPropData& entry, VARIAN
   if (const HRESULT found = findProperty(row, entry, dispId); FAILED(found)) return textOf(found);
   DISPID named = DISPID_PROPERTYPUT;
   DISPPARAMS parameters{&value, &named, 1, 1};
-  EXCEPINFO exception{};
+  HostTexts told;
   const HRESULT result = entry.pDispatch->Invoke(dispId, GUID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT,
-                                                 &parameters, nullptr, &exception, nullptr);
-  const StringHolder source = StringHolder::owning(exception.bstrSource);
-  const StringHolder description = StringHolder::owning(exception.bstrDescription);
-  const StringHolder helpFile = StringHolder::owning(exception.bstrHelpFile);
-  const std::string told = description ? oneLine(description.get()) : "";
-  return told.empty() ? textOf(result) : told;
+                                                 &parameters, nullptr, told.put(), nullptr);
+  const std::string description = told.description();
+  return description.empty() ? textOf(result) : description;
 }
 
 }  // namespace

@@ -112,6 +112,57 @@ TEST_F(ShowCommand, JsonHasTheValuesBehindAVaryingRowWithTheirEntities) {
   EXPECT_FALSE(rowNamed(json, "Layer")->contains("values")) << "one value is in the row itself";
 }
 
+// Squares around each other, of which a hatch would have to compare each with each.
+std::string hatchOfSquares(int count) {
+  std::string hatch = pairs({{0, "HATCH"},
+                             {5, "40"},
+                             {100, "AcDbEntity"},
+                             {8, "0"},
+                             {100, "AcDbHatch"},
+                             {10, "0"},
+                             {20, "0"},
+                             {30, "0"},
+                             {2, "SOLID"},
+                             {70, "1"},
+                             {71, "0"},
+                             {91, std::to_string(count)}});
+  for (int half = 1; half <= count; ++half) {
+    const std::string far = std::to_string(half);
+    const std::string near = "-" + far;
+    hatch += pairs({{92, "3"},
+                    {72, "0"},
+                    {73, "1"},
+                    {93, "4"},
+                    {10, near},
+                    {20, near},
+                    {10, far},
+                    {20, near},
+                    {10, far},
+                    {20, far},
+                    {10, near},
+                    {20, far},
+                    {97, "0"}});
+  }
+  return hatch + pairs({{75, "0"}, {76, "1"}, {98, "0"}});
+}
+
+TEST(ShowCommandOnLargeHatches, SaysWhyAValueWasNotComputed) {
+  const TemporaryFolder folder;
+  const auto shown = [&](int squares, bool json) {
+    ShowRequest request{.selection = {.all = true}, .json = json};
+    request.drawing = folder.write("hatch.dxf", drawingOf({{"0"}}, hatchOfSquares(squares)));
+    std::ostringstream out;
+    show(request, out);
+    return out.str();
+  };
+  EXPECT_THAT(shown(3, false), ContainsRegex("Area +24\\.000"));
+  const std::string text = shown(2'500, false);
+  EXPECT_THAT(text, ContainsRegex("Area +\\(no value: note [0-9]\\)"));
+  EXPECT_THAT(text, HasSubstr("Not computed: too many steps would be needed."));
+  EXPECT_THAT(shown(2'500, true),
+              HasSubstr("\"noValueReason\": \"Not computed: too many steps would be needed.\""));
+}
+
 TEST_F(ShowCommand, NoLineIsLongerThanTheTerminal) {
   const std::string text =
       shown({.selection = {.types = {"Line"}}, .choices = true, .values = true, .terminal = {.width = 20}});

@@ -40,6 +40,15 @@ TEST_F(EntityValue, IsWhatTheEntitysObjectAnswers) {
   EXPECT_EQ(valueOf(whole), text("hello"));
 }
 
+TEST_F(EntityValue, ThatIsMissingHasTheReasonThatTheObjectGives) {
+  EXPECT_EQ(whyNoValue(whole, entry), "");
+  object.property(4, L"Text").exception = toys::ToyException{L"toy", L"Not computed: too long.", L"toy.hlp"};
+  EXPECT_EQ(whyNoValue(whole, entry), "Not computed: too long.");
+  EXPECT_EQ(whyNoValue(element, entry), "") << "only Invoke has a place for a reason";
+  EXPECT_EQ(whyNoValue(dynamic, entry), "");
+  EXPECT_EQ(host.balance(), "balanced");
+}
+
 TEST_F(EntityValue, OfAnElementIsTheElements) {
   EXPECT_EQ(valueOf(element), PlainValue(1.5));
 }
