@@ -68,18 +68,23 @@ void addWide(CLI::App& command, bool& isWide) {
   command.add_flag("--wide", isWide, "Lines longer than those of the terminal");
 }
 
+void addKeepGoing(CLI::App& command, bool& keepsGoing) {
+  command.add_flag("--keep-going", keepsGoing, "Do without a plug-in that cannot be loaded");
+}
+
 void addPlugins(CLI::App& command, std::vector<std::string>& plugins) {
   command.add_option("--plugin", plugins, "Plug-in that adds rows of its own (may be repeated)")
       ->type_name("FILE.so")
       ->allow_extra_args(false);
 }
 
-// A plug-in that misbehaves is a message, and its rows are missing. A file that does not exist is a mistake of the
-// user.
-void loadPlugins(sources::LoadedPlugins& plugins, const std::vector<std::string>& files) {
+// A plug-in that cannot be loaded ends the command, since what was asked for would lack its rows, unless asked to go on.
+// One that misbehaves later is a message.
+void loadPlugins(sources::LoadedPlugins& plugins, const std::vector<std::string>& files, bool keepGoing) {
   for (const std::string& file : files) {
     if (!std::filesystem::exists(file)) throw Failure(fmt::format("{}: no such plug-in", file));
-    plugins.load(file);
+    if (!plugins.load(file) && !keepGoing)
+      throw Failure(fmt::format("{}: not loaded (--keep-going does without it)", file));
   }
 }
 
@@ -95,6 +100,7 @@ struct CommandLine {
   ExplainRequest explainRequest;
   SampleRequest sampleRequest;
   std::vector<std::string> plugins;
+  bool keepsGoing = false;
   bool isWide = false;
   CLI::App* showCommand = nullptr;
   CLI::App* listCommand = nullptr;
@@ -108,7 +114,9 @@ struct CommandLine {
   CommandLine() {
     app.require_subcommand(1);
     app.set_version_flag("--version", fmt::format("veltprops {}", version));
-    app.footer("Exit codes: 0 done, 1 failed, 2 wrong usage. \"veltprops COMMAND --help\" tells more.");
+    app.footer(
+        "Exit codes: 0 done, 1 failed, 2 wrong usage; of set also 3 nothing to do, 4 partly done.\n"
+        "\"veltprops COMMAND --help\" tells more.");
 
     showCommand = app.add_subcommand("show", "Show the merged property list of a selection");
     showCommand->add_option("DRAWING", showRequest.drawing, "DXF file")->required();
@@ -121,6 +129,7 @@ struct CommandLine {
     showCommand->add_flag("--json", showRequest.json, "Every field of every row, as JSON");
     addWide(*showCommand, isWide);
     addPlugins(*showCommand, plugins);
+    addKeepGoing(*showCommand, keepsGoing);
     showCommand->footer(selectionHelp);
 
     listCommand = app.add_subcommand("list", "List entities: handle, class, DXF type, layer");
@@ -133,6 +142,7 @@ struct CommandLine {
         ->needs(listAsJson);
     addWide(*listCommand, isWide);
     addPlugins(*listCommand, plugins);
+    addKeepGoing(*listCommand, keepsGoing);
     listCommand->footer(selectionHelp);
 
     addTableCommand();
@@ -159,7 +169,8 @@ struct CommandLine {
     setCommand->add_flag("--overwrite-changes", setRequest.overwriteChanges,
                          "Save although the file was changed after it was read; those changes are lost");
     setCommand->add_flag("--keep-going", setRequest.keepGoing,
-                         "Go on after a refusal, and save what was not refused");
+                         "Go on after a refusal, and save what was not refused; do without a plug-in that\n"
+                         "cannot be loaded");
     setCommand->add_flag("--json", setRequest.json, "The report as JSON, with the handles of the entities");
     addPlugins(*setCommand, plugins);
     setCommand->footer(
@@ -168,7 +179,11 @@ struct CommandLine {
         "  veltprops set plan.dxf --layer Walls Layer=Doors \"Start X=1.5\" -o new.dxf\n"
         "Entities on locked layers stay as they are. When an entity refuses a value, nothing is saved, "
         "unless "
-        "--keep-going is given.\n\n"
+        "--keep-going is given. A drawing in which nothing changes is not written.\n"
+        "Exit codes: 0 done; 1 refused, and nothing was saved; 2 wrong usage; 3 nothing to do, since every "
+        "entity has\n"
+        "the value already or is on a locked layer; 4 partly done, since some refused and --keep-going was "
+        "given.\n\n"
         + std::string(selectionHelp));
 
     sampleCommand =
@@ -199,6 +214,7 @@ struct CommandLine {
     tsv->excludes(json);
     addWide(*tableCommand, isWide);
     addPlugins(*tableCommand, plugins);
+    addKeepGoing(*tableCommand, keepsGoing);
     tableCommand->footer(
         std::string("Where an entity has several values of one name, as a polyline of its vertices, all of "
                     "them stand\n"
@@ -223,6 +239,7 @@ struct CommandLine {
     diffCommand->add_flag("--json", diffRequest.json, "As JSON");
     addWide(*diffCommand, isWide);
     addPlugins(*diffCommand, plugins);
+    addKeepGoing(*diffCommand, keepsGoing);
     diffCommand->footer(
         "Entities with the same handle are compared: those that are selected in either drawing, or all of\n"
         "them, also those inside block definitions. Exit codes: 0 no difference, 1 a difference, 2 "
@@ -241,6 +258,7 @@ struct CommandLine {
     explainCommand->add_flag("--json", explainRequest.json, "As JSON");
     addWide(*explainCommand, isWide);
     addPlugins(*explainCommand, plugins);
+    addKeepGoing(*explainCommand, keepsGoing);
     explainCommand->footer(selectionHelp);
   }
 
@@ -257,7 +275,7 @@ struct CommandLine {
     showRequest.terminal = listRequest.terminal = tableRequest.terminal = asWideAsAsked(terminal);
     infoRequest.terminal = diffRequest.terminal = explainRequest.terminal = asWideAsAsked(terminal);
     sources::LoadedPlugins loaded([&](const std::string& line) { err << "veltprops: " << line << '\n'; });
-    loadPlugins(loaded, plugins);
+    loadPlugins(loaded, plugins, keepsGoing || setRequest.keepGoing);
     if (setCommand->parsed()) return set(setRequest, out, err);
     if (showCommand->parsed()) show(showRequest, out);
     if (listCommand->parsed()) list(listRequest, out);

@@ -99,8 +99,10 @@ void list(const ListRequest& request, std::ostream& out);
 // Shows one line for each entity, with the values of the columns. As JSON, each line is an object of its own with the
 // handle, the class and the values of the entity; null stands for a property that it does not have.
 void table(const TableRequest& request, std::ostream& out);
-// Writes values to every selected entity and saves the drawing. Answers the exit code: failed when a value was refused;
-// the report is on `out` all the same. What the saved file lacks of the old one is told on `err`.
+// Writes values to every selected entity and saves the drawing, unless no entity has changed. Answers the exit code:
+// failed when a value was refused and nothing was changed for that, partlyDone when the rest was (keepGoing), nothingToDo
+// when no entity changed and none refused; the report is on `out` all the same. What the saved file lacks of the old one
+// is told on `err`.
 ExitCode set(const SetRequest& request, std::ostream& out, std::ostream& err);
 // Tells of what the drawing as a whole consists.
 void info(const InfoRequest& request, std::ostream& out);

@@ -7,7 +7,15 @@
 
 namespace velt::tool {
 
-enum ExitCode : int { succeeded = 0, failed = 1, wrongUsage = 2 };
+enum ExitCode : int {
+  succeeded = 0,
+  failed = 1,
+  wrongUsage = 2,
+  // Of `set`: no entity got another value.
+  nothingToDo = 3,
+  // Of `set`: some entities got the value, and others refused it or could not be opened.
+  partlyDone = 4
+};
 
 // The command could not do what was asked. Ends the program with exit code 1.
 class Failure : public std::runtime_error {

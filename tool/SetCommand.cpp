@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -28,14 +29,45 @@ constexpr std::pair<Fate, const char*> fates[] = {
     {Fate::skipped, "skipped"}, {Fate::refused, "refused"},     {Fate::notReached, "notReached"},
 };
 
+struct Applied {
+  Assignment assignment;
+  palette::Report outcome;
+  // A plug-in has taken the value and keeps it somewhere else than in the drawing.
+  bool isKeptOutside = false;
+};
+
 struct Report {
-  std::vector<std::pair<Assignment, palette::Report>> assignments;
-  bool isRefused = false;
+  std::vector<Applied> assignments;
+
+  bool has(Fate fate) const {
+    return std::any_of(assignments.begin(), assignments.end(),
+                       [&](const Applied& applied) { return applied.outcome.count(fate) > 0; });
+  }
+  bool hasNewsForTheDrawing() const {
+    return std::any_of(assignments.begin(), assignments.end(), [](const Applied& applied) {
+      return !applied.isKeptOutside && applied.outcome.count(Fate::changed) > 0;
+    });
+  }
   // Empty when nothing was saved.
   std::string savedTo;
   // What became of the file.
   std::string remark;
+  ExitCode code = succeeded;
 };
+
+// The outcomes of the command, for programs that do not look at its exit code.
+const char* outcomeName(ExitCode code) {
+  switch (code) {
+    case succeeded:
+      return "done";
+    case nothingToDo:
+      return "nothingToDo";
+    case partlyDone:
+      return "partlyDone";
+    default:
+      return "refused";
+  }
+}
 
 // --- the report ------------------------------------------------------------------------------------------
 
@@ -72,15 +104,16 @@ void printForPeople(const SetRequest& request, const Report& report, const Selec
                     std::ostream& out) {
   const std::vector<VkDbObjectId>& ids = selected.ids;
   out << fmt::format("{}: {} selected\n", request.drawing, entitiesText(ids.size()));
-  for (const auto& [assignment, outcome] : report.assignments) {
-    out << fmt::format("\n{}\n", assignment.text);
-    printOutcome(outcome, ids, out);
+  for (const Applied& applied : report.assignments) {
+    out << fmt::format("\n{}\n", applied.assignment.text);
+    printOutcome(applied.outcome, ids, out);
+    if (applied.isKeptOutside) out << "    The plug-in keeps the value outside of the drawing.\n";
   }
   out << remarkOnHandles(selected) << fmt::format("\n{}\n", report.remark);
 }
 
-nlohmann::ordered_json outcomeJson(const Assignment& assignment, const palette::Report& outcome,
-                                   const std::vector<VkDbObjectId>& ids) {
+nlohmann::ordered_json outcomeJson(const Applied& applied, const std::vector<VkDbObjectId>& ids) {
+  const auto& [assignment, outcome, isKeptOutside] = applied;
   nlohmann::ordered_json json = {{"name", assignment.name}, {"value", assignment.value}};
   for (const auto& [fate, name] : fates) {
     auto handles = nlohmann::ordered_json::array();
@@ -95,6 +128,7 @@ nlohmann::ordered_json outcomeJson(const Assignment& assignment, const palette::
     json[name] = std::move(handles);
   }
   json["message"] = outcome.message;
+  if (isKeptOutside) json["keptOutside"] = true;
   return json;
 }
 
@@ -104,10 +138,11 @@ void printAsJson(const SetRequest& request, const Report& report, const Selected
   nlohmann::ordered_json json = {{"drawing", request.drawing},
                                  {"selection", {{"count", ids.size()}}},
                                  {"assignments", nlohmann::ordered_json::array()},
+                                 {"outcome", outcomeName(report.code)},
                                  {"saved", nullptr}};
   if (!selected.sharedHandles.empty()) json["selection"]["sharedHandles"] = sharedHandleTexts(selected);
-  for (const auto& [assignment, outcome] : report.assignments)
-    json["assignments"].push_back(outcomeJson(assignment, outcome, ids));
+  for (const Applied& applied : report.assignments)
+    json["assignments"].push_back(outcomeJson(applied, ids));
   if (!report.savedTo.empty()) json["saved"] = report.savedTo;
   printJson(json, out);
 }
@@ -152,15 +187,24 @@ void save(const SetRequest& request, database::Drawing& drawing, const std::stri
   }
 }
 
+ExitCode codeOf(const SetRequest& request, const Report& report) {
+  const bool isRefused = report.has(Fate::refused);
+  if (isRefused && !(request.keepGoing && report.has(Fate::changed))) return failed;
+  if (!report.has(Fate::changed)) return nothingToDo;
+  return isRefused || report.has(Fate::skipped) ? partlyDone : succeeded;
+}
+
 void saveUnlessForbidden(const SetRequest& request, database::Drawing& drawing, Report& report,
                          std::ostream& err) {
   const std::string target = request.inPlace ? request.drawing : request.output;
-  if (report.isRefused && !request.keepGoing) {
+  if (report.has(Fate::refused) && !request.keepGoing) {
     report.remark = "A value was refused, so nothing was saved (--keep-going saves the rest)";
+  } else if (!report.has(Fate::changed)) {
+    report.remark = "No entity changed, so nothing was saved";
   } else if (request.dryRun) {
     report.remark = "Nothing was saved: --dry-run";
-  } else if (request.inPlace && !drawing.document().isEdited()) {
-    report.remark = fmt::format("{}: nothing changed, so nothing was saved", target);
+  } else if (!report.hasNewsForTheDrawing()) {
+    report.remark = "Nothing changed in the drawing, so nothing was saved";
   } else {
     save(request, drawing, target, err);
     report.savedTo = target;
@@ -183,14 +227,17 @@ ExitCode set(const SetRequest& request, std::ostream& out, std::ostream& err) {
 
   Report report;
   for (const Assignment& assignment : assignments) {
-    const auto& [applied, outcome] =
-        report.assignments.emplace_back(assignment, apply(assignment, ids, request.keepGoing));
-    report.isRefused = report.isRefused || outcome.count(Fate::refused) > 0;
-    if (report.isRefused && !request.keepGoing) break;
+    const std::uint64_t revision = drawing->revision();
+    palette::Report outcome = apply(assignment, ids, request.keepGoing);
+    const bool isRefused = outcome.count(Fate::refused) > 0;
+    const bool isKeptOutside = outcome.count(Fate::changed) > 0 && drawing->revision() == revision;
+    report.assignments.push_back({assignment, std::move(outcome), isKeptOutside});
+    if (isRefused && !request.keepGoing) break;
   }
+  report.code = codeOf(request, report);
   saveUnlessForbidden(request, *drawing, report, err);
   (request.json ? printAsJson : printForPeople)(request, report, selected, out);
-  return report.isRefused ? failed : succeeded;
+  return report.code;
 }
 
 }  // namespace velt::tool

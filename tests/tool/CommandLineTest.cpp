@@ -132,11 +132,11 @@ std::string plugin(const std::string& name) {
 }
 
 // What a line with extended data shows under a plug-in.
-Outcome shownWith(const std::vector<std::string>& plugins) {
+Outcome shownWith(const std::vector<std::string>& plugins, const char* option = "--choices") {
   const TemporaryFolder folder;
   const std::string file =
       folder.write("a.dxf", drawingOf({{"0"}}, line("2F", "0") + pairs({{1001, "ACME"}, {1000, "oak"}})));
-  std::vector<const char*> arguments{"show", file.c_str(), "--handle", "2F"};
+  std::vector<const char*> arguments{"show", file.c_str(), "--handle", "2F", option};
   for (const std::string& name : plugins) {
     arguments.push_back("--plugin");
     arguments.push_back(name.c_str());
@@ -162,10 +162,15 @@ TEST(CommandLinePlugins, TheRowsOfAPluginAreShown) {
   EXPECT_THAT(shownWith({}).out, Not(HasSubstr("Good newer"))) << "it is let go of at the end of the command";
 }
 
-TEST(CommandLinePlugins, PluginsThatCannotBeUsedAreNamedAndSurvived) {
+TEST(CommandLinePlugins, PluginsThatCannotBeUsedAreAFailureUnlessToldToGoOn) {
   for (const char* const name : {"NoEntryPoint", "WrongVersion", "Refuses", "ThrowsOnEntry"}) {
     SCOPED_TRACE(name);
-    expectSurvived(shownWith({plugin(name), plugin("Good")}), name);
+    const Outcome outcome = shownWith({plugin(name), plugin("Good")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_THAT(outcome.err,
+                HasSubstr(std::string(name) + ".so: not loaded (--keep-going does without it)\n"));
+    expectSurvived(shownWith({plugin(name), plugin("Good")}, "--keep-going"), name);
   }
 }
 
@@ -202,6 +207,20 @@ TEST(CommandLinePlugins, ARowOfAPluginCanBeSetForAllReferencesOfADynamicBlock) {
   EXPECT_EQ(outcome.err, "") << "nothing else is written to";
 }
 
+TEST(CommandLinePlugins, AValueThatAPluginKeepsToItselfIsNotToldAsSaved) {
+  const TemporaryFolder folder;
+  const std::string file = folder.path("plan.dxf");
+  EXPECT_EQ(veltprops({"sample", file.c_str()}).exitCode, 0);
+  const std::string bytes = contentOf(file);
+  const std::string material = (velt::tests::pluginFolder() / "material.so").string();
+  const Outcome outcome = veltprops(
+      {"set", file.c_str(), "--layer", "Doors", "Material=Oak", "--in-place", "--plugin", material.c_str()});
+  EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+  EXPECT_THAT(outcome.out, HasSubstr("6 changed\n    The plug-in keeps the value outside of the drawing.\n\n"
+                                     "Nothing changed in the drawing, so nothing was saved\n"));
+  EXPECT_EQ(contentOf(file), bytes);
+}
+
 TEST(CommandLinePlugins, AFileThatIsNotThereIsAFailure) {
   const Outcome outcome = shownWith({"/nowhere/missing.so"});
   EXPECT_EQ(outcome.exitCode, 1);
@@ -210,7 +229,7 @@ TEST(CommandLinePlugins, AFileThatIsNotThereIsAFailure) {
 
 TEST(CommandLinePlugins, AFileThatIsNotASharedObjectIsNamedAndSurvived) {
   const TemporaryFolder folder;
-  expectSurvived(shownWith({folder.write("text.so", "hello"), plugin("Good")}), "text");
+  expectSurvived(shownWith({folder.write("text.so", "hello"), plugin("Good")}, "--keep-going"), "text");
 }
 
 TEST(CommandLine, AnAnswerThatCannotBeWrittenIsAFailure) {

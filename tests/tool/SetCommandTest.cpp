@@ -143,10 +143,34 @@ TEST_F(SetCommand, ARefusalSavesNothingAndSaysWhy) {
 TEST_F(SetCommand, KeepGoingSavesWhatWasNotRefused) {
   const std::string report =
       run({.selection = {.handles = {"33"}}, .assignments = {"Radius=-1", "Layer=Walls"}, .keepGoing = true});
-  EXPECT_EQ(code, failed);
+  EXPECT_EQ(code, partlyDone);
   EXPECT_THAT(report, HasSubstr("1 refused\n    33: "));
   EXPECT_EQ(rowOf(saved, "33", "Layer"), "Walls");
   EXPECT_EQ(rowOf(saved, "33", "Radius"), 2.5);
+}
+
+TEST_F(SetCommand, ADrawingInWhichNothingChangesIsNotWritten) {
+  const SetRequest request{.selection = {.handles = {"33", "31"}}, .assignments = {"Linetype scale=1"}};
+  EXPECT_THAT(run(request), HasSubstr("\n\nNo entity changed, so nothing was saved\n"));
+  EXPECT_EQ(code, nothingToDo);
+  EXPECT_FALSE(exists(saved));
+  const Json json = runJson(request);
+  EXPECT_EQ(json["outcome"], "nothingToDo");
+  EXPECT_EQ(json["saved"], nullptr);
+}
+
+TEST_F(SetCommand, TheOutcomeTellsWhatADryRunWouldDo) {
+  const auto outcomeOf = [&](std::vector<std::string> assignments, bool keepGoing) {
+    return runJson({.selection = {.handles = {"33"}},
+                    .assignments = std::move(assignments),
+                    .dryRun = true,
+                    .keepGoing = keepGoing})["outcome"];
+  };
+  EXPECT_EQ(outcomeOf({"Radius=2"}, false), "done");
+  EXPECT_EQ(outcomeOf({"Radius=2.5"}, false), "nothingToDo");
+  EXPECT_EQ(outcomeOf({"Radius=2", "Radius=-1"}, false), "refused");
+  EXPECT_EQ(outcomeOf({"Radius=2", "Radius=-1"}, true), "partlyDone");
+  EXPECT_EQ(outcomeOf({"Radius=-1"}, true), "refused") << "nothing was done at all";
 }
 
 TEST_F(SetCommand, AWrongValueNamesTheChoices) {
@@ -164,9 +188,9 @@ TEST_F(SetCommand, AReadOnlyPropertyCannotBeSet) {
               HasSubstr("Handle cannot be edited: it never changes; these can be edited: "));
 }
 
-TEST_F(SetCommand, ASelectionOfLockedLayersAloneChangesNothingAndIsNotAFailure) {
+TEST_F(SetCommand, ASelectionOfLockedLayersAloneLeavesNothingToDo) {
   const Json json = runJson({.selection = {.layers = {"Locked"}}, .assignments = {"Layer=0"}});
-  EXPECT_EQ(code, succeeded);
+  EXPECT_EQ(code, nothingToDo);
   EXPECT_THAT(json["assignments"][0]["locked"], ElementsAre("31"));
   EXPECT_THAT(json["assignments"][0]["changed"], IsEmpty());
 }
