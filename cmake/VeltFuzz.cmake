@@ -21,7 +21,16 @@ foreach(source IN LISTS veltFuzzSources)
   endif()
 endforeach()
 target_link_libraries(fuzz_Assignment PRIVATE velt_tool)
+target_sources(fuzz_Session PRIVATE "${PROJECT_SOURCE_DIR}/fuzz/Session.cpp")
 # Toys take the place of the host's functions, so the program exports them.
 target_link_libraries(fuzz_HostileHost PRIVATE velt_test_support)
 set_target_properties(fuzz_HostileHost PROPERTIES ENABLE_EXPORTS ON DEFINE_SYMBOL "")
 velt_test_code(fuzz_HostileHost)
+
+# Damaged drawings by the thousand, without a fuzzer. A few of them are an ordinary test.
+if(NOT VELT_FUZZ)
+  add_executable(damaged_drawings "${PROJECT_SOURCE_DIR}/fuzz/DamagedDrawings.cpp" "${PROJECT_SOURCE_DIR}/fuzz/Session.cpp")
+  target_link_libraries(damaged_drawings PRIVATE velt_common VeltPalette VeltPropData VeltEmbeddedHost velt_samples)
+  add_test(NAME fuzz.DamagedDrawings COMMAND damaged_drawings 20)
+  set_tests_properties(fuzz.DamagedDrawings PROPERTIES TIMEOUT 300)
+endif()

@@ -1,48 +1,15 @@
-// A whole session on a damaged drawing: it is loaded, everything is looked at, one value is put, and the drawing is saved
-// and loaded again. Whatever the drawing is, only the entities that the report names have changed, and the saved drawing
-// shows the same values as the edited one.
-//
-// An input is a line "ENTITY ROW VALUE" and the drawing after it. ENTITY counts the entities from 1; 0 is all of them. ROW
-// counts the rows that can be edited from 0. Both go round.
+// A session (see Session.h) on what the fuzzer makes. An input is a line "ENTITY ROW VALUE" and the drawing after it.
 
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <memory>
-#include <set>
-#include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
+#include <system_error>
 
-#include "dxf/Document.h"
-#include "embedded/database/Drawing.h"
-#include "palette/Palette.h"
+#include "fuzz/Session.h"
 
 namespace {
-
-using velt::database::Drawing;
-using velt::palette::Fate;
-using velt::palette::Row;
-using velt::palette::Selection;
-
-void require(bool condition, const char* what) {
-  if (condition) return;
-  std::fprintf(stderr, "not so: %s\n", what);
-  std::abort();
-}
-
-// --- the input ------------------------------------------------------------------------------------------------------------
-
-struct Input {
-  std::size_t entity = 0;
-  std::size_t row = 0;
-  std::string value;
-  std::string drawing;
-};
 
 std::size_t takeNumber(std::string_view& text) {
   std::size_t number = 0;
@@ -52,10 +19,10 @@ std::size_t takeNumber(std::string_view& text) {
   return error == std::errc() ? number : 0;
 }
 
-Input inputOf(std::string_view bytes) {
+fuzz::SessionInput inputOf(std::string_view bytes) {
   const std::size_t end = std::min(bytes.find('\n'), bytes.size());
   std::string_view order = bytes.substr(0, end);
-  Input input;
+  fuzz::SessionInput input;
   input.entity = takeNumber(order);
   input.row = takeNumber(order);
   input.value = order;
@@ -63,132 +30,10 @@ Input inputOf(std::string_view bytes) {
   return input;
 }
 
-// --- what a drawing holds and shows ---------------------------------------------------------------------------------------
-
-std::unique_ptr<Drawing> opened(std::string bytes) {
-  try {
-    return Drawing::parse(std::move(bytes), "fuzz.dxf");
-  } catch (const velt::dxf::Error&) {
-    return nullptr;
-  }
-}
-
-using Pairs = std::vector<std::pair<int, std::string>>;
-
-std::vector<Pairs> recordsOf(const Drawing& drawing) {
-  std::vector<Pairs> records;
-  const auto count = static_cast<std::uint32_t>(drawing.document().recordCount());
-  for (std::uint32_t record = 0; record < count; ++record) {
-    const velt::dxf::RecordView view = drawing.view(record);
-    Pairs& pairs = records.emplace_back();
-    for (std::size_t i = 0; i < view.size(); ++i)
-      pairs.emplace_back(view.code(i), view.value(i));
-  }
-  return records;
-}
-
-// The rows as lines; a line without rows where the entities cannot be selected.
-std::vector<std::string> shown(const std::vector<VkDbObjectId>& entities) {
-  std::vector<std::string> lines;
-  try {
-    Selection selection(entities);
-    for (const Row& row : selection.query()) {
-      std::string line = row.label() + '\t' + row.name() + '\t' + row.text();
-      for (const velt::palette::Choice& choice : row.choices())
-        line += '\t' + choice.label;
-      lines.push_back(std::move(line));
-    }
-  } catch (const velt::palette::Error& error) {
-    lines.push_back(std::string("failed: ") + error.what());
-  }
-  return lines;
-}
-
-// Some of the entities, and then all of them together.
-std::vector<std::string> everythingShown(const Drawing& drawing) {
-  constexpr std::size_t enough = 16;
-  const std::span<const VkDbObjectId> entities = drawing.entities();
-  std::vector<std::string> lines;
-  const auto add = [&](const std::vector<VkDbObjectId>& some) {
-    const std::vector<std::string> more = shown(some);
-    lines.insert(lines.end(), more.begin(), more.end());
-  };
-  for (std::size_t i = 0; i < std::min(enough, entities.size()); ++i)
-    add({entities[i]});
-  add({entities.begin(), entities.end()});
-  return lines;
-}
-
-// --- the put --------------------------------------------------------------------------------------------------------------
-
-std::vector<VkDbObjectId> chosen(const Drawing& drawing, std::size_t number) {
-  const std::span<const VkDbObjectId> entities = drawing.entities();
-  if (number == 0 || entities.empty()) return {entities.begin(), entities.end()};
-  return {entities[(number - 1) % entities.size()]};
-}
-
-// The entities that may have changed.
-std::vector<VkDbObjectId> put(const std::vector<VkDbObjectId>& entities, const Input& input) {
-  std::vector<VkDbObjectId> changed;
-  try {
-    Selection selection(entities);
-    std::vector<Row> editable = selection.query();
-    std::erase_if(editable, [](const Row& row) { return !row.isEditable() || !row.takesText(); });
-    if (editable.empty()) return {};
-    const Row row = editable[input.row % editable.size()];
-    const velt::palette::Report report = selection.write(row, row.parse(input.value), {.keepGoing = true});
-    require(report.fates.size() == entities.size(), "each entity has its fate");
-    for (std::size_t i = 0; i < entities.size(); ++i) {
-      // A dynamic row may be written to more properties of an entity than the one of which its fate tells.
-      if (report.fates[i] == Fate::changed || (row.isDynamic() && entities.size() > 1))
-        changed.push_back(entities[i]);
-    }
-  } catch (const velt::palette::Error&) {}
-  return changed;
-}
-
-std::set<std::uint32_t> recordsOf(const Drawing& drawing, const std::vector<VkDbObjectId>& entities) {
-  std::set<std::uint32_t> records;
-  for (const VkDbObjectId& id : entities) {
-    const auto object = velt::database::resolve(id);
-    require(object.has_value(), "an entity that has been written to is there");
-    const velt::database::RecordRange members = drawing.members(object->record);
-    records.insert(object->record);
-    if (members.count == 0) continue;
-    // With the record that ends a sequence, which has a layer and a color of its own, too.
-    for (std::uint32_t i = 0; i <= members.count; ++i)
-      records.insert(members.first + i);
-  }
-  return records;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   constexpr std::size_t longest = 1 << 16;
-  if (size > longest) return 0;
-  const Input input = inputOf({reinterpret_cast<const char*>(data), size});
-  const std::unique_ptr<Drawing> drawing = opened(input.drawing);
-  if (drawing == nullptr || drawing->entities().empty()) return 0;
-
-  const std::vector<Pairs> before = recordsOf(*drawing);
-  static_cast<void>(everythingShown(*drawing));
-  require(drawing->document().bytes() == input.drawing, "looking changes nothing");
-
-  const std::vector<VkDbObjectId> changed = put(chosen(*drawing, input.entity), input);
-  const std::vector<Pairs> after = recordsOf(*drawing);
-  require(after.size() == before.size(), "no record comes or goes");
-  const std::set<std::uint32_t> named = recordsOf(*drawing, changed);
-  for (std::uint32_t record = 0; record < after.size(); ++record) {
-    const std::string type(drawing->document().type(record));
-    require(after[record] == before[record] || named.contains(record),
-            ("only the named entities change, not record " + std::to_string(record) + ", " + type).c_str());
-  }
-
-  const std::unique_ptr<Drawing> again = opened(drawing->document().bytes());
-  require(again != nullptr, "what is saved can be loaded");
-  require(recordsOf(*again) == after, "what is loaded is what was saved");
-  require(everythingShown(*again) == everythingShown(*drawing),
-          "a saved drawing shows what the edited one shows");
+  if (size <= longest) fuzz::runSession(inputOf({reinterpret_cast<const char*>(data), size}));
   return 0;
 }
