@@ -4,6 +4,13 @@ install(TARGETS VeltPropData VeltPalette VeltDxf VeltEmbeddedHost EXPORT VeltPro
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
 if(TARGET veltprops)
   install(TARGETS veltprops RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  install(DIRECTORY "${VELT_MAN_DIR}/" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" FILES_MATCHING PATTERN "*.1")
+  # Distributions keep a folder for what packages bring; zsh looks into this one below /usr/local.
+  set(VELT_ZSH_COMPLETIONS "${CMAKE_INSTALL_DATADIR}/zsh/site-functions" CACHE STRING "Where zsh finds completions")
+  install(FILES tool/completion/veltprops.bash RENAME veltprops
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
+  install(FILES tool/completion/_veltprops DESTINATION "${VELT_ZSH_COMPLETIONS}")
+  install(FILES tool/completion/veltprops.fish DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
 endif()
 if(VELT_PLUGIN_TARGETS)
   install(TARGETS ${VELT_PLUGIN_TARGETS} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/velt/plugins")

@@ -31,6 +31,15 @@ if(EXISTS "${veltToolMain}")
   target_link_libraries(veltprops PRIVATE velt_common velt_tool)
 endif()
 
+# The manual pages come out of the program itself: the description that it reads its command line with.
+if(TARGET veltprops)
+  set(VELT_MAN_DIR "${CMAKE_BINARY_DIR}/man")
+  add_custom_command(OUTPUT "${VELT_MAN_DIR}/veltprops.1"
+    COMMAND veltprops man-pages "${VELT_MAN_DIR}"
+    DEPENDS veltprops)
+  add_custom_target(velt_man_pages ALL DEPENDS "${VELT_MAN_DIR}/veltprops.1")
+endif()
+
 # --- sample plug-ins: one module per folder -----------------------------------------------------------------------
 set(VELT_PLUGIN_DIR "${CMAKE_BINARY_DIR}/plugins")
 set(VELT_PLUGIN_TARGETS)
@@ -53,7 +62,7 @@ endforeach()
 add_custom_target(velt_product)
 add_dependencies(velt_product VeltPropData VeltPalette VeltDxf VeltEmbeddedHost ${VELT_PLUGIN_TARGETS})
 if(TARGET veltprops)
-  add_dependencies(velt_product veltprops)
+  add_dependencies(velt_product veltprops velt_man_pages)
 endif()
 
 # --- examples: one executable per file, over the embedded host -----------------------------------------------------

@@ -9,11 +9,12 @@ namespace velt::tool {
 namespace {
 
 bool isPlain(char c) {
-  return c == '\n' || (static_cast<unsigned char>(c) >= 0x20 && static_cast<unsigned char>(c) < 0x7F);
+  return c == '\n' || c == '\t'
+         || (static_cast<unsigned char>(c) >= 0x20 && static_cast<unsigned char>(c) < 0x7F);
 }
 
 bool isObeyed(wchar_t c) {
-  return (c < 0x20 && c != L'\n') || (c >= 0x7F && c < 0xA0);
+  return (c < 0x20 && c != L'\n' && c != L'\t') || (c >= 0x7F && c < 0xA0);
 }
 
 // The length of the style that the text begins with; 0 when it begins with none.

@@ -3,7 +3,7 @@
 // Output that a terminal can be trusted with.
 //
 // Names and messages come out of drawings and plug-ins, and may hold what a terminal obeys instead of showing it. All
-// that the tool writes goes through here: control characters other than line ends, and bytes that are not UTF-8, become
+// that the tool writes goes through here: control characters other than line ends and tabs, and bytes that are not UTF-8, become
 // U+FFFD. Where the program's own text has colors, the sequences for them (Terminal.h) pass.
 //
 // Lines are passed on as they end, the rest with flush() or at the end. A failure of the stream behind shows in this one

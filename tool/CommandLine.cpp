@@ -2,20 +2,26 @@
 
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <filesystem>
-#include <new>
+#include <iostream>
+#include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "dxf/Error.h"
 #include "embedded/sources/LoadedPlugins.h"
-#include "host/com/ComError.h"
 #include "palette/Palette.h"
 #include "tool/CleanOutput.h"
 #include "tool/Commands.h"
+#include "tool/Completion.h"
+#include "tool/EachDrawing.h"
 #include "tool/Failure.h"
 #include "tool/Lists.h"
+#include "tool/ManPages.h"
+#include "tool/OpenDrawing.h"
+#include "tool/Pager.h"
 #include "tool/Terminal.h"
 #include "tool/Version.h"
 
@@ -64,8 +70,22 @@ constexpr const char* selectionHelp =
     "properties there are @handle, @class, @type, @layer, @layout and @block:\n"
     "  --where \"Start X > 5 and Layer in (Walls, 'New doors') and not has NUMBER\"";
 
-void addWide(CLI::App& command, bool& isWide) {
-  command.add_flag("--wide", isWide, "Lines longer than those of the terminal");
+constexpr const char* drawingHelp = "DXF file; - is standard input";
+
+void addDrawings(CLI::App& command, std::vector<std::string>& drawings) {
+  command.add_option("DRAWING", drawings, drawingHelp)->required();
+}
+
+// How text is shown on a terminal.
+struct Showing {
+  bool isWide = false;
+  bool isUnpaged = false;
+};
+
+void addShowing(CLI::App& command, Showing& showing) {
+  command.add_flag("--wide", showing.isWide, "Lines longer than those of the terminal");
+  command.add_flag("--no-pager", showing.isUnpaged,
+                   "Output longer than the terminal goes there, not through PAGER");
 }
 
 void addKeepGoing(CLI::App& command, bool& keepsGoing) {
@@ -88,6 +108,13 @@ void loadPlugins(sources::LoadedPlugins& plugins, const std::vector<std::string>
   }
 }
 
+class HelpFormatter : public CLI::Formatter {
+ public:
+  std::string make_usage(const CLI::App* command, std::string) const override {
+    return "Usage: " + usageOf(*command) + "\n";
+  }
+};
+
 struct CommandLine {
   CLI::App app{"The properties of entities in a DXF drawing, as the property palette shows them",
                "veltprops"};
@@ -99,9 +126,13 @@ struct CommandLine {
   DiffRequest diffRequest;
   ExplainRequest explainRequest;
   SampleRequest sampleRequest;
+  // What the options of all commands fill, which one of them at a time is.
+  Subject subject;
+  std::string firstDrawing;
   std::vector<std::string> plugins;
   bool keepsGoing = false;
-  bool isWide = false;
+  Showing showing;
+  std::string manFolder;
   CLI::App* showCommand = nullptr;
   CLI::App* listCommand = nullptr;
   CLI::App* tableCommand = nullptr;
@@ -110,37 +141,42 @@ struct CommandLine {
   CLI::App* explainCommand = nullptr;
   CLI::App* setCommand = nullptr;
   CLI::App* sampleCommand = nullptr;
+  CLI::App* manCommand = nullptr;
 
   CommandLine() {
     app.require_subcommand(1);
     app.set_version_flag("--version", fmt::format("veltprops {}", version));
+    app.formatter(std::make_shared<HelpFormatter>());
     app.footer(
+        "Several drawings are looked at one after the other; one that cannot be read does not stop the "
+        "others.\n"
+        "Environment: PAGER shows what is longer than the terminal, NO_COLOR turns colors off.\n"
         "Exit codes: 0 done, 1 failed, 2 wrong usage; of set also 3 nothing to do, 4 partly done.\n"
         "\"veltprops COMMAND --help\" tells more.");
 
     showCommand = app.add_subcommand("show", "Show the merged property list of a selection");
-    showCommand->add_option("DRAWING", showRequest.drawing, "DXF file")->required();
-    addSelection(*showCommand, showRequest.selection);
+    addDrawings(*showCommand, subject.drawings);
+    addSelection(*showCommand, subject.selection);
     showCommand->add_flag("--choices", showRequest.choices,
                           "Also the choices of each property that has some");
     showCommand->add_flag("--values", showRequest.values,
                           "Also the different values behind *VARIES*, each with the number of entities that\n"
                           "have it and the option that selects them");
     showCommand->add_flag("--json", showRequest.json, "Every field of every row, as JSON");
-    addWide(*showCommand, isWide);
+    addShowing(*showCommand, showing);
     addPlugins(*showCommand, plugins);
     addKeepGoing(*showCommand, keepsGoing);
     showCommand->footer(selectionHelp);
 
     listCommand = app.add_subcommand("list", "List entities: handle, class, DXF type, layer");
-    listCommand->add_option("DRAWING", listRequest.drawing, "DXF file")->required();
-    addSelection(*listCommand, listRequest.selection);
+    addDrawings(*listCommand, subject.drawings);
+    addSelection(*listCommand, subject.selection);
     CLI::Option* const listAsJson = listCommand->add_flag("--json", listRequest.json, "As JSON");
     listCommand
         ->add_flag("--values", listRequest.values,
                    "With --json: also the properties of each entity by itself")
         ->needs(listAsJson);
-    addWide(*listCommand, isWide);
+    addShowing(*listCommand, showing);
     addPlugins(*listCommand, plugins);
     addKeepGoing(*listCommand, keepsGoing);
     listCommand->footer(selectionHelp);
@@ -152,13 +188,15 @@ struct CommandLine {
 
     setCommand =
         app.add_subcommand("set", "Write values to every entity of a selection, and save the drawing");
-    setCommand->add_option("DRAWING", setRequest.drawing, "DXF file")->required();
+    // Only the first one: words without a "=" after it may be further ones.
+    setCommand->add_option("DRAWING", firstDrawing, drawingHelp)->required();
     setCommand
         ->add_option("NAME=VALUE", setRequest.assignments,
                      "A property, by the name that \"show\" gives it, and its new value")
         ->required();
-    addSelection(*setCommand, setRequest.selection);
-    CLI::Option* const output = setCommand->add_option("-o,--output", setRequest.output, "File to save to");
+    addSelection(*setCommand, subject.selection);
+    CLI::Option* const output =
+        setCommand->add_option("-o,--output", setRequest.output, "File to save to; - is standard output");
     CLI::Option* const inPlace =
         setCommand->add_flag("--in-place", setRequest.inPlace, "Save to the drawing itself");
     CLI::Option* const dryRun =
@@ -186,6 +224,10 @@ struct CommandLine {
         "given.\n\n"
         + std::string(selectionHelp));
 
+    manCommand = app.add_subcommand("man-pages", "Write the manual pages into a folder");
+    manCommand->group("");  // for the build alone
+    manCommand->add_option("FOLDER", manFolder, "Folder")->required();
+
     sampleCommand =
         app.add_subcommand("sample", "Write a sample drawing: a small floor plan, or the gallery");
     sampleCommand->add_option("FILE", sampleRequest.file, "DXF file to write")->required();
@@ -196,8 +238,8 @@ struct CommandLine {
 
   void addTableCommand() {
     tableCommand = app.add_subcommand("table", "Show one line for each entity of a selection");
-    tableCommand->add_option("DRAWING", tableRequest.drawing, "DXF file")->required();
-    addSelection(*tableCommand, tableRequest.selection);
+    addDrawings(*tableCommand, subject.drawings);
+    addSelection(*tableCommand, subject.selection);
     addList(*tableCommand, "--columns", tableRequest.columns,
             "The properties to show, by the names that \"show\" gives them; all of them without it, and for "
             "\"all\"")
@@ -212,7 +254,7 @@ struct CommandLine {
                                         "One JSON object in each line, with the values as numbers and texts");
     csv->excludes(tsv)->excludes(json);
     tsv->excludes(json);
-    addWide(*tableCommand, isWide);
+    addShowing(*tableCommand, showing);
     addPlugins(*tableCommand, plugins);
     addKeepGoing(*tableCommand, keepsGoing);
     tableCommand->footer(
@@ -226,18 +268,18 @@ struct CommandLine {
   void addInfoCommand() {
     infoCommand = app.add_subcommand(
         "info", "Tell of the drawing as a whole: format, units, layers, blocks, what is not understood");
-    infoCommand->add_option("DRAWING", infoRequest.drawing, "DXF file")->required();
+    addDrawings(*infoCommand, subject.drawings);
     infoCommand->add_flag("--json", infoRequest.json, "As JSON");
-    addWide(*infoCommand, isWide);
+    addShowing(*infoCommand, showing);
   }
 
   void addDiffCommand() {
     diffCommand = app.add_subcommand("diff", "Tell which properties of which entities differ");
-    diffCommand->add_option("DRAWING", diffRequest.drawing, "DXF file")->required();
+    diffCommand->add_option("DRAWING", diffRequest.drawing, drawingHelp)->required();
     diffCommand->add_option("OTHER", diffRequest.other, "DXF file to compare it with")->required();
-    addSelection(*diffCommand, diffRequest.selection);
+    addSelection(*diffCommand, subject.selection);
     diffCommand->add_flag("--json", diffRequest.json, "As JSON");
-    addWide(*diffCommand, isWide);
+    addShowing(*diffCommand, showing);
     addPlugins(*diffCommand, plugins);
     addKeepGoing(*diffCommand, keepsGoing);
     diffCommand->footer(
@@ -250,13 +292,13 @@ struct CommandLine {
   void addExplainCommand() {
     explainCommand = app.add_subcommand(
         "explain", "Say why a property is missing, read-only, varying or shown, and what to do about it");
-    explainCommand->add_option("DRAWING", explainRequest.drawing, "DXF file")->required();
     explainCommand
-        ->add_option("NAME", explainRequest.name, "The property, by the name that \"show\" gives it")
+        ->add_option("DRAWING... NAME", subject.drawings,
+                     "Drawings (- is standard input), and the property by the name that \"show\" gives it")
         ->required();
-    addSelection(*explainCommand, explainRequest.selection);
+    addSelection(*explainCommand, subject.selection);
     explainCommand->add_flag("--json", explainRequest.json, "As JSON");
-    addWide(*explainCommand, isWide);
+    addShowing(*explainCommand, showing);
     addPlugins(*explainCommand, plugins);
     addKeepGoing(*explainCommand, keepsGoing);
     explainCommand->footer(selectionHelp);
@@ -267,24 +309,121 @@ struct CommandLine {
 
   // Where the text of this command goes.
   Terminal asWideAsAsked(Terminal terminal) const {
-    if (isWide) terminal.width.reset();
+    if (showing.isWide) terminal.width.reset();
     return terminal;
   }
 
-  ExitCode runCommand(std::ostream& out, std::ostream& err, const Terminal& terminal) {
+  // Drawings that are named where other words may stand as well.
+  void sortWords() {
+    if (explainCommand->parsed() && subject.drawings.size() > 1) {
+      explainRequest.name = std::move(subject.drawings.back());
+      subject.drawings.pop_back();
+    }
+    if (!setCommand->parsed()) return;
+    if (!firstDrawing.empty()) subject.drawings.assign(1, firstDrawing);
+    std::erase_if(setRequest.assignments, [this](const std::string& word) {
+      std::error_code unknown;
+      const bool isDrawing =
+          word.find('=') == std::string::npos
+          && (word == standardStream || std::filesystem::exists(word, unknown)
+              || palette::equalIgnoringCase(std::filesystem::path(word).extension().string(), ".dxf"));
+      if (isDrawing) subject.drawings.push_back(word);
+      return isDrawing;
+    });
+  }
+
+  void checkDrawings() const {
+    std::vector<std::string> read = subject.drawings;
+    if (diffCommand->parsed()) read = {diffRequest.drawing, diffRequest.other};
+    if (std::count(read.begin(), read.end(), standardStream) > 1)
+      throw UsageFailure("standard input can be read only once");
+    if (explainCommand->parsed() && explainRequest.name.empty())
+      throw UsageFailure("which property? Name it after the drawing");
+    if (read.size() > 1 && !setRequest.output.empty())
+      throw UsageFailure("one output for several drawings? --in-place saves to each of them");
+  }
+
+  // The command for each of the drawings.
+  template <class Request>
+  ExitCode forEach(Request& request, Sequence sequence, std::ostream& out, std::ostream& err,
+                   const std::function<ExitCode(std::ostream&)>& command) {
+    return onEachDrawing(subject.drawings, sequence, out, err,
+                         [&](const std::string& drawing, std::ostream& printed) {
+                           request.drawing = drawing;
+                           return command(printed);
+                         });
+  }
+
+  ExitCode runShow(std::ostream& out, std::ostream& err) {
+    return forEach(showRequest, paragraphsOr(showRequest.json), out, err, [&](std::ostream& printed) {
+      show(showRequest, printed);
+      return succeeded;
+    });
+  }
+  ExitCode runList(std::ostream& out, std::ostream& err) {
+    listRequest.isOneOfSeveral = subject.drawings.size() > 1;
+    return forEach(listRequest, paragraphsOr(listRequest.json), out, err, [&](std::ostream& printed) {
+      list(listRequest, printed);
+      return succeeded;
+    });
+  }
+  ExitCode runTable(std::ostream& out, std::ostream& err) {
+    tableRequest.isOneOfSeveral = subject.drawings.size() > 1;
+    const bool isText = tableRequest.format == TableFormat::text;
+    return forEach(tableRequest, isText ? Sequence::paragraphs : Sequence::lines, out, err,
+                   [&](std::ostream& printed) {
+                     table(tableRequest, printed);
+                     tableRequest.hasHeadings = false;
+                     return succeeded;
+                   });
+  }
+  ExitCode runInfo(std::ostream& out, std::ostream& err) {
+    return forEach(infoRequest, paragraphsOr(infoRequest.json), out, err, [&](std::ostream& printed) {
+      info(infoRequest, printed);
+      return succeeded;
+    });
+  }
+  ExitCode runExplain(std::ostream& out, std::ostream& err) {
+    return forEach(explainRequest, paragraphsOr(explainRequest.json), out, err, [&](std::ostream& printed) {
+      explain(explainRequest, printed);
+      return succeeded;
+    });
+  }
+  // A drawing that goes to standard output leaves no room for the report there.
+  ExitCode runSet(std::ostream& out, std::ostream& err, std::ostream& plainOut) {
+    setRequest.standardOutput = &plainOut;
+    std::ostream& report = setRequest.output == standardStream ? err : out;
+    return forEach(setRequest, paragraphsOr(setRequest.json), report, err,
+                   [&](std::ostream& printed) { return set(setRequest, printed, err); });
+  }
+
+  static Sequence paragraphsOr(bool json) { return json ? Sequence::array : Sequence::paragraphs; }
+
+  ExitCode runCommand(std::ostream& out, std::ostream& err, std::ostream& plainOut,
+                      const Terminal& terminal) {
+    if (manCommand->parsed()) {
+      writeManPages(app, manFolder);
+      return succeeded;
+    }
+    if (sampleCommand->parsed()) {
+      sample(sampleRequest, out);
+      return succeeded;
+    }
+    sortWords();
+    checkDrawings();
     showRequest.terminal = listRequest.terminal = tableRequest.terminal = asWideAsAsked(terminal);
     infoRequest.terminal = diffRequest.terminal = explainRequest.terminal = asWideAsAsked(terminal);
+    showRequest.selection = listRequest.selection = tableRequest.selection = subject.selection;
+    setRequest.selection = diffRequest.selection = explainRequest.selection = subject.selection;
     sources::LoadedPlugins loaded([&](const std::string& line) { err << "veltprops: " << line << '\n'; });
     loadPlugins(loaded, plugins, keepsGoing || setRequest.keepGoing);
-    if (setCommand->parsed()) return set(setRequest, out, err);
-    if (showCommand->parsed()) show(showRequest, out);
-    if (listCommand->parsed()) list(listRequest, out);
-    if (tableCommand->parsed()) table(tableRequest, out);
-    if (infoCommand->parsed()) info(infoRequest, out);
-    if (explainCommand->parsed()) explain(explainRequest, out);
-    if (diffCommand->parsed()) return diff(diffRequest, out) ? failed : succeeded;
-    if (sampleCommand->parsed()) sample(sampleRequest, out);
-    return succeeded;
+    if (setCommand->parsed()) return runSet(out, err, plainOut);
+    if (showCommand->parsed()) return runShow(out, err);
+    if (listCommand->parsed()) return runList(out, err);
+    if (tableCommand->parsed()) return runTable(out, err);
+    if (infoCommand->parsed()) return runInfo(out, err);
+    if (explainCommand->parsed()) return runExplain(out, err);
+    return diff(diffRequest, out) ? failed : succeeded;
   }
 };
 
@@ -293,32 +432,62 @@ int fail(std::ostream& err, ExitCode code, std::string_view message) {
   return code;
 }
 
+// For the completion of shells, whose words follow: they stand on no command line that could be parsed.
+constexpr std::string_view completeCommand = "complete";
+
+int completeLine(const std::vector<std::string>& words, std::ostream& out) {
+  CommandLine commandLine;
+  const auto parse = [&](std::vector<std::string> complete) {
+    std::reverse(complete.begin(), complete.end());
+    try {
+      commandLine.app.parse(std::move(complete));
+    } catch (const CLI::ParseError&) {
+      // What the line lacks yet is no matter.
+    }
+    commandLine.sortWords();
+    return commandLine.subject;
+  };
+  try {
+    print(complete(commandLine.app, words, parse), out);
+  } catch (...) {
+    // Whoever types has no use for a message now; running the line tells it.
+    return failed;
+  }
+  return succeeded;
+}
+
+// Output that may be longer than the terminal.
+std::unique_ptr<Pager> pagerFor(const CommandLine& commandLine, std::ostream& out, const Terminal& terminal) {
+  if (!terminal.height || commandLine.showing.isUnpaged || commandLine.setCommand->parsed()) return nullptr;
+  return std::make_unique<Pager>(out, *terminal.height);
+}
+
 }  // namespace
 
 int run(int argumentCount, const char* const* arguments, std::ostream& plainOut, std::ostream& plainErr) {
+  if (argumentCount > 1 && arguments[1] == completeCommand)
+    return completeLine({arguments + 2, arguments + argumentCount}, plainOut);
   const Terminal terminal = terminalOf(plainOut);
-  CleanOutput out(plainOut, terminal.hasColor);
   CleanOutput err(plainErr);
   CommandLine commandLine;
   try {
     commandLine.app.parse(argumentCount, arguments);
   } catch (const CLI::ParseError& error) {
     // A request for help is not a failure; everything else that stops the parser is wrong usage.
+    CleanOutput out(plainOut);
     return commandLine.app.exit(error, out, err) == 0 ? succeeded : wrongUsage;
   }
   try {
-    const ExitCode code = commandLine.runCommand(out, err, terminal);
+    const std::unique_ptr<Pager> pager = pagerFor(commandLine, plainOut, terminal);
+    CleanOutput out(pager ? *pager : plainOut, terminal.hasColor);
+    const ExitCode code = commandLine.runCommand(out, err, plainOut, terminal);
     out.flush();
+    if (pager) pager->finish();
     return out ? code : fail(err, commandLine.codeOfFailure(), "the output could not be written");
   } catch (const UsageFailure& failure) {
     return fail(err, wrongUsage, failure.what());
-  } catch (const _com_error& error) {
-    return fail(err, commandLine.codeOfFailure(),
-                palette::oneLine(static_cast<const wchar_t*>(error.Description())));
-  } catch (const std::bad_alloc&) {
-    return fail(err, commandLine.codeOfFailure(), "out of memory");
-  } catch (const std::exception& failure) {
-    return fail(err, commandLine.codeOfFailure(), failure.what());
+  } catch (...) {
+    return fail(err, commandLine.codeOfFailure(), messageOfFailure());
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-// The commands of veltprops. Each writes its results to `out`, and throws Failure or dxf::Error when it fails.
+// The commands of veltprops. Each writes its results to `out`, and throws Failure or dxf::Error when it fails. A drawing
+// named "-" is read from standard input.
 
 #include <ostream>
 #include <string>
@@ -31,6 +32,9 @@ struct TableRequest {
   // Names of properties, or of facts (see EntityFacts.h); every property when there are none, or "all".
   std::vector<std::string> columns{};
   TableFormat format = TableFormat::text;
+  // Of one table for several drawings, whose lines tell the drawing: only the first has headings.
+  bool isOneOfSeveral = false;
+  bool hasHeadings = true;
   Terminal terminal{};
 };
 
@@ -41,6 +45,8 @@ struct ListRequest {
   bool json = false;
   // With JSON: also the properties of each entity.
   bool values = false;
+  // The text says which drawing it is about.
+  bool isOneOfSeveral = false;
   Terminal terminal{};
 };
 
@@ -51,6 +57,8 @@ struct SetRequest {
   std::vector<std::string> assignments{};
   // The file to save to; empty with inPlace or dryRun.
   std::string output{};
+  // Where the drawing goes when the output is "-".
+  std::ostream* standardOutput = nullptr;
   bool inPlace = false;
   bool dryRun = false;
   // Replaces an existing file at `output`.

@@ -29,4 +29,7 @@ class UsageFailure : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// What the exception that is being handled says to people. Call it within a catch block.
+std::string messageOfFailure();
+
 }  // namespace velt::tool

@@ -51,7 +51,8 @@ void printForPeople(const std::vector<ListedEntity>& entities, const Terminal& t
   const auto lineOf = [&](const ListedEntity& entity) {
     return terminal.fitted(fmt::format("{}  {}  {}  {}", padded(entity.handle, columns(widest.handle)),
                                        padded(entity.className, columns(widest.className)),
-                                       padded(entity.dxfName, columns(widest.dxfName)), palette::oneLine(palette::fromUtf8(entity.layer))));
+                                       padded(entity.dxfName, columns(widest.dxfName)),
+                                       palette::oneLine(palette::fromUtf8(entity.layer))));
   };
   out << terminal.bold(lineOf(headings)) << '\n';
   for (const ListedEntity& entity : entities)
@@ -93,6 +94,7 @@ void list(const ListRequest& request, std::ostream& out) {
   if (request.json) {
     printAsJson(request, selected, entities, out);
   } else {
+    if (request.isOneOfSeveral) out << request.terminal.bold(request.drawing) << '\n';
     printForPeople(entities, request.terminal, out);
     out << remarkOnHandles(selected);
     if (selected.leftOutInBlocks > 0) out << '\n' << leftOutText(selected);

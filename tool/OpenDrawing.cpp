@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iostream>
+#include <iterator>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "dxf/Numbers.h"
 #include "tool/Progress.h"
@@ -11,6 +14,8 @@
 namespace velt::tool {
 
 namespace {
+
+constexpr const char* standardInputName = "standard input";
 
 std::optional<int> precisionIn(const database::Drawing& drawing, std::string_view variable) {
   const std::optional<std::string_view> value = drawing.document().headerValue(variable, 70);
@@ -24,9 +29,12 @@ std::optional<int> precisionIn(const database::Drawing& drawing, std::string_vie
 }  // namespace
 
 std::unique_ptr<database::Drawing> openDrawing(const std::string& file) {
-  Progress progress("Loading " + file);
-  return database::Drawing::open(
-      file, [&](std::uint64_t done, std::uint64_t total) { progress.report(done, total); });
+  const bool isStandardInput = file == standardStream;
+  Progress progress("Loading " + (isStandardInput ? std::string(standardInputName) : file));
+  const auto report = [&](std::uint64_t done, std::uint64_t total) { progress.report(done, total); };
+  if (!isStandardInput) return database::Drawing::open(file, report);
+  std::string bytes(std::istreambuf_iterator<char>(std::cin), {});
+  return database::Drawing::parse(std::move(bytes), standardInputName, report);
 }
 
 palette::NumberStyle numberStyleOf(const database::Drawing& drawing) {

@@ -8,7 +8,10 @@
 
 namespace velt::tool {
 
-// Opens a drawing, with progress on standard error. Throws dxf::Error.
+// Stands for standard input where a drawing is read, and for standard output where one is written.
+inline constexpr const char* standardStream = "-";
+
+// Opens a drawing, or reads it from standard input, with progress on standard error. Throws dxf::Error.
 std::unique_ptr<database::Drawing> openDrawing(const std::string& file);
 
 // How the drawing itself says that numbers are written.

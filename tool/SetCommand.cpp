@@ -153,8 +153,12 @@ void checkOutput(const SetRequest& request) {
   if (request.selection.isEmpty()) throw UsageFailure(noSelectionText);
   if (request.output.empty() && !request.inPlace && !request.dryRun)
     throw UsageFailure("save where? Name a file with -o, or say --in-place or --dry-run");
+  if (request.inPlace && request.drawing == standardStream)
+    throw UsageFailure("standard input cannot be saved to: name a file with -o, or -o - for standard output");
   std::error_code unknown;
-  if (request.output.empty() || request.force || !std::filesystem::exists(request.output, unknown)) return;
+  if (request.output.empty() || request.output == standardStream || request.force
+      || !std::filesystem::exists(request.output, unknown))
+    return;
   if (std::filesystem::equivalent(request.output, request.drawing, unknown))
     throw Failure(fmt::format("{}: is the drawing itself (--in-place saves to it)", request.output));
   throw Failure(fmt::format("{}: exists already (--force replaces it)", request.output));
@@ -174,6 +178,11 @@ palette::Report apply(const Assignment& assignment, const std::vector<VkDbObject
 
 void save(const SetRequest& request, database::Drawing& drawing, const std::string& target,
           std::ostream& err) {
+  if (!request.inPlace && target == standardStream) {
+    drawing.document().write(*request.standardOutput);
+    if (!request.standardOutput->flush()) throw Failure("the output could not be written");
+    return;
+  }
   const bool onlyNew = !request.inPlace && !request.force;
   try {
     drawing.save(target, {.overwriteChanges = request.overwriteChanges,

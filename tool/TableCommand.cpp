@@ -164,22 +164,28 @@ Json allValuesOf(const std::vector<palette::Row>& rows) {
   return values;
 }
 
-Json lineOf(VkDbObjectId entity, Json values) {
-  return {{"handle", handleText(entity)}, {"class", className(entity)}, {"values", std::move(values)}};
+Json lineOf(const TableRequest& request, VkDbObjectId entity, Json values) {
+  Json line = Json::object();
+  if (request.isOneOfSeveral) line["drawing"] = request.drawing;
+  line["handle"] = handleText(entity);
+  line["class"] = className(entity);
+  line["values"] = std::move(values);
+  return line;
 }
 
 std::string written(const Json& line) {
   return jsonText(line, -1) + '\n';
 }
 
-void printAllAsJson(palette::Selection& selection, std::ostream& out) {
+void printAllAsJson(const TableRequest& request, palette::Selection& selection, std::ostream& out) {
   forEachEntity(selection, "Reading", [&](VkDbObjectId entity, const std::vector<palette::Row>& rows) {
-    out << written(lineOf(entity, allValuesOf(rows)));
+    out << written(lineOf(request, entity, allValuesOf(rows)));
   });
 }
 
 // All lines are made before the first is printed, so that an unknown column prints none.
-void printAsJson(const std::vector<std::string>& columns, palette::Selection& selection, std::ostream& out) {
+void printAsJson(const TableRequest& request, palette::Selection& selection, std::ostream& out) {
+  const std::vector<std::string>& columns = request.columns;
   std::string lines;
   FoundColumns foundColumns(columns);
   forEachEntity(selection, "Reading", [&](VkDbObjectId entity, const std::vector<palette::Row>& rows) {
@@ -192,7 +198,7 @@ void printAsJson(const std::vector<std::string>& columns, palette::Selection& se
       values[name] = isFact ? Json(factOf(entity, name)) : valuesOf(meant);
     }
     foundColumns.learn(rows);
-    lines += written(lineOf(entity, std::move(values)));
+    lines += written(lineOf(request, entity, std::move(values)));
   });
   if (selection.size() > 0) foundColumns.requireAll();
   out << lines;
@@ -246,21 +252,32 @@ void printForPeople(const Cells& headings, const std::vector<Cells>& table, cons
 
 void table(const TableRequest& request, std::ostream& out) {
   if (request.selection.isEmpty()) throw UsageFailure(noSelectionText);
+  // Each drawing has properties of its own, and lines that follow each other need the same columns.
+  const bool isSeparated = request.format == TableFormat::csv || request.format == TableFormat::tsv;
+  if (isSeparated && request.isOneOfSeveral && wantsAll(request))
+    throw UsageFailure(
+        "which columns? Name them with --columns: those of one drawing are not those of another");
   const std::unique_ptr<database::Drawing> drawing = openDrawing(request.drawing);
   const SelectedEntities selected = select(*drawing, request.selection);
   palette::Selection selection(selected.ids);
   if (request.format == TableFormat::json) {
-    wantsAll(request) ? printAllAsJson(selection, out) : printAsJson(request.columns, selection, out);
+    (wantsAll(request) ? printAllAsJson : printAsJson)(request, selection, out);
     return;
   }
-  const std::vector<std::string> columns = columnsOf(request, selection);
-  const std::vector<Cells> cells = readCells(columns, selection, numberStyleOf(*drawing));
+  Cells headings = columnsOf(request, selection);
+  std::vector<Cells> cells = readCells(headings, selection, numberStyleOf(*drawing));
   if (request.format == TableFormat::text) {
-    printForPeople(columns, cells, request.terminal, out);
+    if (request.isOneOfSeveral) out << request.terminal.bold(request.drawing) << '\n';
+    printForPeople(headings, cells, request.terminal, out);
     if (selected.leftOutInBlocks > 0) out << '\n' << leftOutText(selected);
     return;
   }
-  printSeparated(columns, request.format, out);
+  if (request.isOneOfSeveral) {
+    headings.insert(headings.begin(), "Drawing");
+    for (Cells& line : cells)
+      line.insert(line.begin(), palette::oneLine(palette::fromUtf8(request.drawing)));
+  }
+  if (request.hasHeadings) printSeparated(headings, request.format, out);
   for (const Cells& line : cells)
     printSeparated(line, request.format, out);
 }

@@ -13,12 +13,15 @@ namespace velt::tool {
 
 namespace {
 
-constexpr std::size_t widthOfUnknownTerminals = 80;
+constexpr winsize unknownTerminal{.ws_row = 24, .ws_col = 80, .ws_xpixel = 0, .ws_ypixel = 0};
 
-std::size_t widthOfStandardOutput() {
+winsize sizeOfStandardOutput() {
   winsize size{};
-  const bool isKnown = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-  return isKnown ? size.ws_col : widthOfUnknownTerminals;
+  const bool isKnown = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0;
+  return {.ws_row = isKnown && size.ws_row > 0 ? size.ws_row : unknownTerminal.ws_row,
+          .ws_col = isKnown && size.ws_col > 0 ? size.ws_col : unknownTerminal.ws_col,
+          .ws_xpixel = 0,
+          .ws_ypixel = 0};
 }
 
 bool wantsColor() {
@@ -49,7 +52,8 @@ std::string Terminal::faint(std::string_view text) const {
 Terminal terminalOf(const std::ostream& out) {
   const bool isTerminal = out.rdbuf() == std::cout.rdbuf() && isatty(STDOUT_FILENO) != 0;
   if (!isTerminal) return {};
-  return {.width = widthOfStandardOutput(), .hasColor = wantsColor()};
+  const winsize size = sizeOfStandardOutput();
+  return {.width = size.ws_col, .hasColor = wantsColor(), .height = size.ws_row};
 }
 
 }  // namespace velt::tool

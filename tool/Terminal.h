@@ -14,6 +14,8 @@ struct Terminal {
   // The columns of a line; nothing when lines may have any length.
   std::optional<std::size_t> width{};
   bool hasColor = false;
+  // Its lines; nothing where the text is no terminal's.
+  std::optional<std::size_t> height{};
 
   // The line as it fits into the width.
   std::string fitted(std::string_view line) const;

@@ -2,7 +2,9 @@
 
 namespace velt::tool {
 
-// Of the whole project; the build writes it.
+// Of the whole project; the build writes them.
 extern const char* const version;
+// Of that version, as 2026-11-22.
+extern const char* const releaseDate;
 
 }  // namespace velt::tool

@@ -189,6 +189,14 @@ class AnInstallation(unittest.TestCase):
                     "--host", self.library_folder() / "velt" / "hosts" / "embedded-host.so", env=clean)
         self.assertRegex(shown, r"(?m)^\d+ checks, 0 findings$")
 
+    def test_holds_manual_pages_and_completions(self):
+        share = self.prefix / "share"
+        for name in ("veltprops.1", "veltprops-show.1", "veltprops-set.1"):
+            self.assertTrue((share / "man" / "man1" / name).is_file(), name)
+        for name in ("bash-completion/completions/veltprops", "zsh/site-functions/_veltprops",
+                     "fish/vendor_completions.d/veltprops.fish"):
+            self.assertTrue((share / name).is_file(), name)
+
     def test_holds_a_tool_that_finds_its_libraries(self):
         tool = self.prefix / "bin" / "veltprops"
         if not tool.is_file():

@@ -22,6 +22,10 @@ TEST(CleanOutput, TextPassesAsItIs) {
   EXPECT_EQ(cleaned("no line end"), "no line end");
 }
 
+TEST(CleanOutput, TabsPartColumns) {
+  EXPECT_EQ(cleaned("Layer\tRadius\nT\u00FCren\t2\n"), "Layer\tRadius\nT\u00FCren\t2\n");
+}
+
 TEST(CleanOutput, TheProgramsOwnStylesPassWhereItHasColors) {
   std::ostringstream to;
   CleanOutput(to, true) << "\x1B[1mGeneral\x1B[0m \x1B[2mfaint\x1B[0m \x1B[31mred\n";
@@ -31,7 +35,7 @@ TEST(CleanOutput, TheProgramsOwnStylesPassWhereItHasColors) {
 TEST(CleanOutput, WhatATerminalObeysIsReplaced) {
   const std::string r = replaced;
   EXPECT_EQ(cleaned("\x1B[31mred\x1B[0m"), r + "[31mred" + r + "[0m");
-  EXPECT_EQ(cleaned("over\rwritten\b\x07\t\x7F"), "over" + r + "written" + r + r + r + r);
+  EXPECT_EQ(cleaned("over\rwritten\b\x07\x7F"), "over" + r + "written" + r + r + r);
   EXPECT_EQ(cleaned("\u009B31m"), r + "31m");
   EXPECT_EQ(cleaned("\x9B"
                     "31m\xFF"),

@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "tests/support/Places.h"
@@ -370,6 +373,115 @@ TEST(CommandLine, AValueThatIsNotUtf8IsAFailureAndNothingIsSaved) {
   const Outcome outcome = veltprops({"set", file.c_str(), "--all", "Contents=\xFFnew", "--dry-run"});
   EXPECT_EQ(outcome.exitCode, 1);
   EXPECT_THAT(outcome.err, HasSubstr("Contents: the text is not UTF-8"));
+}
+
+// --- several drawings ------------------------------------------------------------------------------------
+
+class SeveralDrawings : public testing::Test {
+ protected:
+  const TemporaryFolder folder;
+  const std::string a = folder.write("a.dxf", drawingOf({{"0"}, {"Walls"}}, circle("2F", "Walls")));
+  const std::string b = folder.write("b.dxf", drawingOf({{"0"}}, circle("30", "0")));
+  const std::string missing = folder.path("missing.dxf");
+};
+
+TEST_F(SeveralDrawings, AreNamedInTexts) {
+  for (const std::vector<const char*>& command : {std::vector<const char*>{"show", "--all"},
+                                                  {"list"},
+                                                  {"table", "--all", "--columns", "Radius"},
+                                                  {"info"}}) {
+    std::vector<const char*> arguments = command;
+    arguments.insert(arguments.begin() + 1, {a.c_str(), b.c_str()});
+    const Outcome outcome = veltprops(arguments);
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, StartsWith(a));
+    EXPECT_THAT(outcome.out, HasSubstr("\n\n" + b));
+  }
+  const Outcome explained = veltprops({"explain", a.c_str(), b.c_str(), "Radius", "--all"});
+  EXPECT_THAT(explained.out, HasSubstr("in " + a));
+  EXPECT_THAT(explained.out, HasSubstr("in " + b));
+}
+
+TEST_F(SeveralDrawings, AreNamedInJson) {
+  const Outcome outcome = veltprops({"show", a.c_str(), missing.c_str(), b.c_str(), "--all", "--json"});
+  const auto json = nlohmann::json::parse(outcome.out);
+  ASSERT_EQ(json.size(), 3u);
+  EXPECT_EQ(json[0]["drawing"], a);
+  EXPECT_EQ(json[1]["drawing"], missing);
+  EXPECT_THAT(json[1]["error"], HasSubstr("No such file"));
+  EXPECT_EQ(json[2]["drawing"], b);
+}
+
+TEST_F(SeveralDrawings, OneThatFailsDoesNotStopTheOthers) {
+  const Outcome outcome = veltprops({"list", missing.c_str(), b.c_str()});
+  EXPECT_EQ(outcome.exitCode, 1);
+  EXPECT_THAT(outcome.err, HasSubstr(missing));
+  EXPECT_THAT(outcome.out, HasSubstr("CIRCLE"));
+}
+
+TEST_F(SeveralDrawings, AreOneTableOfValues) {
+  const Outcome csv = veltprops({"table", a.c_str(), b.c_str(), "--all", "--columns", "Radius", "--csv"});
+  EXPECT_EQ(csv.out, "Drawing,Radius\n" + a + ",2.500\n" + b + ",2.500\n");
+  const Outcome json = veltprops({"table", a.c_str(), b.c_str(), "--all", "--columns", "Radius", "--json"});
+  EXPECT_THAT(json.out, StartsWith("{\"drawing\":\"" + a + "\",\"handle\":\"2F\""));
+  EXPECT_EQ(veltprops({"table", a.c_str(), b.c_str(), "--all", "--csv"}).exitCode, 2);
+}
+
+TEST_F(SeveralDrawings, HaveHeadingsAlsoWhenTheFirstFails) {
+  const Outcome csv =
+      veltprops({"table", missing.c_str(), b.c_str(), "--all", "--columns", "Radius", "--csv"});
+  EXPECT_EQ(csv.out, "Drawing,Radius\n" + b + ",2.500\n");
+}
+
+TEST_F(SeveralDrawings, AreEditedInPlace) {
+  const Outcome outcome =
+      veltprops({"set", a.c_str(), missing.c_str(), b.c_str(), "Radius=4", "--all", "--in-place"});
+  EXPECT_EQ(outcome.exitCode, 1);
+  EXPECT_THAT(outcome.err, HasSubstr(missing));
+  for (const std::string& file : {a, b})
+    EXPECT_THAT(veltprops({"show", file.c_str(), "--all"}).out, ContainsRegex("Radius +4"));
+}
+
+TEST_F(SeveralDrawings, HaveNoOutputInCommon) {
+  const Outcome outcome = veltprops({"set", a.c_str(), b.c_str(), "Radius=4", "--all", "-o", "c.dxf"});
+  EXPECT_EQ(outcome.exitCode, 2);
+  EXPECT_THAT(outcome.err, HasSubstr("--in-place"));
+}
+
+TEST(CommandLine, TabsPartTheColumnsOfATable) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("a.dxf", drawingOf({{"0"}}, circle("2F", "0")));
+  EXPECT_EQ(veltprops({"table", file.c_str(), "--all", "--columns", "Layer,Radius", "--tsv"}).out,
+            "Layer\tRadius\n0\t2.500\n");
+}
+
+// Standard input and output of the test itself are others' too, so the program runs on its own.
+std::string printedBy(const std::string& command) {
+  const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
+  std::string text;
+  for (int c = std::fgetc(pipe.get()); c != EOF; c = std::fgetc(pipe.get()))
+    text += static_cast<char>(c);
+  return text;
+}
+
+TEST(CommandLine, ADrawingPassesThroughStandardInputAndOutput) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("a.dxf", drawingOf({{"0"}}, circle("2F", "0")));
+  const std::string tool = (buildFolder() / "bin" / "veltprops").string();
+  EXPECT_EQ(printedBy("cat " + file + " | " + tool + " set - Radius=4 --all -o - 2>" + folder.path("report")
+                      + " | " + tool + " table - --all --columns Radius --csv"),
+            "Radius\n4.000\n");
+  EXPECT_THAT(contentOf(folder.path("report")), HasSubstr("1 changed"));
+}
+
+TEST(CommandLine, StandardInputIsReadOnceAndIsNoFileToSaveTo) {
+  EXPECT_EQ(veltprops({"diff", "-", "-"}).exitCode, 2);
+  EXPECT_EQ(veltprops({"list", "-", "-"}).exitCode, 2);
+  EXPECT_EQ(veltprops({"set", "-", "Radius=4", "--all", "--in-place"}).exitCode, 2);
+}
+
+TEST(CommandLine, ExplainWithoutAPropertyIsWrongUsage) {
+  EXPECT_THAT(veltprops({"explain", "a.dxf", "--all"}).err, HasSubstr("which property?"));
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ class TheText(unittest.TestCase):
         fcntl.ioctl(its, termios.TIOCSWINSZ, struct.pack("HHHH", 50, columns, 0, 0))
         clean = {name: value for name, value in os.environ.items() if name != "NO_COLOR"}
         with subprocess.Popen([self.tool, *arguments], cwd=self.folder.name, stdout=its, stderr=subprocess.DEVNULL,
-                              env=clean | {"TERM": "xterm"} | environment) as running:
+                              env=clean | {"TERM": "xterm", "PAGER": "cat"} | environment) as running:
             text = b""
             # Our copy of its end stays open: where the last one closes, what was not yet read can be lost.
             while True:
@@ -63,6 +63,15 @@ class TheText(unittest.TestCase):
         self.assertIn("\033[1mGeneral\033[0m", self.on_terminal(*show))
         self.assertNotIn("\033[", self.on_terminal(*show, NO_COLOR="1"))
         self.assertNotIn("\033[", self.on_terminal(*show, TERM="dumb"))
+
+    def test_goes_through_the_pager_when_it_is_longer_than_the_terminal(self):
+        marks = "sed 's/^/paged: /'"
+        self.assertIn("paged: ", self.on_terminal("list", "plan.dxf", PAGER=marks))
+        self.assertNotIn("paged", self.on_terminal("list", "plan.dxf", "--no-pager", PAGER=marks))
+        self.assertNotIn("paged", self.on_terminal("list", "plan.dxf", "--layer", "Doors", PAGER=marks))
+
+    def test_keeps_its_colors_in_the_pager(self):
+        self.assertIn("FRX:\033[1mHandle", self.on_terminal("list", "plan.dxf", PAGER="sed \"s/^/$LESS:/\""))
 
     def test_is_plain_in_a_pipe(self):
         shown = subprocess.run([self.tool, "table", "plan.dxf", "--layer", "Doors"], cwd=self.folder.name, check=True,

@@ -1,0 +1,66 @@
+#include "tool/Pager.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <optional>
+#include <sstream>
+
+#include "tests/support/Files.h"
+#include "tool/Failure.h"
+
+namespace velt::tool {
+namespace {
+
+class PagerTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (const char* const set = std::getenv("PAGER")) before_ = set;
+  }
+  void TearDown() override { before_ ? setenv("PAGER", before_->c_str(), 1) : unsetenv("PAGER"); }
+  static std::string paged(const std::string& pager, const std::string& text) {
+    setenv("PAGER", pager.c_str(), 1);
+    std::ostringstream terminal;
+    Pager out(terminal, 3);
+    out << text;
+    out.finish();
+    EXPECT_TRUE(out.good());
+    return terminal.str();
+  }
+
+ private:
+  std::optional<std::string> before_;
+};
+
+TEST_F(PagerTest, ShortOutputStaysOnTheTerminal) {
+  EXPECT_EQ(paged("false", "1\n2\n3\n"), "1\n2\n3\n");
+}
+
+TEST_F(PagerTest, LongOutputGoesThroughThePager) {
+  const tests::TemporaryFolder folder;
+  const std::string file = folder.path("paged");
+  EXPECT_EQ(paged("cat > " + file, "1\n2\n3\n4\n5\n"), "");
+  EXPECT_EQ(tests::contentOf(file), "1\n2\n3\n4\n5\n");
+}
+
+TEST_F(PagerTest, NoPagerIsAskedForByAnEmptyOneAndByCat) {
+  for (const char* const none : {"", "cat"})
+    EXPECT_EQ(paged(none, "1\n2\n3\n4\n"), "1\n2\n3\n4\n");
+}
+
+TEST_F(PagerTest, AReaderWhoLeavesEarlyIsNoFailure) {
+  EXPECT_EQ(paged("true", std::string(1'000'000, '\n')), "");
+}
+
+TEST_F(PagerTest, APagerThatDoesNotExistIsNamed) {
+  try {
+    paged("no-such-pager-at-all 2>/dev/null", "1\n2\n3\n4\n");
+    FAIL();
+  } catch (const Failure& failure) {
+    EXPECT_THAT(failure.what(), testing::HasSubstr("no-such-pager-at-all"));
+  }
+}
+
+}  // namespace
+}  // namespace velt::tool
