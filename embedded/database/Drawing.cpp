@@ -93,6 +93,8 @@ class Drawing::Contents {
   std::uint64_t revision = 0;
   // Records that were edited within atomically(), as they were before. Null outside of it.
   std::vector<dxf::Document::Backup>* kept = nullptr;
+  // Where record() keeps what records were before. Null outside of it.
+  Changes* recording = nullptr;
 
   // Adds a record to `kept`, before its first edit.
   void keep(std::uint32_t record);
@@ -302,6 +304,7 @@ void Drawing::Contents::makeLayouts() {
 }
 
 void Drawing::Contents::keep(std::uint32_t record) {
+  if (recording != nullptr) recording->keep(document, record);
   if (kept == nullptr) return;
   const auto isOfRecord = [record](const dxf::Document::Backup& it) { return it.record() == record; };
   // Backwards, because mostly it is the record that was edited last.
@@ -447,6 +450,25 @@ void Drawing::atomically(const std::function<void()>& changes) {
     if (!backups.empty()) contents_->restore(backups);
     throw;
   }
+}
+
+void Drawing::record(Changes& changes, const std::function<void()>& edits) {
+  contents_->recording = &changes;
+  try {
+    edits();
+    contents_->recording = nullptr;
+  } catch (...) {
+    contents_->recording = nullptr;
+    throw;
+  }
+}
+
+Changes Drawing::undo(Changes changes) {
+  Changes untilNow;
+  for (const dxf::Document::Backup& backup : changes.backups_)
+    untilNow.keep(contents_->document, backup.record());
+  contents_->restore(changes.backups_);
+  return untilNow;
 }
 
 std::uint64_t Drawing::revision() const {

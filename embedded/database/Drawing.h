@@ -24,6 +24,7 @@
 
 #include "dxf/Document.h"
 #include "dxf/FileReplacement.h"
+#include "embedded/database/Changes.h"
 #include "embedded/database/Table.h"
 #include "host/database/VkDbObjectId.h"
 
@@ -112,6 +113,13 @@ class Drawing {
   // Runs `changes`, which may edit any records. When it throws, all records are put back to what they were, and the
   // exception is passed on. Inside of another such call, the outer one does both.
   void atomically(const std::function<void()>& changes);
+  // Runs `edits` and adds to `changes` what each record that they edit held before, so that undo() can put it back. When
+  // `edits` throws, what was edited until then is in `changes`, and the exception is passed on. Not inside of another
+  // call of it.
+  void record(Changes& changes, const std::function<void()>& edits);
+  // Makes the records what they were before the changes, and answers what they were until now, so that this can be undone
+  // in turn. Nothing else may have edited those records in between.
+  [[nodiscard]] Changes undo(Changes changes);
   // Grows with every edit, also with one that failed.
   [[nodiscard]] std::uint64_t revision() const;
 

@@ -145,6 +145,69 @@ TEST(Drawing, LayersThatEntitiesNameAreThereAfterThoseOfTheTableOnceEach) {
   EXPECT_FALSE(drawing->layers().find(L"doors")->id.isNull());
 }
 
+TEST(Drawing, WhatWasRecordedIsUndoneAndDoneAgain) {
+  const auto drawing = Sample()
+                           .layer("Walls")
+                           .entity("LINE", {{5, "1A"}, {100, "AcDbEntity"}, {8, "Walls"}})
+                           .entity("LINE", {{5, "1B"}, {100, "AcDbEntity"}, {8, "Walls"}})
+                           .open();
+  const std::string before = drawing->document().bytes();
+  const std::uint32_t first = entityRecord(*drawing, 0);
+  const std::uint32_t layer = drawing->layers().entries()[0].record;
+  const auto write = [&](std::uint32_t edited, int code, const char* subclass, const char* value) {
+    drawing->edit(edited,
+                  [&](dxf::Document& document) { ASSERT_TRUE(document.set(edited, code, subclass, value)); });
+  };
+
+  Changes changes;
+  drawing->record(changes, [&] {
+    write(first, 62, "AcDbEntity", "1");
+    write(first, 62, "AcDbEntity", "2");
+    write(layer, 2, "", "Partitions");
+    // What fails on the way is put back, and is no change.
+    EXPECT_THROW(drawing->atomically([&] {
+      write(entityRecord(*drawing, 1), 62, "AcDbEntity", "3");
+      throw std::runtime_error("refused");
+    }),
+                 std::runtime_error);
+  });
+  const std::string after = drawing->document().bytes();
+  EXPECT_NE(after, before);
+  EXPECT_EQ(changes.records().size(), 3U);
+  EXPECT_EQ(changes.records().front(), first);
+
+  Changes undone = drawing->undo(std::move(changes));
+  EXPECT_EQ(drawing->document().bytes(), before);
+  EXPECT_NE(drawing->layers().find(L"Walls"), nullptr);
+  EXPECT_FALSE(drawing->document().isEdited());
+
+  Changes again = drawing->undo(std::move(undone));
+  EXPECT_EQ(drawing->document().bytes(), after);
+  EXPECT_NE(drawing->layers().find(L"Partitions"), nullptr);
+
+  static_cast<void>(drawing->undo(std::move(again)));
+  EXPECT_EQ(drawing->document().bytes(), before);
+  write(first, 62, "AcDbEntity", "5");
+}
+
+TEST(Drawing, WhatWasEditedBeforeAnExceptionIsRecorded) {
+  const auto drawing = Sample().entity("LINE", {{5, "1A"}, {100, "AcDbEntity"}, {8, "0"}}).open();
+  const std::string before = drawing->document().bytes();
+  const std::uint32_t line = entityRecord(*drawing);
+  Changes changes;
+  EXPECT_THROW(drawing->record(changes,
+                               [&] {
+                                 drawing->edit(line, [&](dxf::Document& document) {
+                                   ASSERT_TRUE(document.set(line, 62, "AcDbEntity", "1"));
+                                 });
+                                 throw std::runtime_error("cancelled");
+                               }),
+               std::runtime_error);
+  EXPECT_FALSE(changes.isEmpty());
+  EXPECT_TRUE(drawing->undo(std::move(changes)).records() == std::vector<std::uint32_t>{line});
+  EXPECT_EQ(drawing->document().bytes(), before);
+}
+
 TEST(Drawing, ALayerThatWasOnlyNamedGivesWayToARecordOfThatName) {
   const auto drawing = Sample().layer("Walls").entity("LINE", {{8, "Doors"}}).open();
   const std::uint32_t walls = drawing->layers().find(L"Walls")->record;
