@@ -2,15 +2,19 @@
 PREFIX ?= /usr/local
 SECONDS_PER_TARGET ?= 60
 
-.PHONY: run test bench fuzz asan asan-layer tsan coverage docs install package format lint accept-golden clean
+.PHONY: run palette test bench fuzz asan asan-layer tsan coverage docs install package format lint accept-golden clean
 
 run:
 	@scripts/install-dependencies build
 	@scripts/build release veltprops
 	build/release/bin/veltprops sample --force build/release/sample.dxf && build/release/bin/veltprops show build/release/sample.dxf --all
 
+palette:
+	@scripts/install-dependencies build window
+	@scripts/build release veltpalette && build/release/bin/veltpalette
+
 test:
-	@scripts/install-dependencies build test docs
+	@scripts/install-dependencies build test docs window
 	@scripts/build dev && ctest --preset dev
 
 bench:

@@ -64,9 +64,11 @@ MAY_INCLUDE = {
     "embedded/sources": BELOW_AUTOMATION | {"embedded/automation"},
     "plugins": {"host", "embedded/sources"},
     "tool": SHIPPED,
-    "tests": SHIPPED | {"tool", "bench"},
+    "window": SHIPPED | {"tool"},
+    "window/session": SHIPPED | {"tool"},
+    "tests": SHIPPED | {"tool", "window", "bench"},
     "bench": SHIPPED,
-    "fuzz": SHIPPED | {"tool", "bench", "tests"},
+    "fuzz": SHIPPED | {"tool", "window", "bench", "tests"},
     "examples": SHIPPED,
     # A host of its own shows that the layer needs nothing of the embedded one.
     "examples/minimal-host": LAYER,
@@ -89,11 +91,11 @@ PLUGIN_HEADER = "embedded/sources/Plugin.h"
 
 # First component of an include in angle brackets, and the folders that may use it.
 THIRD_PARTY = {
-    "CLI": {"tool", "hostcheck", "tests"},
+    "CLI": {"tool", "window", "hostcheck", "tests"},
     "nlohmann": {"tool", "hostcheck", "tests", "bench"},
     "tao": {"tool"},
     "utf8proc.h": {"tool"},
-    "fmt": {"palette", "tool", "tests", "bench"},
+    "fmt": {"palette", "tool", "window", "tests", "bench"},
     "gtest": {"tests", "fuzz"},
     "gmock": {"tests"},
     "rapidcheck": {"tests"},

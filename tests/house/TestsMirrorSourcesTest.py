@@ -8,12 +8,18 @@ import unittest
 
 import house
 
-TESTED_FOLDERS = ("holders", *house.LAYER, "palette", "hostcheck", "dxf", "samples", "embedded", "tool")
+TESTED_FOLDERS = ("holders", *house.LAYER, "palette", "hostcheck", "dxf", "samples", "embedded", "tool", "window")
 
 # Sources whose test stands elsewhere: pattern, the test file that covers them, and why.
 COVERED_ELSEWHERE = [
     ("tool/Main.cpp", None,
      "holds main() and nothing else, so no test can link it; the tests of the tool run the program"),
+    ("window/Main.cpp", None,
+     "holds main() and what it alone needs"),
+    ("window/EntityModel.cpp", "tests/window/MainWindowTest.cpp",
+     "a list is tested in the window that shows it"),
+    ("window/palette/*.cpp", "tests/window/MainWindowTest.cpp",
+     "a pane is tested by what a user does in the window"),
     ("hostcheck/program/Main.cpp", None,
      "holds main() and what it alone needs; a test runs the program"),
     ("hostcheck/modules/*.cpp", None,

@@ -1,0 +1,200 @@
+#include "window/MainWindow.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTest>
+#include <QTreeView>
+#include <cstdlib>
+
+#include "samples/FloorPlan.h"
+#include "tests/support/Files.h"
+#include "tests/window/Application.h"
+#include "window/EntityModel.h"
+#include "window/palette/PaletteModel.h"
+
+namespace velt::window {
+namespace {
+
+class Window : public Application {
+ protected:
+  void SetUp() override {
+    window_ = std::make_unique<MainWindow>(std::make_unique<Session>(file_));
+    window_->show();
+  }
+  template <class Widget>
+  Widget& part(const char* name) {
+    return *window_->findChild<Widget*>(name);
+  }
+  Session& session() { return window_->session(); }
+  QTreeView& rows() { return part<QTreeView>("rows"); }
+  QTableView& entities() { return part<QTableView>("entities"); }
+
+  // The place of the row's value in the palette.
+  QModelIndex valueOf(const QString& label) {
+    const QAbstractItemModel& model = *rows().model();
+    for (int i = 0; i < model.rowCount(); ++i) {
+      const QModelIndex category = model.index(i, 0);
+      for (int row = 0; row < model.rowCount(category); ++row) {
+        if (model.index(row, 0, category).data().toString() == label) return model.index(row, 1, category);
+      }
+    }
+    ADD_FAILURE() << "no row " << label.toStdString();
+    return {};
+  }
+  std::string shown(const QString& label) { return valueOf(label).data().toString().toStdString(); }
+
+  // Those that can be written to.
+  void selectClass(const QString& name) {
+    const auto& list = dynamic_cast<EntityModel&>(*entities().model());
+    for (int row = 0; row < list.rowCount(); ++row) {
+      if (list.index(row, 1).data().toString() == name && !palette::isOnLockedLayer(list.entityAt(row)))
+        entities().selectionModel()->select(entities().model()->index(row, 0),
+                                            QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+  }
+
+  // The editor closes, and then the value is written: each waits for the event loop.
+  static void settle() {
+    for (int i = 0; i < 3; ++i)
+      QCoreApplication::processEvents();
+  }
+
+  // As a user does it: opens the editor, replaces the text, and presses the return key.
+  void type(const QString& label, const QString& text) {
+    const QModelIndex place = valueOf(label);
+    rows().setCurrentIndex(place);
+    rows().edit(place);
+    auto* const editor = rows().viewport()->findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    ASSERT_NE(editor, nullptr) << label.toStdString() << " cannot be edited";
+    auto* const list = qobject_cast<QComboBox*>(editor);
+    auto* const field = list != nullptr ? list->lineEdit() : qobject_cast<QLineEdit*>(editor);
+    ASSERT_NE(field, nullptr);
+    field->selectAll();
+    QTest::keyClicks(field, text);
+    QTest::keyClick(editor, Qt::Key_Return);
+    settle();
+  }
+
+  tests::TemporaryFolder folder_;
+  std::string file_ = folder_.write("plan.dxf", samples::sampleFloorPlan());
+  std::unique_ptr<MainWindow> window_;
+};
+
+TEST_F(Window, ShowsTheRowsOfWhatIsSelectedInTheList) {
+  EXPECT_EQ(rows().model()->rowCount(), 0);
+  selectClass("Circle");
+  EXPECT_FALSE(session().selected().empty());
+  EXPECT_EQ(rows().model()->index(0, 0).data().toString(), "General");
+  EXPECT_NE(shown("Radius"), "");
+}
+
+TEST_F(Window, EditsARowAndUndoesIt) {
+  const std::string before = session().drawing().document().bytes();
+  selectClass("Circle");
+  type("Radius", "12.5");
+  EXPECT_THAT(part<QLabel>("outcome").text().toStdString(), testing::HasSubstr("changed"));
+  EXPECT_EQ(shown("Radius").substr(0, 4), "12.5");
+  EXPECT_TRUE(window_->isWindowModified());
+  ASSERT_TRUE(part<QAction>("undo").isEnabled());
+  part<QAction>("undo").trigger();
+  EXPECT_EQ(session().drawing().document().bytes(), before);
+  EXPECT_FALSE(window_->isWindowModified());
+  part<QAction>("redo").trigger();
+  EXPECT_EQ(shown("Radius").substr(0, 4), "12.5");
+}
+
+TEST_F(Window, ARowWithChoicesOffersThem) {
+  selectClass("Circle");
+  type("Layer", "0");
+  EXPECT_EQ(shown("Layer"), "0");
+}
+
+TEST_F(Window, ARefusedTextSaysWhatIsAcceptedAndChangesNothing) {
+  const std::string before = session().drawing().document().bytes();
+  selectClass("Circle");
+  type("Radius", "wide");
+  EXPECT_NE(part<QLabel>("outcome").text(), "");
+  EXPECT_EQ(session().drawing().document().bytes(), before);
+}
+
+TEST_F(Window, TheValuesBehindARowNarrowTheSelection) {
+  entities().selectAll();
+  const std::size_t all = session().selected().size();
+  const QModelIndex layer = valueOf("Layer").siblingAtColumn(0);
+  ASSERT_EQ(shown("Layer"), palette::variesText);
+  rows().expand(layer);
+  QAbstractItemModel& model = *rows().model();
+  if (model.canFetchMore(layer)) model.fetchMore(layer);
+  ASSERT_GT(model.rowCount(layer), 1);
+  const QModelIndex first = model.index(0, 1, layer);
+  const std::string wanted = first.data().toString().toStdString();
+  Q_EMIT rows().clicked(first);
+  QCoreApplication::processEvents();
+  EXPECT_LT(session().selected().size(), all);
+  EXPECT_EQ(shown("Layer"), wanted);
+}
+
+TEST_F(Window, TheClassesOfTheSelectionAreCountedAndNarrowIt) {
+  entities().selectAll();
+  auto& classes = part<QComboBox>("classes");
+  EXPECT_EQ(classes.itemText(0).toStdString(), "All (" + std::to_string(session().selected().size()) + ")");
+  const int circles = classes.findText("Circle", Qt::MatchStartsWith);
+  ASSERT_GT(circles, 0);
+  Q_EMIT classes.activated(circles);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(part<QComboBox>("classes").count(), 1);
+  EXPECT_NE(shown("Radius"), "");
+}
+
+TEST_F(Window, ASearchLeavesTheRowsThatFit) {
+  selectClass("Circle");
+  QTest::keyClicks(&part<QLineEdit>("search"), "radius");
+  const QAbstractItemModel& model = *rows().model();
+  ASSERT_EQ(model.rowCount(), 1);
+  EXPECT_NE(shown("Radius"), "");
+  part<QLineEdit>("search").clear();
+  EXPECT_GT(model.rowCount(), 1);
+}
+
+TEST_F(Window, AReadOnlyRowHasNoEditor) {
+  selectClass("Circle");
+  EXPECT_FALSE(rows().model()->flags(valueOf("Handle")) & Qt::ItemIsEditable);
+  EXPECT_THAT(valueOf("Handle").data(PaletteModel::helpRole).toString().toStdString(),
+              testing::HasSubstr("Read-only"));
+}
+
+TEST_F(Window, AFoldedCategoryStaysFoldedWhenTheSelectionChanges) {
+  selectClass("Circle");
+  rows().collapse(rows().model()->index(0, 0));
+  entities().clearSelection();
+  selectClass("Line");
+  EXPECT_EQ(rows().model()->index(0, 0).data().toString(), "General");
+  EXPECT_FALSE(rows().isExpanded(rows().model()->index(0, 0)));
+  EXPECT_TRUE(rows().isExpanded(rows().model()->index(1, 0)));
+}
+
+TEST_F(Window, SavesTheDrawing) {
+  selectClass("Circle");
+  type("Radius", "12.5");
+  part<QAction>("save").trigger();
+  EXPECT_EQ(tests::contentOf(file_), session().drawing().document().bytes());
+  EXPECT_FALSE(window_->isWindowModified());
+}
+
+// For people to look at: VELT_PICTURES names a folder for it.
+TEST_F(Window, CanBePictured) {
+  entities().selectAll();
+  const QPixmap picture = window_->grab();
+  EXPECT_GT(picture.width(), 600);
+  const char* const folder = std::getenv("VELT_PICTURES");
+  EXPECT_TRUE(folder == nullptr || picture.save(QString(folder) + "/window.png"));
+}
+
+}  // namespace
+}  // namespace velt::window

@@ -1,0 +1,247 @@
+#include "window/MainWindow.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileSystemWatcher>
+#include <QHeaderView>
+#include <QItemSelection>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QSaveFile>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTableView>
+#include <exception>
+#include <utility>
+
+#include "dxf/FileReplacement.h"
+#include "window/EntityModel.h"
+#include "window/palette/PalettePane.h"
+
+namespace velt::window {
+
+MainWindow::MainWindow(std::unique_ptr<Session> session, QWidget* parent)
+    : QMainWindow(parent),
+      entities_(new EntityModel(this)),
+      list_(new QTableView(this)),
+      palette_(new PalettePane(this)),
+      watcher_(new QFileSystemWatcher(this)) {
+  list_->setObjectName("entities");
+  list_->setAccessibleName(tr("Entities"));
+  list_->setModel(entities_);
+  list_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  list_->verticalHeader()->hide();
+  list_->horizontalHeader()->setStretchLastSection(true);
+
+  auto* const halves = new QSplitter(this);
+  halves->addWidget(list_);
+  halves->addWidget(palette_);
+  halves->setStretchFactor(0, 1);
+  halves->setStretchFactor(1, 1);
+  setCentralWidget(halves);
+  setAcceptDrops(true);
+  resize(960, 640);
+  addMenus();
+
+  connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          &MainWindow::takeListSelection);
+  connect(palette_, &PalettePane::wanted, this, [this](const std::vector<VkDbObjectId>& entities) {
+    // Not while the palette is still at work with what is shown.
+    QMetaObject::invokeMethod(
+        this, [this, entities] { select(entities); }, Qt::QueuedConnection);
+  });
+  connect(palette_, &PalettePane::changed, this, &MainWindow::refresh);
+  connect(watcher_, &QFileSystemWatcher::fileChanged, this, [this](const QString& file) {
+    if (!isSaving_) statusBar()->showMessage(tr("%1 was changed by another program.").arg(file));
+  });
+  takeSession(std::move(session));
+}
+
+MainWindow::~MainWindow() {
+  palette_->setSession(nullptr);
+  entities_->setDrawing(nullptr);
+}
+
+void MainWindow::addMenus() {
+  QMenu* const file = menuBar()->addMenu(tr("&File"));
+  file->addAction(tr("&Open..."), QKeySequence::Open, this, [this] {
+    const QString chosen =
+        QFileDialog::getOpenFileName(this, tr("Open a drawing"), {}, tr("Drawings (*.dxf)"));
+    if (!chosen.isEmpty()) open(chosen);
+  });
+  save_ = file->addAction(tr("&Save"), QKeySequence::Save, this, &MainWindow::save);
+  file->addAction(tr("Save &as..."), QKeySequence::SaveAs, this, &MainWindow::saveAs);
+  file->addAction(tr("&Export the palette..."), this, &MainWindow::exportRows);
+  file->addSeparator();
+  file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
+
+  QMenu* const edit = menuBar()->addMenu(tr("&Edit"));
+  undo_ = edit->addAction(tr("&Undo"), QKeySequence::Undo, this, [this] {
+    session_->undo();
+    palette_->refresh();
+    refresh();
+  });
+  redo_ = edit->addAction(tr("&Redo"), QKeySequence::Redo, this, [this] {
+    session_->redo();
+    palette_->refresh();
+    refresh();
+  });
+  undo_->setObjectName("undo");
+  redo_->setObjectName("redo");
+  save_->setObjectName("save");
+  edit->addSeparator();
+  edit->addAction(tr("Select &all"), QKeySequence::SelectAll, list_, &QTableView::selectAll);
+  edit->addAction(tr("&Copy rows"), this,
+                  [this] { QApplication::clipboard()->setText(palette_->rowsAsText('\t')); });
+}
+
+// --- the selection ------------------------------------------------------------------------------------------
+
+void MainWindow::select(const std::vector<VkDbObjectId>& entities) {
+  QItemSelection selection;
+  for (const VkDbObjectId entity : entities) {
+    if (const std::optional<int> row = entities_->rowOf(entity))
+      selection.select(entities_->index(*row, 0), entities_->index(*row, EntityModel::columnCount_ - 1));
+  }
+  isSelecting_ = true;
+  list_->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+  isSelecting_ = false;
+  try {
+    session_->select(entities);
+  } catch (const palette::Error& error) {
+    fail(tr("The entities cannot be selected"), QString::fromStdString(error.what()));
+  }
+  palette_->setSession(session_.get());
+}
+
+void MainWindow::takeListSelection() {
+  if (isSelecting_) return;
+  std::vector<VkDbObjectId> entities;
+  for (const QModelIndex& row : list_->selectionModel()->selectedRows())
+    entities.push_back(entities_->entityAt(row.row()));
+  try {
+    session_->select(std::move(entities));
+  } catch (const palette::Error& error) {
+    fail(tr("The entities cannot be selected"), QString::fromStdString(error.what()));
+  }
+  palette_->setSession(session_.get());
+}
+
+// What depends on the drawing's values, its history and its file.
+void MainWindow::refresh() {
+  entities_->refresh();
+  undo_->setEnabled(session_->canUndo());
+  redo_->setEnabled(session_->canRedo());
+  const std::vector<std::string> history = session_->history();
+  const std::size_t done = history.size() - session_->undone();
+  undo_->setText(done > 0 ? tr("&Undo \"%1\"").arg(QString::fromStdString(history[done - 1])) : tr("&Undo"));
+  redo_->setText(done < history.size() ? tr("&Redo \"%1\"").arg(QString::fromStdString(history[done]))
+                                       : tr("&Redo"));
+  save_->setEnabled(session_->isChanged());
+  setWindowModified(session_->isChanged());
+  const QString name = QString::fromStdString(session_->file().filename().string());
+  setWindowTitle(tr("%1[*] - Properties").arg(name.isEmpty() ? tr("New drawing") : name));
+}
+
+// --- the file -----------------------------------------------------------------------------------------------
+
+void MainWindow::takeSession(std::unique_ptr<Session> session) {
+  palette_->setSession(nullptr);
+  entities_->setDrawing(nullptr);
+  session_ = std::move(session);
+  entities_->setDrawing(&session_->drawing());
+  palette_->setSession(session_.get());
+  watch();
+  refresh();
+}
+
+void MainWindow::watch() {
+  if (!watcher_->files().isEmpty()) watcher_->removePaths(watcher_->files());
+  if (!session_->file().empty()) watcher_->addPath(QString::fromStdString(session_->file().string()));
+}
+
+void MainWindow::open(const QString& file) {
+  if (!mayForgetChanges()) return;
+  try {
+    takeSession(std::make_unique<Session>(std::filesystem::path(file.toStdString())));
+  } catch (const std::exception& error) {
+    fail(tr("The drawing cannot be opened"), QString::fromStdString(error.what()));
+  }
+}
+
+bool MainWindow::save() {
+  if (session_->file().empty()) return saveAs();
+  isSaving_ = true;
+  try {
+    session_->save();
+    watch();
+    refresh();
+    statusBar()->showMessage(tr("Saved."));
+  } catch (const std::exception& error) {
+    isSaving_ = false;
+    fail(tr("The drawing was not saved"), QString::fromStdString(error.what()));
+    return false;
+  }
+  isSaving_ = false;
+  return true;
+}
+
+bool MainWindow::saveAs() {
+  const QString chosen =
+      QFileDialog::getSaveFileName(this, tr("Save the drawing as"), {}, tr("Drawings (*.dxf)"));
+  if (chosen.isEmpty()) return false;
+  try {
+    // The dialog has asked whether a file that is there may be replaced.
+    session_->saveAs(std::filesystem::path(chosen.toStdString()), true);
+  } catch (const std::exception& error) {
+    fail(tr("The drawing was not saved"), QString::fromStdString(error.what()));
+    return false;
+  }
+  watch();
+  refresh();
+  return true;
+}
+
+void MainWindow::exportRows() {
+  const QString chosen =
+      QFileDialog::getSaveFileName(this, tr("Export the palette"), {}, tr("Tables (*.csv)"));
+  if (chosen.isEmpty()) return;
+  QSaveFile file(chosen);
+  const QByteArray text = palette_->rowsAsText(',').toUtf8();
+  if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
+    fail(tr("The palette was not exported"), file.errorString());
+}
+
+bool MainWindow::mayForgetChanges() {
+  if (!session_->isChanged()) return true;
+  const auto answer =
+      QMessageBox::question(this, tr("Unsaved changes"), tr("The drawing has changes that were not saved."),
+                            QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+  if (answer == QMessageBox::Save) return save();
+  return answer == QMessageBox::Discard;
+}
+
+void MainWindow::fail(const QString& what, const QString& why) {
+  QMessageBox::warning(this, what, what + ":\n" + why);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  event->setAccepted(mayForgetChanges());
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+  const QList<QUrl> files = event->mimeData()->urls();
+  if (!files.isEmpty() && files.front().isLocalFile()) open(files.front().toLocalFile());
+}
+
+}  // namespace velt::window

@@ -1,0 +1,252 @@
+#include "window/palette/PaletteModel.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QPalette>
+#include <string>
+
+#include "tool/ReadOnlyRows.h"
+#include "window/palette/Swatches.h"
+
+namespace velt::window {
+
+struct PaletteModel::Node {
+  Node* parent = nullptr;
+  int place = 0;
+  // Of a category.
+  QString category{};
+  // Of a row and of the values below it: its place among the session's rows.
+  std::optional<std::size_t> row{};
+  // Of a value.
+  std::optional<palette::ValueGroup> group{};
+  bool isFetched = false;
+  std::vector<std::unique_ptr<Node>> children{};
+
+  Node& add() {
+    children.push_back(std::make_unique<Node>());
+    children.back()->parent = this;
+    children.back()->place = static_cast<int>(children.size()) - 1;
+    return *children.back();
+  }
+};
+
+namespace {
+
+QString fromUtf8(const std::string& text) {
+  return QString::fromStdString(text);
+}
+
+QStringList choicesOf(const palette::Row& row) {
+  QStringList texts;
+  for (const palette::Choice& choice : row.choices())
+    texts.append(fromUtf8(choice.label));
+  if (texts.isEmpty() && std::holds_alternative<bool>(row.plain())) texts = {"Yes", "No"};
+  return texts;
+}
+
+}  // namespace
+
+PaletteModel::PaletteModel(QObject* parent) : QAbstractItemModel(parent), root_(std::make_unique<Node>()) {}
+PaletteModel::~PaletteModel() = default;
+
+void PaletteModel::setSession(Session* session) {
+  session_ = session;
+  refresh();
+}
+
+void PaletteModel::refresh() {
+  beginResetModel();
+  ++refreshes_;
+  root_ = std::make_unique<Node>();
+  if (session_ != nullptr) {
+    const std::span<const palette::Row> rows = session_->rows();
+    for (const palette::Category& category : palette::byCategory(rows)) {
+      Node& group = root_->add();
+      group.category = category.name.empty() ? tr("(no category)") : fromUtf8(category.name);
+      for (const palette::Row& row : category.rows) {
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+          if (&rows[i].record() == &row.record()) group.add().row = i;
+        }
+      }
+    }
+  }
+  endResetModel();
+}
+
+PaletteModel::Node* PaletteModel::nodeAt(const QModelIndex& index) const {
+  return index.isValid() ? static_cast<Node*>(index.internalPointer()) : root_.get();
+}
+
+const palette::Row& PaletteModel::rowOf(const Node& node) const {
+  return session_->rows()[*node.row];
+}
+
+std::vector<VkDbObjectId> PaletteModel::entitiesBehind(const QModelIndex& index) const {
+  const Node& node = *nodeAt(index);
+  std::vector<VkDbObjectId> entities;
+  if (!node.group) return entities;
+  for (const std::size_t entity : node.group->entities)
+    entities.push_back(session_->selected()[entity]);
+  return entities;
+}
+
+std::optional<std::size_t> PaletteModel::rowAt(const QModelIndex& index) const {
+  return nodeAt(index)->row;
+}
+
+// --- the shape of the tree ----------------------------------------------------------------------------------
+
+QModelIndex PaletteModel::index(int row, int column, const QModelIndex& parent) const {
+  const Node& above = *nodeAt(parent);
+  if (row < 0 || column < 0 || column >= columnCount_ || row >= static_cast<int>(above.children.size()))
+    return {};
+  return createIndex(row, column, above.children[static_cast<std::size_t>(row)].get());
+}
+
+QModelIndex PaletteModel::parent(const QModelIndex& child) const {
+  Node* const above = child.isValid() ? nodeAt(child)->parent : nullptr;
+  return above == nullptr || above == root_.get() ? QModelIndex() : createIndex(above->place, 0, above);
+}
+
+int PaletteModel::rowCount(const QModelIndex& parent) const {
+  return parent.column() > 0 ? 0 : static_cast<int>(nodeAt(parent)->children.size());
+}
+
+int PaletteModel::columnCount(const QModelIndex&) const {
+  return columnCount_;
+}
+
+bool PaletteModel::hasChildren(const QModelIndex& parent) const {
+  return rowCount(parent) > 0 || canFetchMore(parent);
+}
+
+// The values behind a row are asked for when somebody opens it: it asks every entity once more.
+bool PaletteModel::canFetchMore(const QModelIndex& parent) const {
+  const Node& node = *nodeAt(parent);
+  return parent.column() <= 0 && node.row && !node.group && !node.isFetched && rowOf(node).isVarying();
+}
+
+void PaletteModel::fetchMore(const QModelIndex& parent) {
+  if (!canFetchMore(parent)) return;
+  Node& node = *nodeAt(parent);
+  node.isFetched = true;
+  try {
+    std::vector<palette::ValueGroup> groups =
+        session_->selection()->valueGroups(rowOf(node), session_->numberStyle());
+    if (groups.empty()) return;
+    beginInsertRows(parent, 0, static_cast<int>(groups.size()) - 1);
+    for (palette::ValueGroup& group : groups) {
+      Node& value = node.add();
+      value.row = node.row;
+      value.group = std::move(group);
+    }
+    endInsertRows();
+  } catch (const palette::Error& error) {
+    Q_EMIT failed(fromUtf8(error.what()));
+  }
+}
+
+// --- what it shows ------------------------------------------------------------------------------------------
+
+QVariant PaletteModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid()) return {};
+  const Node& node = *nodeAt(index);
+  if (node.row) return rowData(node, index.column(), role);
+  switch (role) {
+    case Qt::DisplayRole:
+      return index.column() == labelColumn ? QVariant(node.category) : QVariant();
+    case Qt::FontRole: {
+      QFont font = QApplication::font();
+      font.setBold(true);
+      return font;
+    }
+    case searchRole:
+    case keyRole:
+      return node.category;
+    default:
+      return {};
+  }
+}
+
+QVariant PaletteModel::rowData(const Node& node, int column, int role) const {
+  const palette::Row& row = rowOf(node);
+  const QString text = fromUtf8(node.group ? node.group->text : row.text(session_->numberStyle()));
+  switch (role) {
+    case Qt::DisplayRole:
+      if (node.group)
+        return column == labelColumn
+                   ? tr("%n of them", nullptr, static_cast<int>(node.group->entities.size()))
+                   : text;
+      return column == labelColumn ? fromUtf8(row.label()) : text;
+    case Qt::EditRole:
+      return column == valueColumn && !row.isVarying() ? text : QString();
+    case Qt::DecorationRole:
+      return column == valueColumn ? swatchOf(text) : QVariant();
+    case Qt::ForegroundRole:
+      if (row.isEditable() && !node.group) return {};
+      return QApplication::palette().brush(QPalette::Disabled, QPalette::Text);
+    case Qt::ToolTipRole:
+    case helpRole: {
+      QString help = fromUtf8(row.help());
+      if (row.isEditable()) return help;
+      const QString reason = fromUtf8(tool::readOnlyReason(row));
+      return help + (help.isEmpty() ? "" : "\n")
+             + (reason.isEmpty() ? tr("Read-only.") : tr("Read-only: %1.").arg(reason));
+    }
+    case Qt::AccessibleTextRole:
+      return column == labelColumn ? fromUtf8(row.label()) : fromUtf8(row.label()) + ": " + text;
+    case searchRole:
+      return node.parent->category + ' ' + fromUtf8(row.label()) + ' ' + fromUtf8(row.name());
+    case choicesRole:
+      return choicesOf(row);
+    case keyRole:
+      return fromUtf8(row.name()) + '/' + fromUtf8(row.label());
+    default:
+      return {};
+  }
+}
+
+QVariant PaletteModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (role != Qt::DisplayRole || orientation != Qt::Horizontal) return {};
+  return section == labelColumn ? tr("Property") : tr("Value");
+}
+
+Qt::ItemFlags PaletteModel::flags(const QModelIndex& index) const {
+  if (!index.isValid()) return Qt::NoItemFlags;
+  const Node& node = *nodeAt(index);
+  Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+  if (node.row && !node.group && index.column() == valueColumn) {
+    const palette::Row& row = rowOf(node);
+    if (row.isEditable() && row.takesText()) flags |= Qt::ItemIsEditable;
+  }
+  return flags;
+}
+
+bool PaletteModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  if (role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable)) return false;
+  const Node& node = *nodeAt(index);
+  const std::string text = value.toString().toStdString();
+  const palette::Row& row = rowOf(node);
+  // Whoever leaves a field as it is has not written anything.
+  if (!row.isVarying() && text == row.text(session_->numberStyle())) return false;
+  if (row.isVarying() && text.empty()) return false;
+  // When the editor has closed: the rows that it belongs to are replaced.
+  QMetaObject::invokeMethod(
+      this, [this, place = *node.row, text, shown = refreshes_] { write(place, text, shown); },
+      Qt::QueuedConnection);
+  return true;
+}
+
+void PaletteModel::write(std::size_t row, const std::string& text, std::uint64_t shown) {
+  // Something else has been selected since.
+  if (shown != refreshes_) return;
+  try {
+    const palette::Report report = session_->write(row, text);
+    refresh();
+    Q_EMIT written(report);
+  } catch (const palette::Error& error) {
+    Q_EMIT failed(fromUtf8(error.what()));
+  }
+}
+
+}  // namespace velt::window

@@ -1,0 +1,73 @@
+#pragma once
+
+// The rows of a session's selection as a tree: categories, their rows, and below a row that varies the values behind it.
+
+#include <QAbstractItemModel>
+#include <memory>
+#include <vector>
+
+#include "window/session/Session.h"
+
+namespace velt::window {
+
+class PaletteModel : public QAbstractItemModel {
+  Q_OBJECT
+
+ public:
+  enum Column { labelColumn, valueColumn, columnCount_ };
+  enum Role {
+    // What a filter looks at: the category, the label and the name.
+    searchRole = Qt::UserRole,
+    // What stands in the footer.
+    helpRole,
+    // Texts to choose from; empty where anything may be written.
+    choicesRole,
+    // By which the tree finds an entry again after the rows have changed.
+    keyRole
+  };
+
+  explicit PaletteModel(QObject* parent = nullptr);
+  ~PaletteModel() override;
+
+  // The session must outlive the model or be replaced; null shows nothing.
+  void setSession(Session* session);
+  // To be called when the session has other rows.
+  void refresh();
+
+  // The entities with the value at that place; empty for anything but the values below a row.
+  [[nodiscard]] std::vector<VkDbObjectId> entitiesBehind(const QModelIndex& index) const;
+  // The row at that place or above it; nothing for a category.
+  [[nodiscard]] std::optional<std::size_t> rowAt(const QModelIndex& index) const;
+
+  QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+  QModelIndex parent(const QModelIndex& child) const override;
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  bool hasChildren(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+  bool canFetchMore(const QModelIndex& parent) const override;
+  void fetchMore(const QModelIndex& parent) override;
+  // Writes the text to all selected entities, as soon as control is back in the event loop; then written() or failed()
+  // tells what became of it. False where nothing is to be written.
+  bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+
+ Q_SIGNALS:
+  void written(const palette::Report& report);
+  void failed(const QString& message);
+
+ private:
+  struct Node;
+  void write(std::size_t row, const std::string& text, std::uint64_t shown);
+  [[nodiscard]] Node* nodeAt(const QModelIndex& index) const;
+  [[nodiscard]] const palette::Row& rowOf(const Node& node) const;
+  [[nodiscard]] QVariant rowData(const Node& node, int column, int role) const;
+
+  Session* session_ = nullptr;
+  std::unique_ptr<Node> root_;
+  // Grows with every refresh, so that what was meant for other rows is not written to these.
+  std::uint64_t refreshes_ = 0;
+};
+
+}  // namespace velt::window

@@ -1,0 +1,21 @@
+#pragma once
+
+// Makes the editor for a row's value: a list where only some values are possible, a field for all others.
+
+#include <QStyledItemDelegate>
+
+namespace velt::window {
+
+class RowDelegate : public QStyledItemDelegate {
+  Q_OBJECT
+
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const override;
+  void setEditorData(QWidget* editor, const QModelIndex& index) const override;
+  void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
+};
+
+}  // namespace velt::window
