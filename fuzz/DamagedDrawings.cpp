@@ -1,16 +1,18 @@
 // Sessions (see Session.h) on the project's own drawings, each damaged in a few places that a seed decides:
 //
-//   damaged_drawings [COUNT [SEED [FIRST]]]
+//   damaged_drawings [COUNT [SEED [FIRST [FILE]]]]
 //
 // runs COUNT of them, of which the first has the number FIRST. The number of each is printed before it begins, so that a
 // crash tells which it was, and at the end how many there were and which one was slowest by its size. Exits with 1 when
-// none of them was a drawing any more.
+// none of them was a drawing any more. Each drawing is written to the FILE before its session, after a line that tells the
+// put as an input of the fuzzer does.
 
 #include <array>
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <random>
 #include <string>
 #include <string_view>
@@ -169,6 +171,7 @@ int main(int argc, char** argv) {
   const std::uint64_t count = numberOf(argc, argv, 1, 100);
   const std::uint64_t seed = numberOf(argc, argv, 2, 1);
   const std::uint64_t first = numberOf(argc, argv, 3, 0);
+  const char* const file = argc > 4 ? argv[4] : nullptr;
   const std::vector<std::string> drawings = {velt::samples::galleryDrawing(),
                                              velt::samples::sampleFloorPlan()};
 
@@ -179,6 +182,9 @@ int main(int argc, char** argv) {
     std::printf("%llu\r", static_cast<unsigned long long>(number));
     std::fflush(stdout);
     const fuzz::SessionInput input = inputOf(drawings, seed * 1'000'003 + number);
+    if (file != nullptr)
+      std::ofstream(file, std::ios::binary) << input.entity << ' ' << input.row << ' ' << input.value << '\n'
+                                            << input.drawing;
     const auto begin = std::chrono::steady_clock::now();
     if (fuzz::runSession(input)) ++sessions;
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;

@@ -14,6 +14,7 @@
 
 #include "dxf/Document.h"
 #include "embedded/database/Drawing.h"
+#include "embedded/database/Lens.h"
 #include "palette/Palette.h"
 
 namespace {
@@ -113,6 +114,16 @@ std::vector<VkDbObjectId> put(const std::vector<VkDbObjectId>& entities, const f
   return changed;
 }
 
+// A dimension is seen by its picture, a block of its own, and an edit of its colors changes the lines there.
+void addPicture(const Drawing& drawing, std::uint32_t dimension, std::set<std::uint32_t>& records) {
+  const std::wstring name = velt::database::Lens(drawing, dimension).name(2, "AcDbDimension");
+  const velt::database::TableEntry* const block = drawing.blocks().find(name);
+  if (block == nullptr || block->definition == velt::dxf::none) return;
+  const velt::dxf::PairRange range = drawing.document().membersOf(block->definition);
+  for (std::size_t i = 0; i < range.count; ++i)
+    records.insert(static_cast<std::uint32_t>(range.first + i));
+}
+
 std::set<std::uint32_t> recordsOf(const Drawing& drawing, const std::vector<VkDbObjectId>& entities) {
   std::set<std::uint32_t> records;
   for (const VkDbObjectId& id : entities) {
@@ -120,6 +131,7 @@ std::set<std::uint32_t> recordsOf(const Drawing& drawing, const std::vector<VkDb
     require(object.has_value(), "an entity that has been written to is there");
     const velt::database::RecordRange members = drawing.members(object->record);
     records.insert(object->record);
+    addPicture(drawing, object->record, records);
     if (members.count == 0) continue;
     // With the record that ends a sequence, which has a layer and a color of its own, too.
     for (std::uint32_t i = 0; i <= members.count; ++i)
