@@ -23,6 +23,9 @@ if(TARGET velt-host-check)
   install(FILES hostcheck/HostCheck.h hostcheck/HostModule.h DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/velt/hostcheck")
 endif()
 
+install(TARGETS VeltRecorder LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+install(TARGETS velt-replay RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+
 # Includes are written from the root of the tree, so the installed headers keep its folders below one of their own.
 foreach(folder IN ITEMS host holders text errors container propdata dxf embedded)
   if(IS_DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}")

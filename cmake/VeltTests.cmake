@@ -48,6 +48,10 @@ foreach(source IN LISTS veltTestPlugins)
   list(APPEND veltTestPluginTargets test_plugin_${name})
 endforeach()
 
+# --- programs that tests run: one per file of tests/<folder>/programs -----------------------------------------------
+add_executable(recorded_palette tests/recorder/programs/RecordedPalette.cpp)
+target_link_libraries(recorded_palette PRIVATE velt_common VeltPropData VeltEmbeddedHost)
+
 # --- one executable per folder of tests/ --------------------------------------------------------------------------
 #
 # Debug builds hand the compiler several files of a program in one piece: what one of them has instantiated the next ones

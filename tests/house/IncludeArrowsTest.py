@@ -37,6 +37,11 @@ MAY_INCLUDE = {
     "hostcheck": {"host", "holders"},
     "hostcheck/program": {"hostcheck/CheckList.h", "hostcheck/HostCheck.h", "hostcheck/HostModule.h"},
     "hostcheck/modules": {"hostcheck/HostModule.h", "host", "dxf", "embedded"},
+    # Stands between the layer and any host; a replay is a host made of a recording, over the embedded one's COM runtime,
+    # whose functions it finds by their names.
+    "recorder": LAYER,
+    "recorder/library": LAYER | {"recorder"},
+    "recorder/replay": LAYER | {"recorder"},
     "hostcheck/CheckList.h": set(),
     "hostcheck/HostCheck.h": set(),
     "hostcheck/HostModule.h": set(),
@@ -91,8 +96,8 @@ PLUGIN_HEADER = "embedded/sources/Plugin.h"
 
 # First component of an include in angle brackets, and the folders that may use it.
 THIRD_PARTY = {
-    "CLI": {"tool", "window", "hostcheck", "tests"},
-    "nlohmann": {"tool", "hostcheck", "tests", "bench"},
+    "CLI": {"tool", "window", "hostcheck", "recorder", "tests"},
+    "nlohmann": {"tool", "hostcheck", "recorder", "tests", "bench"},
     "tao": {"tool"},
     "utf8proc.h": {"tool"},
     "fmt": {"palette", "tool", "window", "tests", "bench"},
