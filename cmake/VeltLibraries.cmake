@@ -54,6 +54,8 @@ set_target_properties(VeltDxf PROPERTIES
   INSTALL_RPATH ""
   CXX_VISIBILITY_PRESET default
   VISIBILITY_INLINES_HIDDEN OFF)
+# Nobody puts other functions in the place of these, so they may be inlined: a drawing is read pair by pair.
+target_compile_options(VeltDxf PRIVATE -fno-semantic-interposition)
 
 # --- the drawings that the project draws itself: for the tool, tests and benchmarks, not for who loads the host ------
 velt_sources_or_placeholder(veltSampleSources samples)

@@ -82,10 +82,10 @@ Document Document::parse(std::string bytes, std::string displayName, const Progr
 }
 
 Document::Document(std::string bytes, std::string displayName, const Progress& progress)
-    : name_(std::move(displayName)), bytes_(std::move(bytes)), list_(readTags(bytes_, name_, progress)) {
-  records_ = groupRecords(bytes_, list_.tags);
-  const bool isDrawing = std::any_of(records_.begin(), records_.end(), [this](const Record& record) {
-    const auto recordType = type(static_cast<std::uint32_t>(&record - records_.data()));
+    : name_(std::move(displayName)), bytes_(std::move(bytes)), list_(readRecords(bytes_, name_, progress)) {
+  const auto& records = list_.records;
+  const bool isDrawing = std::any_of(records.begin(), records.end(), [&](const Record& record) {
+    const auto recordType = type(static_cast<std::uint32_t>(&record - records.data()));
     return recordType == "SECTION" || recordType == "EOF";
   });
   if (!isDrawing) throw Error(name_, 0, "not a DXF drawing: it holds no section");
@@ -101,16 +101,16 @@ Document::Document(std::string bytes, std::string displayName, const Progress& p
 // Old writers leave out EOF, but none leaves a section open: the rest of such a file is missing, and its last value may
 // be cut short.
 void Document::requireLastSectionClosed() const {
-  const auto last = static_cast<std::uint32_t>(records_.size() - 1);
+  const auto last = static_cast<std::uint32_t>(list_.records.size() - 1);
   const std::string_view lastType = trimmed(type(last));
-  if (lastType == "EOF" || lastType == "ENDSEC" || records_[last].section == Section::Outside) return;
+  if (lastType == "EOF" || lastType == "ENDSEC" || list_.records[last].section == Section::Outside) return;
   const auto lines = std::count(bytes_.begin(), bytes_.end(), '\n') + (bytes_.ends_with('\n') ? 0 : 1);
   throw Error(name_, static_cast<std::uint64_t>(lines), "truncated: the drawing ends inside a section");
 }
 
 void Document::learnStyle() {
-  const Tag& first = list_.tags.front();
-  const std::string_view codeLine = slice(first.begin(), first.offset);
+  const std::string_view first = read(0).bytes(0);
+  const std::string_view codeLine = first.substr(0, first.find('\n') + 1);
   lineEnd_ = codeLine.ends_with("\r\n") ? "\r\n" : "\n";
   padsCodes_ = codeLine.starts_with(' ') || codeLine.size() > lineEnd_.size() + 2;
 }
@@ -118,20 +118,20 @@ void Document::learnStyle() {
 PairRange Document::membersOf(std::uint32_t head) const {
   const std::size_t first = std::size_t{head} + 1;
   std::size_t last = first;
-  while (last < records_.size() && (records_[last].container == head || records_[last].sequenceHead == head))
+  while (last < list_.records.size()
+         && (list_.records[last].container == head || list_.records[last].sequenceHead == head))
     ++last;
   return {first, last - first};
 }
 
 RecordView Document::view(std::uint32_t record) const noexcept {
-  const Record& it = records_[record];
-  if (it.edit != none) return {bytes_.data(), list_.tags.data(), *edits_[it.edit]};
-  return {bytes_.data(), std::span(list_.tags).subspan(it.firstTag, it.tagCount)};
+  const Record& it = list_.records[record];
+  return it.edit != none ? RecordView(read(record), *edits_[it.edit]) : RecordView(read(record));
 }
 
 std::uint32_t Document::findHeader() const {
-  for (std::uint32_t record = 0; record < records_.size(); ++record) {
-    if (records_[record].section == Section::Header && type(record) == "SECTION") return record;
+  for (std::uint32_t record = 0; record < list_.records.size(); ++record) {
+    if (list_.records[record].section == Section::Header && type(record) == "SECTION") return record;
   }
   return none;
 }
@@ -171,9 +171,9 @@ std::vector<std::string_view> Document::headerNames() const {
   return names;
 }
 
-std::uint32_t Document::tagEnd(std::uint32_t tag) const noexcept {
-  const std::size_t next = std::size_t{tag} + 1;
-  return next < list_.tags.size() ? list_.tags[next].begin() : list_.end;
+std::uint32_t Document::endOf(std::uint32_t record) const noexcept {
+  const std::size_t next = std::size_t{record} + 1;
+  return next < list_.records.size() ? list_.records[next].begin : list_.end;
 }
 
 std::string_view Document::slice(std::uint32_t begin, std::uint32_t end) const noexcept {
@@ -181,12 +181,13 @@ std::string_view Document::slice(std::uint32_t begin, std::uint32_t end) const n
 }
 
 Document::Pairs& Document::pairsForEdit(std::uint32_t record) {
-  Record& it = records_[record];
+  Record& it = list_.records[record];
   if (it.edit == none) {
-    auto pairs = std::make_unique<Pairs>(it.tagCount);
-    for (std::uint32_t i = 0; i < it.tagCount; ++i) {
-      (*pairs)[i].code = list_.tags[it.firstTag + i].code;
-      (*pairs)[i].origin = it.firstTag + i;
+    const ReadPairs asRead = read(record);
+    auto pairs = std::make_unique<Pairs>(asRead.size());
+    for (std::uint32_t i = 0; i < asRead.size(); ++i) {
+      (*pairs)[i].code = asRead.code(i);
+      (*pairs)[i].origin = i;
     }
     if (freeEdits_.empty()) {
       // Taking an edit back must not need memory.
@@ -203,7 +204,7 @@ Document::Pairs& Document::pairsForEdit(std::uint32_t record) {
 }
 
 void Document::requirePair(std::uint32_t record, std::size_t pair) const {
-  if (record >= records_.size() || pair >= view(record).size()) {
+  if (record >= list_.records.size() || pair >= view(record).size()) {
     throw std::invalid_argument("the drawing has no such pair");
   }
   if (view(record).code(pair) == 0) throw std::invalid_argument("the type of a record cannot be edited");
@@ -219,7 +220,7 @@ void Document::replace(std::uint32_t record, std::size_t pair, std::string_view 
 }
 
 void Document::insert(std::uint32_t record, std::size_t pair, int code, std::string_view value) {
-  if (record >= records_.size() || pair == 0 || pair > view(record).size()) {
+  if (record >= list_.records.size() || pair == 0 || pair > view(record).size()) {
     throw std::invalid_argument("the drawing has no such place for a pair");
   }
   constexpr int highestCode = 1071;
@@ -250,7 +251,7 @@ std::optional<std::size_t> Document::set(std::uint32_t record, int code, std::st
 }
 
 void Document::revert(std::uint32_t record) {
-  std::uint32_t& edit = records_[record].edit;
+  std::uint32_t& edit = list_.records[record].edit;
   if (edit == none) return;
   freeEdits_.push_back(edit);
   edits_[edit].reset();
@@ -258,7 +259,7 @@ void Document::revert(std::uint32_t record) {
 }
 
 Document::Backup Document::backup(std::uint32_t record) const {
-  const std::uint32_t edit = records_[record].edit;
+  const std::uint32_t edit = list_.records[record].edit;
   return {record, edit == none ? nullptr : std::make_unique<Pairs>(*edits_[edit])};
 }
 
@@ -271,11 +272,12 @@ void Document::restore(Backup backup) {
 }
 
 template <class Sink>
-void Document::writePairs(const Pairs& pairs, Sink&& sink) const {
+void Document::writePairs(std::uint32_t record, Sink&& sink) const {
+  const ReadPairs asRead = read(record);
   constexpr std::size_t codeWidth = 3;
   // Only the last pair of a file may lack a line end, and needs one when a pair is inserted after it.
   bool endsLine = true;
-  for (const EditedPair& pair : pairs) {
+  for (const EditedPair& pair : *edits_[list_.records[record].edit]) {
     if (!endsLine) sink(lineEnd_);
     if (pair.origin == none) {
       const std::string code = std::to_string(pair.code);
@@ -287,24 +289,29 @@ void Document::writePairs(const Pairs& pairs, Sink&& sink) const {
       endsLine = true;
       continue;
     }
-    const Tag& tag = list_.tags[pair.origin];
-    const std::string_view afterValue = slice(tag.valueEnd(), tagEnd(pair.origin));
-    sink(slice(tag.begin(), tag.offset));
-    sink(pair.ownsValue ? std::string_view(pair.value) : slice(tag.offset, tag.valueEnd()));
-    sink(afterValue);
-    endsLine = afterValue.ends_with('\n');
+    const std::string_view bytes = asRead.bytes(pair.origin);
+    if (pair.ownsValue) {
+      const std::string_view value = asRead.value(pair.origin);
+      const auto before = static_cast<std::size_t>(value.data() - bytes.data());
+      sink(bytes.substr(0, before));
+      sink(pair.value);
+      sink(bytes.substr(before + value.size()));
+      endsLine = bytes.size() > before + value.size();
+    } else {
+      sink(bytes);
+      endsLine = bytes.ends_with('\n');
+    }
   }
 }
 
 template <class Sink>
 void Document::writeTo(Sink&& sink) const {
   std::uint32_t copied = 0;
-  for (const Record& record : records_) {
-    if (record.edit == none) continue;
-    const std::uint32_t untouched = list_.tags[record.firstTag].begin();
-    sink(slice(copied, untouched));
-    writePairs(*edits_[record.edit], sink);
-    copied = tagEnd(record.firstTag + record.tagCount - 1);
+  for (std::uint32_t record = 0; record < list_.records.size(); ++record) {
+    if (!isEdited(record)) continue;
+    sink(slice(copied, list_.records[record].begin));
+    writePairs(record, sink);
+    copied = endOf(record);
   }
   sink(std::string_view(bytes_).substr(copied));
 }

@@ -32,7 +32,7 @@ struct HeaderVariable {
   PairRange pairs;
 };
 
-// The file's bytes in one buffer, a table of tags that point into it, and the records that the tags form. Edits are
+// The file's bytes in one buffer, and the records, which know where in it their pairs begin. Edits are
 // laid over that: an edited record has its own list of pairs, everything else stays a slice of the buffer. So what
 // nobody understands survives a save, and a document without an edit gives back the bytes that it was read from.
 //
@@ -41,7 +41,7 @@ struct HeaderVariable {
 // Threads: any number may read at once; while one edits, no other may read.
 class Document {
  public:
-  // Throws Error when there is no such file, it cannot be read, it is no drawing that can be read (see readTags),
+  // Throws Error when there is no such file, it cannot be read, it is no drawing that can be read (see TagReader),
   // or it ends inside a section.
   [[nodiscard]] static Document open(const std::filesystem::path& file, const Progress& progress = {});
   // The same for bytes in memory; messages call them by the name.
@@ -57,9 +57,8 @@ class Document {
   [[nodiscard]] const std::string& displayName() const noexcept { return name_; }
 
   // --- as it was read -----------------------------------------------------------------------------------------------
-  [[nodiscard]] std::span<const Tag> tags() const noexcept { return list_.tags; }
-  [[nodiscard]] std::span<const Record> records() const noexcept { return records_; }
-  [[nodiscard]] std::size_t recordCount() const noexcept { return records_.size(); }
+  [[nodiscard]] std::span<const Record> records() const noexcept { return list_.records; }
+  [[nodiscard]] std::size_t recordCount() const noexcept { return list_.records.size(); }
   // The records that `head` (a TABLE, BLOCK, POLYLINE or INSERT) holds, as a range of record indexes; a block's range
   // includes the members of the sequences in it.
   [[nodiscard]] PairRange membersOf(std::uint32_t head) const;
@@ -105,7 +104,7 @@ class Document {
   // in between.
   void restore(Backup backup);
 
-  [[nodiscard]] bool isEdited(std::uint32_t record) const { return records_[record].edit != none; }
+  [[nodiscard]] bool isEdited(std::uint32_t record) const { return list_.records[record].edit != none; }
   [[nodiscard]] bool isEdited() const noexcept { return edits_.size() != freeEdits_.size(); }
 
   // --- writing ------------------------------------------------------------------------------------------------------
@@ -127,7 +126,12 @@ class Document {
   void requireLastSectionClosed() const;
   void learnStyle();
 
-  [[nodiscard]] std::uint32_t tagEnd(std::uint32_t tag) const noexcept;
+  // The record's pairs as they were read, whether or not it was edited.
+  [[nodiscard]] ReadPairs read(std::uint32_t record) const noexcept {
+    return list_.pairsOf(list_.records[record], bytes_.data());
+  }
+  // Where the record's bytes end.
+  [[nodiscard]] std::uint32_t endOf(std::uint32_t record) const noexcept;
   [[nodiscard]] std::string_view slice(std::uint32_t begin, std::uint32_t end) const noexcept;
   Pairs& pairsForEdit(std::uint32_t record);
   void requirePair(std::uint32_t record, std::size_t pair) const;
@@ -135,12 +139,11 @@ class Document {
   template <class Sink>
   void writeTo(Sink&& sink) const;
   template <class Sink>
-  void writePairs(const Pairs& pairs, Sink&& sink) const;
+  void writePairs(std::uint32_t record, Sink&& sink) const;
 
   std::string name_;
   std::string bytes_;
-  TagList list_;
-  std::vector<Record> records_;
+  RecordList list_;
   // The record of the HEADER section; none when the drawing has no such section. Looked for once: headers are asked for
   // with every value, and a drawing without one would be searched to its end each time.
   std::uint32_t header_ = none;

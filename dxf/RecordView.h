@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "dxf/ReadPairs.h"
 #include "dxf/Tag.h"
 
 namespace velt::dxf {
@@ -47,21 +48,20 @@ struct PointPairs {
 // coordinates are those of pointPairs() for readers and writers alike.
 class RecordView {
  public:
-  RecordView(const char* bytes, std::span<const Tag> tags)
-      : bytes_(bytes), tags_(tags.data()), size_(tags.size()) {}
-  // Over an edited record. `tags` are all tags of the drawing, which the pairs refer to by their origin.
-  RecordView(const char* bytes, const Tag* tags, std::span<const EditedPair> pairs)
-      : bytes_(bytes), tags_(tags), edited_(pairs.data()), size_(pairs.size()) {}
+  explicit RecordView(const ReadPairs& read) : read_(read), size_(read.size()) {}
+  // Over an edited record. The pairs refer by their origin to those that were read.
+  RecordView(const ReadPairs& read, std::span<const EditedPair> pairs)
+      : read_(read), edited_(pairs.data()), size_(pairs.size()) {}
 
   [[nodiscard]] std::size_t size() const noexcept { return size_; }
   [[nodiscard]] int code(std::size_t index) const noexcept {
-    return edited_ == nullptr ? tags_[index].code : edited_[index].code;
+    return edited_ == nullptr ? read_.code(index) : edited_[index].code;
   }
   // As it stands in the file, blanks included, in the drawing's encoding.
   [[nodiscard]] std::string_view value(std::size_t index) const noexcept {
-    if (edited_ == nullptr) return valueOf(tags_[index]);
-    return edited_[index].ownsValue ? std::string_view(edited_[index].value)
-                                    : valueOf(tags_[edited_[index].origin]);
+    if (edited_ == nullptr) return read_.value(index);
+    const EditedPair& pair = edited_[index];
+    return pair.ownsValue ? std::string_view(pair.value) : read_.value(pair.origin);
   }
 
   // The value of the leading 0, without blanks; empty for what stands before the first record.
@@ -120,12 +120,8 @@ class RecordView {
     return trimmed(value) == "Embedded Object";
   }
   [[nodiscard]] static bool isExtendedData(int code) noexcept { return code >= 1000; }
-  [[nodiscard]] std::string_view valueOf(const Tag& tag) const noexcept {
-    return {bytes_ + tag.offset, tag.length};
-  }
 
-  const char* bytes_;
-  const Tag* tags_;
+  ReadPairs read_;
   const EditedPair* edited_ = nullptr;
   std::size_t size_;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-// One group-code/value pair of a drawing: where its bytes are.
+// One group-code/value pair of a drawing.
 
 #include <cstdint>
 #include <limits>
@@ -9,34 +9,27 @@
 
 namespace velt::dxf {
 
-// A pair as it was read. It owns nothing: the offsets point into the bytes that the document keeps.
-//
-// Twelve bytes, because a drawing has tens of millions of them. The pair's bytes begin `lead` bytes before the value
-// (the line of the group code, with its padding and line end) and end where the next pair begins, so every byte of the
-// file belongs to exactly one pair.
+// A pair while a drawing is read. It owns nothing: the offsets are those of the drawing's bytes. A pair's bytes begin with
+// the line of its group code and end where the next pair begins, so every byte of the file belongs to exactly one pair.
 struct Tag {
-  // Of the value's first byte, from the start of the file.
+  // Of the pair's first byte.
+  std::uint32_t begin;
+  // Of the value's first byte.
   std::uint32_t offset;
   // Of the value in bytes, without its line end.
   std::uint32_t length;
   // The group code.
   std::int16_t code;
-  // Bytes between the start of the pair and the value.
-  std::uint16_t lead;
-
-  [[nodiscard]] std::uint32_t begin() const noexcept { return offset - lead; }
-  [[nodiscard]] std::uint32_t valueEnd() const noexcept { return offset + length; }
 };
-static_assert(sizeof(Tag) == 12);
 
 // Stands for "no tag" and "no record" wherever an index is stored.
 inline constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
 
-// A pair of a record that has been edited. A pair that was read and not replaced keeps pointing at its tag and holds
-// no value of its own, so that its bytes are written as they stand in the file.
+// A pair of a record that has been edited. A pair that was read and not replaced keeps pointing at what was read and
+// holds no value of its own, so that its bytes are written as they stand in the file.
 struct EditedPair {
   int code = 0;
-  // The index of the tag that it was read from; none for an inserted pair.
+  // The index in the record as it was read; none for an inserted pair.
   std::uint32_t origin = none;
   // Whether it has a new value.
   bool ownsValue = false;

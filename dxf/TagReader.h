@@ -4,8 +4,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "dxf/Tag.h"
 
@@ -15,22 +16,44 @@ namespace velt::dxf {
 // the call that reads.
 using Progress = std::function<void(std::uint64_t bytesDone, std::uint64_t bytesTotal)>;
 
-struct TagList {
-  std::vector<Tag> tags;
-  // Where the first pair begins. A byte-order mark may stand before it.
-  std::uint32_t begin = 0;
-  // Where the last pair ends. What follows EOF is kept and not looked at.
-  std::uint32_t end = 0;
-};
-
 // The largest drawing that 32-bit offsets can address, in bytes.
 inline constexpr std::uint64_t maximumDrawingSize = 0xFFFF'FFFE;
 
-// Reads up to EOF, or to the end of the bytes when EOF is missing. The offsets are valid for these very bytes. How
-// much memory is taken depends on the number of bytes alone, never on a count that a drawing states. Throws Error,
-// naming `file` and the line, for a pair that is cut off, for a line that should hold a group code and does not, and
-// for everything that is not a drawing in text form.
-[[nodiscard]] TagList readTags(const std::string& bytes, const std::string& file,
-                               const Progress& progress = {});
+// Goes through a drawing from pair to pair, up to EOF, or to the end of the bytes when EOF is missing. Keeps references
+// to what it is given.
+class TagReader {
+ public:
+  // Throws Error, naming `file`, for everything that is not a drawing in text form.
+  TagReader(const std::string& bytes, const std::string& file, const Progress& progress);
+
+  // The next pair; nothing after the last one. Throws Error, naming `file` and the line, for a pair that is cut off and
+  // for a line that should hold a group code and does not.
+  [[nodiscard]] std::optional<Tag> next();
+
+  // Where the next pair begins; in the end, where the last pair ends: what follows EOF is kept and not looked at. A
+  // byte-order mark may stand before the first pair.
+  [[nodiscard]] std::uint32_t position() const noexcept { return offsetOf(next_); }
+
+ private:
+  [[nodiscard]] std::string_view rest() const { return {next_, static_cast<std::size_t>(last_ - next_)}; }
+  [[nodiscard]] std::uint32_t offsetOf(const char* at) const noexcept {
+    return static_cast<std::uint32_t>(at - first_);
+  }
+  [[nodiscard]] std::uint64_t size() const { return static_cast<std::uint64_t>(last_ - first_); }
+
+  void refuseOtherFormats() const;
+  std::optional<std::int16_t> readCode();
+  [[nodiscard]] bool onlyBlanksLeft() const;
+  [[noreturn]] void fail(const char* at, const std::string& message) const;
+  [[noreturn]] void failAtCode(const char* begin) const;
+
+  const std::string& file_;
+  const Progress& progress_;
+  const char* const first_;
+  const char* const last_;
+  const char* next_;
+  const char* reportAt_;
+  bool isOver_ = false;
+};
 
 }  // namespace velt::dxf

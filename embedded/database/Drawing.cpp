@@ -76,13 +76,13 @@ class Drawing::Contents {
   // Makes the tables, from the records as they are now.
   void makeTables();
   [[nodiscard]] VkDbObjectId idOf(std::uint32_t record);
+  [[nodiscard]] const std::vector<VkDbObjectId>& allEntities();
 
   dxf::Document document;
   // Indexed by record.
   std::vector<Role> roles;
   // The objects' places in the object table, indexed by record; none while a record has no object.
   std::vector<std::uint32_t> slots;
-  std::vector<VkDbObjectId> entities;
   HandleMap handles;
   // Sorted by record.
   std::vector<std::pair<std::uint32_t, std::uint64_t>> assignedHandles;
@@ -114,6 +114,8 @@ class Drawing::Contents {
   [[nodiscard]] std::wstring name(std::uint32_t record, int code, std::string_view subclass) const;
 
   Drawing& drawing_;
+  // Empty until somebody asks for them.
+  std::vector<VkDbObjectId> entities_;
   std::vector<std::uint32_t> tableRecords_;
   std::vector<std::uint32_t> blockRecords_;
   std::vector<std::uint32_t> layoutRecords_;
@@ -158,11 +160,20 @@ void Drawing::Contents::load() {
   assignHandles(withoutHandle, highest);
   makeTables();
 
-  entities.reserve(static_cast<std::size_t>(std::count(roles.begin(), roles.end(), Role::Entity)));
-  for (std::uint32_t record = 0; record < count; ++record) {
-    if (roles[record] == Role::Entity) entities.push_back(idOf(record));
-  }
   makeImpliedLayers();
+}
+
+// Made when somebody asks: whoever only looks up a handle or the tables needs no object for each entity.
+const std::vector<VkDbObjectId>& Drawing::Contents::allEntities() {
+  if (entities_.empty()) {
+    std::vector<VkDbObjectId> made;
+    made.reserve(static_cast<std::size_t>(std::count(roles.begin(), roles.end(), Role::Entity)));
+    for (std::uint32_t record = 0; record < roles.size(); ++record) {
+      if (roles[record] == Role::Entity) made.push_back(idOf(record));
+    }
+    entities_ = std::move(made);
+  }
+  return entities_;
 }
 
 // Programs that write only entities leave the table out, and others list only some layers. Whoever reads such a drawing
@@ -347,7 +358,7 @@ const dxf::Document& Drawing::document() const {
 }
 
 std::span<const VkDbObjectId> Drawing::entities() const {
-  return contents_->entities;
+  return contents_->allEntities();
 }
 
 RecordRange Drawing::members(std::uint32_t head) const {

@@ -10,7 +10,7 @@
 // it is: every record stays, and what cannot be found does not exist. Records are named by their index in
 // document().records(); every function that takes one requires a valid index.
 // Threads: a drawing belongs to one thread at a time: to the palette's when a palette shows it. Reading counts as use,
-// since objects other than entities are made when they are first asked for. Another thread may use another drawing at
+// since objects are made when they are first asked for. Another thread may use another drawing at
 // the same time, to load or save it for example.
 
 #include <cstdint>

@@ -2,11 +2,13 @@
 
 // Finds the records of a drawing by their handles.
 //
-// One flat table, because nearly every record has a handle.
+// One flat table, because nearly every record has a handle: eight bytes for each place in it. Handles of 32 bits and more,
+// which hardly any drawing has, are in a tree beside it.
 // Threads: any number may read at once.
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -21,22 +23,24 @@ class HandleMap {
   bool add(std::uint64_t handle, std::uint32_t record);
 
   [[nodiscard]] std::optional<std::uint32_t> find(std::uint64_t handle) const;
-  [[nodiscard]] std::size_t size() const { return size_; }
+  [[nodiscard]] std::size_t size() const { return taken_ + large_.size(); }
 
  private:
   struct Place {
     // 0 in a free place.
-    std::uint64_t handle = 0;
+    std::uint32_t handle = 0;
     std::uint32_t record = 0;
   };
 
   // The place of the handle, or the free place where it belongs.
-  [[nodiscard]] std::size_t placeOf(std::uint64_t handle) const;
+  [[nodiscard]] std::size_t placeOf(std::uint32_t handle) const;
   void grow(std::size_t places);
 
   // Either empty, or a power of two of them.
   std::vector<Place> places_;
-  std::size_t size_ = 0;
+  // Of them.
+  std::size_t taken_ = 0;
+  std::map<std::uint64_t, std::uint32_t> large_;
 };
 
 }  // namespace velt::database

@@ -19,18 +19,22 @@ using testing::pairs;
 std::vector<std::string> layoutOf(const std::string& bytes) {
   constexpr const char* names[] = {"outside", "header",   "classes", "tables",
                                    "blocks",  "entities", "objects", "other"};
-  const TagList list = readTags(bytes, "a.dxf");
+  const RecordList list = readRecords(bytes, "a.dxf");
   std::vector<std::string> layout;
-  std::uint32_t next = 0;
-  for (const Record& record : groupRecords(bytes, list.tags)) {
-    EXPECT_EQ(record.firstTag, next);
-    next += record.tagCount;
-    const RecordView view(bytes.data(), std::span(list.tags).subspan(record.firstTag, record.tagCount));
+  std::uint32_t next = list.begin;
+  for (const Record& record : list.records) {
+    EXPECT_EQ(record.begin, next);
+    const ReadPairs pairsOfRecord = list.pairsOf(record, bytes.data());
+    for (std::uint32_t pair = 0; pair < pairsOfRecord.size(); ++pair) {
+      EXPECT_EQ(pairsOfRecord.bytes(pair).data(), bytes.data() + next);
+      next += static_cast<std::uint32_t>(pairsOfRecord.bytes(pair).size());
+    }
+    const RecordView view(pairsOfRecord);
     const auto index = [](std::uint32_t head) { return head == none ? "-" : std::to_string(head); };
     layout.push_back(std::string(view.type()) + " " + names[static_cast<std::size_t>(record.section)] + " "
                      + index(record.container) + " " + index(record.sequenceHead));
   }
-  EXPECT_EQ(next, list.tags.size());
+  EXPECT_EQ(next, list.end);
   return layout;
 }
 
@@ -136,6 +140,25 @@ TEST(Record, BelongsToABlockAndASequenceAtOnce) {
       layoutOf(pairs({"0|SECTION", "2|BLOCKS", "0|BLOCK", "0|POLYLINE", "0|VERTEX", "0|SEQEND", "0|ENDBLK"})),
       (Layout{"SECTION blocks - -", "BLOCK blocks - -", "POLYLINE blocks 1 -", "VERTEX blocks 1 2",
               "SEQEND blocks 1 2", "ENDBLK blocks 1 -"}));
+}
+
+TEST(Record, TakesNoMoreRoomThanTheBytesAccountFor) {
+  // given lines that would make many records, after the end of the drawing
+  const std::string bytes = "  0\nEOF\n" + std::string(1 << 20, '\n');
+  // when
+  const RecordList list = readRecords(bytes, "a.dxf");
+  // then
+  EXPECT_LE(list.records.capacity() * sizeof(Record) + list.places.capacity() * sizeof(PairPlace),
+            bytes.size() * 10);
+}
+
+TEST(Record, OfADrawingThatGoesOnAsItBeginsLeavesLittleRoomUnused) {
+  std::string bytes;
+  for (int i = 0; i < 10000; ++i)
+    bytes += pairs({"0|LINE", "8|Walls", "10|1.25"});
+  const RecordList list = readRecords(bytes, "a.dxf");
+  EXPECT_LE(list.places.capacity(), list.places.size() * 5 / 4);
+  EXPECT_LE(list.records.capacity(), list.records.size() * 5 / 4);
 }
 
 }  // namespace

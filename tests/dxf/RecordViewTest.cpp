@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "dxf/TagReader.h"
+#include "dxf/Record.h"
 #include "tests/dxf/Drawings.h"
 
 namespace velt::dxf {
@@ -17,8 +17,10 @@ namespace {
 class Sample {
  public:
   Sample(std::initializer_list<std::string_view> list)
-      : bytes_(testing::pairs(list)), list_(readTags(bytes_, "a.dxf")) {}
-  [[nodiscard]] RecordView view() const { return {bytes_.data(), list_.tags}; }
+      : bytes_(testing::pairs(list)), list_(readRecords(bytes_, "a.dxf")) {}
+  [[nodiscard]] RecordView view() const {
+    return RecordView(list_.pairsOf(list_.records.front(), bytes_.data()));
+  }
 
   [[nodiscard]] std::string text(int code, std::string_view subclass, std::size_t occurrence = 0) const {
     return std::string(view().text(code, subclass, occurrence).value_or("nothing"));
@@ -26,7 +28,7 @@ class Sample {
 
  private:
   std::string bytes_;
-  TagList list_;
+  RecordList list_;
 };
 
 const Sample& circle() {

@@ -385,7 +385,10 @@ TEST(Drawing, ADrawingGivesBackEveryObjectThatItMade) {
   const std::size_t before = ObjectTable::ofProcess().size();
   {
     const auto drawing = Sample().layer("0").entity("LINE").object("XRECORD", {}).open();
-    EXPECT_EQ(before + 2, ObjectTable::ofProcess().size()) << "objects that nobody asked for are not made";
+    EXPECT_EQ(before + 1, ObjectTable::ofProcess().size()) << "objects that nobody asked for are not made";
+    EXPECT_EQ(1U, drawing->entities().size());
+    EXPECT_EQ(before + 2, ObjectTable::ofProcess().size());
+    EXPECT_EQ(drawing->entities().data(), drawing->entities().data()) << "they are made once";
   }
   EXPECT_EQ(before, ObjectTable::ofProcess().size());
 }
