@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstdio>
+#include <mutex>
 #include <random>
 #include <string_view>
 #include <vector>
@@ -76,7 +77,27 @@ bool names(const FilePlace& place, const std::string& name, int descriptor) {
          && ::fstat(descriptor, &open) == 0 && there.st_dev == open.st_dev && there.st_ino == open.st_ino;
 }
 
+// Those that are being written now. Held while one comes into being, takes its place or goes.
+struct BeingWritten {
+  std::mutex mutex;
+  std::vector<const UnfinishedFile*> files;
+};
+
+BeingWritten& beingWritten() {
+  // Never destroyed: a process may end while a thread of it writes.
+  static BeingWritten& all = *new BeingWritten;
+  return all;
+}
+
 }  // namespace
+
+void UnfinishedFile::removeAllForGood() noexcept {
+  BeingWritten& all = beingWritten();
+  all.mutex.lock();
+  for (const UnfinishedFile* const file : all.files) {
+    if (!file->isInPlace_) ::unlinkat(file->place_.folder(), file->name_.c_str(), 0);
+  }
+}
 
 void UnfinishedFile::clearLeftovers(const FilePlace& place) {
   for (const std::string& name : unfinishedFilesOf(place)) {
@@ -97,6 +118,9 @@ UnfinishedFile::UnfinishedFile(const FilePlace& place, Access access) : place_(p
 
 // False when the name is taken, or when another process took the file for left behind before it was locked.
 bool UnfinishedFile::create(Access access) {
+  BeingWritten& all = beingWritten();
+  const std::lock_guard lock(all.mutex);
+  all.files.reserve(all.files.size() + 1);
   name_ = randomName(place_);
   const mode_t mode = access == Access::OwnerOnly ? 0600 : 0666;
   descriptor_ = Descriptor(
@@ -104,20 +128,31 @@ bool UnfinishedFile::create(Access access) {
   if (!descriptor_ && errno == EEXIST) return false;
   if (!descriptor_) place_.fail(errno);
   if (tryLock(descriptor_.get()) == Locked::ByAnother) return false;
-  return names(place_, name_, descriptor_.get());
+  if (!names(place_, name_, descriptor_.get())) return false;
+  all.files.push_back(this);
+  return true;
 }
 
 UnfinishedFile::~UnfinishedFile() {
+  BeingWritten& all = beingWritten();
+  const std::lock_guard lock(all.mutex);
+  std::erase(all.files, this);
   if (!isInPlace_) ::unlinkat(place_.folder(), name_.c_str(), 0);
 }
 
 void UnfinishedFile::replace() {
+  const std::lock_guard lock(beingWritten().mutex);
+  moveIntoPlace();
+}
+
+void UnfinishedFile::moveIntoPlace() {
   if (::renameat(place_.folder(), name_.c_str(), place_.folder(), place_.name().c_str()) != 0)
     place_.fail(errno);
   isInPlace_ = true;
 }
 
 void UnfinishedFile::takeFreePlace() {
+  const std::lock_guard lock(beingWritten().mutex);
   const int folder = place_.folder();
   const char* const target = place_.name().c_str();
   isInPlace_ = ::renameat2(folder, name_.c_str(), folder, target, RENAME_NOREPLACE) == 0;
@@ -129,7 +164,7 @@ void UnfinishedFile::takeFreePlace() {
   if (errno == EEXIST) place_.fail(errno);
   // Nor are there always second names.
   if (place_.status()) place_.fail(EEXIST);
-  replace();
+  moveIntoPlace();
 }
 
 }  // namespace velt::dxf

@@ -25,6 +25,11 @@ class UnfinishedFile {
   // Removes what killed writers of the same file left behind. What cannot be removed stays.
   static void clearLeftovers(const FilePlace& place);
 
+  // For a process that is about to end at once, on any thread: removes all that are being written now. From then on none
+  // can be made, take its place or go: whoever tries waits for the end of the process. One that was taking its place has
+  // taken it.
+  static void removeAllForGood() noexcept;
+
   // The place must outlive it.
   UnfinishedFile(const FilePlace& place, Access access);
   UnfinishedFile(const UnfinishedFile&) = delete;
@@ -41,6 +46,7 @@ class UnfinishedFile {
 
  private:
   bool create(Access access);
+  void moveIntoPlace();
 
   const FilePlace& place_;
   std::string name_;

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "tool/Failure.h"
+#include "tool/Interruption.h"
 
 namespace velt::tool {
 
@@ -78,6 +79,7 @@ void Pager::start() {
   to_.flush();
   process_ = fork();
   if (process_ == 0) {
+    takeSignalsAgain();
     dup2(ends[0], STDIN_FILENO);
     close(ends[0]);
     close(ends[1]);

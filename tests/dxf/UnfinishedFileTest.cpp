@@ -49,6 +49,21 @@ TEST_F(Unfinished, GoesWhenItIsNotWanted) {
   EXPECT_EQ(filesIn(folder), 0U);
 }
 
+TEST_F(Unfinished, GoesWhenItsProcessIsToEndAtOnce) {
+  const FilePlace place(file);
+  const FilePlace otherPlace(folder / "other.dxf");
+  testing::inChild([&] {
+    // given one that is being written, and one that has taken its place
+    const UnfinishedFile unfinished(place, Access::OwnerOnly);
+    UnfinishedFile finished(otherPlace, Access::OwnerOnly);
+    finished.replace();
+    // when
+    UnfinishedFile::removeAllForGood();
+    // then
+    ::_exit(filesIn(folder) == 1U && std::filesystem::exists(folder / "other.dxf") ? 0 : 1);
+  });
+}
+
 TEST_F(Unfinished, IsTheOwnersAloneOrAsAnyNewFile) {
   const FilePlace place(file);
   testing::inChild([&] {
