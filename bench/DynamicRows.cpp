@@ -111,9 +111,11 @@ constexpr Work works[] = {
 void measureDynamicRows(const Settings& settings, Report& report) {
   const Scale scale = scaleFor(settings);
   for (const Work& work : works) {
-    if (!settings.wants(work.name)) continue;
+    const std::string nameOfGrowth = fmt::format("growth/{}", work.name);
     std::vector<Point> growth;
     for (const std::uint32_t references : scale.sizes) {
+      const std::string name = fmt::format("{}/{}", work.name, references);
+      if (!settings.wantsOneOf({nameOfGrowth, name})) continue;
       Selection selection(drawingOfReferences(references, rowsPerReference, work.isDynamic));
       selection.setUp();
       Samples samples;
@@ -121,12 +123,13 @@ void measureDynamicRows(const Settings& settings, Report& report) {
         samples.push_back(timeApart([&] { work.run(selection); }));
       const Spread time = spreadOf(samples);
       growth.push_back({static_cast<double>(references), time.median});
-      report.add({fmt::format("{}/{}", work.name, references),
+      report.add({name,
                   {{"references", static_cast<double>(references)}, {"rowsPerReference", rowsPerReference}},
                   {{"time", "ns per row", time.over(static_cast<double>(references) * rowsPerReference)}}});
     }
+    if (!settings.wants(nameOfGrowth)) continue;
     const double exponent = growthExponent(growth);
-    report.add({fmt::format("growth/{}", work.name),
+    report.add({nameOfGrowth,
                 {{"from", growth.front().size}, {"to", growth.back().size}},
                 {{"exponent", "", {exponent, exponent, exponent}}}});
   }

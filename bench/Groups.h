@@ -1,8 +1,11 @@
 #pragma once
 
-// The groups of measurements. Each adds those of its measurements to the report whose names contain the filter.
+// The groups of measurements. Each takes those whose names contain the filter, which are all that the report shows.
 
+#include <algorithm>
+#include <initializer_list>
 #include <string>
+#include <string_view>
 
 #include "bench/Report.h"
 
@@ -13,11 +16,23 @@ struct Settings {
   bool quick = false;
   std::string filter;
 
-  [[nodiscard]] bool wants(const std::string& name) const { return name.find(filter) != std::string::npos; }
+  [[nodiscard]] bool wants(std::string_view name) const {
+    return name.find(filter) != std::string_view::npos;
+  }
+  // Whether something has to be measured that these measurements come from.
+  [[nodiscard]] bool wantsOneOf(std::initializer_list<std::string_view> names) const {
+    return std::any_of(names.begin(), names.end(), [this](std::string_view name) { return wants(name); });
+  }
 };
 
 // The query beside its floor, for growing numbers of entities.
 void measureQueries(const Settings& settings, Report& report);
+
+// Merges over objects of Qt, beside queries of as many lines. Only where there is QtCore (VELT_HAS_QT).
+void measureBaseline(const Settings& settings, Report& report);
+
+// Reading drawings, and the memory that they take, for growing numbers of entities.
+void measureReading(const Settings& settings, Report& report);
 
 // Writing a value beside its floor, for growing numbers of entities.
 void measureWriting(const Settings& settings, Report& report);

@@ -147,16 +147,19 @@ constexpr ListWork works[] = {
 
 void measure(const ListWork& work, const Settings& settings, Report& report) {
   const Scale scale = scaleFor(settings);
+  const std::string nameOfGrowth = fmt::format("growth/{}", work.name);
   std::vector<Point> growth;
   for (const std::uint32_t rows : scale.sizes) {
+    const std::string name = fmt::format("{}/{}", work.name, rows);
+    if (!settings.wantsOneOf({nameOfGrowth, name})) continue;
     const Spread time = spreadOf(work.samples(scale.repetitions, rows));
     growth.push_back({static_cast<double>(rows), time.median});
-    report.add({fmt::format("{}/{}", work.name, rows),
-                {{"rows", static_cast<double>(rows)}},
-                {{"time", work.unit, time.over(work.divisor(rows))}}});
+    report.add(
+        {name, {{"rows", static_cast<double>(rows)}}, {{"time", work.unit, time.over(work.divisor(rows))}}});
   }
+  if (!settings.wants(nameOfGrowth)) return;
   const double exponent = growthExponent(growth);
-  report.add({fmt::format("growth/{}", work.name),
+  report.add({nameOfGrowth,
               {{"from", growth.front().size}, {"to", growth.back().size}},
               {{"exponent", "", {exponent, exponent, exponent}}}});
 }
@@ -164,9 +167,8 @@ void measure(const ListWork& work, const Settings& settings, Report& report) {
 }  // namespace
 
 void measureLists(const Settings& settings, Report& report) {
-  for (const ListWork& work : works) {
-    if (settings.wants(work.name)) measure(work, settings, report);
-  }
+  for (const ListWork& work : works)
+    measure(work, settings, report);
 }
 
 }  // namespace velt::bench

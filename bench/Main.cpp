@@ -73,8 +73,14 @@ int run(const CommandLine& line) {
         "velt_bench: this is a debug build, its figures would mean nothing; build the release preset\n");
     return 1;
   }
-  Report report(environment());
+  Report report(environment(), line.settings.filter);
   measureQueries(line.settings, report);
+#ifdef VELT_HAS_QT
+  measureBaseline(line.settings, report);
+#else
+  fmt::print("the baseline on QtCore is left out: QtCore 6 was not there when this was built\n");
+#endif
+  measureReading(line.settings, report);
   measureWriting(line.settings, report);
   measureLists(line.settings, report);
   measureDynamicRows(line.settings, report);

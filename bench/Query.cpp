@@ -152,12 +152,17 @@ void measureSize(const NamedContent& named, std::uint32_t entities, const Scale&
 
 void measureContent(const NamedContent& named, const Settings& settings, Report& report) {
   const Scale scale = scaleFor(settings);
+  const std::string nameOfGrowth = fmt::format("growth/query/{}", named.name);
   Growth growth;
-  for (const std::uint32_t entities : scale.sizes)
-    measureSize(named, entities, scale, growth, report);
+  for (const std::uint32_t entities : scale.sizes) {
+    const std::string size = fmt::format("{}/{}", named.name, entities);
+    if (settings.wantsOneOf({nameOfGrowth, "setup/" + size, "query/" + size, "memory/" + size}))
+      measureSize(named, entities, scale, growth, report);
+  }
+  if (!settings.wants(nameOfGrowth)) return;
   const double ofQuery = growthExponent(growth.query);
   const double ofFloor = growthExponent(growth.floor);
-  report.add({fmt::format("growth/query/{}", named.name),
+  report.add({nameOfGrowth,
               {{"from", growth.query.front().size}, {"to", growth.query.back().size}},
               {exactly("exponent", "", ofQuery), exactly("floorExponent", "", ofFloor)}});
 }
@@ -167,18 +172,22 @@ void measurePolylines(const Settings& settings, Report& report) {
   const Scale scale = scaleFor(settings);
   const std::vector<std::uint32_t> sizes =
       settings.quick ? std::vector<std::uint32_t>{10, 100} : std::vector<std::uint32_t>{100, 1'000, 10'000};
+  constexpr std::string_view nameOfGrowth = "growth/query/polylines";
   std::vector<Point> growth;
   for (const std::uint32_t vertices : sizes) {
+    const std::string name = fmt::format("query/polylines/{}", vertices);
+    if (!settings.wantsOneOf({nameOfGrowth, name})) continue;
     Selection selection(drawingOfPolylines(vertices));
     selection.setUp();
     queryAndClear(selection);
     const Spread time = spreadOf(sample(scale.pairs, [&] { queryAndClear(selection); }));
     growth.push_back({static_cast<double>(vertices), time.median});
-    report.add({fmt::format("query/polylines/{}", vertices),
+    report.add({name,
                 {{"vertices", static_cast<double>(vertices)}},
                 {{"query", "ns per vertex", time.over(static_cast<double>(vertices))}}});
   }
-  report.add({"growth/query/polylines",
+  if (!settings.wants(nameOfGrowth)) return;
+  report.add({std::string(nameOfGrowth),
               {{"from", growth.front().size}, {"to", growth.back().size}},
               {exactly("exponent", "", growthExponent(growth))}});
 }
@@ -186,10 +195,9 @@ void measurePolylines(const Settings& settings, Report& report) {
 }  // namespace
 
 void measureQueries(const Settings& settings, Report& report) {
-  for (const NamedContent& named : contents) {
-    if (settings.wants(fmt::format("query/{}", named.name))) measureContent(named, settings, report);
-  }
-  if (settings.wants("query/polylines")) measurePolylines(settings, report);
+  for (const NamedContent& named : contents)
+    measureContent(named, settings, report);
+  measurePolylines(settings, report);
 }
 
 }  // namespace velt::bench

@@ -48,7 +48,8 @@ std::string printed(const Quantity& quantity) {
 
 }  // namespace
 
-Report::Report(Environment environment) : environment_(std::move(environment)) {
+Report::Report(Environment environment, std::string filter)
+    : environment_(std::move(environment)), filter_(std::move(filter)) {
   fmt::print("{}, {} cores, {:.0f} GiB, {}\n{}, {} build, {}\n", environment_.processor, environment_.cores,
              environment_.memoryGiB, environment_.system, environment_.compiler, environment_.build,
              environment_.date);
@@ -56,6 +57,7 @@ Report::Report(Environment environment) : environment_(std::move(environment)) {
 }
 
 void Report::add(Measurement measurement) {
+  if (measurement.name.find(filter_) == std::string::npos) return;
   fmt::print("{:<28}", measurement.name);
   for (const Quantity& quantity : measurement.quantities)
     fmt::print("  {}", printed(quantity));

@@ -35,9 +35,9 @@ struct Measurement {
 class Report {
  public:
   // Prints the environment.
-  explicit Report(Environment environment);
+  Report(Environment environment, std::string filter);
 
-  // Prints the measurement and keeps it.
+  // Prints the measurement and keeps it, when its name contains the filter.
   void add(Measurement measurement);
 
   // Throws std::runtime_error when the file cannot be written.
@@ -45,6 +45,7 @@ class Report {
 
  private:
   Environment environment_;
+  std::string filter_;
   std::vector<Measurement> measurements_;
 };
 

@@ -82,12 +82,14 @@ void writeBare(Selection& selection, VARIANT& value) {
 }  // namespace
 
 void measureWriting(const Settings& settings, Report& report) {
-  if (!settings.wants("write/lines")) return;
+  constexpr std::string_view nameOfGrowth = "growth/write/lines";
   const std::vector<std::uint32_t> sizes = settings.quick ? std::vector<std::uint32_t>{10, 100}
                                                           : std::vector<std::uint32_t>{1'000, 10'000, 50'000};
   const Repetitions repetitions = settings.quick ? Repetitions{.atLeast = 2, .atMost = 2} : Repetitions{};
   std::vector<Point> growth;
   for (const std::uint32_t entities : sizes) {
+    const std::string name = fmt::format("write/lines/{}", entities);
+    if (!settings.wantsOneOf({nameOfGrowth, name})) continue;
     Selection selection(drawingOf(Content::Lines, entities));
     selection.setUp();
     const PROPINFO row = rowOf(selection);
@@ -109,14 +111,15 @@ void measureWriting(const Settings& settings, Report& report) {
         });
     const Spread time = spreadOf(times.first);
     growth.push_back({static_cast<double>(entities), time.median});
-    report.add({fmt::format("write/lines/{}", entities),
+    report.add({name,
                 {{"entities", static_cast<double>(entities)}},
                 {{"ratio", "", spreadOf(times.ratio)},
                  {"write", "ns per entity", time.over(static_cast<double>(entities))},
                  {"floor", "ns per entity", spreadOf(times.second).over(static_cast<double>(entities))}}});
   }
+  if (!settings.wants(nameOfGrowth)) return;
   const double exponent = growthExponent(growth);
-  report.add({"growth/write/lines",
+  report.add({std::string(nameOfGrowth),
               {{"from", growth.front().size}, {"to", growth.back().size}},
               {{"exponent", "", {exponent, exponent, exponent}}}});
 }

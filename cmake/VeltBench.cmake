@@ -5,7 +5,9 @@ velt_sources(veltBenchSources bench)
 set(veltBenchMain "${PROJECT_SOURCE_DIR}/bench/Main.cpp")
 set(veltCountingSources ${veltBenchSources})
 list(FILTER veltCountingSources INCLUDE REGEX "/bench/counting/")
-list(REMOVE_ITEM veltBenchSources "${veltBenchMain}" ${veltCountingSources})
+set(veltBaselineSources ${veltBenchSources})
+list(FILTER veltBaselineSources INCLUDE REGEX "/bench/qt/")
+list(REMOVE_ITEM veltBenchSources "${veltBenchMain}" ${veltCountingSources} ${veltBaselineSources})
 
 add_library(velt_bench_parts STATIC ${veltBenchSources})
 target_link_libraries(velt_bench_parts
@@ -15,6 +17,19 @@ velt_precompiled(velt_hidden_headers velt_bench_parts)
 
 add_executable(velt_bench "${veltBenchMain}")
 target_link_libraries(velt_bench PRIVATE velt_common velt_bench_parts)
+
+# The baseline is there wherever QtCore is, and nothing else needs it.
+option(VELT_BENCH_QT "Build the baseline on QtCore into the benchmarks, where QtCore 6 is there" ON)
+if(VELT_BENCH_QT)
+  find_package(Qt6 QUIET COMPONENTS Core)
+endif()
+if(TARGET Qt6::Core)
+  add_library(velt_bench_baseline STATIC ${veltBaselineSources} "${PROJECT_SOURCE_DIR}/bench/qt/LineObject.h")
+  set_target_properties(velt_bench_baseline PROPERTIES AUTOMOC ON)
+  target_link_libraries(velt_bench_baseline PRIVATE velt_common PUBLIC velt_bench_parts Qt6::Core)
+  target_link_libraries(velt_bench PRIVATE velt_bench_baseline)
+  target_compile_definitions(velt_bench PRIVATE VELT_HAS_QT)
+endif()
 
 add_executable(velt_bench_counts ${veltCountingSources})
 target_link_libraries(velt_bench_counts PRIVATE velt_common velt_bench_parts ${CMAKE_DL_LIBS})
