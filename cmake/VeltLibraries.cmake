@@ -1,5 +1,14 @@
 # What every target of the project sees: its own root as the include root, its warnings, its instrumentation.
 add_library(velt_common INTERFACE)
+# A host's own headers, where they stand under the names of ours (host/database/VkCmColor.h), take the place of these;
+# all others stay. The layer is then that host's alone: docs/host.md.
+set(VELT_HOST_INCLUDE "" CACHE PATH "Folder with headers of the host that take the place of those in host/")
+if(VELT_HOST_INCLUDE)
+  if(NOT IS_DIRECTORY "${VELT_HOST_INCLUDE}/host")
+    message(FATAL_ERROR "VELT_HOST_INCLUDE: ${VELT_HOST_INCLUDE} has no folder host/ with headers in it")
+  endif()
+  target_include_directories(velt_common INTERFACE "${VELT_HOST_INCLUDE}")
+endif()
 target_include_directories(velt_common INTERFACE "${PROJECT_SOURCE_DIR}")
 target_link_libraries(velt_common INTERFACE velt_warnings velt_instrument)
 
