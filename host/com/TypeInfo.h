@@ -21,32 +21,46 @@ using HREFTYPE = DWORD;
 
 // What a type information describes. The layer tells enumerations from all others.
 enum TYPEKIND : INT {
-  TKIND_ENUM = 0,
-  TKIND_RECORD = 1,
-  TKIND_MODULE = 2,
-  TKIND_INTERFACE = 3,
-  TKIND_DISPATCH = 4,
-  TKIND_COCLASS = 5,
-  TKIND_ALIAS = 6,
-  TKIND_UNION = 7
+  TKIND_ENUM = 0,       // constants: the choices of a property
+  TKIND_RECORD = 1,     // fields
+  TKIND_MODULE = 2,     // functions of a library
+  TKIND_INTERFACE = 3,  // a function table
+  TKIND_DISPATCH = 4,   // members that are called by DISPID
+  TKIND_COCLASS = 5,    // a class, by the interfaces that it has
+  TKIND_ALIAS = 6,      // another name of a type
+  TKIND_UNION = 7       // fields in one place
 };
 
 // How a function is called; the layer does not look at it.
-enum FUNCKIND : INT { FUNC_VIRTUAL, FUNC_PUREVIRTUAL, FUNC_NONVIRTUAL, FUNC_STATIC, FUNC_DISPATCH };
+enum FUNCKIND : INT {
+  FUNC_VIRTUAL,      // through the function table
+  FUNC_PUREVIRTUAL,  // through the function table, and the class itself has none
+  FUNC_NONVIRTUAL,   // by its address, with an instance
+  FUNC_STATIC,       // by its address, without one
+  FUNC_DISPATCH      // by its DISPID
+};
 
 // A property that can be read and written is two functions of one name: a get and a put.
 enum INVOKEKIND : INT {
-  INVOKE_FUNC = 1,
-  INVOKE_PROPERTYGET = 2,
-  INVOKE_PROPERTYPUT = 4,
-  INVOKE_PROPERTYPUTREF = 8
+  INVOKE_FUNC = 1,           // a method
+  INVOKE_PROPERTYGET = 2,    // gets a property: the row
+  INVOKE_PROPERTYPUT = 4,    // puts it: the row is writable
+  INVOKE_PROPERTYPUTREF = 8  // puts it by reference: not looked at
 };
 
 // How arguments are passed; the layer does not look at it.
-enum CALLCONV : INT { CC_CDECL = 1, CC_STDCALL = 4 };
+enum CALLCONV : INT {
+  CC_CDECL = 1,   // the caller cleans the stack
+  CC_STDCALL = 4  // the function does
+};
 
 // The members of an enumeration are constants.
-enum VARKIND : INT { VAR_PERINSTANCE = 0, VAR_STATIC = 1, VAR_CONST = 2, VAR_DISPATCH = 3 };
+enum VARKIND : INT {
+  VAR_PERINSTANCE = 0,  // a field of each instance
+  VAR_STATIC = 1,       // one for all instances
+  VAR_CONST = 2,        // a constant
+  VAR_DISPATCH = 3      // by its DISPID
+};
 
 // A function that is hidden or not browsable is no row.
 inline constexpr WORD FUNCFLAG_FRESTRICTED = 0x1;

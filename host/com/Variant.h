@@ -19,45 +19,45 @@ struct VARIANT;
 
 // The types of values, by their tags.
 enum VARENUM : VARTYPE {
-  // Nothing; then no value, which is something.
-  VT_EMPTY = 0,
-  VT_NULL = 1,
+  // Neither is zero.
+  VT_EMPTY = 0,  // nothing is there
+  VT_NULL = 1,   // there is no value, which is something
   // Numbers, each in the member of VARIANT that is named after it.
-  VT_I2 = 2,
-  VT_I4 = 3,
-  VT_R4 = 4,
-  VT_R8 = 5,
-  VT_CY = 6,
-  VT_DATE = 7,
-  VT_BSTR = 8,
-  VT_DISPATCH = 9,
-  VT_ERROR = 10,
-  VT_BOOL = 11,
-  VT_VARIANT = 12,
-  VT_UNKNOWN = 13,
-  VT_DECIMAL = 14,
-  VT_I1 = 16,
-  VT_UI1 = 17,
-  VT_UI2 = 18,
-  VT_UI4 = 19,
-  VT_I8 = 20,
-  VT_UI8 = 21,
-  VT_INT = 22,
-  VT_UINT = 23,
-  VT_VOID = 24,
-  VT_HRESULT = 25,
-  VT_PTR = 26,
-  VT_SAFEARRAY = 27,
-  VT_CARRAY = 28,
-  VT_USERDEFINED = 29,
-  VT_LPSTR = 30,
-  VT_LPWSTR = 31,
-  VT_RECORD = 36,
+  VT_I2 = 2,            // SHORT
+  VT_I4 = 3,            // LONG
+  VT_R4 = 4,            // float
+  VT_R8 = 5,            // double
+  VT_CY = 6,            // an amount of money
+  VT_DATE = 7,          // days since the end of 1899
+  VT_BSTR = 8,          // a string
+  VT_DISPATCH = 9,      // an object by its IDispatch
+  VT_ERROR = 10,        // SCODE
+  VT_BOOL = 11,         // yes or no
+  VT_VARIANT = 12,      // a value with a tag of its own
+  VT_UNKNOWN = 13,      // an object by its IUnknown
+  VT_DECIMAL = 14,      // takes the whole VARIANT but the tag
+  VT_I1 = 16,           // signed byte
+  VT_UI1 = 17,          // BYTE
+  VT_UI2 = 18,          // USHORT
+  VT_UI4 = 19,          // ULONG
+  VT_I8 = 20,           // LONGLONG
+  VT_UI8 = 21,          // ULONGLONG
+  VT_INT = 22,          // INT
+  VT_UINT = 23,         // UINT
+  VT_VOID = 24,         // no type: of functions that return nothing
+  VT_HRESULT = 25,      // of functions: whether they succeeded
+  VT_PTR = 26,          // declared types: what TYPEDESC points to
+  VT_SAFEARRAY = 27,    // declared types: an array that carries its bounds
+  VT_CARRAY = 28,       // declared types: an array of fixed bounds
+  VT_USERDEFINED = 29,  // declared types: what another type information tells
+  VT_LPSTR = 30,        // declared types: bytes that a NUL ends
+  VT_LPWSTR = 31,       // declared types: characters that a NUL ends
+  VT_RECORD = 36,       // RECORDVALUE
   // Added to the type of the elements.
-  VT_ARRAY = 0x2000,
+  VT_ARRAY = 0x2000,  // SAFEARRAY
   // Added to the type of the value that byref points to.
-  VT_BYREF = 0x4000,
-  VT_TYPEMASK = 0x0FFF
+  VT_BYREF = 0x4000,    // somebody else owns the value
+  VT_TYPEMASK = 0x0FFF  // leaves the type without these two
 };
 
 // An amount of money, times 10,000.

@@ -10,7 +10,11 @@
 
 namespace VkDb {
 // What an object is opened for. The layer opens for read alone.
-enum OpenMode : int { kForRead = 0, kForWrite = 1, kForNotify = 2 };
+enum OpenMode : int {
+  kForRead = 0,   // to ask it; many may at a time
+  kForWrite = 1,  // to change it; one at a time
+  kForNotify = 2  // to tell it of something
+};
 }  // namespace VkDb
 
 // Called by: GetPropertiesInfo for property sources and layers, SetPropertiesValue for layers,

@@ -4,6 +4,7 @@ import importlib.machinery
 import importlib.util
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import tempfile
@@ -50,6 +51,36 @@ class ThePages(house.Check):
             complaints = make_pages(root, pages, alone)
             self.assertEqual(1, len(complaints), complaints)
             self.assertIn("nobodyTellsOfThis", complaints[0])
+
+
+ENUMERATION = re.compile(r"^enum (\w+)[^{};]*\{(.*?)\}", re.MULTILINE | re.DOTALL)
+
+
+def enumerators_without_a_comment(root):
+    """Doxygen does not miss them: a comment above the first one goes for the whole run."""
+    found = []
+    for path in house.files_below(root, ("host",), (".h",)):
+        for enumeration in ENUMERATION.finditer(house.text_of(root / path)):
+            above = ""
+            for line in map(str.strip, enumeration.group(2).splitlines()):
+                code, comment, _ = line.partition("//")
+                names = re.findall(r"(\w+)(?: *= *[^,]+)?(?:,|$)", code.strip())
+                if names and (len(names) > 1 or not (comment or above.startswith("//"))):
+                    found += [f"{path}: {enumeration.group(1)}::{name}" for name in names]
+                above = line
+    return found
+
+
+class TheEnumerators(house.Check):
+    def test_have_a_comment_each(self):
+        self.assert_nothing(enumerators_without_a_comment(house.source_root()))
+
+    def test_without_one_are_found(self):
+        for body in ("  eOne = 1\n", "  eOne = 1,  // One.\n  eTwo\n", "  // Both.\n  eOne,\n  eTwo\n", " eOne, eTwo  // Both. \n"):
+            with self.subTest(body=body), house.small_tree({"host/A.h": f"enum A : int {{\n{body}}};\n"}) as root:
+                self.assertTrue(enumerators_without_a_comment(root))
+        with house.small_tree({"host/A.h": "enum A : int {\n  // One.\n  eOne = 1,\n  eTwo  // Two.\n};\n"}) as root:
+            self.assertFalse(enumerators_without_a_comment(root))
 
 
 class TheComments(house.Check):
