@@ -96,6 +96,11 @@ if(NOT VELT_INSTRUMENTED)
   target_link_options(VeltEmbeddedHost PRIVATE "LINKER:--no-undefined")
 endif()
 
+# --- what drawings look like: for the tool and for windows, not for who loads the host ------------------------------
+velt_sources_or_placeholder(veltViewSources view)
+add_library(velt_view STATIC ${veltViewSources})
+target_link_libraries(velt_view PRIVATE velt_common PUBLIC VeltEmbeddedHost)
+
 # --- the palette library ------------------------------------------------------------------------------------------
 #
 # Like the layer, compiled once and linked twice: as the shared library that ships, and as an archive for the tests of its
@@ -122,5 +127,5 @@ add_library(velt_palette_internals STATIC $<TARGET_OBJECTS:velt_palette_objects>
 set_target_properties(velt_palette_internals PROPERTIES LINKER_LANGUAGE CXX)
 target_link_libraries(velt_palette_internals PUBLIC velt_common fmt::fmt)
 
-velt_precompiled(velt_hidden_headers velt_propdata_objects velt_palette_objects velt_samples)
+velt_precompiled(velt_hidden_headers velt_propdata_objects velt_palette_objects velt_samples velt_view)
 velt_precompiled(velt_visible_headers VeltDxf VeltEmbeddedHost)

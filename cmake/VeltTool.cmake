@@ -17,7 +17,7 @@ endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/ToolVersion.cpp.in" "${CMAKE_BINARY_DIR}/generated/ToolVersion.cpp" @ONLY)
 add_library(velt_tool STATIC ${veltToolSources} "${CMAKE_BINARY_DIR}/generated/ToolVersion.cpp")
 target_link_libraries(velt_tool
-  PRIVATE velt_common PkgConfig::utf8proc taocpp::pegtl
+  PRIVATE velt_common velt_view PkgConfig::utf8proc taocpp::pegtl
   PUBLIC VeltPalette VeltPropData VeltEmbeddedHost velt_samples CLI11::CLI11 nlohmann_json::nlohmann_json fmt::fmt)
 # What JSON and formatted texts are made with takes longest to read, and half of the tool makes them.
 velt_precompiled_holder(velt_tool_headers ${VELT_STANDARD_HEADERS} <fmt/format.h> <nlohmann/json.hpp>)

@@ -41,13 +41,17 @@ CLI::Option* addList(CLI::App& command, const std::string& name, std::vector<std
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 }
 
-void addSelection(CLI::App& command, SelectionRequest& selection) {
+// Which layout is drawn is another question than which entities are selected, so drawing has an option of its own for it.
+enum class Layouts { Select, AreChosenOtherwise };
+
+void addSelection(CLI::App& command, SelectionRequest& selection, Layouts layouts = Layouts::Select) {
   command.add_flag("--all", selection.all, "Every entity of model space and the layouts");
   addList(command, "--handle", selection.handles, "Entities by handle, hexadecimal")->type_name("HANDLE");
   addList(command, "--layer", selection.layers, "Entities on a layer")->type_name("NAME");
   addList(command, "--type", selection.types, "Entities of a class (Line) or DXF type (LINE)")
       ->type_name("TYPE");
-  addList(command, "--layout", selection.layouts, "Entities of a layout, or of Model")->type_name("NAME");
+  if (layouts == Layouts::Select)
+    addList(command, "--layout", selection.layouts, "Entities of a layout, or of Model")->type_name("NAME");
   addList(command, "--block", selection.blocks, "Entities inside the definition of a block")
       ->type_name("NAME");
   command
@@ -125,6 +129,7 @@ struct CommandLine {
   InfoRequest infoRequest;
   DiffRequest diffRequest;
   ExplainRequest explainRequest;
+  DrawRequest drawRequest;
   SampleRequest sampleRequest;
   // What the options of all commands fill, which one of them at a time is.
   Subject subject;
@@ -140,6 +145,7 @@ struct CommandLine {
   CLI::App* diffCommand = nullptr;
   CLI::App* explainCommand = nullptr;
   CLI::App* setCommand = nullptr;
+  CLI::App* drawCommand = nullptr;
   CLI::App* sampleCommand = nullptr;
   CLI::App* manCommand = nullptr;
 
@@ -227,6 +233,7 @@ struct CommandLine {
     manCommand = app.add_subcommand("man-pages", "Write the manual pages into a folder");
     manCommand->group("");  // for the build alone
     manCommand->add_option("FOLDER", manFolder, "Folder")->required();
+    addDrawCommand();
 
     sampleCommand =
         app.add_subcommand("sample", "Write a sample drawing: a small floor plan, or the gallery");
@@ -302,6 +309,35 @@ struct CommandLine {
     addPlugins(*explainCommand, plugins);
     addKeepGoing(*explainCommand, keepsGoing);
     explainCommand->footer(selectionHelp);
+  }
+
+  void addDrawCommand() {
+    drawCommand = app.add_subcommand("draw", "Draw model space or a layout as an SVG picture");
+    drawCommand->add_option("DRAWING", subject.drawings, drawingHelp)->required()->expected(1);
+    CLI::Option* const output = drawCommand->add_option(
+        "-o,--output", drawRequest.output, "File to write; without it the picture goes to the output");
+    drawCommand->add_flag("--force", drawRequest.force, "Replace an existing file at the output")
+        ->needs(output);
+    drawCommand->add_option("--width", drawRequest.width, "Of the picture, in pixels")
+        ->type_name("PIXELS")
+        ->check(CLI::Range(16, 20000))
+        ->capture_default_str();
+    drawCommand
+        ->add_option_function<std::string>(
+            "--background", [this](const std::string& name) { drawRequest.isDark = name == "dark"; },
+            "What it is drawn on")
+        ->type_name("light|dark")
+        ->check(CLI::IsMember({"light", "dark"}))
+        ->default_str("light");
+    drawCommand->add_option("--layout", drawRequest.layout, "The layout to draw; model space without it")
+        ->type_name("NAME");
+    addSelection(*drawCommand, subject.selection, Layouts::AreChosenOtherwise);
+    addPlugins(*drawCommand, plugins);
+    addKeepGoing(*drawCommand, keepsGoing);
+    drawCommand->footer(
+        std::string("Entities that the other options select stand out, and everything else is pale:\n"
+                    "  veltprops draw plan.dxf -o doors.svg --layer Doors\n\n")
+        + selectionHelp);
   }
 
   // Of a comparison, 1 says that there is a difference.
@@ -397,6 +433,13 @@ struct CommandLine {
                    [&](std::ostream& printed) { return set(setRequest, printed, err); });
   }
 
+  ExitCode runDraw(std::ostream& out, std::ostream& err) {
+    drawRequest.drawing = subject.drawings.front();
+    drawRequest.selection = subject.selection;
+    draw(drawRequest, out, err);
+    return succeeded;
+  }
+
   static Sequence paragraphsOr(bool json) { return json ? Sequence::array : Sequence::paragraphs; }
 
   ExitCode runCommand(std::ostream& out, std::ostream& err, std::ostream& plainOut,
@@ -423,6 +466,7 @@ struct CommandLine {
     if (tableCommand->parsed()) return runTable(out, err);
     if (infoCommand->parsed()) return runInfo(out, err);
     if (explainCommand->parsed()) return runExplain(out, err);
+    if (drawCommand->parsed()) return runDraw(out, err);
     return diff(diffRequest, out) ? failed : succeeded;
   }
 };

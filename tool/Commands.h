@@ -93,6 +93,21 @@ struct ExplainRequest {
   Terminal terminal{};
 };
 
+struct DrawRequest {
+  std::string drawing{};
+  // Of the layout, or "Model", which an empty one stands for.
+  std::string layout{};
+  // These stand out; when it is empty, all look as they are.
+  SelectionRequest selection{};
+  // The file to write; empty for the output of the program.
+  std::string output{};
+  // Replaces an existing file at `output`.
+  bool force = false;
+  // In pixels.
+  double width = 1200;
+  bool isDark = false;
+};
+
 struct SampleRequest {
   std::string file{};
   // The gallery instead of the floor plan.
@@ -118,6 +133,8 @@ void info(const InfoRequest& request, std::ostream& out);
 bool diff(const DiffRequest& request, std::ostream& out);
 // Says why a property of the selection is missing, read-only, varying or shown, and what can be done about it.
 void explain(const ExplainRequest& request, std::ostream& out);
+// Draws a layout as an SVG file. A picture that could not be drawn as a whole is told on `err`.
+void draw(const DrawRequest& request, std::ostream& out, std::ostream& err);
 // Writes a sample drawing. An existing file is replaced only with `force`.
 void sample(const SampleRequest& request, std::ostream& out);
 

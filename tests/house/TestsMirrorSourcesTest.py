@@ -8,7 +8,8 @@ import unittest
 
 import house
 
-TESTED_FOLDERS = ("holders", *house.LAYER, "palette", "hostcheck", "recorder", "dxf", "samples", "embedded", "tool", "window")
+TESTED_FOLDERS = ("holders", *house.LAYER, "palette", "hostcheck", "recorder", "dxf", "samples", "embedded", "view", "tool",
+                  "window")
 
 # Sources whose test stands elsewhere: pattern, the test file that covers them, and why.
 COVERED_ELSEWHERE = [
@@ -28,6 +29,8 @@ COVERED_ELSEWHERE = [
      "takes the place of a host's functions, as a test program's toys do; a test records and replays whole programs"),
     ("embedded/automation/classes/*.cpp", "tests/embedded/automation/classes/ClassesTest.cpp",
      "each is one table, and one test compares the tables with their golden listings"),
+    ("view/entities/*.cpp", "tests/view/EntitiesTest.cpp",
+     "each draws a few kinds of entities, and one test looks at how each kind comes out"),
     ("samples/gallery/*.cpp", "tests/samples/GalleryTest.cpp",
      "each draws some exhibits, and one test looks at the gallery as a whole"),
 ]
