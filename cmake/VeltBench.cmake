@@ -7,7 +7,10 @@ set(veltCountingSources ${veltBenchSources})
 list(FILTER veltCountingSources INCLUDE REGEX "/bench/counting/")
 set(veltBaselineSources ${veltBenchSources})
 list(FILTER veltBaselineSources INCLUDE REGEX "/bench/qt/")
-list(REMOVE_ITEM veltBenchSources "${veltBenchMain}" ${veltCountingSources} ${veltBaselineSources})
+set(veltInstructionSources ${veltBenchSources})
+list(FILTER veltInstructionSources INCLUDE REGEX "/bench/instructions/")
+list(REMOVE_ITEM veltBenchSources
+  "${veltBenchMain}" ${veltCountingSources} ${veltBaselineSources} ${veltInstructionSources})
 
 add_library(velt_bench_parts STATIC ${veltBenchSources})
 target_link_libraries(velt_bench_parts
@@ -38,6 +41,10 @@ set_target_properties(velt_bench_counts PROPERTIES
   ENABLE_EXPORTS ON
   CXX_VISIBILITY_PRESET default
   VISIBILITY_INLINES_HIDDEN OFF)
+
+# tests/house/InstructionCountsTest.py counts its instructions.
+add_executable(velt_bench_instructions ${veltInstructionSources})
+target_link_libraries(velt_bench_instructions PRIVATE velt_common velt_bench_parts)
 
 # The benchmark goes on running, and the floor stays honest. Neither looks at a time.
 if(TARGET velt_test_support)
