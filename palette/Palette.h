@@ -14,8 +14,8 @@
 //
 // Entities are named by their id, or by their index in the selection, from 0.
 //
-// Texts are UTF-8. Numbers are those of the records: lengths in drawing units, angles in radians; texts have angles in
-// degrees.
+// Texts are UTF-8. Numbers are those of the records: lengths in drawing units, angles in radians; texts have them in the
+// formats of a NumberStyle, which is decimal lengths and degrees unless it says otherwise.
 //
 // Failures are exceptions: Error, whose message is that of the layer or the host when they gave one, and
 // std::bad_alloc. A function that fails has changed nothing, unless its comment says so.
@@ -82,12 +82,46 @@ class VELT_PALETTE_EXPORT Value {
   holders::VariantHolder held_;
 };
 
-// How numbers are written.
-struct NumberStyle {
-  // Decimal places of lengths and areas, and of every other number with a unit.
+// The numbers are those of the variables LUNITS and AUNITS.
+enum class LengthFormat {
+  scientific = 1,
+  decimal = 2,
+  // Feet and decimal inches, feet and fractions of inches: 1'-3.50", 1'-3 1/2". The drawing's unit is an inch.
+  engineering = 3,
+  architectural = 4,
+  // Whole numbers and fractions: 15 1/2.
+  fractional = 5
+};
+enum class AngleFormat {
+  degrees = 0,
+  degreesMinutesSeconds = 1,
+  grads = 2,
+  radians = 3,
+  // Directions from north or south: N 45° E.
+  surveyor = 4
+};
+
+// How numbers are written, and which of several readings of a text is meant. A palette takes it from the drawing, so that
+// people meet the units in which they draw.
+struct VELT_PALETTE_EXPORT NumberStyle {
+  // The number of a drawing variable; nothing for one that the drawing does not have.
+  using Variable = std::function<std::optional<double>(std::string_view name)>;
+  // Asks for LUNITS, LUPREC, AUNITS, AUPREC, ANGBASE (in degrees) and ANGDIR. What is missing, or is none of the numbers
+  // that mean something, is as in NumberStyle().
+  static NumberStyle ofVariables(const Variable& variable);
+
+  // Decimal places of lengths and areas, and of every other number with a unit. Of fractions, how often one is halved.
   int lengthPlaces = 4;
-  // Decimal places of angles in degrees.
+  // Decimal places of angles. Of degrees, minutes and seconds 0 shows degrees, 1 and 2 minutes, 3 and 4 seconds, and
+  // more the places of seconds.
   int anglePlaces = 0;
+  LengthFormat lengthFormat = LengthFormat::decimal;
+  AngleFormat angleFormat = AngleFormat::degrees;
+  // Where directions begin, in degrees counterclockwise from the x axis, and whether they count clockwise.
+  double angleBase = 0;
+  bool isClockwise = false;
+  // All digits, as plain numbers and degrees in whatever format.
+  bool isPrecise = false;
 };
 
 // ---------------------------------------------------------------------------------------------------------
@@ -146,7 +180,7 @@ class VELT_PALETTE_EXPORT Row {
   std::int32_t categoryId() const { return record_->categoryId; }
   std::string categoryName() const;
   PropertyKind::Code kind() const { return static_cast<PropertyKind::Code>(record_->customType); }
-  // Its numbers are angles, which texts have in degrees.
+  // Its numbers are angles, in radians.
   bool isAngle() const;
 
   // The entities have different values. The row's own value is then the first entity's.
@@ -159,8 +193,8 @@ class VELT_PALETTE_EXPORT Row {
   Editability editability() const;
   bool isEditable() const { return record_->isEditable; }
 
-  // The value as a palette shows it, on one line: a choice by its label, an angle in degrees, a color by its name, yes
-  // or no; variesText for a varying row.
+  // The value as a palette shows it, on one line: a choice by its label, a length or an angle in its format, a color by
+  // its name, yes or no; variesText for a varying row. A number that is not 0 is not shown as 0.
   std::string text(const NumberStyle& style = {}) const;
   // Another value as this row would show it.
   std::string textOf(const Value& value, const NumberStyle& style = {}) const;
@@ -170,9 +204,13 @@ class VELT_PALETTE_EXPORT Row {
   // Whether parse() can make a value of any text at all.
   bool takesText() const;
   // The value that a text means to this row: a choice by its label, in upper or lower case, or by its number; a number;
-  // an angle in degrees; yes or no; a text. Colors stay texts, which the property itself understands. Throws an Error
-  // that says what is accepted.
-  Value parse(std::string_view text) const;
+  // a length or an angle in any of the forms that text() makes in this style, or with its unit; yes or no; a text. Colors
+  // stay texts, which the property itself understands. Throws an Error that says what is accepted.
+  Value parse(std::string_view text, const NumberStyle& style = {}) const;
+
+  // The value of a program's data, such as JSON, as this row takes it: in the type of the row, angles in radians. A text
+  // is taken as it is where the row holds texts, and else as parse() takes it. Throws an Error that says what is accepted.
+  Value valueOf(const PlainValue& data) const;
 
   // Every field of the record, in its order.
   std::vector<Field> fields() const;
@@ -222,12 +260,17 @@ inline constexpr std::array allFates = {Fate::changed, Fate::unchanged, Fate::lo
                                         Fate::skipped, Fate::refused,   Fate::notReached};
 VELT_PALETTE_EXPORT std::string_view nameOf(Fate fate);
 
+// How a new value follows from the one that an entity has.
+enum class Relation { plus, minus, times, dividedBy, replaced };
+
 struct WriteOptions {
   // Goes on after an entity refuses the value.
   bool keepGoing = false;
   // Called now and then with how many entities are done, and how many there are; the write ends when it answers false.
   // Not called for dynamic rows, which are written in one call.
   std::function<bool(std::size_t done, std::size_t total)> progress{};
+  // Of writeText(): how the palette shows the values.
+  NumberStyle style{};
 };
 
 struct VELT_PALETTE_EXPORT Report {
@@ -237,6 +280,8 @@ struct VELT_PALETTE_EXPORT Report {
   std::map<std::size_t, std::string> reasons{};
   // What the layer said of the last refusal; may be empty.
   std::string message{};
+  // Of writeText(): how many of the unchanged show the text although their number is another one, of more digits.
+  std::size_t rounded = 0;
 
   std::size_t count(Fate fate) const;
   // "9 changed, 2 locked": the fates that occur, with their numbers.
@@ -344,6 +389,20 @@ class VELT_PALETTE_EXPORT Selection {
   // call query() for the new values. When memory runs out, some entities may already have the new value.
   Report write(const Row& row, const Value& value, const WriteOptions& options = {});
 
+  // Writes what the text means to the row, see Row::parse(). Entities that show this very text already stay as they are,
+  // so that a cell that is shown rounded and written back unread loses no digits; where that is not wanted, the style is
+  // to be precise.
+  Report writeText(const Row& row, std::string_view text, const WriteOptions& options = {});
+  // Writes to each entity a value that is made from the one it has: twice its radius, five more, the text with another
+  // word. `operand` is as people write it: of adding and subtracting a number as the row takes it, of the other two a
+  // plain number, of replacing s/PATTERN/NEW/ with an expression as of ECMAScript; g after the last / replaces all
+  // occurrences, i takes upper and lower case for the same, and any character may stand for /. Entities that have no such
+  // value refuse. Throws an Error that says what is accepted.
+  Report writeRelative(const Row& row, Relation relation, std::string_view operand,
+                       const WriteOptions& options = {});
+  // Writes to each entity a value of its own. Those without one stay as they are and count as unchanged. One for each.
+  Report writeEach(const Row& row, std::span<const std::optional<Value>> values, const WriteOptions& options = {});
+
   // The different values behind a row with the entities of each, in the order in which they first occur.
   std::vector<ValueGroup> valueGroups(const Row& row, const NumberStyle& style = {}) const;
   // Why the last query has no row of that label or name, also when that query failed. Asks the entities one by one.
@@ -379,6 +438,13 @@ VELT_PALETTE_EXPORT std::wstring fromUtf8(std::string_view text);
 
 // For one line of a terminal or a cell: line ends, tabs and other control characters become visible signs or blanks.
 VELT_PALETTE_EXPORT std::string oneLine(std::wstring_view text);
+
+// The few of the names that are most like the one that was written, best first; none when none is like it.
+VELT_PALETTE_EXPORT std::vector<std::string> namesLike(std::string_view written, std::span<const std::string> names);
+
+// "; did you mean A or B?" of those names, or, when there are none, what `otherwise` says.
+VELT_PALETTE_EXPORT std::string didYouMean(std::string_view written, std::span<const std::string> names,
+                                           std::string_view otherwise = {});
 
 // Equal but for upper and lower case of ASCII letters.
 VELT_PALETTE_EXPORT bool equalIgnoringCase(std::string_view a, std::string_view b);

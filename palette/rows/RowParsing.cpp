@@ -5,12 +5,16 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
-#include <numbers>
 #include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "palette/Palette.h"
 #include "palette/rows/NumberKinds.h"
+#include "palette/text/AngleText.h"
+#include "palette/text/LengthText.h"
+#include "palette/text/NumberText.h"
 #include "palette/values/Variants.h"
 
 namespace velt::palette {
@@ -41,12 +45,6 @@ bool isInteger(VARTYPE type) {
     default:
       return false;
   }
-}
-
-std::string_view trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
 template <class Number>
@@ -87,10 +85,25 @@ bool fitsType(VARTYPE type, std::int64_t number) {
   }
 }
 
+// Larger numbers come from mistakes, and no program draws what they lead to.
+constexpr double beyondAnyDrawing = 1e20;
+
+Value realOf(VARTYPE type, double number) {
+  VARIANT made{};
+  made.vt = type;
+  if (type == VT_R4) {
+    made.fltVal = static_cast<float>(number);
+  } else {
+    made.dblVal = number;
+  }
+  return owning(made);
+}
+
 // One text that is to become a value of one row.
 class Parsing {
  public:
-  Parsing(const PROPINFO& row, std::string_view text) : row_(row), text_(text), type_(typeOf(row)) {}
+  Parsing(const PROPINFO& row, std::string_view text, const NumberStyle& style)
+      : row_(row), text_(text), style_(style), type_(typeOf(row)) {}
 
   Value run() const {
     if (row_.hasChoices) {
@@ -106,6 +119,8 @@ class Parsing {
       case VT_BSTR:
         if (row_.hasChoices && !row_.choiceNames.isEmpty()) refuseOtherThanChoices();
         return Value::ofText(text_);
+      case VT_DISPATCH:
+        return Value::ofText(colorOfDigits().value_or(std::string(text_)));
       default:
         return Value::ofText(text_);
     }
@@ -115,17 +130,29 @@ class Parsing {
   [[noreturn]] void refuse(std::string_view why) const {
     throw Error(fmt::format("\"{}\" is {}", text_, why));
   }
-  [[noreturn]] void refuseOtherThanChoices() const { refuse("not one of its choices: " + choiceList()); }
+  // The nearest choices or, where none is near, as many as one reads.
+  [[noreturn]] void refuseOtherThanChoices() const {
+    constexpr std::size_t mostNamed = 30;
+    std::vector<std::string> labels;
+    for (const CStdStr<wchar_t>& name : row_.choiceNames)
+      labels.push_back(oneLine(name.str()));
+    std::string all;
+    for (std::size_t i = 0; i < labels.size() && i < mostNamed; ++i)
+      all += (i > 0 ? ", " : ": ") + labels[i];
+    if (labels.size() > mostNamed) all += fmt::format(" and {} more", labels.size() - mostNamed);
+    refuse("not one of its choices" + didYouMean(text_, labels, all));
+  }
 
-  std::string choiceList() const {
-    constexpr std::uint32_t mostNamed = 40;
-    std::string names;
-    for (std::uint32_t i = 0; i < row_.choiceNames.length(); ++i) {
-      if (i == mostNamed) return names + fmt::format(" and {} more", row_.choiceNames.length() - mostNamed);
-      if (i > 0) names += ", ";
-      names += oneLine(row_.choiceNames[i].str());
-    }
-    return names;
+  // #ff8800, in the parts that a color property takes.
+  std::optional<std::string> colorOfDigits() const {
+    const std::string_view text = trimmed(text_);
+    constexpr std::size_t digits = 6;
+    if (row_.customType != PropertyKind::colorObject || text.size() != digits + 1 || text[0] != '#')
+      return std::nullopt;
+    std::uint32_t color = 0;
+    const auto [end, error] = std::from_chars(text.data() + 1, text.data() + text.size(), color, 16);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return fmt::format("{},{},{}", color >> 16, color >> 8 & 0xFF, color & 0xFF);
   }
 
   std::optional<std::uint32_t> choiceNamed() const {
@@ -160,8 +187,30 @@ class Parsing {
     return false;
   }
 
+  // Widths in millimetres, as 0.35 and 0.35mm, are hundredths to the property, as which 35 is meant too; a whole number
+  // that is no width in hundredths is one in millimetres.
+  std::optional<std::int64_t> lineweight() const {
+    std::string_view text = trimmed(text_);
+    const bool hasUnit = text.size() > 2 && equalIgnoringCase(text.substr(text.size() - 2), "mm");
+    if (hasUnit) text.remove_suffix(2);
+    const std::optional<double> width = decimalIn(text);
+    constexpr double widest = 1000;
+    if (!width || !(std::fabs(*width) <= widest)) return std::nullopt;
+    const bool isWhole = text.find_first_of(".eE") == std::string_view::npos;
+    if (isWhole && !hasUnit && isOneOfTheChoices(std::llround(*width))) return std::llround(*width);
+    const double hundredths = *width * 100;
+    const std::int64_t number = std::llround(hundredths);
+    return std::fabs(hundredths - static_cast<double>(number)) < 1e-6 ? std::optional(number) : std::nullopt;
+  }
+
+  std::optional<std::int64_t> wholeNumber() const {
+    const bool isLineweight =
+        row_.customType == PropertyKind::entityLineweight || row_.customType == PropertyKind::lineweight;
+    return isLineweight ? lineweight() : numberIn<std::int64_t>(text_);
+  }
+
   Value integerValue() const {
-    const std::optional<std::int64_t> number = numberIn<std::int64_t>(text_);
+    const std::optional<std::int64_t> number = wholeNumber();
     if (row_.hasChoices && !(number && isOneOfTheChoices(*number))) refuseOtherThanChoices();
     if (!number) refuse("not a whole number");
     return integerValue(*number);
@@ -176,22 +225,26 @@ class Parsing {
     return owning(made);
   }
 
-  Value realValue() const {
-    std::string_view text = trimmed(text_);
-    const bool inDegrees = isAngle(row_.customType);
-    constexpr std::string_view degree = "\u00B0";
-    if (inDegrees && text.ends_with(degree)) text.remove_suffix(degree.size());
-    const std::optional<double> number = numberIn<double>(text);
-    if (!number || !std::isfinite(*number)) refuse(inDegrees ? "not an angle in degrees" : "not a number");
-    const double value = inDegrees ? *number * std::numbers::pi / 180.0 : *number;
-    VARIANT made{};
-    made.vt = type_;
-    if (type_ == VT_R4) {
-      made.fltVal = static_cast<float>(value);
-    } else {
-      made.dblVal = value;
+  double realNumber() const {
+    if (isAngle(row_.customType)) {
+      if (const auto angle = angleIn(text_, isDirection(row_), style_)) return *angle;
+      refuse("not an angle: write degrees such as 80 or 80.5\u00B0, 80\u00B030', or 1.5 rad");
     }
-    return owning(made);
+    if (isLength(row_)) {
+      if (const auto length = lengthIn(text_, style_)) return *length;
+      const bool hasFeet = style_.lengthFormat == LengthFormat::engineering
+                           || style_.lengthFormat == LengthFormat::architectural;
+      refuse(hasFeet ? "not a length: write inches such as 66 or 66.5, or 5'-6 1/2\""
+                     : "not a number: write one such as 2.5");
+    }
+    if (const auto number = decimalIn(text_)) return *number;
+    refuse("not a number: write one such as 2.5");
+  }
+
+  Value realValue() const {
+    const double value = realNumber();
+    if (std::fabs(value) > beyondAnyDrawing) refuse("too large for any drawing");
+    return realOf(type_, value);
   }
 
   Value yesOrNo() const {
@@ -207,10 +260,49 @@ class Parsing {
 
   const PROPINFO& row_;
   std::string_view text_;
+  const NumberStyle& style_;
   VARTYPE type_;
 };
 
+std::optional<double> numberOf(const PlainValue& data) {
+  if (const auto* const real = std::get_if<double>(&data)) return *real;
+  if (const auto* const integer = std::get_if<std::int64_t>(&data)) return static_cast<double>(*integer);
+  if (const auto* const natural = std::get_if<std::uint64_t>(&data)) return static_cast<double>(*natural);
+  return std::nullopt;
+}
+
 }  // namespace
+
+Value Row::valueOf(const PlainValue& data) const {
+  const VARTYPE type = typeOf(*record_);
+  if (const auto* const text = std::get_if<std::string>(&data)) {
+    const bool holdsTexts = type == VT_BSTR || type == VT_DISPATCH;
+    return holdsTexts ? Value::ofText(*text) : parse(*text);
+  }
+  if (const auto* const flag = std::get_if<bool>(&data)) {
+    if (type == VT_BOOL) return Value::ofFlag(*flag);
+    throw Error(*flag ? "yes is not what it takes" : "no is not what it takes");
+  }
+  const std::optional<double> number = numberOf(data);
+  if (!number) throw Error("nothing is not what it takes");
+  if (type == VT_R4 || type == VT_R8) {
+    if (!(std::fabs(*number) <= beyondAnyDrawing))
+      throw Error(fmt::format("\"{}\" is too large for any drawing", *number));
+    return realOf(type, *number);
+  }
+  constexpr double allExact = 9007199254740992.0;
+  if (isInteger(type) && std::trunc(*number) == *number && std::fabs(*number) <= allExact) {
+    if (fitsType(type, static_cast<std::int64_t>(*number))) {
+      VARIANT made{};
+      made.vt = type;
+      made.llVal = static_cast<std::int64_t>(*number);
+      return owning(made);
+    }
+    throw Error(fmt::format("\"{}\" is out of range", *number));
+  }
+  throw Error(isInteger(type) ? fmt::format("\"{}\" is not a whole number", *number)
+                              : fmt::format("the number {} is not what it takes", *number));
+}
 
 bool Row::takesText() const {
   switch (typeOf(*record_)) {
@@ -225,9 +317,9 @@ bool Row::takesText() const {
   }
 }
 
-Value Row::parse(std::string_view text) const {
+Value Row::parse(std::string_view text, const NumberStyle& style) const {
   if (!takesText()) throw Error("its value cannot be written as text");
-  return Parsing(*record_, text).run();
+  return Parsing(*record_, text, style).run();
 }
 
 }  // namespace velt::palette

@@ -4,12 +4,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <optional>
 
 #include "palette/Palette.h"
 #include "palette/rows/NumberKinds.h"
 #include "palette/support/HostCalls.h"
+#include "palette/text/AngleText.h"
+#include "palette/text/LengthText.h"
+#include "palette/text/NumberText.h"
 #include "palette/text/ObjectText.h"
 #include "palette/values/Variants.h"
 
@@ -17,22 +19,15 @@ namespace velt::palette {
 
 namespace {
 
-std::string fixed(double number, int places) {
-  std::string text = fmt::format("{:.{}f}", number, places);
-  const bool isZero = text.find_first_of("123456789") == std::string::npos;
-  return isZero && text.starts_with('-') ? text.substr(1) : text;
-}
-
 std::string realText(const PROPINFO& row, double number, const NumberStyle& style) {
   // A number that the host cannot tell, such as the one width of segments that differ.
   if (std::isnan(number)) return "";
-  if (!std::isfinite(number)) return fmt::format("{}", number);
-  constexpr double tooLongForFixed = 1e15;
-  if (std::fabs(number) >= tooLongForFixed) return fmt::format("{:g}", number);
-  if (isAngle(row.customType)) return fixed(number * 180.0 / std::numbers::pi, style.anglePlaces) + "\u00B0";
+  if (isAngle(row.customType)) return angleText(number, isDirection(row), style);
+  if (isLength(row)) return lengthText(number, style);
+  if (style.isPrecise) return exactText(number);
   if (isWithoutUnits(row.customType))
     return fmt::format("{:.{}g}", number, std::max(style.lengthPlaces + 1, 6));
-  return fixed(number, style.lengthPlaces);
+  return decimalText(number, style.lengthPlaces);
 }
 
 std::optional<std::string> choiceLabel(const PROPINFO& row, std::int64_t value) {

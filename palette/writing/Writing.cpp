@@ -1,6 +1,8 @@
 // Writes a value to one row of a selection, and finds out what became of each entity.
 
 #include <algorithm>
+#include <cmath>
+#include <map>
 #include <new>
 #include <utility>
 
@@ -17,10 +19,14 @@ namespace {
 
 class Writing {
  public:
-  Writing(TqVector<VeltPropData*>& entries, const PROPINFO& row, const Value& value,
+  // One value for each entity; null for one that stays as it is.
+  Writing(TqVector<VeltPropData*>& entries, const PROPINFO& row, std::vector<const Value*> values,
           const WriteOptions& options)
-      : entries_(entries), row_(row), value_(value), options_(options) {
+      : entries_(entries), row_(row), values_(std::move(values)), options_(options) {
     report_.fates.assign(entries.length(), Fate::notReached);
+    for (std::size_t i = 0; i < count(); ++i) {
+      if (values_[i] == nullptr) report_.fates[i] = Fate::unchanged;
+    }
   }
 
   Report run() {
@@ -48,11 +54,14 @@ class Writing {
     }
   }
 
-  // In portions, so that progress can be told; one call for all entities would have the same effect.
+  // In portions, so that progress can be told; one call for all entities of one value would have the same effect.
   void writeStatic() {
-    constexpr std::size_t portion = 1000;
     for (std::size_t from = 0; from < count();) {
-      const std::size_t end = std::min(from + portion, count());
+      if (values_[from] == nullptr) {
+        ++from;
+        continue;
+      }
+      const std::size_t end = endOfPortion(from);
       const std::size_t refused = writePortion(from, end);
       if (refused != end && !options_.keepGoing) return;
       from = refused != end ? refused + 1 : end;
@@ -60,14 +69,24 @@ class Writing {
     }
   }
 
+  // Where the next portion begins: entities of one value, and those between them that stay as they are.
+  std::size_t endOfPortion(std::size_t from) const {
+    constexpr std::size_t most = 1000;
+    std::size_t end = from + 1;
+    while (end < count() && end - from < most && (values_[end] == values_[from] || values_[end] == nullptr))
+      ++end;
+    return end;
+  }
+
   // Answers the index of the entity that refused, else `end`.
   std::size_t writePortion(std::size_t from, std::size_t end) {
     TqVector<VeltPropData*> portion;
     if (!portion.setPhysicalLength(static_cast<std::uint32_t>(end - from))) throw std::bad_alloc();
-    for (std::size_t i = from; i < end; ++i)
-      portion.push_back(&entry(i));
+    for (std::size_t i = from; i < end; ++i) {
+      if (values_[i] != nullptr) portion.push_back(&entry(i));
+    }
     // A bitwise copy: what the value holds stays the caller's.
-    VARIANT shared = value_.variant();
+    VARIANT shared = values_[from]->variant();
     CStdStr<wchar_t> errorText;
     int lockedCount = 0;
     VkArray<VkDbObjectId> touched;
@@ -76,7 +95,7 @@ class Writing {
     // `touched` has the entities that were tried, in order; those between them were passed over.
     std::size_t i = from;
     for (int t = 0; t < touched.length(); ++t, ++i) {
-      for (; id(i) != touched[t]; ++i)
+      for (; values_[i] == nullptr || id(i) != touched[t]; ++i)
         passOver(i);
       if (result == 0 && t + 1 == touched.length()) {
         refuse(i, toUtf8(errorText.str()));
@@ -93,7 +112,7 @@ class Writing {
   void tell(std::size_t i, const PlainValue& now) {
     if (!isSame(now, before_[i])) {
       report_.fates[i] = Fate::changed;
-    } else if (mayMean(row_, value_.plain(), now)) {
+    } else if (mayMean(row_, values_[i]->plain(), now)) {
       report_.fates[i] = Fate::unchanged;
     } else {
       report_.fates[i] = Fate::refused;
@@ -101,24 +120,37 @@ class Writing {
     }
   }
 
-  void passOver(std::size_t i) { report_.fates[i] = isOnLockedLayer(id(i)) ? Fate::locked : Fate::skipped; }
+  void passOver(std::size_t i) {
+    if (values_[i] != nullptr) report_.fates[i] = isOnLockedLayer(id(i)) ? Fate::locked : Fate::skipped;
+  }
 
   void refuse(std::size_t i, std::string message) {
     report_.fates[i] = Fate::refused;
-    report_.reasons[i] = reasonOfRefusal(row_, entry(i), value_.variant());
+    report_.reasons[i] = reasonOfRefusal(row_, entry(i), values_[i]->variant());
     report_.message = std::move(message);
   }
 
   // The layer writes dynamic properties all at once and does not tell what they answer, so their values are compared.
   void writeDynamic() {
-    const PlainValue wanted = value_.plain();
-    VARIANT shared = value_.variant();
+    std::map<const Value*, std::vector<std::size_t>> sharers;
+    for (std::size_t i = 0; i < count(); ++i) {
+      if (values_[i] != nullptr) sharers[values_[i]].push_back(i);
+    }
+    for (const auto& [value, entities] : sharers)
+      writeDynamic(*value, entities);
+  }
+
+  void writeDynamic(const Value& value, const std::vector<std::size_t>& entities) {
+    const PlainValue wanted = value.plain();
+    VARIANT shared = value.variant();
+    PROPINFO row(row_);
+    row.dynSources = nodesOf(entities);
     TqVector<VeltPropData*> unused;
     CStdStr<wchar_t> errorText;
     int lockedCount = 0;
     VkArray<VkDbObjectId> touched;
-    SetPropertiesValue(unused, row_, shared, false, errorText, lockedCount, touched, 0);
-    for (std::size_t i = 0; i < count(); ++i) {
+    SetPropertiesValue(unused, row, shared, false, errorText, lockedCount, touched, 0);
+    for (const std::size_t i : entities) {
       const PlainValue now = valueNow(i);
       if (!isSame(now, before_[i])) {
         report_.fates[i] = Fate::changed;
@@ -133,20 +165,84 @@ class Writing {
     }
   }
 
+  TqVector<DispatchDynPropSourceNode> nodesOf(const std::vector<std::size_t>& entities) const {
+    const TqVector<DispatchDynPropSourceNode>& all = row_.dynSources;
+    TqVector<DispatchDynPropSourceNode> nodes;
+    if (!nodes.setPhysicalLength(static_cast<std::uint32_t>(entities.size()))) throw std::bad_alloc();
+    for (const std::size_t i : entities) {
+      if (i < all.length()) nodes.push_back(all[static_cast<std::uint32_t>(i)]);
+    }
+    return nodes;
+  }
+
   TqVector<VeltPropData*>& entries_;
   const PROPINFO& row_;
-  const Value& value_;
+  std::vector<const Value*> values_;
   const WriteOptions& options_;
   Report report_;
   std::vector<PlainValue> before_;
 };
+
+// Whether the number is another one than that which the text means, which rounding hides.
+bool isRounded(const Value& value, const std::optional<Value>& meant) {
+  if (!meant) return false;
+  const PlainValue now = value.plain();
+  const PlainValue wanted = meant->plain();
+  const auto* const a = std::get_if<double>(&now);
+  const auto* const b = std::get_if<double>(&wanted);
+  constexpr double ofComputing = 1e-12;
+  return a != nullptr && b != nullptr
+         && std::fabs(*a - *b) > ofComputing * std::max(std::fabs(*a), std::fabs(*b));
+}
 
 }  // namespace
 
 Report Selection::write(const Row& row, const Value& value, const WriteOptions& options) {
   return orError([&] {
     const PROPINFO record = withOneNodePerEntity(row.record());
-    return Writing(selection_, record, value, options).run();
+    return Writing(selection_, record, std::vector<const Value*>(size(), &value), options).run();
+  });
+}
+
+Report Selection::writeEach(const Row& row, std::span<const std::optional<Value>> values,
+                            const WriteOptions& options) {
+  return orError([&] {
+    const PROPINFO record = withOneNodePerEntity(row.record());
+    std::vector<const Value*> each(size(), nullptr);
+    for (std::size_t i = 0; i < size() && i < values.size(); ++i) {
+      if (values[i]) each[i] = &*values[i];
+    }
+    return Writing(selection_, record, std::move(each), options).run();
+  });
+}
+
+Report Selection::writeText(const Row& row, std::string_view text, const WriteOptions& options) {
+  // A row that does not vary shows what all of them have, also where no entity gives that as a value of its own, as of
+  // the vertex that a palette has chosen.
+  const bool leavesAll = row.text(options.style) == text;
+  const std::vector<Value> now = values(row);
+  std::vector<bool> showsIt;
+  for (const Value& value : now)
+    showsIt.push_back(leavesAll || row.textOf(value, options.style) == text);
+  const bool allShowIt = std::find(showsIt.begin(), showsIt.end(), false) == showsIt.end();
+  std::optional<Value> meant;
+  try {
+    meant = row.parse(text, options.style);
+  } catch (const Error&) {
+    // What is shown need not be understood where nothing is written.
+    if (!allShowIt) throw;
+  }
+  return orError([&] {
+    const PROPINFO record = withOneNodePerEntity(row.record());
+    std::vector<const Value*> each(size(), nullptr);
+    std::size_t rounded = 0;
+    for (std::size_t i = 0; i < size(); ++i) {
+      if (!showsIt[i]) each[i] = &*meant;
+      if (showsIt[i] && isRounded(now[i], meant)) ++rounded;
+    }
+    Report report = Writing(selection_, record, std::move(each), options).run();
+    report.rounded = rounded;
+    return report;
   });
 }
 

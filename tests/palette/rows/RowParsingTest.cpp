@@ -49,6 +49,27 @@ TEST(RowParsing, AnglesAreInDegrees) {
   }
 }
 
+TEST(RowParsing, LengthsAndAnglesAreInTheFormatOfTheDrawing) {
+  NumberStyle style;
+  style.lengthFormat = LengthFormat::architectural;
+  style.angleFormat = AngleFormat::radians;
+  PROPINFO record = row(L"Radius", VT_R8);
+  record.customType = PropertyKind::distance;
+  EXPECT_EQ(Row(record).parse("5'6\"", style).variant().dblVal, 66.0);
+  EXPECT_EQ(errorOf([&] { static_cast<void>(Row(record).parse("5''", style)); }),
+            "\"5''\" is not a length: write inches such as 66 or 66.5, or 5'-6 1/2\"");
+  record.customType = PropertyKind::angle;
+  EXPECT_EQ(Row(record).parse("1.5", style).variant().dblVal, 1.5);
+  EXPECT_EQ(errorOf([&] { static_cast<void>(Row(record).parse("north", style)); }),
+            "\"north\" is not an angle: write degrees such as 80 or 80.5\u00B0, 80\u00B030', or 1.5 rad");
+}
+
+TEST(RowParsing, ANumberBeyondAnyDrawingIsRefused) {
+  EXPECT_EQ(errorOf([] { parsed("-1e21", row(L"Radius", VT_R8)); }),
+            "\"-1e21\" is too large for any drawing");
+  EXPECT_EQ(parsed("1e20", row(L"Radius", VT_R8)).variant().dblVal, 1e20);
+}
+
 TEST(RowParsing, ATypeOfTheObjectsOwnWithoutAValueIsANumber) {
   EXPECT_EQ(parsed("2.5", row(L"Width", VT_USERDEFINED)).variant().dblVal, 2.5);
   EXPECT_EQ(parsed("dashed", rowWithChoices(VT_USERDEFINED)).variant().lVal, 20);
@@ -91,6 +112,58 @@ TEST(RowParsing, WhatIsNotAChoiceIsAnsweredWithTheChoices) {
             "\"dotted\" is not one of its choices: solid, Dashed");
   EXPECT_THROW(parsed("11", rowWithChoices(VT_I4)), Error);
   EXPECT_THROW(parsed("dotted", rowWithChoices(VT_BSTR)), Error);
+}
+
+TEST(RowParsing, OfChoicesTheNearestIsNamed) {
+  EXPECT_EQ(errorOf([] { parsed("dashd", rowWithChoices(VT_I4)); }),
+            "\"dashd\" is not one of its choices; did you mean Dashed?");
+}
+
+TEST(RowParsing, ALineweightIsInMillimetresOrInHundredthsOfThem) {
+  PROPINFO weight = row(L"Lineweight", VT_I4);
+  weight.customType = PropertyKind::entityLineweight;
+  weight.hasChoices = true;
+  for (const int hundredths : {-1, 0, 5, 35, 100}) {
+    weight.choiceNames.push_back(hundredths < 0 ? L"ByLayer"
+                                                : (std::to_wstring(hundredths / 100.0) + L" mm").c_str());
+    weight.choiceValues.push_back(hundredths);
+  }
+  for (const char* const text : {"35", "0.35", "0.35mm", "0.35 mm", ".35 MM"})
+    EXPECT_EQ(parsed(text, weight).variant().lVal, 35) << text;
+  EXPECT_EQ(parsed("5", weight).variant().lVal, 5);
+  EXPECT_EQ(parsed("1", weight).variant().lVal, 100) << "no hundredth is a width";
+  EXPECT_EQ(parsed("1mm", weight).variant().lVal, 100);
+  EXPECT_EQ(parsed("bylayer", weight).variant().lVal, -1);
+  for (const char* const text : {"0.36", "36", "0.351", "mm", "1e300", "two"})
+    EXPECT_THROW(parsed(text, weight), Error) << text;
+}
+
+TEST(RowParsing, AColorMayBeWrittenInHexadecimalDigits) {
+  PROPINFO color = rowWithChoices(VT_DISPATCH);
+  color.customType = PropertyKind::colorObject;
+  EXPECT_STREQ(parsed("#ff8800", color).variant().bstrVal, L"255,136,0");
+  EXPECT_STREQ(parsed("#ff88", color).variant().bstrVal, L"#ff88") << "for the host to refuse";
+  EXPECT_STREQ(parsed("#ff880g", color).variant().bstrVal, L"#ff880g");
+}
+
+TEST(RowParsing, ThePlainValueOfARowIsTakenBack) {
+  EXPECT_EQ(Row(row(L"Radius", VT_R8)).valueOf(2.5).variant().dblVal, 2.5);
+  EXPECT_EQ(Row(row(L"Radius", VT_R8)).valueOf(std::int64_t{2}).variant().dblVal, 2.0);
+  EXPECT_EQ(Row(rowWithChoices(VT_I4)).valueOf(std::int64_t{20}).variant().lVal, 20);
+  EXPECT_EQ(Row(rowWithChoices(VT_I4)).valueOf("dashed").variant().lVal, 20);
+  EXPECT_EQ(Row(row(L"Closed", VT_BOOL)).valueOf(true).variant().boolVal, VARIANT_TRUE);
+  EXPECT_STREQ(Row(rowWithChoices(VT_BSTR)).valueOf("dotted").variant().bstrVal, L"dotted") << "exactly";
+  EXPECT_STREQ(Row(row(L"Text", VT_BSTR)).valueOf("a\nb").variant().bstrVal, L"a\nb");
+}
+
+TEST(RowParsing, APlainValueThatDoesNotFitTheRowIsRefused) {
+  EXPECT_THROW(static_cast<void>(Row(row(L"Radius", VT_R8)).valueOf(true)), Error);
+  EXPECT_THROW(static_cast<void>(Row(row(L"Radius", VT_R8)).valueOf(std::monostate())), Error);
+  EXPECT_THROW(static_cast<void>(Row(row(L"Radius", VT_R8)).valueOf(1e21)), Error);
+  EXPECT_THROW(static_cast<void>(Row(row(L"N", VT_I2)).valueOf(std::int64_t{40000})), Error);
+  EXPECT_THROW(static_cast<void>(Row(row(L"N", VT_I2)).valueOf(1.5)), Error);
+  EXPECT_THROW(static_cast<void>(Row(row(L"Text", VT_BSTR)).valueOf(1.5)), Error);
+  EXPECT_THROW(static_cast<void>(Row(row(L"Closed", VT_BOOL)).valueOf(1.5)), Error);
 }
 
 TEST(RowParsing, ARealMayBeGivenAValueThatIsNotAChoice) {

@@ -9,7 +9,7 @@
 namespace velt::palette {
 namespace {
 
-constexpr NumberStyle style{3, 1};
+const NumberStyle style{3, 1};
 
 std::string textOf(const PROPINFO& record, const NumberStyle& with) {
   return Row(record).text(with);
@@ -40,7 +40,43 @@ PROPINFO realRow(double value, std::int32_t customType = 0) {
 
 TEST(RowText, LengthsHaveThePlacesOfTheDrawing) {
   EXPECT_EQ(textOf(realRow(12.5, PropertyKind::distance), style), "12.500");
-  EXPECT_EQ(textOf(realRow(-0.00001), style), "0.000");
+  EXPECT_EQ(textOf(realRow(0), style), "0.000");
+  EXPECT_EQ(textOf(realRow(-0.00001, PropertyKind::distance), style), "-1e-05") << "not 0";
+}
+
+TEST(RowText, OnlyLengthsAndCoordinatesAreInFeet) {
+  NumberStyle inFeet;
+  inFeet.lengthFormat = LengthFormat::architectural;
+  for (const int kind : {PropertyKind::distance, PropertyKind::segmentWidth, PropertyKind::elevation})
+    EXPECT_EQ(textOf(realRow(66.5, kind), inFeet), "5'-6 1/2\"") << kind;
+  for (const int kind : {PropertyKind::area, PropertyKind::number, PropertyKind::none})
+    EXPECT_EQ(textOf(realRow(66.5, kind), inFeet), "66.5000") << kind;
+  PROPINFO element = realRow(66.5);
+  element.isElement = true;
+  element.name = L"Center";
+  EXPECT_EQ(textOf(element, inFeet), "5'-6 1/2\"");
+  element.name = L"Normal";
+  EXPECT_EQ(textOf(element, inFeet), "66.5000");
+}
+
+TEST(RowText, OnlyDirectionsCountFromTheDrawingsOwn) {
+  NumberStyle fromNorth;
+  fromNorth.angleBase = 90;
+  PROPINFO angle = realRow(std::numbers::pi, PropertyKind::angle);
+  angle.name = L"Rotation";
+  EXPECT_EQ(textOf(angle, fromNorth), "90\u00B0");
+  angle.name = L"TotalAngle";
+  EXPECT_EQ(textOf(angle, fromNorth), "180\u00B0");
+  angle.name = L"StartAngle";
+  angle.clsid = CLSID_VeltEllipse;
+  EXPECT_EQ(textOf(angle, fromNorth), "180\u00B0") << "from the ellipse's own axis";
+}
+
+TEST(RowText, APreciseTextHasAllDigits) {
+  NumberStyle precise;
+  precise.isPrecise = true;
+  for (const int kind : {PropertyKind::distance, PropertyKind::noUnits, PropertyKind::area})
+    EXPECT_EQ(textOf(realRow(0.12345678901234566, kind), precise), "0.12345678901234566") << kind;
 }
 
 TEST(RowText, AnglesAreShownInDegrees) {

@@ -35,6 +35,62 @@ TEST_F(Writing, TellsOfEachEntityWhetherItChanged) {
   EXPECT_EQ(host.balance(), "balanced");
 }
 
+TEST_F(Writing, ATextThatAnEntityShowsAlreadyIsNotWrittenToIt) {
+  addCircle(7.00001);
+  takes(addCircle(3), 4, r8(7));
+  addCircle(7);
+  Selection selection(ids());
+  selection.query();
+  const Report report = selection.writeText(selection.row("Radius"), "7.0000");
+  EXPECT_THAT(report.fates, ElementsAre(unchanged, changed, unchanged));
+  EXPECT_EQ(report.rounded, 1U) << "the first has another number";
+}
+
+TEST_F(Writing, ATextWithOtherDigitsThanTheShownIsWritten) {
+  takes(addCircle(7.00001), 4, r8(7));
+  Selection selection(ids());
+  selection.query();
+  EXPECT_THAT(selection.writeText(selection.row("Radius"), "7").fates, ElementsAre(changed));
+}
+
+TEST_F(Writing, APreciseStyleWritesWhereRoundingHidesTheDifference) {
+  takes(addCircle(7.00001), 4, r8(7));
+  Selection selection(ids());
+  selection.query();
+  WriteOptions options;
+  options.style.isPrecise = true;
+  EXPECT_THAT(selection.writeText(selection.row("Radius"), "7.0000", options).fates, ElementsAre(changed));
+}
+
+TEST_F(Writing, TheMarkOfDifferentValuesWrittenBackLeavesThemAll) {
+  addCircles(2);
+  Selection selection(ids());
+  selection.query();
+  EXPECT_THAT(selection.writeText(selection.row("Radius"), variesText).fates,
+              ElementsAre(unchanged, unchanged));
+}
+
+TEST_F(Writing, ATextThatMeansNothingIsWrittenToNobody) {
+  addCircles(2);
+  Selection selection(ids());
+  selection.query();
+  EXPECT_THROW(selection.writeText(selection.row("Radius"), "two"), Error);
+}
+
+TEST_F(Writing, EachEntityGetsItsOwnValue) {
+  takes(addCircle(1), 4, r8(10));
+  addCircle(2);
+  takes(addCircle(3), 4, r8(30));
+  Selection selection(ids());
+  selection.query();
+  std::vector<std::optional<Value>> values(3);
+  values[0] = Value::ofReal(10);
+  values[2] = Value::ofReal(30);
+  const Report report = selection.writeEach(selection.row("Radius"), values);
+  EXPECT_THAT(report.fates, ElementsAre(changed, unchanged, changed));
+  EXPECT_EQ(std::get<double>(selection.value(selection.row("Radius"), 2).plain()), 30);
+}
+
 TEST_F(Writing, TellsTheLockedOnesFromThoseThatCannotBeOpened) {
   addCircles(4);
   entity(1).data.layer = lockedLayer.objectId();
