@@ -62,7 +62,7 @@ void putColor(const Subject& subject, const Value& value) {
   if (color == subject.entity().color()) return;
   const bool isTrueColor = color.color() == database::colorOfRgb(color.color());
   if ((isTrueColor || *color.colorName() != L'\0') && !isOfFormat(subject.drawing(), "AC1018")) {
-    throw Refusal(E_FAIL, L"The drawing's format knows colours by their index only.");
+    throw Refusal(E_FAIL, L"The drawing's format knows colours by their index only; DXF 2004 and later know others.");
   }
   changeParts(subject, [&](const Editor&, std::uint32_t part) {
     if (!database::setEntityColor(subject.drawing(), part, color)) {
@@ -152,10 +152,13 @@ std::wstring getTransparency(const Subject& subject) {
   return std::to_wstring(static_cast<int>(std::lround((255 - opacity) / 255 * 100)));
 }
 
-// From 0 to 90, in digits and nothing else.
+// From 0 to 90, in digits, with a percent sign or without.
 int percentFrom(std::wstring_view text) {
   constexpr int highest = 90;
   const auto isDigit = [](wchar_t character) { return character >= L'0' && character <= L'9'; };
+  if (text.ends_with(L'%')) text.remove_suffix(1);
+  while (text.ends_with(L' '))
+    text.remove_suffix(1);
   int percent = highest + 1;
   if (!text.empty() && text.size() <= 2 && std::all_of(text.begin(), text.end(), isDigit)) {
     percent = 0;
@@ -163,7 +166,7 @@ int percentFrom(std::wstring_view text) {
       percent = percent * 10 + static_cast<int>(digit - L'0');
   }
   if (percent > highest)
-    throw Refusal(E_INVALIDARG, L"A transparency is ByLayer, ByBlock, or a whole number from 0 to 90.");
+    throw Refusal(E_INVALIDARG, L"A transparency is ByLayer, ByBlock, or a whole number of percent from 0 to 90.");
   return percent;
 }
 

@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <span>
 #include <string>
+#include <utility>
 
 #include "embedded/automation/model/Followers.h"
 #include "embedded/automation/model/Refusal.h"
@@ -81,6 +82,19 @@ std::wstring widened(std::string_view ascii) {
   return {ascii.begin(), ascii.end()};
 }
 
+// As people know the formats; the version itself for one without a name.
+std::wstring formatName(std::string_view version) {
+  constexpr std::pair<std::string_view, const wchar_t*> names[] = {
+      {"AC1006", L"DXF R10"},  {"AC1009", L"DXF R12"},  {"AC1012", L"DXF R13"},  {"AC1014", L"DXF R14"},
+      {"AC1015", L"DXF 2000"}, {"AC1018", L"DXF 2004"}, {"AC1021", L"DXF 2007"}, {"AC1024", L"DXF 2010"},
+      {"AC1027", L"DXF 2013"}, {"AC1032", L"DXF 2018"},
+  };
+  const auto known =
+      std::find_if(std::begin(names), std::end(names), [&](const auto& name) { return name.first == version; });
+  if (known != std::end(names)) return known->second;
+  return version.empty() ? L"DXF without a version" : widened(version);
+}
+
 // What all entities have in common has nothing to do with their shape.
 bool changesShape(const AutomationClass& kind, const PropertyRow& row) {
   if (row.access.keepsShape) return false;
@@ -104,8 +118,9 @@ void requireChangeable(const Subject& subject, const PropertyRow& row) {
   }
   const std::string_view since = row.access.since;
   if (!since.empty() && !isOfFormat(subject.drawing(), since)) {
-    throw Refusal(E_FAIL, L"The drawing's format has no place for this property: it has one from "
-                              + widened(since) + L" on.");
+    const std::string_view version = subject.drawing().document().headerValue("$ACADVER", 1).value_or("");
+    throw Refusal(E_FAIL, L"A drawing in the format " + formatName(dxf::trimmed(version)) + L" has none; "
+                              + formatName(since) + L" and later have.");
   }
   if (changesShape(subject.kind(), row)) requireFreeShape(subject.drawing(), subject.record());
   const Obstacle* const obstacle = row.writability.obstacle;

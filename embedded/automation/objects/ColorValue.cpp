@@ -68,7 +68,7 @@ VkCmColor colorOfText(std::wstring_view text) {
   }
   if (const auto index = partFrom(text)) return colorOfNumber(static_cast<std::int32_t>(*index));
   if (const auto rgb = rgbFrom(text)) return plainColor(database::colorOfRgb(*rgb));
-  throw Refusal(E_INVALIDARG, L"There is no colour of that name.");
+  throw Refusal(E_INVALIDARG, L"There is no colour of that name: a colour is one such as red, a number from 0 to 256, 255,136,0, ByLayer or ByBlock.");
 }
 
 // No color at all can be the value of a color object, but not of an entity.
