@@ -4,6 +4,8 @@
 
 #include <charconv>
 #include <optional>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "tool/Failure.h"
@@ -29,16 +31,41 @@ std::optional<std::size_t> ordinalIn(std::string_view text) {
   return number;
 }
 
-std::string editableNames(std::span<const palette::Row> rows) {
-  std::string names;
-  std::string last;
-  for (const palette::Row& row : rows) {
-    if (!row.isEditable() || row.label() == last) continue;
-    last = row.label();
-    if (!names.empty()) names += ", ";
-    names += last;
+// The relation that the characters around the equals sign name, which are taken off name and value.
+std::optional<palette::Relation> takeRelation(std::string& name, std::string& value) {
+  using palette::Relation;
+  const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+  if (value.size() > 2 && value.starts_with("~s") && !isLetter(value[2])) {
+    value.erase(0, 1);
+    return Relation::replaced;
   }
-  return names.empty() ? "no property of the selection can be edited" : "these can be edited: " + names;
+  constexpr std::pair<char, Relation> signs[] = {
+      {'+', Relation::plus}, {'-', Relation::minus}, {'*', Relation::times}, {'/', Relation::dividedBy}};
+  for (const auto& [sign, relation] : signs) {
+    if (!name.ends_with(sign)) continue;
+    name.pop_back();
+    name = trimmed(name);
+    return relation;
+  }
+  return std::nullopt;
+}
+
+// Vertex[37].X is the 37th row Vertex X.
+std::optional<std::pair<std::string, std::size_t>> elementIn(std::string_view name) {
+  const std::size_t open = name.find('[');
+  const std::size_t close = name.find("].", open == std::string_view::npos ? name.size() : open);
+  if (open == 0 || close == std::string_view::npos) return std::nullopt;
+  const std::optional<std::size_t> number = ordinalIn(name.substr(open + 1, close - open - 1));
+  const std::string_view element = trimmed(name.substr(close + 2));
+  if (!number || element.empty()) return std::nullopt;
+  return std::pair(std::string(trimmed(name.substr(0, open))) + " " + std::string(element), *number);
+}
+
+std::string nearestNames(std::string_view name, std::span<const palette::Row> rows) {
+  std::vector<std::string> labels;
+  for (const palette::Row& row : rows)
+    labels.push_back(row.label());
+  return palette::didYouMean(name, labels, "; \"veltprops show\" lists those that it has");
 }
 
 }  // namespace
@@ -46,11 +73,19 @@ std::string editableNames(std::span<const palette::Row> rows) {
 Assignment parseAssignment(std::string_view text) {
   const std::size_t equals = text.find('=');
   Assignment made{.text = std::string(text), .name = std::string(trimmed(text.substr(0, equals)))};
-  if (equals == std::string_view::npos || made.name.empty()) {
+  const auto requireName = [&] {
+    if (equals != std::string_view::npos && !made.name.empty()) return;
     throw UsageFailure(
         fmt::format("\"{}\" is not an assignment: write NAME=VALUE, such as Layer=Walls", text));
-  }
+  };
+  requireName();
   made.value = text.substr(equals + 1);
+  made.relation = takeRelation(made.name, made.value);
+  requireName();
+  if (const auto element = elementIn(made.name)) {
+    std::tie(made.name, made.number) = *element;
+    return made;
+  }
   if (const std::size_t hash = made.name.rfind('#'); hash != std::string::npos) {
     if (const auto number = ordinalIn(std::string_view(made.name).substr(hash + 1))) {
       made.number = *number;
@@ -63,7 +98,8 @@ Assignment parseAssignment(std::string_view text) {
 palette::Row rowFor(const Assignment& assignment, std::span<const palette::Row> rows) {
   const std::vector<palette::Row> found = palette::rowsNamed(rows, assignment.name);
   if (found.empty()) {
-    throw Failure(fmt::format("the selection has no property {}; {}", assignment.name, editableNames(rows)));
+    throw Failure(fmt::format("the selection has no property {}{}", assignment.name,
+                              nearestNames(assignment.name, rows)));
   }
   if (assignment.number > found.size()) {
     throw Failure(fmt::format("{}#{}: the selection has only {} of that name", assignment.name,
@@ -76,20 +112,10 @@ palette::Row rowFor(const Assignment& assignment, std::span<const palette::Row> 
   const palette::Row& row = found[assignment.number == 0 ? 0 : assignment.number - 1];
   if (!row.isEditable()) {
     const std::string reason = readOnlyReason(row);
-    throw Failure(fmt::format("{} cannot be edited{}{}; {}", assignment.name, reason.empty() ? "" : ": ",
-                              reason, editableNames(rows)));
+    throw Failure(
+        fmt::format("{} cannot be edited{}{}", assignment.name, reason.empty() ? "" : ": ", reason));
   }
   return row;
-}
-
-palette::Value valueFor(const Assignment& assignment, const palette::Row& row) {
-  if (!row.takesText())
-    throw Failure(fmt::format("{} has a value that cannot be written as text", assignment.name));
-  try {
-    return row.parse(assignment.value);
-  } catch (const palette::Error& error) {
-    throw Failure(fmt::format("{}: {}", assignment.name, error.what()));
-  }
 }
 
 }  // namespace velt::tool

@@ -92,6 +92,11 @@ void addShowing(CLI::App& command, Showing& showing) {
                    "Output longer than the terminal goes there, not through PAGER");
 }
 
+void addPrecise(CLI::App& command, bool& isPrecise) {
+  command.add_flag("--precise", isPrecise,
+                   "All digits of numbers, and not the format of the drawing's units");
+}
+
 void addKeepGoing(CLI::App& command, bool& keepsGoing) {
   command.add_flag("--keep-going", keepsGoing, "Do without a plug-in that cannot be loaded");
 }
@@ -168,6 +173,7 @@ struct CommandLine {
     showCommand->add_flag("--values", showRequest.values,
                           "Also the different values behind *VARIES*, each with the number of entities that\n"
                           "have it and the option that selects them");
+    addPrecise(*showCommand, showRequest.precise);
     showCommand->add_flag("--json", showRequest.json, "Every field of every row, as JSON");
     addShowing(*showCommand, showing);
     addPlugins(*showCommand, plugins);
@@ -196,10 +202,13 @@ struct CommandLine {
         app.add_subcommand("set", "Write values to every entity of a selection, and save the drawing");
     // Only the first one: words without a "=" after it may be further ones.
     setCommand->add_option("DRAWING", firstDrawing, drawingHelp)->required();
+    setCommand->add_option("NAME=VALUE", setRequest.assignments,
+                           "A property, by the name that \"show\" gives it, and its new value");
     setCommand
-        ->add_option("NAME=VALUE", setRequest.assignments,
-                     "A property, by the name that \"show\" gives it, and its new value")
-        ->required();
+        ->add_option("--from", setRequest.from,
+                     "Instead, the values in a file as \"table --json\", \"list --json --values\" or \"show "
+                     "--json\"\nprint them, wherever they differ; only of the selected entities, if some are")
+        ->type_name("FILE");
     addSelection(*setCommand, subject.selection);
     CLI::Option* const output =
         setCommand->add_option("-o,--output", setRequest.output, "File to save to; - is standard output");
@@ -215,12 +224,20 @@ struct CommandLine {
     setCommand->add_flag("--keep-going", setRequest.keepGoing,
                          "Go on after a refusal, and save what was not refused; do without a plug-in that\n"
                          "cannot be loaded");
+    setCommand->add_flag("--precise", setRequest.precise,
+                         "Also to entities that show the value already, since fewer digits are shown than\n"
+                         "they have");
     setCommand->add_flag("--json", setRequest.json, "The report as JSON, with the handles of the entities");
     addPlugins(*setCommand, plugins);
     setCommand->footer(
-        "Write values as \"show\" shows them: a choice by its name, an angle in degrees.\n"
-        "When several rows have one name, NAME#2 is the second of them.\n"
+        "Write values as \"show\" shows them: a choice by its name, lengths and angles in the drawing's "
+        "units.\n"
+        "When several rows have one name, NAME#2 is the second of them; Vertex[2].X is the second Vertex X.\n"
         "  veltprops set plan.dxf --layer Walls Layer=Doors \"Start X=1.5\" -o new.dxf\n"
+        "What each entity has is changed by NAME+=VALUE, NAME-=VALUE, NAME*=NUMBER, NAME/=NUMBER and, of "
+        "texts, "
+        "NAME=~s/OLD/NEW/:\n"
+        "  veltprops set plan.dxf --layer Axes Radius*=2 \"Text=~s/Axis/Line/\" -o new.dxf\n"
         "Entities on locked layers stay as they are. When an entity refuses a value, nothing is saved, "
         "unless "
         "--keep-going is given. A drawing in which nothing changes is not written.\n"
@@ -259,6 +276,7 @@ struct CommandLine {
     CLI::Option* const tsv = addFormat("--tsv", TableFormat::tsv, "Separated by tabs");
     CLI::Option* const json = addFormat("--json", TableFormat::json,
                                         "One JSON object in each line, with the values as numbers and texts");
+    addPrecise(*tableCommand, tableRequest.precise);
     csv->excludes(tsv)->excludes(json);
     tsv->excludes(json);
     addShowing(*tableCommand, showing);

@@ -20,6 +20,8 @@ struct ShowRequest {
   bool choices = false;
   // The different values of rows that vary.
   bool values = false;
+  // All digits of numbers, here and in other requests.
+  bool precise = false;
   // Of the text.
   Terminal terminal{};
 };
@@ -35,6 +37,7 @@ struct TableRequest {
   // Of one table for several drawings, whose lines tell the drawing: only the first has headings.
   bool isOneOfSeveral = false;
   bool hasHeadings = true;
+  bool precise = false;
   Terminal terminal{};
 };
 
@@ -55,6 +58,9 @@ struct SetRequest {
   SelectionRequest selection{};
   // NAME=VALUE, applied in order.
   std::vector<std::string> assignments{};
+  // Instead of these, a file with values as other commands print them (see ValuesFile.h). The selection may then be empty
+  // where the file names entities.
+  std::string from{};
   // The file to save to; empty with inPlace or dryRun.
   std::string output{};
   // Where the drawing goes when the output is "-".
@@ -66,6 +72,8 @@ struct SetRequest {
   // Saves although somebody else has changed the file since it was read.
   bool overwriteChanges = false;
   bool keepGoing = false;
+  // Also to entities that show the value already, because fewer digits are shown than they have.
+  bool precise = false;
   bool json = false;
 };
 

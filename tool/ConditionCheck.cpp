@@ -71,9 +71,9 @@ bool textCompares(const Condition& condition, std::string_view text) {
 }
 
 // The number that the value of a condition means to the row. A whole number may be compared with any other.
-double numberMeant(const std::string& value, const palette::Row& row) {
+double numberMeant(const std::string& value, const palette::Row& row, const palette::NumberStyle& style) {
   try {
-    return numberIn(row.parse(value).plain()).value_or(0.0);
+    return numberIn(row.parse(value, style).plain()).value_or(0.0);
   } catch (const palette::Error&) {
     const std::optional<double> number = numberWritten(value);
     if (number && !row.hasChoices()) return *number;
@@ -97,7 +97,7 @@ bool ConditionCheck::compares(const Condition& condition, const palette::Row& ro
     return textCompares(condition, row.text(style_));
   }
   try {
-    const double wanted = numberMeant(condition.value, row);
+    const double wanted = numberMeant(condition.value, row, style_);
     experience.isUnderstood = true;
     return fitsOrder(condition.kind, order(*number, wanted));
   } catch (const palette::Error& error) {
@@ -153,7 +153,7 @@ void ConditionCheck::requireSense() const {
     // Whether some have a property and others do not may be the very question.
     if (!experience.isKnown && condition->kind != Kind::has) {
       throw Failure(fmt::format("--where: no entity has a property {}{}", condition->name,
-                                didYouMean(condition->name, labels)));
+                                palette::didYouMean(condition->name, labels)));
     }
     if (!experience.isUnderstood && !experience.trouble.empty())
       throw Failure(fmt::format("--where: {}: {}", condition->name, experience.trouble));

@@ -102,7 +102,7 @@ class NameFilter {
       if (isThere) continue;
       const std::vector<std::string> known(names.begin(), names.end());
       throw Failure(fmt::format("{}: no {} \"{}\"{}", drawing.document().displayName(), kind, pattern,
-                                didYouMean(pattern, known, listed(names))));
+                                palette::didYouMean(pattern, known, listed(names))));
     }
   }
 
@@ -157,7 +157,7 @@ void requireKnownTypes(const database::Drawing& drawing, const SelectionRequest&
     if (isPresent || isKnownClass(type)) continue;
     const std::vector<std::string> names(present.begin(), present.end());
     throw Failure(fmt::format("{}: no entities of type \"{}\"{}", drawing.document().displayName(), type,
-                              didYouMean(type, names, listed(present))));
+                              palette::didYouMean(type, names, listed(present))));
   }
 }
 

@@ -15,7 +15,6 @@
 #include "tool/JsonOutput.h"
 #include "tool/NamedRows.h"
 #include "tool/OpenDrawing.h"
-#include "tool/Patterns.h"
 #include "tool/ReadOnlyRows.h"
 #include "tool/RowJson.h"
 #include "tool/ValueGroups.h"
@@ -274,7 +273,7 @@ class Absent {
       return;
     }
     if (absence_.cause == Cause::notCommon) return;
-    const std::vector<std::string> alike = namesLike(name_, allLabels(selection_));
+    const std::vector<std::string> alike = palette::namesLike(name_, allLabels(selection_));
     if (!alike.empty()) advise(fmt::format("perhaps {} is meant", fmt::join(alike, " or ")));
     advise("\"show\" names the properties that there are; rows of plug-ins need --plugin");
   }

@@ -1,6 +1,5 @@
 #include "tool/OpenDrawing.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <iostream>
 #include <iterator>
@@ -17,13 +16,13 @@ namespace {
 
 constexpr const char* standardInputName = "standard input";
 
-std::optional<int> precisionIn(const database::Drawing& drawing, std::string_view variable) {
-  const std::optional<std::string_view> value = drawing.document().headerValue(variable, 70);
-  if (!value) return std::nullopt;
-  constexpr std::int64_t mostPlaces = 8;
-  const auto places = dxf::parseInteger<std::int64_t>(*value);
-  if (!places) return std::nullopt;
-  return static_cast<int>(std::clamp<std::int64_t>(*places, 0, mostPlaces));
+// Of the header's variables, in which angles are in degrees.
+std::optional<double> variableIn(const database::Drawing& drawing, std::string_view name) {
+  constexpr int angle = 50, wholeNumber = 70;
+  const int code = name == "ANGBASE" ? angle : wholeNumber;
+  const std::optional<std::string_view> value =
+      drawing.document().headerValue("$" + std::string(name), code);
+  return value ? dxf::parseReal(*value) : std::nullopt;
 }
 
 }  // namespace
@@ -37,10 +36,10 @@ std::unique_ptr<database::Drawing> openDrawing(const std::string& file) {
   return database::Drawing::parse(std::move(bytes), standardInputName, report);
 }
 
-palette::NumberStyle numberStyleOf(const database::Drawing& drawing) {
-  palette::NumberStyle style;
-  style.lengthPlaces = precisionIn(drawing, "$LUPREC").value_or(style.lengthPlaces);
-  style.anglePlaces = precisionIn(drawing, "$AUPREC").value_or(style.anglePlaces);
+palette::NumberStyle numberStyleOf(const database::Drawing& drawing, bool isPrecise) {
+  palette::NumberStyle style = palette::NumberStyle::ofVariables(
+      [&](std::string_view name) { return variableIn(drawing, name); });
+  style.isPrecise = isPrecise;
   return style;
 }
 

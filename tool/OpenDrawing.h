@@ -15,6 +15,6 @@ inline constexpr const char* standardStream = "-";
 std::unique_ptr<database::Drawing> openDrawing(const std::string& file);
 
 // How the drawing itself says that numbers are written.
-palette::NumberStyle numberStyleOf(const database::Drawing& drawing);
+palette::NumberStyle numberStyleOf(const database::Drawing& drawing, bool isPrecise = false);
 
 }  // namespace velt::tool

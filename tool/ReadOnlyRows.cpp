@@ -2,6 +2,7 @@
 
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/model/ReadOnlyReason.h"
@@ -44,16 +45,22 @@ std::string readOnlyReason(const palette::Row& row) {
   return clauseOf(automation::readOnlyReason(record.clsid, record.dispId, record.objectId));
 }
 
+std::string refusalOf(const palette::Row& row, VkDbObjectId entity) {
+  if (row.kind() == PropertyKind::vertex && !row.record().isElement)
+    return "it tells which vertex a palette shows; Vertex[2].X names a coordinate of the second one";
+  GUID clsid = GUID_NULL;
+  if (row.isDynamic() || !GetCLSID(clsid, entity.asOldId())) return {};
+  return clauseOf(automation::readOnlyReason(clsid, numberIn(clsid, row.record()), entity));
+}
+
 Refusals refusalsOf(const palette::Selection& selection, const palette::Row& row) {
   Refusals refusals;
   if (!row.isEditable() || row.isDynamic()) return refusals;
   for (std::size_t i = 0; i < selection.size(); ++i) {
-    GUID clsid = GUID_NULL;
     const VkDbObjectId entity = selection.entity(i);
-    if (!GetCLSID(clsid, entity.asOldId())) continue;
-    const std::wstring reason = automation::readOnlyReason(clsid, numberIn(clsid, row.record()), entity);
+    std::string reason = refusalOf(row, entity);
     if (reason.empty() || palette::isOnLockedLayer(entity)) continue;
-    if (refusals.entities.empty()) refusals.reason = clauseOf(reason);
+    if (refusals.entities.empty()) refusals.reason = std::move(reason);
     refusals.entities.push_back(i);
   }
   return refusals;

@@ -14,6 +14,10 @@ namespace velt::tool {
 // where the host gives no reason. Of several entities it is that of the first.
 std::string readOnlyReason(const palette::Row& row);
 
+// Why the entity refuses every value of a row that the class lets be edited, for the middle of a sentence; empty when it
+// does not.
+std::string refusalOf(const palette::Row& row, VkDbObjectId entity);
+
 // The entities that refuse every value of a row that can be edited: an object says for itself alone, and a write is the
 // first to learn it otherwise. Those on locked layers, of which a palette tells once for all rows, are not among them.
 struct Refusals {

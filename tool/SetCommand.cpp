@@ -10,12 +10,16 @@
 
 #include "embedded/database/Drawing.h"
 #include "palette/Palette.h"
+#include "tool/Applied.h"
 #include "tool/Assignment.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
+#include "tool/FromFile.h"
 #include "tool/JsonOutput.h"
 #include "tool/OpenDrawing.h"
 #include "tool/Progress.h"
+#include "tool/ReadOnlyRows.h"
+#include "tool/ValuesFile.h"
 
 namespace velt::tool {
 
@@ -29,15 +33,11 @@ constexpr std::pair<Fate, const char*> fates[] = {
     {Fate::skipped, "skipped"}, {Fate::refused, "refused"},     {Fate::notReached, "notReached"},
 };
 
-struct Applied {
-  Assignment assignment;
-  palette::Report outcome;
-  // A plug-in has taken the value and keeps it somewhere else than in the drawing.
-  bool isKeptOutside = false;
-};
-
 struct Report {
   std::vector<Applied> assignments;
+  std::size_t entities = 0;
+  // Of a file: values that were there already.
+  std::size_t same = 0;
 
   bool has(Fate fate) const {
     return std::any_of(assignments.begin(), assignments.end(),
@@ -93,6 +93,9 @@ void printOutcome(const palette::Report& outcome, const std::vector<VkDbObjectId
   };
   line(Fate::changed, "changed");
   line(Fate::unchanged, "unchanged: already had the value");
+  if (outcome.rounded > 0)
+    out << fmt::format("    {} of them only as it is shown, with fewer digits (--precise writes it)\n",
+                       outcome.rounded);
   line(Fate::locked, "left as they are: on a locked layer");
   line(Fate::skipped, "left as they are: cannot be opened");
   line(Fate::refused, "refused");
@@ -100,20 +103,45 @@ void printOutcome(const palette::Report& outcome, const std::vector<VkDbObjectId
   line(Fate::notReached, "not reached after the refusal");
 }
 
+// Of the values of a file how many met which fate, and every refusal.
+void printFile(const SetRequest& request, const Report& report, std::ostream& out) {
+  out << fmt::format("{}: {} in {}\n\n", request.drawing, entitiesText(report.entities), request.from);
+  const auto line = [&](Fate fate, const char* words) {
+    std::size_t count = fate == Fate::unchanged ? report.same : 0;
+    for (const Applied& applied : report.assignments)
+      count += applied.outcome.count(fate);
+    if (count > 0) out << fmt::format("  {:>6} {} {}\n", count, count == 1 ? "value" : "values", words);
+  };
+  line(Fate::changed, "changed");
+  line(Fate::unchanged, "unchanged: already there");
+  line(Fate::locked, "left as they are: on a locked layer");
+  line(Fate::skipped, "left as they are: cannot be opened");
+  line(Fate::refused, "refused");
+  for (const Applied& applied : report.assignments) {
+    for (const auto& [index, reason] : applied.outcome.reasons)
+      out << fmt::format("    {} {}: {}\n", handleText(applied.entities[index]), applied.assignment.text,
+                         reason);
+  }
+}
+
 void printForPeople(const SetRequest& request, const Report& report, const SelectedEntities& selected,
                     std::ostream& out) {
-  const std::vector<VkDbObjectId>& ids = selected.ids;
-  out << fmt::format("{}: {} selected\n", request.drawing, entitiesText(ids.size()));
+  if (!request.from.empty()) {
+    printFile(request, report, out);
+    out << fmt::format("\n{}\n", report.remark);
+    return;
+  }
+  out << fmt::format("{}: {} selected\n", request.drawing, entitiesText(selected.ids.size()));
   for (const Applied& applied : report.assignments) {
     out << fmt::format("\n{}\n", applied.assignment.text);
-    printOutcome(applied.outcome, ids, out);
+    printOutcome(applied.outcome, applied.entities, out);
     if (applied.isKeptOutside) out << "    The plug-in keeps the value outside of the drawing.\n";
   }
   out << remarkOnHandles(selected) << fmt::format("\n{}\n", report.remark);
 }
 
-nlohmann::ordered_json outcomeJson(const Applied& applied, const std::vector<VkDbObjectId>& ids) {
-  const auto& [assignment, outcome, isKeptOutside] = applied;
+nlohmann::ordered_json outcomeJson(const Applied& applied) {
+  const auto& [assignment, ids, outcome, isKeptOutside] = applied;
   nlohmann::ordered_json json = {{"name", assignment.name}, {"value", assignment.value}};
   for (const auto& [fate, name] : fates) {
     auto handles = nlohmann::ordered_json::array();
@@ -129,28 +157,32 @@ nlohmann::ordered_json outcomeJson(const Applied& applied, const std::vector<VkD
   }
   json["message"] = outcome.message;
   if (isKeptOutside) json["keptOutside"] = true;
+  if (outcome.rounded > 0) json["rounded"] = outcome.rounded;
   return json;
 }
 
 void printAsJson(const SetRequest& request, const Report& report, const SelectedEntities& selected,
                  std::ostream& out) {
-  const std::vector<VkDbObjectId>& ids = selected.ids;
   nlohmann::ordered_json json = {{"drawing", request.drawing},
-                                 {"selection", {{"count", ids.size()}}},
+                                 {"selection", {{"count", report.entities}}},
                                  {"assignments", nlohmann::ordered_json::array()},
                                  {"outcome", outcomeName(report.code)},
                                  {"saved", nullptr}};
   if (!selected.sharedHandles.empty()) json["selection"]["sharedHandles"] = sharedHandleTexts(selected);
   for (const Applied& applied : report.assignments)
-    json["assignments"].push_back(outcomeJson(applied, ids));
+    json["assignments"].push_back(outcomeJson(applied));
   if (!report.savedTo.empty()) json["saved"] = report.savedTo;
   printJson(json, out);
 }
 
 // --- the work --------------------------------------------------------------------------------------------
 
-void checkOutput(const SetRequest& request) {
-  if (request.selection.isEmpty()) throw UsageFailure(noSelectionText);
+void checkRequest(const SetRequest& request) {
+  if (request.from.empty() == request.assignments.empty()) {
+    throw UsageFailure(request.from.empty() ? "write what? Say NAME=VALUE, or name a file with --from"
+                                            : "NAME=VALUE and --from exclude each other");
+  }
+  if (request.from.empty() && request.selection.isEmpty()) throw UsageFailure(noSelectionText);
   if (request.output.empty() && !request.inPlace && !request.dryRun)
     throw UsageFailure("save where? Name a file with -o, or say --in-place or --dry-run");
   if (request.inPlace && request.drawing == standardStream)
@@ -165,7 +197,8 @@ void checkOutput(const SetRequest& request) {
 }
 
 // Queries anew for each assignment, because the one before may have changed which rows there are and what they accept.
-palette::Report apply(const Assignment& assignment, const std::vector<VkDbObjectId>& ids, bool keepGoing) {
+palette::Report apply(const Assignment& assignment, const std::vector<VkDbObjectId>& ids, bool keepGoing,
+                      const palette::NumberStyle& style) {
   Progress progress("Writing " + assignment.name);
   palette::Selection selection(ids);
   const palette::Row row = rowFor(assignment, selection.query());
@@ -173,7 +206,20 @@ palette::Report apply(const Assignment& assignment, const std::vector<VkDbObject
     progress.report(done, total);
     return true;
   };
-  return selection.write(row, valueFor(assignment, row), {.keepGoing = keepGoing, .progress = show});
+  try {
+    const palette::WriteOptions options{.keepGoing = keepGoing, .progress = show, .style = style};
+    palette::Report report =
+        assignment.relation ? selection.writeRelative(row, *assignment.relation, assignment.value, options)
+                            : selection.writeText(row, assignment.value, options);
+    // An element answers with a bare number why it was not written; the tables of the classes have it in words.
+    for (auto& [index, reason] : report.reasons) {
+      if (std::string known = refusalOf(row, selection.entity(index)); !known.empty())
+        reason = std::move(known);
+    }
+    return report;
+  } catch (const palette::Error& error) {
+    throw Failure(fmt::format("{}: {}", assignment.name, error.what()));
+  }
 }
 
 void save(const SetRequest& request, database::Drawing& drawing, const std::string& target,
@@ -206,13 +252,15 @@ ExitCode codeOf(const SetRequest& request, const Report& report) {
 void saveUnlessForbidden(const SetRequest& request, database::Drawing& drawing, Report& report,
                          std::ostream& err) {
   const std::string target = request.inPlace ? request.drawing : request.output;
+  // Whoever reads from a pipe needs the drawing, whether it has changed or not.
+  const bool isPassedOn = !request.inPlace && target == standardStream;
   if (report.has(Fate::refused) && !request.keepGoing) {
     report.remark = "A value was refused, so nothing was saved (--keep-going saves the rest)";
-  } else if (!report.has(Fate::changed)) {
+  } else if (!report.has(Fate::changed) && !isPassedOn) {
     report.remark = "No entity changed, so nothing was saved";
   } else if (request.dryRun) {
     report.remark = "Nothing was saved: --dry-run";
-  } else if (!report.hasNewsForTheDrawing()) {
+  } else if (!report.hasNewsForTheDrawing() && !isPassedOn) {
     report.remark = "Nothing changed in the drawing, so nothing was saved";
   } else {
     save(request, drawing, target, err);
@@ -221,27 +269,55 @@ void saveUnlessForbidden(const SetRequest& request, database::Drawing& drawing, 
   }
 }
 
+std::vector<Assignment> parsed(const std::vector<std::string>& texts) {
+  std::vector<Assignment> assignments;
+  for (const std::string& text : texts)
+    assignments.push_back(parseAssignment(text));
+  return assignments;
+}
+
+// One after the other, each on what the one before has left.
+SelectedEntities applyAssignments(const SetRequest& request, const std::vector<Assignment>& assignments,
+                                  database::Drawing& drawing, Report& report) {
+  SelectedEntities selected = select(drawing, request.selection);
+  const std::vector<VkDbObjectId>& ids = selected.ids;
+  if (ids.empty()) throw Failure(fmt::format("{}: nothing selected", request.drawing));
+  report.entities = ids.size();
+  const palette::NumberStyle style = numberStyleOf(drawing, request.precise);
+  for (const Assignment& assignment : assignments) {
+    const std::uint64_t revision = drawing.revision();
+    palette::Report outcome = apply(assignment, ids, request.keepGoing, style);
+    const bool isRefused = outcome.count(Fate::refused) > 0;
+    const bool isKeptOutside = outcome.count(Fate::changed) > 0 && drawing.revision() == revision;
+    report.assignments.push_back({assignment, ids, std::move(outcome), isKeptOutside});
+    if (isRefused && !request.keepGoing) break;
+  }
+  return selected;
+}
+
+void applyFromFile(const SetRequest& request, const ValuesFile& file, database::Drawing& drawing,
+                   Report& report) {
+  FileOutcome outcome = applyFile(file, request.from, drawing, request.selection, request.keepGoing);
+  report.assignments = std::move(outcome.applied);
+  report.entities = outcome.entities;
+  report.same = outcome.same;
+}
+
 }  // namespace
 
 ExitCode set(const SetRequest& request, std::ostream& out, std::ostream& err) {
-  checkOutput(request);
-  std::vector<Assignment> assignments;
-  for (const std::string& text : request.assignments)
-    assignments.push_back(parseAssignment(text));
-
-  const std::unique_ptr<database::Drawing> drawing = openDrawing(request.drawing);
-  const SelectedEntities selected = select(*drawing, request.selection);
-  const std::vector<VkDbObjectId>& ids = selected.ids;
-  if (ids.empty()) throw Failure(fmt::format("{}: nothing selected", request.drawing));
-
+  checkRequest(request);
   Report report;
-  for (const Assignment& assignment : assignments) {
-    const std::uint64_t revision = drawing->revision();
-    palette::Report outcome = apply(assignment, ids, request.keepGoing);
-    const bool isRefused = outcome.count(Fate::refused) > 0;
-    const bool isKeptOutside = outcome.count(Fate::changed) > 0 && drawing->revision() == revision;
-    report.assignments.push_back({assignment, std::move(outcome), isKeptOutside});
-    if (isRefused && !request.keepGoing) break;
+  SelectedEntities selected;
+  std::unique_ptr<database::Drawing> drawing;
+  if (request.from.empty()) {
+    const std::vector<Assignment> assignments = parsed(request.assignments);
+    drawing = openDrawing(request.drawing);
+    selected = applyAssignments(request, assignments, *drawing, report);
+  } else {
+    const ValuesFile file = readValuesFile(request.from);
+    drawing = openDrawing(request.drawing);
+    applyFromFile(request, file, *drawing, report);
   }
   report.code = codeOf(request, report);
   saveUnlessForbidden(request, *drawing, report, err);

@@ -234,7 +234,7 @@ void show(const ShowRequest& request, std::ostream& out) {
   palette::Selection selection(selected.ids);
   selection.query();
   Shown shown{.request = request, .selected = selected, .selection = selection};
-  shown.style = numberStyleOf(*drawing);
+  shown.style = numberStyleOf(*drawing, request.precise);
   countEntities(shown);
   (request.json ? printAsJson : printForPeople)(shown, out);
 }

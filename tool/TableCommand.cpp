@@ -15,7 +15,6 @@
 #include "tool/JsonOutput.h"
 #include "tool/NamedRows.h"
 #include "tool/OpenDrawing.h"
-#include "tool/Patterns.h"
 #include "tool/Progress.h"
 #include "tool/RowJson.h"
 
@@ -114,7 +113,7 @@ class FoundColumns {
       for (const auto& [label, unused] : labels_)
         labels.push_back(label);
       throw Failure(fmt::format("no selected entity has a property {}{}", columns_[column],
-                                didYouMean(columns_[column], labels)));
+                                palette::didYouMean(columns_[column], labels)));
     }
   }
 
@@ -265,7 +264,7 @@ void table(const TableRequest& request, std::ostream& out) {
     return;
   }
   Cells headings = columnsOf(request, selection);
-  std::vector<Cells> cells = readCells(headings, selection, numberStyleOf(*drawing));
+  std::vector<Cells> cells = readCells(headings, selection, numberStyleOf(*drawing, request.precise));
   if (request.format == TableFormat::text) {
     if (request.isOneOfSeveral) out << request.terminal.bold(request.drawing) << '\n';
     printForPeople(headings, cells, request.terminal, out);

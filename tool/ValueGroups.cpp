@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
-#include <numbers>
 #include <optional>
 #include <set>
 #include <utility>
@@ -43,14 +42,17 @@ std::string forShell(std::string_view text) {
 }
 
 // The value as a condition takes it; nothing for one that no condition compares.
-std::optional<std::string> literalOf(const palette::Row& row, const palette::ValueGroup& group) {
+std::optional<std::string> literalOf(const palette::Row& row, const palette::ValueGroup& group,
+                                     palette::NumberStyle style) {
   if (std::holds_alternative<std::monostate>(group.value)) return std::nullopt;
-  if (const auto* const real = std::get_if<double>(&group.value)) {
-    const double shown = row.isAngle() ? *real * 180.0 / std::numbers::pi : *real;
-    // More digits than a condition looks at.
-    return fmt::format("{:.12g}", shown);
+  const auto* const real = std::get_if<double>(&group.value);
+  if (real == nullptr) return group.text;
+  if (row.isAngle()) {
+    style.isPrecise = true;
+    return row.textOf(palette::Value::ofReal(*real), style);
   }
-  return group.text;
+  // More digits than a condition looks at.
+  return fmt::format("{:.12g}", *real);
 }
 
 bool isAmongOthers(const palette::Row& row, std::span<const palette::Row> rows) {
@@ -112,7 +114,7 @@ std::vector<SelectableValue> valuesBehind(const palette::Selection& selection, c
   const bool isAmbiguous = isAmongOthers(row, rows) || haveOwnChoices(selection, row);
   std::vector<SelectableValue> values;
   for (std::size_t i = 0; i < groups.size(); ++i) {
-    const std::optional<std::string> literal = literalOf(row, groups[i]);
+    const std::optional<std::string> literal = literalOf(row, groups[i], style);
     const bool isTold = literal && !isAmbiguous && !shared.contains(i);
     std::string option = isTold ? "--where " + forShell(operandOf(row.label()) + "=" + operandOf(*literal))
                                 : handlesOption(selection, groups[i]);

@@ -30,15 +30,5 @@ TEST(Patterns, ALongTextIsTriedWithoutTryingEverything) {
   EXPECT_FALSE(fits("*a*a*a*a*a*a*a*a*b", std::string(5000, 'a')));
 }
 
-TEST(Patterns, NamesThatWereProbablyMeantAreFound) {
-  const std::vector<std::string> names{"Radius", "Layer", "Linetype", "Linetype scale", "Lineweight"};
-  EXPECT_THAT(namesLike("Raduis", names), ElementsAre("Radius"));
-  EXPECT_THAT(namesLike("linetyp", names), ElementsAre("Linetype", "Linetype scale"));
-  EXPECT_THAT(namesLike("Thickness", names), IsEmpty());
-  EXPECT_EQ(didYouMean("Lyer", names), "; did you mean Layer?");
-  EXPECT_EQ(didYouMean("linetyp", names), "; did you mean Linetype or Linetype scale?");
-  EXPECT_EQ(didYouMean("Thickness", names, "; there are five"), "; there are five");
-}
-
 }  // namespace
 }  // namespace velt::tool

@@ -1,0 +1,118 @@
+#include "tool/FromFile.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "tests/tool/Drawings.h"
+#include "tool/Commands.h"
+#include "tool/Failure.h"
+
+namespace velt::tool {
+namespace {
+
+using namespace velt::tests;
+using testing::HasSubstr;
+
+class SetFromFile : public testing::Test {
+ protected:
+  std::string run(const std::string& json, SetRequest request = {}) {
+    request.drawing = file;
+    request.from = folder.write("values.json", json);
+    request.output = saved;
+    request.force = true;
+    std::ostringstream out;
+    std::ostringstream err;
+    code = set(request, out, err);
+    return out.str();
+  }
+  std::string failureOf(const std::string& json, SetRequest request = {}) {
+    try {
+      run(json, std::move(request));
+    } catch (const std::runtime_error& failure) {
+      return failure.what();
+    }
+    return "no failure";
+  }
+  // What the saved drawing should be.
+  std::string withReplaced(const std::string& before, const std::string& after) const {
+    std::string expected = bytes;
+    return expected.replace(expected.find(before), before.size(), after);
+  }
+
+  const TemporaryFolder folder;
+  const std::string bytes = drawingOf({{"0"}, {"Walls"}, {"Locked", 3, 4}},
+                                      line("2F", "Walls") + circle("33", "0") + circle("34", "Locked"));
+  const std::string file = folder.write("house.dxf", bytes);
+  const std::string saved = folder.path("saved.dxf");
+  ExitCode code = succeeded;
+};
+
+TEST_F(SetFromFile, WritesWhatDiffersAndNothingElse) {
+  const std::string report = run(R"({"handle":"33","values":{"Layer":"0","Radius":7.25,"Diameter":5.0}})");
+  EXPECT_EQ(code, succeeded);
+  EXPECT_EQ(contentOf(saved), withReplaced("40\n2.5\n", "40\n7.25\n"))
+      << "the diameter follows, and is not put back";
+  EXPECT_THAT(report, HasSubstr("house.dxf: 1 entity in "));
+  EXPECT_THAT(report, HasSubstr("       1 value changed\n       2 values unchanged: already there\n"));
+}
+
+TEST_F(SetFromFile, TheLayerIsWrittenLast) {
+  run(R"({"handle":"33","values":{"Layer":"Locked","Radius":7.25}})");
+  EXPECT_EQ(code, succeeded) << "nothing else could be changed on it";
+  std::ostringstream out;
+  table({.drawing = saved, .selection = {.handles = {"33"}}, .columns = {"Radius", "Layer"}}, out);
+  EXPECT_THAT(out.str(), HasSubstr("7.250   Locked"));
+}
+
+TEST_F(SetFromFile, OnlySelectedEntitiesAreWritten) {
+  const std::string values =
+      "{\"handle\":\"33\",\"values\":{\"Radius\":7.25}}\n{\"handle\":\"2F\",\"values\":{\"Start X\":9}}";
+  run(values, {.selection = {.types = {"Circle"}}});
+  EXPECT_EQ(contentOf(saved), withReplaced("40\n2.5\n", "40\n7.25\n"));
+}
+
+TEST_F(SetFromFile, AShownSelectionIsWrittenToTheSelectedOnes) {
+  const std::string values = R"({"rows":[{"name":"Radius","displayName":"Radius","value":7.25}]})";
+  EXPECT_THAT(failureOf(values), HasSubstr("which entities?"));
+  run(values, {.selection = {.types = {"Circle"}}});
+  EXPECT_EQ(code, succeeded);
+  EXPECT_EQ(contentOf(saved), withReplaced("40\n2.5\n", "40\n7.25\n")) << "the other is on a locked layer";
+}
+
+TEST_F(SetFromFile, ARefusalNamesTheEntityAndTheValue) {
+  EXPECT_THAT(run(R"({"handle":"33","values":{"Radius":-1,"Linetype scale":2}})"),
+              HasSubstr("       1 value refused\n    33 Radius=-1: The value must be greater than 0.\n"));
+  EXPECT_EQ(code, failed);
+  run(R"({"handle":"33","values":{"Radius":-1,"Linetype scale":2}})", {.keepGoing = true});
+  EXPECT_EQ(code, partlyDone);
+}
+
+TEST_F(SetFromFile, WhatCannotBeEditedIsARefusalWhereItDiffers) {
+  EXPECT_THAT(run(R"({"handle":"2F","values":{"Length":8.5}})"), HasSubstr("nothing was saved"));
+  EXPECT_EQ(code, nothingToDo) << "it is as long as that";
+  EXPECT_THAT(run(R"({"handle":"2F","values":{"Length":9}})"),
+              HasSubstr("2F Length=9: it cannot be edited: it follows from the two"));
+  EXPECT_EQ(code, failed);
+}
+
+TEST_F(SetFromFile, WhatIsNotThereIsNamedAndNothingIsWritten) {
+  const std::string good = R"({"handle":"33","values":{"Radius":7}})"
+                           "\n";
+  EXPECT_THAT(failureOf(good + R"({"handle":"99","values":{}})"),
+              HasSubstr("values.json: the drawing has no entity 99"));
+  EXPECT_THAT(failureOf(good + R"({"handle":"2F","values":{"Radius":7}})"),
+              HasSubstr("2F has no property Radius"));
+  EXPECT_THAT(failureOf(good + R"({"handle":"2F","values":{"Start X":[1,2]}})"),
+              HasSubstr("2F has 1 of Start X, and the file 2"));
+}
+
+TEST_F(SetFromFile, AssignmentsAndAFileExcludeEachOther) {
+  EXPECT_THAT(failureOf("", {.assignments = {"Radius=2"}}), HasSubstr("exclude each other"));
+  std::ostringstream out;
+  EXPECT_THROW(set({.drawing = file, .selection = {.all = true}, .dryRun = true}, out, out), UsageFailure);
+}
+
+}  // namespace
+}  // namespace velt::tool

@@ -1,0 +1,91 @@
+#include "tool/ValuesFile.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/Files.h"
+#include "tool/Failure.h"
+
+namespace velt::tool {
+namespace {
+
+using palette::PlainValue;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+ValuesFile valuesOf(const std::string& text) {
+  return parseValuesFile(text, "values.json");
+}
+
+std::string failureOfValues(const std::string& text) {
+  try {
+    valuesOf(text);
+  } catch (const Failure& failure) {
+    return failure.what();
+  }
+  return "no failure";
+}
+
+TEST(ValuesFile, OfATableEachLineIsAnEntity) {
+  const ValuesFile file = valuesOf(
+      R"({"handle":"2F","class":"Line","values":{"Layer":"0","Vertex X":[0,1.5],"@type":"LINE","Gone":null}})"
+      "\n\n"
+      R"({"handle":"30","class":"Line","values":{"Closed":true}})"
+      "\n");
+  ASSERT_EQ(file.entities.size(), 2U);
+  EXPECT_FALSE(file.isOfSelection);
+  EXPECT_EQ(file.entities[0].handle, "2F");
+  ASSERT_EQ(file.entities[0].values.size(), 2U) << "neither facts nor what the entity lacks";
+  EXPECT_EQ(file.entities[0].values[1].name, "Vertex X");
+  EXPECT_THAT(file.entities[0].values[1].values, ElementsAre(PlainValue(std::int64_t{0}), PlainValue(1.5)));
+  EXPECT_EQ(file.entities[1].values[0].values[0], PlainValue(true));
+}
+
+TEST(ValuesFile, OneLineIsATableToo) {
+  EXPECT_EQ(valuesOf(R"({"handle":"2F","values":{"Layer":"0"}})").entities.size(), 1U);
+}
+
+TEST(ValuesFile, OfAListTheRowsOfOneNameBelongTogether) {
+  const ValuesFile file = valuesOf(R"({"entities":[{"handle":"2F","values":[
+      {"name":"Vertex","displayName":"Vertex X","value":1},
+      {"name":"Vertex","displayName":"Vertex Y","value":2},
+      {"name":"Vertex","displayName":"Vertex X","value":null}]}]})");
+  ASSERT_EQ(file.entities.size(), 1U);
+  ASSERT_EQ(file.entities[0].values.size(), 2U);
+  EXPECT_EQ(file.entities[0].values[0].label, "Vertex X");
+  EXPECT_THAT(file.entities[0].values[0].values, ElementsAre(PlainValue(std::int64_t{1}), PlainValue()));
+}
+
+TEST(ValuesFile, OfAShownSelectionWhatVariesHasNoValue) {
+  const ValuesFile file = valuesOf(R"({"rows":[
+      {"name":"Layer","displayName":"Layer","value":"0","isVaries":true},
+      {"name":"Radius","displayName":"Radius","value":2.5,"isVaries":false}]})");
+  EXPECT_TRUE(file.isOfSelection);
+  EXPECT_EQ(file.ofSelection[0].values[0], PlainValue());
+  EXPECT_EQ(file.ofSelection[1].values[0], PlainValue(2.5));
+}
+
+TEST(ValuesFile, WhatIsNoneOfTheFormsIsNamed) {
+  EXPECT_THAT(failureOfValues("[1]"),
+              HasSubstr("values.json: \"entities\" is missing (what \"table --json\""));
+  EXPECT_THAT(failureOfValues("hello"), HasSubstr("values.json: line 1: not JSON"));
+  EXPECT_THAT(failureOfValues("{\"handle\":\"2F\",\"values\":{}}\n{\"handle\":7,\"values\":{}}"),
+              HasSubstr("line 2: \"handle\" is not a text"));
+  EXPECT_THAT(failureOfValues(R"({"handle":"2F","values":{"Layer":{}}})"),
+              HasSubstr("the value of Layer is not a number, a text, true, false or null"));
+  EXPECT_THAT(failureOfValues(R"({"handle":"2F"})"), HasSubstr("\"values\" is missing"));
+  EXPECT_THAT(failureOfValues(R"({"entities":7})"), HasSubstr("\"entities\" is not a list"));
+  EXPECT_THAT(failureOfValues(R"({"rows":7})"), HasSubstr("the values are not a list"));
+}
+
+TEST(ValuesFile, AFileThatIsNotThereIsNamed) {
+  try {
+    readValuesFile("/nowhere/values.json");
+    FAIL() << "a missing file was read";
+  } catch (const Failure& failure) {
+    EXPECT_STREQ(failure.what(), "/nowhere/values.json: cannot be read");
+  }
+}
+
+}  // namespace
+}  // namespace velt::tool
