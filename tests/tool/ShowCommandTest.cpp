@@ -233,7 +233,7 @@ TEST_F(ShowCommand, ARowThatEntitiesRefuseSaysOfHowManyAndWhy) {
   std::ostringstream text, json;
   show({.drawing = file, .selection = {.all = true}}, text);
   EXPECT_THAT(text.str(), ContainsRegex("\n  Lineweight .*\\(refused by 1 of 1: note [0-9]\\)\n"));
-  EXPECT_THAT(text.str(), HasSubstr("Note 1: the drawing's format has no place"));
+  EXPECT_THAT(text.str(), HasSubstr("Note 1: a drawing in the format DXF R12 has none; DXF R13 and later have"));
   EXPECT_THAT(text.str(), ContainsRegex("\n  Layer +0 +\\[choices\\]\n"));
   show({.drawing = file, .selection = {.all = true}, .json = true}, json);
   const nlohmann::json parsed = nlohmann::json::parse(json.str());
