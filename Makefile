@@ -2,7 +2,7 @@
 PREFIX ?= /usr/local
 SECONDS_PER_TARGET ?= 60
 
-.PHONY: run palette test bench fuzz asan asan-layer tsan coverage docs install package format lint accept-golden clean
+.PHONY: run palette test bench fuzz asan asan-layer tsan coverage docs install package dist format lint accept-golden clean
 
 run:
 	@scripts/install-dependencies build
@@ -51,7 +51,10 @@ install:
 
 package:
 	@scripts/install-dependencies build package
-	@scripts/build release velt_product && cd build/release && cpack
+	@scripts/build package velt_product && cd build/package && cpack
+
+dist:
+	@scripts/dist build
 
 format:
 	@scripts/install-dependencies style

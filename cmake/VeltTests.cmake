@@ -148,7 +148,8 @@ file(GLOB_RECURSE veltPublicHeaders CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE
 if(EXISTS "${PROJECT_SOURCE_DIR}/propdata/VeltPropData.h")
   list(APPEND veltPublicHeaders propdata/VeltPropData.h)
 endif()
-list(APPEND veltPublicHeaders palette/Export.h palette/Palette.h hostcheck/HostCheck.h hostcheck/HostModule.h embedded/sources/Plugin.h)
+list(APPEND veltPublicHeaders palette/Export.h palette/Palette.h hostcheck/HostCheck.h hostcheck/HostModule.h embedded/sources/Plugin.h
+  embedded/sources/PluginProperty.h)
 set(veltHeaderUnits)
 foreach(header IN LISTS veltPublicHeaders)
   set(unit "${CMAKE_BINARY_DIR}/generated/headers/${header}.cpp")

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "embedded/sources/LoadedPlugins.h"
+#include "embedded/sources/PluginCall.h"
 #include "palette/Palette.h"
 #include "tool/CleanOutput.h"
 #include "tool/Commands.h"
@@ -22,6 +23,7 @@
 #include "tool/ManPages.h"
 #include "tool/OpenDrawing.h"
 #include "tool/Pager.h"
+#include "tool/PluginFiles.h"
 #include "tool/Terminal.h"
 #include "tool/Version.h"
 
@@ -102,18 +104,20 @@ void addKeepGoing(CLI::App& command, bool& keepsGoing) {
 }
 
 void addPlugins(CLI::App& command, std::vector<std::string>& plugins) {
-  command.add_option("--plugin", plugins, "Plug-in that adds rows of its own (may be repeated)")
-      ->type_name("FILE.so")
+  command
+      .add_option(
+          "--plugin", plugins,
+          "Plug-in that adds rows of its own: a file, or the name of an installed one\n(may be repeated)")
+      ->type_name("PLUGIN")
       ->allow_extra_args(false);
 }
 
 // A plug-in that cannot be loaded ends the command, since what was asked for would lack its rows, unless asked to go on.
 // One that misbehaves later is a message.
 void loadPlugins(sources::LoadedPlugins& plugins, const std::vector<std::string>& files, bool keepGoing) {
-  for (const std::string& file : files) {
-    if (!std::filesystem::exists(file)) throw Failure(fmt::format("{}: no such plug-in", file));
-    if (!plugins.load(file) && !keepGoing)
-      throw Failure(fmt::format("{}: not loaded (--keep-going does without it)", file));
+  for (const std::string& name : files) {
+    if (!plugins.load(pluginFile(name)) && !keepGoing)
+      throw Failure(fmt::format("{}: not loaded (--keep-going does without it)", name));
   }
 }
 
@@ -161,7 +165,9 @@ struct CommandLine {
     app.footer(
         "Several drawings are looked at one after the other; one that cannot be read does not stop the "
         "others.\n"
-        "Environment: PAGER shows what is longer than the terminal, NO_COLOR turns colors off.\n"
+        "Environment: PAGER shows what is longer than the terminal, NO_COLOR turns colors off, and "
+        "VELT_PLUGIN_PATH has\n"
+        "folders with plug-ins, separated by colons.\n"
         "Exit codes: 0 done, 1 failed, 2 wrong usage; of set also 3 nothing to do, 4 partly done.\n"
         "\"veltprops COMMAND --help\" tells more.");
 
@@ -476,6 +482,8 @@ struct CommandLine {
     infoRequest.terminal = diffRequest.terminal = explainRequest.terminal = asWideAsAsked(terminal);
     showRequest.selection = listRequest.selection = tableRequest.selection = subject.selection;
     setRequest.selection = diffRequest.selection = explainRequest.selection = subject.selection;
+    std::optional<sources::CrashNotice> crashes;
+    if (!plugins.empty()) crashes.emplace("veltprops");
     sources::LoadedPlugins loaded([&](const std::string& line) { err << "veltprops: " << line << '\n'; });
     loadPlugins(loaded, plugins, keepsGoing || setRequest.keepGoing);
     if (setCommand->parsed()) return runSet(out, err, plainOut);

@@ -12,6 +12,7 @@
 #include "palette/Palette.h"
 #include "tool/NamedRows.h"
 #include "tool/OpenDrawing.h"
+#include "tool/PluginFiles.h"
 
 namespace velt::tool {
 
@@ -183,7 +184,12 @@ std::vector<Candidate> listed(const std::string& typed, const std::vector<std::s
 
 Completion valuesOf(const CLI::Option& option, const std::string& typed, const Subject& subject) {
   const auto is = [&](const char* name) { return option.check_lname(name); };
-  if (is("plugin")) return {.files = pluginFiles};
+  if (is("plugin")) {
+    Completion plugins{.files = pluginFiles};
+    for (std::string& name : installedPlugins())
+      plugins.candidates.push_back({std::move(name)});
+    return plugins;
+  }
   if (is("output") || is("from")) return {.files = anyFiles};
   const AskedDrawing drawing(subject);
   if (is("layer")) return {listed(typed, drawing.layers())};

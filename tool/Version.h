@@ -6,5 +6,7 @@ namespace velt::tool {
 extern const char* const version;
 // Of that version, as 2026-11-22.
 extern const char* const releaseDate;
+// Where an installation keeps plug-ins, from the folder of the program on.
+extern const char* const pluginFolderFromProgram;
 
 }  // namespace velt::tool

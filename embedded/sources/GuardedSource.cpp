@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "embedded/com/ComObject.h"
+#include "embedded/sources/PluginCall.h"
 #include "holders/StringHolder.h"
 #include "holders/VariantHolder.h"
 #include "host/com/ComError.h"
@@ -22,6 +23,7 @@ using Reports = std::shared_ptr<PluginReports>;
 // Calls a method of the plug-in, and turns an exception into a result. `method` is its name for messages.
 template <class Call>
 HRESULT guarded(PluginReports& reports, const char* method, Call&& call) {
+  const PluginCall calling(reports.plugin().c_str(), method);
   try {
     return call();
   } catch (const _com_error& error) {

@@ -8,6 +8,7 @@
 #include "embedded/database/ObjectClass.h"
 #include "embedded/sources/GuardedSource.h"
 #include "embedded/sources/Plugin.h"
+#include "embedded/sources/PluginCall.h"
 #include "embedded/sources/SourceRegistry.h"
 #include "host/com/ComError.h"
 
@@ -121,6 +122,7 @@ std::string loaderMessage() {
 
 bool registers(EntryPoint entryPoint, Registration& registration, PluginReports& reports) {
   std::int32_t answer = 0;
+  const PluginCall calling(reports.plugin().c_str(), entryPointName);
   try {
     answer = entryPoint(&registration);
   } catch (...) {

@@ -51,6 +51,8 @@ class PluginReports {
 
   PluginReports(std::string plugin, Sink sink) : plugin_(std::move(plugin)), sink_(std::move(sink)) {}
 
+  [[nodiscard]] const std::string& plugin() const { return plugin_; }
+
   // May be called on every thread. `what` is a sentence without the plug-in's name.
   void tell(Trouble trouble, std::string_view what);
 
@@ -59,7 +61,7 @@ class PluginReports {
 
  private:
   std::mutex mutex_;
-  std::string plugin_;
+  const std::string plugin_;
   Sink sink_;
   std::set<Trouble> told_;
 };

@@ -18,7 +18,7 @@ def public_headers(root):
     headers += [path for path in house.files_below(root, ("propdata",), (".h",)) if path.name == "VeltPropData.h"]
     headers += [path for path in house.files_below(root, ("palette",), (".h",)) if len(path.parts) == 2]
     headers += [path for path in house.files_below(root, ("hostcheck",), (".h",)) if path.name in HOST_CHECK]
-    headers += [path for path in house.files_below(root, ("embedded",), (".h",)) if path.name == "Plugin.h"]
+    headers += [path for path in house.files_below(root, ("embedded",), (".h",)) if path.name in ("Plugin.h", "PluginProperty.h")]
     return headers
 
 

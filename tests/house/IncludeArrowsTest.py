@@ -95,7 +95,7 @@ def may_include(place, target):
 
 
 # All that plug-ins may include of the host that they are loaded into.
-PLUGIN_HEADER = "embedded/sources/Plugin.h"
+PLUGIN_HEADERS = ("embedded/sources/Plugin.h", "embedded/sources/PluginProperty.h")
 
 # First component of an include in angle brackets, and the folders that may use it.
 THIRD_PARTY = {
@@ -141,8 +141,8 @@ def violation_of(root, path, quoted, angled, other):
         target = place_of(quoted)
         if target is None or not may_include(place, target):
             return f'"{quoted}": {place}/ may not include {target or quoted}'
-        if folder == "plugins" and target.startswith("embedded") and quoted != PLUGIN_HEADER:
-            return f'"{quoted}": plug-ins may include no header of embedded/ but {PLUGIN_HEADER}'
+        if folder == "plugins" and target.startswith("embedded") and quoted not in PLUGIN_HEADERS:
+            return f'"{quoted}": plug-ins may include no header of embedded/ but ' + " and ".join(PLUGIN_HEADERS)
         if not (root / quoted).is_file():
             return f'"{quoted}" does not exist'
         return None

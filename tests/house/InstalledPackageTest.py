@@ -161,9 +161,21 @@ class AnInstallation(unittest.TestCase):
         listed = house.text_of(self.prefix / "share" / "doc" / "veltpropdata" / "needed-symbols.txt")
         self.assertEqual(house.text_of(house.source_root() / "tests" / "golden" / "needed_symbols.txt"), listed)
 
-    def test_installs_the_public_headers_of_the_palette_library_and_no_others(self):
-        headers = self.prefix / "include" / "velt" / "palette"
-        self.assertEqual(["Export.h", "Palette.h"], sorted(path.name for path in headers.rglob("*")))
+    def test_installs_public_headers_and_no_inner_ones(self):
+        headers = self.prefix / "include" / "velt"
+        inner = {folder: sorted(str(path.relative_to(headers / folder)) for path in (headers / folder).rglob("*.h"))
+                 for folder in ("propdata", "palette", "embedded", "hostcheck")}
+        self.assertEqual({"propdata": ["VeltPropData.h", "Version.h"],
+                          "palette": ["Export.h", "Palette.h"],
+                          "embedded": ["database/Drawing.h", "database/Table.h", "sources/LoadedPlugins.h",
+                                       "sources/Plugin.h", "sources/PluginProperty.h", "sources/PluginReports.h"],
+                          "hostcheck": ["HostCheck.h", "HostModule.h"]}, inner)
+
+    def test_installs_headers_that_need_no_others(self):
+        headers = self.prefix / "include" / "velt"
+        everything = "".join(f'#include "{path.relative_to(headers)}"\n' for path in sorted(headers.rglob("*.h")))
+        (self.root / "everything.cpp").write_text(everything, encoding="utf-8")
+        run(self.compiler, "-std=c++20", "-fsyntax-only", f"-I{headers}", self.root / "everything.cpp")
 
     def test_serves_a_plugin_that_begins_as_a_copy_of_a_sample(self):
         tool = self.prefix / "bin" / "veltprops"

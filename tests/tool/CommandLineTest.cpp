@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -472,6 +473,30 @@ TEST(CommandLine, ADrawingPassesThroughStandardInputAndOutput) {
                       + " | " + tool + " table - --all --columns Radius --csv"),
             "Radius\n4.000\n");
   EXPECT_THAT(contentOf(folder.path("report")), HasSubstr("1 changed"));
+}
+
+TEST(CommandLine, APluginIsFoundByItsName) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("a.dxf", drawingOf({{"0"}}, circle("2F", "0")));
+  setenv("VELT_PLUGIN_PATH", pluginFolder().c_str(), 1);
+  const Outcome shown = veltprops({"show", file.c_str(), "--all", "--plugin", "material"});
+  const Outcome table =
+      veltprops({"table", file.c_str(), "--all", "--plugin", "material", "--columns", "Material", "--csv"});
+  const Outcome list =
+      veltprops({"list", file.c_str(), "--plugin", "material", "--where", "Material=Concrete"});
+  unsetenv("VELT_PLUGIN_PATH");
+  EXPECT_THAT(shown.out, ContainsRegex("Material +Concrete"));
+  EXPECT_EQ(table.out, "Material\nConcrete\n");
+  EXPECT_THAT(list.out, HasSubstr("2F"));
+}
+
+TEST(CommandLine, ACrashNamesThePluginThatWasBeingCalled) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("a.dxf", drawingOf({{"0"}}, circle("2F", "0")));
+  const std::string tool = (buildFolder() / "bin" / "veltprops").string();
+  const std::string plugin = (testPluginFolder() / "Crashes.so").string();
+  EXPECT_THAT(printedBy("ulimit -c 0; " + tool + " show " + file + " --all --plugin " + plugin + " 2>&1"),
+              HasSubstr("veltprops: plug-in Crashes.so crashed in GetCurrentValueData\n"));
 }
 
 TEST(CommandLine, StandardInputIsReadOnceAndIsNoFileToSaveTo) {

@@ -1,0 +1,21 @@
+# Run by CPack for what it has laid out, before it makes a package of it.
+file(GLOB_RECURSE everything LIST_DIRECTORIES false "${CPACK_TEMPORARY_DIRECTORY}/*")
+foreach(file IN LISTS everything)
+  if(IS_SYMLINK "${file}")
+    continue()
+  endif()
+  if(file MATCHES "/man/man1/[^/]*[.]1$" OR file MATCHES "/doc/[^/]*/changelog$")
+    execute_process(COMMAND gzip -9nf "${file}" COMMAND_ERROR_IS_FATAL ANY)
+  elseif(file MATCHES "/bin/[^/]*$" OR file MATCHES "[.]so[.0-9]*$")
+    # Below /usr the loader finds the libraries without a hint.
+    file(RPATH_REMOVE FILE "${file}")
+  elseif(file MATCHES "/zsh/site-functions/")
+    # Packages have a folder of their own for completions of zsh.
+    string(REPLACE "/site-functions/" "/vendor-completions/" moved "${file}")
+    get_filename_component(before "${file}" DIRECTORY)
+    get_filename_component(after "${moved}" DIRECTORY)
+    file(MAKE_DIRECTORY "${after}")
+    file(RENAME "${file}" "${moved}")
+    file(REMOVE_RECURSE "${before}")
+  endif()
+endforeach()
