@@ -1,0 +1,67 @@
+"""The Debian packages hold what they are for, and lintian finds nothing to complain of."""
+
+import pathlib
+import re
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+import house
+
+
+@unittest.skipUnless(house.build_root(), "started by hand, without a build folder")
+@unittest.skipIf(house.is_instrumented(), "an instrumented library is not for installing")
+@unittest.skipUnless(shutil.which("dpkg-deb") and shutil.which("dpkg-shlibdeps"), "no Debian machine")
+class ThePackages(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory()
+        made = subprocess.run(["cpack", "-G", "DEB", "-B", cls.folder.name], cwd=house.build_root(), check=False, text=True,
+                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+        if made.returncode != 0:
+            raise AssertionError(made.stdout)
+        cls.files = {path.name.split("_")[0]: path for path in pathlib.Path(cls.folder.name).glob("*.deb")}
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.folder.cleanup()
+
+    def held(self, package):
+        listed = subprocess.run(["dpkg-deb", "-c", self.files[package]], check=True, capture_output=True, text=True).stdout
+        return [line.split(" ./", 1)[1].split(" -> ")[0] for line in listed.splitlines() if not line.endswith("/")]
+
+    def test_are_three(self):
+        self.assertEqual({"libveltpropdata0", "libveltpropdata-dev", "veltprops"}, set(self.files))
+
+    def test_part_the_layer_from_what_builds_on_it_and_from_the_tools(self):
+        for name in self.held("libveltpropdata0"):
+            self.assertRegex(name, r"^usr/lib/(.*/)?libVeltPropData\.so\.|^usr/share/(doc|lintian)/")
+        for name in self.held("libveltpropdata-dev"):
+            self.assertRegex(name, r"^usr/include/velt/|\.so$|/cmake/|/pkgconfig/|^usr/share/doc/libveltpropdata-dev/")
+        tools = "\n".join(self.held("veltprops"))
+        for part in (r"bin/veltprops$", r"velt/plugins/material\.so$", r"man1/veltprops-show\.1\.gz$", r"docs/plugins\.md$",
+                     r"vendor-completions/_veltprops$", r"plugins/serial/Serial\.cpp$", r"velt/hosts/embedded-host\.so$"):
+            self.assertTrue(re.search(part, tools, re.MULTILINE), part)
+
+    def test_say_who_owns_them_and_what_changed(self):
+        for package in self.files:
+            names = self.held(package)
+            self.assertIn(f"usr/share/doc/{package}/copyright", names)
+            self.assertIn(f"usr/share/doc/{package}/changelog.gz", names)
+
+    def test_find_the_layer_that_they_need(self):
+        needs = subprocess.run(["dpkg-deb", "-f", self.files["veltprops"], "Depends"], check=True, capture_output=True,
+                               text=True).stdout
+        self.assertRegex(needs, r"libveltpropdata0 \(= ")
+
+    @unittest.skipUnless(shutil.which("lintian"), "lintian is not installed")
+    def test_are_as_lintian_wants_them(self):
+        told = subprocess.run(["lintian", *self.files.values()], check=False, capture_output=True, text=True).stdout
+        # Where a build for /usr/local has no folder of its own for each architecture.
+        told = "".join(line for line in told.splitlines(True) if "pkg-config-unavailable-for-cross-compilation" not in line)
+        self.assertEqual("", told)
+
+
+if __name__ == "__main__":
+    unittest.main()
