@@ -26,10 +26,10 @@ set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME "libveltpropdata${PROJECT_VERSION_MAJOR}")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA "${PROJECT_SOURCE_DIR}/packaging/triggers")
 set(CPACK_COMPONENT_LIBRARY_DESCRIPTION "property layer of a CAD palette
- The data layer that the property palette of a CAD program calls: it merges
- the properties of the selected entities into one list, says how each one is
- edited, and writes a changed value back. The program that loads it supplies
- what it calls.")
+The data layer that the property palette of a CAD program calls: it merges
+the properties of the selected entities into one list, says how each one is
+edited, and writes a changed value back. The program that loads it supplies
+what it calls.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libveltpropdata-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
@@ -37,18 +37,18 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SHLIBDEPS OFF)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
   "libveltpropdata${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION}), veltprops (= ${PROJECT_VERSION})")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "property layer of a CAD palette - development files
- The public headers of the property layer, of the palette library and of the
- embedded host, with their CMake package and pkg-config files.")
+The public headers of the property layer, of the palette library and of the
+embedded host, with their CMake package and pkg-config files.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME veltprops)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_CONTROL_EXTRA "${PROJECT_SOURCE_DIR}/packaging/triggers")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "libveltpropdata${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION})")
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION "properties of the entities of DXF drawings on the command line
- Shows, compares and changes properties of entities in DXF drawings as the
- property palette of a CAD program does, without one: the program veltprops,
- an embedded host with a drawing database, sample plug-ins, a check for hosts,
- and the guides for authors of plug-ins, palettes and hosts.")
+Shows, compares and changes properties of entities in DXF drawings as the
+property palette of a CAD program does, without one: the program veltprops,
+an embedded host with a drawing database, sample plug-ins, a check for hosts,
+and the guides for authors of plug-ins, palettes and hosts.")
 
 # What each package has besides its component: the notice of copyright, and the list of changes.
 execute_process(COMMAND env LC_ALL=C date -R -u -d "${VELT_RELEASE_DATE}" OUTPUT_VARIABLE VELT_RELEASE_DATE_LONG
