@@ -17,7 +17,7 @@ file(GLOB_RECURSE veltWindowHeaders CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/win
 add_library(velt_window STATIC ${veltWindowSources} ${veltWindowHeaders})
 # Qt's headers are read as those of the system, and what moc writes is not ours to warn of.
 set_target_properties(velt_window PROPERTIES AUTOMOC ON)
-target_link_libraries(velt_window PRIVATE velt_common PUBLIC velt_tool Qt6::Widgets)
+target_link_libraries(velt_window PRIVATE velt_common PUBLIC velt_tool velt_view Qt6::Widgets)
 target_compile_definitions(velt_window PUBLIC QT_NO_KEYWORDS)
 
 add_executable(veltpalette "${veltWindowMain}")

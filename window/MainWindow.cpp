@@ -19,7 +19,9 @@
 #include <utility>
 
 #include "dxf/FileReplacement.h"
+#include "tool/EntitySelection.h"
 #include "window/EntityModel.h"
+#include "window/drawing/DrawingPane.h"
 #include "window/palette/PalettePane.h"
 
 namespace velt::window {
@@ -28,6 +30,7 @@ MainWindow::MainWindow(std::unique_ptr<Session> session, QWidget* parent)
     : QMainWindow(parent),
       entities_(new EntityModel(this)),
       list_(new QTableView(this)),
+      view_(new DrawingPane(this)),
       palette_(new PalettePane(this)),
       watcher_(new QFileSystemWatcher(this)) {
   list_->setObjectName("entities");
@@ -39,18 +42,31 @@ MainWindow::MainWindow(std::unique_ptr<Session> session, QWidget* parent)
   list_->verticalHeader()->hide();
   list_->horizontalHeader()->setStretchLastSection(true);
 
+  auto* const left = new QSplitter(Qt::Vertical, this);
+  left->addWidget(view_);
+  left->addWidget(list_);
+  left->setStretchFactor(0, 4);
+  left->setStretchFactor(1, 1);
   auto* const halves = new QSplitter(this);
-  halves->addWidget(list_);
+  halves->addWidget(left);
   halves->addWidget(palette_);
-  halves->setStretchFactor(0, 1);
-  halves->setStretchFactor(1, 1);
+  halves->setStretchFactor(0, 5);
+  halves->setStretchFactor(1, 3);
   setCentralWidget(halves);
   setAcceptDrops(true);
-  resize(960, 640);
+  resize(1280, 800);
   addMenus();
 
   connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &MainWindow::takeListSelection);
+  connect(view_, &DrawingPane::selected, this, &MainWindow::select);
+  connect(view_, &DrawingPane::hovered, this, [this](const VkDbObjectId& entity) {
+    if (entity.isNull()) return statusBar()->clearMessage();
+    statusBar()->showMessage(QString("%1 %2, %3")
+                                 .arg(QString::fromStdString(tool::className(entity)),
+                                      QString::fromStdString(tool::handleText(entity)),
+                                      QString::fromStdString(tool::layerName(entity))));
+  });
   connect(palette_, &PalettePane::wanted, this, [this](const std::vector<VkDbObjectId>& entities) {
     // Not while the palette is still at work with what is shown.
     QMetaObject::invokeMethod(
@@ -65,6 +81,7 @@ MainWindow::MainWindow(std::unique_ptr<Session> session, QWidget* parent)
 
 MainWindow::~MainWindow() {
   palette_->setSession(nullptr);
+  view_->setDrawing(nullptr);
   entities_->setDrawing(nullptr);
 }
 
@@ -97,8 +114,15 @@ void MainWindow::addMenus() {
   save_->setObjectName("save");
   edit->addSeparator();
   edit->addAction(tr("Select &all"), QKeySequence::SelectAll, list_, &QTableView::selectAll);
+  edit->addAction(tr("Select &nothing"), this, [this] { select({}); });
   edit->addAction(tr("&Copy rows"), this,
                   [this] { QApplication::clipboard()->setText(palette_->rowsAsText('\t')); });
+
+  QMenu* const view = menuBar()->addMenu(tr("&View"));
+  view->addAction(tr("&Fit"), view_, &DrawingPane::fit);
+  QAction* const dark = view->addAction(tr("&Dark background"), view_, &DrawingPane::setDark);
+  dark->setCheckable(true);
+  dark->setChecked(true);
 }
 
 // --- the selection ------------------------------------------------------------------------------------------
@@ -112,12 +136,7 @@ void MainWindow::select(const std::vector<VkDbObjectId>& entities) {
   isSelecting_ = true;
   list_->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
   isSelecting_ = false;
-  try {
-    session_->select(entities);
-  } catch (const palette::Error& error) {
-    fail(tr("The entities cannot be selected"), QString::fromStdString(error.what()));
-  }
-  palette_->setSession(session_.get());
+  showSelection(entities);
 }
 
 void MainWindow::takeListSelection() {
@@ -125,17 +144,26 @@ void MainWindow::takeListSelection() {
   std::vector<VkDbObjectId> entities;
   for (const QModelIndex& row : list_->selectionModel()->selectedRows())
     entities.push_back(entities_->entityAt(row.row()));
+  showSelection(entities);
+}
+
+void MainWindow::showSelection(const std::vector<VkDbObjectId>& entities) {
   try {
-    session_->select(std::move(entities));
+    session_->select(entities);
   } catch (const palette::Error& error) {
     fail(tr("The entities cannot be selected"), QString::fromStdString(error.what()));
   }
   palette_->setSession(session_.get());
+  view_->setSelected(entities);
 }
 
 // What depends on the drawing's values, its history and its file.
 void MainWindow::refresh() {
   entities_->refresh();
+  if (const std::uint64_t revision = session_->drawing().revision(); revision != drawnRevision_) {
+    drawnRevision_ = revision;
+    view_->redraw();
+  }
   undo_->setEnabled(session_->canUndo());
   redo_->setEnabled(session_->canRedo());
   const std::vector<std::string> history = session_->history();
@@ -153,8 +181,11 @@ void MainWindow::refresh() {
 
 void MainWindow::takeSession(std::unique_ptr<Session> session) {
   palette_->setSession(nullptr);
+  view_->setDrawing(nullptr);
   entities_->setDrawing(nullptr);
   session_ = std::move(session);
+  drawnRevision_ = session_->drawing().revision();
+  view_->setDrawing(&session_->drawing());
   entities_->setDrawing(&session_->drawing());
   palette_->setSession(session_.get());
   watch();

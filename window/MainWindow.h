@@ -1,6 +1,6 @@
 #pragma once
 
-// The window: the entities of a drawing on the left, the palette of those that are selected on the right.
+// The window: the drawing and the list of its entities on the left, the palette of those that are selected on the right.
 
 #include <QMainWindow>
 #include <memory>
@@ -13,6 +13,7 @@ class QTableView;
 
 namespace velt::window {
 
+class DrawingPane;
 class EntityModel;
 class PalettePane;
 
@@ -24,7 +25,7 @@ class MainWindow : public QMainWindow {
   ~MainWindow() override;
 
   [[nodiscard]] Session& session() { return *session_; }
-  // Selects these entities, in the list too.
+  // Selects these entities, in the drawing and the list too.
   void select(const std::vector<VkDbObjectId>& entities);
 
  protected:
@@ -41,6 +42,7 @@ class MainWindow : public QMainWindow {
   bool mayForgetChanges();
   void takeSession(std::unique_ptr<Session> session);
   void takeListSelection();
+  void showSelection(const std::vector<VkDbObjectId>& entities);
   void refresh();
   void watch();
   void exportRows();
@@ -49,11 +51,14 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<Session> session_;
   EntityModel* entities_;
   QTableView* list_;
+  DrawingPane* view_;
   PalettePane* palette_;
   QFileSystemWatcher* watcher_;
   QAction* undo_ = nullptr;
   QAction* redo_ = nullptr;
   QAction* save_ = nullptr;
+  // Of the drawing, as the pane shows it.
+  std::uint64_t drawnRevision_ = 0;
   bool isSelecting_ = false;
   bool isSaving_ = false;
 };

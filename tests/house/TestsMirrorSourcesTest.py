@@ -19,6 +19,8 @@ COVERED_ELSEWHERE = [
      "holds main() and what it alone needs"),
     ("window/EntityModel.cpp", "tests/window/MainWindowTest.cpp",
      "a list is tested in the window that shows it"),
+    ("window/drawing/*.cpp", "tests/window/MainWindowTest.cpp",
+     "a pane is tested by what a user does in the window"),
     ("window/palette/*.cpp", "tests/window/MainWindowTest.cpp",
      "a pane is tested by what a user does in the window"),
     ("hostcheck/program/Main.cpp", None,

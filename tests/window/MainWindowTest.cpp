@@ -10,12 +10,16 @@
 #include <QTableView>
 #include <QTest>
 #include <QTreeView>
+#include <QWheelEvent>
+#include <cmath>
 #include <cstdlib>
 
+#include "embedded/database/Lens.h"
 #include "samples/FloorPlan.h"
 #include "tests/support/Files.h"
 #include "tests/window/Application.h"
 #include "window/EntityModel.h"
+#include "window/drawing/DrawingPane.h"
 #include "window/palette/PaletteModel.h"
 
 namespace velt::window {
@@ -26,6 +30,7 @@ class Window : public Application {
   void SetUp() override {
     window_ = std::make_unique<MainWindow>(std::make_unique<Session>(file_));
     window_->show();
+    QCoreApplication::processEvents();
   }
   template <class Widget>
   Widget& part(const char* name) {
@@ -185,6 +190,96 @@ TEST_F(Window, SavesTheDrawing) {
   part<QAction>("save").trigger();
   EXPECT_EQ(tests::contentOf(file_), session().drawing().document().bytes());
   EXPECT_FALSE(window_->isWindowModified());
+}
+
+// Zooms to a place on the edge of the one circle that is selected, where nothing else is near, and answers its pixel.
+QPoint zoomToEdge(Session& session, DrawingPane& view) {
+  const auto object = database::resolve(session.selected().front());
+  const database::Lens circle(session.drawing(), object->record);
+  const database::Point center = circle.point(10, "AcDbCircle");
+  const double radius = circle.real(40, "AcDbCircle", 0);
+  constexpr double angle = 2;
+  constexpr double pixelsOfRadius = 4000;
+  Sight sight = view.sight();
+  sight.center = {center[0] + radius * std::cos(angle), center[1] + radius * std::sin(angle)};
+  sight.scale = pixelsOfRadius / radius;
+  view.setSight(sight);
+  view.grab();
+  return sight.pixel(sight.center).toPoint();
+}
+
+TEST_F(Window, AClickInTheDrawingSelectsWhatIsUnderThePointer) {
+  auto& view = part<DrawingPane>("drawing");
+  selectClass("Circle");
+  const VkDbObjectId wanted = session().selected().front();
+  window_->select({wanted});
+  const QPoint edge = zoomToEdge(session(), view);
+  window_->select({});
+  QTest::mouseClick(&view, Qt::LeftButton, {}, edge);
+  ASSERT_EQ(session().selected().size(), 1U);
+  EXPECT_EQ(session().selected()[0], wanted);
+  EXPECT_NE(shown("Radius"), "");
+  QTest::mouseClick(&view, Qt::LeftButton, Qt::ControlModifier, edge);
+  EXPECT_TRUE(session().selected().empty()) << "taken away";
+}
+
+void drag(QWidget& widget, QPoint from, QPoint to, Qt::KeyboardModifiers keys = {}) {
+  QTest::mousePress(&widget, Qt::LeftButton, keys, from);
+  QTest::mouseMove(&widget, to);
+  QTest::mouseRelease(&widget, Qt::LeftButton, keys, to);
+}
+
+TEST_F(Window, AWindowToTheRightSelectsWhatLiesWithinAndToTheLeftWhatItTouches) {
+  auto& view = part<DrawingPane>("drawing");
+  const QPoint low(1, 1);
+  const QPoint high(view.sight().size.width() - 1, view.sight().size.height() - 1);
+  drag(view, low, high);
+  const std::size_t all = session().selected().size();
+  EXPECT_GT(all, 100U);
+
+  const QPoint middle = (low + high) / 2;
+  drag(view, low, middle);
+  const std::size_t within = session().selected().size();
+  drag(view, middle, low);
+  const std::size_t touched = session().selected().size();
+  EXPECT_LT(within, touched);
+  EXPECT_LT(touched, all);
+  drag(view, low, high, Qt::ShiftModifier);
+  EXPECT_EQ(session().selected().size(), all) << "added";
+}
+
+TEST_F(Window, TheWheelZoomsAtThePointer) {
+  auto& view = part<DrawingPane>("drawing");
+  const QPoint at(120, 90);
+  const view::Vector2 under = view.sight().point(at);
+  const double scale = view.sight().scale;
+  QWheelEvent turn(at, view.mapToGlobal(at), {}, {0, 240}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                   false);
+  QCoreApplication::sendEvent(&view, &turn);
+  EXPECT_GT(view.sight().scale, 1.5 * scale);
+  EXPECT_NEAR(view.sight().point(at).x, under.x, 1e-9 * std::abs(under.x) + 1e-9);
+  EXPECT_NEAR(view.sight().point(at).y, under.y, 1e-9 * std::abs(under.y) + 1e-9);
+  QTest::keyClick(&view, Qt::Key_Home);
+  EXPECT_DOUBLE_EQ(view.sight().scale, scale);
+}
+
+TEST_F(Window, TheDrawingShowsWhatIsSelectedAndWhatAWriteHasChanged) {
+  auto& view = part<DrawingPane>("drawing");
+  const QImage before = view.grab().toImage();
+  selectClass("Circle");
+  const QImage selected = view.grab().toImage();
+  EXPECT_NE(before, selected);
+  type("Radius", "250");
+  EXPECT_NE(view.grab().toImage(), selected);
+  part<QAction>("undo").trigger();
+  EXPECT_EQ(view.grab().toImage(), selected);
+}
+
+TEST_F(Window, EscapeSelectsNothing) {
+  selectClass("Circle");
+  QTest::keyClick(&part<DrawingPane>("drawing"), Qt::Key_Escape);
+  EXPECT_TRUE(session().selected().empty());
+  EXPECT_EQ(rows().model()->rowCount(), 0);
 }
 
 // For people to look at: VELT_PICTURES names a folder for it.

@@ -1,0 +1,307 @@
+#include "window/drawing/DrawingPane.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QTabBar>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+
+#include "palette/Palette.h"
+#include "view/Svg.h"
+
+namespace velt::window {
+
+namespace {
+
+constexpr int restMilliseconds = 60;
+constexpr double reachPixels = 5;
+constexpr double zoomStep = 1.25;
+constexpr double panStep = 60;
+// Curves are drawn for a picture this many times as large as is seen, so that zooming in does not show corners at once.
+constexpr double spareScale = 4;
+
+}  // namespace
+
+DrawingPane::DrawingPane(QWidget* parent) : QWidget(parent), tabs_(new QTabBar(this)) {
+  setObjectName("drawing");
+  setAccessibleName(tr("Drawing"));
+  setFocusPolicy(Qt::StrongFocus);
+  setMouseTracking(true);
+  setMinimumSize(200, 200);
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  tabs_->setObjectName("spaces");
+  tabs_->setAccessibleName(tr("Model space and layouts"));
+  tabs_->setShape(QTabBar::RoundedSouth);
+  tabs_->setExpanding(false);
+  connect(tabs_, &QTabBar::currentChanged, this, &DrawingPane::showSpace);
+  rest_.setSingleShot(true);
+  rest_.setInterval(restMilliseconds);
+  connect(&rest_, &QTimer::timeout, this, [this] {
+    frame_ = QImage();
+    update();
+  });
+}
+
+DrawingPane::~DrawingPane() = default;
+
+void DrawingPane::setDrawing(const database::Drawing* drawing) {
+  drawing_ = drawing;
+  spaces_.clear();
+  contents_.reset();
+  index_.reset();
+  picture_ = {};
+  options_.highlighted.clear();
+  tabs_->blockSignals(true);
+  while (tabs_->count() > 0)
+    tabs_->removeTab(0);
+  if (drawing != nullptr) {
+    spaces_ = view::spacesOf(*drawing);
+    for (const view::Space& space : spaces_)
+      tabs_->addTab(QString::fromStdWString(space.name));
+  }
+  tabs_->blockSignals(false);
+  frame_ = QImage();
+  if (!spaces_.empty()) showSpace(0);
+  update();
+}
+
+std::vector<QString> DrawingPane::spaceNames() const {
+  std::vector<QString> names;
+  for (const view::Space& space : spaces_)
+    names.push_back(QString::fromStdWString(space.name));
+  return names;
+}
+
+QRect DrawingPane::area() const {
+  return rect().adjusted(0, 0, 0, -tabs_->sizeHint().height());
+}
+
+void DrawingPane::showSpace(int number) {
+  if (number < 0 || static_cast<std::size_t>(number) >= spaces_.size()) return;
+  tabs_->blockSignals(true);
+  tabs_->setCurrentIndex(number);
+  tabs_->blockSignals(false);
+  pictureScale_ = 0;
+  makePicture();
+  fit();
+}
+
+// --- the picture --------------------------------------------------------------------------------------------
+
+void DrawingPane::makePicture() {
+  if (drawing_ == nullptr || spaces_.empty()) return;
+  contents_.emplace(*drawing_);
+  const view::Space& space = spaces_[static_cast<std::size_t>(std::max(tabs_->currentIndex(), 0))];
+  index_.reset();
+  picture_ = view::draw(*drawing_, *contents_, space, {.scale = pictureScale_});
+  index_.emplace(picture_);
+  options_.dimmed.clear();
+  std::uint32_t before = view::none;
+  for (const view::Primitive& primitive : picture_.primitives) {
+    if (primitive.entity == before) continue;
+    before = primitive.entity;
+    if (palette::isOnLockedLayer(drawing_->idOf(primitive.entity))) options_.dimmed.insert(primitive.entity);
+  }
+  frame_ = QImage();
+  update();
+}
+
+void DrawingPane::redraw() {
+  makePicture();
+}
+
+void DrawingPane::setSelected(const std::vector<VkDbObjectId>& entities) {
+  options_.highlighted.clear();
+  for (const VkDbObjectId entity : entities) {
+    if (const auto object = database::resolve(entity)) options_.highlighted.insert(object->record);
+  }
+  frame_ = QImage();
+  update();
+}
+
+void DrawingPane::setDark(bool isDark) {
+  options_.isDark = isDark;
+  frame_ = QImage();
+  update();
+}
+
+void DrawingPane::setSight(const Sight& sight) {
+  if (sight == sight_ || !std::isfinite(sight.scale) || !(sight.scale > 0)) return;
+  sight_ = sight;
+  rest_.start();
+  update();
+}
+
+void DrawingPane::fit() {
+  const view::Box box = view::windowAround(picture_.extents);
+  const QSize size = area().size();
+  const double scale =
+      std::min(size.width() / (box.high.x - box.low.x), size.height() / (box.high.y - box.low.y));
+  setSight({0.5 * (box.low + box.high), scale, size});
+  isFitted_ = true;
+  frame_ = QImage();
+  update();
+}
+
+void DrawingPane::render() {
+  // Finer curves than the picture has.
+  if (index_ && sight_.scale > pictureScale_) {
+    pictureScale_ = sight_.scale * spareScale;
+    makePicture();
+  }
+  frame_ = QImage(sight_.size * devicePixelRatioF(), QImage::Format_RGB32);
+  frame_.setDevicePixelRatio(devicePixelRatioF());
+  frameSight_ = sight_;
+  QPainter painter(&frame_);
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (index_) {
+    paintPicture(painter, picture_, *index_, sight_, options_);
+  } else {
+    painter.fillRect(QRect(QPoint(), sight_.size), backgroundOf(options_.isDark));
+  }
+}
+
+void DrawingPane::paintEvent(QPaintEvent*) {
+  if (sight_.size != area().size()) sight_.size = area().size();
+  if (sight_.size.isEmpty()) return;
+  if (frame_.isNull() || frameSight_.size != sight_.size) render();
+  QPainter painter(this);
+  painter.fillRect(rect(), palette().window());
+  painter.setClipRect(area());
+  if (frameSight_ == sight_) {
+    painter.drawImage(QPoint(), frame_);
+  } else {
+    // The corners of the old frame, where they are now.
+    painter.fillRect(area(), backgroundOf(options_.isDark));
+    const QPointF low = sight_.pixel(frameSight_.point({0, 0}));
+    const QPointF high = sight_.pixel(frameSight_.point(QPointF(sight_.size.width(), sight_.size.height())));
+    painter.drawImage(QRectF(low, high), frame_);
+  }
+  if (pressed_ && !isPanning_) {
+    const QRect window = QRect(*pressed_, last_).normalized();
+    painter.setPen(
+        QPen(palette().highlight().color(), 1, last_.x() >= pressed_->x() ? Qt::SolidLine : Qt::DashLine));
+    painter.drawRect(window);
+  }
+}
+
+void DrawingPane::resizeEvent(QResizeEvent*) {
+  const int height = tabs_->sizeHint().height();
+  tabs_->setGeometry(0, this->height() - height, width(), height);
+  sight_.size = area().size();
+  if (isFitted_) fit();
+}
+
+// --- moving -------------------------------------------------------------------------------------------------
+
+void DrawingPane::zoom(double factor, QPointF at) {
+  Sight sight = sight_;
+  const view::Vector2 under = sight.point(at);
+  sight.scale *= factor;
+  // The same point stays under the pointer.
+  const view::Vector2 now = sight.point(at);
+  sight.center = sight.center + (under - now);
+  isFitted_ = false;
+  setSight(sight);
+}
+
+void DrawingPane::pan(QPointF by) {
+  Sight sight = sight_;
+  sight.center = sight.center + view::Vector2{-by.x() / sight.scale, by.y() / sight.scale};
+  isFitted_ = false;
+  setSight(sight);
+}
+
+void DrawingPane::wheelEvent(QWheelEvent* event) {
+  constexpr double anglePerStep = 120;
+  zoom(std::pow(zoomStep, event->angleDelta().y() / anglePerStep), event->position());
+}
+
+void DrawingPane::mousePressEvent(QMouseEvent* event) {
+  pressed_ = last_ = event->pos();
+  isPanning_ = event->button() == Qt::MiddleButton;
+}
+
+void DrawingPane::mouseMoveEvent(QMouseEvent* event) {
+  if (pressed_ && isPanning_) pan(event->pos() - last_);
+  last_ = event->pos();
+  if (pressed_) {
+    update();
+  } else if (index_) {
+    const std::vector<std::uint32_t> found =
+        index_->at(sight_.point(event->pos()), reachPixels / sight_.scale);
+    Q_EMIT hovered(found.empty() ? VkDbObjectId::kNull : drawing_->idOf(found.front()));
+  }
+}
+
+void DrawingPane::mouseReleaseEvent(QMouseEvent* event) {
+  if (!pressed_) return;
+  const QPoint from = *pressed_;
+  pressed_.reset();
+  update();
+  if (isPanning_ || event->button() != Qt::LeftButton || !index_) return;
+  const QPoint to = event->pos();
+  constexpr int leastDrag = 4;
+  if ((to - from).manhattanLength() < leastDrag) {
+    std::vector<std::uint32_t> found = index_->at(sight_.point(to), reachPixels / sight_.scale);
+    found.resize(std::min<std::size_t>(found.size(), 1));
+    return pick(found, event->modifiers());
+  }
+  view::Box box;
+  box.include(sight_.point(from));
+  box.include(sight_.point(to));
+  pick(to.x() >= from.x() ? index_->within(box) : index_->crossing(box), event->modifiers());
+}
+
+void DrawingPane::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() == Qt::MiddleButton) fit();
+}
+
+void DrawingPane::pick(const std::vector<std::uint32_t>& records, Qt::KeyboardModifiers modifiers) {
+  const bool adds = modifiers.testFlag(Qt::ShiftModifier);
+  const bool takesAway = modifiers.testFlag(Qt::ControlModifier);
+  Records chosen = adds || takesAway ? options_.highlighted : Records();
+  for (const std::uint32_t record : records) {
+    if (takesAway) {
+      chosen.erase(record);
+    } else {
+      chosen.insert(record);
+    }
+  }
+  // In the order of the file, as lists have them.
+  std::vector<std::uint32_t> ordered(chosen.begin(), chosen.end());
+  std::sort(ordered.begin(), ordered.end());
+  std::vector<VkDbObjectId> entities;
+  for (const std::uint32_t record : ordered)
+    entities.push_back(drawing_->idOf(record));
+  Q_EMIT selected(entities);
+}
+
+void DrawingPane::keyPressEvent(QKeyEvent* event) {
+  const QPointF middle = QRectF(area()).center();
+  switch (event->key()) {
+    case Qt::Key_Left:
+      return pan({panStep, 0});
+    case Qt::Key_Right:
+      return pan({-panStep, 0});
+    case Qt::Key_Up:
+      return pan({0, panStep});
+    case Qt::Key_Down:
+      return pan({0, -panStep});
+    case Qt::Key_Plus:
+      return zoom(zoomStep, middle);
+    case Qt::Key_Minus:
+      return zoom(1 / zoomStep, middle);
+    case Qt::Key_Home:
+      return fit();
+    case Qt::Key_Escape:
+      Q_EMIT selected({});
+      return;
+    default:
+      QWidget::keyPressEvent(event);
+  }
+}
+
+}  // namespace velt::window
