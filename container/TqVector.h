@@ -210,21 +210,21 @@ class TqVector {
   // A block with min(keep, logical length, physical) of this vector's elements, or null (status 6 is reported).
   // Elements that others share are copied, all others are moved.
   TqVectorBlock* newBlock(size_type physical, size_type growCount, size_type keep, bool shared) const {
-    T* const slots = Allocator::alloc(physical);
-    if (slots == nullptr) return nullptr;
+    T* const cells = Allocator::alloc(physical);
+    if (cells == nullptr) return nullptr;
     TqVectorData* const made = new TqVectorData;
     if (made == nullptr) {
-      Allocator::dealloc(slots);
+      Allocator::dealloc(cells);
       velt::errors::reportToCrashRecorder(Velt::eOutOfMemory);
       return nullptr;
     }
     const size_type kept = std::min({keep, block_->logicalLength, physical});
     if (shared) {
-      TqElementConstructor<T>::assign(slots, elements(), kept);
+      TqElementConstructor<T>::assign(cells, elements(), kept);
     } else {
-      std::move(elements(), elements() + kept, slots);
+      std::move(elements(), elements() + kept, cells);
     }
-    static_cast<TqVectorBlock&>(*made) = {1, kept, physical, growCount, slots};
+    static_cast<TqVectorBlock&>(*made) = {1, kept, physical, growCount, cells};
     return made;
   }
 

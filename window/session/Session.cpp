@@ -52,14 +52,15 @@ std::size_t Session::lockedCount() const {
 
 palette::Report Session::write(std::size_t row, std::string_view text) {
   const palette::Row& written = rows()[row];
-  const palette::Value value = written.parse(text);
   Step made{fmt::format("{} = {}", written.label(), text), {}};
   // Room first: what was written must be in the history, also when the write ends by an exception.
   history_.reserve(position_ + 1);
   palette::Report report;
   std::exception_ptr failure;
   try {
-    drawing_->record(made.changes, [&] { report = selection_->write(written, value, {.keepGoing = true}); });
+    drawing_->record(made.changes, [&] {
+      report = selection_->writeText(written, text, {.keepGoing = true, .style = style_});
+    });
   } catch (...) {
     failure = std::current_exception();
   }
