@@ -5,19 +5,27 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <memory>
 
 namespace velt::window {
 
-class Application : public testing::Test {
- protected:
-  Application() {
-    if (QApplication::instance() != nullptr) return;
+// Ends before the program does: Qt's own things are gone by then.
+class ApplicationOfTests : public testing::Environment {
+ public:
+  void SetUp() override {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int count = 1;
-    static char name[] = "veltpalette";
-    static char* arguments[] = {name, nullptr};
-    static QApplication application(count, arguments);
+    application_ = std::make_unique<QApplication>(count_, arguments_);
   }
+  void TearDown() override { application_.reset(); }
+
+ private:
+  int count_ = 1;
+  char name_[12] = "veltpalette";
+  char* arguments_[2] = {name_, nullptr};
+  std::unique_ptr<QApplication> application_;
 };
+
+inline testing::Environment* const applicationOfTests =
+    testing::AddGlobalTestEnvironment(new ApplicationOfTests);
 
 }  // namespace velt::window

@@ -25,7 +25,7 @@
 namespace velt::window {
 namespace {
 
-class Window : public Application {
+class Window : public testing::Test {
  protected:
   void SetUp() override {
     window_ = std::make_unique<MainWindow>(std::make_unique<Session>(file_));
