@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <QApplication>
-#include <QMessageBox>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -34,7 +33,9 @@ std::unique_ptr<velt::window::Session> open(const Request& request) {
       velt::database::Drawing::parse(velt::samples::sampleFloorPlan(), "the sample drawing"));
 }
 
-int run(const Request& request) {
+int run(const Request& request, int argc, char** argv) {
+  QApplication application(argc, argv);
+  QApplication::setApplicationName("veltpalette");
   velt::sources::LoadedPlugins plugins(
       [](const std::string& line) { std::fprintf(stderr, "veltpalette: %s\n", line.c_str()); });
   for (const std::string& file : request.plugins) {
@@ -50,8 +51,6 @@ int run(const Request& request) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  QApplication application(argc, argv);
-  QApplication::setApplicationName("veltpalette");
   Request request;
   CLI::App app("Shows a drawing and the palette of its entities, to look at and to edit.", "veltpalette");
   app.set_version_flag("--version", "veltpalette " + std::string(velt::tool::version));
@@ -66,8 +65,9 @@ int main(int argc, char** argv) {
   app.add_option("--plugin", request.plugins, "Plug-in that adds rows of its own")->allow_extra_args(false);
   app.footer("Exit codes: 0 closed, 1 failed, 2 wrong usage.");
   try {
+    // Before there is an application, which needs a screen: asking for help does not.
     app.parse(argc, argv);
-    return run(request);
+    return run(request, argc, argv);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? 0 : 2;
   } catch (const std::exception& error) {
