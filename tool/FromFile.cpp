@@ -101,7 +101,9 @@ class FromFile {
     const WantedValues& wanted = *difference.wanted;
     const palette::PlainValue& value = wanted.values[difference.index];
     const std::vector<palette::Row> rows = rowsFor(wanted, selection.query());
-    Applied applied{.assignment = {.name = nameOf(difference)}, .entities = ids};
+    Applied applied;
+    applied.entities = ids;
+    applied.assignment.name = nameOf(difference);
     applied.assignment.value = valueText(value);
     applied.assignment.text = applied.assignment.name + "=" + applied.assignment.value;
     const std::uint64_t revision = drawing_.revision();
