@@ -245,9 +245,10 @@ void DrawingPane::mouseReleaseEvent(QMouseEvent* event) {
   const QPoint to = event->pos();
   constexpr int leastDrag = 4;
   if ((to - from).manhattanLength() < leastDrag) {
-    std::vector<std::uint32_t> found = index_->at(sight_.point(to), reachPixels / sight_.scale);
-    found.resize(std::min<std::size_t>(found.size(), 1));
-    return pick(found, event->modifiers());
+    const std::vector<std::uint32_t> found = index_->at(sight_.point(to), reachPixels / sight_.scale);
+    // That which lies on top.
+    if (found.empty()) return pick({}, event->modifiers());
+    return pick({found.front()}, event->modifiers());
   }
   view::Box box;
   box.include(sight_.point(from));
