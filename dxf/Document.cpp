@@ -181,26 +181,31 @@ std::string_view Document::slice(std::uint32_t begin, std::uint32_t end) const n
 }
 
 Document::Pairs& Document::pairsForEdit(std::uint32_t record) {
-  Record& it = list_.records[record];
-  if (it.edit == none) {
+  if (!isEdited(record)) {
     const ReadPairs asRead = read(record);
     auto pairs = std::make_unique<Pairs>(asRead.size());
     for (std::uint32_t i = 0; i < asRead.size(); ++i) {
       (*pairs)[i].code = asRead.code(i);
       (*pairs)[i].origin = i;
     }
-    if (freeEdits_.empty()) {
-      // Taking an edit back must not need memory.
-      freeEdits_.reserve(edits_.size() + 1);
-      edits_.push_back(std::move(pairs));
-      it.edit = static_cast<std::uint32_t>(edits_.size() - 1);
-    } else {
-      it.edit = freeEdits_.back();
-      freeEdits_.pop_back();
-      edits_[it.edit] = std::move(pairs);
-    }
+    placeForEdit(record) = std::move(pairs);
   }
-  return *edits_[it.edit];
+  return *edits_[list_.records[record].edit];
+}
+
+std::unique_ptr<Document::Pairs>& Document::placeForEdit(std::uint32_t record) {
+  std::uint32_t& edit = list_.records[record].edit;
+  if (edit != none) return edits_[edit];
+  if (freeEdits_.empty()) {
+    // Taking an edit back must not need memory.
+    freeEdits_.reserve(edits_.size() + 1);
+    edits_.emplace_back();
+    edit = static_cast<std::uint32_t>(edits_.size() - 1);
+  } else {
+    edit = freeEdits_.back();
+    freeEdits_.pop_back();
+  }
+  return edits_[edit];
 }
 
 void Document::requirePair(std::uint32_t record, std::size_t pair) const {
@@ -264,11 +269,8 @@ Document::Backup Document::backup(std::uint32_t record) const {
 }
 
 void Document::restore(Backup backup) {
-  if (backup.pairs_ == nullptr) {
-    revert(backup.record_);
-  } else {
-    pairsForEdit(backup.record_) = std::move(*backup.pairs_);
-  }
+  if (backup.pairs_ == nullptr) return revert(backup.record_);
+  placeForEdit(backup.record_) = std::move(backup.pairs_);
 }
 
 template <class Sink>

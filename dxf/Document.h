@@ -101,7 +101,7 @@ class Document {
   // What the record holds now.
   [[nodiscard]] Backup backup(std::uint32_t record) const;
   // Makes the record, of this same document, what it was at the backup. Needs no memory unless the record was reverted
-  // in between.
+  // and another one edited in between.
   void restore(Backup backup);
 
   [[nodiscard]] bool isEdited(std::uint32_t record) const { return list_.records[record].edit != none; }
@@ -134,6 +134,8 @@ class Document {
   [[nodiscard]] std::uint32_t endOf(std::uint32_t record) const noexcept;
   [[nodiscard]] std::string_view slice(std::uint32_t begin, std::uint32_t end) const noexcept;
   Pairs& pairsForEdit(std::uint32_t record);
+  // Where the record's edited pairs are, or where they are to be put.
+  std::unique_ptr<Pairs>& placeForEdit(std::uint32_t record);
   void requirePair(std::uint32_t record, std::size_t pair) const;
 
   template <class Sink>

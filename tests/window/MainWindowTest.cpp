@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QStatusBar>
 #include <QTableView>
 #include <QTest>
 #include <QTreeView>
@@ -190,6 +191,8 @@ TEST_F(Window, SavesTheDrawing) {
   part<QAction>("save").trigger();
   EXPECT_EQ(tests::contentOf(file_), session().drawing().document().bytes());
   EXPECT_FALSE(window_->isWindowModified());
+  settle();
+  EXPECT_EQ(window_->statusBar()->currentMessage(), "Saved.") << "its own change is not another program's";
 }
 
 // Zooms to a place on the edge of the one circle that is selected, where nothing else is near, and answers its pixel.
