@@ -74,7 +74,7 @@ MainWindow::MainWindow(std::unique_ptr<Session> session, QWidget* parent)
   });
   connect(palette_, &PalettePane::changed, this, &MainWindow::refresh);
   connect(watcher_, &QFileSystemWatcher::fileChanged, this, [this](const QString& file) {
-    if (!isSaving_) statusBar()->showMessage(tr("%1 was changed by another program.").arg(file));
+    statusBar()->showMessage(tr("%1 was changed by another program.").arg(file));
   });
   takeSession(std::move(session));
 }
@@ -208,18 +208,15 @@ void MainWindow::open(const QString& file) {
 
 bool MainWindow::save() {
   if (session_->file().empty()) return saveAs();
-  isSaving_ = true;
   try {
     session_->save();
     watch();
     refresh();
     statusBar()->showMessage(tr("Saved."));
   } catch (const std::exception& error) {
-    isSaving_ = false;
     fail(tr("The drawing was not saved"), QString::fromStdString(error.what()));
     return false;
   }
-  isSaving_ = false;
   return true;
 }
 

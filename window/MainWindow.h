@@ -60,7 +60,6 @@ class MainWindow : public QMainWindow {
   // Of the drawing, as the pane shows it.
   std::uint64_t drawnRevision_ = 0;
   bool isSelecting_ = false;
-  bool isSaving_ = false;
 };
 
 }  // namespace velt::window

@@ -18,6 +18,7 @@
 #include "embedded/database/Lens.h"
 #include "samples/FloorPlan.h"
 #include "tests/support/Files.h"
+#include "tests/tool/Drawings.h"
 #include "tests/window/Application.h"
 #include "window/EntityModel.h"
 #include "window/drawing/DrawingPane.h"
@@ -156,6 +157,44 @@ TEST_F(Window, TheClassesOfTheSelectionAreCountedAndNarrowIt) {
   QCoreApplication::processEvents();
   EXPECT_EQ(part<QComboBox>("classes").count(), 1);
   EXPECT_NE(shown("Radius"), "");
+}
+
+TEST_F(Window, AValueThatIsLeftAsItIsIsNotWritten) {
+  window_->select({session().drawing().entityByHandle(0xA8)});
+  ASSERT_FALSE(session().selected().empty());
+  type("Layer", QString::fromStdString(shown("Layer")));
+  EXPECT_EQ(part<QLabel>("outcome").text(), "");
+}
+
+TEST_F(Window, WhatWasTypedForOneSelectionIsNotWrittenToTheNext) {
+  const std::string before = session().drawing().document().bytes();
+  selectClass("Circle");
+  rows().model()->setData(valueOf("Color"), "Red");
+  entities().clearSelection();
+  selectClass("Line");
+  settle();
+  EXPECT_EQ(session().drawing().document().bytes(), before);
+}
+
+TEST_F(Window, WhatIsFoldedDuringASearchIsNotFoldedAfterIt) {
+  selectClass("Circle");
+  QTest::keyClicks(&part<QLineEdit>("search"), "color");
+  rows().collapse(rows().model()->index(0, 0));
+  part<QLineEdit>("search").clear();
+  EXPECT_TRUE(rows().isExpanded(rows().model()->index(0, 0)));
+}
+
+TEST_F(Window, WhatCannotBeEditedIsPale) {
+  const auto pictureWith = [](int layerFlags) {
+    const auto drawing = database::Drawing::parse(
+        tests::drawingOf({{"0"}, {"Walls", 7, layerFlags}}, tests::line("2F", "Walls")), "house.dxf");
+    DrawingPane pane;
+    pane.resize(300, 300);
+    pane.setDrawing(drawing.get());
+    return pane.grab().toImage();
+  };
+  EXPECT_EQ(pictureWith(0), pictureWith(0));
+  EXPECT_NE(pictureWith(0), pictureWith(4));
 }
 
 TEST_F(Window, ASearchLeavesTheRowsThatFit) {

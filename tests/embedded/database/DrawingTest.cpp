@@ -203,7 +203,9 @@ TEST(Drawing, WhatWasEditedBeforeAnExceptionIsRecorded) {
                                  throw std::runtime_error("cancelled");
                                }),
                std::runtime_error);
-  EXPECT_FALSE(changes.isEmpty());
+  drawing->edit(0, [](dxf::Document& document) { document.insert(0, 1, 999, "later"); });
+  EXPECT_EQ(changes.records(), std::vector<std::uint32_t>{line}) << "what comes after it is not recorded";
+  drawing->edit(0, [](dxf::Document& document) { document.erase(0, 1); });
   EXPECT_TRUE(drawing->undo(std::move(changes)).records() == std::vector<std::uint32_t>{line});
   EXPECT_EQ(drawing->document().bytes(), before);
 }

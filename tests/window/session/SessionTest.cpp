@@ -71,6 +71,19 @@ TEST_F(WindowSession, WritesAndAsksAnew) {
   EXPECT_THAT(session.history(), ElementsAre("Color = Red"));
 }
 
+TEST_F(WindowSession, ReadsAndShowsNumbersInTheUnitsOfTheDrawing) {
+  std::string inFeet = tests::contentOf(file_);
+  const std::string precision = "9\n$LUPREC\n";
+  ASSERT_NE(inFeet.find(precision), std::string::npos);
+  inFeet.insert(inFeet.find(precision), "9\n$LUNITS\n70\n4\n");
+  Session session(folder_.write("feet.dxf", inFeet));
+  session.select({session.drawing().entityByHandle(0x2F)});
+  const std::size_t row = rowNamed(session, "Start X");
+  session.write(row, "1'-2 1/2\"");
+  EXPECT_EQ(std::get<double>(session.rows()[row].plain()), 14.5);
+  EXPECT_EQ(session.rows()[row].text(session.numberStyle()), "1'-2 1/2\"");
+}
+
 TEST_F(WindowSession, ATextThatMeansNothingChangesNothing) {
   Session session(file_);
   session.select({session.drawing().entityByHandle(0x2F)});
