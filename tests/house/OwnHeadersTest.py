@@ -38,7 +38,8 @@ class TheLayer(unittest.TestCase):
         with tempfile.TemporaryDirectory() as folder:
             configured = self.configure(folder, house.source_root() / "docs")
             self.assertNotEqual(0, configured.returncode)
-            self.assertIn("has no folder host/ with headers in it", configured.stderr)
+            # CMake breaks a message into lines where the path in it happens to reach its margin.
+            self.assertIn("has no folder host/ with headers in it", " ".join(configured.stderr.split()))
 
 
 if __name__ == "__main__":
