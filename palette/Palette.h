@@ -60,6 +60,9 @@ using PlainValue = std::variant<std::monostate, bool, std::int64_t, std::uint64_
 // Whether both are the same value. Numbers are compared by value, whatever their type, and reals exactly.
 VELT_PALETTE_EXPORT bool isSame(const PlainValue& a, const PlainValue& b);
 
+// The number that the value is; nothing for any other value. Whole numbers of more than 53 bits are rounded.
+VELT_PALETTE_EXPORT std::optional<double> numberOf(const PlainValue& value);
+
 // A value of a property. Owns what it holds; can be moved, not copied.
 class VELT_PALETTE_EXPORT Value {
  public:
@@ -401,7 +404,8 @@ class VELT_PALETTE_EXPORT Selection {
   Report writeRelative(const Row& row, Relation relation, std::string_view operand,
                        const WriteOptions& options = {});
   // Writes to each entity a value of its own. Those without one stay as they are and count as unchanged. One for each.
-  Report writeEach(const Row& row, std::span<const std::optional<Value>> values, const WriteOptions& options = {});
+  Report writeEach(const Row& row, std::span<const std::optional<Value>> values,
+                   const WriteOptions& options = {});
 
   // The different values behind a row with the entities of each, in the order in which they first occur.
   std::vector<ValueGroup> valueGroups(const Row& row, const NumberStyle& style = {}) const;
@@ -440,7 +444,8 @@ VELT_PALETTE_EXPORT std::wstring fromUtf8(std::string_view text);
 VELT_PALETTE_EXPORT std::string oneLine(std::wstring_view text);
 
 // The few of the names that are most like the one that was written, best first; none when none is like it.
-VELT_PALETTE_EXPORT std::vector<std::string> namesLike(std::string_view written, std::span<const std::string> names);
+VELT_PALETTE_EXPORT std::vector<std::string> namesLike(std::string_view written,
+                                                       std::span<const std::string> names);
 
 // "; did you mean A or B?" of those names, or, when there are none, what `otherwise` says.
 VELT_PALETTE_EXPORT std::string didYouMean(std::string_view written, std::span<const std::string> names,

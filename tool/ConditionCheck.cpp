@@ -27,11 +27,8 @@ std::optional<double> numberWritten(std::string_view text) {
 }
 
 std::optional<double> numberIn(const palette::PlainValue& value) {
-  if (const auto* const real = std::get_if<double>(&value)) return *real;
-  if (const auto* const integer = std::get_if<std::int64_t>(&value)) return static_cast<double>(*integer);
-  if (const auto* const natural = std::get_if<std::uint64_t>(&value)) return static_cast<double>(*natural);
   if (const auto* const flag = std::get_if<bool>(&value)) return *flag ? 1.0 : 0.0;
-  return std::nullopt;
+  return palette::numberOf(value);
 }
 
 // Less than, equal to or greater than 0.

@@ -264,13 +264,6 @@ class Parsing {
   VARTYPE type_;
 };
 
-std::optional<double> numberOf(const PlainValue& data) {
-  if (const auto* const real = std::get_if<double>(&data)) return *real;
-  if (const auto* const integer = std::get_if<std::int64_t>(&data)) return static_cast<double>(*integer);
-  if (const auto* const natural = std::get_if<std::uint64_t>(&data)) return static_cast<double>(*natural);
-  return std::nullopt;
-}
-
 }  // namespace
 
 Value Row::valueOf(const PlainValue& data) const {

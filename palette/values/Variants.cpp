@@ -13,7 +13,7 @@ namespace velt::palette {
 namespace {
 
 // A type that holds every number of all three types exactly.
-std::optional<long double> numberIn(const PlainValue& value) {
+std::optional<long double> exactNumber(const PlainValue& value) {
   static_assert(std::numeric_limits<long double>::digits >= std::numeric_limits<std::uint64_t>::digits);
   if (const auto* const integer = std::get_if<std::int64_t>(&value)) return *integer;
   if (const auto* const natural = std::get_if<std::uint64_t>(&value)) return *natural;
@@ -85,12 +85,19 @@ Value textValue(const std::wstring& text) {
   return owning(made);
 }
 
+std::optional<double> numberOf(const PlainValue& value) {
+  if (const auto* const real = std::get_if<double>(&value)) return *real;
+  if (const auto* const integer = std::get_if<std::int64_t>(&value)) return static_cast<double>(*integer);
+  if (const auto* const natural = std::get_if<std::uint64_t>(&value)) return static_cast<double>(*natural);
+  return std::nullopt;
+}
+
 bool isSame(const PlainValue& a, const PlainValue& b) {
   const auto* const realA = std::get_if<double>(&a);
   const auto* const realB = std::get_if<double>(&b);
   if (realA != nullptr && realB != nullptr) return isSameReal(*realA, *realB);
-  const std::optional<long double> numberA = numberIn(a);
-  const std::optional<long double> numberB = numberIn(b);
+  const std::optional<long double> numberA = exactNumber(a);
+  const std::optional<long double> numberB = exactNumber(b);
   return numberA && numberB ? *numberA == *numberB : a == b;
 }
 

@@ -11,12 +11,9 @@ namespace velt::palette {
 
 namespace {
 
-std::optional<double> numberIn(const PlainValue& value) {
+std::optional<double> quantityOf(const PlainValue& value) {
   if (const auto* const flag = std::get_if<bool>(&value)) return *flag ? 1 : 0;
-  if (const auto* const integer = std::get_if<std::int64_t>(&value)) return static_cast<double>(*integer);
-  if (const auto* const natural = std::get_if<std::uint64_t>(&value)) return static_cast<double>(*natural);
-  if (const auto* const real = std::get_if<double>(&value)) return *real;
-  return std::nullopt;
+  return numberOf(value);
 }
 
 bool isNear(double a, double b) {
@@ -41,8 +38,8 @@ std::string comparable(const std::string& text) {
 
 bool mayMean(const PROPINFO& row, const PlainValue& put, const PlainValue& now) {
   if (row.valueType == VT_DISPATCH) return true;
-  const std::optional<double> a = numberIn(put);
-  const std::optional<double> b = numberIn(now);
+  const std::optional<double> a = quantityOf(put);
+  const std::optional<double> b = quantityOf(now);
   if (a && b) return isAngle(row.customType) ? isSameAngle(*a, *b) : isNear(*a, *b);
   const auto* const text = std::get_if<std::string>(&put);
   const auto* const other = std::get_if<std::string>(&now);

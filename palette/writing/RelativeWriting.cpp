@@ -61,13 +61,6 @@ class Replacement {
   std::regex_constants::match_flag_type which_ = std::regex_constants::format_default;
 };
 
-std::optional<double> numberIn(const PlainValue& value) {
-  if (const auto* const real = std::get_if<double>(&value)) return *real;
-  if (const auto* const integer = std::get_if<std::int64_t>(&value)) return static_cast<double>(*integer);
-  if (const auto* const natural = std::get_if<std::uint64_t>(&value)) return static_cast<double>(*natural);
-  return std::nullopt;
-}
-
 // What one number becomes.
 class Calculation {
  public:
@@ -94,7 +87,7 @@ class Calculation {
       const bool turnsBack = isDirection(row.record()) && style.isClockwise;
       style.angleBase = 0;
       style.isClockwise = false;
-      const std::optional<double> number = numberIn(row.parse(text, style).plain());
+      const std::optional<double> number = numberOf(row.parse(text, style).plain());
       if (!number) throw Error("its value is not a number that could be added to");
       return turnsBack ? -*number : *number;
     }
@@ -124,10 +117,10 @@ Change changeOf(const Row& row, Relation relation, std::string_view operand, con
     };
   }
   const bool isChoice = row.hasChoices() && std::holds_alternative<std::int64_t>(sample);
-  if (isChoice || (!numberIn(sample) && !std::holds_alternative<std::monostate>(sample)))
+  if (isChoice || (!numberOf(sample) && !std::holds_alternative<std::monostate>(sample)))
     throw Error("its value is not a number to reckon with");
   return [&row, calculation = Calculation(row, relation, operand, style)](const PlainValue& now) {
-    const std::optional<double> number = numberIn(now);
+    const std::optional<double> number = numberOf(now);
     if (!number || std::isnan(*number)) throw Error("it has no number to begin with");
     return row.valueOf(calculation.appliedTo(*number));
   };

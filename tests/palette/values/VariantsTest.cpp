@@ -49,6 +49,15 @@ TEST(Variants, ATextValueKeepsEveryCharacter) {
   EXPECT_STREQ(value.variant().bstrVal, L"a\nb \u20AC");
 }
 
+TEST(PlainValues, NumbersOfEachTypeAreNumbersAndNothingElseIs) {
+  EXPECT_EQ(numberOf(-2.5), -2.5);
+  EXPECT_EQ(numberOf(std::int64_t{-3}), -3.0);
+  EXPECT_EQ(numberOf(std::uint64_t{18446744073709551615U}), 18446744073709551616.0);
+  EXPECT_EQ(numberOf(true), std::nullopt);
+  EXPECT_EQ(numberOf(std::string("4")), std::nullopt);
+  EXPECT_EQ(numberOf(PlainValue()), std::nullopt);
+}
+
 TEST(PlainValues, NumbersAreTheSameByWhatTheyCount) {
   EXPECT_TRUE(isSame(std::int64_t{2}, 2.0));
   EXPECT_TRUE(isSame(std::uint64_t{2}, std::int64_t{2}));
