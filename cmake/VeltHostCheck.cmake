@@ -43,4 +43,5 @@ set_target_properties(VeltEmbeddedHostModule PROPERTIES
   LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/hosts")
 
 velt_precompiled(velt_hidden_headers velt_hostcheck_objects)
+velt_in_pieces(velt_hostcheck_objects)
 add_dependencies(velt_product VeltHostCheck velt-host-check VeltEmbeddedHostModule)

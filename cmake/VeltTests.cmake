@@ -3,15 +3,14 @@ include(GoogleTest)
 # --- what tests share ---------------------------------------------------------------------------------------------
 #
 # The code of tests is part of programs alone, so all of it is compiled as such, and shares its precompiled headers.
-# Its functions are visible, so that one that bears the name of a host function takes its place everywhere. Debug
-# information for lines and names is enough to read a trace, and saves a fifth of the time that tests take to compile.
+# Its functions are visible, so that one that bears the name of a host function takes its place everywhere.
 function(velt_test_code)
   foreach(target IN LISTS ARGN)
     set_target_properties(${target} PROPERTIES
       POSITION_INDEPENDENT_CODE OFF
       CXX_VISIBILITY_PRESET default
       VISIBILITY_INLINES_HIDDEN OFF)
-    target_compile_options(${target} PRIVATE -fPIE $<$<CONFIG:Debug>:-g1>)
+    target_compile_options(${target} PRIVATE -fPIE)
   endforeach()
 endfunction()
 
@@ -54,15 +53,6 @@ target_link_libraries(recorded_palette PRIVATE velt_common VeltPropData VeltEmbe
 
 # --- one executable per folder of tests/ --------------------------------------------------------------------------
 #
-# Debug builds hand the compiler several files of a program in one piece: what one of them has instantiated the next ones
-# have too, and tests compile in a quarter of the time. So names without linkage are unique among the files of a folder,
-# and an include that is missing shows with VELT_UNITY off alone, as clang-tidy wants it.
-set(veltUnity OFF)
-if(CMAKE_BUILD_TYPE STREQUAL "Debug")
-  set(veltUnity ON)
-endif()
-option(VELT_UNITY "Compile the files of a test program several at a time" ${veltUnity})
-
 # Tests of the folders of the layer and of the palette library link the archives and reach their inner parts; tests of the
 # host and of its check see no layer; all others link the libraries as they ship.
 set(veltLayerFolders text errors container propdata)
@@ -99,9 +89,8 @@ foreach(folder IN LISTS veltTestFolders)
     target_link_libraries(${target} PRIVATE VeltEmbeddedHost GTest::gmock_main)
     set_target_properties(${target} PROPERTIES
       ENABLE_EXPORTS ON
-      DEFINE_SYMBOL ""
-      UNITY_BUILD ${VELT_UNITY}
-      UNITY_BUILD_BATCH_SIZE 8)
+      DEFINE_SYMBOL "")
+    velt_in_pieces(${target})
     velt_test_code(${target})
     if(NOT folder STREQUAL "window")  # Qt's programs are compiled as libraries are, which no other test is
       velt_precompiled(velt_test_headers ${target})

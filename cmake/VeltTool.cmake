@@ -25,6 +25,7 @@ if(TARGET velt_tool_headers)
   target_link_libraries(velt_tool_headers PRIVATE nlohmann_json::nlohmann_json fmt::fmt)
 endif()
 velt_precompiled(velt_tool_headers velt_tool)
+velt_in_pieces(velt_tool)
 
 if(EXISTS "${veltToolMain}")
   add_executable(veltprops "${veltToolMain}")

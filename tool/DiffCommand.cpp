@@ -265,7 +265,10 @@ bool diff(const DiffRequest& request, std::ostream& out) {
   Side before(request.drawing);
   Side after(request.other);
   const Differences differences = compare(before, after, request.selection);
-  (request.json ? printAsJson : printForPeople)(request, differences, out);
+  if (request.json)
+    printAsJson(request, differences, out);
+  else
+    printForPeople(request, differences, out);
   return !differences.isEmpty();
 }
 

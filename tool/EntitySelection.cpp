@@ -132,11 +132,6 @@ std::set<std::string> layoutNames(const database::Drawing& drawing) {
   return names;
 }
 
-// The name of a class without the prefix that all of them have.
-std::string shortName(const automation::AutomationClass& kind) {
-  return palette::toUtf8(kind.name).substr(std::string_view("Velt").size());
-}
-
 bool isKnownClass(std::string_view name) {
   const auto classes = automation::automationClasses();
   return std::any_of(classes.begin(), classes.end(), [&](const automation::AutomationClass* known) {
@@ -255,6 +250,10 @@ std::vector<std::string> sharedHandleTexts(const SelectedEntities& selected) {
   for (const auto& [handle, count] : selected.sharedHandles)
     texts.push_back(fmt::format("{:X}", handle));
   return texts;
+}
+
+std::string shortName(const automation::AutomationClass& kind) {
+  return palette::toUtf8(kind.name).substr(std::string_view("Velt").size());
 }
 
 std::string className(VkDbObjectId id) {

@@ -9,6 +9,10 @@
 
 #include "embedded/database/Drawing.h"
 
+namespace velt::automation {
+struct AutomationClass;
+}
+
 namespace velt::tool {
 
 // The filters of the command line. An entity is selected when it fits one of the names of each kind that is given, and
@@ -55,6 +59,8 @@ std::string remarkOnHandles(const SelectedEntities& selected);
 // As handleText() writes them.
 std::vector<std::string> sharedHandleTexts(const SelectedEntities& selected);
 
+// The name of a class without the prefix that all of them have: "Line".
+std::string shortName(const automation::AutomationClass& kind);
 // "Line" for an entity with an automation class of its own, else "Entity".
 std::string className(VkDbObjectId id);
 // The DXF type: "LINE".

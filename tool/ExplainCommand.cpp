@@ -11,6 +11,7 @@
 #include "embedded/automation/classes/ClassDirectory.h"
 #include "palette/Palette.h"
 #include "tool/Commands.h"
+#include "tool/EntitySelection.h"
 #include "tool/Failure.h"
 #include "tool/JsonOutput.h"
 #include "tool/NamedRows.h"
@@ -26,7 +27,6 @@ namespace {
 using Json = nlohmann::ordered_json;
 using palette::Absence;
 using Cause = Absence::Cause;
-using Part = Absence::Part;
 
 // What is said of one row, or of one that is missing.
 struct Explanation {
@@ -51,10 +51,6 @@ std::string handlesText(const palette::Selection& selection, const std::vector<s
 }
 
 // --- what the classes have -------------------------------------------------------------------------------
-
-std::string shortName(const automation::AutomationClass& kind) {
-  return palette::toUtf8(kind.name).substr(std::string_view("Velt").size());
-}
 
 template <class Function>
 void forEachRow(const automation::AutomationClass& kind, Function function) {
@@ -132,45 +128,45 @@ const char* nameOf(Cause cause) {
   return "";
 }
 
-const char* nameOf(Part part) {
+const char* nameOf(Absence::Part part) {
   switch (part) {
-    case Part::category:
+    case Absence::Part::category:
       return "category";
-    case Part::name:
+    case Absence::Part::name:
       return "name";
-    case Part::label:
+    case Absence::Part::label:
       return "label";
-    case Part::editability:
+    case Absence::Part::editability:
       return "editability";
-    case Part::choices:
+    case Absence::Part::choices:
       return "choices";
-    case Part::isElement:
+    case Absence::Part::isElement:
       return "isElement";
-    case Part::elementCount:
+    case Absence::Part::elementCount:
       return "elementCount";
-    case Part::type:
+    case Absence::Part::type:
       return "type";
   }
   return "";
 }
 
-const char* wordsFor(Part part) {
+const char* wordsFor(Absence::Part part) {
   switch (part) {
-    case Part::category:
+    case Absence::Part::category:
       return "it stands in another category";
-    case Part::name:
+    case Absence::Part::name:
       return "another property has the same label";
-    case Part::label:
+    case Absence::Part::label:
       return "it has another label";
-    case Part::editability:
+    case Absence::Part::editability:
       return "it can be edited on one and not on the other";
-    case Part::choices:
+    case Absence::Part::choices:
       return "only one of them offers choices";
-    case Part::isElement:
+    case Absence::Part::isElement:
       return "on one it is part of a point, and on the other it stands alone";
-    case Part::elementCount:
+    case Absence::Part::elementCount:
       return "it is part of a point or list of another length";
-    case Part::type:
+    case Absence::Part::type:
       return "its value is of another type";
   }
   return "";
@@ -221,7 +217,7 @@ class Absent {
     say(fmt::format(
         "Every entity has it, but not as the same property. Those that differ from the first one, {}: {}.",
         handleText(selection_.entity(0)), handlesText(selection_, absence_.entities)));
-    for (const Part part : absence_.parts) {
+    for (const Absence::Part part : absence_.parts) {
       made_.parts.emplace_back(nameOf(part));
       say(fmt::format("Of the first of these, {}.", wordsFor(part)));
     }
@@ -395,7 +391,10 @@ void explain(const ExplainRequest& request, std::ostream& out) {
   const std::vector<palette::Row> rows = rowsMeant(selection.rows(), request.name);
   const Explanation explanation = rows.empty() ? Absent(selection, request.name).explain()
                                                : explainRow(selection, rows.front(), numberStyleOf(*drawing));
-  (request.json ? printAsJson : printForPeople)(request, selection, explanation, out);
+  if (request.json)
+    printAsJson(request, selection, explanation, out);
+  else
+    printForPeople(request, selection, explanation, out);
 }
 
 }  // namespace velt::tool

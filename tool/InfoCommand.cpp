@@ -203,7 +203,10 @@ void printAsJson(const InfoRequest& request, const DrawingInfo& info, std::ostre
 void info(const InfoRequest& request, std::ostream& out) {
   const std::unique_ptr<database::Drawing> drawing = openDrawing(request.drawing);
   const DrawingInfo gathered = infoOf(*drawing);
-  (request.json ? printAsJson : printForPeople)(request, gathered, out);
+  if (request.json)
+    printAsJson(request, gathered, out);
+  else
+    printForPeople(request, gathered, out);
 }
 
 }  // namespace velt::tool

@@ -321,7 +321,10 @@ ExitCode set(const SetRequest& request, std::ostream& out, std::ostream& err) {
   }
   report.code = codeOf(request, report);
   saveUnlessForbidden(request, *drawing, report, err);
-  (request.json ? printAsJson : printForPeople)(request, report, selected, out);
+  if (request.json)
+    printAsJson(request, report, selected, out);
+  else
+    printForPeople(request, report, selected, out);
   return report.code;
 }
 

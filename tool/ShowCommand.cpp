@@ -236,7 +236,10 @@ void show(const ShowRequest& request, std::ostream& out) {
   Shown shown{.request = request, .selected = selected, .selection = selection};
   shown.style = numberStyleOf(*drawing, request.precise);
   countEntities(shown);
-  (request.json ? printAsJson : printForPeople)(shown, out);
+  if (request.json)
+    printAsJson(shown, out);
+  else
+    printForPeople(shown, out);
 }
 
 }  // namespace velt::tool

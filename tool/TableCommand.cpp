@@ -260,7 +260,10 @@ void table(const TableRequest& request, std::ostream& out) {
   const SelectedEntities selected = select(*drawing, request.selection);
   palette::Selection selection(selected.ids);
   if (request.format == TableFormat::json) {
-    (wantsAll(request) ? printAllAsJson : printAsJson)(request, selection, out);
+    if (wantsAll(request))
+      printAllAsJson(request, selection, out);
+    else
+      printAsJson(request, selection, out);
     return;
   }
   Cells headings = columnsOf(request, selection);

@@ -20,12 +20,6 @@ Box intersection(const Box& a, const Box& b) {
           {std::min(a.high.x, b.high.x), std::min(a.high.y, b.high.y)}};
 }
 
-Box grown(Box box, double by) {
-  box.low = box.low - Vector2{by, by};
-  box.high = box.high + Vector2{by, by};
-  return box;
-}
-
 }  // namespace
 
 Tolerance Canvas::tolerance() const {
@@ -105,7 +99,7 @@ void Canvas::addPath(const Pen& pen, std::uint32_t firstPart) {
   Primitive primitive{.shape = Shape::Path};
   primitive.first = firstPart;
   primitive.count = nextPart() - firstPart;
-  primitive.box = grown(boxOfParts(firstPart), pen.width / 2);
+  primitive.box = boxOfParts(firstPart).grown(pen.width / 2);
   primitive.width = pen.width;
   primitive.lineweight = pen.lineweight;
   primitive.dashes = pen.dashes;

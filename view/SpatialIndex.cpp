@@ -65,10 +65,6 @@ bool meets(const Box& box, Vector2 from, Vector2 to) {
   return cut(from.x, to.x, box.low.x, box.high.x) && cut(from.y, to.y, box.low.y, box.high.y);
 }
 
-Box grown(const Box& box, double by) {
-  return {box.low - Vector2{by, by}, box.high + Vector2{by, by}};
-}
-
 // Looks at one primitive closely, where its box alone does not tell.
 class Closely {
  public:
@@ -86,7 +82,7 @@ class Closely {
   [[nodiscard]] bool crosses(const Box& box) const {
     if (!clipsMeet(box)) return false;
     if (primitive_.shape != Shape::Path && isFilledAt(0.5 * (box.low + box.high))) return true;
-    const Box reach = grown(box, primitive_.width / 2);
+    const Box reach = box.grown(primitive_.width / 2);
     return anyEdge([&](Vector2 from, Vector2 to) { return meets(reach, from, to); });
   }
 
@@ -180,7 +176,7 @@ std::vector<std::uint32_t> SpatialIndex::seenIn(const Box& box) const {
 }
 
 std::vector<std::uint32_t> SpatialIndex::at(Vector2 point, double distance) const {
-  std::vector<std::uint32_t> candidates = tree_->meeting(grown({point, point}, distance));
+  std::vector<std::uint32_t> candidates = tree_->meeting(Box{point, point}.grown(distance));
   std::reverse(candidates.begin(), candidates.end());
   std::vector<std::uint32_t> entities;
   std::unordered_set<std::uint32_t> known;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int indexCode = 62;
 constexpr int rgbCode = 420;
-constexpr int nameCode = 430;
+constexpr int colorNameCode = 430;
 
 constexpr std::int64_t byBlockIndex = 0;
 constexpr std::int64_t byLayerIndex = 256;
@@ -27,7 +27,7 @@ VkCmColor colorOf(const Lens& lens, std::string_view subclass, std::uint32_t ofI
   const std::optional<std::uint32_t> rgb = colorNumber(lens.integer(rgbCode, subclass, noRgb));
   color.setColor(rgb ? colorOfRgb(*rgb) : ofIndex);
 
-  const std::wstring name = lens.name(nameCode, subclass);
+  const std::wstring name = lens.name(colorNameCode, subclass);
   if (name.empty()) return color;
   const std::size_t separator = name.find(L'$');
   if (separator == std::wstring::npos) {
@@ -74,10 +74,10 @@ bool setEntityColor(Drawing& drawing, std::uint32_t record, const VkCmColor& col
   const std::wstring book = color.bookName();
   const std::wstring name = (book.empty() ? L"" : book + L"$") + color.colorName();
   if (name.empty()) {
-    editor.remove(nameCode, commonSubclass);
+    editor.remove(colorNameCode, commonSubclass);
     return true;
   }
-  return editor.setText(nameCode, commonSubclass, name, {8, 6, 62, 370, 48, 60, 420});
+  return editor.setText(colorNameCode, commonSubclass, name, {8, 6, 62, 370, 48, 60, 420});
 }
 
 VkCmColor defaultLayerColor() {

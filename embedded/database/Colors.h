@@ -11,6 +11,8 @@
 
 namespace velt::database {
 
+// The byte that says what kind of color the others tell of.
+inline constexpr std::uint32_t colorMethodMask = 0xFF000000;
 inline constexpr std::uint32_t colorByLayer = 0xC0000000;
 inline constexpr std::uint32_t colorByBlock = 0xC1000000;
 

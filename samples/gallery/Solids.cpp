@@ -46,8 +46,7 @@ constexpr std::string_view region[] = {
     "ellipse-curve $-1 145 20 0 0 0 1 3 0 0 1 I I #",
 };
 
-// A ball.
-constexpr std::string_view solid[] = {
+constexpr std::string_view ball[] = {
     "400 5 1 0",
     "7 Gallery 5 1.0.0 1 0",
     "1 1e-06 1e-10",
@@ -117,7 +116,7 @@ void addBody(Exhibition& gallery) {
 
 void addModels(Exhibition& gallery) {
   addModel(gallery, "REGION", region);
-  addModel(gallery, "3DSOLID", solid);
+  addModel(gallery, "3DSOLID", ball);
 }
 
 }  // namespace velt::samples

@@ -20,7 +20,7 @@ using automation::BoundaryLoop;
 using automation::EllipseEnds;
 using automation::LineEdge;
 
-constexpr std::string_view subclass = "AcDbHatch";
+constexpr std::string_view hatchSubclass = "AcDbHatch";
 
 using Loop = std::vector<Vector2>;
 
@@ -125,7 +125,7 @@ std::vector<LineFamily> familiesOf(const Lens& hatch) {
   const dxf::RecordView& view = hatch.view();
   // After the boundary, in which some of the codes mean other things.
   bool isPattern = false;
-  view.visit(subclass, [&](std::size_t index) {
+  view.visit(hatchSubclass, [&](std::size_t index) {
     const int code = view.code(index);
     if (code == 78) isPattern = true;
     if (!isPattern || code < 43 || code > 53) return true;
@@ -148,7 +148,7 @@ Ink gradientInk(const Painter& painter, const Lens& hatch, const Place& place) {
   std::vector<Ink> inks;
   const dxf::RecordView& view = hatch.view();
   bool isGradient = false;
-  view.visit(subclass, [&](std::size_t index) {
+  view.visit(hatchSubclass, [&](std::size_t index) {
     const int code = view.code(index);
     if (code == 450) isGradient = true;
     if (!isGradient) return true;
@@ -167,16 +167,16 @@ class HatchDrawer {
  public:
   HatchDrawer(Painter& painter, const Lens& hatch, const Place& place)
       : painter_(painter), hatch_(hatch), place_(place) {
-    const double elevation = hatch.real(30, subclass, 0);
+    const double elevation = hatch.real(30, hatchSubclass, 0);
     plane_ = place.toSpace()
-                 .after(Transform::ofFrame(automation::frameOf(hatch, subclass)))
+                 .after(Transform::ofFrame(automation::frameOf(hatch, hatchSubclass)))
                  .after(Transform::moved({0, 0, elevation}));
   }
 
   void draw(const std::vector<Loop>& loops) {
     Pen pen = painter_.pen(place_);
-    const bool isSolid = hatch_.integer(70, subclass, 0) == 1;
-    if (hatch_.integer(450, subclass, 0) == 1) {
+    const bool isSolid = hatch_.integer(70, hatchSubclass, 0) == 1;
+    if (hatch_.integer(450, hatchSubclass, 0) == 1) {
       pen.ink = gradientInk(painter_, hatch_, place_);
       fill(pen, loops);
     } else if (isSolid) {
@@ -250,7 +250,7 @@ void drawHatch(Painter& painter, const Lens& entity, const Place& place) {
     return;  // nobody knows what it fills
   }
   HatchDrawer(painter, entity, place)
-      .draw(filledLoops(std::move(boundary.loops), entity.integer(75, subclass, 0)));
+      .draw(filledLoops(std::move(boundary.loops), entity.integer(75, hatchSubclass, 0)));
 }
 
 }  // namespace velt::view::entities

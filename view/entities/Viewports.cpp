@@ -14,7 +14,7 @@ namespace {
 
 using automation::pointAt;
 
-constexpr std::string_view subclass = "AcDbViewport";
+constexpr std::string_view viewportSubclass = "AcDbViewport";
 
 // A window on the sheet, and what of model space is seen through it.
 struct Window {
@@ -48,15 +48,15 @@ struct Window {
 
 Window windowOf(const Lens& viewport) {
   Window window;
-  window.center = pointAt(viewport, 10, subclass);
-  window.width = viewport.real(40, subclass, 0);
-  window.height = viewport.real(41, subclass, 0);
-  window.target = pointAt(viewport, 17, subclass);
-  window.towardsViewer = pointAt(viewport, 16, subclass, {0, 0, 1});
-  const Vector3 viewCenter = pointAt(viewport, 12, subclass);
+  window.center = pointAt(viewport, 10, viewportSubclass);
+  window.width = viewport.real(40, viewportSubclass, 0);
+  window.height = viewport.real(41, viewportSubclass, 0);
+  window.target = pointAt(viewport, 17, viewportSubclass);
+  window.towardsViewer = pointAt(viewport, 16, viewportSubclass, {0, 0, 1});
+  const Vector3 viewCenter = pointAt(viewport, 12, viewportSubclass);
   window.viewCenter = {viewCenter.x, viewCenter.y};
-  window.viewHeight = viewport.real(45, subclass, 0);
-  window.twist = automation::radians(viewport.real(51, subclass, 0));
+  window.viewHeight = viewport.real(45, viewportSubclass, 0);
+  window.twist = automation::radians(viewport.real(51, viewportSubclass, 0));
   return window;
 }
 
@@ -88,7 +88,7 @@ void readOldView(const Lens& viewport, Window& window) {
 HiddenLayers hiddenLayersOf(const Painter& painter, const Lens& viewport) {
   HiddenLayers hidden;
   const dxf::RecordView& view = viewport.view();
-  view.visit(subclass, [&](std::size_t index) {
+  view.visit(viewportSubclass, [&](std::size_t index) {
     if (view.code(index) != 331 && view.code(index) != 341) return true;
     const auto record = painter.drawing().recordByHandle(dxf::parseHandle(view.value(index)).value_or(0));
     const database::TableEntry* const layer = record ? painter.drawing().layers().ofRecord(*record) : nullptr;
@@ -102,7 +102,7 @@ HiddenLayers hiddenLayersOf(const Painter& painter, const Lens& viewport) {
 std::vector<Vector2> outlineOf(Painter& painter, const Lens& viewport, const Window& window,
                                const Place& place) {
   std::vector<Vector2> outline = window.outline(place.toSpace());
-  const auto record = painter.drawing().recordByHandle(viewport.handle(340, subclass));
+  const auto record = painter.drawing().recordByHandle(viewport.handle(340, viewportSubclass));
   if (!record) return outline;
   const Lens shape(painter.drawing(), *record);
   std::vector<Vector2> corners;
@@ -130,13 +130,13 @@ void drawViewport(Painter& painter, const Lens& entity, const Place& place) {
   constexpr std::int64_t switchedOff = 0x20000;
   // Only sheets have windows on model space, and none of them is seen through another.
   if (!place.around.isPaper || place.around.viewport != none || place.around.block != nullptr) return;
-  if (entity.integer(69, subclass, 0) == isTheSheet) return;
+  if (entity.integer(69, viewportSubclass, 0) == isTheSheet) return;
   Window window = windowOf(entity);
   if (!(window.viewHeight > 0)) readOldView(entity, window);
   if (!(window.width > 0) || !(window.height > 0)) return;
   const std::vector<Vector2> outline = outlineOf(painter, entity, window, place);
-  const bool isOn =
-      entity.integer(68, subclass, 1) != 0 && (entity.integer(90, subclass, 0) & switchedOff) == 0;
+  const bool isOn = entity.integer(68, viewportSubclass, 1) != 0
+                    && (entity.integer(90, viewportSubclass, 0) & switchedOff) == 0;
   if (isOn && window.viewHeight > 0) {
     const HiddenLayers hidden = hiddenLayersOf(painter, entity);
     Surroundings around;

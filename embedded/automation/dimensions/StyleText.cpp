@@ -59,11 +59,11 @@ void putSuffixOf(const Subject& subject, const AffixVariable& of, const std::wst
   putAffixes(subject, of, affixes);
 }
 
-double gapOf(const Subject& subject) {
+}  // namespace
+
+double storedTextGap(const Subject& subject) {
   return DimensionStyle(subject).real(variables::textGap);
 }
-
-}  // namespace
 
 std::wstring getDimensionTextStyle(const Subject& subject) {
   const std::wstring name =
@@ -79,12 +79,12 @@ void putDimensionTextStyle(const Subject& subject, const std::wstring& name) {
 }
 
 double getTextGap(const Subject& subject) {
-  return std::abs(gapOf(subject));
+  return std::abs(storedTextGap(subject));
 }
 
 void putTextGap(const Subject& subject, const double& gap) {
   if (getTextGap(subject) == gap) return;
-  const bool hasFrame = gapOf(subject) < 0;
+  const bool hasFrame = storedTextGap(subject) < 0;
   if (hasFrame && gap == 0) throw Refusal(E_FAIL, L"The frame around the text needs room.");
   StyleEditor(subject).real(variables::textGap, hasFrame ? -gap : gap);
 }

@@ -12,6 +12,8 @@ std::wstring getDimensionTextStyle(const Subject& subject);
 void putDimensionTextStyle(const Subject& subject, const std::wstring& name);
 
 // Stored negative for a text in a frame.
+// As it is stored: less than 0 for a text with a frame around it.
+double storedTextGap(const Subject& subject);
 double getTextGap(const Subject& subject);
 void putTextGap(const Subject& subject, const double& gap);
 

@@ -2,16 +2,13 @@
 
 #include "embedded/automation/dimensions/DimensionStyle.h"
 #include "embedded/automation/dimensions/StyleEditor.h"
+#include "embedded/automation/dimensions/StyleText.h"
 #include "embedded/automation/model/Refusal.h"
 
 namespace velt::automation {
 namespace {
 
 enum Tolerance : std::int32_t { none, symmetrical, deviation, limits, basic };
-
-double gapOf(const Subject& subject) {
-  return DimensionStyle(subject).real(variables::textGap);
-}
 
 bool areLimitsEqual(const Subject& subject) {
   // Stored with the same text, two equal numbers are the same number.
@@ -25,7 +22,7 @@ void requireTolerance(const Subject& subject, std::int32_t tolerance) {
   if (tolerance == deviation && areLimitsEqual(subject)) {
     throw Refusal(E_FAIL, L"The limits are equal, so that the tolerance is symmetrical.");
   }
-  if (tolerance == basic && gapOf(subject) == 0) {
+  if (tolerance == basic && storedTextGap(subject) == 0) {
     throw Refusal(E_FAIL, L"A frame needs room around the text.");
   }
 }
@@ -50,7 +47,7 @@ std::int32_t getTolerance(const Subject& subject) {
   const DimensionStyle style(subject);
   if (style.flag(variables::hasLimits)) return limits;
   if (style.flag(variables::hasTolerance)) return areLimitsEqual(subject) ? symmetrical : deviation;
-  return gapOf(subject) < 0 ? basic : none;
+  return storedTextGap(subject) < 0 ? basic : none;
 }
 
 void putTolerance(const Subject& subject, const std::int32_t& tolerance) {
@@ -58,7 +55,7 @@ void putTolerance(const Subject& subject, const std::int32_t& tolerance) {
   requireTolerance(subject, tolerance);
   overrideFlag(subject, variables::hasLimits, tolerance == limits);
   overrideFlag(subject, variables::hasTolerance, tolerance == symmetrical || tolerance == deviation);
-  const double gap = gapOf(subject);
+  const double gap = storedTextGap(subject);
   if ((gap < 0) != (tolerance == basic)) StyleEditor(subject).real(variables::textGap, -gap);
 }
 

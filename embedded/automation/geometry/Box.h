@@ -22,6 +22,8 @@ struct Box {
     include(box.low);
     include(box.high);
   }
+  // By so much on every side.
+  [[nodiscard]] Box grown(double by) const { return {low - Vector2{by, by}, high + Vector2{by, by}}; }
   // Borders count.
   [[nodiscard]] bool meets(const Box& other) const {
     return low.x <= other.high.x && other.low.x <= high.x && low.y <= other.high.y && other.low.y <= high.y;

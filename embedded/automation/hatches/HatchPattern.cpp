@@ -11,7 +11,7 @@
 namespace velt::automation {
 namespace {
 
-constexpr const char* subclass = "AcDbHatch";
+constexpr const char* hatchSubclass = "AcDbHatch";
 
 // Where one family of parallel lines stands in its record.
 struct Family {
@@ -22,7 +22,7 @@ struct Family {
 
 std::vector<Family> familiesOf(const dxf::RecordView& view) {
   std::vector<Family> families;
-  view.visit(subclass, [&](std::size_t index) {
+  view.visit(hatchSubclass, [&](std::size_t index) {
     const int code = view.code(index);
     if (code == 53) families.push_back({.angle = index});
     if (families.empty()) return true;

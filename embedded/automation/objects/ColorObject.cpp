@@ -8,13 +8,12 @@
 namespace velt::automation {
 namespace {
 
-constexpr std::uint32_t methodMask = 0xFF000000;
 constexpr std::uint32_t byRgb = 0xC2000000;
 constexpr std::uint32_t byIndex = 0xC3000000;
 constexpr std::uint32_t noColor = 0xC8000000;
 
 bool isColor(std::uint32_t value) {
-  const std::uint32_t method = value & methodMask;
+  const std::uint32_t method = value & database::colorMethodMask;
   return (method >= database::colorByLayer && method <= byIndex) || method == noColor;
 }
 
@@ -36,7 +35,7 @@ Value getBookName(ColorObject& object, std::int32_t) {
 
 Value getColorIndex(ColorObject& object, std::int32_t) {
   const std::uint32_t value = object.color().color();
-  switch (value & methodMask) {
+  switch (value & database::colorMethodMask) {
     case database::colorByLayer:
       return byLayerIndex;
     case database::colorByBlock:
@@ -62,7 +61,7 @@ void putColorIndex(ColorObject& object, const Value& value) {
 template <int Shift>
 Value getPart(ColorObject& object, std::int32_t) {
   const std::uint32_t value = object.color().color();
-  if ((value & methodMask) != byRgb)
+  if ((value & database::colorMethodMask) != byRgb)
     throw Refusal(E_FAIL, L"The colour is not given as red, green and blue.");
   return static_cast<std::int32_t>((value >> Shift) & 0xFF);
 }

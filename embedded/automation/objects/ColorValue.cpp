@@ -11,8 +11,6 @@
 namespace velt::automation {
 namespace {
 
-constexpr std::uint32_t methodMask = 0xFF000000;
-
 VkCmColor plainColor(std::uint32_t value) {
   VkCmColor color;
   color.setColor(value);
@@ -68,14 +66,16 @@ VkCmColor colorOfText(std::wstring_view text) {
   }
   if (const auto index = partFrom(text)) return colorOfNumber(static_cast<std::int32_t>(*index));
   if (const auto rgb = rgbFrom(text)) return plainColor(database::colorOfRgb(*rgb));
-  throw Refusal(E_INVALIDARG, L"There is no colour of that name: a colour is one such as red, a number from 0 to 256, 255,136,0, ByLayer or ByBlock.");
+  throw Refusal(E_INVALIDARG,
+                L"There is no colour of that name: a colour is one such as red, a number from 0 to 256, "
+                L"255,136,0, ByLayer or ByBlock.");
 }
 
 // No color at all can be the value of a color object, but not of an entity.
 VkCmColor requireUsable(VkCmColor color) {
   const std::uint32_t value = color.color();
-  const std::uint32_t method = value & methodMask;
-  const std::uint32_t index = value & ~methodMask;
+  const std::uint32_t method = value & database::colorMethodMask;
+  const std::uint32_t index = value & ~database::colorMethodMask;
   const bool isIndex = method == database::colorOfIndex(0) && index > 0 && index < 256;
   const bool isUsable = isIndex || method == database::colorOfRgb(0) || method == database::colorByLayer
                         || method == database::colorByBlock;

@@ -10,7 +10,7 @@ namespace velt::automation {
 namespace {
 
 // Vertices say their kind in several markers, but no code twice.
-constexpr const char* any = "*";
+constexpr const char* anySubclass = "*";
 
 constexpr int heightCode = static_cast<int>(HeavyVertexPart::Z);
 constexpr int widthCodes[] = {static_cast<int>(HeavyVertexPart::StartWidth),
@@ -34,7 +34,7 @@ double partOf(const HeavyPolyline& shape, std::size_t vertex, HeavyVertexPart pa
 
 void requireNotSmoothed(const Subject& polyline) {
   constexpr std::int64_t smoothed = 2 | 4;
-  if ((polyline.lens().integer(70, any, 0) & smoothed) != 0)
+  if ((polyline.lens().integer(70, anySubclass, 0) & smoothed) != 0)
     throw Refusal(E_FAIL, L"It is smoothed: its curve would have to be drawn anew.");
 }
 
@@ -58,7 +58,7 @@ void putHeavyVertexPart(const Subject& polyline, std::size_t vertex, HeavyVertex
   const HeavyPolyline& shape = heavyPolyline(polyline);
   if (partOf(shape, vertex, part) == value) return;
   requireNotSmoothed(polyline);
-  Editor(polyline.drawing(), shape.records[vertex]).real(static_cast<int>(part), any, value);
+  Editor(polyline.drawing(), shape.records[vertex]).real(static_cast<int>(part), anySubclass, value);
 }
 
 void putHeavyVertexPlaces(const Subject& polyline, std::size_t ofEach,
@@ -72,7 +72,8 @@ void putHeavyVertexPlaces(const Subject& polyline, std::size_t ofEach,
     const HeavyVertexPart part = parts[i % ofEach];
     if (partOf(before, vertex, part) == coordinates[i]) continue;
     requireNotSmoothed(polyline);
-    Editor(polyline.drawing(), before.records[vertex]).real(static_cast<int>(part), any, coordinates[i]);
+    Editor(polyline.drawing(), before.records[vertex])
+        .real(static_cast<int>(part), anySubclass, coordinates[i]);
   }
 }
 
@@ -81,19 +82,19 @@ void putHeavyCommonWidth(const Subject& polyline, double width) {
   if (heavyPolyline(polyline).width() == width) return;
   Editor head(polyline);
   for (const int code : widthCodes)
-    head.real(code, any, width);
+    head.real(code, anySubclass, width);
   changeEachVertex(polyline, [](Editor& vertex) {
     for (const int code : widthCodes)
-      vertex.remove(code, any);
+      vertex.remove(code, anySubclass);
   });
 }
 
 void putHeavyElevation(const Subject& polyline, double elevation) {
-  Vector3 origin = pointAt(polyline.lens(), 10, any);
+  Vector3 origin = pointAt(polyline.lens(), 10, anySubclass);
   if (origin.z == elevation) return;
   origin.z = elevation;
-  Editor(polyline).point(10, any, origin);
-  changeEachVertex(polyline, [&](Editor& vertex) { vertex.real(heightCode, any, elevation); });
+  Editor(polyline).point(10, anySubclass, origin);
+  changeEachVertex(polyline, [&](Editor& vertex) { vertex.real(heightCode, anySubclass, elevation); });
 }
 
 std::vector<Vector3> heavyVertexPlaces(const Subject& polyline) {

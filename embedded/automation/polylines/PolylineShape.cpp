@@ -12,11 +12,11 @@ namespace velt::automation {
 namespace {
 
 constexpr std::string_view subclass = "AcDbPolyline";
-constexpr std::int64_t closedFlag = 1;
+constexpr std::int64_t closedBit = 1;
 
 PolylineShape readShape(const database::Lens& lens) {
   PolylineShape shape;
-  shape.closed = (lens.integer(70, subclass, 0) & closedFlag) != 0;
+  shape.closed = (lens.integer(70, subclass, 0) & closedBit) != 0;
   lens.view().visit(subclass, [&](std::size_t index) {
     const int code = lens.view().code(index);
     const auto number = [&] { return dxf::parseReal(lens.view().value(index)).value_or(0.0); };

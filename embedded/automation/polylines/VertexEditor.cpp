@@ -11,7 +11,7 @@
 namespace velt::automation {
 namespace {
 
-constexpr const char* subclass = "AcDbPolyline";
+constexpr const char* lightSubclass = "AcDbPolyline";
 constexpr int commonWidthCode = 43;
 constexpr int xCode = 10;
 constexpr int yCode = 20;
@@ -27,7 +27,7 @@ struct VertexPairs {
 
 std::vector<VertexPairs> vertexPairs(const dxf::RecordView& view) {
   std::vector<VertexPairs> vertices;
-  view.visit(subclass, [&](std::size_t index) {
+  view.visit(lightSubclass, [&](std::size_t index) {
     const int code = view.code(index);
     if (code == xCode) vertices.push_back({.x = index});
     if (vertices.empty()) return true;
@@ -68,7 +68,7 @@ void giveEachItsWidths(dxf::Document& document, std::uint32_t record, double wid
 }
 
 void endCommonWidth(dxf::Document& document, std::uint32_t record) {
-  const auto pair = document.view(record).find(commonWidthCode, subclass);
+  const auto pair = document.view(record).find(commonWidthCode, lightSubclass);
   if (!pair) return;
   const double width = dxf::parseReal(document.view(record).value(*pair)).value_or(0);
   document.erase(record, *pair);
@@ -141,12 +141,12 @@ void putCommonWidth(const Subject& polyline, double width) {
   const std::uint32_t record = polyline.record();
   const database::Lens lens = polyline.lens();
   if (polylineShape(polyline).width() == width) return;
-  const bool hasOwn = lens.has(startWidthCode, subclass) || lens.has(endWidthCode, subclass);
-  Editor(polyline).real(commonWidthCode, subclass, width);
+  const bool hasOwn = lens.has(startWidthCode, lightSubclass) || lens.has(endWidthCode, lightSubclass);
+  Editor(polyline).real(commonWidthCode, lightSubclass, width);
   if (!hasOwn) return;
   polyline.drawing().edit(record, [&](dxf::Document& document) {
     for (const int code : {startWidthCode, endWidthCode}) {
-      const std::vector<std::size_t> old = document.view(record).findAll(code, subclass);
+      const std::vector<std::size_t> old = document.view(record).findAll(code, lightSubclass);
       for (auto pair = old.rbegin(); pair != old.rend(); ++pair)
         document.erase(record, *pair);
     }

@@ -11,18 +11,20 @@
 namespace velt::automation {
 namespace {
 
-constexpr const char* text = "AcDbText";
+constexpr const char* textSubclass = "AcDbText";
 constexpr const char* attribute = "AcDbAttribute";
 
 // Of a text that is justified left the second point has no meaning.
 bool hangsOnSecondPoint(const database::Lens& lens) {
-  return lens.has(11, text) && (lens.integer(72, text, 0) != 0 || lens.integer(74, attribute, 0) != 0);
+  return lens.has(11, textSubclass)
+         && (lens.integer(72, textSubclass, 0) != 0 || lens.integer(74, attribute, 0) != 0);
 }
 
 template <class Move>
 void movePoints(Editor& editor, Move&& move) {
-  editor.point(10, text, move(pointAt(editor.lens(), 10, text)));
-  if (hangsOnSecondPoint(editor.lens())) editor.point(11, text, move(pointAt(editor.lens(), 11, text)));
+  editor.point(10, textSubclass, move(pointAt(editor.lens(), 10, textSubclass)));
+  if (hangsOnSecondPoint(editor.lens()))
+    editor.point(11, textSubclass, move(pointAt(editor.lens(), 11, textSubclass)));
 }
 
 template <class Change>
@@ -65,8 +67,8 @@ void turnAttachedTexts(const Subject& reference, const Vector3& about, double an
       const Vector3 arm = point - about;
       return about + Vector3{arm.x * cosine - arm.y * sine, arm.x * sine + arm.y * cosine, arm.z};
     });
-    const double before = radians(editor.lens().real(50, text, 0));
-    editor.real(50, text, storedDegreesOf(normalizedAngle(before + angle)));
+    const double before = radians(editor.lens().real(50, textSubclass, 0));
+    editor.real(50, textSubclass, storedDegreesOf(normalizedAngle(before + angle)));
   });
 }
 
