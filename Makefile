@@ -10,11 +10,11 @@ run:
 	build/release/bin/veltprops sample --force build/release/sample.dxf && build/release/bin/veltprops show build/release/sample.dxf --all
 
 palette:
-	@scripts/install-dependencies build window
+	@scripts/install-dependencies build desktop
 	@scripts/build release veltpalette && build/release/bin/veltpalette
 
 test:
-	@scripts/install-dependencies build test docs window
+	@scripts/install-dependencies build test docs desktop
 	@scripts/build dev && ctest --preset dev
 
 bench:

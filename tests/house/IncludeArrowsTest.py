@@ -72,11 +72,11 @@ MAY_INCLUDE = {
     "plugins": {"host", "embedded/sources"},
     "view": IN_VIEW,
     "tool": SHIPPED | {"view"},
-    "window": SHIPPED | {"view", "tool"},
-    "window/session": SHIPPED | {"view", "tool"},
-    "tests": SHIPPED | {"view", "tool", "window", "bench"},
+    "desktop": SHIPPED | {"view", "tool"},
+    "desktop/session": SHIPPED | {"view", "tool"},
+    "tests": SHIPPED | {"view", "tool", "desktop", "bench"},
     "bench": SHIPPED | {"view"},
-    "fuzz": SHIPPED | {"view", "tool", "window", "bench", "tests"},
+    "fuzz": SHIPPED | {"view", "tool", "desktop", "bench", "tests"},
     "examples": SHIPPED,
     # A host of its own shows that the layer needs nothing of the embedded one.
     "examples/minimal-host": LAYER,
@@ -99,11 +99,11 @@ PLUGIN_HEADERS = ("embedded/sources/Plugin.h", "embedded/sources/PluginProperty.
 
 # First component of an include in angle brackets, and the folders that may use it.
 THIRD_PARTY = {
-    "CLI": {"tool", "window", "hostcheck", "recorder", "tests"},
+    "CLI": {"tool", "desktop", "hostcheck", "recorder", "tests"},
     "nlohmann": {"tool", "hostcheck", "recorder", "tests", "bench"},
     "tao": {"tool"},
     "utf8proc.h": {"tool"},
-    "fmt": {"palette", "tool", "window", "tests", "bench"},
+    "fmt": {"palette", "tool", "desktop", "tests", "bench"},
     "gtest": {"tests", "fuzz"},
     "gmock": {"tests"},
     "rapidcheck": {"tests"},

@@ -9,19 +9,19 @@ import unittest
 import house
 
 TESTED_FOLDERS = ("holders", *house.LAYER, "palette", "hostcheck", "recorder", "dxf", "samples", "embedded", "view", "tool",
-                  "window")
+                  "desktop")
 
 # Sources whose test stands elsewhere: pattern, the test file that covers them, and why.
 COVERED_ELSEWHERE = [
     ("tool/Main.cpp", None,
      "holds main() and nothing else, so no test can link it; the tests of the tool run the program"),
-    ("window/Main.cpp", None,
+    ("desktop/Main.cpp", None,
      "holds main() and what it alone needs"),
-    ("window/EntityModel.cpp", "tests/window/MainWindowTest.cpp",
+    ("desktop/EntityModel.cpp", "tests/desktop/MainWindowTest.cpp",
      "a list is tested in the window that shows it"),
-    ("window/drawing/*.cpp", "tests/window/MainWindowTest.cpp",
+    ("desktop/drawing/*.cpp", "tests/desktop/MainWindowTest.cpp",
      "a pane is tested by what a user does in the window"),
-    ("window/palette/*.cpp", "tests/window/MainWindowTest.cpp",
+    ("desktop/palette/*.cpp", "tests/desktop/MainWindowTest.cpp",
      "a pane is tested by what a user does in the window"),
     ("hostcheck/program/Main.cpp", None,
      "holds main() and what it alone needs; a test runs the program"),

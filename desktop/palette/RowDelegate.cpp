@@ -1,12 +1,12 @@
-#include "window/palette/RowDelegate.h"
+#include "desktop/palette/RowDelegate.h"
 
 #include <QComboBox>
 #include <QLineEdit>
 
-#include "window/palette/PaletteModel.h"
-#include "window/palette/Swatches.h"
+#include "desktop/palette/PaletteModel.h"
+#include "desktop/palette/Swatches.h"
 
-namespace velt::window {
+namespace velt::desktop {
 
 QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                    const QModelIndex& index) const {
@@ -46,4 +46,4 @@ void RowDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const
   QStyledItemDelegate::setModelData(editor, model, index);
 }
 
-}  // namespace velt::window
+}  // namespace velt::desktop

@@ -14,14 +14,14 @@
 #include <optional>
 #include <vector>
 
+#include "desktop/drawing/PicturePainter.h"
 #include "embedded/database/Drawing.h"
 #include "view/Draw.h"
 #include "view/SpatialIndex.h"
-#include "window/drawing/PicturePainter.h"
 
 class QTabBar;
 
-namespace velt::window {
+namespace velt::desktop {
 
 class DrawingPane : public QWidget {
   Q_OBJECT
@@ -90,4 +90,4 @@ class DrawingPane : public QWidget {
   bool isFitted_ = true;
 };
 
-}  // namespace velt::window
+}  // namespace velt::desktop

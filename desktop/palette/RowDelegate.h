@@ -4,7 +4,7 @@
 
 #include <QStyledItemDelegate>
 
-namespace velt::window {
+namespace velt::desktop {
 
 class RowDelegate : public QStyledItemDelegate {
   Q_OBJECT
@@ -18,4 +18,4 @@ class RowDelegate : public QStyledItemDelegate {
   void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
 };
 
-}  // namespace velt::window
+}  // namespace velt::desktop

@@ -1,4 +1,4 @@
-#include "window/drawing/PicturePainter.h"
+#include "desktop/drawing/PicturePainter.h"
 
 #include <QFont>
 #include <QFontMetricsF>
@@ -11,7 +11,7 @@
 
 #include "view/Letters.h"
 
-namespace velt::window {
+namespace velt::desktop {
 
 namespace {
 
@@ -215,4 +215,4 @@ void paintPicture(QPainter& painter, const view::Picture& picture, const view::S
   painter.setClipping(false);
 }
 
-}  // namespace velt::window
+}  // namespace velt::desktop

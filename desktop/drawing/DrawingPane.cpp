@@ -1,4 +1,4 @@
-#include "window/drawing/DrawingPane.h"
+#include "desktop/drawing/DrawingPane.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -11,7 +11,7 @@
 #include "palette/Palette.h"
 #include "view/Svg.h"
 
-namespace velt::window {
+namespace velt::desktop {
 
 namespace {
 
@@ -305,4 +305,4 @@ void DrawingPane::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-}  // namespace velt::window
+}  // namespace velt::desktop

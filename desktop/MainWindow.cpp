@@ -1,4 +1,4 @@
-#include "window/MainWindow.h"
+#include "desktop/MainWindow.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -18,13 +18,13 @@
 #include <exception>
 #include <utility>
 
+#include "desktop/EntityModel.h"
+#include "desktop/drawing/DrawingPane.h"
+#include "desktop/palette/PalettePane.h"
 #include "dxf/FileReplacement.h"
 #include "tool/EntitySelection.h"
-#include "window/EntityModel.h"
-#include "window/drawing/DrawingPane.h"
-#include "window/palette/PalettePane.h"
 
-namespace velt::window {
+namespace velt::desktop {
 
 MainWindow::MainWindow(std::unique_ptr<Session> session, QWidget* parent)
     : QMainWindow(parent),
@@ -272,4 +272,4 @@ void MainWindow::dropEvent(QDropEvent* event) {
   if (!files.isEmpty() && files.front().isLocalFile()) open(files.front().toLocalFile());
 }
 
-}  // namespace velt::window
+}  // namespace velt::desktop

@@ -7,7 +7,7 @@
 #include <QApplication>
 #include <memory>
 
-namespace velt::window {
+namespace velt::desktop {
 
 // Ends before the program does: Qt's own things are gone by then.
 class ApplicationOfTests : public testing::Environment {
@@ -28,4 +28,4 @@ class ApplicationOfTests : public testing::Environment {
 inline testing::Environment* const applicationOfTests =
     testing::AddGlobalTestEnvironment(new ApplicationOfTests);
 
-}  // namespace velt::window
+}  // namespace velt::desktop

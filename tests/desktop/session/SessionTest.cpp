@@ -1,4 +1,4 @@
-#include "window/session/Session.h"
+#include "desktop/session/Session.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 #include "tests/support/Files.h"
 #include "tests/tool/Drawings.h"
 
-namespace velt::window {
+namespace velt::desktop {
 namespace {
 
 using palette::Fate;
@@ -180,4 +180,4 @@ TEST_F(WindowSession, SavesUnderAnotherName) {
 }
 
 }  // namespace
-}  // namespace velt::window
+}  // namespace velt::desktop

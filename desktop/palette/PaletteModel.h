@@ -6,9 +6,9 @@
 #include <memory>
 #include <vector>
 
-#include "window/session/Session.h"
+#include "desktop/session/Session.h"
 
-namespace velt::window {
+namespace velt::desktop {
 
 class PaletteModel : public QAbstractItemModel {
   Q_OBJECT
@@ -70,4 +70,4 @@ class PaletteModel : public QAbstractItemModel {
   std::uint64_t refreshes_ = 0;
 };
 
-}  // namespace velt::window
+}  // namespace velt::desktop

@@ -1,8 +1,8 @@
-#include "window/EntityModel.h"
+#include "desktop/EntityModel.h"
 
 #include "tool/EntitySelection.h"
 
-namespace velt::window {
+namespace velt::desktop {
 
 void EntityModel::setDrawing(const database::Drawing* drawing) {
   beginResetModel();
@@ -55,4 +55,4 @@ QVariant EntityModel::headerData(int section, Qt::Orientation orientation, int r
   return section == handleColumn ? tr("Handle") : section == classColumn ? tr("Class") : tr("Layer");
 }
 
-}  // namespace velt::window
+}  // namespace velt::desktop

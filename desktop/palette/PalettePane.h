@@ -7,7 +7,7 @@
 #include <QWidget>
 #include <span>
 
-#include "window/session/Session.h"
+#include "desktop/session/Session.h"
 
 class QComboBox;
 class QLabel;
@@ -15,7 +15,7 @@ class QLineEdit;
 class QSortFilterProxyModel;
 class QTreeView;
 
-namespace velt::window {
+namespace velt::desktop {
 
 class PaletteModel;
 
@@ -62,4 +62,4 @@ class PalettePane : public QWidget {
   bool isRestoring_ = false;
 };
 
-}  // namespace velt::window
+}  // namespace velt::desktop

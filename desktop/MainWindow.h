@@ -5,13 +5,13 @@
 #include <QMainWindow>
 #include <memory>
 
-#include "window/session/Session.h"
+#include "desktop/session/Session.h"
 
 class QAction;
 class QFileSystemWatcher;
 class QTableView;
 
-namespace velt::window {
+namespace velt::desktop {
 
 class DrawingPane;
 class EntityModel;
@@ -62,4 +62,4 @@ class MainWindow : public QMainWindow {
   bool isSelecting_ = false;
 };
 
-}  // namespace velt::window
+}  // namespace velt::desktop

@@ -14,7 +14,7 @@
 
 class QPainter;
 
-namespace velt::window {
+namespace velt::desktop {
 
 // Which part of a space is seen, and how large.
 struct Sight {
@@ -59,4 +59,4 @@ struct PaintOptions {
 void paintPicture(QPainter& painter, const view::Picture& picture, const view::SpatialIndex& index,
                   const Sight& sight, const PaintOptions& options);
 
-}  // namespace velt::window
+}  // namespace velt::desktop

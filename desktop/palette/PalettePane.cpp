@@ -1,4 +1,4 @@
-#include "window/palette/PalettePane.h"
+#include "desktop/palette/PalettePane.h"
 
 #include <QComboBox>
 #include <QHeaderView>
@@ -9,11 +9,11 @@
 #include <QVBoxLayout>
 #include <map>
 
+#include "desktop/palette/PaletteModel.h"
+#include "desktop/palette/RowDelegate.h"
 #include "tool/EntitySelection.h"
-#include "window/palette/PaletteModel.h"
-#include "window/palette/RowDelegate.h"
 
-namespace velt::window {
+namespace velt::desktop {
 
 namespace {
 
@@ -188,4 +188,4 @@ QString PalettePane::rowsAsText(QChar separator) const {
   return text;
 }
 
-}  // namespace velt::window
+}  // namespace velt::desktop

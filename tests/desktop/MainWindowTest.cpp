@@ -1,4 +1,4 @@
-#include "window/MainWindow.h"
+#include "desktop/MainWindow.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,16 +15,16 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "desktop/EntityModel.h"
+#include "desktop/drawing/DrawingPane.h"
+#include "desktop/palette/PaletteModel.h"
 #include "embedded/database/Lens.h"
 #include "samples/FloorPlan.h"
+#include "tests/desktop/Application.h"
 #include "tests/support/Files.h"
 #include "tests/tool/Drawings.h"
-#include "tests/window/Application.h"
-#include "window/EntityModel.h"
-#include "window/drawing/DrawingPane.h"
-#include "window/palette/PaletteModel.h"
 
-namespace velt::window {
+namespace velt::desktop {
 namespace {
 
 class Window : public testing::Test {
@@ -334,4 +334,4 @@ TEST_F(Window, CanBePictured) {
 }
 
 }  // namespace
-}  // namespace velt::window
+}  // namespace velt::desktop

@@ -1,14 +1,14 @@
-#include "window/palette/PaletteModel.h"
+#include "desktop/palette/PaletteModel.h"
 
 #include <QApplication>
 #include <QFont>
 #include <QPalette>
 #include <string>
 
+#include "desktop/palette/Swatches.h"
 #include "tool/ReadOnlyRows.h"
-#include "window/palette/Swatches.h"
 
-namespace velt::window {
+namespace velt::desktop {
 
 struct PaletteModel::Node {
   Node* parent = nullptr;
@@ -249,4 +249,4 @@ void PaletteModel::write(std::size_t row, const std::string& text, std::uint64_t
   }
 }
 
-}  // namespace velt::window
+}  // namespace velt::desktop

@@ -1,4 +1,4 @@
-#include "window/session/Session.h"
+#include "desktop/session/Session.h"
 
 #include <fmt/format.h>
 
@@ -8,7 +8,7 @@
 #include "dxf/FileReplacement.h"
 #include "tool/OpenDrawing.h"
 
-namespace velt::window {
+namespace velt::desktop {
 
 Session::Session(std::filesystem::path file, const dxf::Progress& progress)
     : file_(std::move(file)),
@@ -109,4 +109,4 @@ void Session::saveAs(const std::filesystem::path& file, bool replace) {
   savedPosition_ = position_;
 }
 
-}  // namespace velt::window
+}  // namespace velt::desktop

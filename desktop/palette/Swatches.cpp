@@ -1,4 +1,4 @@
-#include "window/palette/Swatches.h"
+#include "desktop/palette/Swatches.h"
 
 #include <QColor>
 #include <QIcon>
@@ -7,7 +7,7 @@
 #include <QStringList>
 #include <optional>
 
-namespace velt::window {
+namespace velt::desktop {
 
 namespace {
 
@@ -46,4 +46,4 @@ QVariant swatchOf(const QString& text) {
   return QIcon(picture);
 }
 
-}  // namespace velt::window
+}  // namespace velt::desktop

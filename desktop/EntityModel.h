@@ -9,7 +9,7 @@
 
 #include "embedded/database/Drawing.h"
 
-namespace velt::window {
+namespace velt::desktop {
 
 class EntityModel : public QAbstractTableModel {
   Q_OBJECT
@@ -39,4 +39,4 @@ class EntityModel : public QAbstractTableModel {
   std::unordered_map<std::uint32_t, int> rows_;
 };
 
-}  // namespace velt::window
+}  // namespace velt::desktop

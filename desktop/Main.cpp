@@ -10,12 +10,12 @@
 #include <utility>
 #include <vector>
 
+#include "desktop/MainWindow.h"
 #include "dxf/Error.h"
 #include "embedded/sources/LoadedPlugins.h"
 #include "samples/FloorPlan.h"
 #include "tool/EntitySelection.h"
 #include "tool/Version.h"
-#include "window/MainWindow.h"
 
 namespace {
 
@@ -26,8 +26,8 @@ struct Request {
   std::vector<std::string> plugins{};
 };
 
-std::unique_ptr<velt::window::Session> open(const Request& request) {
-  using velt::window::Session;
+std::unique_ptr<velt::desktop::Session> open(const Request& request) {
+  using velt::desktop::Session;
   if (!request.drawing.empty()) return std::make_unique<Session>(std::filesystem::path(request.drawing));
   return std::make_unique<Session>(
       velt::database::Drawing::parse(velt::samples::sampleFloorPlan(), "the sample drawing"));
@@ -41,7 +41,7 @@ int run(const Request& request, int argc, char** argv) {
   for (const std::string& file : request.plugins) {
     if (!plugins.load(file)) return 1;
   }
-  velt::window::MainWindow window(open(request));
+  velt::desktop::MainWindow window(open(request));
   if (!request.selection.isEmpty())
     window.select(velt::tool::select(window.session().drawing(), request.selection).ids);
   window.show();

@@ -18,7 +18,7 @@
 #include "embedded/database/Drawing.h"
 #include "palette/Palette.h"
 
-namespace velt::window {
+namespace velt::desktop {
 
 class Session {
  public:
@@ -96,4 +96,4 @@ class Session {
   std::optional<std::size_t> savedPosition_ = 0;
 };
 
-}  // namespace velt::window
+}  // namespace velt::desktop
