@@ -43,6 +43,7 @@ set(VELT_PUBLIC_HEADERS
   palette/Export.h palette/Palette.h
   hostcheck/HostCheck.h hostcheck/HostModule.h
   embedded/database/Changes.h embedded/database/Drawing.h embedded/database/Table.h
+  embedded/platform/Watch.h
   embedded/sources/LoadedPlugins.h embedded/sources/Plugin.h embedded/sources/PluginProperty.h
   embedded/sources/PluginReports.h)
 foreach(header IN LISTS VELT_PUBLIC_HEADERS)

@@ -325,8 +325,26 @@ std::string Document::bytes() const {
   return written;
 }
 
-void Document::write(std::ostream& out) const {
-  writeTo([&](std::string_view part) { out.write(part.data(), static_cast<std::streamsize>(part.size())); });
+void Document::write(std::ostream& out, const Progress& progress) const {
+  constexpr std::size_t step = std::size_t{1} << 20;
+  const std::uint64_t total = bytes_.size();
+  std::uint64_t written = 0;
+  std::uint64_t reportAt = 0;
+  const auto report = [&] {
+    if (!progress || written < reportAt) return;
+    // What was edited may be longer than what was read.
+    progress(std::min(written, total), total);
+    reportAt = written + step;
+  };
+  writeTo([&](std::string_view part) {
+    while (!part.empty()) {
+      const std::string_view piece = part.substr(0, step);
+      out.write(piece.data(), static_cast<std::streamsize>(piece.size()));
+      part.remove_prefix(piece.size());
+      written += piece.size();
+      report();
+    }
+  });
 }
 
 }  // namespace velt::dxf

@@ -112,8 +112,9 @@ class Document {
   // To a file: see FileReplacement.h.
 
   [[nodiscard]] std::string bytes() const;
-  // Failure shows in the stream's state.
-  void write(std::ostream& out) const;
+  // Failure shows in the stream's state. The progress is called now and then with the number of bytes written and that
+  // of the document as it was read, and may throw to give up.
+  void write(std::ostream& out, const Progress& progress = {}) const;
   // The files that the document was read from and saved to, for those who save it: what they held then.
   [[nodiscard]] KnownFiles& knownFiles() noexcept { return files_; }
 

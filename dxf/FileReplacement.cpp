@@ -161,7 +161,7 @@ void save(Document& document, const std::filesystem::path& file, const SaveOptio
                                      .onlyNew = options.onlyNew,
                                      .tell = options.tell,
                                      .patience = options.patience});
-  document.write(replacement.stream());
+  document.write(replacement.stream(), options.progress);
   document.knownFiles().remember(replacement.commit());
 }
 

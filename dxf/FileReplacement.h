@@ -27,6 +27,7 @@
 #include <string_view>
 
 #include "dxf/FileState.h"
+#include "dxf/TagReader.h"
 
 namespace velt::dxf {
 
@@ -79,6 +80,8 @@ struct SaveOptions {
   bool onlyNew = false;
   Tell tell = nullptr;
   std::chrono::milliseconds patience = usualPatience;
+  // Called while the new file is written. What it throws ends the replacement.
+  Progress progress = nullptr;
 };
 
 // Replaces the file by the document as it is now, or makes it, and remembers what it holds. Throws FileChanged rather

@@ -20,6 +20,9 @@
 // Failures are exceptions: Error, whose message is that of the layer or the host when they gave one, and
 // std::bad_alloc. A function that fails has changed nothing, unless its comment says so.
 //
+// Long work. Where the host lets users cancel (the embedded host does: embedded/platform/Watch.h), whatever asks it may
+// throw Cancelled, an Error of its own kind. Writes do not throw it: they answer what became of each entity.
+//
 // Threads. All calls come from one thread, the palette's, as with the layer.
 //
 // For anything else call the layer itself: its functions take Row::record() and Selection::entries().
@@ -47,6 +50,13 @@ class VELT_PALETTE_EXPORT Error : public std::runtime_error {
  public:
   explicit Error(const std::string& message);
   ~Error() override;
+};
+
+// The user has cancelled the operation.
+class VELT_PALETTE_EXPORT Cancelled : public Error {
+ public:
+  using Error::Error;
+  ~Cancelled() override;
 };
 
 // ---------------------------------------------------------------------------------------------------------
@@ -283,6 +293,8 @@ struct VELT_PALETTE_EXPORT Report {
   std::map<std::size_t, std::string> reasons{};
   // What the layer said of the last refusal; may be empty.
   std::string message{};
+  // The user has cancelled the write, or its progress has ended it. Entities that were changed before stay so.
+  bool isCancelled = false;
   // Of writeText(): how many of the unchanged show the text although their number is another one, of more digits.
   std::size_t rounded = 0;
 

@@ -2,6 +2,8 @@
 
 #include <cwchar>
 
+#include "host/com/Cancellation.h"
+
 namespace {
 
 struct DefaultText {
@@ -17,6 +19,7 @@ constexpr DefaultText defaultTexts[] = {
     {E_NOTIMPL,               L"The operation is not supported."},
     {E_NOINTERFACE,           L"The object has no such interface."},
     {E_POINTER,               L"A pointer is missing."},
+    {E_ABORT,                 cancelledText},
     {E_FAIL,                  L"The operation failed."},
     {E_UNEXPECTED,            L"The operation failed unexpectedly."},
     {E_ACCESSDENIED,          L"Access is denied."},

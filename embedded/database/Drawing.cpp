@@ -13,6 +13,7 @@
 #include "embedded/database/HandleMap.h"
 #include "embedded/database/NameFolding.h"
 #include "embedded/database/ObjectTable.h"
+#include "embedded/platform/Watch.h"
 
 namespace velt::database {
 namespace {
@@ -62,6 +63,14 @@ constexpr std::array impliedLinetypes{L"ByBlock", L"ByLayer", L"Continuous"};
 // The flag (70) of a STYLE that loads a file of shapes.
 constexpr std::int64_t loadsShapes = 1;
 constexpr std::string_view layoutSubclass = "AcDbLayout";
+
+// Tells the progress to the watches of this thread too.
+dxf::Progress watched(const dxf::Progress& progress) {
+  return [&progress](std::uint64_t done, std::uint64_t total) {
+    if (progress) progress(done, total);
+    platform::watchedBytes(done, total);
+  };
+}
 
 }  // namespace
 
@@ -141,6 +150,7 @@ void Drawing::Contents::load() {
   std::vector<std::uint32_t> withoutHandle;
   std::uint64_t highest = 0;
   for (std::uint32_t record = 0; record < count; ++record) {
+    platform::watchedLoading();
     const dxf::RecordView view = document.view(record);
     const std::string_view type = view.type();
     const Role role = roleOf(document.records()[record], type);
@@ -181,6 +191,7 @@ const std::vector<VkDbObjectId>& Drawing::Contents::allEntities() {
 void Drawing::Contents::makeImpliedLayers() {
   std::unordered_set<std::wstring> spellings, missing;
   for (std::uint32_t record = 0; record < roles.size(); ++record) {
+    platform::watchedLoading();
     if (roles[record] != Role::Entity) continue;
     const auto [name, isNew] = spellings.insert(Entity(drawing_, record).layerName());
     if (!isNew || layers.find(*name) != nullptr || !missing.insert(foldName(*name)).second) continue;
@@ -344,13 +355,13 @@ Drawing::Drawing(dxf::Document document) : contents_(std::make_unique<Contents>(
 Drawing::~Drawing() = default;
 
 std::unique_ptr<Drawing> Drawing::open(const std::filesystem::path& file, const dxf::Progress& progress) {
-  return std::unique_ptr<Drawing>(new Drawing(dxf::Document::open(file, progress)));
+  return std::unique_ptr<Drawing>(new Drawing(dxf::Document::open(file, watched(progress))));
 }
 
 std::unique_ptr<Drawing> Drawing::parse(std::string bytes, std::string displayName,
                                         const dxf::Progress& progress) {
   return std::unique_ptr<Drawing>(
-      new Drawing(dxf::Document::parse(std::move(bytes), std::move(displayName), progress)));
+      new Drawing(dxf::Document::parse(std::move(bytes), std::move(displayName), watched(progress))));
 }
 
 const dxf::Document& Drawing::document() const {
@@ -487,7 +498,9 @@ std::uint64_t Drawing::revision() const {
 }
 
 void Drawing::save(const std::filesystem::path& file, const dxf::SaveOptions& options) {
-  dxf::save(contents_->document, file, options);
+  dxf::SaveOptions all = options;
+  all.progress = watched(options.progress);
+  dxf::save(contents_->document, file, all);
 }
 
 std::optional<ObjectRef> resolve(VkDbObjectId id) {

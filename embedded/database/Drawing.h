@@ -46,7 +46,7 @@ struct Layout {
 
 class Drawing {
  public:
-  // Throws dxf::Error when the file cannot be read.
+  // Throws dxf::Error when the file cannot be read, and platform::Cancelled when a watch cancels.
   [[nodiscard]] static std::unique_ptr<Drawing> open(const std::filesystem::path& file,
                                                      const dxf::Progress& progress = {});
   // `displayName` stands for the file in messages.
@@ -125,7 +125,8 @@ class Drawing {
 
   // --- saving -------------------------------------------------------------------------------------------------------
 
-  // Replaces the file by the drawing as it is now, or makes it; see dxf::save for what is refused.
+  // Replaces the file by the drawing as it is now, or makes it; see dxf::save for what is refused. Throws
+  // platform::Cancelled when a watch cancels before the file is replaced.
   void save(const std::filesystem::path& file, const dxf::SaveOptions& options = {});
 
  private:

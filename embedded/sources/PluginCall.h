@@ -1,10 +1,13 @@
 #pragma once
 
-// Which plug-in is being called, so that a crash can be told with its name.
+// Which plug-in is being called, so that a crash can be told with its name. What a plug-in asks of the host is not
+// cancelled (platform/Watch.h): the exception would pass through its code.
 //
 // Threads: each has a call of its own.
 
 #include <string>
+
+#include "embedded/platform/Watch.h"
 
 namespace velt::sources {
 
@@ -19,6 +22,7 @@ class PluginCall {
  private:
   const char* const outerPlugin_;
   const char* const outerMethod_;
+  const platform::Unwatched unwatched_;
 };
 
 // While it lives, a crash within a plug-in (a bad pointer, an endless recursion, abort) is told on standard error with

@@ -89,6 +89,8 @@ Found find(Selection& selection, std::size_t entity, std::string_view name) {
           std::all_of(rows.begin(), rows.end(), [](const Row& row) { return row.isDynamic(); });
       return {.isDynamic = isDynamic, .key = keyOf(rows.front(), all)};
     }
+  } catch (const Cancelled&) {
+    throw;
   } catch (const Error& error) {
     return {.cause = Absence::Cause::unreadable, .message = error.what()};
   }

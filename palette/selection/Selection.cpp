@@ -10,16 +10,6 @@
 
 namespace velt::palette {
 
-namespace {
-
-std::string messageOr(const CStdStr<wchar_t>& errorText, std::string_view otherwise) {
-  return errorText.empty() ? std::string(otherwise) : toUtf8(errorText.str());
-}
-
-constexpr std::string_view noReason = "no reason was given";
-
-}  // namespace
-
 Selection::Selection(std::span<const VkDbObjectId> entities) : entries_(entities.size()) {
   // For an empty selection set-up would start COM, and teardown would not end it.
   if (entities.empty()) return;
@@ -37,8 +27,7 @@ Selection::Selection(std::span<const VkDbObjectId> entities) : entries_(entities
   bool isSetUp = false;
   try {
     isSetUp = orError([&] { return InitializePropData(selection_, errorText, mixedClasses); });
-    if (!isSetUp)
-      throw Error(fmt::format("the selection cannot be set up: {}", messageOr(errorText, noReason)));
+    if (!isSetUp) fail("the selection cannot be set up", errorText);
   } catch (...) {
     if (entries_.front().pUnknown != untouched) tearDown();
     throw;
@@ -104,9 +93,7 @@ const std::vector<Row>& Selection::ask(TqVector<VeltPropData*>& entries) {
   bool typeFlag = false;
   const bool isAnswered =
       orError([&] { return GetPropertiesInfo(entries, records_, errorText, mergeFlag, typeFlag); });
-  if (!isAnswered) {
-    throw Error(fmt::format("the properties cannot be read: {}", messageOr(errorText, noReason)));
-  }
+  if (!isAnswered) fail("the properties cannot be read", errorText);
   SortByWeight(records_);
   for (const PROPINFO& record : std::as_const(records_))
     rows_.emplace_back(record);

@@ -60,6 +60,8 @@ std::string reasonOfWhole(const PROPINFO& row, const VeltPropData& entry, VARIAN
 std::string reasonOfRefusal(const PROPINFO& row, const VeltPropData& entry, const VARIANT& value) {
   try {
     return orError([&] { return (row.isElement ? reasonOfElement : reasonOfWhole)(row, entry, value); });
+  } catch (const Cancelled&) {
+    throw;
   } catch (const Error& error) {
     return error.what();
   }

@@ -10,6 +10,7 @@
 #include "palette/Palette.h"
 #include "palette/rows/NumberKinds.h"
 #include "palette/text/NumberText.h"
+#include "palette/writing/CancelledWrite.h"
 
 namespace velt::palette {
 
@@ -134,7 +135,12 @@ Report Selection::writeRelative(const Row& row, Relation relation, std::string_v
   std::vector<std::optional<Value>> wanted(size());
   std::map<std::size_t, std::string> reasons;
   std::vector<std::size_t> locked;
-  const std::vector<Value> now = values(row);
+  std::vector<Value> now;
+  try {
+    now = values(row);
+  } catch (const Cancelled&) {
+    return reportOfCancelled(size());
+  }
   for (std::size_t i = 0; i < size() && (reasons.empty() || options.keepGoing); ++i) {
     try {
       wanted[i] = change(now[i].plain());

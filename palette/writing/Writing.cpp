@@ -10,6 +10,7 @@
 #include "palette/selection/DynamicNodes.h"
 #include "palette/selection/EntityValue.h"
 #include "palette/support/HostCalls.h"
+#include "palette/writing/CancelledWrite.h"
 #include "palette/writing/Meaning.h"
 #include "palette/writing/Refusal.h"
 
@@ -31,8 +32,12 @@ class Writing {
 
   Report run() {
     before_.reserve(count());
-    for (std::size_t i = 0; i < count(); ++i)
-      before_.push_back(valueNow(i));
+    try {
+      for (std::size_t i = 0; i < count(); ++i)
+        before_.push_back(valueNow(i));
+    } catch (const Cancelled&) {
+      return reportOfCancelled(count());
+    }
     if (row_.dispId == dynamicPropertyDispId) {
       writeDynamic();
     } else {
@@ -49,14 +54,30 @@ class Writing {
   PlainValue valueNow(std::size_t i) const {
     try {
       return orError([&] { return entityValue(row_, entry(i), i).plain(); });
+    } catch (const Cancelled&) {
+      throw;
     } catch (const Error&) {
       return {};
     }
   }
 
+  // What was written is told all the same: once a host has cancelled, it answers.
+  template <class Call>
+  auto despiteCancelling(Call&& call) {
+    try {
+      return call();
+    } catch (const Cancelled&) {
+      report_.isCancelled = true;
+      return call();
+    }
+  }
+  PlainValue valueAfter(std::size_t i) {
+    return despiteCancelling([&] { return valueNow(i); });
+  }
+
   // In portions, so that progress can be told; one call for all entities of one value would have the same effect.
   void writeStatic() {
-    for (std::size_t from = 0; from < count();) {
+    for (std::size_t from = 0; from < count() && !report_.isCancelled;) {
       if (values_[from] == nullptr) {
         ++from;
         continue;
@@ -65,7 +86,7 @@ class Writing {
       const std::size_t refused = writePortion(from, end);
       if (refused != end && !options_.keepGoing) return;
       from = refused != end ? refused + 1 : end;
-      if (options_.progress && !options_.progress(from, count())) return;
+      if (options_.progress && !options_.progress(from, count())) report_.isCancelled = true;
     }
   }
 
@@ -78,7 +99,7 @@ class Writing {
     return end;
   }
 
-  // Answers the index of the entity that refused, else `end`.
+  // Answers the index of the entity that refused, or at which the write was cancelled; else `end`.
   std::size_t writePortion(std::size_t from, std::size_t end) {
     TqVector<VeltPropData*> portion;
     if (!portion.setPhysicalLength(static_cast<std::uint32_t>(end - from))) throw std::bad_alloc();
@@ -92,16 +113,22 @@ class Writing {
     VkArray<VkDbObjectId> touched;
     const int result = SetPropertiesValue(portion, row_, shared, row_.isElement, errorText, lockedCount,
                                           touched, row_.elementCookie);
+    report_.isCancelled = result == 0 && tellsOfCancelling(errorText.str());
+    if (report_.isCancelled && touched.length() == 0) return from;
     // `touched` has the entities that were tried, in order; those between them were passed over.
     std::size_t i = from;
     for (int t = 0; t < touched.length(); ++t, ++i) {
       for (; values_[i] == nullptr || id(i) != touched[t]; ++i)
         passOver(i);
       if (result == 0 && t + 1 == touched.length()) {
-        refuse(i, toUtf8(errorText.str()));
+        if (!report_.isCancelled) {
+          refuse(i, toUtf8(errorText.str()));
+        } else if (!isSame(valueAfter(i), before_[i])) {
+          report_.fates[i] = Fate::changed;
+        }
         return i;
       }
-      tell(i, valueNow(i));
+      tell(i, valueAfter(i));
     }
     for (; i < end; ++i)
       passOver(i);
@@ -120,13 +147,18 @@ class Writing {
     }
   }
 
+  bool isLocked(std::size_t i) {
+    return despiteCancelling([&] { return isOnLockedLayer(id(i)); });
+  }
+
   void passOver(std::size_t i) {
-    if (values_[i] != nullptr) report_.fates[i] = isOnLockedLayer(id(i)) ? Fate::locked : Fate::skipped;
+    if (values_[i] != nullptr) report_.fates[i] = isLocked(i) ? Fate::locked : Fate::skipped;
   }
 
   void refuse(std::size_t i, std::string message) {
     report_.fates[i] = Fate::refused;
-    report_.reasons[i] = reasonOfRefusal(row_, entry(i), values_[i]->variant());
+    report_.reasons[i] =
+        despiteCancelling([&] { return reasonOfRefusal(row_, entry(i), values_[i]->variant()); });
     report_.message = std::move(message);
   }
 
@@ -136,8 +168,9 @@ class Writing {
     for (std::size_t i = 0; i < count(); ++i) {
       if (values_[i] != nullptr) sharers[values_[i]].push_back(i);
     }
-    for (const auto& [value, entities] : sharers)
-      writeDynamic(*value, entities);
+    for (const auto& [value, entities] : sharers) {
+      if (!report_.isCancelled) writeDynamic(*value, entities);
+    }
   }
 
   void writeDynamic(const Value& value, const std::vector<std::size_t>& entities) {
@@ -151,12 +184,12 @@ class Writing {
     VkArray<VkDbObjectId> touched;
     SetPropertiesValue(unused, row, shared, false, errorText, lockedCount, touched, 0);
     for (const std::size_t i : entities) {
-      const PlainValue now = valueNow(i);
+      const PlainValue now = valueAfter(i);
       if (!isSame(now, before_[i])) {
         report_.fates[i] = Fate::changed;
       } else if (isSame(now, wanted)) {
         report_.fates[i] = Fate::unchanged;
-      } else if (isOnLockedLayer(id(i))) {
+      } else if (isLocked(i)) {
         report_.fates[i] = Fate::locked;
       } else {
         report_.fates[i] = Fate::refused;
@@ -220,7 +253,12 @@ Report Selection::writeText(const Row& row, std::string_view text, const WriteOp
   // A row that does not vary shows what all of them have, also where no entity gives that as a value of its own, as of
   // the vertex that a palette has chosen.
   const bool leavesAll = row.text(options.style) == text;
-  const std::vector<Value> now = values(row);
+  std::vector<Value> now;
+  try {
+    now = values(row);
+  } catch (const Cancelled&) {
+    return reportOfCancelled(size());
+  }
   std::vector<bool> showsIt;
   for (const Value& value : now)
     showsIt.push_back(leavesAll || row.textOf(value, options.style) == text);

@@ -34,12 +34,29 @@ void EntityLists::clearValues() {
       VARIANT value = rows.value(entity.member, place);
       VariantClear(&value);
     }
-    if (entity.layout == nullptr) continue;
-    for (const ListLayout::Expansion& expansion : entity.layout->expansions()) {
-      VARIANT* const elements = rows.elements(entity.member, expansion.row);
-      for (std::uint32_t i = 0; i < expansion.count(); ++i)
-        VariantClear(&elements[i]);
+    clearElements(entity);
+  }
+}
+
+void EntityLists::clearValuesRead() {
+  for (const Entity& entity : entities_) {
+    const SharedRows& rows = *entity.rows;
+    const auto length = static_cast<std::uint32_t>(rows.rows().size());
+    for (std::uint32_t place = 0; place < length; ++place) {
+      if (!rows.isReadToTheEnd(entity.member, place)) continue;
+      VARIANT value = rows.value(entity.member, place);
+      VariantClear(&value);
     }
+    clearElements(entity);
+  }
+}
+
+void EntityLists::clearElements(const Entity& entity) {
+  if (entity.layout == nullptr) return;
+  for (const ListLayout::Expansion& expansion : entity.layout->expansions()) {
+    VARIANT* const elements = entity.rows->elements(entity.member, expansion.row);
+    for (std::uint32_t i = 0; i < expansion.count(); ++i)
+      VariantClear(&elements[i]);
   }
 }
 

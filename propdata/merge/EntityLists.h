@@ -33,6 +33,8 @@ class EntityLists {
 
   // Gives back every value of every list, those of elements included, in the order of the lists.
   void clearValues();
+  // The same after the host threw: gives back what was read, and leaves the value that was being read then.
+  void clearValuesRead();
 
   // For the merge (Merge.h).
   KeyTable& keys() { return keys_; }
@@ -68,6 +70,7 @@ class EntityLists {
   };
 
   ListLayout& layoutOf(SharedRows& rows);
+  void clearElements(const Entity& entity);
   // The row itself, or the one that was broken up into the element at this place.
   static std::uint32_t originOf(const Entity& entity, std::uint32_t place) {
     return place < entity.rows->rows().size() ? place : entity.layout->expansionAt(place)->row;

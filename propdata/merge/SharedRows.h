@@ -45,6 +45,8 @@ class SharedRows {
   bool isRead(Member member, std::uint32_t place) const {
     return rows_[place].hasValue || has(member, place, read);
   }
+  // Whether a reading of it has come to its end; what it holds before that may be anybody's.
+  bool isReadToTheEnd(Member member, std::uint32_t place) const { return has(member, place, read); }
   // From here on the row has a value of its own, which holds at first what the shared row holds.
   VARIANT& makeValue(Member member, std::uint32_t place);
   // From here on the row counts as read. Does not throw once makeRoomForState() of the row was called.

@@ -33,6 +33,17 @@ bool harvestAll(const TqVector<VeltPropData*>& selection, bool withDynamic, Enti
   return true;
 }
 
+// An exception ends the query wherever it is, and users cancel large ones: what was read of thousands of entities is given
+// back, but for the few values of the first entity, which are in the rows of the result.
+bool intersectOrGiveBack(EntityLists& lists, TqVector<PROPINFO>& result, CStdStr<wchar_t>& errorText) {
+  try {
+    return intersect(lists, result, errorText);
+  } catch (...) {
+    lists.clearValuesRead();
+    throw;
+  }
+}
+
 bool query(const TqVector<VeltPropData*>& selection, TqVector<PROPINFO>& result,
            CStdStr<wchar_t>& errorText) {
   mustClear(result);
@@ -41,7 +52,7 @@ bool query(const TqVector<VeltPropData*>& selection, TqVector<PROPINFO>& result,
   const bool withDynamic = showsDynamicRows(selection);
   if (!harvestAll(selection, withDynamic, lists, dynamicLists, errorText)) return false;
 
-  if (!intersect(lists, result, errorText)) return false;
+  if (!intersectOrGiveBack(lists, result, errorText)) return false;
   if (withDynamic) {
     TqVector<PROPINFO> merged;
     if (!intersect(dynamicLists, merged, errorText)) return false;

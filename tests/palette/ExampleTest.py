@@ -1,6 +1,7 @@
 """The palette in ten lines: it is ten lines, and it works on a drawing."""
 
 import pathlib
+import signal
 import subprocess
 import sys
 import tempfile
@@ -43,6 +44,34 @@ class TheExample(unittest.TestCase):
                                 text=True, check=False)
         self.assertEqual(1, failed.returncode)
         self.assertIn("no.dxf", failed.stderr)
+
+
+@unittest.skipUnless(house.build_root(), "started by hand, without a build folder")
+class TheExampleOfCancelling(unittest.TestCase):
+    def run_on(self, lines, interrupt):
+        program = house.build_root() / "bin" / "example_cancel"
+        with tempfile.TemporaryDirectory() as folder:
+            drawing, saved = pathlib.Path(folder) / "lines.dxf", pathlib.Path(folder) / "saved.dxf"
+            entities = "".join(f"  0\nLINE\n  5\n{0x100 + i:X}\n  8\n0\n 10\n{i}\n 20\n0\n" for i in range(lines))
+            drawing.write_text(f"  0\nSECTION\n  2\nENTITIES\n{entities}  0\nENDSEC\n  0\nEOF\n")
+            running = subprocess.Popen([program, drawing, "Red", saved], stderr=subprocess.PIPE, text=True)
+            if interrupt:
+                self.assertRegex(running.stderr.readline(), r"^\d+ of \d+ bytes, \d+ values read, 0 written$")
+                running.send_signal(signal.SIGINT)
+            _, told = running.communicate()
+            return running.returncode, told, saved.read_text() if saved.exists() else None
+
+    def test_writes_and_saves(self):
+        code, told, saved = self.run_on(lines=3, interrupt=False)
+        self.assertEqual(0, code)
+        self.assertTrue(told.endswith("3 changed\n"), told)
+        self.assertEqual(3, saved.count("\n 62\n1\n"))
+
+    def test_saves_nothing_once_it_is_interrupted(self):
+        code, told, saved = self.run_on(lines=5000, interrupt=True)
+        self.assertEqual(130, code)
+        self.assertIn("cancelled", told)
+        self.assertIsNone(saved)
 
 
 if __name__ == "__main__":

@@ -2,6 +2,7 @@
 
 #include "embedded/automation/hatches/HatchObject.h"
 #include "embedded/automation/model/Guard.h"
+#include "embedded/platform/Watch.h"
 
 namespace velt::automation {
 namespace {
@@ -26,6 +27,7 @@ HRESULT createInstance(REFCLSID clsid, REFIID iid, void** object) {
 }  // namespace velt::automation
 
 HRESULT TqAutoCreateInstance(REFCLSID clsid, IUnknown* outer, DWORD, REFIID iid, void** object) {
+  velt::platform::watched(velt::platform::Step::MakeObject);
   if (object == nullptr) return E_POINTER;
   *object = nullptr;
   if (outer != nullptr) return CLASS_E_NOAGGREGATION;

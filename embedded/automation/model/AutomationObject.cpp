@@ -9,6 +9,7 @@
 #include "embedded/automation/model/Guard.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/model/Sameness.h"
+#include "embedded/platform/Watch.h"
 
 namespace velt::automation {
 namespace {
@@ -121,6 +122,7 @@ HRESULT AutomationObject<Dispatch>::GetIDsOfNames(REFIID iid, LPOLESTR* names, U
 template <class Dispatch>
 HRESULT AutomationObject<Dispatch>::Invoke(DISPID dispId, REFIID iid, LCID, WORD flags, DISPPARAMS* params,
                                            VARIANT* result, EXCEPINFO* exception, UINT* argumentError) {
+  platform::watched(isGet(flags) ? platform::Step::ReadValue : platform::Step::WriteValue);
   if (!(iid == GUID_NULL)) return unknownInterface;
   if (params == nullptr) return E_POINTER;
   const PropertyRow* row = kind_.index.find(dispId);
@@ -194,6 +196,7 @@ HRESULT AutomationObject<Dispatch>::GetDisplayName(DISPID dispId, BSTR* name) {
 
 template <class Dispatch>
 HRESULT AutomationObject<Dispatch>::Editable(DISPID dispId, BOOL* editable) {
+  platform::watched(platform::Step::Other);
   if (editable == nullptr) return E_POINTER;
   const PropertyRow* row = kind_.index.find(dispId);
   if (row == nullptr) return DISP_E_MEMBERNOTFOUND;
@@ -224,6 +227,7 @@ HRESULT AutomationObject<Dispatch>::ShowProperty(DISPID dispId, BOOL* show) {
 
 template <class Dispatch>
 HRESULT AutomationObject<Dispatch>::GetElementValue(DISPID dispId, DWORD cookie, VARIANT* value) {
+  platform::watched(platform::Step::ReadValue);
   if (value == nullptr) return E_POINTER;
   const PropertyRow* row = kind_.index.find(dispId);
   const ElementAccess* elements = elementsOf(row);
@@ -238,6 +242,7 @@ HRESULT AutomationObject<Dispatch>::GetElementValue(DISPID dispId, DWORD cookie,
 
 template <class Dispatch>
 HRESULT AutomationObject<Dispatch>::SetElementValue(DISPID dispId, DWORD cookie, VARIANT value) {
+  platform::watched(platform::Step::WriteValue);
   const PropertyRow* row = kind_.index.find(dispId);
   const ElementAccess* elements = elementsOf(row);
   if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;

@@ -8,7 +8,9 @@
 // Threads: those of the drawing that it is bound to.
 // Failure: what a getter or a setter refuses becomes DISP_E_EXCEPTION with the reason in the exception information, or
 // the reason's own result where an interface has no room for a text. Out-parameters stay untouched. A put that fails
-// changes nothing, and a put whose value could not be read back afterwards fails. No entity on a locked layer is changed, whatever the caller has looked at before.
+// changes nothing, and a put whose value could not be read back afterwards fails. No entity on a locked layer is changed,
+// whatever the caller has looked at before. What reads, writes and asks whether a property is editable is watched, and
+// throws a _com_error before it has done anything when it is cancelled: see platform/Watch.h.
 
 #include <string_view>
 

@@ -22,6 +22,16 @@ int descend(int depth) {
   return depth < 0 ? room[0] : descend(depth + 1) + room[0];
 }
 
+TEST(PluginCall, IsNotCancelled) {
+  const platform::Watch watch([](const platform::Progress&) { return false; }, std::chrono::milliseconds(0));
+  {
+    const PluginCall calling("mine.so", "GetProperties");
+    platform::watched(platform::Step::ReadValue);
+  }
+  EXPECT_FALSE(watch.isCancelled());
+  EXPECT_EQ(watch.progress().valuesRead, 0U);
+}
+
 TEST(CrashNoticeDeathTest, ACrashNamesThePluginAndTheMethod) {
   EXPECT_EXIT(
       {

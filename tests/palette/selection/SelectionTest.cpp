@@ -1,3 +1,4 @@
+#include "host/com/Cancellation.h"
 #include "host/com/ComError.h"
 #include "tests/palette/Stage.h"
 
@@ -183,6 +184,21 @@ TEST_F(SelectionTest, AnObjectThatDoesNotWantToEndDoesNotEndTheProgram) {
   host.log.clear();
   { Selection selection(ids()); }
   EXPECT_EQ(host.log.count("CoUninitialize"), 1);
+}
+
+TEST_F(SelectionTest, WhatTheHostCancelsIsAnErrorOfItsOwnKind) {
+  addCircle(1.5);
+  addCircle(2.5);
+  for (const char* const call : {"TqAutoCreateInstance(", "Editable(4)", "Invoke(4, get"}) {
+    SCOPED_TRACE(call);
+    host.on(call).raise(cancelledText);
+    EXPECT_THROW(Selection(ids()).query(), Cancelled);
+    host.on(call).first([] {});
+  }
+  Selection selection(ids());
+  const Row row = selection.query()[0];
+  host.on("Invoke(4, get").raise(cancelledText);
+  EXPECT_THROW(static_cast<void>(selection.value(row, 1)), Cancelled);
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include "host/com/Cancellation.h"
 #include "tests/palette/Stage.h"
 #include "tests/support/ToyDynamicProperty.h"
 #include "tests/support/ToySourceRegistry.h"
@@ -148,6 +149,8 @@ TEST_F(Writing, TellsHowFarItIsAndEndsWhenToldSo) {
 
   const auto stopAt2000 = [](std::size_t done, std::size_t) { return done < 2000; };
   const Report cut = selection.write(row, Value::ofReal(7), {.progress = stopAt2000});
+  EXPECT_TRUE(cut.isCancelled);
+  EXPECT_FALSE(whole.isCancelled);
   EXPECT_EQ(cut.count(notReached), 500U);
   EXPECT_EQ(cut.fates[1999], unchanged);
   EXPECT_EQ(cut.fates[2000], notReached);
@@ -166,6 +169,53 @@ TEST_F(Writing, AHostThatThrowsDoesNotHideWhatBecameOfTheOthers) {
   selection.query();
   host.on("Invoke(4, get, locale 0x400, result VT_EMPTY) on object0").raise(L"no connection");
   EXPECT_THAT(selection.write(selection.rows()[0], Value::ofReal(7)).fates, ElementsAre(unchanged, changed));
+}
+
+TEST_F(Writing, EndsWhereTheHostCancelsAndTellsWhatWasWritten) {
+  addCircles(4);
+  host.on("Invoke(4, put VT_R8 7 named -3, locale 0x807, result VT_R8) on object2").raise(cancelledText);
+  const Report report = write({.keepGoing = true});
+  EXPECT_TRUE(report.isCancelled);
+  EXPECT_THAT(report.fates, ElementsAre(changed, changed, notReached, notReached));
+  EXPECT_THAT(report.reasons, IsEmpty()) << "it is not a refusal";
+  EXPECT_EQ(report.message, "");
+}
+
+TEST_F(Writing, CancelledBeforeTheFirstEntityItReachesNone) {
+  addCircles(2);
+  host.on("Invoke(4, get, locale 0x400, result VT_EMPTY) on object1").raise(cancelledText);
+  const Report report = write();
+  EXPECT_TRUE(report.isCancelled);
+  EXPECT_THAT(report.fates, ElementsAre(notReached, notReached));
+  EXPECT_THAT(host.log.only({"Invoke(4, put"}), IsEmpty());
+}
+
+TEST_F(Writing, CancelledWhileAnEntityIsReadBackItTellsWhatBecameOfAllThatWereWritten) {
+  addCircles(3);
+  Selection selection(ids());
+  selection.query();
+  host.on("Invoke(4, get, locale 0x400, result VT_EMPTY) on object0").nth(2).raise(cancelledText);
+  const Report report = selection.write(selection.row("Radius"), Value::ofReal(7));
+  EXPECT_TRUE(report.isCancelled);
+  EXPECT_THAT(report.fates, ElementsAre(changed, changed, changed)) << "one call wrote them all";
+}
+
+TEST_F(Writing, CancelledWhileAnEntityIsOpenedItCountsTheOnesBeforeAsWritten) {
+  addCircles(3);
+  host.on("vkdbOpenObject(").nth(2).raise(cancelledText);
+  const Report report = write();
+  EXPECT_TRUE(report.isCancelled);
+  EXPECT_THAT(report.fates, ElementsAre(changed, notReached, notReached));
+}
+
+TEST_F(Writing, CancelledWhileTheReasonOfARefusalIsAskedForItHasTheReason) {
+  addCircles(2);
+  host.on("Invoke(4, put VT_R8 7").fail(E_INVALIDARG);
+  host.on("Invoke(4, put VT_R8 7 named -3, locale 0x400").nth(1).raise(cancelledText);
+  const Report report = write({.keepGoing = true});
+  EXPECT_TRUE(report.isCancelled);
+  EXPECT_THAT(report.fates, ElementsAre(refused, notReached));
+  EXPECT_THAT(report.reasons, ElementsAre(std::pair(0, "the value is not allowed")));
 }
 
 // --- dynamic rows ----------------------------------------------------------------------------------------------
