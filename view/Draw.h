@@ -24,6 +24,8 @@ struct DrawOptions {
   double scale = 0;
   // Only what is seen here is needed. Endless lines are cut off at it, and left out without it.
   std::optional<Box> window{};
+  // How tall is what is seen at once, by which some points are sized; 0 for the window as a whole.
+  double seenHeight = 0;
   Limits limits{};
 };
 

@@ -5,7 +5,6 @@
 #include <boost/geometry/index/rtree.hpp>
 #include <iterator>
 #include <span>
-#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -162,8 +161,11 @@ class SpatialIndex::Tree {
 SpatialIndex::SpatialIndex(const Picture& picture) : picture_(&picture) {
   std::vector<Entry> entries;
   entries.reserve(picture.primitives.size());
-  for (std::size_t i = 0; i < picture.primitives.size(); ++i)
-    entries.emplace_back(asIndexBox(picture.primitives[i].box), static_cast<std::uint32_t>(i));
+  for (std::size_t i = 0; i < picture.primitives.size(); ++i) {
+    const Primitive& primitive = picture.primitives[i];
+    entries.emplace_back(asIndexBox(primitive.box), static_cast<std::uint32_t>(i));
+    extents_[primitive.entity].include(primitive.box);
+  }
   tree_ = std::make_unique<Tree>(entries);
 }
 
@@ -190,19 +192,13 @@ std::vector<std::uint32_t> SpatialIndex::at(Vector2 point, double distance) cons
 }
 
 std::vector<std::uint32_t> SpatialIndex::within(const Box& box) const {
-  // Whatever lies outside of the box rules its entity out, so entities that meet it have to be known as a whole.
-  std::unordered_map<std::uint32_t, bool> isWithin;
-  std::vector<std::uint32_t> order;
+  std::vector<std::uint32_t> entities;
+  std::unordered_set<std::uint32_t> known;
   for (const std::uint32_t index : tree_->meeting(box)) {
-    const auto [entity, isNew] = isWithin.try_emplace(picture_->primitives[index].entity, true);
-    if (isNew) order.push_back(entity->first);
+    const std::uint32_t entity = picture_->primitives[index].entity;
+    if (known.insert(entity).second && contains(box, extents_.at(entity))) entities.push_back(entity);
   }
-  for (const Primitive& primitive : picture_->primitives) {
-    if (contains(box, primitive.box)) continue;
-    if (const auto entity = isWithin.find(primitive.entity); entity != isWithin.end()) entity->second = false;
-  }
-  std::erase_if(order, [&](std::uint32_t entity) { return !isWithin[entity]; });
-  return order;
+  return entities;
 }
 
 std::vector<std::uint32_t> SpatialIndex::crossing(const Box& box) const {

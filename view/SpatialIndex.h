@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include "view/Picture.h"
@@ -37,6 +38,8 @@ class SpatialIndex {
 
   const Picture* picture_;
   std::unique_ptr<Tree> tree_;
+  // Of everything that is seen of an entity: an entity lies within a window as a whole or not at all.
+  std::unordered_map<std::uint32_t, Box> extents_;
 };
 
 }  // namespace velt::view

@@ -1,5 +1,6 @@
 #include "desktop/drawing/DrawingPane.h"
 
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -21,6 +22,25 @@ constexpr double zoomStep = 1.25;
 constexpr double panStep = 60;
 // Curves are drawn for a picture this many times as large as is seen, so that zooming in does not show corners at once.
 constexpr double spareScale = 4;
+// What is painted faster is painted anew for every movement.
+constexpr qint64 fluidMilliseconds = 20;
+// A frame that is shown larger or smaller than this tells nothing.
+constexpr double mostBlurred = 64;
+
+bool contains(const view::Box& box, const view::Box& inner) {
+  return box.low.x <= inner.low.x && box.low.y <= inner.low.y && inner.high.x <= box.high.x
+         && inner.high.y <= box.high.y;
+}
+
+// Numbers still tell its pixels apart, and are far from their limits.
+bool isSensible(const Sight& sight) {
+  constexpr double farthest = 1e15;
+  constexpr double digits = 1e-13;
+  const double pixel = 1 / sight.scale;
+  const double reach = std::max(std::abs(sight.center.x), std::abs(sight.center.y));
+  return sight.scale > 0 && std::isfinite(pixel) && reach < farthest && pixel < farthest
+         && pixel > reach * digits && pixel > 1 / farthest;
+}
 
 }  // namespace
 
@@ -49,9 +69,7 @@ DrawingPane::~DrawingPane() = default;
 void DrawingPane::setDrawing(const database::Drawing* drawing) {
   drawing_ = drawing;
   spaces_.clear();
-  contents_.reset();
-  index_.reset();
-  picture_ = {};
+  forgetPictures();
   options_.highlighted.clear();
   tabs_->blockSignals(true);
   while (tabs_->count() > 0)
@@ -62,9 +80,7 @@ void DrawingPane::setDrawing(const database::Drawing* drawing) {
       tabs_->addTab(QString::fromStdWString(space.name));
   }
   tabs_->blockSignals(false);
-  frame_ = QImage();
   if (!spaces_.empty()) showSpace(0);
-  update();
 }
 
 std::vector<QString> DrawingPane::spaceNames() const {
@@ -83,19 +99,48 @@ void DrawingPane::showSpace(int number) {
   tabs_->blockSignals(true);
   tabs_->setCurrentIndex(number);
   tabs_->blockSignals(false);
-  pictureScale_ = 0;
-  makePicture();
+  forgetPictures();
   fit();
 }
 
 // --- the picture --------------------------------------------------------------------------------------------
 
-void DrawingPane::makePicture() {
-  if (drawing_ == nullptr || spaces_.empty()) return;
-  contents_.emplace(*drawing_);
-  const view::Space& space = spaces_[static_cast<std::size_t>(std::max(tabs_->currentIndex(), 0))];
+void DrawingPane::forgetPictures() {
+  contents_.reset();
   index_.reset();
-  picture_ = view::draw(*drawing_, *contents_, space, {.scale = pictureScale_});
+  picture_ = {};
+  wholeIndex_.reset();
+  whole_ = {};
+  if (drawing_ != nullptr && !spaces_.empty()) contents_.emplace(*drawing_);
+  frame_ = QImage();
+  update();
+}
+
+const view::SpatialIndex& DrawingPane::whole() {
+  if (!wholeIndex_) {
+    if (contents_) whole_ = view::draw(*drawing_, *contents_, space(), {});
+    wholeIndex_.emplace(whole_);
+  }
+  return *wholeIndex_;
+}
+
+const view::Space& DrawingPane::space() const {
+  return spaces_[static_cast<std::size_t>(std::max(tabs_->currentIndex(), 0))];
+}
+
+bool DrawingPane::isPictureCurrent() const {
+  return index_ && sight_.scale <= pictureScale_ && contains(pictureWindow_, sight_.box());
+}
+
+void DrawingPane::makePicture() {
+  if (!contents_ || isPictureCurrent()) return;
+  const view::Box seen = sight_.box();
+  const view::Vector2 size = seen.high - seen.low;
+  pictureWindow_ = {seen.low - size, seen.high + size};
+  pictureScale_ = sight_.scale * spareScale;
+  index_.reset();
+  picture_ = view::draw(*drawing_, *contents_, space(),
+                        {.scale = pictureScale_, .window = pictureWindow_, .seenHeight = size.y});
   index_.emplace(picture_);
   options_.dimmed.clear();
   std::uint32_t before = view::none;
@@ -104,12 +149,10 @@ void DrawingPane::makePicture() {
     before = primitive.entity;
     if (palette::isOnLockedLayer(drawing_->idOf(primitive.entity))) options_.dimmed.insert(primitive.entity);
   }
-  frame_ = QImage();
-  update();
 }
 
 void DrawingPane::redraw() {
-  makePicture();
+  forgetPictures();
 }
 
 void DrawingPane::setSelected(const std::vector<VkDbObjectId>& entities) {
@@ -128,14 +171,19 @@ void DrawingPane::setDark(bool isDark) {
 }
 
 void DrawingPane::setSight(const Sight& sight) {
-  if (sight == sight_ || !std::isfinite(sight.scale) || !(sight.scale > 0)) return;
+  if (sight == sight_ || !isSensible(sight)) return;
   sight_ = sight;
-  rest_.start();
+  if (paintMilliseconds_ < fluidMilliseconds && isPictureCurrent()) {
+    frame_ = QImage();
+  } else {
+    rest_.start();
+  }
   update();
 }
 
 void DrawingPane::fit() {
-  const view::Box box = view::windowAround(picture_.extents);
+  static_cast<void>(whole());
+  const view::Box box = view::windowAround(whole_.extents);
   const QSize size = area().size();
   const double scale =
       std::min(size.width() / (box.high.x - box.low.x), size.height() / (box.high.y - box.low.y));
@@ -146,11 +194,9 @@ void DrawingPane::fit() {
 }
 
 void DrawingPane::render() {
-  // Finer curves than the picture has.
-  if (index_ && sight_.scale > pictureScale_) {
-    pictureScale_ = sight_.scale * spareScale;
-    makePicture();
-  }
+  makePicture();
+  QElapsedTimer clock;
+  clock.start();
   frame_ = QImage(sight_.size * devicePixelRatioF(), QImage::Format_RGB32);
   frame_.setDevicePixelRatio(devicePixelRatioF());
   frameSight_ = sight_;
@@ -161,6 +207,7 @@ void DrawingPane::render() {
   } else {
     painter.fillRect(QRect(QPoint(), sight_.size), backgroundOf(options_.isDark));
   }
+  paintMilliseconds_ = clock.elapsed();
 }
 
 void DrawingPane::paintEvent(QPaintEvent*) {
@@ -177,7 +224,8 @@ void DrawingPane::paintEvent(QPaintEvent*) {
     painter.fillRect(area(), backgroundOf(options_.isDark));
     const QPointF low = sight_.pixel(frameSight_.point({0, 0}));
     const QPointF high = sight_.pixel(frameSight_.point(QPointF(sight_.size.width(), sight_.size.height())));
-    painter.drawImage(QRectF(low, high), frame_);
+    const double blur = sight_.scale / frameSight_.scale;
+    if (blur < mostBlurred && blur > 1 / mostBlurred) painter.drawImage(QRectF(low, high), frame_);
   }
   if (pressed_ && !isPanning_) {
     const QRect window = QRect(*pressed_, last_).normalized();
@@ -229,7 +277,7 @@ void DrawingPane::mouseMoveEvent(QMouseEvent* event) {
   last_ = event->pos();
   if (pressed_) {
     update();
-  } else if (index_) {
+  } else if (isPictureCurrent()) {
     const std::vector<std::uint32_t> found =
         index_->at(sight_.point(event->pos()), reachPixels / sight_.scale);
     Q_EMIT hovered(found.empty() ? VkDbObjectId::kNull : drawing_->idOf(found.front()));
@@ -241,6 +289,7 @@ void DrawingPane::mouseReleaseEvent(QMouseEvent* event) {
   const QPoint from = *pressed_;
   pressed_.reset();
   update();
+  makePicture();
   if (isPanning_ || event->button() != Qt::LeftButton || !index_) return;
   const QPoint to = event->pos();
   constexpr int leastDrag = 4;
@@ -253,7 +302,7 @@ void DrawingPane::mouseReleaseEvent(QMouseEvent* event) {
   view::Box box;
   box.include(sight_.point(from));
   box.include(sight_.point(to));
-  pick(to.x() >= from.x() ? index_->within(box) : index_->crossing(box), event->modifiers());
+  pick(to.x() >= from.x() ? whole().within(box) : index_->crossing(box), event->modifiers());
 }
 
 void DrawingPane::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -62,26 +62,38 @@ class DrawingPane : public QWidget {
 
  private:
   [[nodiscard]] QRect area() const;
+  // Requires a drawing with spaces.
+  [[nodiscard]] const view::Space& space() const;
   void zoom(double factor, QPointF at);
   void pan(QPointF by);
   void render();
+  // Whether the picture shows all that is in sight, fine enough.
+  [[nodiscard]] bool isPictureCurrent() const;
   void makePicture();
+  void forgetPictures();
+  const view::SpatialIndex& whole();
   void pick(const std::vector<std::uint32_t>& records, Qt::KeyboardModifiers modifiers);
 
   const database::Drawing* drawing_ = nullptr;
   QTabBar* tabs_;
   std::vector<view::Space> spaces_;
   std::optional<view::Contents> contents_;
+  // What is in sight and around it, with curves that are fine enough to be seen a few times as large. It holds no more
+  // than that, so that a close look costs no more than one from afar.
   view::Picture picture_;
   std::optional<view::SpatialIndex> index_;
-  // Of the curves in the picture; a picture that is seen much larger is made anew.
+  view::Box pictureWindow_;
   double pictureScale_ = 0;
+  // All of the space, coarse, made when somebody asks how far it reaches, or for all that lies within a window.
+  view::Picture whole_;
+  std::optional<view::SpatialIndex> wholeIndex_;
   Sight sight_;
   PaintOptions options_;
-  // The last frame, and what was seen in it. While the sight changes it is shown moved and scaled, and it is painted anew
-  // when the sight rests for a moment: so moving stays fluid however much there is to paint.
+  // The last frame, and what was seen in it. Where painting takes long, it is shown moved and scaled while the sight
+  // changes, and painted anew when the sight rests for a moment: so moving stays fluid however much there is to paint.
   QImage frame_;
   Sight frameSight_;
+  qint64 paintMilliseconds_ = 0;
   QTimer rest_;
   std::optional<QPoint> pressed_;
   QPoint last_;

@@ -6,10 +6,12 @@
 #include <QPainterPath>
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <span>
 #include <vector>
 
 #include "view/Letters.h"
+#include "view/LinePieces.h"
 
 namespace velt::desktop {
 
@@ -117,10 +119,10 @@ class PicturePainter {
       pen.setCapStyle(Qt::FlatCap);
       pen.setJoinStyle(Qt::MiterJoin);
     }
-    if (primitive.dashes != view::none)
-      setDashes(pen, picture_.dashes[primitive.dashes], std::max(width, 1.0));
-    painter_.setPen(pen);
     painter_.setBrush(Qt::NoBrush);
+    if (primitive.dashes != view::none && setDashes(pen, picture_.dashes[primitive.dashes]))
+      return paintDashed(primitive, pen);
+    painter_.setPen(pen);
     for (const view::Part& part : partsOf(primitive)) {
       const QPolygonF polygon = pixels(pointsOf(part));
       if (polygon.size() == 1) {
@@ -133,18 +135,38 @@ class PicturePainter {
     }
   }
 
-  // Dashes that nobody can tell apart would cost a line each.
-  void setDashes(QPen& pen, const std::vector<double>& lengths, double width) const {
+  // False for dashes that nobody can tell apart, which would cost a line each.
+  [[nodiscard]] bool setDashes(QPen& pen, const std::vector<double>& lengths) const {
     constexpr double leastPeriod = 3;
     double period = 0;
     for (const double length : lengths)
       period += length * sight_.scale;
-    if (period < leastPeriod) return;
+    if (period < leastPeriod) return false;
     QList<qreal> pattern;
     for (const double length : lengths)
-      pattern.append(std::max(length * sight_.scale, 1.0) / width);
+      pattern.append(std::max(length * sight_.scale, 1.0) / unitOf(pen));
     pen.setDashPattern(pattern);
     pen.setCapStyle(Qt::FlatCap);
+    return true;
+  }
+
+  // Of its dashes: its width, and at least a pixel.
+  [[nodiscard]] static double unitOf(const QPen& pen) { return std::max(pen.widthF(), 1.0); }
+
+  // What is out of sight would be dashed as well, however long it is.
+  void paintDashed(const Primitive& primitive, QPen& pen) {
+    const double unit = unitOf(pen);
+    const QList<qreal> pattern = pen.dashPattern();
+    const double period = std::accumulate(pattern.begin(), pattern.end(), 0.0);
+    const view::Box seen = sight_.box().grown(2 * unit / sight_.scale);
+    for (const view::Part& part : partsOf(primitive)) {
+      if (part.pointCount == 1) painter_.drawPoint(sight_.pixel(pointsOf(part).front()));
+      for (const view::LinePiece& piece : view::piecesWithin(pointsOf(part), part.isClosed, seen)) {
+        pen.setDashOffset(std::fmod(piece.start * sight_.scale / unit, period));
+        painter_.setPen(pen);
+        painter_.drawPolyline(pixels(piece.points));
+      }
+    }
   }
 
   void paintFill(const Primitive& primitive, QColor color, bool isHighlighted) {

@@ -74,8 +74,9 @@ double pointSize(Painter& painter, const Place& place) {
   if (stored > 0) return stored * place.toSpace().scale();
   constexpr double usualPercent = 5;
   const double percent = stored < 0 ? -stored : usualPercent;
-  const std::optional<Box> sight = painter.canvas().options().window;
-  return sight ? percent / 100 * (sight->high.y - sight->low.y) : 0;
+  const DrawOptions& options = painter.canvas().options();
+  if (options.seenHeight > 0) return percent / 100 * options.seenHeight;
+  return options.window ? percent / 100 * (options.window->high.y - options.window->low.y) : 0;
 }
 
 }  // namespace
