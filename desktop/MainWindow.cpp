@@ -93,10 +93,11 @@ void MainWindow::addMenus() {
     if (!chosen.isEmpty()) open(chosen);
   });
   save_ = file->addAction(tr("&Save"), QKeySequence::Save, this, &MainWindow::save);
-  file->addAction(tr("Save &as..."), QKeySequence::SaveAs, this, &MainWindow::saveAs);
+  file->addAction(tr("Save &as..."), QKeySequence::SaveAs, this, &MainWindow::saveAs)
+      ->setObjectName("saveAs");
   file->addAction(tr("&Export the palette..."), this, &MainWindow::exportRows);
   file->addSeparator();
-  file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
+  file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close)->setObjectName("quit");
 
   QMenu* const edit = menuBar()->addMenu(tr("&Edit"));
   undo_ = edit->addAction(tr("&Undo"), QKeySequence::Undo, this, [this] {
