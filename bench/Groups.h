@@ -31,6 +31,10 @@ void measureQueries(const Settings& settings, Report& report);
 // Merges over objects of Qt, beside queries of as many lines. Only where there is QtCore (VELT_HAS_QT).
 void measureBaseline(const Settings& settings, Report& report);
 
+// The window: frames, picks, and the palette of everything beside the query alone. Only where there is Qt's Widgets
+// (VELT_HAS_WINDOW).
+void measureWindow(const Settings& settings, Report& report);
+
 // Reading drawings, and the memory that they take, for growing numbers of entities.
 void measureReading(const Settings& settings, Report& report);
 

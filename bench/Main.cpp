@@ -84,6 +84,11 @@ int run(const CommandLine& line) {
   measureWriting(line.settings, report);
   measureLists(line.settings, report);
   measureDynamicRows(line.settings, report);
+#ifdef VELT_HAS_WINDOW
+  measureWindow(line.settings, report);
+#else
+  fmt::print("the window is left out: Qt 6 Widgets was not there when this was built\n");
+#endif
   if (line.json) report.writeJson(*line.json);
   return 0;
 }

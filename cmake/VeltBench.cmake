@@ -7,10 +7,12 @@ set(veltCountingSources ${veltBenchSources})
 list(FILTER veltCountingSources INCLUDE REGEX "/bench/counting/")
 set(veltBaselineSources ${veltBenchSources})
 list(FILTER veltBaselineSources INCLUDE REGEX "/bench/qt/")
+set(veltWindowSources ${veltBenchSources})
+list(FILTER veltWindowSources INCLUDE REGEX "/bench/desktop/")
 set(veltInstructionSources ${veltBenchSources})
 list(FILTER veltInstructionSources INCLUDE REGEX "/bench/instructions/")
 list(REMOVE_ITEM veltBenchSources
-  "${veltBenchMain}" ${veltCountingSources} ${veltBaselineSources} ${veltInstructionSources})
+  "${veltBenchMain}" ${veltCountingSources} ${veltBaselineSources} ${veltWindowSources} ${veltInstructionSources})
 
 add_library(velt_bench_parts STATIC ${veltBenchSources})
 target_link_libraries(velt_bench_parts
@@ -32,6 +34,14 @@ if(TARGET Qt6::Core)
   target_link_libraries(velt_bench_baseline PRIVATE velt_common PUBLIC velt_bench_parts Qt6::Core)
   target_link_libraries(velt_bench PRIVATE velt_bench_baseline)
   target_compile_definitions(velt_bench PRIVATE VELT_HAS_QT)
+endif()
+
+# So is the window, wherever that is built.
+if(TARGET velt_desktop)
+  add_library(velt_bench_window STATIC ${veltWindowSources})
+  target_link_libraries(velt_bench_window PRIVATE velt_common PUBLIC velt_bench_parts velt_desktop)
+  target_link_libraries(velt_bench PRIVATE velt_bench_window)
+  target_compile_definitions(velt_bench PRIVATE VELT_HAS_WINDOW)
 endif()
 
 add_executable(velt_bench_counts ${veltCountingSources})
