@@ -81,4 +81,5 @@ if(NOT VELT_SANITIZE)
   add_executable(example_minimal_host ${veltMinimalHost})
   target_link_libraries(example_minimal_host PRIVATE velt_common VeltPropData)
   set_target_properties(example_minimal_host PROPERTIES CXX_VISIBILITY_PRESET default)
+  target_compile_options(example_minimal_host PRIVATE -fPIC)  # tests make shared objects of its parts
 endif()

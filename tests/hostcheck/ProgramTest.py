@@ -1,7 +1,6 @@
 """velt-host-check, as the engineer who carries the layer into a program calls it: with hosts that are shared objects."""
 
 import json
-import os
 import pathlib
 import subprocess
 import sys
@@ -10,6 +9,7 @@ import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "house"))
 import house  # noqa: E402
+import minimal_host  # noqa: E402
 
 
 @unittest.skipUnless(house.build_root(), "started by hand, without a build folder")
@@ -32,20 +32,8 @@ class TheProgram(unittest.TestCase):
     @classmethod
     def host(cls, name, was="", becomes=""):
         """The minimal host as a shared object, or one of which a text was changed."""
-        source = house.source_root()
-        folder = cls.root / name
-        folder.mkdir()
-        changes = 0
-        for path in (source / "examples" / "minimal-host").glob("*"):
-            if path.suffix in (".h", ".cpp") and path.name != "Palette.cpp":
-                text = house.text_of(path)
-                changes += text.count(was) if was else 0
-                (folder / path.name).write_text(text.replace(was, becomes) if was else text, encoding="utf-8")
-        assert changes == (1 if was else 0), f"{was} is there {changes} times"
-        library = cls.root / f"{name}.so"
-        subprocess.run([os.environ.get("VELT_CXX", "g++"), "-std=c++20", "-shared", "-fPIC", f"-I{source}",
-                        *folder.glob("*.cpp"), "-o", library], check=True)
-        return library
+        return minimal_host.built(cls.root / f"{name}.so", [(was, becomes)] if was else [], without=("Palette.cpp",),
+                                  options=("-shared",))
 
     def run_check(self, *arguments):
         return subprocess.run([self.build / "bin" / "velt-host-check", *map(str, arguments)], capture_output=True, text=True,

@@ -83,20 +83,20 @@ def unknown_targets(page_text, makefile):
 class ThePages(house.Check):
     def test_show_what_their_commands_print(self):
         source, build = house.source_root(), house.build_root()
-        for page in pages(source):
-            with self.subTest(page=page.name), tempfile.TemporaryDirectory() as temporary:
-                folder, prefix = pathlib.Path(temporary, "tree"), pathlib.Path(temporary, "installed")
-                (folder / "build").mkdir(parents=True)
-                for preset in ("dev", "release"):
-                    (folder / "build" / preset).symlink_to(build)
-                for name in ("plugins", "examples"):
-                    (folder / name).symlink_to(source / name)
-                subprocess.run(["cmake", "--install", build, "--prefix", prefix], check=True, stdout=subprocess.DEVNULL)
-                packages = next(prefix.rglob("veltpropdata.pc")).parent
-                environment = os.environ | {"PATH": f"{prefix / 'bin'}:{os.environ['PATH']}",
-                                            "PKG_CONFIG_PATH": str(packages), "LC_ALL": "C.UTF-8"}
-                self.assert_nothing([f"{page.name}:{trouble}"
-                                     for trouble in session(house.text_of(page), folder, environment)])
+        with tempfile.TemporaryDirectory() as prefix:
+            subprocess.run(["cmake", "--install", build, "--prefix", prefix], check=True, stdout=subprocess.DEVNULL)
+            packages = next(pathlib.Path(prefix).rglob("veltpropdata.pc")).parent
+            environment = os.environ | {"PATH": f"{prefix}/bin:{os.environ['PATH']}", "PKG_CONFIG_PATH": str(packages),
+                                        "LC_ALL": "C.UTF-8"}
+            for page in pages(source):
+                with self.subTest(page=page.name), tempfile.TemporaryDirectory() as folder:
+                    pathlib.Path(folder, "build").mkdir()
+                    for preset in ("dev", "release"):
+                        pathlib.Path(folder, "build", preset).symlink_to(build)
+                    for name in ("plugins", "examples"):
+                        pathlib.Path(folder, name).symlink_to(source / name)
+                    self.assert_nothing([f"{page.name}:{trouble}"
+                                         for trouble in session(house.text_of(page), folder, environment)])
 
 
 class TheTree(house.Check):

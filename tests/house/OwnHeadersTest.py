@@ -16,7 +16,8 @@ UNITS = ("propdata/merge/ByLayerColors.cpp", "propdata/selection/PropertyListCac
 class TheLayer(unittest.TestCase):
     def configure(self, folder, headers):
         return subprocess.run(["cmake", "-G", "Ninja", "-S", house.source_root(), "-B", folder, f"-DVELT_HOST_INCLUDE={headers}",
-                               "-DVELT_TESTS=OFF", "-DVELT_BENCH=OFF", "-DVELT_PCH=OFF", "-DCMAKE_BUILD_TYPE=Debug"],
+                               "-DVELT_TESTS=OFF", "-DVELT_BENCH=OFF", "-DVELT_PCH=OFF", "-DVELT_UNITY=OFF",
+                               "-DCMAKE_BUILD_TYPE=Debug"],
                               capture_output=True, text=True, check=False)
 
     def test_calls_what_the_headers_of_a_host_declare(self):

@@ -12,6 +12,7 @@ import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "house"))
 import house  # noqa: E402
+import minimal_host  # noqa: E402
 
 
 def texts_in(value):
@@ -49,22 +50,8 @@ class RecordAndReplay(unittest.TestCase):
     @classmethod
     def minimal_host(cls, name, *changes):
         """The minimal host, in which texts may be changed: a host that is the program itself."""
-        source = house.source_root()
-        folder = cls.root / f"{name}-sources"
-        folder.mkdir()
-        for path in (source / "examples" / "minimal-host").iterdir():
-            if path.suffix not in (".h", ".cpp"):
-                continue
-            text = house.text_of(path)
-            for file, was, becomes in changes:
-                if file == path.name:
-                    assert text.count(was) == 1, f"{was} is there {text.count(was)} times"
-                    text = text.replace(was, becomes)
-            (folder / path.name).write_text(text, encoding="utf-8")
-        program = cls.root / name
-        subprocess.run([os.environ.get("VELT_CXX", "g++"), "-std=c++20", f"-I{source}", *folder.glob("*.cpp"), "-o", program,
-                        f"-L{cls.build}/lib", f"-Wl,-rpath,{cls.build}/lib", "-lVeltPropData"], check=True)
-        return program
+        library = cls.build / "lib"
+        return minimal_host.built(cls.root / name, changes, options=(f"-L{library}", f"-Wl,-rpath,{library}", "-lVeltPropData"))
 
     @classmethod
     def record(cls, recording, *command, check=True):
@@ -120,12 +107,13 @@ class RecordAndReplay(unittest.TestCase):
 
     def test_a_host_that_fails(self):
         for name, changes, message in (
-                ("refusing", [("Automation.cpp", "return give(show, 1);", "*show = 1; return E_FAIL;")], None),
-                ("nameless", [("Automation.cpp", "return property != nullptr ? give(ids, property->id) : DISP_E_UNKNOWNNAME;",
+                ("refusing", [("return give(show, 1);", "*show = 1; return E_FAIL;")], None),
+                ("nameless", [("return property != nullptr ? give(ids, property->id) : DISP_E_UNKNOWNNAME;",
                                "return property != nullptr && property->id != 1 ? give(ids, property->id) : DISP_E_UNKNOWNNAME;")],
                  "does not know its own property"),
-                ("throwing", [("Automation.cpp", "return give(show, 1);", 'throw _com_error(E_FAIL, L"Thrown by the host");'),
-                              ("Parts.h", "#pragma once", '#pragma once\n#include "host/com/ComError.h"')],
+                ("throwing", [("return give(show, 1);", 'throw _com_error(E_FAIL, L"Thrown by the host");'),
+                              ('#include "host/com/IPerPropertyBrowsing.h"',
+                               '#include "host/com/IPerPropertyBrowsing.h"\n#include "host/com/ComError.h"')],
                  "Thrown by the host")):
             with self.subTest(host=name):
                 program = self.minimal_host(name, *changes)

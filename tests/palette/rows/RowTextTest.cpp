@@ -9,7 +9,7 @@
 namespace velt::palette {
 namespace {
 
-const NumberStyle style{3, 1};
+const NumberStyle threePlaces{3, 1};
 
 std::string textOf(const PROPINFO& record, const NumberStyle& with) {
   return Row(record).text(with);
@@ -39,9 +39,9 @@ PROPINFO realRow(double value, std::int32_t customType = 0) {
 }  // namespace
 
 TEST(RowText, LengthsHaveThePlacesOfTheDrawing) {
-  EXPECT_EQ(textOf(realRow(12.5, PropertyKind::distance), style), "12.500");
-  EXPECT_EQ(textOf(realRow(0), style), "0.000");
-  EXPECT_EQ(textOf(realRow(-0.00001, PropertyKind::distance), style), "-1e-05") << "not 0";
+  EXPECT_EQ(textOf(realRow(12.5, PropertyKind::distance), threePlaces), "12.500");
+  EXPECT_EQ(textOf(realRow(0), threePlaces), "0.000");
+  EXPECT_EQ(textOf(realRow(-0.00001, PropertyKind::distance), threePlaces), "-1e-05") << "not 0";
 }
 
 TEST(RowText, OnlyLengthsAndCoordinatesAreInFeet) {
@@ -81,18 +81,18 @@ TEST(RowText, APreciseTextHasAllDigits) {
 
 TEST(RowText, AnglesAreShownInDegrees) {
   for (const int kind : {PropertyKind::angle, PropertyKind::ellipseEndAngle, PropertyKind::hatchAngle})
-    EXPECT_EQ(textOf(realRow(std::numbers::pi / 2, kind), style), "90.0\u00B0") << kind;
+    EXPECT_EQ(textOf(realRow(std::numbers::pi / 2, kind), threePlaces), "90.0\u00B0") << kind;
 }
 
 TEST(RowText, NumbersWithoutUnitsAreNotFilledUpWithZeros) {
   for (const int kind : {PropertyKind::noUnits, PropertyKind::hatchScale, PropertyKind::entityLinetypeScale})
-    EXPECT_EQ(textOf(realRow(0.5, kind), style), "0.5") << kind;
+    EXPECT_EQ(textOf(realRow(0.5, kind), threePlaces), "0.5") << kind;
 }
 
 TEST(RowText, InfiniteAndHugeNumbersAreShownAllTheSame) {
-  EXPECT_EQ(textOf(realRow(std::numeric_limits<double>::quiet_NaN()), style), "") << "told by nobody";
-  EXPECT_EQ(textOf(realRow(std::numeric_limits<double>::infinity()), style), "inf");
-  EXPECT_EQ(textOf(realRow(1e300), style), "1e+300");
+  EXPECT_EQ(textOf(realRow(std::numeric_limits<double>::quiet_NaN()), threePlaces), "") << "told by nobody";
+  EXPECT_EQ(textOf(realRow(std::numeric_limits<double>::infinity()), threePlaces), "inf");
+  EXPECT_EQ(textOf(realRow(1e300), threePlaces), "1e+300");
 }
 
 TEST(RowText, ANumberWithAChoiceIsShownByItsLabel) {
@@ -100,63 +100,63 @@ TEST(RowText, ANumberWithAChoiceIsShownByItsLabel) {
   row.value.lVal = 25;
   row.choiceValues.push_back(25);
   row.choiceNames.push_back(CStdStr<wchar_t>(L"0.25 mm"));
-  EXPECT_EQ(textOf(row, style), "0.25 mm");
+  EXPECT_EQ(textOf(row, threePlaces), "0.25 mm");
   row.value.lVal = 30;
-  EXPECT_EQ(textOf(row, style), "30");
+  EXPECT_EQ(textOf(row, threePlaces), "30");
 }
 
 TEST(RowText, IntegersOfEveryWidthKeepTheirSign) {
   PROPINFO row = typedRow(VT_I2);
   row.value.iVal = -5;
-  EXPECT_EQ(textOf(row, style), "-5");
+  EXPECT_EQ(textOf(row, threePlaces), "-5");
   row = typedRow(VT_UI1);
   row.value.bVal = 200;
-  EXPECT_EQ(textOf(row, style), "200");
+  EXPECT_EQ(textOf(row, threePlaces), "200");
   row = typedRow(VT_I8);
   row.value.llVal = -5000000000;
-  EXPECT_EQ(textOf(row, style), "-5000000000");
+  EXPECT_EQ(textOf(row, threePlaces), "-5000000000");
   row = typedRow(VT_UI8);
   row.value.ullVal = 18446744073709551615ULL;
-  EXPECT_EQ(textOf(row, style), "18446744073709551615");
+  EXPECT_EQ(textOf(row, threePlaces), "18446744073709551615");
 }
 
 TEST(RowText, FlagsAreYesOrNo) {
   PROPINFO row = typedRow(VT_BOOL);
   row.value.boolVal = VARIANT_TRUE;
-  EXPECT_EQ(textOf(row, style), "Yes");
+  EXPECT_EQ(textOf(row, threePlaces), "Yes");
   row.value.boolVal = VARIANT_FALSE;
-  EXPECT_EQ(textOf(row, style), "No");
+  EXPECT_EQ(textOf(row, threePlaces), "No");
 }
 
 TEST(RowText, TextsStandOnOneLine) {
   PROPINFO row = typedRow(VT_BSTR);
   row.value.bstrVal = SysAllocString(L"a\nb");
-  EXPECT_EQ(textOf(row, style), "a\u21B5b");
+  EXPECT_EQ(textOf(row, threePlaces), "a\u21B5b");
   EXPECT_EQ(Row(row).plain(), PlainValue(std::string("a\nb"))) << "as it is";
   VariantClear(&row.value);
   row = typedRow(VT_BSTR);
-  EXPECT_EQ(textOf(row, style), "");
+  EXPECT_EQ(textOf(row, threePlaces), "");
 }
 
 TEST(RowText, AVaryingRowSaysSoAndKeepsItsValue) {
   PROPINFO row = realRow(1.5);
   row.isVaries = true;
-  EXPECT_EQ(textOf(row, style), "*VARIES*");
+  EXPECT_EQ(textOf(row, threePlaces), "*VARIES*");
   EXPECT_EQ(Row(row).plain(), PlainValue(1.5));
 }
 
 TEST(RowText, AValueThatIsMissingIsNothing) {
-  EXPECT_EQ(textOf(typedRow(VT_EMPTY), style), "");
+  EXPECT_EQ(textOf(typedRow(VT_EMPTY), threePlaces), "");
   EXPECT_EQ(plainOf(VT_EMPTY), PlainValue());
-  EXPECT_EQ(textOf(typedRow(VT_DISPATCH), style), "");
-  EXPECT_EQ(textOf(typedRow(VT_USERDEFINED), style), "");
+  EXPECT_EQ(textOf(typedRow(VT_DISPATCH), threePlaces), "");
+  EXPECT_EQ(textOf(typedRow(VT_USERDEFINED), threePlaces), "");
 }
 
 TEST(RowText, AnotherValueIsShownAsTheRowsOwn) {
   PROPINFO record = realRow(0.0, PropertyKind::angle);
   record.isVaries = true;
-  EXPECT_EQ(Row(record).textOf(Value::ofReal(std::numbers::pi), style), "180.0\u00B0");
-  EXPECT_EQ(Row(record).textOf(Value(), style), "");
+  EXPECT_EQ(Row(record).textOf(Value::ofReal(std::numbers::pi), threePlaces), "180.0\u00B0");
+  EXPECT_EQ(Row(record).textOf(Value(), threePlaces), "");
 }
 
 }  // namespace velt::palette
