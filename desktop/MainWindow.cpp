@@ -15,6 +15,7 @@
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTableView>
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -129,13 +130,22 @@ void MainWindow::addMenus() {
 // --- the selection ------------------------------------------------------------------------------------------
 
 void MainWindow::select(const std::vector<VkDbObjectId>& entities) {
-  QItemSelection selection;
+  std::vector<int> rows;
   for (const VkDbObjectId entity : entities) {
-    if (const std::optional<int> row = entities_->rowOf(entity))
-      selection.select(entities_->index(*row, 0), entities_->index(*row, EntityModel::columnCount_ - 1));
+    if (const std::optional<int> row = entities_->rowOf(entity)) rows.push_back(*row);
+  }
+  std::sort(rows.begin(), rows.end());
+  QItemSelection selection;
+  for (std::size_t first = 0, next = 0; first < rows.size(); first = next) {
+    while (next < rows.size() && rows[next] - rows[first] == static_cast<int>(next - first))
+      ++next;
+    selection.append(
+        {entities_->index(rows[first], 0), entities_->index(rows[next - 1], EntityModel::columnCount_ - 1)});
   }
   isSelecting_ = true;
-  list_->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+  // In two steps: what differs between two selections of many pieces is worked out piece by piece against all others.
+  list_->selectionModel()->clearSelection();
+  list_->selectionModel()->select(selection, QItemSelectionModel::Select);
   isSelecting_ = false;
   showSelection(entities);
 }

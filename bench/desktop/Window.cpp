@@ -122,24 +122,33 @@ void measurePicks(Desk& desk, std::uint32_t entities, const Repetitions& repetit
   if (found == 0) throw std::logic_error("nothing was found wherever it was looked for");
 }
 
-// From the selection to the filled palette, beside the selection and the query alone.
-void measurePalette(Desk& desk, std::uint32_t entities, const Repetitions& repetitions, Report& report) {
+// From the selection to the filled palette, beside the selection and the query alone. Takes one of so many entities.
+void measurePalette(Desk& desk, const std::string& name, std::size_t oneOf, const Repetitions& repetitions,
+                    Report& report) {
   const view::Contents contents(desk.drawing());
-  std::vector<VkDbObjectId> all;
-  for (const std::uint32_t record : contents.of(contents.ofModelSpace()))
-    all.push_back(desk.drawing().idOf(record));
+  std::vector<VkDbObjectId> chosen;
+  std::size_t next = 0;
+  for (const std::uint32_t record : contents.of(contents.ofModelSpace())) {
+    if (next++ % oneOf == 0) chosen.push_back(desk.drawing().idOf(record));
+  }
   const Pairs times = samplePairs(
-      repetitions, [&] { desk.window().select(all); },
+      repetitions, [&] { desk.window().select(chosen); },
       [&] {
-        palette::Selection selection(all);
+        palette::Selection selection(chosen);
         if (selection.query().empty()) throw std::logic_error("there is nothing to fill a palette with");
       });
   constexpr double nanosecondsOfMillisecond = 1e6;
-  report.add({fmt::format("desktop/palette/{}", entities),
-              {{"entities", static_cast<double>(all.size())}},
+  report.add({name,
+              {{"entities", static_cast<double>(chosen.size())}},
               {{"ratio", "", spreadOf(times.ratio)},
                {"window", "ms", spreadOf(times.first).over(nanosecondsOfMillisecond)},
                {"query", "ms", spreadOf(times.second).over(nanosecondsOfMillisecond)}}});
+}
+
+void measurePalettes(Desk& desk, std::uint32_t entities, const Repetitions& repetitions, Report& report) {
+  measurePalette(desk, fmt::format("desktop/palette/{}", entities), 1, repetitions, report);
+  // Those in between are not selected: no two that are stand side by side in the list.
+  measurePalette(desk, fmt::format("desktop/scattered/{}", entities), 3, repetitions, report);
 }
 
 }  // namespace
@@ -155,7 +164,7 @@ void measureWindow(const Settings& settings, Report& report) {
   const std::array<Part, 4> parts = {{{{"desktop/frame", "desktop/repaint"}, measureFrames},
                                       {{"desktop/edited"}, measurePictures},
                                       {{"desktop/pick", "desktop/within", "desktop/crossing"}, measurePicks},
-                                      {{"desktop/palette"}, measurePalette}}};
+                                      {{"desktop/palette", "desktop/scattered"}, measurePalettes}}};
   std::unique_ptr<QApplication> application;
   std::unique_ptr<Desk> desk;
   int count = 1;
