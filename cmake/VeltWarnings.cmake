@@ -31,5 +31,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(velt_warnings INTERFACE -Wno-restrict -Wno-free-nonheap-object)
   endif()
 elseif(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-  target_compile_options(velt_warnings INTERFACE -Wextra-semi)
+  # Of files that are compiled in one piece, a name in a function of one may hide what another keeps to itself.
+  target_compile_options(velt_warnings INTERFACE
+    -Wextra-semi $<$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>:-Wno-shadow>)
 endif()
