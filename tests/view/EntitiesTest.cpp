@@ -379,6 +379,18 @@ TEST(Notes, ALeaderHasAnArrowWhereThereIsRoom) {
   EXPECT_EQ(scene.points(1)[0], (Vector2{0, 0}));
 }
 
+TEST(Notes, ALeaderHasTheColorAndTheArrowOfItsDimensionStyle) {
+  const std::vector<Pair> own = {{1001, "ACAD"}, {1000, "DSTYLE"}, {1002, "{"}, {1070, "176"},
+                                 {1070, "41"},   {1070, "41"},     {1040, "3"}, {1002, "}"}};
+  const Scene scene(
+      entityOf("LEADER", {{3, "Standard"}, {71, "1"}, {10, "0"}, {20, "0"}, {10, "9"}, {20, "0"}})
+      + pairs(own));
+  ASSERT_EQ(scene.size(), 2U);
+  EXPECT_EQ(scene[0].ink, inkOfIndex(41));
+  EXPECT_EQ(scene[1].ink, inkOfIndex(41));
+  EXPECT_EQ(scene[1].box.high.x, 3) << "the number of a color is not taken for that of the arrow's size";
+}
+
 TEST(Notes, AMultileaderHasLinesALandingAnArrowAndAText) {
   const Scene scene(entityOf("MULTILEADER", {{300, "CONTEXT_DATA{"},
                                              {40, "1"},

@@ -32,22 +32,28 @@ void drawArrow(Painter& painter, const Place& place, Vector2 tip, Vector2 from, 
   painter.canvas().fill(painter.pen(place), std::span(&area, 1));
 }
 
-// A size that the dimension style of an entity tells, unless the entity has one of its own.
+// What the entity tells of its own, else what its dimension style does.
+std::optional<std::string_view> styleValue(const Painter& painter, const Lens& entity,
+                                           std::wstring_view style, int code) {
+  if (const auto data = entity.xdata("ACAD")) {
+    const dxf::RecordView& view = entity.view();
+    for (std::size_t index = data->first; index + 1 < data->first + data->count; ++index) {
+      constexpr int number = 1070;
+      if (view.code(index) == number && dxf::parseInteger<int>(view.value(index)) == code)
+        return view.value(index + 1);
+      // The value after its number may look like one.
+      if (view.code(index) == number && view.code(index + 1) == number) ++index;
+    }
+  }
+  const database::TableEntry* const entry = painter.drawing().dimStyles().find(style);
+  if (entry == nullptr || entry->isImplied()) return std::nullopt;
+  return Lens(painter.drawing(), entry->record).value(code, "AcDbDimStyleTableRecord");
+}
+
 double styleSize(const Painter& painter, const Lens& entity, std::wstring_view style, int code,
                  double otherwise) {
-  const database::TableEntry* const entry = painter.drawing().dimStyles().find(style);
-  double size = otherwise;
-  if (entry != nullptr && !entry->isImplied())
-    size = Lens(painter.drawing(), entry->record).real(code, "AcDbDimStyleTableRecord", otherwise);
-  const auto data = entity.xdata("ACAD");
-  if (!data) return size;
-  const dxf::RecordView& view = entity.view();
-  for (std::size_t index = data->first; index + 1 < data->first + data->count; ++index) {
-    const bool isTold = view.code(index) == 1070 && view.code(index + 1) == 1040
-                        && dxf::parseInteger<int>(view.value(index)) == code;
-    if (isTold) size = dxf::parseReal(view.value(index + 1)).value_or(size);
-  }
-  return size;
+  const auto told = styleValue(painter, entity, style, code);
+  return told ? dxf::parseReal(*told).value_or(otherwise) : otherwise;
 }
 
 double scaledStyleSize(const Painter& painter, const Lens& entity, std::wstring_view style, int code,
@@ -255,26 +261,46 @@ void drawLeaderLines(Painter& painter, const Place& place, const Multileader& le
 void drawLeader(Painter& painter, const Lens& entity, const Place& place) {
   constexpr std::string_view subclass = "AcDbLeader";
   constexpr double usualArrow = 0.18;
+  constexpr int arrowSize = 41;
+  constexpr int lineColor = 176;
+  constexpr int arrowBlock = 341;
+  const std::vector<database::Point> corners = entity.points(10, subclass);
+  if (corners.empty()) return;
   std::vector<Vector2> points;
-  for (const database::Point& point : entity.points(10, subclass))
-    points.push_back(place.toSpace().flat(automation::vectorOf(point)));
-  if (points.empty()) return;
-  const Vector2 tip = points.front();
-  const Vector2 second = points.size() > 1 ? points[1] : tip;
+  for (const database::Point& corner : corners)
+    points.push_back(place.toSpace().flat(automation::vectorOf(corner)));
+  const Vector3 tip = automation::vectorOf(corners.front());
+  const Vector3 second = corners.size() > 1 ? automation::vectorOf(corners[1]) : tip;
   const bool isSmooth = entity.integer(72, subclass, 0) == 1;
   if (isSmooth) {
     const std::vector<Vector2> through = std::exchange(points, {});
     appendCurveThrough(points, through, std::nullopt, std::nullopt, painter.canvas().tolerance());
   }
-  painter.canvas().path(painter.dashedPen(place), points);
-  if (entity.integer(71, subclass, 1) != 0) {
-    const double size =
-        scaledStyleSize(painter, entity, entity.name(3, subclass, L"Standard"), 41, usualArrow);
-    // As long as there is room for it.
-    const double room = length(second - tip);
-    const double seen = size * place.toSpace().scale();
-    if (2 * seen <= room || isSmooth) drawArrow(painter, place, tip, second, seen);
+  const std::wstring style = entity.name(3, subclass, L"Standard");
+  Place ofLine = place;
+  if (const auto told = styleValue(painter, entity, style, lineColor)) {
+    // By block it is that of the leader itself.
+    if (const auto color = dxf::parseInteger<std::int64_t>(*told); color && *color != 0)
+      ofLine.look.ink = painter.appearance().inkOf(*color, place.look);
   }
+  painter.canvas().path(painter.dashedPen(ofLine), points);
+  if (entity.integer(71, subclass, 1) == 0) return;
+  const double size = scaledStyleSize(painter, entity, style, arrowSize, usualArrow);
+  const double room = length(second - tip);
+  // As long as there is room for it.
+  if (!(size > 0) || !(room > 0) || (2 * size > room && !isSmooth)) return;
+  const auto block = styleValue(painter, entity, style, arrowBlock);
+  const std::wstring name = block ? database::entryName(painter.drawing(), painter.drawing().blocks(),
+                                                        dxf::parseHandle(*block).value_or(0))
+                                  : std::wstring();
+  if (name.empty())
+    return drawArrow(painter, ofLine, place.toSpace().flat(tip), place.toSpace().flat(second),
+                     size * place.toSpace().scale());
+  const Vector3 outwards = tip - second;
+  painter.drawBlock(name,
+                    Painter::inside(ofLine, Transform::moved(tip)
+                                                .after(Transform::rotated(std::atan2(outwards.y, outwards.x)))
+                                                .after(Transform::scaled({size, size, size}))));
 }
 
 void drawMultileader(Painter& painter, const Lens& entity, const Place& place) {
