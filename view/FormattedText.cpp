@@ -211,9 +211,12 @@ class Reader {
         return;
       case L'O':
       case L'o':
+        change().isOverlined = code == L'O';
+        return;
       case L'K':
       case L'k':
-        return;  // lines over and through the text
+        change().isStruckOut = code == L'K';
+        return;
       case L'H':
         return readHeight(argument());
       case L'W': {

@@ -23,6 +23,8 @@ struct TextFormat {
   bool isBold = false;
   bool isItalic = false;
   bool isUnderlined = false;
+  bool isOverlined = false;
+  bool isStruckOut = false;
   // Letters stand for the symbols of tolerances.
   bool hasSymbols = false;
 

@@ -69,6 +69,8 @@ struct Text {
   bool isBold = false;
   bool isItalic = false;
   bool isUnderlined = false;
+  bool isOverlined = false;
+  bool isStruckOut = false;
   // Empty for any plain one.
   std::wstring fontFamily{};
 };

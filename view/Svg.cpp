@@ -318,7 +318,13 @@ class Writer {
     if (text.anchor > 0) text_ += text.anchor < 1 ? " text-anchor=\"middle\"" : " text-anchor=\"end\"";
     if (text.isBold) text_ += " font-weight=\"bold\"";
     if (text.isItalic) text_ += " font-style=\"italic\"";
-    if (text.isUnderlined) text_ += " text-decoration=\"underline\"";
+    if (text.isUnderlined || text.isOverlined || text.isStruckOut) {
+      std::string lines;
+      if (text.isUnderlined) lines += " underline";
+      if (text.isOverlined) lines += " overline";
+      if (text.isStruckOut) lines += " line-through";
+      text_ += " text-decoration=\"" + lines.substr(1) + '"';
+    }
     writeOpacity("fill-opacity", opacity);
     text_ += " xml:space=\"preserve\">" + escaped(text.wording) + "</text>\n";
   }

@@ -193,6 +193,8 @@ class PicturePainter {
     font.setBold(text.isBold);
     font.setItalic(text.isItalic);
     font.setUnderline(text.isUnderlined);
+    font.setOverline(text.isOverlined);
+    font.setStrikeOut(text.isStruckOut);
     const QString wording = QString::fromStdWString(text.wording);
     const double advance = QFontMetricsF(font).horizontalAdvance(wording);
     if (!(advance > 0)) return;

@@ -304,6 +304,28 @@ TEST(Texts, SeveralLinesFollowTheirDirectionAndAttachment) {
   EXPECT_NEAR(scene.text(0).right.y, 2, 1e-9);
 }
 
+TEST(Texts, SeenFromBehindTheyReadAlongTheXAxisOfTheWorldWhereNoDirectionIsTold) {
+  const Scene scene(
+      entityOf("MTEXT", {{10, "5"}, {20, "5"}, {40, "2"}, {1, "One"}, {210, "0"}, {220, "0"}, {230, "-1"}}));
+  ASSERT_EQ(scene.size(), 1U);
+  EXPECT_NEAR(scene.text(0).right.x, 2, 1e-9);
+  EXPECT_NEAR(scene.text(0).up.y, -2, 1e-9);
+}
+
+TEST(Texts, HaveLinesUnderOverAndThroughThemWhereTheirCodesSaySo) {
+  const Scene scene(
+      entityOf("MTEXT", {{10, "5"}, {20, "5"}, {40, "2"}, {1, "\\Lunder\\l\\Oover\\o\\Kthrough\\knothing"}}));
+  ASSERT_EQ(scene.size(), 4U);
+  const auto linesOf = [&](std::size_t index) {
+    const Text& text = scene.text(index);
+    return (text.isUnderlined ? 1 : 0) + (text.isOverlined ? 2 : 0) + (text.isStruckOut ? 4 : 0);
+  };
+  EXPECT_EQ(linesOf(0), 1);
+  EXPECT_EQ(linesOf(1), 2);
+  EXPECT_EQ(linesOf(2), 4);
+  EXPECT_EQ(linesOf(3), 0);
+}
+
 TEST(Texts, ABackgroundLiesUnderTheText) {
   const Scene scene(entityOf("MTEXT", {{10, "5"}, {20, "5"}, {40, "2"}, {1, "One"}, {90, "3"}, {45, "1.5"}}));
   ASSERT_EQ(scene.size(), 2U);
@@ -391,11 +413,12 @@ TEST(Notes, ALeaderHasTheColorAndTheArrowOfItsDimensionStyle) {
   EXPECT_EQ(scene[1].box.high.x, 3) << "the number of a color is not taken for that of the arrow's size";
 }
 
-TEST(Notes, AMultileaderHasLinesALandingAnArrowAndAText) {
+TEST(Notes, AMultileaderHasLinesALandingAnArrowAndATextInItsFrame) {
   const Scene scene(entityOf("MULTILEADER", {{300, "CONTEXT_DATA{"},
                                              {40, "1"},
                                              {41, "2"},
                                              {140, "1"},
+                                             {145, "0.5"},
                                              {290, "1"},
                                              {304, "Note"},
                                              {12, "20"},
@@ -415,11 +438,15 @@ TEST(Notes, AMultileaderHasLinesALandingAnArrowAndAText) {
                                              {305, "}"},
                                              {303, "}"},
                                              {301, "}"},
-                                             {170, "1"}}));
-  ASSERT_EQ(scene.size(), 3U);
+                                             {170, "1"},
+                                             {292, "1"}}));
+  ASSERT_EQ(scene.size(), 4U);
   EXPECT_EQ(spelled(scene.points(0)), "0,0 10,10 15,10");
   EXPECT_EQ(scene[1].shape, Shape::Fill);
   EXPECT_EQ(scene.text(2).wording, L"Note");
+  EXPECT_EQ(scene[3].shape, Shape::Path);
+  EXPECT_NEAR(scene.points(3)[0].x, 19.5, 1e-9);
+  EXPECT_NEAR(scene.points(3)[2].y, 11.5, 1e-9) << "the upper edge of the text is where the leader places it";
 }
 
 TEST(Notes, ATolerancesCompartmentsAreFramed) {

@@ -21,6 +21,8 @@ void draw(Painter& painter, Pen pen, const Transform& plane, const PlacedText& p
   text.isBold = format.isBold;
   text.isItalic = format.isItalic;
   text.isUnderlined = format.isUnderlined;
+  text.isOverlined = format.isOverlined;
+  text.isStruckOut = format.isStruckOut;
   text.fontFamily = format.family;
   if (format.ink) pen.ink = *format.ink;
   painter.canvas().text(pen, std::move(text));

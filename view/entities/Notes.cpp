@@ -87,6 +87,9 @@ struct Multileader {
   Vector3 textDirection{1, 0, 0};
   double textHeight = 0;
   double textWidth = 0;
+  // A frame around the text, so far from it.
+  bool hasFrame = false;
+  double gap = 0;
   std::int64_t textAlignment = 1;
   std::optional<std::int64_t> textColor{};
   // The block.
@@ -167,6 +170,7 @@ class MultileaderReader {
     const auto integer = dxf::parseInteger<std::int64_t>(value);
     if (code == 170 && integer) leader_.lineKind = *integer;
     if (code == 91 && integer) leader_.lineColor = *integer;
+    if (code == 292 && integer) leader_.hasFrame = *integer != 0;
   }
 
   static void takeRoot(LeaderRoot& root, int code, double number) {
@@ -197,6 +201,9 @@ class MultileaderReader {
         break;
       case 140:
         leader_.arrowSize = number;
+        break;
+      case 145:
+        leader_.gap = number;
         break;
       case 171:
         leader_.textAlignment = integer();
@@ -323,8 +330,16 @@ void drawMultileader(Painter& painter, const Lens& entity, const Place& place) {
     const Vector3 up = direction(cross(Vector3{0, 0, 1}, along), {0, 1, 0});
     Pen pen = painter.pen(place);
     if (leader.textColor) pen.ink = painter.appearance().inkOfRaw(*leader.textColor, place.look);
-    drawFormatted(painter, pen, place.toSpace().after({along, up, {0, 0, 1}, leader.textPoint}),
-                  layOut(leader.wording, layout));
+    const Transform plane = place.toSpace().after({along, up, {0, 0, 1}, leader.textPoint});
+    const LaidOutText text = layOut(leader.wording, layout);
+    drawFormatted(painter, pen, plane, text);
+    if (leader.hasFrame && !text.texts.empty()) {
+      const Box frame = text.box.grown(leader.gap);
+      const std::array<Vector2, 4> corners = {
+          plane.flat({frame.low.x, frame.low.y, 0}), plane.flat({frame.high.x, frame.low.y, 0}),
+          plane.flat({frame.high.x, frame.high.y, 0}), plane.flat({frame.low.x, frame.high.y, 0})};
+      painter.canvas().path(painter.pen(ofLines), corners, true);
+    }
   }
   if (leader.hasBlock) {
     const std::wstring name =

@@ -112,6 +112,8 @@ Vector3 directionOf(const Lens& entity, const automation::ObjectFrame& frame) {
     const Vector3 along = pointAt(entity, 11, multi);
     if (length(along) > 0) return direction(along, {1, 0, 0});
   }
+  // It reads along the x axis of the world where nothing is told, from whichever side it is seen.
+  if (!angle && length(cross(frame.normal(), Vector3{1, 0, 0})) > 0) return {1, 0, 0};
   const double rotation = radians(entity.real(50, multi, 0));
   return frame.toWorld({std::cos(rotation), std::sin(rotation), 0});
 }
