@@ -21,4 +21,14 @@ TEST(NearestNames, NamesThatWereProbablyMeantAreFound) {
   EXPECT_EQ(didYouMean("Thickness", names, "; there are five"), "; there are five");
 }
 
+TEST(NearestNames, TheNearestComesFirstHoweverTheNamesAreOrdered) {
+  EXPECT_THAT(namesLike("linetyp", std::vector<std::string>{"Linetype scale", "Linetype"}),
+              ElementsAre("Linetype", "Linetype scale"));
+}
+
+TEST(NearestNames, NamesThatOnlyHoldWhatWasWrittenFollowInAlphabeticalOrder) {
+  EXPECT_THAT(namesLike("line", std::vector<std::string>{"Linexy", "Line of sight", "Lines"}),
+              ElementsAre("Lines", "Line of sight", "Linexy"));
+}
+
 }  // namespace velt::palette
