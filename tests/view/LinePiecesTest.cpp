@@ -13,11 +13,11 @@ namespace {
 
 using tests::spelled;
 
-constexpr Box square{{0, 0}, {10, 10}};
+constexpr Box sight{{0, 0}, {10, 10}};
 
 TEST(LinePieces, ALineInsideIsOnePiece) {
   const std::vector<Vector2> line = {{1, 1}, {5, 1}, {5, 4}};
-  const auto pieces = piecesWithin(line, false, square);
+  const auto pieces = piecesWithin(line, false, sight);
   ASSERT_EQ(pieces.size(), 1U);
   EXPECT_EQ(spelled(pieces[0].points), "1,1 5,1 5,4");
   EXPECT_EQ(pieces[0].start, 0);
@@ -25,7 +25,7 @@ TEST(LinePieces, ALineInsideIsOnePiece) {
 
 TEST(LinePieces, ALineThatLeavesAndComesBackIsInPiecesThatKnowHowFarItHasGot) {
   const std::vector<Vector2> line = {{-5, 5}, {15, 5}, {15, 8}, {-5, 8}};
-  const auto pieces = piecesWithin(line, false, square);
+  const auto pieces = piecesWithin(line, false, sight);
   ASSERT_EQ(pieces.size(), 2U);
   EXPECT_EQ(spelled(pieces[0].points), "0,5 10,5");
   EXPECT_EQ(pieces[0].start, 5);
@@ -35,15 +35,15 @@ TEST(LinePieces, ALineThatLeavesAndComesBackIsInPiecesThatKnowHowFarItHasGot) {
 
 TEST(LinePieces, AClosedLineGoesBackToItsFirstPoint) {
   const std::vector<Vector2> line = {{5, 5}, {5, 20}, {8, 20}};
-  EXPECT_EQ(piecesWithin(line, false, square).size(), 1U);
-  const auto pieces = piecesWithin(line, true, square);
+  EXPECT_EQ(piecesWithin(line, false, sight).size(), 1U);
+  const auto pieces = piecesWithin(line, true, sight);
   ASSERT_EQ(pieces.size(), 2U);
   EXPECT_EQ(spelled(pieces[1].points), "6,10 5,5");
 }
 
 TEST(LinePieces, NothingIsLeftOfALineOutside) {
   const std::vector<Vector2> line = {{-9, 5}, {5, 22}, {std::numeric_limits<double>::infinity(), 5}};
-  EXPECT_TRUE(piecesWithin(line, true, square).empty());
+  EXPECT_TRUE(piecesWithin(line, true, sight).empty());
 }
 
 // What is left of a line, counted by walking along it in small steps.
@@ -62,11 +62,11 @@ TEST(LinePieces, AreAsLongAsWhatLiesInside) {
       const Vector2 along = line[(point + 1) % line.size()] - line[point];
       for (int step = 0; step < steps; ++step) {
         const Vector2 at = line[point] + ((step + 0.5) / steps) * along;
-        if (square.meets({at, at})) inside += length(along) / steps;
+        if (sight.meets({at, at})) inside += length(along) / steps;
       }
     }
     double left = 0;
-    for (const LinePiece& piece : piecesWithin(line, true, square)) {
+    for (const LinePiece& piece : piecesWithin(line, true, sight)) {
       for (std::size_t point = 1; point < piece.points.size(); ++point)
         left += length(piece.points[point] - piece.points[point - 1]);
     }

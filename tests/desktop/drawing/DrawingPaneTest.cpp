@@ -25,7 +25,7 @@ class PaneOn {
     pane_.resize(400, 300);
     pane_.setDrawing(drawing_.get());
     QObject::connect(&pane_, &DrawingPane::selected,
-                     [this](const std::vector<VkDbObjectId>& entities) { selected_ = entities.size(); });
+                     [this](const std::vector<VkDbObjectId>& chosen) { selected_ = chosen.size(); });
   }
   ~PaneOn() { pane_.setDrawing(nullptr); }
 
