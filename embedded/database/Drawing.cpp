@@ -100,6 +100,7 @@ class Drawing::Contents {
   // Indexed by block: the index of the first layout that names it, or none.
   std::vector<std::uint32_t> layoutOfBlock;
   std::uint64_t revision = 0;
+  bool breaksAssociations = false;
   // Records that were edited within atomically(), as they were before. Null outside of it.
   std::vector<dxf::Document::Backup>* kept = nullptr;
   // Where record() keeps what records were before. Null outside of it.
@@ -495,6 +496,14 @@ Changes Drawing::undo(Changes changes) {
 
 std::uint64_t Drawing::revision() const {
   return contents_->revision;
+}
+
+void Drawing::setBreaksAssociations(bool breaks) {
+  contents_->breaksAssociations = breaks;
+}
+
+bool Drawing::breaksAssociations() const {
+  return contents_->breaksAssociations;
 }
 
 void Drawing::save(const std::filesystem::path& file, const dxf::SaveOptions& options) {

@@ -122,6 +122,10 @@ class Drawing {
   [[nodiscard]] Changes undo(Changes changes);
   // Grows with every edit, also with one that failed.
   [[nodiscard]] std::uint64_t revision() const;
+  // Whether hatches give up following an entity when its shape is changed. Unless they do, which is how it begins, whoever
+  // changes shapes is to refuse that.
+  void setBreaksAssociations(bool breaks);
+  [[nodiscard]] bool breaksAssociations() const;
 
   // --- saving -------------------------------------------------------------------------------------------------------
 

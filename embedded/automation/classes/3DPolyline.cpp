@@ -41,9 +41,9 @@ std::int32_t getFitSmooth(const Subject& subject) {
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name          label          type                       category            access                              writability                                   choices               weight help
-  {  1, L"Vertex",    L"Vertex",     VT_VARIANT,                Category::Geometry, heavyVertices(),                    writable,                                     Choices::None,        110,   L"The vertices; of a smoothed polyline those that it was drawn with, and then they refuse a change: the curve would have to be drawn anew."},
+  {  1, L"Vertex",    L"Vertex",     VT_VARIANT,                Category::Geometry, heavyVertices(),                    refusedWhere(isSmoothed),                     Choices::None,        110,   L"The vertices; of a smoothed polyline those that it was drawn with."},
   {  2, L"Length",    L"Length",     types::distance,           Category::Geometry, computed<getLength>(),              readOnly(reasons::followsFromVertices),       Choices::None,        120,   L"Along all segments."},
-  {  3, L"Closed",    L"Closed",     VT_BOOL,                   Category::Misc,     bitUnlessSmoothed(70, polyline, 1), writable,                                     Choices::None,        130,   L"Whether a segment leads from the last vertex back to the first. A smoothed polyline refuses a change: it would have to be drawn anew."},
+  {  3, L"Closed",    L"Closed",     VT_BOOL,                   Category::Misc,     bitUnlessSmoothed(70, polyline, 1), refusedWhere(isSmoothed),                     Choices::None,        130,   L"Whether a segment leads from the last vertex back to the first."},
   {  4, L"FitSmooth", L"Fit/Smooth", types::spatialPolylineFit, Category::Misc,     computed<getFitSmooth>(),           readOnly(reasons::smoothVerticesWouldBeMade), Choices::Enumeration, 140,   L"How the polyline is smoothed."},
 };
 // clang-format on

@@ -12,6 +12,7 @@
 #include "embedded/automation/hatches/HatchTypes.h"
 #include "embedded/automation/model/Access.h"
 #include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/Followers.h"
 #include "embedded/automation/model/GradientNames.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/objects/ColorObject.h"
@@ -99,17 +100,7 @@ std::int32_t getIslandStyle(const Subject& subject) {
 }
 
 Vector3 getOrigin(const Subject& subject) {
-  constexpr int pointCode = 1010;
-  const database::Lens lens = subject.lens();
-  Vector3 origin;
-  const std::optional<dxf::PairRange> range = lens.xdata("ACAD");
-  if (!range) return origin;
-  for (std::size_t index = range->first; index < range->first + range->count; ++index) {
-    const double number = dxf::parseReal(lens.view().value(index)).value_or(0);
-    if (lens.view().code(index) == pointCode) origin.x = number;
-    if (lens.view().code(index) == pointCode + 10) origin.y = number;
-  }
-  return origin;
+  return patternOrigin(subject.lens());
 }
 
 OwnedDispatch getBackgroundColor(const Subject& subject) {
@@ -131,6 +122,23 @@ OwnedDispatch getBackgroundColor(const Subject& subject) {
 
 void requireVariant(const Subject& subject, Variants wanted, const wchar_t* refusal) {
   if ((variant(getVariant(subject)) & wanted) == 0) throw Refusal(E_FAIL, refusal);
+}
+
+void putPatternName(const Subject& subject, const std::wstring& name) {
+  requireVariant(subject, lined | variant(solid),
+                 L"A gradient fills the hatch, which has no lines; its name is the gradient's name.");
+  if (!database::sameName(getPatternName(subject), name)) fillWithPattern(subject, name);
+}
+
+void putDouble(const Subject& subject, const bool& isDouble) {
+  requireVariant(subject, variant(userPattern), L"The hatch is filled with no plain lines.");
+  if ((subject.lens().integer(77, hatch, 0) == 1) != isDouble) crossPlainLines(subject, isDouble);
+}
+
+void putAssociative(const Subject& subject, const bool& isAssociative) {
+  if ((subject.lens().integer(71, hatch, 0) == 1) == isAssociative) return;
+  if (isAssociative) throw Refusal(reasons::boundaryWouldBeFound);
+  breakAssociation(subject.drawing(), subject.record());
 }
 
 void putAngle(const Subject& subject, const double& angle) {
@@ -166,7 +174,8 @@ void putSpacing(const Subject& subject, const double& spacing) {
 void putElevation(const Subject& subject, const double& elevation) {
   if (getElevation(subject) == elevation) return;
   if (subject.lens().integer(71, hatch, 0) != 0) {
-    throw Refusal(E_FAIL, L"The hatch follows the entities around it, which would have to move, too.");
+    if (!subject.drawing().breaksAssociations()) throw Refusal(reasons::boundaryWouldMove);
+    breakAssociation(subject.drawing(), subject.record());
   }
   const database::Lens lens = subject.lens();
   const std::optional<std::size_t> x = lens.find(10, hatch);
@@ -247,25 +256,25 @@ void putGradientAngle(const Subject& subject, const double& angle) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name                label                type                category                   access                                                         writability                                  choices               weight help                                                       shown for
-  {  1, L"Type",            L"Type",             types::hatchType,   Category::Pattern,         computed<getType>(),                                           readOnly(reasons::patternLinesStored),       Choices::Enumeration, 110,   L"Where the pattern comes from."},
-  {  2, L"PatternName",     L"Pattern name",     VT_BSTR,            Category::Pattern,         computed<getPatternName>(),                                    readOnly(reasons::patternLinesStored),       Choices::None,        120,   L"Name of the pattern."},
-  {  3, L"Angle",           L"Angle",            VT_R8,              Category::Pattern,         writtenBy<putAngle>(storedDirection(52, hatch)),               writable,                                    Choices::None,        130,   L"How far the pattern is turned.",                         lined},
-  {  4, L"HatchScale",      L"Scale",            VT_R8,              Category::Pattern,         writtenBy<putScale>(storedReal(41, hatch, 1)).positive(),      writable,                                    Choices::None,        140,   L"Scale of the pattern.",                                  variant(pattern)},
-  {  5, L"Spacing",         L"Spacing",          VT_R8,              Category::Pattern,         computed<getSpacing, putSpacing>().positive(),                 writable,                                    Choices::None,        150,   L"Distance of the lines.",                                 variant(userPattern)},
-  {  6, L"ISOPenWidth",     L"ISO pen width",    types::isoPenWidth, Category::Pattern,         computed<getIsoPenWidth>(),                                    readOnly(reasons::isScaleInAnotherForm),     Choices::Enumeration, 160,   L"Pen width that an ISO pattern is drawn for.",            variant(pattern)},
-  {  7, L"Double",          L"Double",           VT_BOOL,            Category::Pattern,         storedBit(77, hatch, 1),                                       readOnly(reasons::itsLinesWouldBeMade),      Choices::None,        170,   L"Whether a second family crosses the lines.",             variant(userPattern)},
-  {  8, L"Origin",          L"Origin",           VT_VARIANT,         Category::Pattern,         computedPoint<getOrigin>(),                                    readOnly(reasons::patternLinesWouldFollow),  Choices::None,        180,   L"Where the pattern begins.",                              lined},
-  {  9, L"BackgroundColor", L"Background color", VT_DISPATCH,        Category::Pattern,         computed<getBackgroundColor>(),                                readOnly(reasons::dataOfAnotherApplication), Choices::None,        190,   L"Colour between the lines.",                              lined},
-  { 10, L"Associative",     L"Associative",      VT_BOOL,            Category::Pattern,         storedBit(71, hatch, 1),                                       readOnly(reasons::boundaryWouldBeFound),     Choices::None,        200,   L"Whether the hatch follows its boundary."},
-  { 11, L"IslandStyle",     L"Island detection", types::islandStyle, Category::Pattern,         computed<getIslandStyle>(),                                    readOnly(reasons::boundaryStoredForStyle),   Choices::Enumeration, 210,   L"What the hatch does with islands."},
-  { 12, L"GradientName",    L"Gradient name",    VT_BSTR,            OwnCategory::Gradient,     computed<getGradientName, putGradientName>().keepingShape(),   writable,                                    Choices::Gradients,   220,   L"Name of the gradient.",                                  variant(gradient)},
-  { 13, L"GradientAngle",   L"Gradient angle",   types::angle,       OwnCategory::Gradient,     computed<getGradientAngle, putGradientAngle>().keepingShape(), writable,                                    Choices::None,        230,   L"How far the gradient is turned.",                        variant(gradient)},
-  { 14, L"GradientColor1",  L"Color 1",          VT_DISPATCH,        OwnCategory::Gradient,     computed<getGradientColor1>(),                                 readOnly(reasons::nearestColorStored),       Choices::None,        240,   L"Colour that the gradient begins with.",                  variant(gradient)},
-  { 15, L"GradientColor2",  L"Color 2",          VT_DISPATCH,        OwnCategory::Gradient,     computed<getGradientColor2>(),                                 readOnly(reasons::nearestColorStored),       Choices::None,        250,   L"Colour that the gradient ends with.",                    variant(gradient)},
-  { 16, L"Elevation",       L"Elevation",        VT_R8,              Category::Geometry,        computed<getElevation, putElevation>(),                        writable,                                    Choices::None,        260,   L"Height of the hatch over the origin, along its normal."},
-  { 17, L"Area",            L"Area",             types::area,        Category::Geometry,        computed<getArea>(),                                           readOnly(reasons::followsFromBoundary),      Choices::None,        270,   L"What is filled, without the islands."},
-  { 18, L"Normal",          L"Normal",           VT_VARIANT,         Category::Visualization3D, computedPoint<getNormal>(),                                    readOnly(reasons::boundaryWouldFollow),      Choices::None,        280,   L"Upright on the plane of the hatch."},
+  // id name                label                type                category                   access                                                             writability                                  choices               weight help                                                       shown for
+  {  1, L"Type",            L"Type",             types::hatchType,   Category::Pattern,         computed<getType>(),                                               readOnly(reasons::followsFromPatternName),   Choices::Enumeration, 110,   L"Where the pattern comes from."},
+  {  2, L"PatternName",     L"Pattern name",     VT_BSTR,            Category::Pattern,         computed<getPatternName, putPatternName>().offering(patternNames), writable,                                    Choices::OfClass,     120,   L"Name of the pattern: a predefined one, or one that another hatch of the drawing has."},
+  {  3, L"Angle",           L"Angle",            VT_R8,              Category::Pattern,         writtenBy<putAngle>(storedDirection(52, hatch)),                   writable,                                    Choices::None,        130,   L"How far the pattern is turned.",                         lined},
+  {  4, L"HatchScale",      L"Scale",            VT_R8,              Category::Pattern,         writtenBy<putScale>(storedReal(41, hatch, 1)).positive(),          writable,                                    Choices::None,        140,   L"Scale of the pattern.",                                  variant(pattern)},
+  {  5, L"Spacing",         L"Spacing",          VT_R8,              Category::Pattern,         computed<getSpacing, putSpacing>().positive(),                     writable,                                    Choices::None,        150,   L"Distance of the lines.",                                 variant(userPattern)},
+  {  6, L"ISOPenWidth",     L"ISO pen width",    types::isoPenWidth, Category::Pattern,         computed<getIsoPenWidth>(),                                        readOnly(reasons::isScaleInAnotherForm),     Choices::Enumeration, 160,   L"Pen width that an ISO pattern is drawn for.",            variant(pattern)},
+  {  7, L"Double",          L"Double",           VT_BOOL,            Category::Pattern,         writtenBy<putDouble>(storedBit(77, hatch, 1)),                     writable,                                    Choices::None,        170,   L"Whether a second family crosses the lines.",             variant(userPattern)},
+  {  8, L"Origin",          L"Origin",           VT_VARIANT,         Category::Pattern,         computedPoint<getOrigin>(),                                        readOnly(reasons::patternLinesWouldFollow),  Choices::None,        180,   L"Where the pattern begins.",                              lined},
+  {  9, L"BackgroundColor", L"Background color", VT_DISPATCH,        Category::Pattern,         computed<getBackgroundColor>(),                                    readOnly(reasons::dataOfAnotherApplication), Choices::None,        190,   L"Colour between the lines.",                              lined},
+  { 10, L"Associative",     L"Associative",      VT_BOOL,            Category::Pattern,         writtenBy<putAssociative>(storedBit(71, hatch, 1)).keepingShape(), writable,                                    Choices::None,        200,   L"Whether the hatch follows the entities that it was made from; that can be given up, not got back."},
+  { 11, L"IslandStyle",     L"Island detection", types::islandStyle, Category::Pattern,         computed<getIslandStyle>(),                                        readOnly(reasons::boundaryStoredForStyle),   Choices::Enumeration, 210,   L"What the hatch does with islands."},
+  { 12, L"GradientName",    L"Gradient name",    VT_BSTR,            OwnCategory::Gradient,     computed<getGradientName, putGradientName>().keepingShape(),       writable,                                    Choices::Gradients,   220,   L"Name of the gradient.",                                  variant(gradient)},
+  { 13, L"GradientAngle",   L"Gradient angle",   types::angle,       OwnCategory::Gradient,     computed<getGradientAngle, putGradientAngle>().keepingShape(),     writable,                                    Choices::None,        230,   L"How far the gradient is turned.",                        variant(gradient)},
+  { 14, L"GradientColor1",  L"Color 1",          VT_DISPATCH,        OwnCategory::Gradient,     computed<getGradientColor1>(),                                     readOnly(reasons::nearestColorStored),       Choices::None,        240,   L"Colour that the gradient begins with.",                  variant(gradient)},
+  { 15, L"GradientColor2",  L"Color 2",          VT_DISPATCH,        OwnCategory::Gradient,     computed<getGradientColor2>(),                                     readOnly(reasons::nearestColorStored),       Choices::None,        250,   L"Colour that the gradient ends with.",                    variant(gradient)},
+  { 16, L"Elevation",       L"Elevation",        VT_R8,              Category::Geometry,        computed<getElevation, putElevation>(),                            writable,                                    Choices::None,        260,   L"Height of the hatch over the origin, along its normal."},
+  { 17, L"Area",            L"Area",             types::area,        Category::Geometry,        computed<getArea>(),                                               readOnly(reasons::followsFromBoundary),      Choices::None,        270,   L"What is filled, without the islands."},
+  { 18, L"Normal",          L"Normal",           VT_VARIANT,         Category::Visualization3D, computedPoint<getNormal>(),                                        readOnly(reasons::boundaryWouldFollow),      Choices::None,        280,   L"Upright on the plane of the hatch."},
 };
 // clang-format on
 

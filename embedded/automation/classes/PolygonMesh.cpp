@@ -31,13 +31,13 @@ std::int32_t getFitSmooth(const Subject& subject) {
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name             label              type            category            access                           writability                                   choices               weight help
-  {  1, L"Vertex",       L"Vertex",         VT_VARIANT,     Category::Geometry, heavyVertices(),                 writable,                                     Choices::None,        110,   L"The vertices, column by column; of a smoothed mesh those that it was drawn with, and then they refuse a change: the surface would have to be drawn anew."},
+  {  1, L"Vertex",       L"Vertex",         VT_VARIANT,     Category::Geometry, heavyVertices(),                 refusedWhere(isSmoothed),                     Choices::None,        110,   L"The vertices, column by column; of a smoothed mesh those that it was drawn with."},
   {  2, L"MVertexCount", L"M vertex count", VT_I4,          Category::Mesh,     storedInteger(71, mesh),         readOnly(reasons::followsFromVertices),       Choices::None,        120,   L"How many rows of vertices there are."},
   {  3, L"NVertexCount", L"N vertex count", VT_I4,          Category::Mesh,     storedInteger(72, mesh),         readOnly(reasons::followsFromVertices),       Choices::None,        130,   L"How many columns of vertices there are."},
   {  4, L"MDensity",     L"M density",      VT_I4,          Category::Mesh,     storedInteger(73, mesh),         readOnly(reasons::smoothVerticesWouldBeMade), Choices::None,        140,   L"How many rows the smoothed mesh has."},
   {  5, L"NDensity",     L"N density",      VT_I4,          Category::Mesh,     storedInteger(74, mesh),         readOnly(reasons::smoothVerticesWouldBeMade), Choices::None,        150,   L"How many columns the smoothed mesh has."},
-  {  6, L"MClose",       L"M closed",       VT_BOOL,        Category::Mesh,     bitUnlessSmoothed(70, mesh, 1),  writable,                                     Choices::None,        160,   L"Whether the last row leads back to the first. A smoothed mesh refuses a change: it would have to be drawn anew."},
-  {  7, L"NClose",       L"N closed",       VT_BOOL,        Category::Mesh,     bitUnlessSmoothed(70, mesh, 32), writable,                                     Choices::None,        170,   L"Whether the last column leads back to the first. A smoothed mesh refuses a change: it would have to be drawn anew."},
+  {  6, L"MClose",       L"M closed",       VT_BOOL,        Category::Mesh,     bitUnlessSmoothed(70, mesh, 1),  refusedWhere(isSmoothed),                     Choices::None,        160,   L"Whether the last row leads back to the first."},
+  {  7, L"NClose",       L"N closed",       VT_BOOL,        Category::Mesh,     bitUnlessSmoothed(70, mesh, 32), refusedWhere(isSmoothed),                     Choices::None,        170,   L"Whether the last column leads back to the first."},
   {  8, L"FitSmooth",    L"Fit/Smooth",     types::meshFit, Category::Mesh,     computed<getFitSmooth>(),        readOnly(reasons::smoothVerticesWouldBeMade), Choices::Enumeration, 180,   L"How the mesh is smoothed."},
 };
 // clang-format on

@@ -43,9 +43,17 @@ std::size_t elementCount(const Subject& subject, const PropertyRow& row) {
 // A drawing may hold a value in several places, of which a damaged one tells different things, and a put may round. So
 // what was put is read back, and a put of a value that does not come back changes nothing.
 
+// Runs an edit of the entity. Only one that changes something costs others their tie to it.
+template <class Edit>
+void releasing(const Subject& target, const PropertyRow& row, Edit&& edit) {
+  const std::uint64_t before = target.drawing().revision();
+  edit();
+  if (target.drawing().revision() != before) releaseFollowers(target, row);
+}
+
 void putWhole(const Subject& target, const PropertyRow& row, const Value& value) {
   target.drawing().atomically([&] {
-    row.access.put(target, row, value);
+    releasing(target, row, [&] { row.access.put(target, row, value); });
     const Value got = row.access.get(target, row);
     if (!isSameValue(row, value, got)) throw notGivenBack(got);
   });
@@ -64,7 +72,7 @@ double scaleOfGroup(const Subject& subject, const PropertyRow& row, std::size_t 
 void putElement(const Subject& target, const PropertyRow& row, std::size_t element, double number) {
   const ElementAccess& elements = *row.access.elements;
   target.drawing().atomically([&] {
-    elements.put(target, row, element, number);
+    releasing(target, row, [&] { elements.put(target, row, element, number); });
     const double got = elements.get(target, row, element);
     if (!isSameNumber(number, got, got == number ? 0 : scaleOfGroup(target, row, element))) {
       throw notGivenBack(Value(got));

@@ -36,21 +36,25 @@ std::size_t choiceCount(const Subject& subject, const PropertyRow& row) {
       return colorNames.size();
     case Choices::Gradients:
       return gradientNames.size();
+    case Choices::OfClass:
+      return row.access.names(subject).size();
     default:
       return tableOf(subject, row.choices)->entries().size();
   }
 }
 
-std::wstring_view choiceLabel(const Subject& subject, const PropertyRow& row, std::size_t index) {
+std::wstring choiceLabel(const Subject& subject, const PropertyRow& row, std::size_t index) {
   switch (row.choices) {
     case Choices::None:
       return {};
     case Choices::Enumeration:
       return row.type.user->members[index].label;
     case Choices::Colors:
-      return colorNames[index].name;
+      return std::wstring(colorNames[index].name);
     case Choices::Gradients:
       return gradientNames[index];
+    case Choices::OfClass:
+      return row.access.names(subject)[index];
     default:
       return tableOf(subject, row.choices)->entries()[index].name;
   }
@@ -63,7 +67,7 @@ Value choiceValue(const Subject& subject, const PropertyRow& row, std::size_t in
     case Choices::Colors:
       return colorNames[index].index;
     default:
-      return std::wstring(choiceLabel(subject, row, index));
+      return choiceLabel(subject, row, index);
   }
 }
 

@@ -3,7 +3,7 @@
 // The predefined values of properties.
 
 #include <cstddef>
-#include <string_view>
+#include <string>
 
 #include "embedded/automation/model/PropertyTable.h"
 
@@ -14,9 +14,8 @@ namespace velt::automation {
 
 // The index is below the count.
 
-// As shown to people. The text lives until the drawing is edited.
-[[nodiscard]] std::wstring_view choiceLabel(const Subject& subject, const PropertyRow& row,
-                                            std::size_t index);
+// As shown to people.
+[[nodiscard]] std::wstring choiceLabel(const Subject& subject, const PropertyRow& row, std::size_t index);
 
 // What to put for it: a name, or a number for enumerations and colors.
 [[nodiscard]] Value choiceValue(const Subject& subject, const PropertyRow& row, std::size_t index);

@@ -89,8 +89,8 @@ std::wstring formatName(std::string_view version) {
       {"AC1015", L"DXF 2000"}, {"AC1018", L"DXF 2004"}, {"AC1021", L"DXF 2007"}, {"AC1024", L"DXF 2010"},
       {"AC1027", L"DXF 2013"}, {"AC1032", L"DXF 2018"},
   };
-  const auto known =
-      std::find_if(std::begin(names), std::end(names), [&](const auto& name) { return name.first == version; });
+  const auto known = std::find_if(std::begin(names), std::end(names),
+                                  [&](const auto& name) { return name.first == version; });
   if (known != std::end(names)) return known->second;
   return version.empty() ? L"DXF without a version" : widened(version);
 }
@@ -126,6 +126,11 @@ void requireChangeable(const Subject& subject, const PropertyRow& row) {
   const Obstacle* const obstacle = row.writability.obstacle;
   if (obstacle == nullptr) return;
   if (const Reason* const why = obstacle->reasonFor(subject)) throw Refusal(*why);
+}
+
+void releaseFollowers(const Subject& subject, const PropertyRow& row) {
+  if (subject.drawing().breaksAssociations() && changesShape(subject.kind(), row))
+    releaseHatches(subject.drawing(), subject.record());
 }
 
 void requireWithin(Limit limit, double number) {

@@ -1,32 +1,79 @@
 #include "embedded/automation/model/Followers.h"
 
+#include <cstddef>
+#include <vector>
+
 #include "dxf/Numbers.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/database/Dictionary.h"
+#include "embedded/database/Layer.h"
+#include "embedded/database/RecordEditor.h"
 
 namespace velt::automation {
 namespace {
 
-// Whether the record is to change with the entity, in a program that knows how to do that.
-bool follows(const database::Drawing& drawing, std::uint32_t record, std::string_view followed) {
-  const std::string_view type = drawing.view(record).type();
-  if (type == "HATCH") return database::Lens(drawing, record).integer(71, "AcDbHatch", 0) != 0;
-  // It makes a dimension follow other entities, and is told of a change of either.
-  if (type == "DIMASSOC") return !followed.ends_with("DIMENSION");
-  return type == "LEADER";
+constexpr const char* subclassOfHatch = "AcDbHatch";
+constexpr int reactorCode = 330;
+
+bool isOnLockedLayer(const database::Drawing& drawing, std::uint32_t record) {
+  const std::wstring name = database::Lens(drawing, record).name(8, database::commonSubclass);
+  const database::TableEntry* const layer = drawing.layers().find(name);
+  return layer != nullptr && database::Layer(drawing, layer->record).isLocked();
 }
 
-bool hasFollower(const database::Drawing& drawing, std::uint32_t record) {
-  constexpr int handleCode = 330;
+// Why the record would have to change with the entity, in a program that knows how to do that; null when it would not.
+const Reason* whyItFollows(const database::Drawing& drawing, std::uint32_t record,
+                           std::string_view followed) {
+  const std::string_view type = drawing.view(record).type();
+  if (type == "HATCH") {
+    if (database::Lens(drawing, record).integer(71, subclassOfHatch, 0) == 0) return nullptr;
+    if (isOnLockedLayer(drawing, record)) return &reasons::followedByLockedHatch;
+    return drawing.breaksAssociations() ? nullptr : &reasons::followedByHatch;
+  }
+  // It makes a dimension follow other entities, and is told of a change of either.
+  if (type == "DIMASSOC") return followed.ends_with("DIMENSION") ? nullptr : &reasons::followedByDimension;
+  return type == "LEADER" ? &reasons::followedByLeader : nullptr;
+}
+
+// The records that are told of changes of this one.
+std::vector<std::uint32_t> reactorsOf(const database::Drawing& drawing, std::uint32_t record) {
+  std::vector<std::uint32_t> found;
   const dxf::RecordView view = drawing.view(record);
   const auto reactors = view.applicationGroup("ACAD_REACTORS");
-  if (!reactors) return false;
+  if (!reactors) return found;
   for (std::size_t index = reactors->first; index < reactors->first + reactors->count; ++index) {
-    if (view.code(index) != handleCode) continue;
-    const auto reactor = drawing.recordByHandle(dxf::parseHandle(view.value(index)).value_or(0));
-    if (reactor && follows(drawing, *reactor, view.type())) return true;
+    if (view.code(index) != reactorCode) continue;
+    if (const auto reactor = drawing.recordByHandle(dxf::parseHandle(view.value(index)).value_or(0)))
+      found.push_back(*reactor);
   }
-  return false;
+  return found;
+}
+
+const Reason* whyItIsFollowed(const database::Drawing& drawing, std::uint32_t record) {
+  for (const std::uint32_t reactor : reactorsOf(drawing, record)) {
+    if (const Reason* const why = whyItFollows(drawing, reactor, drawing.view(record).type())) return why;
+  }
+  return nullptr;
+}
+
+// The record is no longer told of changes to the entity. The group goes with its last entry.
+void removeReactor(database::Drawing& drawing, std::uint32_t entity, std::uint64_t reactor) {
+  drawing.edit(entity, [&](dxf::Document& document) {
+    const auto group = document.view(entity).applicationGroup("ACAD_REACTORS");
+    if (!group) return;
+    std::size_t left = group->count;
+    for (std::size_t index = group->first + group->count; index-- > group->first;) {
+      const dxf::RecordView view = document.view(entity);
+      if (view.code(index) != reactorCode || dxf::parseHandle(view.value(index)) != reactor) continue;
+      document.erase(entity, index);
+      --left;
+    }
+    const bool isClosed = group->first + left < document.view(entity).size()
+                          && document.view(entity).code(group->first + left) == 102;
+    if (left > 0 || !isClosed) return;
+    document.erase(entity, group->first);
+    document.erase(entity, group->first - 1);
+  });
 }
 
 bool isAttached(const database::Drawing& drawing, std::uint32_t record, std::string_view name) {
@@ -54,11 +101,40 @@ void requireSingleLine(const database::Drawing& drawing, std::uint32_t record) {
 
 void requireFreeShape(const database::Drawing& drawing, std::uint32_t record) {
   requireSingleLine(drawing, record);
-  if (hasFollower(drawing, record)) {
-    throw Refusal(reasons::followedByOthers);
-  }
+  if (const Reason* const why = whyItIsFollowed(drawing, record)) throw Refusal(*why);
   if (isAttached(drawing, record, "AcDbContextDataManager")) {
     throw Refusal(reasons::annotative);
+  }
+}
+
+void releaseHatches(database::Drawing& drawing, std::uint32_t record) {
+  for (const std::uint32_t reactor : reactorsOf(drawing, record)) {
+    if (drawing.view(reactor).type() == "HATCH") breakAssociation(drawing, reactor);
+  }
+}
+
+void breakAssociation(database::Drawing& drawing, std::uint32_t hatch) {
+  constexpr int sourceCount = 97;
+  const database::Lens lens(drawing, hatch);
+  if (lens.integer(71, subclassOfHatch, 0) == 0) return;
+  std::vector<std::uint64_t> sources;
+  for (const std::size_t pair : lens.view().findAll(reactorCode, subclassOfHatch))
+    sources.push_back(dxf::parseHandle(lens.view().value(pair)).value_or(0));
+  drawing.edit(hatch, [&](dxf::Document& document) {
+    for (const std::size_t pair : document.view(hatch).findAll(sourceCount, subclassOfHatch)) {
+      const dxf::RecordView view = document.view(hatch);
+      // The same code counts the fit points of a spline, which follow it.
+      const bool hasSources = pair + 1 < view.size() && view.code(pair + 1) == reactorCode;
+      if (hasSources) document.replace(hatch, pair, "0");
+    }
+    const std::vector<std::size_t> gone = document.view(hatch).findAll(reactorCode, subclassOfHatch);
+    for (auto pair = gone.rbegin(); pair != gone.rend(); ++pair)
+      document.erase(hatch, *pair);
+  });
+  database::RecordEditor(drawing, hatch).setInteger(71, subclassOfHatch, 0);
+  for (const std::uint64_t source : sources) {
+    if (const auto record = drawing.recordByHandle(source))
+      removeReactor(drawing, *record, drawing.handleOf(hatch));
   }
 }
 

@@ -10,9 +10,16 @@ namespace velt::automation {
 // twice.
 void requireSingleLine(const database::Drawing& drawing, std::uint32_t record);
 
-// Throws Refusal for such an attribute, for an entity that an associative hatch, a dimension or a leader follows, and
-// for one whose place and size are stored for every scale of annotations.
+// Throws Refusal for such an attribute, for an entity that a dimension or a leader follows, for one that an associative
+// hatch follows unless the drawing's associations are to be broken, and for one whose place and size are stored for every
+// scale of annotations.
 void requireFreeShape(const database::Drawing& drawing, std::uint32_t record);
+
+// The associative hatches that follow the entity no longer do.
+void releaseHatches(database::Drawing& drawing, std::uint32_t record);
+
+// The hatch no longer follows what it was made from, and nothing says so any more. Its boundary stays what it is.
+void breakAssociation(database::Drawing& drawing, std::uint32_t hatch);
 
 // Throws Refusal for such an attribute, and for a text whose wording is made by a field.
 void requireOwnWording(const Subject& text);

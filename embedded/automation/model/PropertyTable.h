@@ -10,7 +10,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "embedded/automation/model/Categories.h"
 #include "embedded/automation/model/Reasons.h"
@@ -82,6 +84,8 @@ struct Access {
   const char* since = "";
   // A put changes neither place nor size of the entity, so that hatches and dimensions that follow it stay right.
   bool keepsShape = false;
+  // The names that the row offers; for Choices::OfClass.
+  std::vector<std::wstring> (*names)(const Subject&) = nullptr;
   // Whether what is read after a put is what was put; null: as its type suggests (see Sameness.h).
   bool (*isSame)(const Value& put, const Value& got) = nullptr;
 
@@ -103,6 +107,11 @@ struct Access {
   [[nodiscard]] constexpr Access comparedBy(bool (*comparison)(const Value& put, const Value& got)) const {
     Access same = *this;
     same.isSame = comparison;
+    return same;
+  }
+  [[nodiscard]] constexpr Access offering(std::vector<std::wstring> (*some)(const Subject&)) const {
+    Access same = *this;
+    same.names = some;
     return same;
   }
   [[nodiscard]] constexpr Access keepingShape() const {
@@ -160,6 +169,8 @@ enum class Choices : std::uint8_t {
   Colors,
   // The known gradient patterns.
   Gradients,
+  // Names that the class tells: see Access::names.
+  OfClass,
 };
 
 // Bits of a row's flags.

@@ -35,7 +35,7 @@ bool isAngle(const PropertyRow& row) {
 bool hasNamesAsChoices(const PropertyRow& row) {
   return row.choices == Choices::Layers || row.choices == Choices::Linetypes
          || row.choices == Choices::TextStyles || row.choices == Choices::DimStyles
-         || row.choices == Choices::Gradients;
+         || row.choices == Choices::Gradients || row.choices == Choices::OfClass;
 }
 
 std::wstring widened(const std::string& ascii) {

@@ -32,10 +32,13 @@ double partOf(const HeavyPolyline& shape, std::size_t vertex, HeavyVertexPart pa
   return shape.widths[vertex].end;
 }
 
-void requireNotSmoothed(const Subject& polyline) {
+const Reason* whySmoothed(const Subject& polyline) {
   constexpr std::int64_t smoothed = 2 | 4;
-  if ((polyline.lens().integer(70, anySubclass, 0) & smoothed) != 0)
-    throw Refusal(E_FAIL, L"It is smoothed: its curve would have to be drawn anew.");
+  return (polyline.lens().integer(70, anySubclass, 0) & smoothed) != 0 ? &reasons::smoothed : nullptr;
+}
+
+void requireNotSmoothed(const Subject& polyline) {
+  if (const Reason* const why = whySmoothed(polyline)) throw Refusal(*why);
 }
 
 // All vertices, also those that make the curve of a smoothed polyline.
@@ -51,6 +54,8 @@ void changeEachVertex(const Subject& polyline, Change change) {
 }
 
 }  // namespace
+
+constinit const Obstacle isSmoothed = {L"it is smoothed.", whySmoothed};
 
 void putHeavyVertexPart(const Subject& polyline, std::size_t vertex, HeavyVertexPart part, double value) {
   const bool isWidth = part == HeavyVertexPart::StartWidth || part == HeavyVertexPart::EndWidth;

@@ -34,6 +34,9 @@ void putHeavyElevation(const Subject& polyline, double elevation);
 
 // --- for the tables of the classes ---
 
+// The vertices that the drawing stores are then not those that are drawn.
+extern const Obstacle isSmoothed;
+
 [[nodiscard]] std::vector<Vector3> heavyVertexPlaces(const Subject& polyline);
 
 namespace access {

@@ -85,9 +85,6 @@ template <int Code>
 void putPoint(const Subject& subject, const Vector3& place) {
   constexpr int otherCode = Code == 10 ? 11 : 10;
   const bool hasBoth = getJustify(subject) != left;
-  if (Code == 11 && !hasBoth) {
-    throw Refusal(E_FAIL, L"A text that is justified left has no alignment point.");
-  }
   const ObjectFrame frame = frameOf(subject.lens(), text);
   const Vector3 before = pointAt(subject.lens(), Code, text);
   if (frame.toWorld(before) == place) return;
@@ -208,6 +205,12 @@ void putJustify(const Subject& subject, const std::int32_t& justification) {
   putUp(subject, row);
 }
 
+const Reason* whyNoAlignmentPoint(const Subject& subject) {
+  return getJustify(subject) == left ? &reasons::justifiedLeft : nullptr;
+}
+
+constexpr Obstacle isJustifiedLeft = {L"the text is justified left.", whyNoAlignmentPoint};
+
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name                   label              type                      category                   access                                                         writability                           choices               weight help
@@ -220,7 +223,7 @@ constexpr PropertyRow rows[] = {
   {  7, L"ScaleFactor",        L"Width factor",   types::noUnits,           Category::Text,            writtenBy<putScaleFactor>(storedReal(41, text, 1)).positive(), writable,                             Choices::None,        160,   L"How much wider than usual the characters are."},
   {  8, L"ObliqueAngle",       L"Obliquing",      types::angle,             Category::Text,            writtenBy<putObliqueAngle>(storedDegrees(51, text)),           writable,                             Choices::None,        170,   L"How far the characters lean to the right."},
   {  9, L"InsertionPoint",     L"Position",       VT_VARIANT,               Category::Geometry,        writtenBy<putPoint<10>>(objectPoint(10, text)),                writable,                             Choices::None,        180,   L"Left end of the text's base line."},
-  { 10, L"TextAlignmentPoint", L"Text alignment", VT_VARIANT,               Category::Geometry,        writtenBy<putPoint<11>>(objectPoint(11, text)),                writable,                             Choices::None,        190,   L"The point that the justification is about; without meaning for a text that is justified left."},
+  { 10, L"TextAlignmentPoint", L"Text alignment", VT_VARIANT,               Category::Geometry,        writtenBy<putPoint<11>>(objectPoint(11, text)),                refusedWhere(isJustifiedLeft),        Choices::None,        190,   L"The point that the justification is about."},
   { 11, L"UpsideDown",         L"Upside down",    VT_BOOL,                  Category::Misc,            storedBit(71, text, 4),                                        writable,                             Choices::None,        200,   L"Whether the text stands on its head."},
   { 12, L"Backward",           L"Backward",       VT_BOOL,                  Category::Misc,            storedBit(71, text, 2),                                        writable,                             Choices::None,        210,   L"Whether the text is mirrored."},
   { 13, L"Normal",             L"Normal",         VT_VARIANT,               Category::Visualization3D, computedPoint<getNormal>(),                                    readOnly(reasons::pointsWouldFollow), Choices::None,        220,   L"Upright on the text's plane."},

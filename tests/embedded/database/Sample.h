@@ -37,6 +37,10 @@ class Sample {
     header_ = text({{9, "$ACADVER"}, {1, name}});
     return *this;
   }
+  Sample& header(const std::string& name, int code, const std::string& value) {
+    header_ += text({{9, name}, {code, value}});
+    return *this;
+  }
   Sample& tableRecord(const std::string& type, Pairs pairs) {
     tables_[type] += record(type, pairs);
     return *this;

@@ -56,8 +56,8 @@ std::string editName(const PropertyRow& row) {
 }
 
 std::string choicesName(Choices choices) {
-  const char* names[] = {"-",           "enumeration", "layers", "linetypes",
-                         "text styles", "dim styles",  "colors", "gradients"};
+  const char* names[] = {"-",          "enumeration", "layers",    "linetypes", "text styles",
+                         "dim styles", "colors",      "gradients", "own names"};
   return names[static_cast<std::size_t>(choices)];
 }
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <numbers>
 
 #include "tests/embedded/automation/Edits.h"
@@ -186,6 +187,71 @@ TEST_F(HatchTest, ThePlainLinesFollowTheirSpacing) {
   EXPECT_EQ(E_FAIL, made.put(L"HatchScale", number(3)).scode) << "it has a spacing instead";
 }
 
+TEST_F(HatchTest, APatternIsChosenByItsName) {
+  const Bound made = hatch(linedHatch);
+  EXPECT_EQ(S_OK, made.put(L"PatternName", std::wstring(L"net")).result);
+  EXPECT_EQ(L"NET", made.text(L"PatternName"));
+  EXPECT_EQ(2, made.real(L"HatchScale")) << "scale and angle stay";
+  EXPECT_EQ(
+      "10=0.0 20=0.0 30=7.0 2=NET 70=0 71=0 91=0 75=0 76=1 52=0.0 41=2.0 77=0 78=2 "
+      "53=0.0 43=0.0 44=0.0 45=0.0 46=0.25 79=0 53=90.0 43=0.0 44=0.0 45=-0.25 46=0.0 79=0",
+      pairsOf(*drawing));
+  EXPECT_EQ(E_INVALIDARG, made.put(L"PatternName", std::wstring(L"PLAID")).scode);
+}
+
+TEST_F(HatchTest, TheSolidFillingIsAPatternLikeOthers) {
+  const Bound made = hatch(linedHatch);
+  EXPECT_EQ(S_OK, made.put(L"PatternName", std::wstring(L"SOLID")).result);
+  EXPECT_EQ("10=0.0 20=0.0 30=7.0 2=SOLID 70=1 71=0 91=0 75=0 76=1", pairsOf(*drawing));
+  EXPECT_EQ(3, made.integer(L"Type"));
+  EXPECT_EQ(S_OK, made.put(L"PatternName", std::wstring(L"LINE")).result);
+  EXPECT_EQ(1, made.integer(L"Type"));
+  EXPECT_EQ(1, made.real(L"HatchScale"));
+}
+
+TEST_F(HatchTest, ThePatternsAreThePredefinedOnesAndThoseOfTheDrawing) {
+  drawing = Sample()
+                .entity("HATCH", linedHatch)
+                .entity("HATCH", {{2, "WAVES,_O"}, {70, "0"}, {76, "2"}, {53, "0.0"}})
+                .entity("HATCH", {{2, "LOST"}, {70, "0"}, {76, "2"}})
+                .open();
+  const auto names = Bound(*drawing, 0).choices(L"PatternName");
+  ASSERT_TRUE(names.has_value());
+  EXPECT_EQ(L"SOLID", names->front());
+  EXPECT_EQ(L"WAVES", names->back())
+      << "by its own name; a pattern whose lines no hatch has cannot be chosen";
+  EXPECT_EQ(1, std::count(names->begin(), names->end(), L"ANSI31"));
+  EXPECT_EQ(S_OK, Bound(*drawing, 1).put(L"PatternName", std::wstring(L"NET")).result);
+  EXPECT_NE(L"WAVES", Bound(*drawing, 0).choices(L"PatternName")->back()) << "no hatch has it any more";
+}
+
+TEST_F(HatchTest, AGradientHasNoPatternToBeChosen) {
+  EXPECT_EQ(E_FAIL, hatch({{2, "SOLID"}, {70, "1"}, {76, "1"}, {450, "1"}})
+                        .put(L"PatternName", std::wstring(L"LINE"))
+                        .scode);
+}
+
+TEST_F(HatchTest, ASecondFamilyCrossesPlainLinesOrGoes) {
+  const Pairs plain = {{2, "U"},    {70, "0"},   {76, "0"},   {52, "0.0"}, {41, "2.0"}, {77, "0"}, {78, "1"},
+                       {53, "0.0"}, {43, "1.0"}, {44, "0.0"}, {45, "0.0"}, {46, "2.0"}, {79, "0"}};
+  const Bound made = hatch(plain);
+  EXPECT_EQ(S_OK, made.put(L"Double", flag(true)).result);
+  EXPECT_EQ(
+      "2=U 70=0 76=0 52=0.0 41=2.0 77=1 78=2 53=0.0 43=1.0 44=0.0 45=0.0 46=2.0 79=0 "
+      "53=90.0 43=1.0 44=0.0 45=-2.0 46=0.0 79=0",
+      pairsOf(*drawing));
+  EXPECT_EQ(S_OK, made.put(L"Double", flag(false)).result);
+  EXPECT_EQ("2=U 70=0 76=0 52=0.0 41=2.0 77=0 78=1 53=0.0 43=1.0 44=0.0 45=0.0 46=2.0 79=0",
+            pairsOf(*drawing));
+}
+
+TEST_F(HatchTest, TheAssociationIsGivenUpAndNotGotBack) {
+  const Bound made = hatch({{71, "1"}, {97, "1"}, {330, "77"}});
+  EXPECT_EQ(S_OK, made.put(L"Associative", flag(false)).result);
+  EXPECT_EQ("71=0 97=0", pairsOf(*drawing));
+  EXPECT_EQ(E_FAIL, made.put(L"Associative", flag(true)).scode);
+}
+
 TEST_F(HatchTest, WhatAFillingLacksIsRefused) {
   const Bound solid = hatch({{70, "1"}, {41, "2.0"}, {52, "0.0"}});
   for (const wchar_t* name : {L"Angle", L"HatchScale", L"Spacing", L"GradientAngle"})
@@ -211,6 +277,9 @@ TEST_F(HatchTest, AHatchThatFollowsItsBoundaryKeepsItsElevation) {
   EXPECT_EQ("10=0.0 20=0.0 30=9.0 91=1 10=5.0", pairsOf(*drawing));
   EXPECT_EQ(E_FAIL,
             hatch({{10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {71, "1"}}).put(L"Elevation", number(9)).scode);
+  drawing->setBreaksAssociations(true);
+  EXPECT_EQ(S_OK, Bound(*drawing, 0).put(L"Elevation", number(9)).result);
+  EXPECT_EQ("10=0.0 20=0.0 30=9.0 71=0", pairsOf(*drawing));
 }
 
 TEST_F(HatchTest, ThePatternTurnsAndGrowsAboutItsOrigin) {

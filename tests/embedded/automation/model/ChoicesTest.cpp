@@ -83,5 +83,15 @@ TEST_F(ChoicesTest, GradientsAreOfferedByName) {
   EXPECT_EQ((std::pair<std::wstring, std::wstring>{L"LINEAR", L"LINEAR"}), list[0]);
 }
 
+std::vector<std::wstring> twoNames(const Subject&) {
+  return {L"Here", L"There"};
+}
+
+TEST_F(ChoicesTest, AClassMayHaveNamesOfItsOwn) {
+  PropertyRow own = row(Choices::OfClass);
+  own.access.names = twoNames;
+  EXPECT_EQ((Offered{{L"Here", L"Here"}, {L"There", L"There"}}), offered(own));
+}
+
 }  // namespace
 }  // namespace velt::automation

@@ -50,7 +50,7 @@ TEST_F(ReadOnlyReasonTest, IsEmptyWhereNothingStandsInTheWay) {
 
 TEST_F(ReadOnlyReasonTest, IsThatOfTheEntityWhereItsPutWouldBeRefused) {
   EXPECT_EQ(L"The layer Locked is locked.", ofLine(layer, 1));
-  EXPECT_EQ(reasons::followedByOthers.sentence, ofLine(startOfLine, 2));
+  EXPECT_EQ(reasons::followedByHatch.sentence, ofLine(startOfLine, 2));
   EXPECT_EQ(L"", ofLine(thicknessOfLine, 2));
   EXPECT_EQ(reasons::pictureWouldStay.sentence,
             readOnlyReason(CLSID_VeltDimRotated, dimStyle, drawing->entities().back()));
