@@ -119,7 +119,7 @@ enum class AngleFormat {
 struct VELT_PALETTE_EXPORT NumberStyle {
   // The number of a drawing variable; nothing for one that the drawing does not have.
   using Variable = std::function<std::optional<double>(std::string_view name)>;
-  // Asks for LUNITS, LUPREC, AUNITS, AUPREC, ANGBASE (in degrees) and ANGDIR. What is missing, or is none of the numbers
+  // Asks for LUNITS, LUPREC, AUNITS, AUPREC, ANGBASE (in degrees), ANGDIR, DIMZIN and UNITMODE. What is missing, or is none of the numbers
   // that mean something, is as in NumberStyle().
   static NumberStyle ofVariables(const Variable& variable);
 
@@ -135,6 +135,14 @@ struct VELT_PALETTE_EXPORT NumberStyle {
   bool isClockwise = false;
   // All digits, as plain numbers and degrees in whatever format.
   bool isPrecise = false;
+  // Decimal numbers: 0.5 rather than .5, and 2.5000 rather than 2.5.
+  bool hasLeadingZeros = true;
+  bool hasTrailingZeros = true;
+  // In feet and inches: 0'-6" rather than 6", and 1'-0" rather than 1'.
+  bool hasZeroFeet = false;
+  bool hasZeroInches = true;
+  // As one types it: 5'6-1/2", 15-1/2 and N45d30'E in place of 5'-6 1/2", 15 1/2 and N 45°30' E.
+  bool isAsTyped = false;
 };
 
 // ---------------------------------------------------------------------------------------------------------

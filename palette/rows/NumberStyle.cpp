@@ -18,6 +18,15 @@ std::optional<int> places(std::optional<double> value) {
   return static_cast<int>(*value < 0 ? 0 : std::fmin(*value, most));
 }
 
+// What DIMZIN says of zeros: of feet and inches in its last two bits, of decimal numbers in the two before.
+void setZeros(NumberStyle& style, int zeros) {
+  constexpr int noLeading = 4, noTrailing = 8, ofFeet = 3;
+  style.hasLeadingZeros = (zeros & noLeading) == 0;
+  style.hasTrailingZeros = (zeros & noTrailing) == 0;
+  style.hasZeroFeet = (zeros & ofFeet) == 1 || (zeros & ofFeet) == 2;
+  style.hasZeroInches = (zeros & ofFeet) == 1 || (zeros & ofFeet) == 3;
+}
+
 }  // namespace
 
 NumberStyle NumberStyle::ofVariables(const Variable& variable) {
@@ -31,6 +40,8 @@ NumberStyle NumberStyle::ofVariables(const Variable& variable) {
   const double base = variable("ANGBASE").value_or(0);
   style.angleBase = std::isfinite(base) ? base : 0;
   style.isClockwise = numberBetween(0, 1, variable("ANGDIR")) == 1;
+  style.isAsTyped = numberBetween(0, 1, variable("UNITMODE")) == 1;
+  if (const auto zeros = numberBetween(0, 15, variable("DIMZIN"))) setZeros(style, *zeros);
   return style;
 }
 

@@ -27,7 +27,7 @@ std::string realText(const PROPINFO& row, double number, const NumberStyle& styl
   if (style.isPrecise) return exactText(number);
   if (isWithoutUnits(row.customType))
     return fmt::format("{:.{}g}", number, std::max(style.lengthPlaces + 1, 6));
-  return decimalText(number, style.lengthPlaces);
+  return withZeros(decimalText(number, style.lengthPlaces), style);
 }
 
 std::optional<std::string> choiceLabel(const PROPINFO& row, std::int64_t value) {

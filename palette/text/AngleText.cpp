@@ -79,7 +79,8 @@ std::string sexagesimalText(double degrees, int places) {
   return (degrees < 0 && parts != 0 ? "-" : "") + partsText(parts, places);
 }
 
-std::string bearingText(double degrees, int places) {
+std::string bearingText(double degrees, const NumberStyle& style) {
+  const int places = style.anglePlaces;
   const double angle = withoutTurns(degrees);
   const bool isNorth = angle <= 180;
   const bool isEast = angle <= 90 || angle > 270;
@@ -88,7 +89,10 @@ std::string bearingText(double degrees, int places) {
   const std::int64_t parts = partsIn(std::fabs((isNorth ? 90 : 270) - angle), places);
   if (parts == 0) return pole;
   if (parts == 90 * partsOfDegree(places)) return side;
-  return fmt::format("{} {} {}", pole, partsText(parts, places), side);
+  std::string text = partsText(parts, places);
+  if (!style.isAsTyped) return fmt::format("{} {} {}", pole, text, side);
+  text.replace(text.find(degreeSign), degreeSign.size(), "d");
+  return pole + text + side;
 }
 
 // --- texts as angles ---------------------------------------------------------------------------------------
@@ -192,8 +196,7 @@ std::string angleText(double angle, bool isDirection, const NumberStyle& style) 
     case AngleFormat::radians:
       return decimalText(radians, style.anglePlaces) + "r";
     case AngleFormat::surveyor:
-      return isDirection ? bearingText(inDegrees(angle), style.anglePlaces)
-                         : sexagesimalText(degrees, style.anglePlaces);
+      return isDirection ? bearingText(inDegrees(angle), style) : sexagesimalText(degrees, style.anglePlaces);
     default:
       return decimalText(degrees, style.anglePlaces) + std::string(degreeSign);
   }

@@ -27,18 +27,22 @@ std::int64_t partsOfOne(const NumberStyle& style) {
   return parts;
 }
 
-std::string withFraction(std::int64_t parts, std::int64_t ofOne) {
+// `hasWhole`: 0 1/2 rather than 1/2.
+std::string withFraction(std::int64_t parts, std::int64_t ofOne, bool hasWhole, const NumberStyle& style) {
   const std::int64_t whole = parts / ofOne;
   const std::int64_t rest = parts % ofOne;
   if (rest == 0) return fmt::format("{}", whole);
   const std::int64_t common = std::gcd(rest, ofOne);
   const std::string fraction = fmt::format("{}/{}", rest / common, ofOne / common);
-  return whole == 0 ? fraction : fmt::format("{} {}", whole, fraction);
+  return whole == 0 && !hasWhole ? fraction
+                                 : fmt::format("{}{}{}", whole, style.isAsTyped ? '-' : ' ', fraction);
 }
 
-std::string inchesText(std::int64_t parts, std::int64_t ofOne, const NumberStyle& style) {
-  if (style.lengthFormat == LengthFormat::architectural) return withFraction(parts, ofOne);
-  return fmt::format("{:.{}f}", static_cast<double>(parts) / static_cast<double>(ofOne), style.lengthPlaces);
+std::string inchesText(std::int64_t parts, std::int64_t ofOne, bool areFeetShown, const NumberStyle& style) {
+  if (style.lengthFormat == LengthFormat::architectural)
+    return withFraction(parts, ofOne, areFeetShown, style);
+  const double inches = static_cast<double>(parts) / static_cast<double>(ofOne);
+  return withZeros(fmt::format("{:.{}f}", inches, style.lengthPlaces), style);
 }
 
 // In feet and inches, or in fractions.
@@ -48,12 +52,18 @@ std::string inParts(double length, const NumberStyle& style) {
   constexpr double mostParts = 9e15;
   const double exact = std::fabs(length) * static_cast<double>(ofOne);
   const std::int64_t parts = exact < mostParts ? std::llround(exact) : 0;
-  if (parts == 0) return decimalText(length, std::fabs(length) < leastShown ? 0 : style.lengthPlaces) + unit;
+  if (parts == 0)
+    return withZeros(decimalText(length, std::fabs(length) < leastShown ? 0 : style.lengthPlaces), style)
+           + unit;
   const char* const sign = length < 0 ? "-" : "";
-  if (!hasFeet(style)) return sign + withFraction(parts, ofOne);
+  if (!hasFeet(style)) return sign + withFraction(parts, ofOne, false, style);
   const std::int64_t feet = parts / (inchesPerFoot * ofOne);
-  const std::string inches = inchesText(parts % (inchesPerFoot * ofOne), ofOne, style);
-  return feet == 0 ? fmt::format("{}{}\"", sign, inches) : fmt::format("{}{}'-{}\"", sign, feet, inches);
+  const std::int64_t rest = parts % (inchesPerFoot * ofOne);
+  if (rest == 0 && !style.hasZeroInches) return fmt::format("{}{}'", sign, feet);
+  const bool areFeetShown = feet != 0 || style.hasZeroFeet;
+  const std::string inches = inchesText(rest, ofOne, areFeetShown, style);
+  if (!areFeetShown) return fmt::format("{}{}\"", sign, inches);
+  return fmt::format("{}{}'{}{}\"", sign, feet, style.isAsTyped ? "" : "-", inches);
 }
 
 std::optional<double> inFeetAndInches(std::string_view text) {
@@ -79,13 +89,13 @@ std::string lengthText(double length, const NumberStyle& style) {
   if (!std::isfinite(length)) return decimalText(length, style.lengthPlaces);
   switch (style.lengthFormat) {
     case LengthFormat::scientific:
-      return fmt::format("{:.{}E}", length, style.lengthPlaces);
+      return withZeros(fmt::format("{:.{}E}", length, style.lengthPlaces), style);
     case LengthFormat::engineering:
     case LengthFormat::architectural:
     case LengthFormat::fractional:
       return inParts(length, style);
     default:
-      return decimalText(length, style.lengthPlaces);
+      return withZeros(decimalText(length, style.lengthPlaces), style);
   }
 }
 

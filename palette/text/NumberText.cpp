@@ -35,6 +35,21 @@ std::string decimalText(double number, int places) {
   return text.starts_with('-') ? text.substr(1) : text;
 }
 
+std::string withZeros(std::string text, const NumberStyle& style) {
+  const std::size_t point = text.find('.');
+  if (point == std::string::npos) return text;
+  if (!style.hasTrailingZeros) {
+    const std::size_t end = text.find_first_not_of("0123456789", point + 1);
+    const std::size_t last = text.find_last_not_of('0', end == std::string::npos ? end : end - 1);
+    const std::size_t first = last == point ? point : last + 1;
+    text.erase(first, end == std::string::npos ? end : end - first);
+  }
+  const std::size_t digits = text.starts_with('-') ? 1 : 0;
+  if (!style.hasLeadingZeros && hasDigitsBut0(text) && text.compare(digits, 2, "0.") == 0)
+    text.erase(digits, 1);
+  return text;
+}
+
 std::string exactText(double number) {
   return std::isnan(number) ? std::string() : fmt::format("{}", number);
 }

@@ -29,6 +29,27 @@ TEST(NumberStyle, IsThatOfTheDrawingsVariables) {
   EXPECT_TRUE(style.isClockwise);
 }
 
+TEST(NumberStyle, TellsWhichZerosAreShown) {
+  const auto zerosOf = [](double variable) {
+    const NumberStyle style = styleOf({{"DIMZIN", variable}});
+    return std::string(style.hasZeroFeet ? "F" : "-") + (style.hasZeroInches ? "I" : "-")
+           + (style.hasLeadingZeros ? "L" : "-") + (style.hasTrailingZeros ? "T" : "-");
+  };
+  EXPECT_EQ(zerosOf(0), "--LT");
+  EXPECT_EQ(zerosOf(1), "FILT");
+  EXPECT_EQ(zerosOf(2), "F-LT");
+  EXPECT_EQ(zerosOf(3), "-ILT");
+  EXPECT_EQ(zerosOf(4), "---T");
+  EXPECT_EQ(zerosOf(8), "--L-");
+  EXPECT_EQ(zerosOf(15), "-I--");
+  EXPECT_EQ(zerosOf(16), "-ILT") << "means nothing";
+}
+
+TEST(NumberStyle, MayBeThatOfTyping) {
+  EXPECT_FALSE(styleOf({}).isAsTyped);
+  EXPECT_TRUE(styleOf({{"UNITMODE", 1}}).isAsTyped);
+}
+
 TEST(NumberStyle, WhatIsMissingOrMeansNothingIsAsWithoutADrawing) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   for (const NumberStyle& style : {styleOf({}), styleOf({{"LUNITS", 6},

@@ -34,6 +34,26 @@ TEST(LengthText, FractionsAreCancelledAndRoundedWithTheirFeet) {
   EXPECT_EQ(lengthText(1e300, sixteenths), "1e+300\"");
 }
 
+TEST(LengthText, ZeroFeetAndZeroInchesAreThereWhereTheStyleHasThem) {
+  NumberStyle style = lengthsIn(LengthFormat::architectural, 4);
+  style.hasZeroFeet = true;
+  EXPECT_EQ(lengthText(6, style), "0'-6\"");
+  style.hasZeroInches = false;
+  EXPECT_EQ(lengthText(24, style), "2'");
+  EXPECT_EQ(lengthText(24.5, style), "2'-0 1/2\"");
+  style.hasZeroFeet = false;
+  EXPECT_EQ(lengthText(-24, style), "-2'");
+  EXPECT_EQ(lengthText(6, style), "6\"");
+}
+
+TEST(LengthText, WhatIsShownAsTypedHasNoBlanks) {
+  NumberStyle style = lengthsIn(LengthFormat::architectural, 4);
+  style.isAsTyped = true;
+  EXPECT_EQ(lengthText(66.5, style), "5'6-1/2\"");
+  style.lengthFormat = LengthFormat::fractional;
+  EXPECT_EQ(lengthText(15.5, style), "15-1/2");
+}
+
 TEST(LengthText, FeetAndInchesAreUnderstoodWhereTheyAreTheFormat) {
   for (const LengthFormat format : {LengthFormat::engineering, LengthFormat::architectural}) {
     const NumberStyle style = lengthsIn(format, 4);
@@ -51,9 +71,14 @@ TEST(LengthText, FeetAndInchesAreUnderstoodWhereTheyAreTheFormat) {
 }
 
 TEST(LengthText, WhatIsShownIsUnderstoodAndShownAgain) {
-  for (const int format : {1, 2, 3, 4, 5}) {
-    for (const int places : {0, 1, 4, 8}) {
-      const NumberStyle style = lengthsIn(static_cast<LengthFormat>(format), places);
+  for (int variant = 0; variant < 32; ++variant) {
+    for (const int format : {1, 2, 3, 4, 5}) {
+      NumberStyle style = lengthsIn(static_cast<LengthFormat>(format), variant % 3 * 4);
+      style.hasLeadingZeros = (variant & 1) == 0;
+      style.hasTrailingZeros = (variant & 2) == 0;
+      style.hasZeroFeet = (variant & 4) == 0;
+      style.hasZeroInches = (variant & 8) == 0;
+      style.isAsTyped = (variant & 16) == 0;
       for (const double length :
            {0.0, 1.0, -1.0, 0.3, 11.9999, 12.0, 15.5, -66.53, 1234567.891, 3e-7, 1e16, 9e299}) {
         const std::string shown = lengthText(length, style);

@@ -15,6 +15,22 @@ TEST(NumberText, ANumberThatIsNot0IsNotShownAs0) {
   EXPECT_EQ(decimalText(-1e-15, 3), "0.000") << "from rounding in a computation";
 }
 
+TEST(NumberText, ZerosAtEitherEndGoWhereTheStyleHasNone) {
+  NumberStyle trailing, leading;
+  trailing.hasTrailingZeros = false;
+  leading.hasLeadingZeros = false;
+  EXPECT_EQ(withZeros("2.5000", {}), "2.5000");
+  EXPECT_EQ(withZeros("2.5000", trailing), "2.5");
+  EXPECT_EQ(withZeros("-20.0000", trailing), "-20");
+  EXPECT_EQ(withZeros("0.00", trailing), "0");
+  EXPECT_EQ(withZeros("100", trailing), "100");
+  EXPECT_EQ(withZeros("1.500E+10", trailing), "1.5E+10");
+  EXPECT_EQ(withZeros("1.000E+10", trailing), "1E+10");
+  EXPECT_EQ(withZeros("-0.50", leading), "-.50");
+  EXPECT_EQ(withZeros("0.00", leading), "0.00") << "a point alone is no number";
+  EXPECT_EQ(withZeros("10.5", leading), "10.5");
+}
+
 TEST(NumberText, NumbersWithoutEndAndHugeOnesAreShownAllTheSame) {
   EXPECT_EQ(decimalText(std::numeric_limits<double>::quiet_NaN(), 3), "");
   EXPECT_EQ(decimalText(-std::numeric_limits<double>::infinity(), 3), "-inf");
