@@ -230,6 +230,8 @@ struct CommandLine {
     setCommand->add_flag("--keep-going", setRequest.keepGoing,
                          "Go on after a refusal, and save what was not refused; do without a plug-in that\n"
                          "cannot be loaded");
+    setCommand->add_flag("--break-associations", setRequest.breakAssociations,
+                         "Change also what hatches follow; these keep their outline and no longer follow");
     setCommand->add_flag("--precise", setRequest.precise,
                          "Also to entities that show the value already, since fewer digits are shown than\n"
                          "they have");

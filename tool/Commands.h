@@ -72,6 +72,8 @@ struct SetRequest {
   // Saves although somebody else has changed the file since it was read.
   bool overwriteChanges = false;
   bool keepGoing = false;
+  // Changes also the shape of entities that hatches follow, which then no longer do.
+  bool breakAssociations = false;
   // Also to entities that show the value already, because fewer digits are shown than they have.
   bool precise = false;
   bool json = false;

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "palette/Palette.h"
+#include "tool/ConditionPlace.h"
 #include "tool/NamedRows.h"
 #include "tool/OpenDrawing.h"
 #include "tool/PluginFiles.h"
@@ -130,6 +131,25 @@ class AskedDrawing {
     }
     return found;
   }
+  // What the property of that name, or the fact, can be compared with.
+  std::vector<std::string> valuesOf(const std::string& name) const {
+    if (name == "@layer") return layers();
+    if (name == "@block") return blocks();
+    if (name == "@layout") return layouts();
+    if (name == "@type" || name == "@class") return types();
+    std::set<std::string> classes;
+    for (const VkDbObjectId id : selected()) {
+      if (!classes.insert(dxfName(id)).second) continue;
+      palette::Selection selection(std::span(&id, 1));
+      for (const palette::Row& row : rowsMeant(selection.query(), name)) {
+        std::vector<std::string> labels;
+        for (const palette::Choice& choice : row.choices())
+          labels.push_back(choice.label);
+        return labels;
+      }
+    }
+    return {};
+  }
   // NAME=CHOICE for the property of that name.
   std::vector<Candidate> choices(const std::string& name) const {
     palette::Selection selection(selected());
@@ -182,6 +202,35 @@ std::vector<Candidate> listed(const std::string& typed, const std::vector<std::s
   return found;
 }
 
+// A condition with its last word completed.
+std::vector<Candidate> conditions(const std::string& typed, const AskedDrawing& drawing) {
+  using What = ConditionPlace::What;
+  const ConditionPlace place = placeIn(typed);
+  const std::string before = typed.substr(0, place.begin);
+  const bool isQuoted =
+      place.begin < typed.size() && (typed[place.begin] == '\'' || typed[place.begin] == '"');
+  const char quote = isQuoted ? typed[place.begin] : '\0';
+  std::vector<Candidate> found;
+  if (place.what == What::name || place.what == What::comparer) {
+    for (Candidate& property : drawing.properties())
+      found.push_back({before + asOperand(property.word, quote), std::move(property.help)});
+    for (const std::string_view fact : factNames)
+      found.push_back({before + asOperand(fact, quote)});
+  } else {
+    for (const std::string& value : drawing.valuesOf(place.name))
+      found.push_back({before + asOperand(value, quote)});
+  }
+  const auto follow = [&](std::initializer_list<const char*> words) {
+    for (const char* const word : words)
+      found.push_back({typed + word});
+  };
+  const bool isAfterBlank = typed.ends_with(' ');
+  if (place.what == What::comparer && isAfterBlank) follow({"=", "!=", "<", "<=", ">", ">=", "like", "in ("});
+  if (place.what == What::joint && isAfterBlank) follow({"and", "or"});
+  if (place.what == What::name && place.begin == typed.size()) follow({"not", "has"});
+  return found;
+}
+
 Completion valuesOf(const CLI::Option& option, const std::string& typed, const Subject& subject) {
   const auto is = [&](const char* name) { return option.check_lname(name); };
   if (is("plugin")) {
@@ -196,6 +245,7 @@ Completion valuesOf(const CLI::Option& option, const std::string& typed, const S
   if (is("block")) return {listed(typed, drawing.blocks())};
   if (is("layout")) return {listed(typed, drawing.layouts())};
   if (is("type")) return {listed(typed, drawing.types())};
+  if (is("where")) return {conditions(typed, drawing)};
   if (is("columns")) {
     std::vector<std::string> names{"all"};
     for (const Candidate& property : drawing.properties())

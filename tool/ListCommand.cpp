@@ -25,14 +25,15 @@ struct ListedEntity {
   nlohmann::ordered_json values{};
 };
 
-// Name, label and value of each property, in display order.
-nlohmann::ordered_json valuesOf(VkDbObjectId id) {
+// Name, label and value of each property, in display order; the value also as it is shown.
+nlohmann::ordered_json valuesOf(VkDbObjectId id, const palette::NumberStyle& style) {
   auto values = nlohmann::ordered_json::array();
   palette::Selection selection(std::span(&id, 1));
   for (const palette::Row& row : selection.query()) {
     values.push_back({{"name", palette::toUtf8(row.record().name.str())},
                       {"displayName", palette::toUtf8(row.record().displayName.str())},
-                      {"value", valueJson(row.plain())}});
+                      {"value", valueJson(row.plain())},
+                      {"text", row.text(style)}});
   }
   return values;
 }
@@ -84,11 +85,12 @@ void list(const ListRequest& request, std::ostream& out) {
   const SelectedEntities selected = select(*drawing, request.selection);
   std::vector<ListedEntity> entities;
   entities.reserve(selected.ids.size());
+  const palette::NumberStyle style = numberStyleOf(*drawing);
   Progress progress("Reading " + request.drawing);
   for (const VkDbObjectId id : selected.ids) {
     entities.push_back({handleText(id), className(id), dxfName(id), layerName(id), {}});
     if (!request.values) continue;
-    entities.back().values = valuesOf(id);
+    entities.back().values = valuesOf(id, style);
     progress.report(entities.size(), selected.ids.size());
   }
   if (request.json) {

@@ -6,6 +6,7 @@
 
 #include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/model/ReadOnlyReason.h"
+#include "embedded/automation/model/Reasons.h"
 
 namespace velt::tool {
 
@@ -50,7 +51,11 @@ std::string refusalOf(const palette::Row& row, VkDbObjectId entity) {
     return "it tells which vertex a palette shows; Vertex[2].X names a coordinate of the second one";
   GUID clsid = GUID_NULL;
   if (row.isDynamic() || !GetCLSID(clsid, entity.asOldId())) return {};
-  return clauseOf(automation::readOnlyReason(clsid, numberIn(clsid, row.record()), entity));
+  const std::wstring sentence = automation::readOnlyReason(clsid, numberIn(clsid, row.record()), entity);
+  const std::string way = sentence == automation::reasons::followedByHatch.sentence
+                              ? " (set --break-associations sees to that)"
+                              : "";
+  return clauseOf(sentence) + way;
 }
 
 Refusals refusalsOf(const palette::Selection& selection, const palette::Row& row) {

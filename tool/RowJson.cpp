@@ -53,6 +53,8 @@ nlohmann::ordered_json rowJson(const palette::Row& row, const palette::NumberSty
   nlohmann::ordered_json json;
   for (const palette::Field& field : row.fields())
     json[field.name] = std::visit(FieldWriter(), field.data);
+  // That of the first entity is not the selection's.
+  if (row.isVarying()) json["value"] = nullptr;
   json["text"] = row.text(style);
   return json;
 }

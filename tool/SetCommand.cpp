@@ -269,6 +269,12 @@ void saveUnlessForbidden(const SetRequest& request, database::Drawing& drawing, 
   }
 }
 
+std::unique_ptr<database::Drawing> openForSetting(const SetRequest& request) {
+  std::unique_ptr<database::Drawing> drawing = openDrawing(request.drawing);
+  drawing->setBreaksAssociations(request.breakAssociations);
+  return drawing;
+}
+
 std::vector<Assignment> parsed(const std::vector<std::string>& texts) {
   std::vector<Assignment> assignments;
   for (const std::string& text : texts)
@@ -312,11 +318,11 @@ ExitCode set(const SetRequest& request, std::ostream& out, std::ostream& err) {
   std::unique_ptr<database::Drawing> drawing;
   if (request.from.empty()) {
     const std::vector<Assignment> assignments = parsed(request.assignments);
-    drawing = openDrawing(request.drawing);
+    drawing = openForSetting(request);
     selected = applyAssignments(request, assignments, *drawing, report);
   } else {
     const ValuesFile file = readValuesFile(request.from);
-    drawing = openDrawing(request.drawing);
+    drawing = openForSetting(request);
     applyFromFile(request, file, *drawing, report);
   }
   report.code = codeOf(request, report);

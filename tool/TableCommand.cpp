@@ -49,6 +49,17 @@ Json valuesOf(const std::vector<palette::Row>& rows) {
   return values;
 }
 
+// Of choices, of which the values are numbers, their names; null for other rows.
+Json choiceNamesOf(const std::vector<palette::Row>& rows) {
+  Json names = Json::array();
+  for (const palette::Row& row : rows) {
+    if (!row.hasChoices() || !std::holds_alternative<std::int64_t>(row.plain())) return nullptr;
+    names.push_back(row.text());
+  }
+  if (names.empty()) return nullptr;
+  return names.size() == 1 ? names.front() : names;
+}
+
 // --- which columns ---------------------------------------------------------------------------------------
 
 // The names of all properties, in the order of a palette: by category, and within it as they are first met.
@@ -148,7 +159,18 @@ std::vector<Cells> readCells(const std::vector<std::string>& columns, palette::S
   return table;
 }
 
-Json allValuesOf(const std::vector<palette::Row>& rows) {
+// What a line of JSON tells of an entity.
+struct Told {
+  Json values = Json::object();
+  Json names = Json::object();
+
+  void add(const std::string& name, const std::vector<palette::Row>& rows) {
+    values[name] = valuesOf(rows);
+    if (Json of = choiceNamesOf(rows); !of.is_null()) names[name] = std::move(of);
+  }
+};
+
+Told allOf(const std::vector<palette::Row>& rows) {
   const std::vector<std::string> names = namesToFind(rows);
   std::vector<std::string> order;
   std::map<std::string, std::vector<palette::Row>> byName;
@@ -157,18 +179,19 @@ Json allValuesOf(const std::vector<palette::Row>& rows) {
     if (ofName.empty()) order.push_back(names[i]);
     ofName.push_back(rows[i]);
   }
-  Json values = Json::object();
+  Told told;
   for (const std::string& name : order)
-    values.push_back({name, valuesOf(byName[name])});
-  return values;
+    told.add(name, byName[name]);
+  return told;
 }
 
-Json lineOf(const TableRequest& request, VkDbObjectId entity, Json values) {
+Json lineOf(const TableRequest& request, VkDbObjectId entity, Told told) {
   Json line = Json::object();
   if (request.isOneOfSeveral) line["drawing"] = request.drawing;
   line["handle"] = handleText(entity);
   line["class"] = className(entity);
-  line["values"] = std::move(values);
+  line["values"] = std::move(told.values);
+  if (!told.names.empty()) line["names"] = std::move(told.names);
   return line;
 }
 
@@ -178,7 +201,7 @@ std::string written(const Json& line) {
 
 void printAllAsJson(const TableRequest& request, palette::Selection& selection, std::ostream& out) {
   forEachEntity(selection, "Reading", [&](VkDbObjectId entity, const std::vector<palette::Row>& rows) {
-    out << written(lineOf(request, entity, allValuesOf(rows)));
+    out << written(lineOf(request, entity, allOf(rows)));
   });
 }
 
@@ -188,16 +211,19 @@ void printAsJson(const TableRequest& request, palette::Selection& selection, std
   std::string lines;
   FoundColumns foundColumns(columns);
   forEachEntity(selection, "Reading", [&](VkDbObjectId entity, const std::vector<palette::Row>& rows) {
-    Json values = Json::object();
+    Told told;
     for (std::size_t column = 0; column < columns.size(); ++column) {
       const std::string& name = columns[column];
       const bool isFact = isFactName(name);
       const std::vector<palette::Row> meant = isFact ? std::vector<palette::Row>() : rowsMeant(rows, name);
       if (isFact || !meant.empty()) foundColumns.found(column);
-      values[name] = isFact ? Json(factOf(entity, name)) : valuesOf(meant);
+      if (isFact)
+        told.values[name] = factOf(entity, name);
+      else
+        told.add(name, meant);
     }
     foundColumns.learn(rows);
-    lines += written(lineOf(request, entity, std::move(values)));
+    lines += written(lineOf(request, entity, std::move(told)));
   });
   if (selection.size() > 0) foundColumns.requireAll();
   out << lines;

@@ -30,6 +30,7 @@ class CompletionOfALine : public testing::Test {
     CLI::App* const show = app.add_subcommand("show", "Shows");
     show->add_option("DRAWING", subject.drawings)->required();
     show->add_option("--layer", subject.selection.layers)->allow_extra_args(false)->trigger_on_parse();
+    show->add_option("--where", subject.selection.where);
     show->add_option("--columns", columns)->allow_extra_args(false);
     show->add_option("--plugin", plugins)->allow_extra_args(false);
     show->add_flag("--all", subject.selection.all, "Everything");
@@ -97,6 +98,17 @@ TEST_F(CompletionOfALine, ColumnsAreThePropertiesOfTheSelection) {
   EXPECT_THAT(wordsOf({"show", drawing, "--columns", "R"}), ElementsAre("Radius"));
   EXPECT_THAT(wordsOf({"show", drawing, "--layer", "0", "--columns", "Layer,R"}), IsEmpty());
   EXPECT_THAT(wordsOf({"show", drawing, "--columns", "@h"}), ElementsAre("@handle"));
+}
+
+TEST_F(CompletionOfALine, AConditionIsCompletedWordByWord) {
+  EXPECT_THAT(wordsOf({"show", drawing, "--where", "Rad"}), ElementsAre("Radius"));
+  EXPECT_THAT(wordsOf({"show", drawing, "--where", "Radius "}), Contains("Radius >="));
+  EXPECT_THAT(wordsOf({"show", drawing, "--where", "Radius>5 "}), ElementsAre("Radius>5 and", "Radius>5 or"));
+  EXPECT_THAT(wordsOf({"show", drawing, "--where", "Radius>5 and La"}), ElementsAre("Radius>5 and Layer"));
+  EXPECT_THAT(wordsOf({"show", drawing, "--where", "Layer=w"}), ElementsAre("Layer=Walls"));
+  EXPECT_THAT(wordsOf({"show", drawing, "--where", "@layer in (Walls, 'D"}),
+              ElementsAre("@layer in (Walls, 'Doors, new'"));
+  EXPECT_THAT(wordsOf({"show", drawing, "--where=not has Ra"}), ElementsAre("--where=not has Radius"));
 }
 
 TEST_F(CompletionOfALine, AssignmentsArePropertiesOfTheSelectionThatCanBeWritten) {

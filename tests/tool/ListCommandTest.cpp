@@ -64,6 +64,18 @@ TEST_F(ListCommand, ValuesAreThoseOfEachEntityByItself) {
   EXPECT_EQ(valueOf(0, "Radius"), "no such value");
 }
 
+TEST_F(ListCommand, ValuesAreAlsoToldAsTheyAreShown) {
+  const nlohmann::json json = nlohmann::json::parse(listed({.json = true, .values = true}));
+  bool isTold = false;
+  for (const auto& value : json["entities"][0]["values"]) {
+    ASSERT_TRUE(value.contains("text"));
+    if (value["displayName"] != "Lineweight") continue;
+    EXPECT_EQ(value["text"], "ByLayer");
+    isTold = true;
+  }
+  EXPECT_TRUE(isTold);
+}
+
 TEST(ListOfADamagedDrawing, TellsOfSharedHandles) {
   TemporaryFolder folder;
   const std::string file = folder.write("twice.dxf", drawingOf({{"0"}}, line("2F", "0") + circle("2F", "0")));

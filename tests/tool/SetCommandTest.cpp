@@ -315,6 +315,40 @@ TEST_F(SetDynamicRows, OnlyTheWrittenPairsDiffer) {
   EXPECT_EQ(contentOf(file), expected);
 }
 
+class SetUnderAHatch : public SetCommand {
+ protected:
+  const std::string hatched =
+      folder.write("hatched.dxf",
+                   drawingOf({{"0"}}, pairs({{0, "CIRCLE"},      {5, "2F"},           {102, "{ACAD_REACTORS"},
+                                             {330, "30"},        {102, "}"},          {100, "AcDbEntity"},
+                                             {8, "0"},           {100, "AcDbCircle"}, {10, "0.0"},
+                                             {20, "0.0"},        {40, "2.5"},         {0, "HATCH"},
+                                             {5, "30"},          {100, "AcDbEntity"}, {8, "0"},
+                                             {100, "AcDbHatch"}, {2, "SOLID"},        {70, "1"},
+                                             {71, "1"},          {91, "0"},           {76, "1"}})));
+  SetRequest radius(bool breaks) const {
+    return {.drawing = hatched,
+            .selection = {.handles = {"2F"}},
+            .assignments = {"Radius=4"},
+            .output = saved,
+            .breakAssociations = breaks};
+  }
+};
+
+TEST_F(SetUnderAHatch, WhatAHatchFollowsIsRefusedWithTheWayToChangeIt) {
+  std::ostringstream out, err;
+  EXPECT_EQ(set(radius(false), out, err), failed);
+  EXPECT_THAT(out.str(), HasSubstr("--break-associations"));
+  EXPECT_FALSE(exists(saved));
+}
+
+TEST_F(SetUnderAHatch, WhatAHatchFollowsIsChangedWhenTheHatchMayLetGo) {
+  std::ostringstream out, err;
+  EXPECT_EQ(set(radius(true), out, err), succeeded);
+  EXPECT_EQ(rowOf(saved, "2F", "Radius"), 4.0);
+  EXPECT_EQ(rowOf(saved, "30", "Associative"), false);
+}
+
 TEST_F(SetCommand, DoesNotSaveOverSomebodyElsesChange) {
   const std::string changed = drawingOf({{"0"}}, circle("33", "0"));
   beforeLocking = [&] { folder.write("house.dxf", changed); };

@@ -136,6 +136,18 @@ TEST(Table, HasTheAttributesOfEachDoorAlone) {
   EXPECT_THAT(out.str(), HasSubstr("\nWalls,\n")) << "beside entities that have none";
 }
 
+TEST_F(TableCommand, JsonNamesTheChoicesThatAreNumbers) {
+  const auto made = lines(shown({.selection = {.handles = {"30"}},
+                                 .columns = {"Lineweight", "Radius", "Layer"},
+                                 .format = TableFormat::json}));
+  ASSERT_EQ(made.size(), 1U);
+  EXPECT_EQ(made[0]["values"]["Lineweight"], -1);
+  EXPECT_EQ(made[0]["names"].dump(), R"({"Lineweight":"ByLayer"})");
+  EXPECT_FALSE(
+      lines(shown({.selection = {.handles = {"30"}}, .columns = {"Radius"}, .format = TableFormat::json}))[0]
+          .contains("names"));
+}
+
 // The table against the palette of each entity alone.
 TEST(Table, SaysOfWholeDrawingsWhatThePaletteOfEachEntitySays) {
   const TemporaryFolder folder;
