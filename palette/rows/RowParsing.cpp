@@ -172,10 +172,10 @@ class Parsing {
         return textValue(row_.choiceNames[choice].str());
       case VT_R4:
       case VT_R8:
-        if (choice >= row_.choiceReals.length()) refuse("a choice without a value");
+        if (choice >= row_.choiceReals.length()) refuse("a choice that has no value to write");
         return Value::ofReal(row_.choiceReals[choice]);
       default:
-        if (choice >= row_.choiceValues.length()) refuse("a choice without a value");
+        if (choice >= row_.choiceValues.length()) refuse("a choice that has no value to write");
         return integerValue(row_.choiceValues[choice]);
     }
   }
@@ -274,10 +274,10 @@ Value Row::valueOf(const PlainValue& data) const {
   }
   if (const auto* const flag = std::get_if<bool>(&data)) {
     if (type == VT_BOOL) return Value::ofFlag(*flag);
-    throw Error(*flag ? "yes is not what it takes" : "no is not what it takes");
+    throw Error(*flag ? "yes is not a value that it can have" : "no is not a value that it can have");
   }
   const std::optional<double> number = numberOf(data);
-  if (!number) throw Error("nothing is not what it takes");
+  if (!number) throw Error("it cannot be left without a value");
   if (type == VT_R4 || type == VT_R8) {
     if (!(std::fabs(*number) <= beyondAnyDrawing))
       throw Error(fmt::format("\"{}\" is too large for any drawing", *number));
@@ -294,7 +294,7 @@ Value Row::valueOf(const PlainValue& data) const {
     throw Error(fmt::format("\"{}\" is out of range", *number));
   }
   throw Error(isInteger(type) ? fmt::format("\"{}\" is not a whole number", *number)
-                              : fmt::format("the number {} is not what it takes", *number));
+                              : fmt::format("the number {} is not a value that it can have", *number));
 }
 
 bool Row::takesText() const {

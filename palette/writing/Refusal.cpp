@@ -28,7 +28,8 @@ std::string textOf(HRESULT result) {
     case E_ACCESSDENIED:
       return "the entity cannot be changed";
     default:
-      return fmt::format("refused with the result {:08X}", static_cast<std::uint32_t>(result));
+      return fmt::format("the value was refused, and nothing says why (result {:08X})",
+                         static_cast<std::uint32_t>(result));
   }
 }
 
@@ -36,7 +37,7 @@ std::string reasonOfElement(const PROPINFO& row, const VeltPropData& entry, VARI
   if (entry.pDispatch == nullptr) return textOf(DISP_E_MEMBERNOTFOUND);
   holders::InterfaceHolder<IOPMPropertyExpander> expander;
   if (FAILED(holders::query(entry.pUnknown, IID_IOPMPropertyExpander, expander)))
-    return "the entity has no elements to write";
+    return "the entity has no coordinates or other parts to write";
   DISPID dispId = 0;
   if (const HRESULT found = findProperty(row, entry, dispId); FAILED(found)) return textOf(found);
   return textOf(expander->SetElementValue(dispId, row.elementCookie, value));

@@ -113,16 +113,16 @@ Change changeOf(const Row& row, Relation relation, std::string_view operand, con
       throw Error("its value is not a text in which something could be replaced");
     return [&row, replacement = Replacement(operand)](const PlainValue& now) {
       const auto* const text = std::get_if<std::string>(&now);
-      if (text == nullptr) throw Error("it has no text to begin with");
+      if (text == nullptr) throw Error("it has no text that could be changed");
       return row.valueOf(replacement.appliedTo(*text));
     };
   }
   const bool isChoice = row.hasChoices() && std::holds_alternative<std::int64_t>(sample);
   if (isChoice || (!numberOf(sample) && !std::holds_alternative<std::monostate>(sample)))
-    throw Error("its value is not a number to reckon with");
+    throw Error("its value is not a number");
   return [&row, calculation = Calculation(row, relation, operand, style)](const PlainValue& now) {
     const std::optional<double> number = numberOf(now);
-    if (!number || std::isnan(*number)) throw Error("it has no number to begin with");
+    if (!number || std::isnan(*number)) throw Error("it has no number that could be changed");
     return row.valueOf(calculation.appliedTo(*number));
   };
 }

@@ -143,7 +143,7 @@ class Writing {
       report_.fates[i] = Fate::unchanged;
     } else {
       report_.fates[i] = Fate::refused;
-      report_.reasons[i] = "the host took the value, but the entity kept the one it had";
+      report_.reasons[i] = "the entity kept the value that it had";
     }
   }
 

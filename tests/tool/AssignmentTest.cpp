@@ -137,7 +137,7 @@ TEST(Assignment, AReadOnlyRowIsRefusedWithItsReason) {
   EXPECT_EQ(failureOf([&] {
               Rows({length, row(L"Layer", VT_BSTR)}).meantBy("Length=1");
             }),
-            "Length cannot be edited: it follows from the two");
+            "Length cannot be edited: it follows from the start and the end");
 }
 
 TEST(Assignment, AReadOnlyRowWithoutAReasonIsRefusedAllTheSame) {

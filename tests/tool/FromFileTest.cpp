@@ -93,7 +93,7 @@ TEST_F(SetFromFile, WhatCannotBeEditedIsARefusalWhereItDiffers) {
   EXPECT_THAT(run(R"({"handle":"2F","values":{"Length":8.5}})"), HasSubstr("nothing was saved"));
   EXPECT_EQ(code, nothingToDo) << "it is as long as that";
   EXPECT_THAT(run(R"({"handle":"2F","values":{"Length":9}})"),
-              HasSubstr("2F Length=9: it cannot be edited: it follows from the two"));
+              HasSubstr("2F Length=9: it cannot be edited: it follows from the start and the end"));
   EXPECT_EQ(code, failed);
 }
 

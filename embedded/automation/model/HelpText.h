@@ -8,7 +8,7 @@
 
 namespace velt::automation {
 
-// "Length of the line. Read-only: it follows from its ends."
+// "Length of the line. Read-only: it follows from where it starts and ends."
 // "Size of the mark. Read-only where the drawing stores how the dimension looks, which would stay what it is."
 [[nodiscard]] std::wstring helpText(const PropertyRow& row);
 

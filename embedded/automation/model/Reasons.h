@@ -16,7 +16,7 @@ namespace reasons {
 // clang-format off
 
 // It follows from something that can be changed itself.
-inline constexpr Reason followsFromThem                  = {L"It follows from them."};
+inline constexpr Reason followsFromThem                  = {L"It tells what is there, and is not written itself."};
 inline constexpr Reason followsFromPoints                = {L"It follows from the points."};
 inline constexpr Reason followsFromVertices              = {L"It follows from the vertices."};
 inline constexpr Reason followsFromControlPoints         = {L"It follows from the control points."};
@@ -24,12 +24,12 @@ inline constexpr Reason followsFromKnots                 = {L"It follows from th
 inline constexpr Reason followsFromCorners               = {L"It follows from the corners."};
 inline constexpr Reason followsFromBoundary              = {L"It follows from the boundary."};
 inline constexpr Reason followsFromOutline               = {L"It follows from the outline."};
-inline constexpr Reason followsFromBoth                  = {L"It follows from the two."};
-inline constexpr Reason followsFromItsEnds               = {L"It follows from its ends."};
+inline constexpr Reason followsFromBoth                  = {L"It follows from the start and the end."};
+inline constexpr Reason followsFromItsEnds               = {L"It follows from where it starts and ends."};
 inline constexpr Reason followsFromRadiusAndAngles       = {L"It follows from radius and angles."};
 inline constexpr Reason followsFromRadiiAndAngles        = {L"It follows from radii and angles."};
 inline constexpr Reason followsFromCenterRadiusAndAngle  = {L"It follows from center, radius and angle."};
-inline constexpr Reason followsFromLongAxis              = {L"It follows from the long one."};
+inline constexpr Reason followsFromLongAxis              = {L"It follows from the major axis and the radius ratio."};
 inline constexpr Reason followsFromAxesAndStart          = {L"It follows from the axes and the start parameter."};
 inline constexpr Reason followsFromAxesAndEnd            = {L"It follows from the axes and the end parameter."};
 inline constexpr Reason followsFromHeightAndFactor       = {L"It follows from height and factor."};
@@ -66,12 +66,12 @@ inline constexpr Reason referencesWouldGainOrLoseIt     = {L"References would ha
 // Something would have to be made or found that is not made or looked for here.
 inline constexpr Reason boundaryWouldBeMade              = {L"The boundary would have to be made."};
 inline constexpr Reason boundaryWouldBeFound             = {L"The boundary would have to be found."};
-inline constexpr Reason entityWouldBeFound               = {L"That entity would have to be found."};
+inline constexpr Reason entityWouldBeFound               = {L"The entity that is the boundary would have to be found."};
 inline constexpr Reason smoothVerticesWouldBeMade        = {L"The vertices that smooth it would have to be made."};
 inline constexpr Reason knotsAndControlPointsWouldBeMade = {L"Knots and control points would have to be made."};
 inline constexpr Reason theirCellsWouldBeMade            = {L"Their cells would have to be made."};
 inline constexpr Reason boxWouldBeMade                   = {L"Size and colour of the box would have to be made."};
-inline constexpr Reason theseWouldBeMade                 = {L"These would have to be made."};
+inline constexpr Reason theseWouldBeMade                 = {L"The coordinate axes would have to be made."};
 inline constexpr Reason modellerWritesIt                 = {L"Only a modeller can write it."};
 inline constexpr Reason modellerMakesThem                = {L"Only a modeller can make them."};
 inline constexpr Reason madeElsewhere                    = {L"They are read here and made elsewhere."};
@@ -83,12 +83,12 @@ inline constexpr Reason linesStored                  = {L"The lines are stored a
 inline constexpr Reason jointsStored                 = {L"The joints are stored and would stay what they are."};
 inline constexpr Reason nearestColorStored           = {L"It is stored a second time as the nearest colour of the index."};
 inline constexpr Reason boundaryStoredForStyle       = {L"The stored boundary is the one of this style."};
-inline constexpr Reason storedAgainstEdges           = {L"They are stored against the edges."};
-inline constexpr Reason storedSeveralTimes           = {L"Newer drawings store it several times."};
-inline constexpr Reason styleBesideIt                = {L"Newer drawings have a style beside it."};
-inline constexpr Reason numbersWouldDiffer           = {L"Two numbers of the drawing would have to agree."};
+inline constexpr Reason storedAgainstEdges           = {L"They are stored relative to the edges of the picture."};
+inline constexpr Reason storedSeveralTimes           = {L"Newer drawings store it several times, and all would have to agree."};
+inline constexpr Reason styleBesideIt                = {L"Newer drawings store a visual style beside it, which would stay what it is."};
+inline constexpr Reason numbersWouldDiffer           = {L"The drawing stores it twice, and both would have to agree."};
 inline constexpr Reason coordinatesDependOnEachOther = {L"Its coordinates depend on each other."};
-inline constexpr Reason ownRulesOfDrawing            = {L"The drawing may draw it by rules of its own."};
+inline constexpr Reason ownRulesOfDrawing            = {L"Programs draw it by rules of their own."};
 inline constexpr Reason placeDependsOnStyle          = {L"Where it can be chosen depends on the style."};
 
 // It is not the entity's own.
@@ -97,7 +97,7 @@ inline constexpr Reason belongsToSharedBlock     = {L"It belongs to the block, w
 inline constexpr Reason belongsToReference       = {L"It belongs to the reference."};
 inline constexpr Reason belongsToSheet           = {L"It belongs to the sheet."};
 inline constexpr Reason attributesBelongToBlock  = {L"The attributes belong to the block."};
-inline constexpr Reason asTheName                = {L"As the name."};
+inline constexpr Reason asTheName                = {L"It belongs to the block, as the name does."};
 inline constexpr Reason blockHasSameName         = {L"The block has the same name for it."};
 inline constexpr Reason referencesHaveSameName   = {L"The references of the block have the same name for it."};
 inline constexpr Reason otherImagesMayShowIt     = {L"Other images may show the same."};
@@ -110,10 +110,10 @@ inline constexpr Reason tablesOutsideOfDrawing   = {L"The tables stand outside o
 // It makes the entity what it is.
 inline constexpr Reason neverChanges           = {L"It never changes."};
 inline constexpr Reason anotherKindOfReference = {L"One that is repeated is another kind of reference."};
-inline constexpr Reason entityOfItsOwn         = {L"That is an entity of its own."};
-inline constexpr Reason facesAreMadeOfThem     = {L"They are what its faces are made of."};
+inline constexpr Reason entityOfItsOwn         = {L"What the leader leads to is an entity of its own."};
+inline constexpr Reason facesAreMadeOfThem     = {L"The faces of the mesh are made of them."};
 inline constexpr Reason thicknessBelongsToIt   = {L"The thickness belongs to it."};
-inline constexpr Reason protectsWhatIsRead     = {L"It protects what is read here."};
+inline constexpr Reason protectsWhatIsRead     = {L"It protects the view that is shown here."};
 
 // For some entities only: see Obstacle.
 inline constexpr Reason pictureWouldStay      = {L"The drawing stores how the dimension looks, which would stay what it is."};

@@ -199,7 +199,7 @@ TEST(RowParsing, AValueOfAnotherKindCannotBeWrittenAsText) {
 TEST(RowParsing, AChoiceWithoutAValueIsRefused) {
   PROPINFO record = rowWithChoices(VT_I4);
   record.choiceNames.push_back(L"dotted");
-  EXPECT_EQ(errorOf([&] { parsed("dotted", record); }), "\"dotted\" is a choice without a value");
+  EXPECT_EQ(errorOf([&] { parsed("dotted", record); }), "\"dotted\" is a choice that has no value to write");
 }
 
 TEST(RowParsing, TheLargestNumbersOf64BitsAreTaken) {

@@ -47,7 +47,7 @@ TEST_F(Refusal, WithoutWordsTheResultTells) {
       {DISP_E_MEMBERNOTFOUND, "the entity has no such property"},
       {DISP_E_UNKNOWNNAME, "the entity has no such property"},
       {E_ACCESSDENIED, "the entity cannot be changed"},
-      {E_FAIL, "refused with the result 80004005"},
+      {E_FAIL, "the value was refused, and nothing says why (result 80004005)"},
   };
   for (const auto& [result, words] : results) {
     host.on("Invoke(4").fail(result);
@@ -65,7 +65,7 @@ TEST_F(Refusal, WhatTheHostThrowsIsTheReason) {
 
 TEST_F(Refusal, AnEntityThatHasNoElementsOrNoPropertiesSaysSo) {
   object.withhold(IID_IOPMPropertyExpander);
-  EXPECT_EQ(reason(element), "the entity has no elements to write");
+  EXPECT_EQ(reason(element), "the entity has no coordinates or other parts to write");
   entry.pDispatch = nullptr;
   EXPECT_EQ(reason(whole), "the entity has no such property");
 }

@@ -88,7 +88,7 @@ TEST_F(RelativeWriting, WhatIsNoReplacementSaysHowOneIsWritten) {
   }
   EXPECT_EQ(refusalOf("Text", Relation::replaced, "s/(/b/"),
             "\"(\" is not an expression that texts can be searched for");
-  EXPECT_EQ(refusalOf("Text", Relation::times, "2"), "its value is not a number to reckon with");
+  EXPECT_EQ(refusalOf("Text", Relation::times, "2"), "its value is not a number");
 }
 
 TEST_F(RelativeWriting, ATextTooLongToBeSearchedIsRefused) {

@@ -160,7 +160,7 @@ TEST_F(Writing, AValueThatTheHostTookAndTheEntityDidNotIsRefused) {
   addCircle(1);
   const Report report = write();
   EXPECT_THAT(report.fates, ElementsAre(refused));
-  EXPECT_EQ(report.reasons.at(0), "the host took the value, but the entity kept the one it had");
+  EXPECT_EQ(report.reasons.at(0), "the entity kept the value that it had");
 }
 
 TEST_F(Writing, AHostThatThrowsDoesNotHideWhatBecameOfTheOthers) {
