@@ -127,6 +127,12 @@ add_library(velt_palette_internals STATIC $<TARGET_OBJECTS:velt_palette_objects>
 set_target_properties(velt_palette_internals PROPERTIES LINKER_LANGUAGE CXX)
 target_link_libraries(velt_palette_internals PUBLIC velt_common fmt::fmt)
 
+if(NOT VELT_INSTRUMENTED)
+  # Debuggers, and the check of the binary interface, want the types of what ships.
+  target_compile_options(velt_propdata_objects PRIVATE $<$<CONFIG:Debug>:-g>)
+  target_compile_options(velt_palette_objects PRIVATE $<$<CONFIG:Debug>:-g>)
+endif()
+
 velt_precompiled(velt_hidden_headers velt_propdata_objects velt_palette_objects velt_samples velt_view)
 velt_precompiled(velt_visible_headers VeltDxf VeltEmbeddedHost)
 velt_in_pieces(velt_propdata_objects velt_palette_objects velt_samples velt_view VeltDxf)

@@ -35,7 +35,8 @@ struct kwIn : keyword<TAO_PEGTL_ISTRING("in")> {};
 struct anyKeyword : sor<kwAnd, kwOr, kwNot, kwHas, kwLike, kwIn> {};
 
 struct word : seq<not_at<anyKeyword>, plus<wordByte>> {};
-struct words : list<word, plus<blank>> {};
+// Named in full: a command of the tool is called list, too.
+struct words : tao::pegtl::list<word, plus<blank>> {};
 template <char Quote>
 struct inside : star<sor<two<Quote>, not_one<Quote>>> {};
 struct inSingle : inside<'\''> {};

@@ -1,5 +1,6 @@
 """The Debian packages hold what they are for, and lintian finds nothing to complain of."""
 
+import os
 import pathlib
 import re
 import shutil
@@ -54,6 +55,28 @@ class ThePackages(unittest.TestCase):
         needs = subprocess.run(["dpkg-deb", "-f", self.files["veltprops"], "Depends"], check=True, capture_output=True,
                                text=True).stdout
         self.assertRegex(needs, r"libveltpropdata0 \(= ")
+
+    def test_are_enough_to_build_on_and_to_check_a_host_with(self):
+        root = pathlib.Path(self.folder.name) / "root"
+        for package in self.files.values():
+            subprocess.run(["dpkg-deb", "-x", package, root], check=True)
+        libraries = next(root.rglob("libVeltPropData.so")).parent
+        surroundings = {**os.environ, "LD_LIBRARY_PATH": str(libraries), "PKG_CONFIG_PATH": str(libraries / "pkgconfig")}
+
+        def run(*command):
+            done = subprocess.run(list(map(str, command)), cwd=root, env=surroundings, check=False, text=True,
+                                  stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+            self.assertEqual(0, done.returncode, done.stdout)
+            return done.stdout
+
+        run(root / "usr/bin/veltprops", "sample", "plan.dxf")
+        self.assertIn(" 0 findings", run(
+            root / "usr/bin/velt-host-check", "--host", libraries / "velt/hosts/embedded-host.so", "--document", "plan.dxf"))
+        flags = run("pkg-config", "--cflags", "--libs", "veltpalette", "veltembeddedhost").split()
+        # In /usr the linker finds what a library needs of another; below a folder it has to be told.
+        run(os.environ.get("VELT_CXX", "c++"), "-std=c++20", root / "usr/share/doc/veltpropdata/examples/palette.cpp",
+            *flags, f"-Wl,-rpath-link,{libraries}", "-o", "palette")
+        self.assertIn("Layer: ", run("./palette", "plan.dxf"))
 
     @unittest.skipUnless(shutil.which("lintian"), "lintian is not installed")
     def test_are_as_lintian_wants_them(self):
