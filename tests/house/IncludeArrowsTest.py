@@ -76,7 +76,7 @@ MAY_INCLUDE = {
     "desktop/session": SHIPPED | {"view", "tool"},
     "tests": SHIPPED | {"view", "tool", "desktop", "bench"},
     "bench": SHIPPED | {"view"},
-    "bench/desktop": SHIPPED | {"view", "desktop", "bench"},
+    "bench/desktop": SHIPPED | {"view", "tool", "desktop", "bench"},
     "fuzz": SHIPPED | {"view", "tool", "desktop", "bench", "tests"},
     "examples": SHIPPED,
     # A host of its own shows that the layer needs nothing of the embedded one.
