@@ -22,6 +22,7 @@ install(FILES tool/completion/veltprops.fish DESTINATION "${CMAKE_INSTALL_DATADI
 
 set(veltDocs "${CMAKE_INSTALL_DATADIR}/doc/veltpropdata")
 install(FILES README.md CHANGELOG.md COPYING DESTINATION "${veltDocs}" COMPONENT tools)
+install(FILES host/README.md DESTINATION "${veltDocs}/host" COMPONENT tools)
 install(DIRECTORY docs examples plugins DESTINATION "${veltDocs}" COMPONENT tools
   PATTERN ".clang-format" EXCLUDE PATTERN Doxyfile EXCLUDE)
 # Every symbol that a host has to supply; a test holds the list against the library.

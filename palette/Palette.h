@@ -297,7 +297,8 @@ struct WriteOptions {
 struct VELT_PALETTE_EXPORT Report {
   // One for each entity.
   std::vector<Fate> fates{};
-  // By the index of each entity that refused; in the host's words, where it gave some.
+  // By the index of each entity that refused; in the host's words, where it gave some. The layer asks for none, so the
+  // value is put to an entity that refused once more, with room for them. One that takes it then counts as changed.
   std::map<std::size_t, std::string> reasons{};
   // What the layer said of the last refusal; may be empty.
   std::string message{};

@@ -11,6 +11,7 @@
 #include "host/automation/IVkPiPropertyDisplay.h"
 #include "host/automation/IdValues.h"
 #include "host/automation/TqAutoCreateInstance.h"
+#include "host/com/ComError.h"
 #include "host/com/IPerPropertyBrowsing.h"
 #include "host/com/TypeInfo.h"
 #include "host/palette/ICategorizeProperties.h"
@@ -34,7 +35,7 @@ struct Property {
 constexpr DISPID lengthId = 1, materialId = 2, diameterId = 3, nameId = 4;
 
 // clang-format off
-constexpr Property properties[] = {
+constexpr Property properties[] = {  // the first one is of pipes alone
     // id        name         label                help                             type     category weight writable
     {lengthId,   L"Length",   L"Length",           L"From end to end, in mm",       VT_R8,   1,       4,     false},
     {materialId, L"Material", L"Material",         L"What it is made of",           VT_UI4,  0,       3,     true},
@@ -71,11 +72,13 @@ VARIANT valueOf(const Part& part, const Property& property) {
   return value;
 }
 
-// A refusal ends the write: the parts before this one keep the new value.
+// A refusal ends the write: the parts before this one keep the new value. What is thrown becomes the palette's message.
 HRESULT setValue(Part& part, const Property& property, const VARIANT& value) {
   if (value.vt != property.type) return DISP_E_TYPEMISMATCH;
+  if (property.id == diameterId && !(value.dblVal > 0))
+    throw _com_error(E_INVALIDARG, L"A diameter is more than 0.");
   if (property.id == materialId && value.ulVal < materials.size()) part.material = value.ulVal;
-  else if (property.id == diameterId && value.dblVal > 0) part.diameter = value.dblVal;
+  else if (property.id == diameterId) part.diameter = value.dblVal;
   else if (property.id == nameId && value.bstrVal != nullptr) part.name = value.bstrVal;
   else return E_INVALIDARG;
   return S_OK;
@@ -244,7 +247,7 @@ class PartObject final : public IDispatch,
     }
     return S_OK;
   }
-  // Not implemented: the value of a choice is its place.
+  // Not implemented: the value of the property is the place of its choice. Of any other integer or text answer it here.
   HRESULT GetPredefinedValue(DISPID, DWORD, VARIANT*) override { return E_NOTIMPL; }
   HRESULT GetDisplayString(DISPID, BSTR*) override { return E_NOTIMPL; }
   HRESULT MapPropertyToPage(DISPID, CLSID*) override { return E_NOTIMPL; }

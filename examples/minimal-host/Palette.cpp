@@ -2,6 +2,7 @@
 // value to all of them, and reads the row again.
 
 #include <iostream>
+#include <utility>
 
 #include "Parts.h"
 #include "propdata/VeltPropData.h"
@@ -68,8 +69,9 @@ int main() {
     return fail(selection, L"A part refused the value.");
   std::wcout << L"Written to " << touched.length() << L" parts, " << lockedCount << L" on a locked layer\n";
 
-  // 5. Refresh: one row, for its own entity. What its value owned is cleared first.
-  VariantClear(&diameter->value);
+  // 5. Refresh: one row, for its own entity. Its value is taken out and cleared: a read that fails leaves what stands there.
+  VARIANT before = std::exchange(diameter->value, VARIANT{});
+  VariantClear(&before);
   GetPropInfoValue(*diameter);
   show(*diameter);
 

@@ -1,8 +1,8 @@
 #pragma once
 
 // _com_error: the one exception that host code may throw at the layer. The host's wrappers (COleSafeArray,
-// CStringArray) report failures with it; interface methods answer an HRESULT instead. The layer makes
-// Description() the message that the palette shows.
+// CStringArray) report failures with it; interface methods answer an HRESULT instead, except that a put which refuses
+// a value may throw the reason. The layer makes Description() the message that the palette shows.
 
 #include "host/com/Bstr.h"
 #include "host/com/HResult.h"

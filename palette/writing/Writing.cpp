@@ -156,10 +156,13 @@ class Writing {
   }
 
   void refuse(std::size_t i, std::string message) {
-    report_.fates[i] = Fate::refused;
     report_.reasons[i] =
         despiteCancelling([&] { return reasonOfRefusal(row_, entry(i), values_[i]->variant()); });
     report_.message = std::move(message);
+    // The host was asked for the reason by putting the value once more, and may have taken it this time.
+    const bool isTaken = !isSame(valueAfter(i), before_[i]);
+    report_.fates[i] = isTaken ? Fate::changed : Fate::refused;
+    if (isTaken) report_.reasons.erase(i);
   }
 
   // The layer writes dynamic properties all at once and does not tell what they answer, so their values are compared.

@@ -115,7 +115,9 @@ json Replay::answerOf(const json& call) {
     // The host called the layer again before it answered.
     for (; line.is_object() && line.contains("begin"); line = read())
       operate(line);
-    if (line.is_null()) refuse("the recording ends here, inside of " + running_.back());
+    if (line.is_null())
+      refuse("the recording ends here, inside of " + running_.back() + ", before the answer to "
+             + shown(call));
     json compared = line;
     for (const char* const answer : {"out", "result", "throws"})
       compared.erase(answer);

@@ -109,6 +109,15 @@ TEST_F(Writing, EndsAtARefusalAndHasItsReason) {
   EXPECT_THAT(write({.keepGoing = true}).fates, ElementsAre(unchanged, refused, changed, changed));
 }
 
+TEST_F(Writing, AnEntityThatTakesTheValueWhenItIsAskedForTheReasonHasChanged) {
+  toys::ToyObject& object = addCircle(3);
+  host.on("Invoke(4, put VT_R8 7 named -3, locale 0x807").fail(E_INVALIDARG);
+  host.on("Invoke(4, put VT_R8 7 named -3, locale 0x400").first([&] { object[4].holds(r8(7)); });
+  const Report report = write();
+  EXPECT_THAT(report.fates, ElementsAre(changed));
+  EXPECT_THAT(report.reasons, IsEmpty());
+}
+
 TEST_F(Writing, HasTheLayersMessageOfTheLastRefusal) {
   addCircles(1);
   Selection selection(ids());
