@@ -92,6 +92,7 @@ Document::Document(std::string bytes, std::string displayName, const Progress& p
   requireLastSectionClosed();
   learnStyle();
   header_ = findHeader();
+  variables_ = sortedVariables();
   encoding_ = bytes_.starts_with("\xEF\xBB\xBF")
                   ? Encoding::utf8()
                   : Encoding::ofDrawing(headerValue("$ACADVER", 1).value_or(std::string_view{}),
@@ -136,13 +137,37 @@ std::uint32_t Document::findHeader() const {
   return none;
 }
 
+std::vector<std::uint32_t> Document::sortedVariables() const {
+  std::vector<std::uint32_t> variables;
+  if (header_ == none) return variables;
+  const ReadPairs header = read(header_);
+  for (std::uint32_t index = 0; index < header.size(); ++index) {
+    if (header.code(index) == 9) variables.push_back(index);
+  }
+  std::stable_sort(variables.begin(), variables.end(), [&](std::uint32_t a, std::uint32_t b) {
+    return trimmed(header.value(a)) < trimmed(header.value(b));
+  });
+  return variables;
+}
+
+std::size_t Document::findVariable(const RecordView& header, std::string_view name) const {
+  if (!isEdited(header_)) {
+    const auto found = std::lower_bound(
+        variables_.begin(), variables_.end(), name,
+        [&](std::uint32_t index, std::string_view wanted) { return trimmed(header.value(index)) < wanted; });
+    return found != variables_.end() && trimmed(header.value(*found)) == name ? *found : none;
+  }
+  for (std::size_t index = 0; index < header.size(); ++index) {
+    if (header.code(index) == 9 && trimmed(header.value(index)) == name) return index;
+  }
+  return none;
+}
+
 std::optional<HeaderVariable> Document::headerVariable(std::string_view name) const {
   if (header_ == none) return std::nullopt;
   const RecordView header = view(header_);
-  std::size_t index = 0;
-  while (index < header.size() && !(header.code(index) == 9 && trimmed(header.value(index)) == name))
-    ++index;
-  if (index == header.size()) return std::nullopt;
+  std::size_t index = findVariable(header, name);
+  if (index == none) return std::nullopt;
   const std::size_t first = ++index;
   while (index < header.size() && header.code(index) != 9)
     ++index;
@@ -183,9 +208,12 @@ std::string_view Document::slice(std::uint32_t begin, std::uint32_t end) const n
 Document::Pairs& Document::pairsForEdit(std::uint32_t record) {
   if (!isEdited(record)) {
     const ReadPairs asRead = read(record);
-    auto pairs = std::make_unique<Pairs>(asRead.size());
+    auto pairs = std::make_unique<Pairs>();
+    // Most edits insert a pair.
+    pairs->reserve(std::size_t{asRead.size()} + 1);
+    pairs->resize(asRead.size());
     for (std::uint32_t i = 0; i < asRead.size(); ++i) {
-      (*pairs)[i].code = asRead.code(i);
+      (*pairs)[i].code = static_cast<std::int16_t>(asRead.code(i));
       (*pairs)[i].origin = i;
     }
     placeForEdit(record) = std::move(pairs);
@@ -218,10 +246,9 @@ void Document::requirePair(std::uint32_t record, std::size_t pair) const {
 void Document::replace(std::uint32_t record, std::size_t pair, std::string_view value) {
   requirePair(record, pair);
   requireOneLine(value);
-  std::string owned(value);
-  EditedPair& edited = pairsForEdit(record)[pair];
-  edited.value = std::move(owned);
-  edited.ownsValue = true;
+  // Before the record is touched: the value may be one of its own.
+  NewValue owned(value);
+  pairsForEdit(record)[pair].value = std::move(owned);
 }
 
 void Document::insert(std::uint32_t record, std::size_t pair, int code, std::string_view value) {
@@ -232,7 +259,7 @@ void Document::insert(std::uint32_t record, std::size_t pair, int code, std::str
   if (code == 0 || code < -5 || code > highestCode)
     throw std::invalid_argument("not a group code that a pair of a record can have");
   requireOneLine(value);
-  EditedPair inserted{code, none, true, std::string(value)};
+  EditedPair inserted{static_cast<std::int16_t>(code), none, NewValue(value)};
   Pairs& pairs = pairsForEdit(record);
   pairs.insert(pairs.begin() + static_cast<std::ptrdiff_t>(pair), std::move(inserted));
 }
@@ -279,31 +306,46 @@ void Document::writePairs(std::uint32_t record, Sink&& sink) const {
   constexpr std::size_t codeWidth = 3;
   // Only the last pair of a file may lack a line end, and needs one when a pair is inserted after it.
   bool endsLine = true;
+  // Pairs that follow each other in the file, as most do, are written together.
+  std::string_view together;
+  const auto writeTogether = [&] {
+    if (!together.empty()) sink(together);
+    together = {};
+  };
   for (const EditedPair& pair : *edits_[list_.records[record].edit]) {
+    if (pair.origin != none && !pair.value.isThere()) {
+      const std::string_view bytes = asRead.bytes(pair.origin);
+      if (endsLine && together.data() + together.size() == bytes.data()) {
+        together = {together.data(), together.size() + bytes.size()};
+      } else {
+        writeTogether();
+        if (!endsLine) sink(lineEnd_);
+        together = bytes;
+      }
+      endsLine = bytes.ends_with('\n');
+      continue;
+    }
+    writeTogether();
     if (!endsLine) sink(lineEnd_);
     if (pair.origin == none) {
       const std::string code = std::to_string(pair.code);
       if (padsCodes_ && code.size() < codeWidth) sink(std::string_view("   ").substr(code.size()));
       sink(code);
       sink(lineEnd_);
-      sink(pair.value);
+      sink(pair.value.text());
       sink(lineEnd_);
       endsLine = true;
       continue;
     }
     const std::string_view bytes = asRead.bytes(pair.origin);
-    if (pair.ownsValue) {
-      const std::string_view value = asRead.value(pair.origin);
-      const auto before = static_cast<std::size_t>(value.data() - bytes.data());
-      sink(bytes.substr(0, before));
-      sink(pair.value);
-      sink(bytes.substr(before + value.size()));
-      endsLine = bytes.size() > before + value.size();
-    } else {
-      sink(bytes);
-      endsLine = bytes.ends_with('\n');
-    }
+    const std::string_view value = asRead.value(pair.origin);
+    const auto before = static_cast<std::size_t>(value.data() - bytes.data());
+    sink(bytes.substr(0, before));
+    sink(pair.value.text());
+    sink(bytes.substr(before + value.size()));
+    endsLine = bytes.size() > before + value.size();
   }
+  writeTogether();
 }
 
 template <class Sink>
@@ -326,25 +368,27 @@ std::string Document::bytes() const {
 }
 
 void Document::write(std::ostream& out, const Progress& progress) const {
-  constexpr std::size_t step = std::size_t{1} << 20;
+  constexpr std::size_t step = std::size_t{1} << 18;
   const std::uint64_t total = bytes_.size();
   std::uint64_t written = 0;
-  std::uint64_t reportAt = 0;
-  const auto report = [&] {
-    if (!progress || written < reportAt) return;
+  // Small parts are gathered, since each write of a stream takes longer than copying one.
+  std::string gathered;
+  gathered.reserve(2 * step);
+  const auto put = [&](std::string_view part) {
+    out.write(part.data(), static_cast<std::streamsize>(part.size()));
+    written += part.size();
     // What was edited may be longer than what was read.
-    progress(std::min(written, total), total);
-    reportAt = written + step;
+    if (progress) progress(std::min(written, total), total);
   };
   writeTo([&](std::string_view part) {
-    while (!part.empty()) {
-      const std::string_view piece = part.substr(0, step);
-      out.write(piece.data(), static_cast<std::streamsize>(piece.size()));
-      part.remove_prefix(piece.size());
-      written += piece.size();
-      report();
-    }
+    gathered += part.substr(0, step);
+    if (gathered.size() < step) return;
+    put(gathered);
+    gathered.clear();
+    for (std::size_t at = step; at < part.size(); at += step)
+      put(part.substr(at, step));
   });
+  put(gathered);
 }
 
 }  // namespace velt::dxf

@@ -112,8 +112,8 @@ class Document {
   // To a file: see FileReplacement.h.
 
   [[nodiscard]] std::string bytes() const;
-  // Failure shows in the stream's state. The progress is called now and then with the number of bytes written and that
-  // of the document as it was read, and may throw to give up.
+  // Failure shows in the stream's state. The progress is called now and then, and at the end, with the number of bytes
+  // written and that of the document as it was read, and may throw to give up.
   void write(std::ostream& out, const Progress& progress = {}) const;
   // The files that the document was read from and saved to, for those who save it: what they held then.
   [[nodiscard]] KnownFiles& knownFiles() noexcept { return files_; }
@@ -124,6 +124,9 @@ class Document {
   Document(std::string bytes, std::string displayName, const Progress& progress);
 
   [[nodiscard]] std::uint32_t findHeader() const;
+  [[nodiscard]] std::vector<std::uint32_t> sortedVariables() const;
+  // The pair of the header that names the variable; none when there is none.
+  [[nodiscard]] std::size_t findVariable(const RecordView& header, std::string_view name) const;
   void requireLastSectionClosed() const;
   void learnStyle();
 
@@ -150,6 +153,8 @@ class Document {
   // The record of the HEADER section; none when the drawing has no such section. Looked for once: headers are asked for
   // with every value, and a drawing without one would be searched to its end each time.
   std::uint32_t header_ = none;
+  // The pairs that name its variables as they were read: by name, and of one name by place.
+  std::vector<std::uint32_t> variables_;
   // Indexed by Record::edit. Each list stays where it is, so that an edit of one record leaves the views of others
   // valid.
   std::vector<std::unique_ptr<Pairs>> edits_;

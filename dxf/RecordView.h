@@ -61,7 +61,7 @@ class RecordView {
   [[nodiscard]] std::string_view value(std::size_t index) const noexcept {
     if (edited_ == nullptr) return read_.value(index);
     const EditedPair& pair = edited_[index];
-    return pair.ownsValue ? std::string_view(pair.value) : read_.value(pair.origin);
+    return pair.value.isThere() ? pair.value.text() : read_.value(pair.origin);
   }
 
   // The value of the leading 0, without blanks; empty for what stands before the first record.

@@ -336,7 +336,8 @@ void Drawing::Contents::keep(std::uint32_t record) {
 
 bool Drawing::Contents::namesSomething(std::uint32_t record) const {
   const Role role = roles[record];
-  return role == Role::TableRecord || role == Role::Block || document.type(record) == "LAYOUT";
+  return role == Role::TableRecord || role == Role::Block
+         || (role == Role::Object && document.type(record) == "LAYOUT");
 }
 
 void Drawing::Contents::restore(std::vector<dxf::Document::Backup>& backups) {

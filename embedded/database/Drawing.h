@@ -107,6 +107,8 @@ class Drawing {
 
   // --- editing ------------------------------------------------------------------------------------------------------
 
+  // (Functions are passed by reference here, std::cref(change), where they are called by the hundred thousand.)
+  //
   // Runs `change`, which edits this one record. When it changes the name in a table record, the tables here change too;
   // handles, owners and kinds stay what they were when the drawing was read. Exceptions of `change` are passed on.
   void edit(std::uint32_t record, const std::function<void(dxf::Document&)>& change);

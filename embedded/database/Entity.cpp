@@ -40,6 +40,17 @@ std::uint32_t headOf(const Drawing& drawing, std::uint32_t record) {
   return head != dxf::none ? head : record;
 }
 
+// The name as it stands in the file, which the lens must outlive.
+std::string_view writtenLayer(const Lens& entity) {
+  // Some writers put the layer after the marker of the entity's own kind. No kind uses the code for anything else.
+  for (const std::string_view subclass : {commonSubclass, dxf::anySubclass}) {
+    const std::string_view name =
+        dxf::trimmed(entity.value(layerCode, subclass).value_or(std::string_view()));
+    if (!name.empty()) return name;
+  }
+  return "0";
+}
+
 bool saysPaperSpace(const Drawing& drawing, std::uint32_t record) {
   return Lens(drawing, record).integer(inPaperSpaceCode, commonSubclass, 0) == 1;
 }
@@ -47,14 +58,11 @@ bool saysPaperSpace(const Drawing& drawing, std::uint32_t record) {
 }  // namespace
 
 std::wstring Entity::layerName() const {
-  const Lens entity = lens();
-  std::wstring name = entity.name(layerCode, commonSubclass);
-  // Some writers put the layer after the marker of the entity's own kind. No kind uses the code for anything else.
-  return !name.empty() ? name : entity.name(layerCode, dxf::anySubclass, L"0");
+  return drawing_->decode(writtenLayer(lens()));
 }
 
 const TableEntry* Entity::layer() const {
-  return drawing_->layers().find(layerName());
+  return drawing_->layers().findWritten(writtenLayer(lens()), drawing_->document());
 }
 
 VkCmColor Entity::color() const {

@@ -33,8 +33,6 @@ void construct(std::array<std::byte, 2 * sizeof(void*)>& storage, VkDbImpObject&
   new (storage.data()) T(&part);
 }
 
-constexpr unsigned generationShift = 32;
-
 }  // namespace
 
 ObjectTable& ObjectTable::ofProcess() {
@@ -109,15 +107,6 @@ void ObjectTable::makeFree(VkDbImpObject& object) {
   if (object.nextGeneration > lastGeneration) return;
   object.record = firstFree_;
   firstFree_ = object.slot;
-}
-
-VkDbImpObject* ObjectTable::find(VkDbObjectId id) const {
-  const auto value = static_cast<std::uint64_t>(id.asOldId());
-  const auto generation = static_cast<std::uint32_t>(value >> generationShift);
-  const auto slot = static_cast<std::uint32_t>(value);
-  if (generation == 0 || slot >= used_.load(std::memory_order_acquire)) return nullptr;
-  VkDbImpObject& part = slotAt(slot).part;
-  return part.generation.load(std::memory_order_acquire) == generation ? &part : nullptr;
 }
 
 VkDbObjectId ObjectTable::idOf(const VkDbImpObject& object) {

@@ -36,7 +36,14 @@ class ObjectTable {
   void closed(VkDbImpObject& object);
 
   // Null for the null id, a stale one and one that was made up.
-  [[nodiscard]] VkDbImpObject* find(VkDbObjectId id) const;
+  [[nodiscard]] VkDbImpObject* find(VkDbObjectId id) const {
+    const auto value = static_cast<std::uint64_t>(id.asOldId());
+    const auto generation = static_cast<std::uint32_t>(value >> generationShift);
+    const auto slot = static_cast<std::uint32_t>(value);
+    if (generation == 0 || slot >= used_.load(std::memory_order_acquire)) return nullptr;
+    VkDbImpObject& part = slotAt(slot).part;
+    return part.generation.load(std::memory_order_acquire) == generation ? &part : nullptr;
+  }
 
   [[nodiscard]] VkDbImpObject& at(std::uint32_t slot) const { return slotAt(slot).part; }
 
@@ -48,6 +55,7 @@ class ObjectTable {
   [[nodiscard]] std::size_t size() const;
 
  private:
+  static constexpr unsigned generationShift = 32;
   static constexpr std::size_t objectSize = 2 * sizeof(void*);
 
   struct Slot {

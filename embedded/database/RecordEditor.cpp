@@ -1,6 +1,7 @@
 #include "embedded/database/RecordEditor.h"
 
 #include <cmath>
+#include <functional>
 #include <stdexcept>
 #include <string>
 
@@ -8,34 +9,54 @@
 
 namespace velt::database {
 
+template <class IsSame, class Write>
+bool RecordEditor::setUnlessSame(int code, std::string_view subclass, Codes after, IsSame&& isSame,
+                                 Write&& write) {
+  const Lens now(*drawing_, record_);
+  const auto stored = now.find(code, subclass);
+  if (stored && isSame(now.view().value(*stored))) return true;
+  const auto value = write();
+  const auto place = stored ? stored : now.view().insertionPoint(subclass, after);
+  if (!place) return false;
+  const auto change = [&](dxf::Document& document) {
+    if (stored) {
+      document.replace(record_, *place, value);
+    } else {
+      document.insert(record_, *place, code, value);
+    }
+  };
+  drawing_->edit(record_, std::cref(change));
+  return true;
+}
+
 bool RecordEditor::setReal(int code, std::string_view subclass, double value, Codes after) {
-  std::string written = dxf::formatReal(value);
-  const auto stored = Lens(*drawing_, record_).value(code, subclass);
-  if (stored && dxf::parseReal(*stored) == value) return true;
-  return set(code, subclass, written, after);
+  return setUnlessSame(
+      code, subclass, after, [&](std::string_view stored) { return dxf::parseReal(stored) == value; },
+      [&] { return dxf::formatReal(value); });
 }
 
 bool RecordEditor::setInteger(int code, std::string_view subclass, std::int64_t value, Codes after) {
-  const auto stored = Lens(*drawing_, record_).value(code, subclass);
-  if (stored && dxf::parseInteger<std::int64_t>(*stored) == value) return true;
-  return set(code, subclass, dxf::formatInteger(value), after);
+  return setUnlessSame(
+      code, subclass, after,
+      [&](std::string_view stored) { return dxf::parseInteger<std::int64_t>(stored) == value; },
+      [&] { return dxf::formatInteger(value); });
 }
 
 bool RecordEditor::setHandle(int code, std::string_view subclass, std::uint64_t value, Codes after) {
-  const auto stored = Lens(*drawing_, record_).value(code, subclass);
-  if (stored && dxf::parseHandle(*stored) == value) return true;
-  return set(code, subclass, dxf::formatHandle(value), after);
+  return setUnlessSame(
+      code, subclass, after, [&](std::string_view stored) { return dxf::parseHandle(stored) == value; },
+      [&] { return dxf::formatHandle(value); });
 }
 
 bool RecordEditor::setText(int code, std::string_view subclass, std::wstring_view value, Codes after) {
-  const auto stored = Lens(*drawing_, record_).value(code, subclass);
-  if (stored && drawing_->decode(*stored) == value) return true;
-  return set(code, subclass, drawing_->document().encode(value), after);
+  return setUnlessSame(
+      code, subclass, after, [&](std::string_view stored) { return drawing_->decode(stored) == value; },
+      [&] { return drawing_->document().encode(value); });
 }
 
 bool RecordEditor::setBytes(int code, std::string_view subclass, std::string_view value, Codes after) {
-  if (Lens(*drawing_, record_).value(code, subclass) == value) return true;
-  return set(code, subclass, value, after);
+  return setUnlessSame(
+      code, subclass, after, [&](std::string_view stored) { return stored == value; }, [&] { return value; });
 }
 
 bool RecordEditor::setPoint(int code, std::string_view subclass, const Point& value, Codes after) {
@@ -46,7 +67,7 @@ bool RecordEditor::setPoint(int code, std::string_view subclass, const Point& va
   auto pairs = pairsNow();
   const bool isNew = !pairs;
   if (isNew) {
-    if (!set(code, subclass, dxf::formatReal(value[0]), after)) return false;
+    if (!setReal(code, subclass, value[0], after)) return false;
     pairs = pairsNow();
   }
   // From the last one to the first: what stands before an inserted pair stays where it is.
@@ -58,13 +79,14 @@ bool RecordEditor::setPoint(int code, std::string_view subclass, const Point& va
 
 void RecordEditor::setNumber(std::optional<std::size_t> pair, std::size_t previous, int code, double value) {
   if (pair && dxf::parseReal(drawing_->view(record_).value(*pair)) == value) return;
-  drawing_->edit(record_, [&](dxf::Document& document) {
+  const auto change = [&](dxf::Document& document) {
     if (pair) {
       document.replace(record_, *pair, dxf::formatReal(value));
     } else {
       document.insert(record_, previous + 1, code, dxf::formatReal(value));
     }
-  });
+  };
+  drawing_->edit(record_, std::cref(change));
 }
 
 bool RecordEditor::remove(int code, std::string_view subclass) {
@@ -73,22 +95,6 @@ bool RecordEditor::remove(int code, std::string_view subclass) {
   drawing_->edit(record_, [&](dxf::Document& document) {
     for (auto pair = first; pair; pair = Lens(*drawing_, record_).find(code, subclass))
       document.erase(record_, *pair);
-  });
-  return true;
-}
-
-bool RecordEditor::set(int code, std::string_view subclass, std::string_view value, Codes after) {
-  const Lens before(*drawing_, record_);
-  auto pair = before.find(code, subclass);
-  const bool isThere = pair.has_value();
-  if (!pair) pair = before.view().insertionPoint(subclass, after);
-  if (!pair) return false;
-  drawing_->edit(record_, [&](dxf::Document& document) {
-    if (isThere) {
-      document.replace(record_, *pair, value);
-    } else {
-      document.insert(record_, *pair, code, value);
-    }
   });
   return true;
 }

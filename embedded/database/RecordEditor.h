@@ -49,7 +49,9 @@ class RecordEditor {
  private:
   // Replaces the number of the pair, or inserts one after the pair `previous`.
   void setNumber(std::optional<std::size_t> pair, std::size_t previous, int code, double value);
-  bool set(int code, std::string_view subclass, std::string_view value, Codes after);
+  // Replaces or inserts what `write` gives, unless `isSame` says of the stored value that it is the same.
+  template <class IsSame, class Write>
+  bool setUnlessSame(int code, std::string_view subclass, Codes after, IsSame&& isSame, Write&& write);
 
   Drawing* drawing_;
   std::uint32_t record_;

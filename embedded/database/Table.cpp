@@ -19,6 +19,15 @@ const TableEntry* Table::find(std::wstring_view name) const {
   return found != byName_.end() ? &entries_[found->second] : nullptr;
 }
 
+const TableEntry* Table::findWritten(std::string_view written, const dxf::Document& document) const {
+  auto known = byWritten_.find(written);
+  if (known == byWritten_.end()) {
+    const TableEntry* const found = find(document.decode(written));
+    known = byWritten_.emplace(written, found != nullptr ? indexOf(*found) : dxf::none).first;
+  }
+  return known->second != dxf::none ? &entries_[known->second] : nullptr;
+}
+
 const TableEntry* Table::ofRecord(std::uint32_t record) const {
   const auto found = byRecord_.find(record);
   return found != byRecord_.end() ? &entries_[found->second] : nullptr;

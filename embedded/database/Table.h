@@ -4,13 +4,16 @@
 //
 // Ownership: the drawing owns its tables. An entry is valid until the drawing is edited or closed.
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "dxf/Document.h"
 #include "dxf/Tag.h"
 #include "host/database/VkDbObjectId.h"
 
@@ -41,6 +44,10 @@ class Table {
   // Upper and lower case do not differ. The first, when several have the name; null when none has.
   [[nodiscard]] const TableEntry* find(std::wstring_view name) const;
 
+  // The same by a name as it stands in the document, without the blanks around it. Entities name the same few entries by
+  // the hundred thousand, so what was asked once is known.
+  [[nodiscard]] const TableEntry* findWritten(std::string_view written, const dxf::Document& document) const;
+
   // The entry of that record; null when it has none.
   [[nodiscard]] const TableEntry* ofRecord(std::uint32_t record) const;
 
@@ -52,6 +59,13 @@ class Table {
   std::vector<TableEntry> entries_;
   std::unordered_map<std::wstring, std::uint32_t> byName_;
   std::unordered_map<std::uint32_t, std::uint32_t> byRecord_;
+
+  struct HashOfText {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+  };
+  // By what was asked, the entry; none where there is none.
+  mutable std::unordered_map<std::string, std::uint32_t, HashOfText, std::equal_to<>> byWritten_;
 };
 
 }  // namespace velt::database

@@ -1,9 +1,13 @@
 // Writes a value to one row of a selection, and finds out what became of each entity.
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
+#include <functional>
 #include <map>
 #include <new>
+#include <unordered_map>
 #include <utility>
 
 #include "palette/Palette.h"
@@ -20,10 +24,14 @@ namespace {
 
 class Writing {
  public:
-  // One value for each entity; null for one that stays as it is.
+  // One value for each entity; null for one that stays as it is. What the entities have now, if the caller has read it.
   Writing(TqVector<VeltPropData*>& entries, const PROPINFO& row, std::vector<const Value*> values,
-          const WriteOptions& options)
-      : entries_(entries), row_(row), values_(std::move(values)), options_(options) {
+          const WriteOptions& options, std::vector<PlainValue> before = {})
+      : entries_(entries),
+        row_(row),
+        values_(std::move(values)),
+        options_(options),
+        before_(std::move(before)) {
     report_.fates.assign(entries.length(), Fate::notReached);
     for (std::size_t i = 0; i < count(); ++i) {
       if (values_[i] == nullptr) report_.fates[i] = Fate::unchanged;
@@ -33,8 +41,8 @@ class Writing {
   Report run() {
     before_.reserve(count());
     try {
-      for (std::size_t i = 0; i < count(); ++i)
-        before_.push_back(valueNow(i));
+      while (before_.size() < count())
+        before_.push_back(valueNow(before_.size()));
     } catch (const Cancelled&) {
       return reportOfCancelled(count());
     }
@@ -219,6 +227,37 @@ class Writing {
   std::vector<PlainValue> before_;
 };
 
+// Whether values show a text to a row. Many entities have one number, which is made a text once.
+class Showing {
+ public:
+  Showing(const Row& row, std::string_view text, const NumberStyle& style)
+      : row_(row), text_(text), style_(style) {}
+
+  bool shows(const Value& value) {
+    const VARIANT& variant = value.variant();
+    if (variant.vt != VT_R8 && variant.vt != VT_I4) return showsAnew(value);
+    const Number number{variant.vt, variant.vt == VT_R8 ? std::bit_cast<std::uint64_t>(variant.dblVal)
+                                                        : static_cast<std::uint32_t>(variant.lVal)};
+    const auto known = known_.find(number);
+    return known != known_.end() ? known->second : known_.emplace(number, showsAnew(value)).first->second;
+  }
+
+ private:
+  using Number = std::pair<VARTYPE, std::uint64_t>;
+  struct Hash {
+    std::size_t operator()(const Number& number) const {
+      return std::hash<std::uint64_t>()(number.second ^ number.first);
+    }
+  };
+
+  bool showsAnew(const Value& value) const { return row_.textOf(value, style_) == text_; }
+
+  const Row& row_;
+  std::string_view text_;
+  const NumberStyle& style_;
+  std::unordered_map<Number, bool, Hash> known_;
+};
+
 // Whether the number is another one than that which the text means, which rounding hides.
 bool isRounded(const Value& value, const std::optional<Value>& meant) {
   if (!meant) return false;
@@ -262,9 +301,10 @@ Report Selection::writeText(const Row& row, std::string_view text, const WriteOp
   } catch (const Cancelled&) {
     return reportOfCancelled(size());
   }
+  Showing showing(row, text, options.style);
   std::vector<bool> showsIt;
   for (const Value& value : now)
-    showsIt.push_back(leavesAll || row.textOf(value, options.style) == text);
+    showsIt.push_back(leavesAll || showing.shows(value));
   const bool allShowIt = std::find(showsIt.begin(), showsIt.end(), false) == showsIt.end();
   std::optional<Value> meant;
   try {
@@ -276,12 +316,15 @@ Report Selection::writeText(const Row& row, std::string_view text, const WriteOp
   return orError([&] {
     const PROPINFO record = withOneNodePerEntity(row.record());
     std::vector<const Value*> each(size(), nullptr);
+    std::vector<PlainValue> before;
+    before.reserve(size());
     std::size_t rounded = 0;
     for (std::size_t i = 0; i < size(); ++i) {
+      before.push_back(now[i].plain());
       if (!showsIt[i]) each[i] = &*meant;
       if (showsIt[i] && isRounded(now[i], meant)) ++rounded;
     }
-    Report report = Writing(selection_, record, std::move(each), options).run();
+    Report report = Writing(selection_, record, std::move(each), options, std::move(before)).run();
     report.rounded = rounded;
     return report;
   });

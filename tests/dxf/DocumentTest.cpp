@@ -138,6 +138,25 @@ TEST(Document, AFailedWriteShowsInTheStream) {
   EXPECT_FALSE(stream.good());
 }
 
+TEST(Document, TellsHowMuchIsWrittenAndGivesUpWhenTheProgressThrows) {
+  std::string bytes = smallDrawing();
+  const std::size_t entities = bytes.find("EOF") - 3;
+  bytes.insert(entities, "999\n" + std::string(std::size_t{3} << 20, 'x') + "\n");
+  const Document document = parsed(bytes);
+  std::ostringstream stream;
+  std::vector<std::uint64_t> told;
+  document.write(stream, [&](std::uint64_t done, std::uint64_t total) {
+    EXPECT_EQ(total, bytes.size());
+    told.push_back(done);
+  });
+  EXPECT_EQ(stream.str(), bytes);
+  EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
+  EXPECT_GT(told.size(), 3U);
+  EXPECT_EQ(told.back(), bytes.size());
+  EXPECT_THROW(document.write(stream, [](auto, auto) { throw std::runtime_error("cancelled"); }),
+               std::runtime_error);
+}
+
 TEST(Document, AMovedDocumentKeepsItsBytes) {
   Document first = parsed(smallDrawing());
   first.replace(recordOf(first, "ARC"), 2, "1.5");
@@ -248,6 +267,21 @@ TEST(Document, TellsTheValuesOfHeaderVariables) {
   EXPECT_EQ(document.headerValue("$NONE", 5), std::nullopt);
   EXPECT_THAT(document.headerNames(), ElementsAre("$ACADVER", "$DWGCODEPAGE", "$EXTMIN", "$HANDSEED"));
   EXPECT_EQ(document.headerVariable("$EXTMIN")->pairs.count, 3U);
+}
+
+TEST(Document, OfTwoHeaderVariablesOfOneNameTheFirstCountsBeforeAndAfterAnEdit) {
+  Document document =
+      parsed("0\nSECTION\n2\nHEADER\n9\n$B\n70\n1\n9\n$A \n70\n2\n9\n$B\n70\n3\n9\n$C\n0\nENDSEC\n0\nEOF\n");
+  EXPECT_EQ(document.headerValue("$B", 70), "1");
+  EXPECT_EQ(document.headerValue("$A", 70), "2");
+  EXPECT_EQ(document.headerValue("$C", 70), std::nullopt);
+  EXPECT_EQ(document.headerValue("$D", 70), std::nullopt);
+  EXPECT_EQ(document.headerVariable("$C")->pairs.count, 0U);
+  const HeaderVariable first = document.headerVariable("$B").value();
+  document.erase(first.record, first.pairs.first - 1);
+  document.erase(first.record, first.pairs.first - 1);
+  EXPECT_EQ(document.headerValue("$B", 70), "3");
+  EXPECT_EQ(document.headerValue("$A", 70), "2");
 }
 
 TEST(Document, TellsWhatAHeadHolds) {

@@ -25,24 +25,22 @@ using platform::Category;
 
 constexpr const char* common = "AcDbEntity";
 
-// The records that say of themselves what they have in common with all entities. A polyline in pieces says it in each
-// piece, and readers believe the first that they come to; the attributes of a block reference are entities of their own.
-std::vector<std::uint32_t> partsOf(const Subject& subject) {
-  std::vector<std::uint32_t> parts{subject.record()};
-  if (subject.lens().type() != "POLYLINE") return parts;
+// How many records after the entity's own are pieces of it.
+std::uint32_t countPieces(const Subject& subject) {
+  if (subject.lens().type() != "POLYLINE") return 0;
   const database::RecordRange members = subject.drawing().members(subject.record());
-  for (std::uint32_t record = members.first; record < members.first + members.count; ++record)
-    parts.push_back(record);
   const std::uint32_t next = members.first + members.count;
   const auto& records = subject.drawing().document().records();
   const bool isEnded = next < records.size() && records[next].sequenceHead == subject.record();
-  if (isEnded) parts.push_back(next);
-  return parts;
+  return next - (subject.record() + 1) + (isEnded ? 1 : 0);
 }
 
+// Changes each record that says of itself what it has in common with all entities. A polyline in pieces says it in each
+// piece, and readers believe the first that they come to; the attributes of a block reference are entities of their own.
 template <class Change>
 void changeParts(const Subject& subject, Change&& change) {
-  for (const std::uint32_t part : partsOf(subject))
+  const std::uint32_t last = subject.record() + countPieces(subject);
+  for (std::uint32_t part = subject.record(); part <= last; ++part)
     change(Editor(subject.drawing(), part), part);
 }
 
@@ -62,7 +60,8 @@ void putColor(const Subject& subject, const Value& value) {
   if (color == subject.entity().color()) return;
   const bool isTrueColor = color.color() == database::colorOfRgb(color.color());
   if ((isTrueColor || *color.colorName() != L'\0') && !isOfFormat(subject.drawing(), "AC1018")) {
-    throw Refusal(E_FAIL, L"The drawing's format knows colours by their index only; DXF 2004 and later know others.");
+    throw Refusal(E_FAIL,
+                  L"The drawing's format knows colours by their index only; DXF 2004 and later know others.");
   }
   changeParts(subject, [&](const Editor&, std::uint32_t part) {
     if (!database::setEntityColor(subject.drawing(), part, color)) {
@@ -166,7 +165,8 @@ int percentFrom(std::wstring_view text) {
       percent = percent * 10 + static_cast<int>(digit - L'0');
   }
   if (percent > highest)
-    throw Refusal(E_INVALIDARG, L"A transparency is ByLayer, ByBlock, or a whole number of percent from 0 to 90.");
+    throw Refusal(E_INVALIDARG,
+                  L"A transparency is ByLayer, ByBlock, or a whole number of percent from 0 to 90.");
   return percent;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 #include "embedded/automation/model/Choices.h"
 #include "embedded/automation/model/CountedStrings.h"
@@ -9,6 +10,7 @@
 #include "embedded/automation/model/Guard.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/automation/model/Sameness.h"
+#include "embedded/database/ObjectTable.h"
 #include "embedded/platform/Watch.h"
 
 namespace velt::automation {
@@ -52,11 +54,12 @@ void releasing(const Subject& target, const PropertyRow& row, Edit&& edit) {
 }
 
 void putWhole(const Subject& target, const PropertyRow& row, const Value& value) {
-  target.drawing().atomically([&] {
+  const auto change = [&] {
     releasing(target, row, [&] { row.access.put(target, row, value); });
     const Value got = row.access.get(target, row);
     if (!isSameValue(row, value, got)) throw notGivenBack(got);
-  });
+  };
+  target.drawing().atomically(std::cref(change));
 }
 
 // The coordinates of a point are computed with each other, and the largest one decides how exactly.
@@ -71,13 +74,14 @@ double scaleOfGroup(const Subject& subject, const PropertyRow& row, std::size_t 
 
 void putElement(const Subject& target, const PropertyRow& row, std::size_t element, double number) {
   const ElementAccess& elements = *row.access.elements;
-  target.drawing().atomically([&] {
+  const auto change = [&] {
     releasing(target, row, [&] { elements.put(target, row, element, number); });
     const double got = elements.get(target, row, element);
     if (!isSameNumber(number, got, got == number ? 0 : scaleOfGroup(target, row, element))) {
       throw notGivenBack(Value(got));
     }
-  });
+  };
+  target.drawing().atomically(std::cref(change));
 }
 
 }  // namespace
@@ -89,10 +93,11 @@ AutomationObject<Dispatch>::AutomationObject(const RegisteredClass& kind)
 template <class Dispatch>
 Subject AutomationObject<Dispatch>::subject() const {
   if (id_.isNull()) throw Refusal(E_UNEXPECTED, L"The object is not bound to an entity.");
-  const std::optional<database::ObjectRef> object = database::resolve(id_);
-  if (!object) throw Refusal(E_FAIL, L"The drawing of the entity is closed.");
-  if (object->drawing->isErased(object->record)) throw Refusal(E_FAIL, L"The entity is erased.");
-  return Subject(*object, id_, kind());
+  const VkDbImpObject* const object = database::ObjectTable::ofProcess().find(id_);
+  if (object == nullptr || object->record == dxf::none)
+    throw Refusal(E_FAIL, L"The drawing of the entity is closed.");
+  if (object->isErased) throw Refusal(E_FAIL, L"The entity is erased.");
+  return Subject({object->drawing, object->record}, id_, kind());
 }
 
 // --- IDispatch --------------------------------------------------------------------------------------------------------

@@ -53,18 +53,6 @@ void ClassIndex::addSlot(DISPID dispId, std::size_t entry) {
   slots_[slot] = static_cast<std::uint16_t>(entry);
 }
 
-const ClassIndex::Entry* ClassIndex::findEntry(DISPID dispId) const noexcept {
-  // A negative id becomes a large number.
-  const auto slot = static_cast<std::uint32_t>(dispId);
-  if (slot >= slots_.size() || slots_[slot] == 0) return nullptr;
-  return &entries_[slots_[slot] - std::size_t{1}];
-}
-
-const PropertyRow* ClassIndex::find(DISPID dispId) const noexcept {
-  const Entry* entry = findEntry(dispId);
-  return entry == nullptr ? nullptr : entry->row;
-}
-
 const PropertyRow* ClassIndex::find(std::wstring_view name) const noexcept {
   const std::optional<std::size_t> position = names_.find(name);
   return position ? rows_[*position] : nullptr;

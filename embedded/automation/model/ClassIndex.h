@@ -26,7 +26,10 @@ class ClassIndex {
   // The general rows, those of the families, and then the class's own.
   [[nodiscard]] std::span<const PropertyRow* const> rows() const noexcept { return rows_; }
   // Null for an id that no row has.
-  [[nodiscard]] const PropertyRow* find(DISPID dispId) const noexcept;
+  [[nodiscard]] const PropertyRow* find(DISPID dispId) const noexcept {
+    const Entry* const entry = findEntry(dispId);
+    return entry == nullptr ? nullptr : entry->row;
+  }
   // In any case of the letters; null when no row has it.
   [[nodiscard]] const PropertyRow* find(std::wstring_view name) const noexcept;
   // What the elements of one group of that row are labelled; empty for a row that is not expanded.
@@ -42,7 +45,12 @@ class ClassIndex {
 
   void addRows(std::span<const PropertyRow> table);
   void addSlot(DISPID dispId, std::size_t entry);
-  [[nodiscard]] const Entry* findEntry(DISPID dispId) const noexcept;
+  [[nodiscard]] const Entry* findEntry(DISPID dispId) const noexcept {
+    // A negative id becomes a large number.
+    const auto slot = static_cast<std::uint32_t>(dispId);
+    if (slot >= slots_.size() || slots_[slot] == 0) return nullptr;
+    return &entries_[slots_[slot] - std::size_t{1}];
+  }
 
   const AutomationClass* kind_;
   std::vector<const PropertyRow*> rows_;

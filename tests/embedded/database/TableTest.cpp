@@ -42,9 +42,25 @@ TEST(Table, AnEntryKnowsItsPlace) {
 }
 
 TEST(Table, ACopyFindsItsOwnEntries) {
+  const auto document = dxf::Document::parse("0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n", "a.dxf");
   const Table original = threeLayers();
+  ASSERT_NE(nullptr, original.findWritten("0", document));
   const Table copy = original;
   EXPECT_EQ(&copy.entries()[1], copy.find(L"wände"));
+  EXPECT_EQ(&copy.entries()[0], copy.findWritten("0", document));
+}
+
+TEST(Table, ANameIsFoundAsTheDocumentWritesIt) {
+  const auto document = dxf::Document::parse(
+      "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n9\n$DWGCODEPAGE\n3\nANSI_1252\n0\nENDSEC\n0\nEOF\n",
+      "a.dxf");
+  const Table table = threeLayers();
+  for (int time = 1; time <= 2; ++time) {
+    SCOPED_TRACE(time);
+    EXPECT_EQ(table.find(L"Wände"), table.findWritten("w\xE4nde", document));
+    EXPECT_EQ(table.find(L"Wände"), table.findWritten("W\\U+00E4nde", document));
+    EXPECT_EQ(nullptr, table.findWritten("T\xFCren", document));
+  }
 }
 
 }  // namespace
