@@ -1,10 +1,14 @@
 #include "bench/Drawings.h"
 
 #include <array>
+#include <cstddef>
+#include <string_view>
 #include <vector>
 
 #include <fmt/format.h>
 
+#include "embedded/database/Drawing.h"
+#include "samples/Gallery.h"
 #include "samples/builder/DrawingBuilder.h"
 
 namespace velt::bench {
@@ -109,6 +113,76 @@ std::string drawingOf(Content content, std::uint32_t entities) {
   for (std::uint32_t number = 0; number < entities; ++number) {
     const Entity draw = content == Content::Mixed ? kinds[number % kinds.size()] : line;
     draw(drawing.model(), lookOf(number, content != Content::EqualLines));
+  }
+  return drawing.bytes();
+}
+
+namespace {
+
+std::string withoutHeader(std::string drawing) {
+  const std::size_t begin = drawing.find("  0\nSECTION\n  2\nHEADER\n");
+  const std::string_view end = "  0\nENDSEC\n";
+  return drawing.erase(begin, drawing.find(end, begin) + end.size() - begin);
+}
+
+// The gallery with its entities repeated until there are so many, in a drawing that is otherwise the same. Copies have the
+// handles of the first ones: what is looked up by handle is the first.
+std::string galleryOf(std::uint32_t size) {
+  const std::string gallery = galleryDrawing();
+  const std::string_view head = "  0\nSECTION\n  2\nENTITIES\n";
+  const std::size_t begin = gallery.find(head) + head.size();
+  const std::size_t end = gallery.find("  0\nENDSEC\n", begin);
+  const auto drawing = database::Drawing::parse(gallery, "gallery");
+  const std::size_t entities = drawing->entities().size();
+  std::string made = gallery.substr(0, end);
+  for (std::size_t count = entities; count < size; count += entities)
+    made += gallery.substr(begin, end - begin);
+  return made + gallery.substr(end);
+}
+
+void addLayers(DrawingBuilder& drawing, std::uint32_t size) {
+  for (std::uint32_t number = 0; number < size; ++number) {
+    const std::string layer = fmt::format("Own{}", number);
+    drawing.layer(layer);
+    Look look = lookOf(number, true);
+    look.style.layer = layer;
+    line(drawing.model(), look);
+  }
+}
+
+void addBlocks(DrawingBuilder& drawing, std::uint32_t size) {
+  for (std::uint32_t number = 0; number < size; ++number) {
+    const Look look = lookOf(number, true);
+    const std::string name = fmt::format("OWN{}", number);
+    point(drawing.block(name), look);
+    drawing.model().insert(name, {.at = look.at}, look.style);
+  }
+}
+
+void addExtendedData(DrawingBuilder& drawing, std::uint32_t size) {
+  for (std::uint32_t number = 0; number < size; ++number) {
+    Look look = lookOf(number, true);
+    for (const char* const application : {"APP1", "APP2", "APP3"})
+      look.style.extendedData.push_back(
+          {application, {{1000, fmt::format("text {}", number)}, {1040, look.size}, {1070, 7}}});
+    line(drawing.model(), look);
+  }
+}
+
+}  // namespace
+
+std::string drawingOf(Shape shape, std::uint32_t size) {
+  if (shape == Shape::WithoutHeader) return withoutHeader(drawingOf(Content::Lines, size));
+  if (shape == Shape::EveryClass) return galleryOf(size);
+  DrawingBuilder drawing;
+  addStyles(drawing);
+  if (shape == Shape::ManyLayers) addLayers(drawing, size);
+  if (shape == Shape::ManyBlocks) addBlocks(drawing, size);
+  if (shape == Shape::ExtendedData) addExtendedData(drawing, size);
+  if (shape == Shape::OnePolyline) polylineOf(drawing.model(), lookOf(1, true), size);
+  if (shape == Shape::LongTexts) {
+    for (std::uint32_t number = 0; number < size; ++number)
+      drawing.model().mtext(lookOf(number, true).at, std::string(4'000, 'x'));
   }
   return drawing.bytes();
 }

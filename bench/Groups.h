@@ -41,6 +41,9 @@ void measureReading(const Settings& settings, Report& report);
 // Writing a value beside its floor, for growing numbers of entities.
 void measureWriting(const Settings& settings, Report& report);
 
+// Reading, querying and writing to drawings that are large in other ways than by many lines.
+void measureShapes(const Settings& settings, Report& report);
+
 // Merging, copying and sorting lists that are made up in memory, for growing numbers of rows.
 void measureLists(const Settings& settings, Report& report);
 

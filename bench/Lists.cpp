@@ -70,7 +70,32 @@ List shuffledWeights(std::uint32_t rows) {
   return list;
 }
 
-Samples sampleMerge(const Repetitions& repetitions, const List& first, const List& other) {
+// Rows that are known by one label, category and name, and differ in their numbers and values only.
+List ofOneKey(List list) {
+  const PROPINFO first = std::as_const(list)[0];
+  for (PROPINFO& row : list) {
+    row.name = first.name;
+    row.displayName = first.displayName;
+  }
+  return list;
+}
+
+List withOtherNames(List list) {
+  for (PROPINFO& row : list) {
+    row.name = CStdStr<wchar_t>((L"Other" + std::wstring(row.name.c_str())).c_str());
+    row.displayName = row.name;
+  }
+  return list;
+}
+
+List withOtherValues(List list) {
+  for (PROPINFO& row : list)
+    row.value.lVal += 1;
+  return list;
+}
+
+Samples sampleMerge(const Repetitions& repetitions, const List& first, const List& other,
+                    std::uint32_t merged) {
   TqVector<VeltPropData*> noEntities;
   TqVector<List> lists;
   lists.append(first);
@@ -80,7 +105,7 @@ Samples sampleMerge(const Repetitions& repetitions, const List& first, const Lis
   bool flag = false;
   return sample(repetitions, [&] {
     ExcuteIntersect(noEntities, lists, result, errorText, flag);
-    if (result.length() != first.length()) throw std::logic_error("the merge lost rows");
+    if (result.length() != merged) throw std::logic_error("the merge lost rows");
   });
 }
 
@@ -120,12 +145,27 @@ double perRow(std::uint32_t rows) {
 constexpr ListWork works[] = {
     {"merge/same-order", "ns per row",
      [](const Repetitions& repetitions, std::uint32_t rows) {
-       return sampleMerge(repetitions, listOf(rows), listOf(rows));
+       return sampleMerge(repetitions, listOf(rows), listOf(rows), rows);
      },
      perRow},
     {"merge/reversed", "ns per row",
      [](const Repetitions& repetitions, std::uint32_t rows) {
-       return sampleMerge(repetitions, listOf(rows), reversed(listOf(rows)));
+       return sampleMerge(repetitions, listOf(rows), reversed(listOf(rows)), rows);
+     },
+     perRow},
+    {"merge/nothing-matches", "ns per row",
+     [](const Repetitions& repetitions, std::uint32_t rows) {
+       return sampleMerge(repetitions, listOf(rows), withOtherNames(listOf(rows)), 0);
+     },
+     perRow},
+    {"merge/every-value-varies", "ns per row",
+     [](const Repetitions& repetitions, std::uint32_t rows) {
+       return sampleMerge(repetitions, listOf(rows), withOtherValues(listOf(rows)), rows);
+     },
+     perRow},
+    {"merge/one-key", "ns per row",
+     [](const Repetitions& repetitions, std::uint32_t rows) {
+       return sampleMerge(repetitions, ofOneKey(listOf(rows)), ofOneKey(listOf(rows)), rows);
      },
      perRow},
     {"copy/shared", "ns per list",

@@ -82,6 +82,7 @@ int run(const CommandLine& line) {
 #endif
   measureReading(line.settings, report);
   measureWriting(line.settings, report);
+  measureShapes(line.settings, report);
   measureLists(line.settings, report);
   measureDynamicRows(line.settings, report);
 #ifdef VELT_HAS_WINDOW

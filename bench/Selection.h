@@ -27,6 +27,8 @@ class Selection {
 
   // After setUp().
   [[nodiscard]] TqVector<VeltPropData*>& entries() { return selection_.value().entries(); }
+  [[nodiscard]] const database::Drawing& drawing() const { return *drawing_; }
+  [[nodiscard]] palette::Selection& palette() { return selection_.value(); }
 
  private:
   std::unique_ptr<database::Drawing> drawing_;

@@ -1,7 +1,9 @@
 // Writing one value to a whole selection, beside its floor: the lookups and puts that it must make, in a bare loop.
 
 #include <cstdint>
+#include <ostream>
 #include <stdexcept>
+#include <streambuf>
 #include <string>
 #include <vector>
 
@@ -79,6 +81,45 @@ void writeBare(Selection& selection, VARIANT& value) {
   SysFreeString(name);
 }
 
+// Swallows what is written, so that saving is timed without the disk.
+class Nowhere final : public std::streambuf {
+ protected:
+  int_type overflow(int_type character) override { return traits_type::not_eof(character); }
+  std::streamsize xsputn(const char*, std::streamsize count) override { return count; }
+};
+
+// What a palette does with a text that somebody has written into a cell, and the drawing's way out after it.
+void measurePaletteAndSaving(const std::vector<std::uint32_t>& sizes, const Repetitions& repetitions,
+                             const Settings& settings, Report& report) {
+  for (const std::uint32_t entities : sizes) {
+    const std::string nameOfWriting = fmt::format("write/palette/{}", entities);
+    const std::string nameOfSaving = fmt::format("write/saving/{}", entities);
+    if (!settings.wantsOneOf({nameOfWriting, nameOfSaving})) continue;
+    Selection selection(drawingOf(Content::Lines, entities));
+    selection.setUp();
+    palette::Selection& palette = selection.palette();
+    const palette::Row row = [&] {
+      palette.query();
+      return palette.row("Linetype scale");
+    }();
+    double next = 1.0;
+    const Spread time = spreadOf(sample(repetitions, [&] {
+      const palette::Report outcome = palette.writeText(row, fmt::format("{}", next += 0.25));
+      if (outcome.count(palette::Fate::changed) != entities)
+        throw std::logic_error("not every entity was written to");
+    }));
+    report.add({nameOfWriting,
+                {{"entities", static_cast<double>(entities)}},
+                {{"write", "ns per entity", time.over(static_cast<double>(entities))}}});
+    Nowhere nowhere;
+    std::ostream out(&nowhere);
+    const Spread saving = spreadOf(sample(repetitions, [&] { selection.drawing().document().write(out); }));
+    report.add({nameOfSaving,
+                {{"entities", static_cast<double>(entities)}},
+                {{"save", "ns per entity", saving.over(static_cast<double>(entities))}}});
+  }
+}
+
 }  // namespace
 
 void measureWriting(const Settings& settings, Report& report) {
@@ -86,6 +127,7 @@ void measureWriting(const Settings& settings, Report& report) {
   const std::vector<std::uint32_t> sizes = settings.quick ? std::vector<std::uint32_t>{10, 100}
                                                           : std::vector<std::uint32_t>{1'000, 10'000, 50'000};
   const Repetitions repetitions = settings.quick ? Repetitions{.atLeast = 2, .atMost = 2} : Repetitions{};
+  measurePaletteAndSaving(sizes, repetitions, settings, report);
   std::vector<Point> growth;
   for (const std::uint32_t entities : sizes) {
     const std::string name = fmt::format("write/lines/{}", entities);
