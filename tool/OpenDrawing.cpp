@@ -20,8 +20,7 @@ constexpr const char* standardInputName = "standard input";
 std::optional<double> variableIn(const database::Drawing& drawing, std::string_view name) {
   constexpr int angle = 50, wholeNumber = 70;
   const int code = name == "ANGBASE" ? angle : wholeNumber;
-  const std::optional<std::string_view> value =
-      drawing.document().headerValue("$" + std::string(name), code);
+  const std::optional<std::string_view> value = drawing.document().headerValue("$" + std::string(name), code);
   return value ? dxf::parseReal(*value) : std::nullopt;
 }
 
@@ -36,9 +35,16 @@ std::unique_ptr<database::Drawing> openDrawing(const std::string& file) {
   return database::Drawing::parse(std::move(bytes), standardInputName, report);
 }
 
+palette::Selection queried(std::span<const VkDbObjectId> entities) {
+  const ReadingProgress progress;
+  palette::Selection selection(entities);
+  selection.query();
+  return selection;
+}
+
 palette::NumberStyle numberStyleOf(const database::Drawing& drawing, bool isPrecise) {
-  palette::NumberStyle style = palette::NumberStyle::ofVariables(
-      [&](std::string_view name) { return variableIn(drawing, name); });
+  palette::NumberStyle style =
+      palette::NumberStyle::ofVariables([&](std::string_view name) { return variableIn(drawing, name); });
   style.isPrecise = isPrecise;
   return style;
 }

@@ -199,9 +199,9 @@ void checkRequest(const SetRequest& request) {
 // Queries anew for each assignment, because the one before may have changed which rows there are and what they accept.
 palette::Report apply(const Assignment& assignment, const std::vector<VkDbObjectId>& ids, bool keepGoing,
                       const palette::NumberStyle& style) {
+  palette::Selection selection = queried(ids);
+  const palette::Row row = rowFor(assignment, selection.rows());
   Progress progress("Writing " + assignment.name);
-  palette::Selection selection(ids);
-  const palette::Row row = rowFor(assignment, selection.query());
   const auto show = [&](std::size_t done, std::size_t total) {
     progress.report(done, total);
     return true;
@@ -230,10 +230,12 @@ void save(const SetRequest& request, database::Drawing& drawing, const std::stri
     return;
   }
   const bool onlyNew = !request.inPlace && !request.force;
+  Progress progress("Saving " + target);
   try {
     drawing.save(target, {.overwriteChanges = request.overwriteChanges,
                           .onlyNew = onlyNew,
-                          .tell = [&](std::string_view loss) { err << "veltprops: " << loss << '\n'; }});
+                          .tell = [&](std::string_view loss) { err << "veltprops: " << loss << '\n'; },
+                          .progress = [&](auto done, auto total) { progress.report(done, total); }});
   } catch (const dxf::FileChanged& changed) {
     throw Failure(
         fmt::format("{}, so nothing was saved (run it again to change the file as it is now, or save over "

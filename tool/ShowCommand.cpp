@@ -231,8 +231,7 @@ void show(const ShowRequest& request, std::ostream& out) {
   if (request.selection.isEmpty()) throw UsageFailure(noSelectionText);
   const std::unique_ptr<database::Drawing> drawing = openDrawing(request.drawing);
   const SelectedEntities selected = select(*drawing, request.selection);
-  palette::Selection selection(selected.ids);
-  selection.query();
+  palette::Selection selection = queried(selected.ids);
   Shown shown{.request = request, .selected = selected, .selection = selection};
   shown.style = numberStyleOf(*drawing, request.precise);
   countEntities(shown);

@@ -61,6 +61,19 @@ TEST(Progress, LongWorkShowsThePercentageAndClearsItAtTheEnd) {
   EXPECT_EQ(terminal.shown(), "\r\033[K");
 }
 
+TEST(Progress, CountsWhatNobodyKnowsTheEndOf) {
+  PseudoTerminal terminal;
+  {
+    Progress progress("Reading", terminal.file());
+    progress.count(7, "values");
+    std::this_thread::sleep_for(std::chrono::milliseconds(1100));
+    EXPECT_EQ(terminal.shown(), "") << "not in the first second";
+    progress.count(1200000, "values");
+    EXPECT_EQ(terminal.shown(), "\r\033[KReading: 1200000 values");
+  }
+  EXPECT_EQ(terminal.shown(), "\r\033[K");
+}
+
 TEST(Progress, WhatIsNotATerminalGetsNothing) {
   std::FILE* const file = std::tmpfile();
   {
