@@ -73,6 +73,7 @@ inline constexpr std::array checks = {
     Check{"value-text",           "the row, which varies although all values are empty"},
     Check{"choice-lists",         "the choices of the row"},
     Check{"choice-values",        "the choices of the row, which end there"},
+    Check{"choice-types",         "the choices of the row, whose values are cut to integers"},
     Check{"element-lists",        "the elements of the property, of which some are missing or nobody's"},
     Check{"element-values",       "the elements of the property, which end there"},
     Check{"element-cookies",      "the elements of the property: a value is written to another one"},

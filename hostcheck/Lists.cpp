@@ -27,6 +27,10 @@ bool hasAllTexts(CountedStringsHolder& list) {
   return true;
 }
 
+bool isReal(VARTYPE type) {
+  return type == VT_R4 || type == VT_R8 || type == VT_DATE || type == VT_CY;
+}
+
 }  // namespace
 
 void checkChoices(Findings& findings, IUnknown& unknown, const Property& property) {
@@ -50,6 +54,10 @@ void checkChoices(Findings& findings, IUnknown& unknown, const Property& propert
       return browsing->GetPredefinedValue(property.dispId, place, value.put());
     });
     const bool isAnswered = handedOver(answered, value);
+    if (isAnswered)
+      findings.expect(!isReal(value.get().vt), "choice-types",
+                      "an integer or a text as the value of the choice at place " + std::to_string(place),
+                      "a value of the type " + std::to_string(value.get().vt));
     // What an object answers other than a text stays its own.
     if (value.get().vt != VT_BSTR) static_cast<void>(value.detach());
     findings.expect(isAnswered || answered == E_NOTIMPL, "choice-values",

@@ -66,8 +66,11 @@ struct Options {
 
 void* load(const std::string& path, int flags) {
   void* const library = dlopen(path.c_str(), flags);
-  if (library == nullptr) throw std::runtime_error(dlerror());
-  return library;
+  if (library != nullptr) return library;
+  std::string reason = dlerror();
+  if (reason.find("undefined symbol") != std::string::npos)
+    reason += "; the host does not define it, or keeps it hidden (-fvisibility)";
+  throw std::runtime_error(reason);
 }
 
 // A name without a slash would be looked for among the libraries of the system.

@@ -27,6 +27,11 @@ TEST_F(Lists, MayLeaveTheValuesOfChoicesToTheirPlaces) {
   EXPECT_EQ(found(), Names{});
 }
 
+TEST_F(Lists, AreFoundWhenAChoiceIsAReal) {
+  part[material].choices[1].value = ToyValue(r8(3.6));
+  EXPECT_EQ(found(), Names{"choice-types"});
+}
+
 TEST_F(Lists, AreFoundWhenTextsAndCookiesOfElementsDisagree) {
   part[start].extraNames = {L"Z"};
   EXPECT_EQ(found(), Names{"element-lists"});
