@@ -10,6 +10,7 @@
 
 #include "tool/Failure.h"
 #include "tool/ReadOnlyRows.h"
+#include "tool/RowChange.h"
 
 namespace velt::tool {
 
@@ -33,21 +34,16 @@ std::optional<std::size_t> ordinalIn(std::string_view text) {
 
 // The relation that the characters around the equals sign name, which are taken off name and value.
 std::optional<palette::Relation> takeRelation(std::string& name, std::string& value) {
-  using palette::Relation;
-  const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
-  if (value.size() > 2 && value.starts_with("~s") && !isLetter(value[2])) {
+  if (isReplacement(value)) {
     value.erase(0, 1);
-    return Relation::replaced;
+    return palette::Relation::replaced;
   }
-  constexpr std::pair<char, Relation> signs[] = {
-      {'+', Relation::plus}, {'-', Relation::minus}, {'*', Relation::times}, {'/', Relation::dividedBy}};
-  for (const auto& [sign, relation] : signs) {
-    if (!name.ends_with(sign)) continue;
+  const std::optional<palette::Relation> relation = name.empty() ? std::nullopt : relationOf(name.back());
+  if (relation) {
     name.pop_back();
     name = trimmed(name);
-    return relation;
   }
-  return std::nullopt;
+  return relation;
 }
 
 // Vertex[37].X is the 37th row Vertex X.

@@ -19,50 +19,17 @@
 #include "tool/Completion.h"
 #include "tool/EachDrawing.h"
 #include "tool/Failure.h"
-#include "tool/Lists.h"
 #include "tool/ManPages.h"
 #include "tool/OpenDrawing.h"
 #include "tool/Pager.h"
 #include "tool/PluginFiles.h"
+#include "tool/SelectionOptions.h"
 #include "tool/Terminal.h"
 #include "tool/Version.h"
 
 namespace velt::tool {
 
 namespace {
-
-// An option that takes several names: see Lists.h. What follows its argument is something else, such as an assignment.
-CLI::Option* addList(CLI::App& command, const std::string& name, std::vector<std::string>& list,
-                     const std::string& description) {
-  const auto add = [&list](const std::string& text) {
-    for (std::string& one : splitList(text))
-      list.push_back(std::move(one));
-  };
-  return command.add_option_function<std::string>(name, add, description)
-      ->trigger_on_parse()
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-}
-
-// Which layout is drawn is another question than which entities are selected, so drawing has an option of its own for it.
-enum class Layouts { Select, AreChosenOtherwise };
-
-void addSelection(CLI::App& command, SelectionRequest& selection, Layouts layouts = Layouts::Select) {
-  command.add_flag("--all", selection.all, "Every entity of model space and the layouts");
-  addList(command, "--handle", selection.handles, "Entities by handle, hexadecimal")->type_name("HANDLE");
-  addList(command, "--layer", selection.layers, "Entities on a layer")->type_name("NAME");
-  addList(command, "--type", selection.types, "Entities of a class (Line) or DXF type (LINE)")
-      ->type_name("TYPE");
-  if (layouts == Layouts::Select)
-    addList(command, "--layout", selection.layouts, "Entities of a layout, or of Model")->type_name("NAME");
-  addList(command, "--block", selection.blocks, "Entities inside the definition of a block")
-      ->type_name("NAME");
-  command
-      .add_option("--where", selection.where,
-                  "Entities whose properties fit: \"Radius>5 and Layer like 'W*'\"")
-      ->type_name("CONDITION");
-  command.add_flag("--not", selection.isInverted, "Those that the other options do not select");
-  command.add_flag("--in-blocks", selection.inBlocks, "Also the entities inside block definitions");
-}
 
 constexpr const char* selectionHelp =
     "An entity is selected when it fits one of the names of each option, and the condition. Names are "

@@ -18,7 +18,7 @@
 #include "tool/JsonOutput.h"
 #include "tool/OpenDrawing.h"
 #include "tool/Progress.h"
-#include "tool/ReadOnlyRows.h"
+#include "tool/RowChange.h"
 #include "tool/ValuesFile.h"
 
 namespace velt::tool {
@@ -208,15 +208,7 @@ palette::Report apply(const Assignment& assignment, const std::vector<VkDbObject
   };
   try {
     const palette::WriteOptions options{.keepGoing = keepGoing, .progress = show, .style = style};
-    palette::Report report =
-        assignment.relation ? selection.writeRelative(row, *assignment.relation, assignment.value, options)
-                            : selection.writeText(row, assignment.value, options);
-    // An element answers with a bare number why it was not written; the tables of the classes have it in words.
-    for (auto& [index, reason] : report.reasons) {
-      if (std::string known = refusalOf(row, selection.entity(index)); !known.empty())
-        reason = std::move(known);
-    }
-    return report;
+    return write(selection, row, {assignment.value, assignment.relation}, options);
   } catch (const palette::Error& error) {
     throw Failure(fmt::format("{}: {}", assignment.name, error.what()));
   }
