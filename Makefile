@@ -46,11 +46,11 @@ docs:
 	@mkdir -p build/docs && VELT_DOCS=build/docs doxygen docs/Doxyfile && echo build/docs/index.html: made
 
 install:
-	@scripts/install-dependencies build
+	@scripts/install-dependencies build desktop
 	@scripts/build release velt_product && cmake --install build/release --prefix $(PREFIX)
 
 package:
-	@scripts/install-dependencies build package
+	@scripts/install-dependencies build desktop package
 	@scripts/build package velt_product && cd build/package && cpack
 
 dist:

@@ -20,6 +20,15 @@ install(FILES tool/completion/veltprops.bash RENAME veltprops COMPONENT tools
 install(FILES tool/completion/_veltprops DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions" COMPONENT tools)
 install(FILES tool/completion/veltprops.fish DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d" COMPONENT tools)
 
+# --- the window, where it is built ----------------------------------------------------------------------------------
+if(TARGET veltpalette)
+  install(TARGETS veltpalette RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT desktop)
+  install(FILES packaging/veltpalette.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT desktop)
+  install(FILES packaging/veltpalette.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications" COMPONENT desktop)
+  install(FILES packaging/veltpalette.svg DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps"
+    COMPONENT desktop)
+endif()
+
 set(veltDocs "${CMAKE_INSTALL_DATADIR}/doc/veltpropdata")
 install(FILES README.md CHANGELOG.md COPYING DESTINATION "${veltDocs}" COMPONENT tools)
 install(FILES host/README.md DESTINATION "${veltDocs}/host" COMPONENT tools)

@@ -1,7 +1,8 @@
-# Three Debian packages, one for each component of VeltInstall.cmake:
+# Debian packages, one for each component of VeltInstall.cmake:
 #   libveltpropdata0       the layer, for CAD programs
 #   libveltpropdata-dev    what is needed to build on it
 #   veltprops              tools, palette library, embedded host, samples, guides
+#   veltpalette            the palette in a window, where it is built
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME veltpropdata)
 set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
@@ -13,6 +14,9 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(CPACK_COMPONENTS_ALL library development tools)
+if(TARGET veltpalette)
+  list(APPEND CPACK_COMPONENTS_ALL desktop)
+endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -50,11 +54,22 @@ property palette of a CAD program does, without one: the program veltprops,
 an embedded host with a drawing database, sample plug-ins, a check for hosts,
 and the guides for authors of plug-ins, palettes and hosts.")
 
+set(CPACK_DEBIAN_DESKTOP_PACKAGE_NAME veltpalette)
+set(CPACK_DEBIAN_DESKTOP_PACKAGE_SECTION graphics)
+set(CPACK_DEBIAN_DESKTOP_PACKAGE_DEPENDS "veltprops (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_DESKTOP_PACKAGE_RECOMMENDS "qt6-translations-l10n")
+set(CPACK_COMPONENT_DESKTOP_DESCRIPTION "drawing and property palette in a window
+Shows DXF drawings, and beside the drawing the palette of the entities that
+are selected, to read and to edit as in a CAD program: the program
+veltpalette.")
+
 # What each package has besides its component: the notice of copyright, and the list of changes.
 execute_process(COMMAND env LC_ALL=C date -R -u -d "${VELT_RELEASE_DATE}" OUTPUT_VARIABLE VELT_RELEASE_DATE_LONG
   OUTPUT_STRIP_TRAILING_WHITESPACE)
 configure_file("${PROJECT_SOURCE_DIR}/packaging/changelog.in" "${CMAKE_BINARY_DIR}/generated/changelog" @ONLY)
-foreach(component IN ITEMS LIBRARY DEVELOPMENT TOOLS)
+set(veltComponents ${CPACK_COMPONENTS_ALL})
+list(TRANSFORM veltComponents TOUPPER)
+foreach(component IN LISTS veltComponents)
   string(TOLOWER "${component}" name)
   set(folder "${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${component}_PACKAGE_NAME}")
   install(FILES COPYING RENAME copyright DESTINATION "${folder}" COMPONENT ${name} EXCLUDE_FROM_ALL)

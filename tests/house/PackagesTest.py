@@ -32,8 +32,22 @@ class ThePackages(unittest.TestCase):
         listed = subprocess.run(["dpkg-deb", "-c", self.files[package]], check=True, capture_output=True, text=True).stdout
         return [line.split(" ./", 1)[1].split(" -> ")[0] for line in listed.splitlines() if not line.endswith("/")]
 
-    def test_are_three(self):
-        self.assertEqual({"libveltpropdata0", "libveltpropdata-dev", "veltprops"}, set(self.files))
+    def has_window(self):
+        return (house.build_root() / "bin" / "veltpalette").is_file()
+
+    def test_are_one_for_each_use(self):
+        window = {"veltpalette"} if self.has_window() else set()
+        self.assertEqual({"libveltpropdata0", "libveltpropdata-dev", "veltprops"} | window, set(self.files))
+
+    def test_have_the_window_in_one_of_its_own(self):
+        if not self.has_window():
+            self.skipTest("the window is not built")
+        held = [name for name in self.held("veltpalette") if not name.startswith("usr/share/doc/")]
+        self.assertEqual(["usr/bin/veltpalette", "usr/share/applications/veltpalette.desktop",
+                          "usr/share/icons/hicolor/scalable/apps/veltpalette.svg", "usr/share/man/man1/veltpalette.1.gz"],
+                         sorted(held))
+        self.assertNotIn("qt6", subprocess.run(["dpkg-deb", "-f", self.files["veltprops"], "Depends"], check=True,
+                                               capture_output=True, text=True).stdout)
 
     def test_part_the_layer_from_what_builds_on_it_and_from_the_tools(self):
         for name in self.held("libveltpropdata0"):
