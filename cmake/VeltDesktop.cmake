@@ -20,5 +20,31 @@ set_target_properties(velt_desktop PROPERTIES AUTOMOC ON)
 target_link_libraries(velt_desktop PRIVATE velt_common PUBLIC velt_tool velt_view Qt6::Widgets)
 target_compile_definitions(velt_desktop PUBLIC QT_NO_KEYWORDS)
 
+# --- its languages: compiled into the program, where Qt's tools for that are ---------------------------------------
+find_program(VELT_LRELEASE NAMES lrelease HINTS "${QT6_INSTALL_PREFIX}/${QT6_INSTALL_BINS}" NO_DEFAULT_PATH)
+set(veltTranslationFiles)
+set(veltTranslationEntries)
+if(VELT_LRELEASE)
+  foreach(language IN ITEMS de en)
+    set(source "${PROJECT_SOURCE_DIR}/desktop/translations/veltpalette_${language}.ts")
+    set(compiled "${CMAKE_BINARY_DIR}/generated/translations/veltpalette_${language}.qm")
+    add_custom_command(OUTPUT "${compiled}"
+      COMMAND "${CMAKE_COMMAND}" -E make_directory "${CMAKE_BINARY_DIR}/generated/translations"
+      COMMAND "${VELT_LRELEASE}" -silent "${source}" -qm "${compiled}"
+      DEPENDS "${source}")
+    list(APPEND veltTranslationFiles "${compiled}")
+    string(APPEND veltTranslationEntries "<file>veltpalette_${language}.qm</file>")
+  endforeach()
+else()
+  message(STATUS "The palette in a window speaks English only: lrelease is missing (scripts/install-dependencies desktop)")
+endif()
+set(veltTranslations "${CMAKE_BINARY_DIR}/generated/translations/translations.qrc")
+file(CONFIGURE OUTPUT "${veltTranslations}"
+  CONTENT "<RCC><qresource prefix=\"/translations\">${veltTranslationEntries}</qresource></RCC>\n")
+qt6_add_resources(veltResourceSources "${veltTranslations}")
+set_property(SOURCE ${veltResourceSources} APPEND PROPERTY OBJECT_DEPENDS "${veltTranslationFiles}")
+target_sources(velt_desktop PRIVATE ${veltResourceSources} ${veltTranslationFiles})
+
 add_executable(veltpalette "${veltDesktopMain}")
 target_link_libraries(veltpalette PRIVATE velt_common velt_desktop)
+add_dependencies(velt_product veltpalette)

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <QApplication>
+#include <QLocale>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -11,35 +12,45 @@
 #include <vector>
 
 #include "desktop/MainWindow.h"
-#include "dxf/Error.h"
+#include "desktop/Translations.h"
 #include "embedded/sources/LoadedPlugins.h"
 #include "samples/FloorPlan.h"
 #include "tool/EntitySelection.h"
+#include "tool/Failure.h"
+#include "tool/OpenDrawing.h"
+#include "tool/PluginFiles.h"
+#include "tool/SelectionOptions.h"
 #include "tool/Version.h"
 
 namespace {
 
 struct Request {
   std::string drawing;
-  bool sample = false;
   velt::tool::SelectionRequest selection{};
   std::vector<std::string> plugins{};
 };
 
 std::unique_ptr<velt::desktop::Session> open(const Request& request) {
   using velt::desktop::Session;
-  if (!request.drawing.empty()) return std::make_unique<Session>(std::filesystem::path(request.drawing));
-  return std::make_unique<Session>(
-      velt::database::Drawing::parse(velt::samples::sampleFloorPlan(), "the sample drawing"));
+  if (request.drawing.empty()) {
+    return std::make_unique<Session>(
+        velt::database::Drawing::parse(velt::samples::sampleFloorPlan(), "the sample drawing"));
+  }
+  if (request.drawing == velt::tool::standardStream)
+    return std::make_unique<Session>(velt::tool::openDrawing(request.drawing));
+  return std::make_unique<Session>(std::filesystem::path(request.drawing));
 }
 
 int run(const Request& request, int argc, char** argv) {
   QApplication application(argc, argv);
+  QApplication::setOrganizationName("velt");
   QApplication::setApplicationName("veltpalette");
+  QApplication::setDesktopFileName("veltpalette");
+  velt::desktop::speak(QLocale(), application);
   velt::sources::LoadedPlugins plugins(
       [](const std::string& line) { std::fprintf(stderr, "veltpalette: %s\n", line.c_str()); });
-  for (const std::string& file : request.plugins) {
-    if (!plugins.load(file)) return 1;
+  for (const std::string& name : request.plugins) {
+    if (!plugins.load(velt::tool::pluginFile(name))) throw velt::tool::Failure(name + ": not loaded");
   }
   velt::desktop::MainWindow window(open(request));
   if (!request.selection.isEmpty())
@@ -52,26 +63,35 @@ int run(const Request& request, int argc, char** argv) {
 
 int main(int argc, char** argv) {
   Request request;
-  CLI::App app("Shows a drawing and the palette of its entities, to look at and to edit.", "veltpalette");
+  CLI::App app("Shows a drawing and the palette of its entities, to look at and to edit", "veltpalette");
   app.set_version_flag("--version", "veltpalette " + std::string(velt::tool::version));
-  app.add_option("DRAWING", request.drawing, "DXF file; without one, the sample drawing");
-  velt::tool::SelectionRequest& selection = request.selection;
-  app.add_flag("--all", selection.all, "Begin with all entities selected");
-  app.add_option("--handle", selection.handles, "Begin with the entity of this handle")->delimiter(',');
-  app.add_option("--layer", selection.layers, "Begin with the entities of this layer")->delimiter(',');
-  app.add_option("--type", selection.types, "Begin with the entities of this class or DXF type")
-      ->delimiter(',');
-  app.add_option("--where", selection.where, "Begin with the entities that fit the condition");
-  app.add_option("--plugin", request.plugins, "Plug-in that adds rows of its own")->allow_extra_args(false);
-  app.footer("Exit codes: 0 closed, 1 failed, 2 wrong usage.");
+  app.add_option("DRAWING", request.drawing,
+                 "DXF file; - is standard input; without one, the sample drawing");
+  app.option_defaults()->group("Selected at the beginning");
+  velt::tool::addSelection(app, request.selection);
+  app.option_defaults()->group("Options");
+  app.add_option(
+         "--plugin", request.plugins,
+         "Plug-in that adds rows of its own: a file, or the name of an installed one\n(may be repeated)")
+      ->type_name("PLUGIN")
+      ->allow_extra_args(false);
+  app.footer(
+      "Names are separated by commas, options may be repeated, and * and ? are wildcards.\n"
+      "Environment: LANG is the language of the window (German or English), and VELT_PLUGIN_PATH has "
+      "folders\n"
+      "with plug-ins, separated by colons.\n"
+      "Exit codes: 0 closed, 1 failed, 2 wrong usage.");
   try {
     // Before there is an application, which needs a screen: asking for help does not.
     app.parse(argc, argv);
     return run(request, argc, argv);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : 2;
+    return app.exit(error) == 0 ? 0 : velt::tool::wrongUsage;
+  } catch (const velt::tool::UsageFailure& error) {
+    std::fprintf(stderr, "veltpalette: %s\n", error.what());
+    return velt::tool::wrongUsage;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "veltpalette: %s\n", error.what());
-    return 1;
+    return velt::tool::failed;
   }
 }

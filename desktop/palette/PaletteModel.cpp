@@ -2,9 +2,11 @@
 
 #include <QApplication>
 #include <QFont>
-#include <QPalette>
+#include <QStyle>
 #include <string>
+#include <unordered_map>
 
+#include "desktop/LongWork.h"
 #include "desktop/palette/Swatches.h"
 #include "tool/ReadOnlyRows.h"
 
@@ -13,8 +15,8 @@ namespace velt::desktop {
 struct PaletteModel::Node {
   Node* parent = nullptr;
   int place = 0;
-  // Of a category.
-  QString category{};
+  // The name of a category, or the label of a row.
+  QString label{};
   // Of a row and of the values below it: its place among the session's rows.
   std::optional<std::size_t> row{};
   // Of a value.
@@ -36,6 +38,13 @@ QString fromUtf8(const std::string& text) {
   return QString::fromStdString(text);
 }
 
+// One of several elements of the same label, as the command line names it: Vertex[2].X.
+QString numbered(const QString& label, int number) {
+  const qsizetype space = label.lastIndexOf(' ');
+  if (space < 0) return QString("%1#%2").arg(label).arg(number);
+  return QString("%1[%2].%3").arg(label.left(space)).arg(number).arg(label.mid(space + 1));
+}
+
 QStringList choicesOf(const palette::Row& row) {
   QStringList texts;
   for (const palette::Choice& choice : row.choices())
@@ -44,13 +53,20 @@ QStringList choicesOf(const palette::Row& row) {
   return texts;
 }
 
+// By which a row is found again among those of the next query.
+QString keyOf(const palette::Row& row, const QString& label) {
+  return fromUtf8(row.name()) + '/' + label;
+}
+
 }  // namespace
 
-PaletteModel::PaletteModel(QObject* parent) : QAbstractItemModel(parent), root_(std::make_unique<Node>()) {}
+PaletteModel::PaletteModel(LongWork& work, QObject* parent)
+    : QAbstractItemModel(parent), work_(work), root_(std::make_unique<Node>()) {}
 PaletteModel::~PaletteModel() = default;
 
 void PaletteModel::setSession(Session* session) {
   session_ = session;
+  remarks_.clear();
   refresh();
 }
 
@@ -60,17 +76,27 @@ void PaletteModel::refresh() {
   root_ = std::make_unique<Node>();
   if (session_ != nullptr) {
     const std::span<const palette::Row> rows = session_->rows();
+    std::unordered_map<const PROPINFO*, std::size_t> places;
+    for (std::size_t i = 0; i < rows.size(); ++i)
+      places.emplace(&rows[i].record(), i);
+    QHash<QString, int> elements;
     for (const palette::Category& category : palette::byCategory(rows)) {
       Node& group = root_->add();
-      group.category = category.name.empty() ? tr("(no category)") : fromUtf8(category.name);
+      group.label = category.name.empty() ? tr("(no category)") : fromUtf8(category.name);
       for (const palette::Row& row : category.rows) {
-        for (std::size_t i = 0; i < rows.size(); ++i) {
-          if (&rows[i].record() == &row.record()) group.add().row = i;
-        }
+        Node& node = group.add();
+        node.row = places.at(&row.record());
+        node.label = fromUtf8(row.label());
+        if (row.record().isElement && row.record().elementGrouping != 0)
+          node.label = numbered(node.label, ++elements[node.label]);
       }
     }
   }
   endResetModel();
+}
+
+bool PaletteModel::isReadable() const {
+  return session_ != nullptr && !session_->isAtWork();
 }
 
 PaletteModel::Node* PaletteModel::nodeAt(const QModelIndex& index) const {
@@ -123,16 +149,18 @@ bool PaletteModel::hasChildren(const QModelIndex& parent) const {
 // The values behind a row are asked for when somebody opens it: it asks every entity once more.
 bool PaletteModel::canFetchMore(const QModelIndex& parent) const {
   const Node& node = *nodeAt(parent);
-  return parent.column() <= 0 && node.row && !node.group && !node.isFetched && rowOf(node).isVarying();
+  return isReadable() && parent.column() <= 0 && node.row && !node.group && !node.isFetched
+         && rowOf(node).isVarying();
 }
 
 void PaletteModel::fetchMore(const QModelIndex& parent) {
-  if (!canFetchMore(parent)) return;
+  if (!canFetchMore(parent) || work_.isRunning()) return;
   Node& node = *nodeAt(parent);
   node.isFetched = true;
   try {
-    std::vector<palette::ValueGroup> groups =
-        session_->selection()->valueGroups(rowOf(node), session_->numberStyle());
+    std::vector<palette::ValueGroup> groups;
+    work_.run(tr("Reading the values"), LongWork::Kind::goesOn,
+              [&] { groups = session_->selection()->valueGroups(rowOf(node), session_->numberStyle()); });
     if (groups.empty()) return;
     beginInsertRows(parent, 0, static_cast<int>(groups.size()) - 1);
     for (palette::ValueGroup& group : groups) {
@@ -142,6 +170,8 @@ void PaletteModel::fetchMore(const QModelIndex& parent) {
     }
     endInsertRows();
   } catch (const palette::Error& error) {
+    // To be tried again.
+    node.isFetched = false;
     Q_EMIT failed(fromUtf8(error.what()));
   }
 }
@@ -149,12 +179,12 @@ void PaletteModel::fetchMore(const QModelIndex& parent) {
 // --- what it shows ------------------------------------------------------------------------------------------
 
 QVariant PaletteModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid()) return {};
+  if (!index.isValid() || !isReadable()) return {};
   const Node& node = *nodeAt(index);
   if (node.row) return rowData(node, index.column(), role);
   switch (role) {
     case Qt::DisplayRole:
-      return index.column() == labelColumn ? QVariant(node.category) : QVariant();
+      return index.column() == labelColumn ? QVariant(node.label) : QVariant();
     case Qt::FontRole: {
       QFont font = QApplication::font();
       font.setBold(true);
@@ -162,7 +192,8 @@ QVariant PaletteModel::data(const QModelIndex& index, int role) const {
     }
     case searchRole:
     case keyRole:
-      return node.category;
+    case Qt::AccessibleTextRole:
+      return node.label;
     default:
       return {};
   }
@@ -177,30 +208,38 @@ QVariant PaletteModel::rowData(const Node& node, int column, int role) const {
         return column == labelColumn
                    ? tr("%n of them", nullptr, static_cast<int>(node.group->entities.size()))
                    : text;
-      return column == labelColumn ? fromUtf8(row.label()) : text;
+      return column == labelColumn ? node.label : text;
     case Qt::EditRole:
       return column == valueColumn && !row.isVarying() ? text : QString();
     case Qt::DecorationRole:
-      return column == valueColumn ? swatchOf(text) : QVariant();
-    case Qt::ForegroundRole:
-      if (row.isEditable() && !node.group) return {};
-      return QApplication::palette().brush(QPalette::Disabled, QPalette::Text);
+      if (column == valueColumn) return swatchOf(text);
+      if (node.group || !remarks_.contains(keyOf(row, node.label))) return {};
+      return QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
     case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole:
     case helpRole: {
-      QString help = fromUtf8(row.help());
-      if (row.isEditable()) return help;
-      const QString reason = fromUtf8(tool::readOnlyReason(row));
-      return help + (help.isEmpty() ? "" : "\n")
-             + (reason.isEmpty() ? tr("Read-only.") : tr("Read-only: %1.").arg(reason));
+      QStringList help;
+      const QString remark = remarks_.value(keyOf(row, node.label));
+      if (role != helpRole && !remark.isEmpty()) help.append(tr("Refused: %1").arg(remark));
+      if (!row.help().empty()) help.append(fromUtf8(row.help()));
+      if (!row.isEditable()) {
+        const QString reason = fromUtf8(tool::readOnlyReason(row));
+        help.append(reason.isEmpty() ? tr("Read-only.") : tr("Read-only: %1.").arg(reason));
+      }
+      return help.join('\n');
     }
+    case readOnlyRole:
+      return !row.isEditable() && !node.group;
+    case remarkRole:
+      return remarks_.value(keyOf(row, node.label));
     case Qt::AccessibleTextRole:
-      return column == labelColumn ? fromUtf8(row.label()) : fromUtf8(row.label()) + ": " + text;
+      return column == labelColumn ? node.label : node.label + ": " + text;
     case searchRole:
-      return node.parent->category + ' ' + fromUtf8(row.label()) + ' ' + fromUtf8(row.name());
+      return node.parent->label + ' ' + node.label + ' ' + fromUtf8(row.label()) + ' ' + fromUtf8(row.name());
     case choicesRole:
       return choicesOf(row);
     case keyRole:
-      return fromUtf8(row.name()) + '/' + fromUtf8(row.label());
+      return keyOf(row, node.label);
     default:
       return {};
   }
@@ -215,7 +254,7 @@ Qt::ItemFlags PaletteModel::flags(const QModelIndex& index) const {
   if (!index.isValid()) return Qt::NoItemFlags;
   const Node& node = *nodeAt(index);
   Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
-  if (node.row && !node.group && index.column() == valueColumn) {
+  if (node.row && !node.group && index.column() == valueColumn && isReadable()) {
     const palette::Row& row = rowOf(node);
     if (row.isEditable() && row.takesText()) flags |= Qt::ItemIsEditable;
   }
@@ -232,21 +271,38 @@ bool PaletteModel::setData(const QModelIndex& index, const QVariant& value, int 
   if (row.isVarying() && text.empty()) return false;
   // When the editor has closed: the rows that it belongs to are replaced.
   QMetaObject::invokeMethod(
-      this, [this, place = *node.row, text, shown = refreshes_] { write(place, text, shown); },
+      this,
+      [this, place = QPersistentModelIndex(index), text, shown = refreshes_] { write(place, text, shown); },
       Qt::QueuedConnection);
   return true;
 }
 
-void PaletteModel::write(std::size_t row, const std::string& text, std::uint64_t shown) {
-  // Something else has been selected since.
-  if (shown != refreshes_) return;
+void PaletteModel::write(const QPersistentModelIndex& place, const std::string& text, std::uint64_t shown) {
+  // Something else has been selected since, or is just now.
+  if (shown != refreshes_ || work_.isRunning()) return;
+  const Node& node = *nodeAt(place);
+  const QString key = keyOf(rowOf(node), node.label);
   try {
-    const palette::Report report = session_->write(row, text);
+    palette::Report report;
+    work_.run(tr("Writing"), LongWork::Kind::goesOn,
+              [&, row = *node.row] { report = session_->write(row, text); });
+    remark(key, report);
     refresh();
     Q_EMIT written(report);
   } catch (const palette::Error& error) {
+    remarks_[key] = fromUtf8(error.what());
+    Q_EMIT dataChanged(place.sibling(place.row(), labelColumn), place);
     Q_EMIT failed(fromUtf8(error.what()));
   }
+}
+
+void PaletteModel::remark(const QString& key, const palette::Report& report) {
+  if (report.reasons.empty()) {
+    remarks_.remove(key);
+    return;
+  }
+  const std::string& reason = report.reasons.begin()->second;
+  remarks_[key] = reason.empty() ? tr("the host gives no reason") : fromUtf8(reason);
 }
 
 }  // namespace velt::desktop

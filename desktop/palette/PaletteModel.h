@@ -3,12 +3,17 @@
 // The rows of a session's selection as a tree: categories, their rows, and below a row that varies the values behind it.
 
 #include <QAbstractItemModel>
+#include <QHash>
+#include <QPersistentModelIndex>
+#include <QString>
 #include <memory>
 #include <vector>
 
 #include "desktop/session/Session.h"
 
 namespace velt::desktop {
+
+class LongWork;
 
 class PaletteModel : public QAbstractItemModel {
   Q_OBJECT
@@ -22,14 +27,19 @@ class PaletteModel : public QAbstractItemModel {
     helpRole,
     // Texts to choose from; empty where anything may be written.
     choicesRole,
+    // Whether it is the value of a row that cannot be edited.
+    readOnlyRole,
+    // Why the last value that was written to the row was refused; empty when it was not.
+    remarkRole,
     // By which the tree finds an entry again after the rows have changed.
     keyRole
   };
 
-  explicit PaletteModel(QObject* parent = nullptr);
+  // What takes long is done through `work`, which outlives the model.
+  explicit PaletteModel(LongWork& work, QObject* parent = nullptr);
   ~PaletteModel() override;
 
-  // The session must outlive the model or be replaced; null shows nothing.
+  // The session must outlive the model or be replaced; null shows nothing. Remarks are forgotten.
   void setSession(Session* session);
   // To be called when the session has other rows.
   void refresh();
@@ -59,15 +69,21 @@ class PaletteModel : public QAbstractItemModel {
 
  private:
   struct Node;
-  void write(std::size_t row, const std::string& text, std::uint64_t shown);
+  void write(const QPersistentModelIndex& place, const std::string& text, std::uint64_t shown);
+  void remark(const QString& key, const palette::Report& report);
+  // Whether the rows may be looked at now.
+  [[nodiscard]] bool isReadable() const;
   [[nodiscard]] Node* nodeAt(const QModelIndex& index) const;
   [[nodiscard]] const palette::Row& rowOf(const Node& node) const;
   [[nodiscard]] QVariant rowData(const Node& node, int column, int role) const;
 
+  LongWork& work_;
   Session* session_ = nullptr;
   std::unique_ptr<Node> root_;
   // Grows with every refresh, so that what was meant for other rows is not written to these.
   std::uint64_t refreshes_ = 0;
+  // Why values were refused, by the key of the row.
+  QHash<QString, QString> remarks_;
 };
 
 }  // namespace velt::desktop

@@ -1,6 +1,7 @@
 #pragma once
 
-// Makes the editor for a row's value: a list where only some values are possible, a field for all others.
+// Shows rows, those that cannot be edited paler, and makes the editor for a value: a list where only some values are
+// possible, a field for all others.
 
 #include <QStyledItemDelegate>
 
@@ -16,6 +17,9 @@ class RowDelegate : public QStyledItemDelegate {
                         const QModelIndex& index) const override;
   void setEditorData(QWidget* editor, const QModelIndex& index) const override;
   void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 };
 
 }  // namespace velt::desktop

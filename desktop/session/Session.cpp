@@ -7,8 +7,24 @@
 
 #include "dxf/FileReplacement.h"
 #include "tool/OpenDrawing.h"
+#include "tool/RowChange.h"
 
 namespace velt::desktop {
+
+namespace {
+
+class AtWork {
+ public:
+  explicit AtWork(bool& isAtWork) : isAtWork_(isAtWork) { isAtWork_ = true; }
+  AtWork(const AtWork&) = delete;
+  AtWork& operator=(const AtWork&) = delete;
+  ~AtWork() { isAtWork_ = false; }
+
+ private:
+  bool& isAtWork_;
+};
+
+}  // namespace
 
 Session::Session(std::filesystem::path file, const dxf::Progress& progress)
     : file_(std::move(file)),
@@ -23,11 +39,32 @@ Session::~Session() = default;
 // --- the selection ------------------------------------------------------------------------------------------
 
 void Session::select(std::vector<VkDbObjectId> entities) {
+  std::vector<VkDbObjectId> whole = entities;
+  show(std::move(entities));
+  whole_ = std::move(whole);
+}
+
+void Session::narrow(std::vector<VkDbObjectId> entities) {
+  show(std::move(entities));
+}
+
+void Session::widen() {
+  show(whole_);
+}
+
+void Session::show(std::vector<VkDbObjectId> entities) {
+  const AtWork atWork(isAtWork_);
   std::optional<palette::Selection> selection;
-  if (!entities.empty()) selection.emplace(entities);
+  std::string problem;
+  try {
+    if (!entities.empty()) selection.emplace(entities);
+  } catch (const palette::Cancelled& cancelled) {
+    problem = cancelled.what();
+  }
   selected_ = std::move(entities);
   selection_ = std::move(selection);
   ask();
+  if (!problem.empty()) problem_ = std::move(problem);
 }
 
 void Session::ask() {
@@ -51,15 +88,17 @@ std::size_t Session::lockedCount() const {
 // --- writing ------------------------------------------------------------------------------------------------
 
 palette::Report Session::write(std::size_t row, std::string_view text) {
+  const AtWork atWork(isAtWork_);
   const palette::Row& written = rows()[row];
-  Step made{fmt::format("{} = {}", written.label(), text), {}};
+  const tool::RowChange change = tool::rowChangeIn(written, text);
+  Step made{fmt::format("{} {}{}", written.label(), change.relation ? "" : "= ", text), {}};
   // Room first: what was written must be in the history, also when the write ends by an exception.
   history_.reserve(position_ + 1);
   palette::Report report;
   std::exception_ptr failure;
   try {
     drawing_->record(made.changes, [&] {
-      report = selection_->writeText(written, text, {.keepGoing = true, .style = style_});
+      report = tool::write(*selection_, written, change, {.keepGoing = true, .style = style_});
     });
   } catch (...) {
     failure = std::current_exception();
@@ -76,6 +115,7 @@ palette::Report Session::write(std::size_t row, std::string_view text) {
 }
 
 void Session::step(std::size_t index) {
+  const AtWork atWork(isAtWork_);
   database::Changes& changes = history_[index].changes;
   changes = drawing_->undo(std::move(changes));
   ask();
@@ -89,6 +129,13 @@ void Session::redo() {
   if (canRedo()) step(position_++);
 }
 
+void Session::goTo(std::size_t done) {
+  while (position_ > done && canUndo())
+    undo();
+  while (position_ < done && canRedo())
+    redo();
+}
+
 std::vector<std::string> Session::history() const {
   std::vector<std::string> texts;
   for (const Step& step : history_)
@@ -98,15 +145,23 @@ std::vector<std::string> Session::history() const {
 
 // --- the file -----------------------------------------------------------------------------------------------
 
-void Session::save() {
-  drawing_->save(file_);
+std::vector<std::string> Session::save(OthersChanges changes) {
+  std::vector<std::string> losses;
+  drawing_->save(file_, {.overwriteChanges = changes == OthersChanges::areOverwritten,
+                         .tell = [&](std::string_view loss) { losses.emplace_back(loss); }});
   savedPosition_ = position_;
+  return losses;
 }
 
-void Session::saveAs(const std::filesystem::path& file, bool replace) {
-  drawing_->save(file, {.onlyNew = !replace});
+std::vector<std::string> Session::saveAs(const std::filesystem::path& file, bool replace,
+                                         OthersChanges changes) {
+  std::vector<std::string> losses;
+  drawing_->save(file, {.overwriteChanges = changes == OthersChanges::areOverwritten,
+                        .onlyNew = !replace,
+                        .tell = [&](std::string_view loss) { losses.emplace_back(loss); }});
   file_ = file;
   savedPosition_ = position_;
+  return losses;
 }
 
 }  // namespace velt::desktop

@@ -35,29 +35,40 @@ class Session {
 
   // --- the selection ------------------------------------------------------------------------------------------------
 
-  // Selects these entities and asks for their rows. When the rows cannot be asked for, the entities are selected, there
-  // are no rows, and problem() says why.
+  // Selects these entities and asks for their rows. When the rows cannot be asked for, or the user cancels, the entities
+  // are selected, there are no rows, and problem() says why.
   void select(std::vector<VkDbObjectId> entities);
+  // Shows and writes to some of the selected entities only; whole() stays, so that there is a way back: widen().
+  void narrow(std::vector<VkDbObjectId> entities);
+  void widen();
+  [[nodiscard]] bool isNarrowed() const { return selected_.size() != whole_.size(); }
+  // What was selected.
+  [[nodiscard]] std::span<const VkDbObjectId> whole() const { return whole_; }
+  // Those of it that are shown and written to.
   [[nodiscard]] std::span<const VkDbObjectId> selected() const { return selected_; }
   // Null when nothing is selected.
   [[nodiscard]] const palette::Selection* selection() const { return selection_ ? &*selection_ : nullptr; }
-  // Valid until the next select(), write(), undo() or redo().
+  // Valid until the next select(), narrow(), widen(), write(), undo(), redo() or goTo().
   [[nodiscard]] std::span<const palette::Row> rows() const;
   [[nodiscard]] const std::string& problem() const { return problem_; }
+  // While it selects, writes or undoes, rows must not be looked at: a window that handles events meanwhile may ask.
+  [[nodiscard]] bool isAtWork() const { return isAtWork_; }
   // How many of the selected entities no write changes, because they are on locked layers.
   [[nodiscard]] std::size_t lockedCount() const;
 
   // --- writing ------------------------------------------------------------------------------------------------------
 
   // Writes what the text means to the row at that index of rows(), to every selected entity, and asks for the rows anew.
-  // An entity that refuses keeps its value, and the others are written. Throws palette::Error for a text that means
-  // nothing to the row.
+  // The text is a value, or says how it follows from the present one: *=2, +=5, ~s/OLD/NEW/. An entity that refuses keeps
+  // its value, and the others are written. Throws palette::Error for a text that means nothing to the row.
   palette::Report write(std::size_t row, std::string_view text);
 
   [[nodiscard]] bool canUndo() const { return position_ > 0; }
   [[nodiscard]] bool canRedo() const { return position_ < history_.size(); }
   void undo();
   void redo();
+  // Undoes or does again until that many steps of the history are done.
+  void goTo(std::size_t done);
   // What was done, as people say it ("Layer = Walls"), the oldest first; undone() of the last ones have been undone.
   [[nodiscard]] std::vector<std::string> history() const;
   [[nodiscard]] std::size_t undone() const { return history_.size() - position_; }
@@ -68,10 +79,13 @@ class Session {
   [[nodiscard]] const std::filesystem::path& file() const { return file_; }
   // Whether the drawing differs from what was read or saved last.
   [[nodiscard]] bool isChanged() const { return savedPosition_ != position_; }
-  // Whole or not at all; throws dxf::FileChanged when somebody else has changed the file.
-  void save();
+  // What somebody else's change of the file means to a save: it is refused with dxf::FileChanged, or lost.
+  enum class OthersChanges { areKept, areOverwritten };
+  // Whole or not at all. Answers what the file lacks now, and who keeps the old one, in sentences; mostly nothing.
+  std::vector<std::string> save(OthersChanges changes = OthersChanges::areKept);
   // The drawing's file is this one from now on.
-  void saveAs(const std::filesystem::path& file, bool replace);
+  std::vector<std::string> saveAs(const std::filesystem::path& file, bool replace,
+                                  OthersChanges changes = OthersChanges::areKept);
 
  private:
   struct Step {
@@ -79,16 +93,19 @@ class Session {
     // Undoes the step or, once it has been undone, does it again.
     database::Changes changes;
   };
+  void show(std::vector<VkDbObjectId> entities);
   void ask();
   void step(std::size_t index);
 
   std::filesystem::path file_;
   std::unique_ptr<database::Drawing> drawing_;
   palette::NumberStyle style_;
+  std::vector<VkDbObjectId> whole_;
   std::vector<VkDbObjectId> selected_;
   // Ends before the drawing.
   std::optional<palette::Selection> selection_;
   std::string problem_;
+  bool isAtWork_ = false;
   std::vector<Step> history_;
   // Steps before it are done, those after it are undone.
   std::size_t position_ = 0;

@@ -5,7 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QSettings>
 #include <memory>
+
+#include "desktop/Translations.h"
+#include "tests/support/Files.h"
 
 namespace velt::desktop {
 
@@ -15,10 +19,17 @@ class ApplicationOfTests : public testing::Environment {
   void SetUp() override {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     application_ = std::make_unique<QApplication>(count_, arguments_);
+    // What windows remember is not that of the user, nor that of another test program.
+    QApplication::setOrganizationName("velt");
+    QApplication::setApplicationName("veltpalette");
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                       QString::fromStdString(settings_.path().string()));
+    speak(QLocale(QLocale::English), *application_);
   }
   void TearDown() override { application_.reset(); }
 
  private:
+  tests::TemporaryFolder settings_;
   int count_ = 1;
   char name_[12] = "veltpalette";
   char* arguments_[2] = {name_, nullptr};

@@ -25,6 +25,7 @@
 #include <array>
 #include <cstdlib>
 #include <functional>
+#include <map>
 #include <random>
 
 #include "desktop/EntityModel.h"
@@ -363,6 +364,8 @@ class RandomUser {
       case 1:
         return click();  // with the editor open
       case 2:
+        // With nothing to undo the editor would stay open, and write later.
+        if (!session().canUndo()) return QTest::keyClick(editor, Qt::Key_Escape);
         trigger("undo");
         position_ = position();
         return;
@@ -403,7 +406,8 @@ class RandomUser {
     for (const QAction* const menu : window_.menuBar()->actions()) {
       if (menu->menu() == nullptr) continue;
       for (QAction* const action : menu->menu()->actions()) {
-        const bool ends = action->objectName() == "quit";
+        // Reading the drawing again ends its history.
+        const bool ends = action->objectName() == "quit" || action->objectName() == "reload";
         if (action->isEnabled() && !action->isSeparator() && action->menu() == nullptr && !ends)
           actions.push_back(action);
       }
@@ -466,10 +470,17 @@ class RandomUser {
     Shown fresh;
     if (session().selected().empty()) return fresh;
     palette::Selection selection(session().selected());
+    std::map<std::string, int> elements;
     try {
       for (const palette::Category& category : palette::byCategory(selection.query())) {
         for (const palette::Row& row : category.rows) {
-          fresh.push_back({category.name.empty() ? "(no category)" : category.name, row.label(),
+          std::string label = row.label();
+          if (row.record().isElement && row.record().elementGrouping != 0) {
+            const int number = ++elements[label];
+            const std::size_t space = label.rfind(' ');
+            label = label.substr(0, space) + "[" + std::to_string(number) + "]." + label.substr(space + 1);
+          }
+          fresh.push_back({category.name.empty() ? "(no category)" : category.name, label,
                            row.text(session().numberStyle())});
         }
       }

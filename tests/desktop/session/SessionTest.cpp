@@ -139,6 +139,51 @@ TEST_F(WindowSession, ANewStepTakesThePlaceOfUndoneOnes) {
   EXPECT_FALSE(session.canRedo());
 }
 
+TEST_F(WindowSession, ReckonsWithTheValuesThatEntitiesHave) {
+  Session session(file_);
+  session.select({session.drawing().entityByHandle(0x2F), session.drawing().entityByHandle(0x30)});
+  session.write(rowNamed(session, "End X"), "*=2");
+  EXPECT_THAT(session.history(), ElementsAre("End X *=2"));
+  session.select({session.drawing().entityByHandle(0x30)});
+  EXPECT_EQ(std::get<double>(session.rows()[rowNamed(session, "End X")].plain()), 40);
+  session.write(rowNamed(session, "Layer"), "~s/Walls/0/");
+  EXPECT_EQ(textOf(session, "Layer"), "0");
+}
+
+TEST_F(WindowSession, ShowsAndWritesToSomeOfTheSelectionAndFindsTheWayBack) {
+  Session session(file_);
+  session.select(all(session));
+  EXPECT_FALSE(session.isNarrowed());
+  const VkDbObjectId one = session.drawing().entityByHandle(0x30);
+  session.narrow({one});
+  EXPECT_TRUE(session.isNarrowed());
+  EXPECT_EQ(textOf(session, "Layer"), "Walls");
+  EXPECT_THAT(session.selected(), ElementsAre(one));
+  EXPECT_EQ(session.whole().size(), 3U);
+  EXPECT_EQ(session.write(rowNamed(session, "Color"), "Red").count(Fate::changed), 1U);
+  session.widen();
+  EXPECT_EQ(session.selected().size(), 3U);
+  EXPECT_EQ(textOf(session, "Color"), "*VARIES*");
+}
+
+TEST_F(WindowSession, GoesToAnyPlaceOfItsHistory) {
+  Session session(file_);
+  session.select(all(session));
+  const std::string first = bytes(session);
+  session.write(rowNamed(session, "Color"), "Red");
+  const std::string second = bytes(session);
+  session.write(rowNamed(session, "Color"), "Blue");
+  const std::string third = bytes(session);
+  session.goTo(0);
+  EXPECT_EQ(bytes(session), first);
+  session.goTo(2);
+  EXPECT_EQ(bytes(session), third);
+  session.goTo(1);
+  EXPECT_EQ(bytes(session), second);
+  session.goTo(7);
+  EXPECT_EQ(bytes(session), third);
+}
+
 TEST_F(WindowSession, IsUnchangedWhereItWasSaved) {
   Session session(file_);
   session.select(all(session));
@@ -165,6 +210,9 @@ TEST_F(WindowSession, DoesNotSaveOverSomebodyElsesChange) {
   EXPECT_THROW(session.save(), dxf::FileChanged);
   EXPECT_TRUE(session.isChanged());
   EXPECT_EQ(tests::contentOf(file_), samples::sampleFloorPlan());
+  session.save(Session::OthersChanges::areOverwritten);
+  EXPECT_FALSE(session.isChanged());
+  EXPECT_EQ(tests::contentOf(file_), bytes(session));
 }
 
 TEST_F(WindowSession, SavesUnderAnotherName) {
