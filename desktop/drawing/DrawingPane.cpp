@@ -173,6 +173,7 @@ void DrawingPane::setDark(bool isDark) {
 void DrawingPane::setSight(const Sight& sight) {
   if (sight == sight_ || !isSensible(sight)) return;
   sight_ = sight;
+  isFitted_ = false;
   if (paintMilliseconds_ < fluidMilliseconds && isPictureCurrent()) {
     frame_ = QImage();
   } else {
@@ -251,14 +252,12 @@ void DrawingPane::zoom(double factor, QPointF at) {
   // The same point stays under the pointer.
   const view::Vector2 now = sight.point(at);
   sight.center = sight.center + (under - now);
-  isFitted_ = false;
   setSight(sight);
 }
 
 void DrawingPane::pan(QPointF by) {
   Sight sight = sight_;
   sight.center = sight.center + view::Vector2{-by.x() / sight.scale, by.y() / sight.scale};
-  isFitted_ = false;
   setSight(sight);
 }
 
