@@ -23,6 +23,16 @@ if(VELT_SANITIZE)
   set(VELT_INSTRUMENTED ON)
 endif()
 
+# The other standard library. Debian's libraries are made with libstdc++, so of those that share types of the standard
+# library with their users only headers and sources are taken.
+option(VELT_LIBCXX "Build on libc++ in place of libstdc++ (needs clang)" OFF)
+set(VELT_FMT fmt::fmt)
+if(VELT_LIBCXX)
+  add_compile_options(-stdlib=libc++)
+  add_link_options(-stdlib=libc++)
+  set(VELT_FMT fmt::fmt-header-only)
+endif()
+
 if(VELT_COVERAGE)
   target_compile_options(velt_instrument INTERFACE --coverage)
   target_link_options(velt_instrument INTERFACE --coverage)

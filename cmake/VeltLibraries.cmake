@@ -109,10 +109,10 @@ find_package(fmt REQUIRED)
 velt_sources_or_placeholder(veltPaletteSources palette)
 
 add_library(velt_palette_objects OBJECT ${veltPaletteSources})
-target_link_libraries(velt_palette_objects PRIVATE velt_common fmt::fmt)
+target_link_libraries(velt_palette_objects PRIVATE velt_common ${VELT_FMT})
 
 add_library(VeltPalette SHARED $<TARGET_OBJECTS:velt_palette_objects>)
-target_link_libraries(VeltPalette PUBLIC VeltPropData PRIVATE velt_instrument fmt::fmt)
+target_link_libraries(VeltPalette PUBLIC VeltPropData PRIVATE velt_instrument ${VELT_FMT})
 set_target_properties(VeltPalette PROPERTIES
   VERSION ${PROJECT_VERSION}
   SOVERSION ${PROJECT_VERSION_MAJOR}
@@ -125,7 +125,7 @@ target_compile_features(VeltPalette INTERFACE cxx_std_20)
 
 add_library(velt_palette_internals STATIC $<TARGET_OBJECTS:velt_palette_objects>)
 set_target_properties(velt_palette_internals PROPERTIES LINKER_LANGUAGE CXX)
-target_link_libraries(velt_palette_internals PUBLIC velt_common fmt::fmt)
+target_link_libraries(velt_palette_internals PUBLIC velt_common ${VELT_FMT})
 
 if(NOT VELT_INSTRUMENTED)
   # Debuggers, and the check of the binary interface, want the types of what ships.

@@ -18,11 +18,11 @@ configure_file("${PROJECT_SOURCE_DIR}/cmake/ToolVersion.cpp.in" "${CMAKE_BINARY_
 add_library(velt_tool STATIC ${veltToolSources} "${CMAKE_BINARY_DIR}/generated/ToolVersion.cpp")
 target_link_libraries(velt_tool
   PRIVATE velt_common velt_view PkgConfig::utf8proc taocpp::pegtl
-  PUBLIC VeltPalette VeltPropData VeltEmbeddedHost velt_samples CLI11::CLI11 nlohmann_json::nlohmann_json fmt::fmt)
+  PUBLIC VeltPalette VeltPropData VeltEmbeddedHost velt_samples CLI11::CLI11 nlohmann_json::nlohmann_json ${VELT_FMT})
 # What JSON and formatted texts are made with takes longest to read, and half of the tool makes them.
 velt_precompiled_holder(velt_tool_headers ${VELT_STANDARD_HEADERS} <fmt/format.h> <nlohmann/json.hpp>)
 if(TARGET velt_tool_headers)
-  target_link_libraries(velt_tool_headers PRIVATE nlohmann_json::nlohmann_json fmt::fmt)
+  target_link_libraries(velt_tool_headers PRIVATE nlohmann_json::nlohmann_json ${VELT_FMT})
 endif()
 velt_precompiled(velt_tool_headers velt_tool)
 velt_in_pieces(velt_tool)

@@ -2,8 +2,12 @@
 
 #include <fmt/format.h>
 
+#include <cerrno>
 #include <charconv>
+#include <clocale>
 #include <cmath>
+#include <cstdlib>
+#include <string>
 
 namespace velt::palette {
 
@@ -15,6 +19,25 @@ bool isDigit(char c) {
 
 bool hasDigitsBut0(std::string_view text) {
   return text.find_first_of("123456789") != std::string_view::npos;
+}
+
+// The number that the whole text is, written with a point whatever the language. Nothing for one that is too large or too
+// small.
+std::optional<double> realIn(std::string_view text) {
+#ifdef __cpp_lib_to_chars
+  double number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool isWhole = error == std::errc() && end == text.data() + text.size();
+#else  // libc++ reads whole numbers alone so
+  if (text.find_first_of("xX") != std::string_view::npos) return std::nullopt;
+  static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+  const std::string copy(text);
+  char* end = nullptr;
+  errno = 0;
+  const double number = strtod_l(copy.c_str(), &end, plain);
+  const bool isWhole = errno != ERANGE && end == copy.c_str() + copy.size();
+#endif
+  return isWhole ? std::optional(number) : std::nullopt;
 }
 
 }  // namespace
@@ -59,10 +82,8 @@ std::optional<double> decimalIn(std::string_view text) {
   const bool isNegative = text.starts_with('-');
   if (isNegative || text.starts_with('+')) text.remove_prefix(1);
   if (text.empty() || !(isDigit(text[0]) || text[0] == '.')) return std::nullopt;
-  double number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return isNegative ? -number : number;
+  const std::optional<double> number = realIn(text);
+  return number && isNegative ? -*number : number;
 }
 
 std::optional<double> unsignedIn(std::string_view text) {
