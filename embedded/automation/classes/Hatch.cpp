@@ -125,8 +125,6 @@ void requireVariant(const Subject& subject, Variants wanted, const wchar_t* refu
 }
 
 void putPatternName(const Subject& subject, const std::wstring& name) {
-  requireVariant(subject, lined | variant(solid),
-                 L"A gradient fills the hatch, which has no lines; its name is the gradient's name.");
   if (!database::sameName(getPatternName(subject), name)) fillWithPattern(subject, name);
 }
 
@@ -254,11 +252,19 @@ void putGradientAngle(const Subject& subject, const double& angle) {
   if (getGradientAngle(subject) != after) Editor(subject).real(460, hatch, after);
 }
 
+constexpr Obstacle hasGradient = {
+    .where = L"a gradient fills it.",
+    .reasonFor =
+        [](const Subject& subject) {
+          return getVariant(subject) == gradient ? &reasons::filledWithGradient : nullptr;
+        },
+};
+
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name                label                type                category                   access                                                             writability                                  choices               weight help                                                       shown for
   {  1, L"Type",            L"Type",             types::hatchType,   Category::Pattern,         computed<getType>(),                                               readOnly(reasons::followsFromPatternName),   Choices::Enumeration, 110,   L"Where the pattern comes from."},
-  {  2, L"PatternName",     L"Pattern name",     VT_BSTR,            Category::Pattern,         computed<getPatternName, putPatternName>().offering(patternNames), writable,                                    Choices::OfClass,     120,   L"Name of the pattern: a predefined one, or one that another hatch of the drawing has."},
+  {  2, L"PatternName",     L"Pattern name",     VT_BSTR,            Category::Pattern,         computed<getPatternName, putPatternName>().offering(patternNames), refusedWhere(hasGradient),                   Choices::OfClass,     120,   L"Name of the pattern: a predefined one, or one that another hatch of the drawing has."},
   {  3, L"Angle",           L"Angle",            VT_R8,              Category::Pattern,         writtenBy<putAngle>(storedDirection(52, hatch)),                   writable,                                    Choices::None,        130,   L"How far the pattern is turned.",                         lined},
   {  4, L"HatchScale",      L"Scale",            VT_R8,              Category::Pattern,         writtenBy<putScale>(storedReal(41, hatch, 1)).positive(),          writable,                                    Choices::None,        140,   L"Scale of the pattern.",                                  variant(pattern)},
   {  5, L"Spacing",         L"Spacing",          VT_R8,              Category::Pattern,         computed<getSpacing, putSpacing>().positive(),                     writable,                                    Choices::None,        150,   L"Distance of the lines.",                                 variant(userPattern)},

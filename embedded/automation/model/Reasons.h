@@ -123,6 +123,7 @@ inline constexpr Reason pictureTextHasColors  = {L"The text of the stored pictur
 inline constexpr Reason pictureTextUnknown    = {L"What is text in the stored picture of the dimension cannot be told."};
 inline constexpr Reason pictureLinesUnknown   = {L"Which lines of the stored picture are which cannot be told."};
 inline constexpr Reason leaderTextWouldMove   = {L"The text that the leader leads to would have to move."};
+inline constexpr Reason filledWithGradient    = {L"A gradient fills the hatch, which has no lines; it has a gradient name instead."};
 inline constexpr Reason smoothed              = {L"It is smoothed, and what smooths it would have to be made anew."};
 inline constexpr Reason justifiedLeft         = {L"The text is justified left, so that only its position counts."};
 inline constexpr Reason severalLines          = {L"The attribute has several lines, which are stored a second time."};
