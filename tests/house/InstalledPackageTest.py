@@ -167,7 +167,8 @@ class AnInstallation(unittest.TestCase):
                  for folder in ("propdata", "palette", "embedded", "hostcheck")}
         self.assertEqual({"propdata": ["VeltPropData.h", "Version.h"],
                           "palette": ["Export.h", "Palette.h"],
-                          "embedded": ["database/Changes.h", "database/Drawing.h", "database/Table.h", "sources/LoadedPlugins.h",
+                          "embedded": ["database/Changes.h", "database/Drawing.h", "database/Table.h", "platform/Watch.h",
+                                       "sources/LoadedPlugins.h",
                                        "sources/Plugin.h", "sources/PluginProperty.h", "sources/PluginReports.h"],
                           "hostcheck": ["HostCheck.h", "HostModule.h"]}, inner)
 

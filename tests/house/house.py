@@ -13,7 +13,7 @@ import tempfile
 import unittest
 
 LAYER = ("text", "errors", "container", "propdata")
-CODE_FOLDERS = ("host", "holders", *LAYER, "palette", "hostcheck", "recorder", "dxf", "samples", "embedded", "tool", "plugins", "tests", "bench", "fuzz",
+CODE_FOLDERS = ("host", "holders", *LAYER, "palette", "hostcheck", "recorder", "dxf", "samples", "embedded", "view", "tool", "desktop", "plugins", "tests", "bench", "fuzz",
                 "examples")
 SOURCE_SUFFIXES = (".h", ".cpp")
 
