@@ -19,6 +19,7 @@ add_library(velt_desktop STATIC ${veltDesktopSources} ${veltDesktopHeaders})
 set_target_properties(velt_desktop PROPERTIES AUTOMOC ON)
 target_link_libraries(velt_desktop PRIVATE velt_common PUBLIC velt_tool velt_view Qt6::Widgets)
 target_compile_definitions(velt_desktop PUBLIC QT_NO_KEYWORDS)
+velt_in_pieces(velt_desktop)
 
 # --- its languages: compiled into the program, where Qt's tools for that are ---------------------------------------
 find_program(VELT_LRELEASE NAMES lrelease HINTS "${QT6_INSTALL_PREFIX}/${QT6_INSTALL_BINS}" NO_DEFAULT_PATH)

@@ -14,9 +14,9 @@ function(velt_test_code)
   endforeach()
 endfunction()
 
-velt_precompiled_holder(velt_test_headers ${VELT_STANDARD_HEADERS} <gtest/gtest.h>)
+velt_precompiled_holder(velt_test_headers ${VELT_STANDARD_HEADERS} <gmock/gmock.h> <gtest/gtest.h>)
 if(TARGET velt_test_headers)
-  target_link_libraries(velt_test_headers PRIVATE GTest::gtest)
+  target_link_libraries(velt_test_headers PRIVATE GTest::gmock GTest::gtest)
   velt_test_code(velt_test_headers)
 endif()
 

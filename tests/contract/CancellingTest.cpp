@@ -94,8 +94,8 @@ TEST_F(Cancelling, AWatchThatGoesOnChangesNothing) {
   }
   const Ledger::Snapshot third = Ledger::snapshot();
   for (const auto& [account, count] : third) {
-    const auto handedOut = [&](const Ledger::Snapshot& at) {
-      const auto found = at.find(account);
+    const auto handedOut = [&name = account](const Ledger::Snapshot& at) {
+      const auto found = at.find(name);
       return found == at.end() ? 0 : found->second.handedOut;
     };
     if (handedOut(first) == 0) continue;
