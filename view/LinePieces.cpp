@@ -2,13 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
-#include <utility>
 
 namespace velt::view {
-namespace {
 
-// The part of a straight line within the box, as multiples of its length.
 std::optional<std::pair<double, double>> partWithin(Vector2 from, Vector2 to, const Box& box) {
   double first = 0;
   double last = 1;
@@ -24,8 +20,6 @@ std::optional<std::pair<double, double>> partWithin(Vector2 from, Vector2 to, co
   const bool isSeen = cut(from.x, to.x, box.low.x, box.high.x) && cut(from.y, to.y, box.low.y, box.high.y);
   return isSeen ? std::optional(std::pair(first, last)) : std::nullopt;
 }
-
-}  // namespace
 
 std::vector<LinePiece> piecesWithin(std::span<const Vector2> points, bool isClosed, const Box& box) {
   std::vector<LinePiece> pieces;

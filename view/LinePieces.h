@@ -1,13 +1,18 @@
 #pragma once
 
-// What is seen of long lines with dashes: dashing all of a line that is a million dashes long would take seconds.
+// What is seen of lines. Dashing all of a line that is a million dashes long would take seconds.
 
+#include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "view/Picture.h"
 
 namespace velt::view {
+
+// The part of a straight line that lies within the box, as multiples of its length; nothing when none does.
+[[nodiscard]] std::optional<std::pair<double, double>> partWithin(Vector2 from, Vector2 to, const Box& box);
 
 struct LinePiece {
   std::vector<Vector2> points{};

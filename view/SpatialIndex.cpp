@@ -8,6 +8,8 @@
 #include <unordered_set>
 #include <utility>
 
+#include "view/LinePieces.h"
+
 namespace velt::view {
 namespace {
 
@@ -48,22 +50,6 @@ bool contains(const Box& box, const Box& inner) {
   return contains(box, inner.low) && contains(box, inner.high);
 }
 
-// Whether some of the line lies in the box: what is left of it after each side has cut off what is outside.
-bool meets(const Box& box, Vector2 from, Vector2 to) {
-  double first = 0;
-  double last = 1;
-  const auto cut = [&](double start, double end, double low, double high) {
-    const double step = end - start;
-    if (!(std::abs(step) > 0)) return start >= low && start <= high;
-    const double a = (low - start) / step;
-    const double b = (high - start) / step;
-    first = std::max(first, std::min(a, b));
-    last = std::min(last, std::max(a, b));
-    return first <= last;
-  };
-  return cut(from.x, to.x, box.low.x, box.high.x) && cut(from.y, to.y, box.low.y, box.high.y);
-}
-
 // Looks at one primitive closely, where its box alone does not tell.
 class Closely {
  public:
@@ -82,7 +68,7 @@ class Closely {
     if (!clipsMeet(box)) return false;
     if (primitive_.shape != Shape::Path && isFilledAt(0.5 * (box.low + box.high))) return true;
     const Box reach = box.grown(primitive_.width / 2);
-    return anyEdge([&](Vector2 from, Vector2 to) { return meets(reach, from, to); });
+    return anyEdge([&](Vector2 from, Vector2 to) { return partWithin(from, to, reach).has_value(); });
   }
 
  private:

@@ -1,7 +1,10 @@
 // The palette's query.
 
+#include <cwchar>
 #include <utility>
 
+#include "host/com/Cancellation.h"
+#include "host/com/ComError.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/dynamic/Cores.h"
 #include "propdata/merge/Cores.h"
@@ -33,13 +36,14 @@ bool harvestAll(const TqVector<VeltPropData*>& selection, bool withDynamic, Enti
   return true;
 }
 
-// An exception ends the query wherever it is, and users cancel large ones: what was read of thousands of entities is given
-// back, but for the few values of the first entity, which are in the rows of the result.
+// A query that fails gives no value back, and neither does one that an exception ends. But users cancel large ones, again
+// and again: then what was read of thousands of entities is given back, but for the few values of the first entity, which
+// are in the rows of the result.
 bool intersectOrGiveBack(EntityLists& lists, TqVector<PROPINFO>& result, CStdStr<wchar_t>& errorText) {
   try {
     return intersect(lists, result, errorText);
-  } catch (...) {
-    lists.clearValuesRead();
+  } catch (const _com_error& error) {
+    if (std::wcscmp(error.Description(), cancelledText) == 0) lists.clearValuesRead();
     throw;
   }
 }

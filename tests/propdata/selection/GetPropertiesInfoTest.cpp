@@ -7,6 +7,7 @@
 
 #include "embedded/platform/Allocation.h"
 #include "embedded/platform/CrashReports.h"
+#include "host/com/Cancellation.h"
 #include "host/com/ComError.h"
 #include "host/com/IPerPropertyBrowsing.h"
 #include "host/palette/ICategorizeProperties.h"
@@ -400,7 +401,7 @@ TEST_F(PropertyQuery, Quirk_dropped_values_not_released) {
   EXPECT_EQ(balanceAfterClear(), "BSTR +1");
 }
 
-TEST_F(PropertyQuery, WhatWasReadBeforeAnExceptionIsFreedButForTheFirstEntitysValues) {
+TEST_F(PropertyQuery, WhatWasReadBeforeTheUserCancelledIsFreedButForTheFirstEntitysValues) {
   for (int i = 0; i < 4; ++i) {
     Entity& entity = select();
     entity.object[7].returns(VT_BSTR).holds(text(L"long"));
@@ -408,26 +409,43 @@ TEST_F(PropertyQuery, WhatWasReadBeforeAnExceptionIsFreedButForTheFirstEntitysVa
     entity.object[5].element(1, L"X", text(L"one"));
   }
   // The values of the first entity, then row by row those of the others: of the last row the third one fails.
-  host.on("Invoke(7, get").nth(3).raise(L"cancelled");
+  host.on("Invoke(7, get").nth(3).raise(cancelledText);
   host.mark();
 
   EXPECT_FALSE(query());
 
-  EXPECT_EQ(std::wstring(errorText.str()), L"cancelled");
+  EXPECT_EQ(std::wstring(errorText.str()), cancelledText);
   EXPECT_TRUE(result.isEmpty());
   EXPECT_EQ(host.log.count("VariantClear(VT_BSTR \"long\")"), 1) << "that of the second entity";
   EXPECT_EQ(host.log.count("VariantClear(VT_BSTR \"one\")"), 3) << "an element of each but the first";
   EXPECT_EQ(host.balance(), "BSTR +2") << "those of the first are in rows of a result that nobody gets";
 }
 
-TEST_F(PropertyQuery, AValueThatWasBeingReadWhenTheHostThrewIsNotFreed) {
+TEST_F(PropertyQuery, AValueThatWasBeingReadWhenTheUserCancelledIsNotFreed) {
   for (int i = 0; i < 2; ++i)
     select().object[7].returns(VT_BSTR).holds(text(L"long"));
-  host.on("Invoke(7, get").nth(2).raise(L"cancelled");
+  host.on("Invoke(7, get").nth(2).raise(cancelledText);
 
   EXPECT_FALSE(query());
 
   EXPECT_EQ(host.log.count("VariantClear(VT_BSTR"), 0);
+}
+
+TEST_F(PropertyQuery, WhatWasReadBeforeAnyOtherExceptionIsNotFreed) {
+  for (int i = 0; i < 4; ++i) {
+    Entity& entity = select();
+    entity.object[7].returns(VT_BSTR).holds(text(L"long"));
+    entity.object[5].elements.clear();
+    entity.object[5].element(1, L"X", text(L"one"));
+  }
+  host.on("Invoke(7, get").nth(3).raise(L"the disk is gone");
+  host.mark();
+
+  EXPECT_FALSE(query());
+
+  EXPECT_EQ(std::wstring(errorText.str()), L"the disk is gone");
+  EXPECT_EQ(host.log.count("VariantClear(VT_BSTR"), 0);
+  EXPECT_EQ(host.balance(), "BSTR +6") << "an element of each, and two texts";
 }
 
 // --- failures ----------------------------------------------------------------------------------------------------

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <sstream>
 #include <string>
 
+#include "tests/support/Golden.h"
 #include "tests/support/Narrow.h"
 
 namespace velt::automation {
@@ -36,6 +38,21 @@ TEST(PredefinedPatterns, GoOnAcrossTheirLinesAndAlongTheirDashes) {
         EXPECT_TRUE(i % 2 == 0 ? line.dashes[i] >= 0 : line.dashes[i] < 0) << narrow(pattern.name);
     }
   }
+}
+
+TEST(PredefinedPatterns, AreThoseThatWereDrawnAndLookedAt) {
+  std::ostringstream text;
+  for (const PredefinedPattern& pattern : predefinedPatterns()) {
+    text << narrow(pattern.name) << '\n';
+    for (const PatternLine& line : pattern.lines) {
+      text << "  " << line.angle << " at " << line.base.x << ", " << line.base.y << " step " << line.step.x
+           << ", " << line.step.y;
+      for (std::size_t i = 0; i < line.dashes.size(); ++i)
+        text << (i == 0 ? " dashes " : ", ") << line.dashes[i];
+      text << '\n';
+    }
+  }
+  EXPECT_TRUE(tests::matchesGolden("golden/patterns.txt", text.str()));
 }
 
 TEST(PredefinedPatterns, AreFoundWhateverTheCase) {
