@@ -7,6 +7,7 @@
 #include <limits>
 #include <numbers>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include "dxf/Numbers.h"
@@ -14,6 +15,7 @@
 #include "embedded/automation/hatches/PredefinedPatterns.h"
 #include "embedded/automation/model/Editor.h"
 #include "embedded/automation/model/Refusal.h"
+#include "embedded/database/LastAsked.h"
 #include "embedded/database/NameFolding.h"
 
 namespace velt::automation {
@@ -311,14 +313,15 @@ void write(const Subject& subject, const Filling& filling) {
 
 std::vector<std::wstring> namesIn(const database::Drawing& drawing) {
   std::vector<std::wstring> names;
+  std::set<std::wstring> known;
+  const auto add = [&](std::wstring name) {
+    if (known.insert(database::foldName(name)).second) names.push_back(std::move(name));
+  };
   for (const PredefinedPattern& pattern : predefinedPatterns())
-    names.emplace_back(pattern.name);
+    add(pattern.name);
   forEachHatch(drawing, [&](const database::Lens& hatch) {
     std::wstring name = patternNameOf(hatch);
-    const auto isName = [&](const std::wstring& known) { return database::sameName(known, name); };
-    const bool hasLines = !isFilled(hatch) && hatch.has(53, hatchSubclass);
-    if (hasLines && !name.empty() && std::none_of(names.begin(), names.end(), isName))
-      names.push_back(std::move(name));
+    if (!name.empty() && !isFilled(hatch) && hatch.has(53, hatchSubclass)) add(std::move(name));
     return false;
   });
   return names;
@@ -339,19 +342,11 @@ Vector3 patternOrigin(const database::Lens& hatch) {
   return origin;
 }
 
-std::vector<std::wstring> patternNames(const Subject& subject) {
-  // A palette asks for each choice by itself, and drawings are large. The first entity tells a drawing from all others.
-  struct Names {
-    VkDbObjectId first;
-    std::uint64_t revision = 0;
-    std::vector<std::wstring> list;
-  };
-  static thread_local Names last;
-  const VkDbObjectId first = subject.drawing().entities().front();
-  const std::uint64_t revision = subject.drawing().revision();
-  if (last.first == first && last.revision == revision) return last.list;
-  last = {first, revision, namesIn(subject.drawing())};
-  return last.list;
+const std::vector<std::wstring>& patternNames(const Subject& subject) {
+  // A palette asks for each choice by itself, and drawings are large. The first entity stands for its drawing.
+  thread_local database::LastAsked<std::vector<std::wstring>> last;
+  const database::Drawing& drawing = subject.drawing();
+  return last.of(drawing.entities().front(), drawing, [&] { return namesIn(drawing); });
 }
 
 void fillWithPattern(const Subject& subject, std::wstring_view name) {

@@ -22,8 +22,8 @@ void changePatternLines(const Subject& hatch, const Vector2& origin, double angl
 [[nodiscard]] Vector3 patternOrigin(const database::Lens& hatch);
 
 // The names of the patterns that a hatch of the drawing can be filled with: the predefined ones, and then those that
-// only hatches of the drawing have.
-[[nodiscard]] std::vector<std::wstring> patternNames(const Subject& hatch);
+// only hatches of the drawing have. They stay where they are until the next call.
+[[nodiscard]] const std::vector<std::wstring>& patternNames(const Subject& hatch);
 
 // Fills the hatch, which has no gradient, with the pattern of that name: at the angle that it has and, where a pattern
 // had a scale before, at this one. A predefined pattern is as large as those that the drawing has already, else as

@@ -84,8 +84,8 @@ struct Access {
   const char* since = "";
   // A put changes neither place nor size of the entity, so that hatches and dimensions that follow it stay right.
   bool keepsShape = false;
-  // The names that the row offers; for Choices::OfClass.
-  std::vector<std::wstring> (*names)(const Subject&) = nullptr;
+  // The names that the row offers, until the next call; for Choices::OfClass.
+  const std::vector<std::wstring>& (*names)(const Subject&) = nullptr;
   // Whether what is read after a put is what was put; null: as its type suggests (see Sameness.h).
   bool (*isSame)(const Value& put, const Value& got) = nullptr;
 
@@ -109,7 +109,7 @@ struct Access {
     same.isSame = comparison;
     return same;
   }
-  [[nodiscard]] constexpr Access offering(std::vector<std::wstring> (*some)(const Subject&)) const {
+  [[nodiscard]] constexpr Access offering(const std::vector<std::wstring>& (*some)(const Subject&)) const {
     Access same = *this;
     same.names = some;
     return same;

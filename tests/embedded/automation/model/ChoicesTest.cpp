@@ -83,8 +83,9 @@ TEST_F(ChoicesTest, GradientsAreOfferedByName) {
   EXPECT_EQ((std::pair<std::wstring, std::wstring>{L"LINEAR", L"LINEAR"}), list[0]);
 }
 
-std::vector<std::wstring> twoNames(const Subject&) {
-  return {L"Here", L"There"};
+const std::vector<std::wstring>& twoNames(const Subject&) {
+  static const std::vector<std::wstring> names{L"Here", L"There"};
+  return names;
 }
 
 TEST_F(ChoicesTest, AClassMayHaveNamesOfItsOwn) {
