@@ -95,8 +95,8 @@ void hatch(BlockBuilder& model, const Look& look) {
 using Entity = void (*)(BlockBuilder&, const Look&);
 
 // One of each automation class of the embedded host that stands for one kind of entity.
-constexpr std::array<Entity, 10> kinds{line,           point,         circle,         arc,  ellipse, polyline,
-                                       singleLineText, paragraphText, blockReference, hatch};
+constexpr std::array<Entity, 10> tenClasses{
+    line, point, circle, arc, ellipse, polyline, singleLineText, paragraphText, blockReference, hatch};
 
 // The layers of the looks, and the block to refer to.
 void addStyles(DrawingBuilder& drawing) {
@@ -111,7 +111,7 @@ std::string drawingOf(Content content, std::uint32_t entities) {
   DrawingBuilder drawing;
   addStyles(drawing);
   for (std::uint32_t number = 0; number < entities; ++number) {
-    const Entity draw = content == Content::Mixed ? kinds[number % kinds.size()] : line;
+    const Entity draw = content == Content::Mixed ? tenClasses[number % tenClasses.size()] : line;
     draw(drawing.model(), lookOf(number, content != Content::EqualLines));
   }
   return drawing.bytes();

@@ -21,19 +21,14 @@ namespace {
 
 constexpr std::uint32_t rowsPerReference = 10;
 
-struct Scale {
+struct BlockScale {
   std::vector<std::uint32_t> sizes;
   std::size_t repetitions;
 };
 
-Scale scaleFor(const Settings& settings) {
+BlockScale blockScaleFor(const Settings& settings) {
   if (settings.quick) return {{20, 100}, 2};
   return {{2'000, 5'000, 10'000, 20'000}, 7};
-}
-
-void clearValues(TqVector<PROPINFO>& rows) {
-  for (PROPINFO& row : rows)
-    VariantClear(&row.value);
 }
 
 std::uint32_t dynamicRowsOf(const TqVector<PROPINFO>& rows) {
@@ -94,13 +89,13 @@ double timeApart(const std::function<void()>& work) {
   return time;
 }
 
-struct Work {
+struct BlockWork {
   const char* name;
   void (*run)(Selection&);
   bool isDynamic = true;
 };
 
-constexpr Work works[] = {
+constexpr BlockWork blockWorks[] = {
     {"dynamic/read", readRows},
     {"dynamic/query", queryAll},
     {"dynamic/ordinary", queryStaticRowsOnly, false},
@@ -109,8 +104,8 @@ constexpr Work works[] = {
 }  // namespace
 
 void measureDynamicRows(const Settings& settings, Report& report) {
-  const Scale scale = scaleFor(settings);
-  for (const Work& work : works) {
+  const BlockScale scale = blockScaleFor(settings);
+  for (const BlockWork& work : blockWorks) {
     const std::string nameOfGrowth = fmt::format("growth/{}", work.name);
     std::vector<Point> growth;
     for (const std::uint32_t references : scale.sizes) {

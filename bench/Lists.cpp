@@ -20,12 +20,12 @@ namespace {
 
 using List = TqVector<PROPINFO>;
 
-struct Scale {
+struct ListScale {
   std::vector<std::uint32_t> sizes;
   Repetitions repetitions;
 };
 
-Scale scaleFor(const Settings& settings) {
+ListScale listScaleFor(const Settings& settings) {
   if (settings.quick) return {{10, 100}, {.atLeast = 2, .atMost = 2}};
   return {{100, 1'000, 10'000}, {.atLeast = 7, .atMost = 201, .nanoseconds = 0.5e9}};
 }
@@ -142,7 +142,7 @@ double perRow(std::uint32_t rows) {
   return rows;
 }
 
-constexpr ListWork works[] = {
+constexpr ListWork listWorks[] = {
     {"merge/same-order", "ns per row",
      [](const Repetitions& repetitions, std::uint32_t rows) {
        return sampleMerge(repetitions, listOf(rows), listOf(rows), rows);
@@ -186,7 +186,7 @@ constexpr ListWork works[] = {
 };
 
 void measure(const ListWork& work, const Settings& settings, Report& report) {
-  const Scale scale = scaleFor(settings);
+  const ListScale scale = listScaleFor(settings);
   const std::string nameOfGrowth = fmt::format("growth/{}", work.name);
   std::vector<Point> growth;
   for (const std::uint32_t rows : scale.sizes) {
@@ -207,7 +207,7 @@ void measure(const ListWork& work, const Settings& settings, Report& report) {
 }  // namespace
 
 void measureLists(const Settings& settings, Report& report) {
-  for (const ListWork& work : works)
+  for (const ListWork& work : listWorks)
     measure(work, settings, report);
 }
 

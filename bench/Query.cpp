@@ -35,7 +35,7 @@ constexpr NamedContent contents[] = {
 
 constexpr std::size_t setUps = 3;
 
-struct Scale {
+struct QueryScale {
   std::vector<std::uint32_t> sizes;
   std::uint32_t smallestForGrowth;
   // With fewer entities, whole pages and the heap's own blocks blur the figure.
@@ -43,14 +43,9 @@ struct Scale {
   Repetitions pairs;
 };
 
-Scale scaleFor(const Settings& settings) {
+QueryScale queryScaleFor(const Settings& settings) {
   if (settings.quick) return {{10, 100, 200}, 100, 200, {.atLeast = 2, .atMost = 2}};
   return {{100, 1'000, 10'000, 100'000}, 1'000, 10'000, {.atLeast = 5, .atMost = 101, .nanoseconds = 4e9}};
-}
-
-void clearValues(TqVector<PROPINFO>& rows) {
-  for (PROPINFO& row : rows)
-    VariantClear(&row.value);
 }
 
 void queryAndClear(Selection& selection) {
@@ -112,7 +107,7 @@ void addMemory(const std::string& name, std::size_t peak, std::size_t values, co
                exactly("values", "bytes per entity and record", static_cast<double>(values) / records)}});
 }
 
-void measureSize(const NamedContent& named, std::uint32_t entities, const Scale& scale, Growth& growth,
+void measureSize(const NamedContent& named, std::uint32_t entities, const QueryScale& scale, Growth& growth,
                  Report& report) {
   Selection selection(drawingOf(named.content, entities));
   const Spread setUp = spreadOf(sampleSetUp(selection));
@@ -151,7 +146,7 @@ void measureSize(const NamedContent& named, std::uint32_t entities, const Scale&
 }
 
 void measureContent(const NamedContent& named, const Settings& settings, Report& report) {
-  const Scale scale = scaleFor(settings);
+  const QueryScale scale = queryScaleFor(settings);
   const std::string nameOfGrowth = fmt::format("growth/query/{}", named.name);
   Growth growth;
   for (const std::uint32_t entities : scale.sizes) {
@@ -169,7 +164,7 @@ void measureContent(const NamedContent& named, const Settings& settings, Report&
 
 // Two polylines: every vertex is an element of its own, thousands of them under one name.
 void measurePolylines(const Settings& settings, Report& report) {
-  const Scale scale = scaleFor(settings);
+  const QueryScale scale = queryScaleFor(settings);
   const std::vector<std::uint32_t> sizes =
       settings.quick ? std::vector<std::uint32_t>{10, 100} : std::vector<std::uint32_t>{100, 1'000, 10'000};
   constexpr std::string_view nameOfGrowth = "growth/query/polylines";

@@ -24,4 +24,9 @@ void Selection::query(TqVector<PROPINFO>& rows) {
   }
 }
 
+void clearValues(TqVector<PROPINFO>& rows) {
+  for (PROPINFO& row : rows)
+    VariantClear(&row.value);
+}
+
 }  // namespace velt::bench

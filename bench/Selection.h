@@ -36,4 +36,7 @@ class Selection {
   std::optional<palette::Selection> selection_;
 };
 
+// Of the rows of a query.
+void clearValues(TqVector<PROPINFO>& rows);
+
 }  // namespace velt::bench

@@ -54,7 +54,7 @@ Times measureTimes(Shape shape, std::uint32_t size, const Repetitions& repetitio
   return times;
 }
 
-struct Growth {
+struct ShapeGrowth {
   std::vector<Point> read, query, write;
 
   void add(const Times& times) {
@@ -76,7 +76,7 @@ void measureShape(const NamedShape& named, const Settings& settings, Report& rep
                                       ? Repetitions{.atLeast = 2, .atMost = 2}
                                       : Repetitions{.atLeast = 5, .atMost = 51, .nanoseconds = 0.3e9};
   const std::string nameOfGrowth = fmt::format("growth/shapes/{}", named.name);
-  Growth growth;
+  ShapeGrowth growth;
   for (const std::uint32_t size : sizes) {
     const std::string name = fmt::format("shapes/{}/{}", named.name, size);
     if (!settings.wantsOneOf({nameOfGrowth, name})) continue;

@@ -19,6 +19,7 @@ target_link_libraries(velt_bench_parts
   PRIVATE velt_common
   PUBLIC VeltPalette VeltPropData VeltEmbeddedHost velt_samples nlohmann_json::nlohmann_json fmt::fmt)
 velt_precompiled(velt_hidden_headers velt_bench_parts)
+velt_in_pieces(velt_bench_parts)
 
 add_executable(velt_bench "${veltBenchMain}")
 target_link_libraries(velt_bench PRIVATE velt_common velt_bench_parts)

@@ -136,6 +136,4 @@ endif()
 velt_precompiled(velt_hidden_headers velt_propdata_objects velt_palette_objects velt_samples velt_view)
 velt_precompiled(velt_visible_headers VeltDxf VeltEmbeddedHost)
 velt_in_pieces(velt_propdata_objects velt_palette_objects velt_samples velt_view VeltDxf)
-# Every class names its rows alike, so each of them is compiled on its own.
-list(FILTER veltHostSources EXCLUDE REGEX "/automation/classes/")
 velt_folders_in_pieces(VeltEmbeddedHost ${veltHostSources})

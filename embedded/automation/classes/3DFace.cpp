@@ -6,6 +6,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace spaceFaces {
 namespace {
 
 using platform::Category;
@@ -61,6 +62,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace spaceFaces
 
 constinit const AutomationClass classes::Velt3DFace = {
     .clsid = CLSID_Velt3DFace,
@@ -69,7 +71,7 @@ constinit const AutomationClass classes::Velt3DFace = {
     .dxfName = "3DFACE",
     .help = L"A plane of three or four corners in space.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = spaceFaces::rows,
 };
 
 }  // namespace velt::automation

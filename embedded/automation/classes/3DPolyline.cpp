@@ -8,6 +8,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace spacePolylines {
 namespace {
 
 using platform::Category;
@@ -49,16 +50,17 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace spacePolylines
 
 constinit const AutomationClass classes::Velt3DPolyline = {
     .clsid = CLSID_Velt3DPolyline,
     .name = L"Velt3DPolyline",
     .label = L"3D Polyline",
     .dxfName = "POLYLINE",
-    .standsFor = isSpatial,
+    .standsFor = spacePolylines::isSpatial,
     .help = L"A polyline in space.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = spacePolylines::rows,
 };
 
 }  // namespace velt::automation

@@ -9,6 +9,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace spaceSolids {
 namespace {
 
 using platform::Category;
@@ -40,6 +41,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace spaceSolids
 
 constinit const AutomationClass classes::Velt3DSolid = {
     .clsid = CLSID_Velt3DSolid,
@@ -48,7 +50,7 @@ constinit const AutomationClass classes::Velt3DSolid = {
     .dxfName = "3DSOLID",
     .help = L"A body in space.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = spaceSolids::rows,
 };
 
 }  // namespace velt::automation

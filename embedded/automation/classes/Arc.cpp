@@ -11,6 +11,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace arcs {
 namespace {
 
 using platform::Category;
@@ -82,6 +83,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace arcs
 
 constinit const AutomationClass classes::VeltArc = {
     .clsid = CLSID_VeltArc,
@@ -90,7 +92,7 @@ constinit const AutomationClass classes::VeltArc = {
     .dxfName = "ARC",
     .help = L"A part of a circle.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = arcs::rows,
 };
 
 }  // namespace velt::automation

@@ -10,6 +10,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace attributes {
 namespace {
 
 using platform::Category;
@@ -53,6 +54,7 @@ constexpr PropertyRow rows[] = {
 constexpr const std::span<const PropertyRow>* families[] = {&singleLineRows};
 
 }  // namespace
+}  // namespace attributes
 
 constinit const AutomationClass classes::VeltAttribute = {
     .clsid = CLSID_VeltAttribute,
@@ -61,8 +63,8 @@ constinit const AutomationClass classes::VeltAttribute = {
     .dxfName = "ATTRIB",
     .help = L"A text that a block reference has of its own.",
     .general = &entityRows,
-    .families = families,
-    .rows = rows,
+    .families = attributes::families,
+    .rows = attributes::rows,
 };
 
 }  // namespace velt::automation

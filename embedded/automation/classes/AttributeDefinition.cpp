@@ -7,6 +7,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace attributeDefinitions {
 namespace {
 
 using platform::Category;
@@ -32,6 +33,7 @@ constexpr PropertyRow rows[] = {
 constexpr const std::span<const PropertyRow>* families[] = {&singleLineRows};
 
 }  // namespace
+}  // namespace attributeDefinitions
 
 constinit const AutomationClass classes::VeltAttributeDefinition = {
     .clsid = CLSID_VeltAttributeDefinition,
@@ -40,8 +42,8 @@ constinit const AutomationClass classes::VeltAttributeDefinition = {
     .dxfName = "ATTDEF",
     .help = L"What a block asks for when it is placed.",
     .general = &entityRows,
-    .families = families,
-    .rows = rows,
+    .families = attributeDefinitions::families,
+    .rows = attributeDefinitions::rows,
 };
 
 }  // namespace velt::automation

@@ -12,6 +12,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace blockReferences {
 namespace {
 
 using platform::Category;
@@ -121,6 +122,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace blockReferences
 
 constinit const AutomationClass classes::VeltBlockReference = {
     .clsid = CLSID_VeltBlockReference,
@@ -129,7 +131,7 @@ constinit const AutomationClass classes::VeltBlockReference = {
     .dxfName = "INSERT",
     .help = L"A placed block.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = blockReferences::rows,
 };
 
 }  // namespace velt::automation

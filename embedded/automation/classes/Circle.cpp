@@ -9,6 +9,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace circles {
 namespace {
 
 using platform::Category;
@@ -64,6 +65,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace circles
 
 constinit const AutomationClass classes::VeltCircle = {
     .clsid = CLSID_VeltCircle,
@@ -72,7 +74,7 @@ constinit const AutomationClass classes::VeltCircle = {
     .dxfName = "CIRCLE",
     .help = L"A full circle.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = circles::rows,
 };
 
 }  // namespace velt::automation

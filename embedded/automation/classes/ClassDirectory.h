@@ -5,6 +5,7 @@
 // Every class id has a table. So a new class is its line in the list of ids, and a file beside this one that defines its
 // table:
 //   constinit const AutomationClass classes::VeltLine = {.clsid = CLSID_VeltLine, .name = L"VeltLine", ...};
+// Classes name their rows alike, so what a file needs for itself stands in a namespace of its class.
 
 #include <cstdint>
 #include <span>

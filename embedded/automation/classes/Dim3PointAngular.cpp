@@ -6,6 +6,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace threePointAngularDimensions {
 namespace {
 
 using platform::Category;
@@ -31,6 +32,7 @@ constexpr const std::span<const PropertyRow>* families[] = {
     &dimensionRows, &arrowRows, &twoArrowRows, &dimensionLineRows, &extensionLineRows, &angleUnitRows};
 
 }  // namespace
+}  // namespace threePointAngularDimensions
 
 constinit const AutomationClass classes::VeltDim3PointAngular = {
     .clsid = CLSID_VeltDim3PointAngular,
@@ -40,8 +42,8 @@ constinit const AutomationClass classes::VeltDim3PointAngular = {
     .standsFor = isDimension<5>,
     .help = L"The angle between two directions.",
     .general = &entityRows,
-    .families = families,
-    .rows = rows,
+    .families = threePointAngularDimensions::families,
+    .rows = threePointAngularDimensions::rows,
 };
 
 }  // namespace velt::automation

@@ -6,6 +6,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace alignedDimensions {
 namespace {
 
 using platform::Category;
@@ -32,6 +33,7 @@ constexpr const std::span<const PropertyRow>* families[] = {
     &extensionLineRows, &lengthUnitRows, &alternateRows};
 
 }  // namespace
+}  // namespace alignedDimensions
 
 constinit const AutomationClass classes::VeltDimAligned = {
     .clsid = CLSID_VeltDimAligned,
@@ -41,8 +43,8 @@ constinit const AutomationClass classes::VeltDimAligned = {
     .standsFor = isDimension<1>,
     .help = L"The distance of two points.",
     .general = &entityRows,
-    .families = families,
-    .rows = rows,
+    .families = alignedDimensions::families,
+    .rows = alignedDimensions::rows,
 };
 
 }  // namespace velt::automation

@@ -11,6 +11,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace angularDimensions {
 namespace {
 
 using platform::Category;
@@ -61,6 +62,7 @@ constexpr const std::span<const PropertyRow>* families[] = {
     &dimensionRows, &arrowRows, &twoArrowRows, &dimensionLineRows, &extensionLineRows, &angleUnitRows};
 
 }  // namespace
+}  // namespace angularDimensions
 
 constinit const AutomationClass classes::VeltDimAngular = {
     .clsid = CLSID_VeltDimAngular,
@@ -70,8 +72,8 @@ constinit const AutomationClass classes::VeltDimAngular = {
     .standsFor = isDimension<2>,
     .help = L"The angle between two lines.",
     .general = &entityRows,
-    .families = families,
-    .rows = rows,
+    .families = angularDimensions::families,
+    .rows = angularDimensions::rows,
 };
 
 }  // namespace velt::automation

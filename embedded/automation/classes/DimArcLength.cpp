@@ -9,6 +9,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace arcLengthDimensions {
 namespace {
 
 using platform::Category;
@@ -40,6 +41,7 @@ constexpr const std::span<const PropertyRow>* families[] = {
     &extensionLineRows, &lengthUnitRows, &alternateRows};
 
 }  // namespace
+}  // namespace arcLengthDimensions
 
 constinit const AutomationClass classes::VeltDimArcLength = {
     .clsid = CLSID_VeltDimArcLength,
@@ -48,8 +50,8 @@ constinit const AutomationClass classes::VeltDimArcLength = {
     .dxfName = "ARC_DIMENSION",
     .help = L"The length along an arc.",
     .general = &entityRows,
-    .families = families,
-    .rows = rows,
+    .families = arcLengthDimensions::families,
+    .rows = arcLengthDimensions::rows,
 };
 
 }  // namespace velt::automation

@@ -6,6 +6,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace diametricDimensions {
 namespace {
 
 using platform::Category;
@@ -30,6 +31,7 @@ constexpr const std::span<const PropertyRow>* families[] = {
     &centerMarkRows, &lengthUnitRows, &alternateRows};
 
 }  // namespace
+}  // namespace diametricDimensions
 
 constinit const AutomationClass classes::VeltDimDiametric = {
     .clsid = CLSID_VeltDimDiametric,
@@ -39,8 +41,8 @@ constinit const AutomationClass classes::VeltDimDiametric = {
     .standsFor = isDimension<3>,
     .help = L"The diameter of a circle or an arc.",
     .general = &entityRows,
-    .families = families,
-    .rows = rows,
+    .families = diametricDimensions::families,
+    .rows = diametricDimensions::rows,
 };
 
 }  // namespace velt::automation

@@ -8,6 +8,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace ordinateDimensions {
 namespace {
 
 using platform::Category;
@@ -40,6 +41,7 @@ constexpr PropertyRow rows[] = {
 constexpr const std::span<const PropertyRow>* families[] = {&dimensionRows, &lengthUnitRows, &alternateRows};
 
 }  // namespace
+}  // namespace ordinateDimensions
 
 constinit const AutomationClass classes::VeltDimOrdinate = {
     .clsid = CLSID_VeltDimOrdinate,
@@ -49,8 +51,8 @@ constinit const AutomationClass classes::VeltDimOrdinate = {
     .standsFor = isDimension<6>,
     .help = L"How far a point is from an origin, along one axis.",
     .general = &entityRows,
-    .families = families,
-    .rows = rows,
+    .families = ordinateDimensions::families,
+    .rows = ordinateDimensions::rows,
 };
 
 }  // namespace velt::automation

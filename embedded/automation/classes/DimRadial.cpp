@@ -6,6 +6,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace radialDimensions {
 namespace {
 
 using platform::Category;
@@ -29,6 +30,7 @@ constexpr const std::span<const PropertyRow>* families[] = {&dimensionRows,  &ar
                                                             &centerMarkRows, &lengthUnitRows, &alternateRows};
 
 }  // namespace
+}  // namespace radialDimensions
 
 constinit const AutomationClass classes::VeltDimRadial = {
     .clsid = CLSID_VeltDimRadial,
@@ -38,8 +40,8 @@ constinit const AutomationClass classes::VeltDimRadial = {
     .standsFor = isDimension<4>,
     .help = L"The radius of a circle or an arc.",
     .general = &entityRows,
-    .families = families,
-    .rows = rows,
+    .families = radialDimensions::families,
+    .rows = radialDimensions::rows,
 };
 
 }  // namespace velt::automation

@@ -8,6 +8,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace largeRadialDimensions {
 namespace {
 
 using platform::Category;
@@ -33,6 +34,7 @@ constexpr const std::span<const PropertyRow>* families[] = {&dimensionRows,  &ar
                                                             &centerMarkRows, &lengthUnitRows, &alternateRows};
 
 }  // namespace
+}  // namespace largeRadialDimensions
 
 constinit const AutomationClass classes::VeltDimRadialLarge = {
     .clsid = CLSID_VeltDimRadialLarge,
@@ -41,8 +43,8 @@ constinit const AutomationClass classes::VeltDimRadialLarge = {
     .dxfName = "LARGE_RADIAL_DIMENSION",
     .help = L"The radius of a curve whose center is far away.",
     .general = &entityRows,
-    .families = families,
-    .rows = rows,
+    .families = largeRadialDimensions::families,
+    .rows = largeRadialDimensions::rows,
 };
 
 }  // namespace velt::automation

@@ -8,6 +8,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace rotatedDimensions {
 namespace {
 
 using platform::Category;
@@ -38,6 +39,7 @@ constexpr const std::span<const PropertyRow>* families[] = {
     &extensionLineRows, &lengthUnitRows, &alternateRows};
 
 }  // namespace
+}  // namespace rotatedDimensions
 
 constinit const AutomationClass classes::VeltDimRotated = {
     .clsid = CLSID_VeltDimRotated,
@@ -47,8 +49,8 @@ constinit const AutomationClass classes::VeltDimRotated = {
     .standsFor = isDimension<0>,
     .help = L"A distance along a given direction.",
     .general = &entityRows,
-    .families = families,
-    .rows = rows,
+    .families = rotatedDimensions::families,
+    .rows = rotatedDimensions::rows,
 };
 
 }  // namespace velt::automation

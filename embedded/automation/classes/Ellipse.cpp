@@ -13,6 +13,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace ellipses {
 namespace {
 
 using platform::Category;
@@ -158,6 +159,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace ellipses
 
 constinit const AutomationClass classes::VeltEllipse = {
     .clsid = CLSID_VeltEllipse,
@@ -166,7 +168,7 @@ constinit const AutomationClass classes::VeltEllipse = {
     .dxfName = "ELLIPSE",
     .help = L"An ellipse or a part of one.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = ellipses::rows,
 };
 
 }  // namespace velt::automation

@@ -8,6 +8,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace externalReferences {
 namespace {
 
 using platform::Category;
@@ -61,16 +62,17 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace externalReferences
 
 constinit const AutomationClass classes::VeltExternalReference = {
     .clsid = CLSID_VeltExternalReference,
     .name = L"VeltExternalReference",
     .label = L"External Reference",
     .dxfName = "INSERT",
-    .standsFor = isExternal,
+    .standsFor = externalReferences::isExternal,
     .help = L"A placed drawing.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = externalReferences::rows,
 };
 
 }  // namespace velt::automation

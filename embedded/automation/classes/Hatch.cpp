@@ -21,6 +21,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace hatches {
 namespace {
 
 using platform::Category;
@@ -285,6 +286,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace hatches
 
 constinit const AutomationClass classes::VeltHatch = {
     .clsid = CLSID_VeltHatch,
@@ -293,8 +295,8 @@ constinit const AutomationClass classes::VeltHatch = {
     .dxfName = "HATCH",
     .help = L"A filled area.",
     .general = &entityRows,
-    .rows = rows,
-    .variant = getVariant,
+    .rows = hatches::rows,
+    .variant = hatches::getVariant,
 };
 
 }  // namespace velt::automation

@@ -10,6 +10,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace lightPolylines {
 namespace {
 
 using platform::Category;
@@ -104,6 +105,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace lightPolylines
 
 constinit const AutomationClass classes::VeltLWPolyline = {
     .clsid = CLSID_VeltLWPolyline,
@@ -112,7 +114,7 @@ constinit const AutomationClass classes::VeltLWPolyline = {
     .dxfName = "LWPOLYLINE",
     .help = L"A flat polyline of lines and arcs.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = lightPolylines::rows,
 };
 
 }  // namespace velt::automation

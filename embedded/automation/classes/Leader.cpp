@@ -16,6 +16,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace leaders {
 namespace {
 
 using platform::Category;
@@ -75,6 +76,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace leaders
 
 constinit const AutomationClass classes::VeltLeader = {
     .clsid = CLSID_VeltLeader,
@@ -83,7 +85,7 @@ constinit const AutomationClass classes::VeltLeader = {
     .dxfName = "LEADER",
     .help = L"A line with an arrowhead that leads to a text.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = leaders::rows,
 };
 
 }  // namespace velt::automation

@@ -8,6 +8,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace lines {
 namespace {
 
 using platform::Category;
@@ -42,6 +43,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace lines
 
 constinit const AutomationClass classes::VeltLine = {
     .clsid = CLSID_VeltLine,
@@ -50,7 +52,7 @@ constinit const AutomationClass classes::VeltLine = {
     .dxfName = "LINE",
     .help = L"A straight line between two points.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = lines::rows,
 };
 
 }  // namespace velt::automation

@@ -18,6 +18,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace multileaders {
 namespace {
 
 using platform::Category;
@@ -152,6 +153,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace multileaders
 
 constinit const AutomationClass classes::VeltMLeader = {
     .clsid = CLSID_VeltMLeader,
@@ -160,7 +162,7 @@ constinit const AutomationClass classes::VeltMLeader = {
     .dxfName = "MULTILEADER",
     .help = L"Leaders that lead to one text or block.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = multileaders::rows,
 };
 
 }  // namespace velt::automation

@@ -9,6 +9,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace multilines {
 namespace {
 
 using platform::Category;
@@ -51,6 +52,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace multilines
 
 constinit const AutomationClass classes::VeltMLine = {
     .clsid = CLSID_VeltMLine,
@@ -59,7 +61,7 @@ constinit const AutomationClass classes::VeltMLine = {
     .dxfName = "MLINE",
     .help = L"Several lines that run side by side.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = multilines::rows,
 };
 
 }  // namespace velt::automation

@@ -15,6 +15,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace multilineTexts {
 namespace {
 
 using platform::Category;
@@ -215,6 +216,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace multilineTexts
 
 constinit const AutomationClass classes::VeltMText = {
     .clsid = CLSID_VeltMText,
@@ -223,7 +225,7 @@ constinit const AutomationClass classes::VeltMText = {
     .dxfName = "MTEXT",
     .help = L"A text of several lines.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = multilineTexts::rows,
 };
 
 }  // namespace velt::automation

@@ -12,6 +12,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace meshes {
 namespace {
 
 using platform::Category;
@@ -84,6 +85,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace meshes
 
 constinit const AutomationClass classes::VeltMesh = {
     .clsid = CLSID_VeltMesh,
@@ -92,7 +94,7 @@ constinit const AutomationClass classes::VeltMesh = {
     .dxfName = "MESH",
     .help = L"Faces in space that can be smoothed.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = meshes::rows,
 };
 
 }  // namespace velt::automation

@@ -12,6 +12,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace viewports {
 namespace {
 
 using platform::Category;
@@ -142,6 +143,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace viewports
 
 constinit const AutomationClass classes::VeltPViewport = {
     .clsid = CLSID_VeltPViewport,
@@ -150,7 +152,7 @@ constinit const AutomationClass classes::VeltPViewport = {
     .dxfName = "VIEWPORT",
     .help = L"A window in a sheet of paper.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = viewports::rows,
 };
 
 }  // namespace velt::automation

@@ -11,6 +11,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace underlays {
 namespace {
 
 using platform::Category;
@@ -82,6 +83,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace underlays
 
 constinit const AutomationClass classes::VeltPdfUnderlay = {
     .clsid = CLSID_VeltPdfUnderlay,
@@ -90,7 +92,7 @@ constinit const AutomationClass classes::VeltPdfUnderlay = {
     .dxfName = "PDFUNDERLAY",
     .help = L"A sheet of another document, placed below the drawing.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = underlays::rows,
 };
 
 }  // namespace velt::automation

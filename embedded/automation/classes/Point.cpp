@@ -4,6 +4,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace points {
 namespace {
 
 using platform::Category;
@@ -20,6 +21,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace points
 
 constinit const AutomationClass classes::VeltPoint = {
     .clsid = CLSID_VeltPoint,
@@ -28,7 +30,7 @@ constinit const AutomationClass classes::VeltPoint = {
     .dxfName = "POINT",
     .help = L"A single point.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = points::rows,
 };
 
 }  // namespace velt::automation

@@ -7,6 +7,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace polyfaceMeshes {
 namespace {
 
 using platform::Category;
@@ -36,16 +37,17 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace polyfaceMeshes
 
 constinit const AutomationClass classes::VeltPolyfaceMesh = {
     .clsid = CLSID_VeltPolyfaceMesh,
     .name = L"VeltPolyfaceMesh",
     .label = L"Polyface Mesh",
     .dxfName = "POLYLINE",
-    .standsFor = isMesh,
+    .standsFor = polyfaceMeshes::isMesh,
     .help = L"Faces between vertices in space.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = polyfaceMeshes::rows,
 };
 
 }  // namespace velt::automation

@@ -8,6 +8,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace polygonMeshes {
 namespace {
 
 using platform::Category;
@@ -43,16 +44,17 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace polygonMeshes
 
 constinit const AutomationClass classes::VeltPolygonMesh = {
     .clsid = CLSID_VeltPolygonMesh,
     .name = L"VeltPolygonMesh",
     .label = L"Polygon Mesh",
     .dxfName = "POLYLINE",
-    .standsFor = isMesh,
+    .standsFor = polygonMeshes::isMesh,
     .help = L"A net of vertices in rows and columns.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = polygonMeshes::rows,
 };
 
 }  // namespace velt::automation

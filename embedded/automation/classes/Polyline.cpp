@@ -14,6 +14,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace polylines {
 namespace {
 
 using platform::Category;
@@ -154,16 +155,17 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace polylines
 
 constinit const AutomationClass classes::VeltPolyline = {
     .clsid = CLSID_VeltPolyline,
     .name = L"VeltPolyline",
     .label = L"2D Polyline",
     .dxfName = "POLYLINE",
-    .standsFor = isFlat,
+    .standsFor = polylines::isFlat,
     .help = L"A flat polyline whose vertices are entities of their own.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = polylines::rows,
 };
 
 }  // namespace velt::automation

@@ -12,6 +12,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace rasterImages {
 namespace {
 
 using platform::Category;
@@ -69,6 +70,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace rasterImages
 
 constinit const AutomationClass classes::VeltRasterImage = {
     .clsid = CLSID_VeltRasterImage,
@@ -77,7 +79,7 @@ constinit const AutomationClass classes::VeltRasterImage = {
     .dxfName = "IMAGE",
     .help = L"A placed picture.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = rasterImages::rows,
 };
 
 }  // namespace velt::automation

@@ -4,11 +4,13 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace rays {
 namespace {
 
 constexpr auto rows = endlessLineRows("AcDbRay", L"Where the line begins.");
 
 }  // namespace
+}  // namespace rays
 
 constinit const AutomationClass classes::VeltRay = {
     .clsid = CLSID_VeltRay,
@@ -17,7 +19,7 @@ constinit const AutomationClass classes::VeltRay = {
     .dxfName = "RAY",
     .help = L"A line without an end.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = rays::rows,
 };
 
 }  // namespace velt::automation

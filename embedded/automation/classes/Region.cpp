@@ -6,6 +6,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace regions {
 namespace {
 
 using platform::Category;
@@ -28,6 +29,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace regions
 
 constinit const AutomationClass classes::VeltRegion = {
     .clsid = CLSID_VeltRegion,
@@ -36,7 +38,7 @@ constinit const AutomationClass classes::VeltRegion = {
     .dxfName = "REGION",
     .help = L"An area of any outline.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = regions::rows,
 };
 
 }  // namespace velt::automation

@@ -6,6 +6,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace shapes {
 namespace {
 
 using platform::Category;
@@ -31,6 +32,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace shapes
 
 constinit const AutomationClass classes::VeltShape = {
     .clsid = CLSID_VeltShape,
@@ -39,7 +41,7 @@ constinit const AutomationClass classes::VeltShape = {
     .dxfName = "SHAPE",
     .help = L"A sign of a shape file.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = shapes::rows,
 };
 
 }  // namespace velt::automation

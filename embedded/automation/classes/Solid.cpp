@@ -4,11 +4,13 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace solids {
 namespace {
 
 constexpr const std::span<const PropertyRow>* families[] = {&filledAreaRows};
 
 }  // namespace
+}  // namespace solids
 
 constinit const AutomationClass classes::VeltSolid = {
     .clsid = CLSID_VeltSolid,
@@ -17,7 +19,7 @@ constinit const AutomationClass classes::VeltSolid = {
     .dxfName = "SOLID",
     .help = L"A filled area of three or four corners.",
     .general = &entityRows,
-    .families = families,
+    .families = solids::families,
 };
 
 }  // namespace velt::automation

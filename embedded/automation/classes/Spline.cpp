@@ -13,6 +13,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace splines {
 namespace {
 
 using platform::Category;
@@ -107,6 +108,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace splines
 
 constinit const AutomationClass classes::VeltSpline = {
     .clsid = CLSID_VeltSpline,
@@ -115,7 +117,7 @@ constinit const AutomationClass classes::VeltSpline = {
     .dxfName = "SPLINE",
     .help = L"A smooth curve.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = splines::rows,
 };
 
 }  // namespace velt::automation

@@ -11,6 +11,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace tables {
 namespace {
 
 using platform::Category;
@@ -73,6 +74,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace tables
 
 constinit const AutomationClass classes::VeltTable = {
     .clsid = CLSID_VeltTable,
@@ -81,7 +83,7 @@ constinit const AutomationClass classes::VeltTable = {
     .dxfName = "ACAD_TABLE",
     .help = L"Cells in rows and columns.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = tables::rows,
 };
 
 }  // namespace velt::automation

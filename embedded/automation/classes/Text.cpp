@@ -4,11 +4,13 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace texts {
 namespace {
 
 constexpr const std::span<const PropertyRow>* families[] = {&singleLineRows};
 
 }  // namespace
+}  // namespace texts
 
 constinit const AutomationClass classes::VeltText = {
     .clsid = CLSID_VeltText,
@@ -17,7 +19,7 @@ constinit const AutomationClass classes::VeltText = {
     .dxfName = "TEXT",
     .help = L"A single line of text.",
     .general = &entityRows,
-    .families = families,
+    .families = texts::families,
 };
 
 }  // namespace velt::automation

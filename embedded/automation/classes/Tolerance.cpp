@@ -8,6 +8,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace tolerances {
 namespace {
 
 using platform::Category;
@@ -36,6 +37,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace tolerances
 
 constinit const AutomationClass classes::VeltTolerance = {
     .clsid = CLSID_VeltTolerance,
@@ -44,7 +46,7 @@ constinit const AutomationClass classes::VeltTolerance = {
     .dxfName = "TOLERANCE",
     .help = L"A frame with geometric tolerances.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = tolerances::rows,
 };
 
 }  // namespace velt::automation

@@ -4,11 +4,13 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace traces {
 namespace {
 
 constexpr const std::span<const PropertyRow>* families[] = {&filledAreaRows};
 
 }  // namespace
+}  // namespace traces
 
 constinit const AutomationClass classes::VeltTrace = {
     .clsid = CLSID_VeltTrace,
@@ -17,7 +19,7 @@ constinit const AutomationClass classes::VeltTrace = {
     .dxfName = "TRACE",
     .help = L"A filled line of its own width.",
     .general = &entityRows,
-    .families = families,
+    .families = traces::families,
 };
 
 }  // namespace velt::automation

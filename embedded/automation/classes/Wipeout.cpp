@@ -8,6 +8,7 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace wipeouts {
 namespace {
 
 using platform::Category;
@@ -39,6 +40,7 @@ constexpr PropertyRow rows[] = {
 // clang-format on
 
 }  // namespace
+}  // namespace wipeouts
 
 constinit const AutomationClass classes::VeltWipeout = {
     .clsid = CLSID_VeltWipeout,
@@ -47,7 +49,7 @@ constinit const AutomationClass classes::VeltWipeout = {
     .dxfName = "WIPEOUT",
     .help = L"An area that hides what lies behind it.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = wipeouts::rows,
 };
 
 }  // namespace velt::automation

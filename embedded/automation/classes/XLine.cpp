@@ -4,11 +4,13 @@
 #include "host/automation/IdValues.h"
 
 namespace velt::automation {
+namespace constructionLines {
 namespace {
 
 constexpr auto rows = endlessLineRows("AcDbXline", L"A point of the line.");
 
 }  // namespace
+}  // namespace constructionLines
 
 constinit const AutomationClass classes::VeltXLine = {
     .clsid = CLSID_VeltXLine,
@@ -17,7 +19,7 @@ constinit const AutomationClass classes::VeltXLine = {
     .dxfName = "XLINE",
     .help = L"A line without ends.",
     .general = &entityRows,
-    .rows = rows,
+    .rows = constructionLines::rows,
 };
 
 }  // namespace velt::automation
