@@ -8,7 +8,7 @@
 namespace velt::palette {
 namespace {
 
-constexpr double pi = std::numbers::pi;
+using std::numbers::pi;
 
 double degrees(double number) {
   return number * pi / 180.0;
