@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "desktop/LongWork.h"
 #include "desktop/MainWindow.h"
 #include "desktop/Translations.h"
 #include "embedded/sources/LoadedPlugins.h"
@@ -29,6 +30,11 @@ struct Request {
   velt::tool::SelectionRequest selection{};
   std::vector<std::string> plugins{};
 };
+
+// What the window holds until it has a drawing.
+std::unique_ptr<velt::desktop::Session> nothing() {
+  return std::make_unique<velt::desktop::Session>(velt::database::Drawing::parse("0\nEOF\n", "nothing"));
+}
 
 std::unique_ptr<velt::desktop::Session> open(const Request& request) {
   using velt::desktop::Session;
@@ -52,9 +58,13 @@ int run(const Request& request, int argc, char** argv) {
   for (const std::string& name : request.plugins) {
     if (!plugins.load(velt::tool::pluginFile(name))) throw velt::tool::Failure(name + ": not loaded");
   }
-  velt::desktop::MainWindow window(open(request));
-  if (!request.selection.isEmpty())
-    window.select(velt::tool::select(window.session().drawing(), request.selection).ids);
+  velt::desktop::MainWindow window(nothing());
+  // What takes a moment only, or fails, shows no window without a drawing.
+  const auto showing =
+      QObject::connect(&window.work(), &velt::desktop::LongWork::shown, &window, &QWidget::show);
+  window.load(QString::fromStdString(request.drawing), [&] { return open(request); });
+  if (!request.selection.isEmpty()) window.selectNamed(request.selection);
+  QObject::disconnect(showing);
   window.show();
   return QApplication::exec();
 }

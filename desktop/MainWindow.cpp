@@ -25,6 +25,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <exception>
+#include <unordered_set>
 #include <utility>
 
 #include "desktop/EntityModel.h"
@@ -41,6 +42,9 @@ namespace {
 constexpr const char* recentSetting = "window/recent";
 constexpr const char* geometrySetting = "window/geometry";
 constexpr const char* stateSetting = "window/state";
+constexpr const char* leftSetting = "window/left";
+constexpr const char* halvesSetting = "window/halves";
+constexpr const char* darkSetting = "drawing/dark";
 constexpr qsizetype mostRecent = 8;
 
 QString drawingsFilter() {
@@ -55,6 +59,8 @@ MainWindow::MainWindow(std::unique_ptr<Session> session, QWidget* parent)
       entities_(new EntityModel(this)),
       list_(new QTableView(this)),
       view_(new DrawingPane(this)),
+      left_(new QSplitter(Qt::Vertical, this)),
+      halves_(new QSplitter(this)),
       palette_(new PalettePane(*work_, this)),
       history_(new QListWidget(this)),
       notice_(new QFrame(this)),
@@ -91,10 +97,21 @@ MainWindow::MainWindow(std::unique_ptr<Session> session, QWidget* parent)
                                       QString::fromStdString(tool::handleText(entity)),
                                       QString::fromStdString(tool::layerName(entity))));
   });
+  connect(view_, &DrawingPane::menuWanted, this, &MainWindow::showMenu);
+  list_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(list_, &QTableView::customContextMenuRequested, this, [this](const QPoint& at) {
+    const QModelIndex row = list_->indexAt(at);
+    showMenu(row.isValid() ? entities_->entityAt(row.row()) : VkDbObjectId::kNull,
+             list_->viewport()->mapToGlobal(at));
+  });
   // Queued: not while the palette is still at work with what is shown.
   connect(palette_, &PalettePane::narrowed, this, &MainWindow::narrow, Qt::QueuedConnection);
   connect(palette_, &PalettePane::widened, this, &MainWindow::widen, Qt::QueuedConnection);
   connect(palette_, &PalettePane::changed, this, &MainWindow::refresh);
+  connect(palette_, &PalettePane::vertexShown, this, [this](const std::optional<automation::Vector3>& place) {
+    if (!place) return view_->setMark(std::nullopt);
+    view_->setMark(DrawingPane::Mark{session_->selected().front(), {place->x, place->y}});
+  });
   // Queued: going there makes the list anew, which is still at work with the item.
   const auto goToItem = [this](const QListWidgetItem* item) {
     QMetaObject::invokeMethod(
@@ -113,6 +130,8 @@ MainWindow::MainWindow(std::unique_ptr<Session> session, QWidget* parent)
   const QSettings settings;
   restoreGeometry(settings.value(geometrySetting).toByteArray());
   restoreState(settings.value(stateSetting).toByteArray());
+  left_->restoreState(settings.value(leftSetting).toByteArray());
+  halves_->restoreState(settings.value(halvesSetting).toByteArray());
 }
 
 MainWindow::~MainWindow() {
@@ -122,16 +141,14 @@ MainWindow::~MainWindow() {
 }
 
 void MainWindow::layOut() {
-  auto* const left = new QSplitter(Qt::Vertical, this);
-  left->addWidget(view_);
-  left->addWidget(list_);
-  left->setStretchFactor(0, 4);
-  left->setStretchFactor(1, 1);
-  auto* const halves = new QSplitter(this);
-  halves->addWidget(left);
-  halves->addWidget(palette_);
-  halves->setStretchFactor(0, 5);
-  halves->setStretchFactor(1, 3);
+  left_->addWidget(view_);
+  left_->addWidget(list_);
+  left_->setStretchFactor(0, 4);
+  left_->setStretchFactor(1, 1);
+  halves_->addWidget(left_);
+  halves_->addWidget(palette_);
+  halves_->setStretchFactor(0, 5);
+  halves_->setStretchFactor(1, 3);
 
   notice_->setObjectName("notice");
   notice_->setFrameShape(QFrame::StyledPanel);
@@ -153,7 +170,7 @@ void MainWindow::layOut() {
   auto* const rows = new QVBoxLayout(middle);
   rows->setContentsMargins(0, 0, 0, 0);
   rows->addWidget(notice_);
-  rows->addWidget(halves, 1);
+  rows->addWidget(halves_, 1);
   setCentralWidget(middle);
 
   auto* const done = new QDockWidget(tr("What was done"), this);
@@ -242,7 +259,14 @@ void MainWindow::addEditMenu() {
   edit->addAction(tr("Select &all"), QKeySequence::SelectAll, list_, &QTableView::selectAll)
       ->setObjectName("selectAll");
   edit->addAction(tr("Select &nothing"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A), this,
-                  [this] { select({}); });
+                  [this] { select({}); })
+      ->setObjectName("selectNothing");
+  layersOfSelection_ = edit->addAction(tr("All on the same &layer"), QKeySequence(Qt::CTRL | Qt::Key_L), this,
+                                       [this] { selectLayersOf(session_->whole()); });
+  layersOfSelection_->setObjectName("selectLayers");
+  classesOfSelection_ = edit->addAction(tr("All of the same &class"), QKeySequence(Qt::CTRL | Qt::Key_K),
+                                        this, [this] { selectClassesOf(session_->whole()); });
+  classesOfSelection_->setObjectName("selectClasses");
   edit->addAction(tr("&Back to the whole selection"), QKeySequence(Qt::CTRL | Qt::Key_B), this,
                   &MainWindow::widen)
       ->setObjectName("widen");
@@ -252,10 +276,15 @@ void MainWindow::addEditMenu() {
 
 void MainWindow::addViewMenu() {
   QMenu* const view = menuBar()->addMenu(tr("&View"));
-  view->addAction(tr("&Fit"), QKeySequence(Qt::CTRL | Qt::Key_0), view_, &DrawingPane::fit);
-  QAction* const dark = view->addAction(tr("&Dark background"), view_, &DrawingPane::setDark);
+  view->addAction(tr("&Fit"), QKeySequence(Qt::CTRL | Qt::Key_0), view_, &DrawingPane::fit)
+      ->setObjectName("fit");
+  QAction* const dark = view->addAction(tr("&Dark background"));
+  dark->setObjectName("dark");
   dark->setCheckable(true);
-  dark->setChecked(true);
+  dark->setChecked(QSettings().value(darkSetting, true).toBool());
+  view_->setDark(dark->isChecked());
+  connect(dark, &QAction::toggled, view_, &DrawingPane::setDark);
+  connect(dark, &QAction::toggled, [](bool isDark) { QSettings().setValue(darkSetting, isDark); });
   QAction* const done = findChild<QDockWidget*>("historyDock")->toggleViewAction();
   done->setText(tr("&What was done"));
   done->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_H));
@@ -304,6 +333,54 @@ void MainWindow::markInList(const std::vector<VkDbObjectId>& entities) {
   list_->selectionModel()->select(selection, QItemSelectionModel::Select);
   isSelecting_ = false;
   if (!selection.isEmpty()) list_->scrollTo(selection.first().topLeft());
+}
+
+void MainWindow::selectNamed(const tool::SelectionRequest& request) {
+  std::vector<VkDbObjectId> entities;
+  work_->run(tr("Selecting"), LongWork::Kind::goesOn,
+             [&] { entities = tool::select(session_->drawing(), request).ids; });
+  select(entities);
+}
+
+void MainWindow::selectLike(std::span<const VkDbObjectId> entities, std::string (*nameOf)(VkDbObjectId)) {
+  std::unordered_set<std::string> names;
+  for (const VkDbObjectId entity : entities)
+    names.insert(nameOf(entity));
+  std::vector<VkDbObjectId> alike;
+  for (int row = 0; row < entities_->rowCount(); ++row) {
+    if (names.contains(nameOf(entities_->entityAt(row)))) alike.push_back(entities_->entityAt(row));
+  }
+  select(alike);
+}
+
+void MainWindow::selectLayersOf(std::span<const VkDbObjectId> entities) {
+  selectLike(entities, &tool::layerName);
+}
+
+void MainWindow::selectClassesOf(std::span<const VkDbObjectId> entities) {
+  selectLike(entities, &tool::className);
+}
+
+void MainWindow::showMenu(const VkDbObjectId& entity, const QPoint& at) {
+  auto* const menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setObjectName("entityMenu");
+  if (entity.isNull()) {
+    menu->addActions({layersOfSelection_, classesOfSelection_});
+  } else {
+    const auto named = [](std::string name) { return QString::fromStdString(name).replace('&', "&&"); };
+    menu->addAction(tr("All on &layer %1").arg(named(tool::layerName(entity))), this, [this, entity] {
+      selectLayersOf({&entity, 1});
+    });
+    menu->addAction(tr("All of &class %1").arg(named(tool::className(entity))), this, [this, entity] {
+      selectClassesOf({&entity, 1});
+    });
+  }
+  menu->addSeparator();
+  menu->addActions({findChild<QAction*>("selectAll"), findChild<QAction*>("selectNothing")});
+  menu->addSeparator();
+  menu->addAction(findChild<QAction*>("fit"));
+  menu->popup(at);
 }
 
 void MainWindow::takeListSelection() {
@@ -376,6 +453,8 @@ void MainWindow::refresh() {
   setWindowModified(session_->isChanged());
   const QString name = QString::fromStdString(session_->file().filename().string());
   setWindowTitle(tr("%1[*] - Properties").arg(name.isEmpty() ? tr("New drawing") : name));
+  for (QAction* const action : {layersOfSelection_, classesOfSelection_})
+    action->setEnabled(!session_->whole().empty());
   count_->setText(tr("%1 of %2 selected").arg(session_->selected().size()).arg(entities_->rowCount()));
 }
 
@@ -449,13 +528,17 @@ void MainWindow::listRecent() {
   recent_->setEnabled(!files.isEmpty());
 }
 
+void MainWindow::load(const QString& name, const std::function<std::unique_ptr<Session>()>& make) {
+  std::unique_ptr<Session> opened;
+  work_->run(tr("Reading %1").arg(name), LongWork::Kind::goesOn, [&] { opened = make(); });
+  takeSession(std::move(opened));
+}
+
 bool MainWindow::open(const QString& file) {
   if (work_->isRunning() || !mayForgetChanges()) return false;
   try {
-    std::unique_ptr<Session> opened;
-    work_->run(tr("Reading %1").arg(QFileInfo(file).fileName()), LongWork::Kind::goesOn,
-               [&] { opened = std::make_unique<Session>(std::filesystem::path(file.toStdString())); });
-    takeSession(std::move(opened));
+    load(QFileInfo(file).fileName(),
+         [&] { return std::make_unique<Session>(std::filesystem::path(file.toStdString())); });
   } catch (const platform::Cancelled&) {
     return false;
   } catch (const std::exception& error) {
@@ -565,6 +648,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   QSettings settings;
   settings.setValue(geometrySetting, saveGeometry());
   settings.setValue(stateSetting, saveState());
+  settings.setValue(leftSetting, left_->saveState());
+  settings.setValue(halvesSetting, halves_->saveState());
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {

@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,12 @@ class QFrame;
 class QLabel;
 class QListWidget;
 class QMenu;
+class QSplitter;
 class QTableView;
+
+namespace velt::tool {
+struct SelectionRequest;
+}
 
 namespace velt::desktop {
 
@@ -40,6 +46,15 @@ class MainWindow : public QMainWindow {
   [[nodiscard]] LongWork& work() { return *work_; }
   // Selects these entities, in the drawing and the list too.
   void select(const std::vector<VkDbObjectId>& entities);
+  // Selects all entities of the layers on which these are, or of their classes.
+  void selectLayersOf(std::span<const VkDbObjectId> entities);
+  void selectClassesOf(std::span<const VkDbObjectId> entities);
+
+  // Shows the drawing that `make` opens, and how far it is meanwhile. Passes on what it throws, and leaves the drawing that
+  // is shown.
+  void load(const QString& name, const std::function<std::unique_ptr<Session>()>& make);
+  // Selects what the command line names; passes on what tool::select() throws.
+  void selectNamed(const tool::SelectionRequest& request);
 
   // Each tells the user what went wrong. False when it did, and when the user would rather not.
   bool open(const QString& file);
@@ -68,6 +83,10 @@ class MainWindow : public QMainWindow {
   bool store(const std::function<std::vector<std::string>(Session::OthersChanges)>& write);
   void takeSession(std::unique_ptr<Session> session);
   void takeListSelection();
+  // Selects all entities that have this in common with one of those: the name of their layer, for one.
+  void selectLike(std::span<const VkDbObjectId> entities, std::string (*nameOf)(VkDbObjectId));
+  // `entity` is that under the pointer, or null.
+  void showMenu(const VkDbObjectId& entity, const QPoint& at);
   void showSelection(const std::vector<VkDbObjectId>& entities);
   void narrow(const std::vector<VkDbObjectId>& entities);
   void widen();
@@ -90,6 +109,9 @@ class MainWindow : public QMainWindow {
   EntityModel* entities_;
   QTableView* list_;
   DrawingPane* view_;
+  // Between the drawing and the list, and between these and the palette.
+  QSplitter* left_;
+  QSplitter* halves_;
   PalettePane* palette_;
   QListWidget* history_;
   // Says that another program has changed the file.
@@ -101,6 +123,8 @@ class MainWindow : public QMainWindow {
   QAction* undo_ = nullptr;
   QAction* redo_ = nullptr;
   QAction* save_ = nullptr;
+  QAction* layersOfSelection_ = nullptr;
+  QAction* classesOfSelection_ = nullptr;
   // Of the drawing, as the pane shows it.
   std::uint64_t drawnRevision_ = 0;
   bool isSelecting_ = false;

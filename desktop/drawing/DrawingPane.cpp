@@ -8,6 +8,8 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <span>
+#include <utility>
 
 #include "palette/Palette.h"
 #include "view/Svg.h"
@@ -26,6 +28,8 @@ constexpr double spareScale = 4;
 constexpr qint64 fluidMilliseconds = 20;
 // A frame that is shown larger or smaller than this tells nothing.
 constexpr double mostBlurred = 64;
+
+constexpr QColor markColor(0x2E, 0xB3, 0xFF);
 
 bool contains(const view::Box& box, const view::Box& inner) {
   return box.low.x <= inner.low.x && box.low.y <= inner.low.y && inner.high.x <= box.high.x
@@ -71,6 +75,7 @@ void DrawingPane::setDrawing(const database::Drawing* drawing) {
   spaces_.clear();
   forgetPictures();
   options_.highlighted.clear();
+  mark_.reset();
   tabs_->blockSignals(true);
   while (tabs_->count() > 0)
     tabs_->removeTab(0);
@@ -108,6 +113,8 @@ void DrawingPane::showSpace(int number) {
 void DrawingPane::forgetPictures() {
   contents_.reset();
   index_.reset();
+  hovered_ = view::none;
+  hoveredPrimitives_.clear();
   picture_ = {};
   wholeIndex_.reset();
   whole_ = {};
@@ -142,6 +149,7 @@ void DrawingPane::makePicture() {
   picture_ = view::draw(*drawing_, *contents_, space(),
                         {.scale = pictureScale_, .window = pictureWindow_, .seenHeight = size.y});
   index_.emplace(picture_);
+  findHovered();
   options_.dimmed.clear();
   std::uint32_t before = view::none;
   for (const view::Primitive& primitive : picture_.primitives) {
@@ -161,6 +169,12 @@ void DrawingPane::setSelected(const std::vector<VkDbObjectId>& entities) {
     if (const auto object = database::resolve(entity)) options_.highlighted.insert(object->record);
   }
   frame_ = QImage();
+  update();
+}
+
+void DrawingPane::setMark(const std::optional<Mark>& mark) {
+  if (!mark && !mark_) return;
+  mark_ = mark;
   update();
 }
 
@@ -228,11 +242,32 @@ void DrawingPane::paintEvent(QPaintEvent*) {
     const double blur = sight_.scale / frameSight_.scale;
     if (blur < mostBlurred && blur > 1 / mostBlurred) painter.drawImage(QRectF(low, high), frame_);
   }
+  if (!hoveredPrimitives_.empty()) {
+    paintOnTop(painter, picture_, hoveredPrimitives_, sight_, options_.isDark);
+    painter.setClipRect(area());
+  }
+  if (mark_) paintMark(painter);
   if (pressed_ && !isPanning_) {
     const QRect window = QRect(*pressed_, last_).normalized();
     painter.setPen(
         QPen(palette().highlight().color(), 1, last_.x() >= pressed_->x() ? Qt::SolidLine : Qt::DashLine));
     painter.drawRect(window);
+  }
+}
+
+void DrawingPane::paintMark(QPainter& painter) const {
+  const auto object = database::resolve(mark_->entity);
+  if (!object || !contents_) return;
+  const std::span<const std::uint32_t> shown = contents_->of(space().contents);
+  if (std::find(shown.begin(), shown.end(), object->record) == shown.end()) return;
+  const QPointF place = sight_.pixel(mark_->place);
+  constexpr double reach = 6;
+  const QRectF square(place - QPointF(reach, reach), place + QPointF(reach, reach));
+  // Seen on lines of any color.
+  painter.setBrush(Qt::NoBrush);
+  for (const auto& [color, width] : {std::pair(backgroundOf(options_.isDark), 4), std::pair(markColor, 2)}) {
+    painter.setPen(QPen(color, width));
+    painter.drawRect(square);
   }
 }
 
@@ -267,6 +302,7 @@ void DrawingPane::wheelEvent(QWheelEvent* event) {
 }
 
 void DrawingPane::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton && event->button() != Qt::MiddleButton) return;
   pressed_ = last_ = event->pos();
   isPanning_ = event->button() == Qt::MiddleButton;
 }
@@ -277,10 +313,42 @@ void DrawingPane::mouseMoveEvent(QMouseEvent* event) {
   if (pressed_) {
     update();
   } else if (isPictureCurrent()) {
-    const std::vector<std::uint32_t> found =
-        index_->at(sight_.point(event->pos()), reachPixels / sight_.scale);
-    Q_EMIT hovered(found.empty() ? VkDbObjectId::kNull : drawing_->idOf(found.front()));
+    hover(recordAt(event->pos()));
   }
+}
+
+std::uint32_t DrawingPane::recordAt(QPointF pixel) const {
+  if (!index_) return view::none;
+  const std::vector<std::uint32_t> found = index_->at(sight_.point(pixel), reachPixels / sight_.scale);
+  return found.empty() ? view::none : found.front();
+}
+
+void DrawingPane::hover(std::uint32_t record) {
+  if (record == hovered_) return;
+  hovered_ = record;
+  findHovered();
+  Q_EMIT hovered(record == view::none ? VkDbObjectId::kNull : drawing_->idOf(record));
+  update();
+}
+
+// Once, so that moving over the drawing costs no more for it.
+void DrawingPane::findHovered() {
+  hoveredPrimitives_.clear();
+  if (hovered_ == view::none) return;
+  for (std::uint32_t i = 0; i < picture_.primitives.size(); ++i) {
+    if (picture_.primitives[i].entity == hovered_) hoveredPrimitives_.push_back(i);
+  }
+}
+
+void DrawingPane::leaveEvent(QEvent*) {
+  hover(view::none);
+}
+
+void DrawingPane::contextMenuEvent(QContextMenuEvent* event) {
+  makePicture();
+  const bool isByKey = event->reason() == QContextMenuEvent::Keyboard;
+  const std::uint32_t record = isByKey ? view::none : recordAt(event->pos());
+  Q_EMIT menuWanted(record == view::none ? VkDbObjectId::kNull : drawing_->idOf(record), event->globalPos());
 }
 
 void DrawingPane::mouseReleaseEvent(QMouseEvent* event) {
@@ -293,10 +361,9 @@ void DrawingPane::mouseReleaseEvent(QMouseEvent* event) {
   const QPoint to = event->pos();
   constexpr int leastDrag = 4;
   if ((to - from).manhattanLength() < leastDrag) {
-    const std::vector<std::uint32_t> found = index_->at(sight_.point(to), reachPixels / sight_.scale);
-    // That which lies on top.
-    if (found.empty()) return pick({}, event->modifiers());
-    return pick({found.front()}, event->modifiers());
+    const std::uint32_t found = recordAt(to);
+    if (found == view::none) return pick({}, event->modifiers());
+    return pick({found}, event->modifiers());
   }
   view::Box box;
   box.include(sight_.point(from));

@@ -3,8 +3,8 @@
 // The drawing: model space or a layout, to zoom and to pan, and to select in.
 //
 // Wheel: zoom at the pointer. Middle button: pan; double: fit. Left button: select what is under the pointer; drag to the
-// right: all that lies within; to the left: all that is touched. With Shift add, with Control take away. Keys: arrows,
-// plus, minus, Home (fit), Escape (nothing selected).
+// right: all that lies within; to the left: all that is touched. With Shift add, with Control take away. Right button: a
+// menu. Keys: arrows, plus, minus, Home (fit), Escape (nothing selected).
 
 #include <QImage>
 #include <QPoint>
@@ -35,6 +35,12 @@ class DrawingPane : public QWidget {
   // To be called when the drawing has been edited.
   void redraw();
   void setSelected(const std::vector<VkDbObjectId>& entities);
+  // A place of an entity at which somebody looks. It is marked where the entity is to be seen.
+  struct Mark {
+    VkDbObjectId entity;
+    view::Vector2 place;
+  };
+  void setMark(const std::optional<Mark>& mark);
 
   // What is seen when the tab of that number is chosen, from 0.
   [[nodiscard]] std::vector<QString> spaceNames() const;
@@ -49,6 +55,8 @@ class DrawingPane : public QWidget {
   void selected(const std::vector<VkDbObjectId>& entities);
   // The entity under the pointer; null for none.
   void hovered(const VkDbObjectId& entity);
+  // Somebody asks what can be done with the entity there; null for none.
+  void menuWanted(const VkDbObjectId& entity, const QPoint& onScreen);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -59,6 +67,8 @@ class DrawingPane : public QWidget {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void leaveEvent(QEvent* event) override;
 
  private:
   [[nodiscard]] QRect area() const;
@@ -72,6 +82,11 @@ class DrawingPane : public QWidget {
   void makePicture();
   void forgetPictures();
   const view::SpatialIndex& whole();
+  void paintMark(QPainter& painter) const;
+  // That which lies on top; none for no entity.
+  [[nodiscard]] std::uint32_t recordAt(QPointF pixel) const;
+  void hover(std::uint32_t record);
+  void findHovered();
   void pick(const std::vector<std::uint32_t>& records, Qt::KeyboardModifiers modifiers);
 
   const database::Drawing* drawing_ = nullptr;
@@ -89,6 +104,11 @@ class DrawingPane : public QWidget {
   std::optional<view::SpatialIndex> wholeIndex_;
   Sight sight_;
   PaintOptions options_;
+  std::optional<Mark> mark_;
+  // The record of the entity under the pointer.
+  std::uint32_t hovered_ = view::none;
+  // What is seen of it, in the picture.
+  std::vector<std::uint32_t> hoveredPrimitives_;
   // The last frame, and what was seen in it. Where painting takes long, it is shown moved and scaled while the sight
   // changes, and painted anew when the sight rests for a moment: so moving stays fluid however much there is to paint.
   QImage frame_;

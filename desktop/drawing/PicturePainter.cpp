@@ -21,6 +21,8 @@ using view::Ink;
 using view::Primitive;
 
 constexpr double pixelsPerMillimetre = 96 / 25.4;
+// Wider pens are refused.
+constexpr double widestPen = 32767;
 // What is smaller is a dot to the eye.
 constexpr double smallest = 1.5;
 
@@ -114,7 +116,7 @@ class PicturePainter {
     if (isHighlighted) width = std::max(width, 1.0) + 1;
     QPen pen(color);
     // A pen without a width is a pixel wide, and much faster.
-    pen.setWidthF(width > 1.5 ? width : 0);
+    pen.setWidthF(width > 1.5 ? std::min(width, widestPen) : 0);
     if (primitive.width > 0) {
       pen.setCapStyle(Qt::FlatCap);
       pen.setJoinStyle(Qt::MiterJoin);
@@ -236,6 +238,15 @@ void paintPicture(QPainter& painter, const view::Picture& picture, const view::S
                   const Sight& sight, const PaintOptions& options) {
   painter.fillRect(QRectF(QPointF(), QSizeF(sight.size)), backgroundOf(options.isDark));
   PicturePainter(painter, picture, sight, options).paint(index.seenIn(sight.box()));
+  painter.setClipping(false);
+}
+
+void paintOnTop(QPainter& painter, const view::Picture& picture, std::span<const std::uint32_t> primitives,
+                const Sight& sight, bool isDark) {
+  PaintOptions highlighted{.isDark = isDark};
+  for (const std::uint32_t index : primitives)
+    highlighted.highlighted.insert(picture.primitives[index].entity);
+  PicturePainter(painter, picture, sight, highlighted).paint(primitives);
   painter.setClipping(false);
 }
 

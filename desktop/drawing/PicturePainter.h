@@ -7,6 +7,7 @@
 #include <QRectF>
 #include <QSize>
 #include <cstdint>
+#include <span>
 #include <unordered_set>
 
 #include "view/Picture.h"
@@ -58,5 +59,9 @@ struct PaintOptions {
 // What is seen of the picture, on its background.
 void paintPicture(QPainter& painter, const view::Picture& picture, const view::SpatialIndex& index,
                   const Sight& sight, const PaintOptions& options);
+
+// These primitives once more, as if they were highlighted, on what is there already.
+void paintOnTop(QPainter& painter, const view::Picture& picture, std::span<const std::uint32_t> primitives,
+                const Sight& sight, bool isDark);
 
 }  // namespace velt::desktop

@@ -3,11 +3,13 @@
 #include <QApplication>
 #include <QFont>
 #include <QStyle>
+#include <algorithm>
 #include <string>
 #include <unordered_map>
 
 #include "desktop/LongWork.h"
-#include "desktop/palette/Swatches.h"
+#include "embedded/automation/geometry/EntityGeometry.h"
+#include "tool/EntitySelection.h"
 #include "tool/ReadOnlyRows.h"
 
 namespace velt::desktop {
@@ -21,6 +23,12 @@ struct PaletteModel::Node {
   std::optional<std::size_t> row{};
   // Of a value.
   std::optional<palette::ValueGroup> group{};
+  // Of vertices and their like, and of the row before them: the name of the property.
+  QString series{};
+  // Of a vertex's coordinate: which one, from 1.
+  int number = 0;
+  // Of the row before them: how many there are.
+  int count = 0;
   bool isFetched = false;
   std::vector<std::unique_ptr<Node>> children{};
 
@@ -53,6 +61,37 @@ QStringList choicesOf(const palette::Row& row) {
   return texts;
 }
 
+// Formatted texts have a code for the end of a line, and for a backslash that is none.
+QString withLines(const QString& coded) {
+  QString text;
+  for (qsizetype i = 0; i < coded.size(); ++i) {
+    const QStringView next = QStringView(coded).mid(i, 2);
+    if (next == u"\\\\" || next == u"\\P") ++i;
+    if (next == u"\\P") {
+      text += '\n';
+    } else if (next == u"\\\\") {
+      text += next;
+    } else {
+      text += coded[i];
+    }
+  }
+  return text;
+}
+
+QString withoutLines(QString text) {
+  return text.replace("\r\n", "\n").replace('\n', "\\P");
+}
+
+bool isVertexHeader(const palette::Row& row) {
+  return row.kind() == PropertyKind::vertex && !row.record().isElement && row.record().elementGrouping != 0;
+}
+
+// Whose coordinates are those of its own plane.
+bool isFlat(VkDbObjectId entity) {
+  const std::string kind = tool::className(entity);
+  return kind == "LWPolyline" || kind == "Polyline";
+}
+
 // By which a row is found again among those of the next query.
 QString keyOf(const palette::Row& row, const QString& label) {
   return fromUtf8(row.name()) + '/' + label;
@@ -67,6 +106,7 @@ PaletteModel::~PaletteModel() = default;
 void PaletteModel::setSession(Session* session) {
   session_ = session;
   remarks_.clear();
+  lookedAt_.clear();
   refresh();
 }
 
@@ -74,21 +114,38 @@ void PaletteModel::refresh() {
   beginResetModel();
   ++refreshes_;
   root_ = std::make_unique<Node>();
+  pictures_.reset();
   if (session_ != nullptr) {
     const std::span<const palette::Row> rows = session_->rows();
     std::unordered_map<const PROPINFO*, std::size_t> places;
     for (std::size_t i = 0; i < rows.size(); ++i)
       places.emplace(&rows[i].record(), i);
-    QHash<QString, int> elements;
     for (const palette::Category& category : palette::byCategory(rows)) {
       Node& group = root_->add();
       group.label = category.name.empty() ? tr("(no category)") : fromUtf8(category.name);
+      QHash<QString, int> elements;
+      std::unordered_map<std::string, Node*> headers;
       for (const palette::Row& row : category.rows) {
         Node& node = group.add();
         node.row = places.at(&row.record());
         node.label = fromUtf8(row.label());
-        if (row.record().isElement && row.record().elementGrouping != 0)
-          node.label = numbered(node.label, ++elements[node.label]);
+        if (row.record().elementGrouping == 0) continue;
+        if (isVertexHeader(row)) {
+          node.series = fromUtf8(row.name());
+          headers[row.name()] = &node;
+        } else if (row.record().isElement) {
+          const int number = ++elements[node.label];
+          node.label = numbered(node.label, number);
+          const auto header = headers.find(row.name());
+          if (header == headers.end()) continue;
+          node.series = header->second->series;
+          node.number = number;
+          header->second->count = std::max(header->second->count, number);
+        }
+      }
+      // Of another polyline, perhaps.
+      for (const auto& [name, header] : headers) {
+        if (lookedAt(*header) > header->count) lookedAt_.remove(header->series);
       }
     }
   }
@@ -118,6 +175,31 @@ std::vector<VkDbObjectId> PaletteModel::entitiesBehind(const QModelIndex& index)
 
 std::optional<std::size_t> PaletteModel::rowAt(const QModelIndex& index) const {
   return nodeAt(index)->row;
+}
+
+std::optional<automation::Vector3> PaletteModel::vertexAt(const QModelIndex& index) const {
+  const Node& node = *nodeAt(index);
+  if (!isReadable() || node.series.isEmpty() || session_->selected().size() != 1) return std::nullopt;
+  const int number = node.number != 0 ? node.number : lookedAt(node);
+  automation::Vector3 place;
+  bool isPlace = false;
+  for (const auto& other : node.parent->children) {
+    if (other->series != node.series || other->number != number) continue;
+    const std::optional<double> value = palette::numberOf(rowOf(*other).plain());
+    if (!value) continue;
+    isPlace = true;
+    if (other->label.endsWith(".X")) place.x = *value;
+    if (other->label.endsWith(".Y")) place.y = *value;
+    if (other->label.endsWith(".Z")) place.z = *value;
+  }
+  if (!isPlace) return std::nullopt;
+  const VkDbObjectId entity = session_->selected().front();
+  const auto object = database::resolve(entity);
+  if (!object || !isFlat(entity)) return place;
+  for (const palette::Row& row : palette::rowsNamed(session_->rows(), "Elevation"))
+    place.z = palette::numberOf(row.plain()).value_or(0);
+  const database::Lens lens(session_->drawing(), object->record);
+  return automation::frameOf(lens, dxf::anySubclass).toWorld(place);
 }
 
 // --- the shape of the tree ----------------------------------------------------------------------------------
@@ -199,9 +281,36 @@ QVariant PaletteModel::data(const QModelIndex& index, int role) const {
   }
 }
 
+QString PaletteModel::textOf(const Node& node) const {
+  if (node.group) return fromUtf8(node.group->text);
+  if (node.count > 0) return tr("%1 of %2").arg(lookedAt(node)).arg(node.count);
+  return fromUtf8(rowOf(node).text(session_->numberStyle()));
+}
+
+// Such a text has a code for the end of a line, or could have one.
+bool PaletteModel::hasLines(const palette::Row& row) const {
+  if (row.kind() != PropertyKind::text || row.hasChoices()) return false;
+  const palette::PlainValue value = row.plain();
+  const auto* const text = std::get_if<std::string>(&value);
+  if (text != nullptr && !row.isVarying() && withLines(fromUtf8(*text)).contains('\n')) return true;
+  return row.name() == "TextString"
+         && std::ranges::all_of(session_->selected(),
+                                [](const VkDbObjectId entity) { return tool::className(entity) == "MText"; });
+}
+
+QVariant PaletteModel::look(const Node& node, int role) const {
+  const palette::Row& row = rowOf(node);
+  if (!pictures_) pictures_.emplace(session_->drawing());
+  if (role == pictureRole) return QVariant::fromValue(pictures_->of(row.kind(), textOf(node)));
+  QList<ValuePicture> pictures;
+  for (const QString& choice : choicesOf(row))
+    pictures.append(pictures_->of(row.kind(), choice));
+  return QVariant::fromValue(pictures);
+}
+
 QVariant PaletteModel::rowData(const Node& node, int column, int role) const {
   const palette::Row& row = rowOf(node);
-  const QString text = fromUtf8(node.group ? node.group->text : row.text(session_->numberStyle()));
+  const QString text = textOf(node);
   switch (role) {
     case Qt::DisplayRole:
       if (node.group)
@@ -210,10 +319,11 @@ QVariant PaletteModel::rowData(const Node& node, int column, int role) const {
                    : text;
       return column == labelColumn ? node.label : text;
     case Qt::EditRole:
-      return column == valueColumn && !row.isVarying() ? text : QString();
+      if (column != valueColumn || row.isVarying()) return QString();
+      if (hasLines(row)) return withLines(fromUtf8(std::get<std::string>(row.plain())));
+      return text;
     case Qt::DecorationRole:
-      if (column == valueColumn) return swatchOf(text);
-      if (node.group || !remarks_.contains(keyOf(row, node.label))) return {};
+      if (column == valueColumn || node.group || !remarks_.contains(keyOf(row, node.label))) return {};
       return QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
     case Qt::ToolTipRole:
     case Qt::AccessibleDescriptionRole:
@@ -229,7 +339,7 @@ QVariant PaletteModel::rowData(const Node& node, int column, int role) const {
       return help.join('\n');
     }
     case readOnlyRole:
-      return !row.isEditable() && !node.group;
+      return !row.isEditable() && !node.group && node.count == 0;
     case remarkRole:
       return remarks_.value(keyOf(row, node.label));
     case Qt::AccessibleTextRole:
@@ -238,6 +348,17 @@ QVariant PaletteModel::rowData(const Node& node, int column, int role) const {
       return node.parent->label + ' ' + node.label + ' ' + fromUtf8(row.label()) + ' ' + fromUtf8(row.name());
     case choicesRole:
       return choicesOf(row);
+    case choicePicturesRole:
+    case pictureRole:
+      return look(node, role);
+    case hasLinesRole:
+      return hasLines(row);
+    case countRole:
+      return node.count;
+    case numberRole:
+      return node.count > 0 ? lookedAt(node) : node.number;
+    case isAsideRole:
+      return node.number != 0 && node.number != lookedAt(node);
     case keyRole:
       return keyOf(row, node.label);
     default:
@@ -256,7 +377,7 @@ Qt::ItemFlags PaletteModel::flags(const QModelIndex& index) const {
   Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
   if (node.row && !node.group && index.column() == valueColumn && isReadable()) {
     const palette::Row& row = rowOf(node);
-    if (row.isEditable() && row.takesText()) flags |= Qt::ItemIsEditable;
+    if (node.count > 0 || (row.isEditable() && row.takesText())) flags |= Qt::ItemIsEditable;
   }
   return flags;
 }
@@ -264,16 +385,36 @@ Qt::ItemFlags PaletteModel::flags(const QModelIndex& index) const {
 bool PaletteModel::setData(const QModelIndex& index, const QVariant& value, int role) {
   if (role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable)) return false;
   const Node& node = *nodeAt(index);
-  const std::string text = value.toString().toStdString();
+  if (node.count > 0) return lookAt(index, value.toInt());
   const palette::Row& row = rowOf(node);
   // Whoever leaves a field as it is has not written anything.
-  if (!row.isVarying() && text == row.text(session_->numberStyle())) return false;
-  if (row.isVarying() && text.empty()) return false;
+  const QString given = value.toString();
+  if (given == index.data(Qt::EditRole).toString()) return false;
+  const std::string text = (hasLines(row) ? withoutLines(given) : given).toStdString();
   // When the editor has closed: the rows that it belongs to are replaced.
   QMetaObject::invokeMethod(
       this,
       [this, place = QPersistentModelIndex(index), text, shown = refreshes_] { write(place, text, shown); },
       Qt::QueuedConnection);
+  return true;
+}
+
+int PaletteModel::lookedAt(const Node& node) const {
+  return lookedAt_.value(node.series, 1);
+}
+
+bool PaletteModel::lookAt(const QModelIndex& header, int number) {
+  const Node& node = *nodeAt(header);
+  number = std::clamp(number, 1, node.count);
+  const int before = lookedAt(node);
+  if (number == before) return false;
+  lookedAt_[node.series] = number;
+  Q_EMIT dataChanged(header.siblingAtColumn(labelColumn), header.siblingAtColumn(valueColumn));
+  for (const auto& other : node.parent->children) {
+    if (other->series != node.series || (other->number != number && other->number != before)) continue;
+    Q_EMIT dataChanged(createIndex(other->place, labelColumn, other.get()),
+                       createIndex(other->place, valueColumn, other.get()));
+  }
   return true;
 }
 

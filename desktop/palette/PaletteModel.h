@@ -1,15 +1,20 @@
 #pragma once
 
 // The rows of a session's selection as a tree: categories, their rows, and below a row that varies the values behind it.
+// Of vertices and their like, which come in any number, somebody looks at one at a time: the row before them tells which,
+// and is edited by a number.
 
 #include <QAbstractItemModel>
 #include <QHash>
 #include <QPersistentModelIndex>
 #include <QString>
 #include <memory>
+#include <optional>
 #include <vector>
 
+#include "desktop/palette/ValuePictures.h"
 #include "desktop/session/Session.h"
+#include "embedded/automation/geometry/Vector.h"
 
 namespace velt::desktop {
 
@@ -27,6 +32,18 @@ class PaletteModel : public QAbstractItemModel {
     helpRole,
     // Texts to choose from; empty where anything may be written.
     choicesRole,
+    // What the choices look like: a QList<ValuePicture>.
+    choicePicturesRole,
+    // What the value looks like: a ValuePicture.
+    pictureRole,
+    // Whether the value is a text of several lines.
+    hasLinesRole,
+    // Of a row that tells which vertex is looked at: how many there are. Else 0.
+    countRole,
+    // Of such a row and of a vertex's coordinates: which one it is. Else 0.
+    numberRole,
+    // Whether it belongs to a vertex that nobody looks at.
+    isAsideRole,
     // Whether it is the value of a row that cannot be edited.
     readOnlyRole,
     // Why the last value that was written to the row was refused; empty when it was not.
@@ -48,6 +65,8 @@ class PaletteModel : public QAbstractItemModel {
   [[nodiscard]] std::vector<VkDbObjectId> entitiesBehind(const QModelIndex& index) const;
   // The row at that place or above it; nothing for a category.
   [[nodiscard]] std::optional<std::size_t> rowAt(const QModelIndex& index) const;
+  // Where the vertex lies to which the row at that place belongs; nothing for any other row.
+  [[nodiscard]] std::optional<automation::Vector3> vertexAt(const QModelIndex& index) const;
 
   QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
   QModelIndex parent(const QModelIndex& child) const override;
@@ -60,7 +79,8 @@ class PaletteModel : public QAbstractItemModel {
   bool canFetchMore(const QModelIndex& parent) const override;
   void fetchMore(const QModelIndex& parent) override;
   // Writes the text to all selected entities, as soon as control is back in the event loop; then written() or failed()
-  // tells what became of it. False where nothing is to be written.
+  // tells what became of it. False where nothing is to be written. The number of a vertex to look at is not written, and
+  // counts at once.
   bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
  Q_SIGNALS:
@@ -76,6 +96,11 @@ class PaletteModel : public QAbstractItemModel {
   [[nodiscard]] Node* nodeAt(const QModelIndex& index) const;
   [[nodiscard]] const palette::Row& rowOf(const Node& node) const;
   [[nodiscard]] QVariant rowData(const Node& node, int column, int role) const;
+  [[nodiscard]] QVariant look(const Node& node, int role) const;
+  [[nodiscard]] QString textOf(const Node& node) const;
+  [[nodiscard]] bool hasLines(const palette::Row& row) const;
+  [[nodiscard]] int lookedAt(const Node& node) const;
+  bool lookAt(const QModelIndex& header, int number);
 
   LongWork& work_;
   Session* session_ = nullptr;
@@ -84,6 +109,10 @@ class PaletteModel : public QAbstractItemModel {
   std::uint64_t refreshes_ = 0;
   // Why values were refused, by the key of the row.
   QHash<QString, QString> remarks_;
+  // Which vertex is looked at, by the name of the property.
+  QHash<QString, int> lookedAt_;
+  // Made when somebody asks for a picture, and again after the drawing may have changed.
+  mutable std::optional<ValuePictures> pictures_;
 };
 
 }  // namespace velt::desktop

@@ -13,7 +13,6 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QSettings>
-#include <QSortFilterProxyModel>
 #include <QTreeView>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -21,6 +20,7 @@
 #include "desktop/LongWork.h"
 #include "desktop/palette/PaletteModel.h"
 #include "desktop/palette/RowDelegate.h"
+#include "desktop/palette/RowFilter.h"
 #include "tool/EntitySelection.h"
 #include "tool/Explanation.h"
 
@@ -90,7 +90,7 @@ PalettePane::PalettePane(LongWork& work, QWidget* parent)
     : QWidget(parent),
       work_(work),
       model_(new PaletteModel(work, this)),
-      filter_(new QSortFilterProxyModel(this)),
+      filter_(new RowFilter(this)),
       classes_(new QComboBox(this)),
       search_(new QLineEdit(this)),
       whyNone_(new QPushButton(this)),
@@ -119,10 +119,6 @@ PalettePane::PalettePane(LongWork& work, QWidget* parent)
   closeExplanation_->setObjectName("closeExplanation");
 
   filter_->setSourceModel(model_);
-  filter_->setFilterRole(PaletteModel::searchRole);
-  filter_->setFilterCaseSensitivity(Qt::CaseInsensitive);
-  filter_->setRecursiveFilteringEnabled(true);
-  filter_->setAutoAcceptChildRows(true);
   tree_->setModel(filter_);
   tree_->setItemDelegate(new RowDelegate(tree_));
   tree_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked
@@ -150,6 +146,7 @@ PalettePane::PalettePane(LongWork& work, QWidget* parent)
   connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
           [this](const QModelIndex& current) {
             showHelp();
+            showVertex();
             if (!current.isValid() || isRestoring_) return;
             currentKey_ = current.data(PaletteModel::keyRole).toString();
             currentColumn_ = current.column();
@@ -161,7 +158,9 @@ PalettePane::PalettePane(LongWork& work, QWidget* parent)
   connect(model_, &QAbstractItemModel::modelReset, this, [this] {
     restoreFolds();
     restoreCurrent();
+    showVertex();
   });
+  connect(model_, &QAbstractItemModel::dataChanged, this, &PalettePane::showVertex);
   connect(model_, &PaletteModel::written, this, [this](const palette::Report& report) {
     tell(report);
     Q_EMIT changed();
@@ -324,6 +323,10 @@ void PalettePane::showHelp() {
     help = tr("Refused: %1").arg(remark) + '\n' + help;
   help_->setText(help);
   help_->setVisible(!help_->text().isEmpty());
+}
+
+void PalettePane::showVertex() {
+  Q_EMIT vertexShown(model_->vertexAt(filter_->mapToSource(tree_->currentIndex())));
 }
 
 void PalettePane::search(const QString& text) {
@@ -496,10 +499,12 @@ QString PalettePane::rowAsText(const QModelIndex& row, QChar separator) const {
 
 QString PalettePane::rowsAsText(QChar separator) const {
   QString text;
-  for (int i = 0; i < filter_->rowCount(); ++i) {
-    const QModelIndex category = filter_->index(i, 0);
-    for (int row = 0; row < filter_->rowCount(category); ++row)
-      text += rowAsText(filter_->index(row, 0, category), separator);
+  for (int i = 0; i < model_->rowCount(); ++i) {
+    const QModelIndex category = model_->index(i, 0);
+    for (int row = 0; row < model_->rowCount(category); ++row) {
+      const QModelIndex place = model_->index(row, 0, category);
+      if (filter_->fits(place)) text += rowAsText(place, separator);
+    }
   }
   return text;
 }

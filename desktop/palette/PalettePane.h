@@ -10,10 +10,12 @@
 #include <QWidget>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "desktop/session/Session.h"
+#include "embedded/automation/geometry/Vector.h"
 
 class QAction;
 class QComboBox;
@@ -21,7 +23,6 @@ class QFrame;
 class QLabel;
 class QLineEdit;
 class QPushButton;
-class QSortFilterProxyModel;
 class QTreeView;
 
 namespace velt::tool {
@@ -32,6 +33,7 @@ namespace velt::desktop {
 
 class LongWork;
 class PaletteModel;
+class RowFilter;
 
 class PalettePane : public QWidget {
   Q_OBJECT
@@ -46,7 +48,8 @@ class PalettePane : public QWidget {
   void refresh();
   // What became of the last write, when it is no longer so.
   void forgetOutcome();
-  // The rows that are shown, with their categories, as a table for a spreadsheet: separated by `separator`.
+  // The rows that fit the search, with their categories, as a table for a spreadsheet: separated by `separator`. Of all
+  // vertices, not only of the one that is shown.
   [[nodiscard]] QString rowsAsText(QChar separator) const;
   // Says in the pane why there is no row of that label or name.
   void explainAbsence(const QString& name);
@@ -62,6 +65,8 @@ class PalettePane : public QWidget {
   void widened();
   // A write has changed the drawing.
   void changed();
+  // Somebody looks at a vertex of the entity that is shown, or no longer at any.
+  void vertexShown(const std::optional<automation::Vector3>& place);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -79,6 +84,7 @@ class PalettePane : public QWidget {
   void explainRow();
   void explain(const QString& subject, const std::function<tool::Explanation()>& find);
   void showExplanation(const QString& subject, const tool::Explanation& explanation);
+  void showVertex();
   void showBehind(const QModelIndex& place);
   void editCurrent();
   void copyRows();
@@ -91,7 +97,7 @@ class PalettePane : public QWidget {
   LongWork& work_;
   Session* session_ = nullptr;
   PaletteModel* model_;
-  QSortFilterProxyModel* filter_;
+  RowFilter* filter_;
   QComboBox* classes_;
   QLineEdit* search_;
   QPushButton* whyNone_;

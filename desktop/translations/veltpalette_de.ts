@@ -253,6 +253,26 @@
         <source>Saving</source>
         <translation>Die Zeichnung wird gespeichert</translation>
     </message>
+    <message>
+        <source>All on the same &amp;layer</source>
+        <translation>Alle auf demselben &amp;Layer</translation>
+    </message>
+    <message>
+        <source>All of the same &amp;class</source>
+        <translation>Alle derselben &amp;Klasse</translation>
+    </message>
+    <message>
+        <source>Selecting</source>
+        <translation>Auswählen</translation>
+    </message>
+    <message>
+        <source>All on &amp;layer %1</source>
+        <translation>Alle auf &amp;Layer %1</translation>
+    </message>
+    <message>
+        <source>All of &amp;class %1</source>
+        <translation>Alle der &amp;Klasse %1</translation>
+    </message>
 </context>
 <context>
     <name>velt::desktop::PaletteModel</name>
@@ -298,6 +318,10 @@
     <message>
         <source>Writing</source>
         <translation>Der Wert wird geschrieben</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
     </message>
 </context>
 <context>
@@ -455,6 +479,28 @@
     <message>
         <source>Refused: %1</source>
         <translation>Abgelehnt: %1</translation>
+    </message>
+</context>
+<context>
+    <name>velt::desktop::RowDelegate</name>
+    <message>
+        <source> of %1</source>
+        <translation> von %1</translation>
+    </message>
+</context>
+<context>
+    <name>velt::desktop::ValuePictures</name>
+    <message>
+        <source>off</source>
+        <translation>aus</translation>
+    </message>
+    <message>
+        <source>frozen</source>
+        <translation>gefroren</translation>
+    </message>
+    <message>
+        <source>locked</source>
+        <translation>gesperrt</translation>
     </message>
 </context>
 </TS>

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QDragEnterEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -17,6 +18,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QSettings>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QTableView>
 #include <QTest>
@@ -512,11 +514,100 @@ TEST_F(LockedWindow, OpensADrawingThatIsDroppedOnIt) {
   EXPECT_FALSE(other.isAccepted());
 }
 
-TEST_F(Window, TheVerticesOfAPolylineAreNumbered) {
-  window_->select({session().drawing().entityByHandle(0xA8)});
-  EXPECT_NE(shown("Vertex[1].X") + shown("Vertex[1].Y"), shown("Vertex[2].X") + shown("Vertex[2].Y"));
-  EXPECT_NE(valueOf("Vertex[1].X").data(PaletteModel::keyRole),
-            valueOf("Vertex[2].X").data(PaletteModel::keyRole));
+TEST_F(Window, OpensAgainWhatItHasSaved) {
+  selectClass("Circle");
+  type("Radius", "12.5");
+  EXPECT_TRUE(window_->save());
+  EXPECT_TRUE(window_->open(QString::fromStdString(file_)));
+  EXPECT_TRUE(session().selected().empty());
+  EXPECT_FALSE(session().canUndo());
+  selectClass("Circle");
+  EXPECT_EQ(shown("Radius").substr(0, 4), "12.5");
+}
+
+TEST_F(Window, ADrawingThatCannotBeLoadedLeavesTheOneThatIsShown) {
+  const std::size_t before = session().drawing().entities().size();
+  EXPECT_THROW(window_->load("nothing", [this] { return std::make_unique<Session>(folder_.path("no.dxf")); }),
+               std::exception);
+  EXPECT_EQ(session().drawing().entities().size(), before);
+  window_->load("another", [this] {
+    return std::make_unique<Session>(
+        folder_.write("one.dxf", tests::drawingOf({{"0"}}, tests::line("2F", "0"))));
+  });
+  EXPECT_EQ(session().drawing().entities().size(), 1U);
+}
+
+TEST_F(LockedWindow, SelectsAllOfALayerOrClass) {
+  window_->select({session().drawing().entityByHandle(0x30)});
+  part<QAction>("selectLayers").trigger();
+  EXPECT_EQ(session().selected().size(), 3U) << "all on the layer of the walls";
+  window_->select({session().drawing().entityByHandle(0x30)});
+  part<QAction>("selectClasses").trigger();
+  EXPECT_EQ(session().selected().size(), 2U) << "all circles";
+  window_->select({});
+  EXPECT_FALSE(part<QAction>("selectLayers").isEnabled());
+  EXPECT_FALSE(part<QAction>("selectClasses").isEnabled());
+}
+
+TEST_F(LockedWindow, TheMenuOfAnEntitySelectsItsLikes) {
+  window_->select({});
+  // On the one line that is locked.
+  const QRect row = entities().visualRect(entities().model()->index(3, 0));
+  Q_EMIT entities().customContextMenuRequested(row.center());
+  auto* const menu = window_->findChild<QMenu*>("entityMenu");
+  ASSERT_NE(menu, nullptr);
+  ASSERT_EQ(menu->actions()[0]->text(), "All on &layer Locked");
+  ASSERT_EQ(menu->actions()[1]->text(), "All of &class Line");
+  menu->actions()[0]->trigger();
+  EXPECT_EQ(session().selected().size(), 1U);
+  menu->actions()[1]->trigger();
+  EXPECT_EQ(session().selected().size(), 2U);
+  menu->close();
+}
+
+TEST_F(Window, TheMenuOfTheDrawingIsThatOfTheEntityUnderThePointer) {
+  auto& view = part<DrawingPane>("drawing");
+  selectClass("Circle");
+  window_->select({session().selected().front()});
+  const QPoint edge = zoomToEdge(session(), view);
+  QContextMenuEvent event(QContextMenuEvent::Mouse, edge, view.mapToGlobal(edge));
+  QCoreApplication::sendEvent(&view, &event);
+  auto* const menu = window_->findChild<QMenu*>("entityMenu");
+  ASSERT_NE(menu, nullptr);
+  EXPECT_EQ(menu->actions()[1]->text(), "All of &class Circle");
+  menu->close();
+}
+
+TEST_F(Window, WhatIsUnderThePointerIsNamedAndStandsOut) {
+  auto& view = part<DrawingPane>("drawing");
+  selectClass("Circle");
+  window_->select({session().selected().front()});
+  const QPoint edge = zoomToEdge(session(), view);
+  window_->select({});
+  const QImage before = view.grab().toImage();
+  QTest::mouseMove(&view, edge);
+  EXPECT_NE(view.grab().toImage(), before);
+  EXPECT_TRUE(window_->statusBar()->currentMessage().startsWith("Circle "));
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(&view, &leave);
+  EXPECT_EQ(view.grab().toImage(), before);
+  EXPECT_EQ(window_->statusBar()->currentMessage(), "");
+}
+
+TEST_F(Window, RemembersHowItWasArranged) {
+  auto& view = part<DrawingPane>("drawing");
+  part<QAction>("dark").trigger();
+  const QImage light = view.grab().toImage();
+  EXPECT_EQ(light.pixelColor(2, 2), QColor(Qt::white));
+  auto& halves = dynamic_cast<QSplitter&>(*palette().parentWidget());
+  halves.setSizes({600, 500});
+  const QList<int> sizes = halves.sizes();
+  window_->close();
+  window_ = std::make_unique<MainWindow>(std::make_unique<Session>(file_));
+  window_->show();
+  EXPECT_FALSE(part<QAction>("dark").isChecked());
+  EXPECT_EQ(part<DrawingPane>("drawing").grab().toImage().pixelColor(2, 2), QColor(Qt::white));
+  EXPECT_EQ(dynamic_cast<QSplitter&>(*palette().parentWidget()).sizes(), sizes);
 }
 
 // --- for everyone -------------------------------------------------------------------------------------------

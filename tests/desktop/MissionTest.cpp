@@ -8,6 +8,7 @@
 #include <QDockWidget>
 #include <QFrame>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 
 #include "desktop/drawing/DrawingPane.h"
@@ -20,6 +21,15 @@ namespace {
 class Mission : public Window {
  protected:
   std::string outcome() { return part<QLabel>("outcome").text().toStdString(); }
+  void selectFirst(const QString& kind, const QString& layer) {
+    const auto& list = dynamic_cast<EntityModel&>(*entities().model());
+    for (int row = 0; row < list.rowCount(); ++row) {
+      if (list.index(row, EntityModel::classColumn).data().toString() == kind
+          && list.index(row, EntityModel::layerColumn).data().toString() == layer)
+        return window_->select({list.entityAt(row)});
+    }
+    FAIL() << "there is no " << kind.toStdString() << " on " << layer.toStdString();
+  }
   // Opens the editor and types, without pressing the return key.
   void beginToType(const QString& label, const QString& text) {
     rows().setCurrentIndex(valueOf(label));
@@ -79,11 +89,28 @@ TEST_F(Mission, FromSelectingToSaving) {
   settle();
   EXPECT_THAT(outcome(), testing::HasSubstr("changed"));
 
+  // One corner of a polyline, which the drawing shows.
+  selectFirst("LWPolyline", "Garden");
+  type("Vertex", "3");
+  EXPECT_EQ(shown("Vertex").substr(0, 5), "3 of ");
+  picture("palette-7-vertex");
+
+  // A text of several lines.
+  selectFirst("MText", "Labels");
+  rows().setCurrentIndex(valueOf("Contents"));
+  rows().edit(valueOf("Contents"));
+  auto* const lines = rows().viewport()->findChild<QPlainTextEdit*>();
+  ASSERT_NE(lines, nullptr);
+  lines->moveCursor(QTextCursor::End);
+  picture("palette-8-lines");
+  QTest::keyClick(lines, Qt::Key_Escape);
+  settle();
+
   // What is on a locked layer stays as it is, and is found.
   entities().selectAll();
   type("Lineweight", "0.50 mm");
   EXPECT_THAT(outcome(), testing::HasSubstr("locked"));
-  picture("palette-7-locked");
+  picture("palette-9-locked");
   part<QPushButton>("locked").click();
   settle();
   for (const VkDbObjectId entity : session().selected())
@@ -94,21 +121,21 @@ TEST_F(Mission, FromSelectingToSaving) {
   selectClass("Circle");
   type("Radius", "wide");
   EXPECT_TRUE(valueOf("Radius").siblingAtColumn(0).data(Qt::DecorationRole).isValid());
-  picture("palette-8-refused");
+  picture("palette-10-refused");
 
   // Why there is no such row.
   entities().selectAll();
   QTest::keyClicks(&part<QLineEdit>("search"), "Radius");
   QTest::keyClick(&part<QLineEdit>("search"), Qt::Key_Return);
   EXPECT_TRUE(part<QFrame>("explanation").isVisible());
-  picture("palette-9-why");
+  picture("palette-11-why");
   part<QPushButton>("closeExplanation").click();
   part<QLineEdit>("search").clear();
 
   // Back and forth.
   window_->findChild<QDockWidget*>("historyDock")->show();
   part<QAction>("undo").trigger();
-  picture("palette-10-undo");
+  picture("palette-12-undo");
   part<QAction>("undo").trigger();
   part<QAction>("undo").trigger();
   EXPECT_EQ(session().drawing().document().bytes(), before);
@@ -118,7 +145,7 @@ TEST_F(Mission, FromSelectingToSaving) {
   EXPECT_TRUE(window_->save());
   EXPECT_FALSE(window_->isWindowModified());
   EXPECT_EQ(tests::contentOf(file_), session().drawing().document().bytes());
-  picture("palette-11-save");
+  picture("palette-13-save");
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
@@ -73,6 +74,7 @@ class RandomUser {
       { 4, &RandomUser::search},
       { 3, &RandomUser::fold},
       { 3, &RandomUser::chooseFromMenu},
+      { 2, &RandomUser::useMenuOfDrawing},
       { 1, &RandomUser::resize},
       { 1, &RandomUser::saveAs},
     };
@@ -118,7 +120,8 @@ class RandomUser {
   bool oneIn(std::size_t count) { return below(count) == 0; }
   template <class Container>
   const auto& oneOf(const Container& container) {
-    return *std::next(std::begin(container), static_cast<std::ptrdiff_t>(below(std::size(container))));
+    return *std::next(std::begin(container),
+                      static_cast<std::ptrdiff_t>(below(static_cast<std::size_t>(std::size(container)))));
   }
   Qt::KeyboardModifiers keys() {
     return oneOf(std::array<Qt::KeyboardModifiers, 4>{Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier,
@@ -417,6 +420,20 @@ class RandomUser {
     action->trigger();
   }
 
+  void useMenuOfDrawing() {
+    did_ = "use the menu of the drawing";
+    const QPoint at = place(view());
+    QContextMenuEvent event(oneIn(4) ? QContextMenuEvent::Keyboard : QContextMenuEvent::Mouse, at,
+                            view().mapToGlobal(at));
+    QCoreApplication::sendEvent(&view(), &event);
+    auto* const menu = window_.findChild<QMenu*>("entityMenu");
+    ASSERT_NE(menu, nullptr);
+    QAction* const action = oneOf(menu->actions());
+    did_ += ", " + action->text().toStdString();
+    action->trigger();
+    menu->close();
+  }
+
   void resize() {
     did_ = "resize";
     window_.resize(500 + static_cast<int>(below(1000)), 400 + static_cast<int>(below(600)));
@@ -458,13 +475,18 @@ class RandomUser {
     for (int i = 0; i < model.rowCount(); ++i) {
       const QModelIndex category = model.index(i, 0);
       for (int row = 0; row < model.rowCount(category); ++row) {
+        const QModelIndex value = model.index(row, 1, category);
+        const int vertices = value.data(PaletteModel::countRole).toInt();
         shown.push_back({category.data().toString().toStdString(),
                          model.index(row, 0, category).data().toString().toStdString(),
-                         model.index(row, 1, category).data().toString().toStdString()});
+                         vertices > 0 ? vertexText(vertices) : value.data().toString().toStdString()});
       }
     }
     return shown;
   }
+
+  // Whichever of them somebody looks at.
+  static std::string vertexText(std::int32_t count) { return "one of " + std::to_string(count); }
 
   Shown freshRows() {
     Shown fresh;
@@ -480,8 +502,10 @@ class RandomUser {
             const std::size_t space = label.rfind(' ');
             label = label.substr(0, space) + "[" + std::to_string(number) + "]." + label.substr(space + 1);
           }
+          const bool isHeader = row.kind() == PropertyKind::vertex && row.record().groupCount > 0;
           fresh.push_back({category.name.empty() ? "(no category)" : category.name, label,
-                           row.text(session().numberStyle())});
+                           isHeader ? vertexText(static_cast<std::int32_t>(row.record().groupCount))
+                                    : row.text(session().numberStyle())});
         }
       }
     } catch (const palette::Error& error) {
@@ -496,10 +520,23 @@ class RandomUser {
     for (const palette::Category& category : palette::byCategory(session().rows())) {
       for (const palette::Row& row : category.rows) {
         const QString words = QString::fromStdString(category.name + ' ' + row.label() + ' ' + row.name());
-        if (words.contains(wanted, Qt::CaseInsensitive)) ++fitting;
+        if (!words.contains(wanted, Qt::CaseInsensitive)) continue;
+        // Without a search one vertex is shown: see below.
+        if (!wanted.isEmpty() || !row.record().isElement || row.record().elementGrouping == 0) ++fitting;
       }
     }
-    ASSERT_EQ(visibleRows().size(), fitting) << "of " << wanted.toStdString();
+    std::size_t shown = 0;
+    int lookedAt = 0;
+    for (const QModelIndex& row : visibleRows()) {
+      const int number = row.data(PaletteModel::numberRole).toInt();
+      if (row.data(PaletteModel::countRole).toInt() > 0) lookedAt = number;
+      if (wanted.isEmpty() && number > 0) {
+        ASSERT_EQ(number, lookedAt) << did_;
+      }
+      const bool isCoordinate = number > 0 && row.data(PaletteModel::countRole).toInt() == 0;
+      if (!wanted.isEmpty() || !isCoordinate) ++shown;
+    }
+    ASSERT_EQ(shown, fitting) << "of " << wanted.toStdString();
   }
 
   MainWindow& window_;

@@ -9,6 +9,7 @@
 #include <QImage>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QSettings>
 #include <QTableView>
 #include <QTest>
@@ -104,8 +105,13 @@ class Window : public testing::Test {
     rows().edit(place);
     auto* const editor = rows().viewport()->findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     ASSERT_NE(editor, nullptr) << label.toStdString() << " cannot be edited";
-    auto* const list = qobject_cast<QComboBox*>(editor);
-    auto* const field = list != nullptr ? list->lineEdit() : qobject_cast<QLineEdit*>(editor);
+    if (auto* const lines = qobject_cast<QPlainTextEdit*>(editor)) {
+      lines->setPlainText(text);
+      QTest::keyClick(editor, Qt::Key_Return, Qt::ControlModifier);
+      return settle();
+    }
+    auto* field = qobject_cast<QLineEdit*>(editor);
+    if (field == nullptr) field = editor->findChild<QLineEdit*>();
     ASSERT_NE(field, nullptr);
     field->selectAll();
     QTest::keyClicks(field, text);
