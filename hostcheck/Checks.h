@@ -32,7 +32,8 @@ bool checkEntity(Findings& findings, EntityClass& entity);
 void checkLayers(Findings& findings, std::span<const EntityClass> entities);
 void checkClassIds(Findings& findings, std::span<const EntityClass> entities);
 
-// The automation object of one entity, with one reference for the caller; null when it cannot be had.
+// The automation object of one entity, with one reference for the caller; null when it cannot be had, or speaks for
+// somebody else.
 IUnknown* checkObject(Findings& findings, const EntityClass& entity);
 void checkCounting(Findings& findings, IUnknown& object);
 void checkUnknownClass(Findings& findings);

@@ -52,7 +52,7 @@ std::string hex(HRESULT result) {
 }
 
 void Findings::note(std::string_view check) {
-  if (!contains(report_.tried, check)) report_.tried.emplace_back(check);
+  if (!noted_.contains(check)) report_.tried.push_back(*noted_.emplace(check).first);
 }
 
 void Findings::tries(std::string_view check) {

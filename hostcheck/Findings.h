@@ -2,6 +2,8 @@
 
 // What the checks share: they tell what they ask for, and what was wrong with the answer.
 
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -51,6 +53,8 @@ class Findings {
   void note(std::string_view check);
 
   Report& report_;
+  // What was tried, found at once: a drawing is asked for millions of things.
+  std::set<std::string, std::less<>> noted_;
   std::string subject_;
 };
 

@@ -31,6 +31,24 @@ bool isReal(VARTYPE type) {
   return type == VT_R4 || type == VT_R8 || type == VT_DATE || type == VT_CY;
 }
 
+// Labels are all that users see of an element: the name is the property's. The elements of a property with groups are
+// told apart by their group, too.
+void checkLabels(Findings& findings, IOPMPropertyExpander& expander, const Property& property,
+                 CountedStringsHolder& list) {
+  SHORT grouping = 0;
+  findings.call("GetElementGrouping",
+                [&] { return expander.GetElementGrouping(property.dispId, &grouping); });
+  if (grouping != 0) return;
+  std::set<std::wstring> labels;
+  for (ULONG i = 0; i < list.stringCount(); ++i) {
+    if (list.string(i) == nullptr) continue;
+    const std::wstring label = list.string(i);
+    findings.expect(!label.empty() && labels.insert(label).second, "element-labels",
+                    "each element has a label of its own",
+                    label.empty() ? "an empty one" : narrow(label.c_str()) + " twice");
+  }
+}
+
 }  // namespace
 
 void checkChoices(Findings& findings, IUnknown& unknown, const Property& property) {
@@ -79,6 +97,7 @@ void checkElements(Findings& findings, IUnknown& unknown, const Property& proper
                        "as many cookies as texts of elements", counts(list)))
     return;
   findings.expect(hasAllTexts(list), "element-lists", "a text for each element", "null");
+  checkLabels(findings, *expander.get(), property, list);
   std::set<DWORD> cookies;
   for (ULONG i = 0; i < list.cookieCount(); ++i) {
     const DWORD cookie = list.cookie(i);

@@ -60,17 +60,25 @@ void checkRefusal(Findings& findings, IUnknown& object) {
                   hex(result) + (found != nullptr ? ", and a pointer" : ""));
 }
 
-void bind(Findings& findings, IUnknown& object, long oldId) {
+// False when the object does not speak for the entity. The layer does not notice; what it is asked then is not the
+// entity's to answer, so nothing more is tried with it.
+bool bind(Findings& findings, IUnknown& object, long oldId) {
   InterfaceHolder<IVeltBaseObject> base;
-  if (FAILED(query(&object, velt::IID_IVeltBaseObject, base))) return;
+  if (FAILED(query(&object, velt::IID_IVeltBaseObject, base))) return true;
   VkDbObjectId id = VkDbObjectId().setFromOldId(oldId);
   const HRESULT bound =
       findings.call("SetObjectId", [&] { return base->SetObjectId(id, VkDbObjectId::kNull, nullptr); });
+  // An object refuses an entity of another kind than its own: then two kinds have one class id.
+  if (!findings.expect(SUCCEEDED(bound), "object-binds",
+                       "SetObjectId binds the object of the entity's class id to the entity",
+                       hex(bound) + ", as where entities of another kind have this class id"))
+    return false;
   VkDbObjectId answered;
   const HRESULT asked = findings.call("GetObjectId", [&] { return base->GetObjectId(&answered); });
-  findings.expect(SUCCEEDED(bound) && SUCCEEDED(asked) && answered.asOldId() == oldId, "object-id",
+  findings.expect(SUCCEEDED(asked) && answered.asOldId() == oldId, "object-id",
                   "the object answers the id that it was bound to, " + std::to_string(oldId),
-                  SUCCEEDED(bound) ? std::to_string(answered.asOldId()) : "binding answered " + hex(bound));
+                  SUCCEEDED(asked) ? std::to_string(answered.asOldId()) : hex(asked));
+  return true;
 }
 
 }  // namespace
@@ -117,12 +125,11 @@ IUnknown* checkObject(Findings& findings, const EntityClass& entity) {
   if (!findings.expect(SUCCEEDED(result) && made != nullptr, "object-made",
                        "TqAutoCreateInstance makes an object of the entity's class", hex(result)))
     return nullptr;
-  auto* const object = static_cast<IUnknown*>(made);
-  checkInterfaces(findings, *object);
-  checkRefusal(findings, *object);
-  checkCounting(findings, *object);
-  bind(findings, *object, entity.oldId);
-  return object;
+  auto object = InterfaceHolder<IUnknown>::owning(static_cast<IUnknown*>(made));
+  checkInterfaces(findings, *object.get());
+  checkRefusal(findings, *object.get());
+  checkCounting(findings, *object.get());
+  return bind(findings, *object.get(), entity.oldId) ? object.detach() : nullptr;
 }
 
 }  // namespace velt::hostcheck

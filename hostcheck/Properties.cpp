@@ -96,6 +96,15 @@ bool looksLikeAValue(VARTYPE type) {
          && type != VT_VARIANT;
 }
 
+// A VT_VARIANT property has no type of its own: what is shown are elements, or a value that has one.
+void checkUnexpanded(Findings& findings, HRESULT got, VARTYPE type) {
+  findings.expect(
+      SUCCEEDED(got) && type != VT_VARIANT && type != VT_EMPTY, "value-expander",
+      "elements of a VT_VARIANT property from IOPMPropertyExpander, or a value with a type of its own",
+      "no IOPMPropertyExpander, and "
+          + (FAILED(got) ? hex(got) : "a value of the type " + std::to_string(type)));
+}
+
 void checkValue(Findings& findings, IDispatch& object, const Property& property) {
   VARIANT value{};
   value.vt = property.type;
@@ -109,6 +118,7 @@ void checkValue(Findings& findings, IDispatch& object, const Property& property)
   SysFreeString(exception.bstrSource);
   SysFreeString(exception.bstrDescription);
   SysFreeString(exception.bstrHelpFile);
+  if (property.type == VT_VARIANT) checkUnexpanded(findings, got, value.vt);
   if (FAILED(got)) {
     const bool isLeft = value.vt == property.type && value.llVal == 0;
     findings.expect(isLeft || value.vt == VT_EMPTY, "failed-outputs",
@@ -141,6 +151,7 @@ void checkProperty(Findings& findings, IUnknown& unknown, IDispatch& object, con
   InterfaceHolder<ICategorizeProperties> categories;
   if (SUCCEEDED(query(&unknown, IID_ICategorizeProperties, categories)))
     checkCategory(findings, *categories.get(), property);
+  if (property.type == VT_VARIANT) findings.tries("value-expander");
   if (isExpanded(unknown, property)) return;
   checkValue(findings, object, property);
 }

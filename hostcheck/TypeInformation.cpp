@@ -1,5 +1,7 @@
 // The walk through the type information of an object, as the layer makes it.
 
+#include <algorithm>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -9,6 +11,7 @@
 #include "host/com/ComRuntime.h"
 #include "host/com/TypeInfo.h"
 #include "hostcheck/Checks.h"
+#include "hostcheck/TypeNames.h"
 
 using namespace velt::holders;
 
@@ -24,6 +27,8 @@ struct Function {
   INVOKEKIND kind;
   WORD flags;
   VARTYPE type;
+  // Means something for VT_USERDEFINED only.
+  HREFTYPE userType;
 };
 
 std::string place(UINT index) {
@@ -35,8 +40,9 @@ bool describe(Findings& findings, ITypeInfo& type, UINT index, Function& functio
   const HRESULT result =
       findings.call("GetFuncDesc", [&] { return type.GetFuncDesc(index, description.put()); });
   if (!handedOver(result, description) || !description) return false;
-  function = {description->memid, description->invkind, description->wFuncFlags,
-              description->elemdescFunc.tdesc.vt};
+  const TYPEDESC& returned = description->elemdescFunc.tdesc;
+  function = {description->memid, description->invkind, description->wFuncFlags, returned.vt,
+              returned.vt == VT_USERDEFINED ? returned.hreftype : 0};
   return true;
 }
 
@@ -70,6 +76,63 @@ void checkUnknownName(Findings& findings, IDispatch& object) {
   const HRESULT result = resolve(findings, object, L"NobodysNameOfAProperty", dispId);
   findings.expect(FAILED(result), "name-unknown",
                   "GetIDsOfNames fails for a name that the object does not have", hex(result));
+}
+
+// What a user-defined type is to the layer: an enumeration, or a type that goes by the name that its library has for it.
+struct UserType {
+  bool isEnumeration = false;
+  std::wstring name;
+};
+
+// Answers nothing, and says in `reason` which call has failed, where there is no telling.
+std::optional<UserType> resolveType(Findings& findings, ITypeInfo& typeInfo, HREFTYPE reference,
+                                    std::string& reason) {
+  InterfaceHolder<ITypeInfo> referenced;
+  // As in the layer, the pointer alone counts.
+  findings.call("GetRefTypeInfo", [&] { return typeInfo.GetRefTypeInfo(reference, referenced.put()); });
+  reason = "GetRefTypeInfo answers none";
+  if (!referenced) return std::nullopt;
+  TypeAttributesHolder attributes(*referenced.get());
+  const HRESULT read =
+      findings.call("GetTypeAttr", [&] { return referenced->GetTypeAttr(attributes.put()); });
+  reason = "GetTypeAttr of the type fails";
+  if (!handedOver(read, attributes) || !attributes) return std::nullopt;
+  if (attributes->typekind == TKIND_ENUM) return UserType{true, {}};
+
+  InterfaceHolder<ITypeLib> library;
+  UINT index = 0;
+  const HRESULT contained = findings.call(
+      "GetContainingTypeLib", [&] { return referenced->GetContainingTypeLib(library.put(), &index); });
+  reason = "GetContainingTypeLib of the type fails";
+  if (!handedOver(contained, library) || !library) return std::nullopt;
+  StringHolder name;
+  StringHolder documentation;
+  StringHolder helpFile;
+  DWORD helpContext = 0;
+  const HRESULT documented = findings.call("GetDocumentation", [&] {
+    return library->GetDocumentation(static_cast<INT>(index), name.put(), documentation.put(), &helpContext,
+                                     helpFile.put());
+  });
+  reason = "GetDocumentation of the type's library fails";
+  if (!handedOver(documented, name, documentation, helpFile) || !name) return std::nullopt;
+  return UserType{false, name.get()};
+}
+
+// By the name of its type a row is a length or a layer. A name that nobody knows is no failure, so nobody is told of it.
+void checkTypeName(Findings& findings, ITypeInfo& typeInfo, const Function& function,
+                   const std::string& property) {
+  if (function.type != VT_USERDEFINED) return;
+  findings.tries("type-name");
+  std::string came;
+  const std::optional<UserType> type = resolveType(findings, typeInfo, function.userType, came);
+  if (type) came = narrow(type->name.c_str());
+  const bool isKnown = type
+                       && (type->isEnumeration
+                           || std::find(typeNames.begin(), typeNames.end(), type->name) != typeNames.end());
+  findings.expect(isKnown, "type-name",
+                  "the user-defined type of " + property
+                      + " is an enumeration, or has a name that the layer knows, as VELT_DISTANCE",
+                  came);
 }
 
 class Walk {
@@ -109,10 +172,12 @@ class Walk {
     if ((function.flags & (FUNCFLAG_FHIDDEN | FUNCFLAG_FNONBROWSABLE)) != 0 || !isProperty(function)) return;
     findings_.expect(dispId != 0 && dispId != ofPlugIns, "property-id",
                      "the DISPID of " + narrow(name.get()) + " is neither 0 nor -23", std::to_string(dispId));
-    if (function.kind == INVOKE_PROPERTYPUT)
+    if (function.kind == INVOKE_PROPERTYPUT) {
       puts_.insert(name.get());
-    else
+    } else {
+      checkTypeName(findings_, type_, function, narrow(name.get()));
       properties_.push_back({name.get(), dispId, function.type, false});
+    }
   }
 
   Findings& findings_;

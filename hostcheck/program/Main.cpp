@@ -133,6 +133,21 @@ void printJson(const Report& report) {
             << '\n';
 }
 
+// One line for each reason, in the order in which the reasons come.
+void printNotTried(std::vector<velt::hostcheck::NotTried> left) {
+  while (!left.empty()) {
+    const std::string reason = left.front().reason;
+    const auto others = std::stable_partition(left.begin(), left.end(),
+                                              [&](const auto& one) { return one.reason == reason; });
+    const auto count = others - left.begin();
+    std::cout << count << (count == 1 ? " check" : " checks") << " not tried, because " << reason << ":";
+    for (auto one = left.begin(); one != others; ++one)
+      std::cout << (one == left.begin() ? " " : ", ") << one->check;
+    std::cout << '\n';
+    left.erase(left.begin(), others);
+  }
+}
+
 void print(const Report& report) {
   for (const auto& finding : report.findings) {
     std::cout << finding.check << (finding.subject.empty() ? "" : ": ") << finding.subject << "\n  expected  "
@@ -141,8 +156,7 @@ void print(const Report& report) {
   }
   for (const auto& [check, count] : report.further)
     std::cout << check << ": " << count << " more like these\n\n";
-  for (const auto& one : report.notTried)
-    std::cout << "not tried: " << one.check << " (" << one.reason << ")\n";
+  printNotTried(report.notTried);
   std::size_t count = report.findings.size();
   for (const auto& [check, more] : report.further)
     count += more;

@@ -16,17 +16,19 @@ using namespace velt;
 using hostcheck::checks;
 using hostcheck::Report;
 
-std::vector<long> idsOf(const database::Drawing& drawing) {
+std::vector<long> idsOf(const database::Drawing& drawing, std::size_t everyNth = 1) {
   std::vector<long> ids;
-  for (const VkDbObjectId id : drawing.entities())
-    ids.push_back(id.asOldId());
+  for (std::size_t i = 0; i < drawing.entities().size(); i += everyNth)
+    ids.push_back(drawing.entities()[i].asOldId());
   return ids;
 }
 
 TEST(HostCheck, FindsNothingInTheEmbeddedHost) {
   tests::forEachDrawing([](const tests::WholeDrawing& whole) {
     const auto drawing = database::Drawing::parse(whole.bytes, whole.name);
-    const Report report = hostcheck::checkHost(idsOf(*drawing));
+    // A large drawing has the same over and over: some two hundred entities from all over it.
+    const std::size_t everyNth = whole.isOwn ? 1 : drawing->entities().size() / 200 + 1;
+    const Report report = hostcheck::checkHost(idsOf(*drawing, everyNth));
     for (const hostcheck::Finding& finding : report.findings)
       ADD_FAILURE() << finding.check << ": " << finding.subject << "\n  expected " << finding.expected
                     << "\n  came " << finding.came;

@@ -42,6 +42,22 @@ TEST_F(Lists, AreFoundWhenAnElementHasNoValue) {
   EXPECT_EQ(found(), Names{"element-values"});
 }
 
+TEST_F(Lists, AreFoundWhenTwoElementsHaveOneLabel) {
+  part[start].elements[1].name = L"X";
+  EXPECT_EQ(found(), Names{"element-labels"});
+}
+
+TEST_F(Lists, AreFoundWhenAnElementHasAnEmptyLabel) {
+  part[start].elements[1].name = L"";
+  EXPECT_EQ(found(), Names{"element-labels"});
+}
+
+TEST_F(Lists, MayHaveElementsOfOneLabelInSeveralGroups) {
+  part[start].elements[1].name = L"X";
+  part[start].grouped(1, 2);
+  EXPECT_EQ(found(), Names{});
+}
+
 TEST_F(Lists, AreFoundWhenTwoElementsHaveOneCookie) {
   part[start].elements[1].cookie = 1;
   EXPECT_EQ(found(), Names{"element-cookies"});

@@ -44,6 +44,14 @@ TEST_F(Objects, AreFoundWhenTheyAnswerAnInterfaceThatTheyDoNotHave) {
   EXPECT_EQ(found(), Names{"object-refuses"});
 }
 
+TEST_F(Objects, AreFoundWhenTheyRefuseTheEntityOfTheirClassAndAreAskedNothingMore) {
+  host.on("SetObjectId").fail(E_INVALIDARG);
+  host.mark();
+  EXPECT_EQ(found(), Names{"object-binds"});
+  EXPECT_EQ(host.log.count("GetTypeInfo("), 0);
+  EXPECT_EQ(host.balance(), "balanced");
+}
+
 TEST_F(Objects, AreFoundWhenTheyForgetTheirEntity) {
   host.on("SetObjectId").answerNothing();
   EXPECT_EQ(found(), Names{"object-id"});

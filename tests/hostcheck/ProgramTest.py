@@ -43,7 +43,7 @@ class TheProgram(unittest.TestCase):
         result = self.run_check("--host", self.minimal, 1, 2, 3)
         self.assertEqual((0, ""), (result.returncode, result.stderr), result.stdout)
         self.assertRegex(result.stdout, r"(?m)^\d+ checks, 0 findings$")
-        self.assertIn("not tried: array-bounds (the host makes no arrays, and so it has no property sources)", result.stdout)
+        self.assertIn("6 checks not tried, because the host makes no arrays, and so it has no property sources: array-bounds, ", result.stdout)
 
     def test_finds_nothing_in_the_embedded_host(self):
         result = self.run_check("--host", self.embedded, "--document", self.drawing)
@@ -55,6 +55,7 @@ class TheProgram(unittest.TestCase):
                 ("hiding", "return give(show, 1);", "return give(show, -1);", "flag-shown"),
                 ("silent", '{1011, L"The part has no IOPMPropertyExtension."},', "", "message-texts"),
                 ("growing", "{1, 0, 0, 8, nullptr}", "{1, 0, 0, 16, nullptr}", "empty-block"),
+                ("nameless", "Kind::pipe ? CLSID_Pipe : CLSID_Valve;", "Kind::pipe ? CLSID_Pipe : CLSID_Pipe;", "object-binds"),
                 ("layerless", "return VkDbObjectId().setFromOldId(static_cast<long>(firstLayerId + imp_->part->layer));",
                  "return VkDbObjectId::kNull;", "layer-opens")):
             with self.subTest(host=name):

@@ -81,6 +81,17 @@ TEST_F(Properties, AreFoundWhenTheirValueIsOfAnotherType) {
   EXPECT_EQ(found(), Names{"value-type"});
 }
 
+TEST_F(Properties, AreFoundWhenElementsAreMeantAndNobodyAnswersThem) {
+  part.withhold(IID_IOPMPropertyExpander);
+  EXPECT_EQ(found(), Names{"value-expander"});
+}
+
+TEST_F(Properties, MayBeVariantsWithAValueInPlaceOfElements) {
+  part.withhold(IID_IOPMPropertyExpander);
+  part[start].holds(r8(2));
+  EXPECT_EQ(found(), Names{});
+}
+
 TEST_F(Properties, AreFoundWhenAnEmptyTextIsNull) {
   VARIANT null{};
   null.vt = VT_BSTR;

@@ -53,6 +53,33 @@ TEST_F(TypeInformation, IsFoundWhenAnyNameResolves) {
   EXPECT_EQ(found(), Names{"name-unknown"});
 }
 
+TEST_F(TypeInformation, IsFoundWhenAUserDefinedTypeHasANameThatNobodyKnows) {
+  const auto type = ToyTypeInfo::named(host, L"velt_distance", TKIND_ALIAS);
+  part[length].returns(*type);
+  EXPECT_EQ(found(), Names{"type-name"});
+}
+
+TEST_F(TypeInformation, IsFoundWhenAUserDefinedTypeCannotBeHad) {
+  const auto type = ToyTypeInfo::named(host, L"VELT_DISTANCE", TKIND_ALIAS);
+  part[length].returns(*type);
+  for (const char* call : {"GetRefTypeInfo(", "GetContainingTypeLib(", "GetDocumentation(3"}) {
+    host.on(call).fail();
+    EXPECT_EQ(found(), Names{"type-name"}) << call;
+    host.on(call);
+  }
+}
+
+TEST_F(TypeInformation, MayHaveUserDefinedTypesOfKnownNamesAndEnumerationsOfAny) {
+  const auto distance = ToyTypeInfo::named(host, L"VELT_DISTANCE", TKIND_ALIAS);
+  const auto kinds = ToyTypeInfo::named(host, L"KindsOfPipes", TKIND_ENUM);
+  kinds->member(L"plain", i4(0));
+  part[length].returns(*distance);
+  part[material].returns(*kinds);
+  host.mark();
+  EXPECT_EQ(found(), Names{});
+  EXPECT_EQ(host.balance(), "balanced");
+}
+
 TEST_F(TypeInformation, IsFoundWhenAPropertyHasTheIdOfPlugIns) {
   part.readOnly(-23, L"Odd").returns(VT_R8).holds(r8(1)).inCategory(3, L"Geometry").shown(1);
   EXPECT_EQ(found(), Names{"property-id"});
