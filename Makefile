@@ -2,7 +2,7 @@
 PREFIX ?= /usr/local
 SECONDS_PER_TARGET ?= 60
 
-.PHONY: run palette test bench fuzz asan asan-layer tsan coverage docs install package dist format lint accept-golden clean
+.PHONY: run palette test bench fuzz asan asan-layer tsan libcxx coverage docs install package dist format lint accept-golden clean
 
 run:
 	@scripts/install-dependencies build
@@ -36,6 +36,10 @@ asan-layer:
 tsan:
 	@scripts/install-dependencies build test sanitize
 	@scripts/build tsan && ctest --preset tsan
+
+libcxx:
+	@scripts/install-dependencies build libcxx
+	@scripts/build libcxx velt_layer_tests && ctest --preset libcxx -L layer
 
 coverage:
 	@scripts/install-dependencies build test coverage

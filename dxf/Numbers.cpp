@@ -1,7 +1,9 @@
 #include "dxf/Numbers.h"
 
 #include <array>
+#include <clocale>
 #include <cmath>
+#include <cstdlib>
 #include <stdexcept>
 
 namespace velt::dxf {
@@ -20,12 +22,38 @@ std::string formatReal(double value) {
   return text;
 }
 
+namespace {
+
+// As std::from_chars, which reads whole numbers alone in libc++. What strtod takes besides is kept from it.
+std::from_chars_result readReal(std::string_view text, double& value) {
+#ifdef __cpp_lib_to_chars
+  return std::from_chars(text.data(), text.data() + text.size(), value);
+#else
+  if (text.find_first_of("xX") != std::string_view::npos || text.find_first_of("+ \t\n\v\f\r") == 0)
+    return {text.data(), std::errc::invalid_argument};
+  static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+  const std::string copy(text);
+  char* end = nullptr;
+  const double read = strtod_l(copy.c_str(), &end, plain);
+  const char* const reached = text.data() + (end - copy.c_str());
+  if (reached == text.data()) return {reached, std::errc::invalid_argument};
+  const bool isInfinite = std::isinf(read) && text.find_first_of("iI") == std::string_view::npos;
+  const bool isLost =
+      std::fpclassify(read) == FP_ZERO && text.find_first_of("123456789") < text.find_first_of("eE");
+  if (isInfinite || isLost) return {reached, std::errc::result_out_of_range};
+  value = read;
+  return {reached, std::errc{}};
+#endif
+}
+
+}  // namespace
+
 std::optional<double> parseReal(std::string_view text) {
   text = trimmed(text);
   if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
   double value = 0.0;
   const char* const last = text.data() + text.size();
-  const auto [end, error] = std::from_chars(text.data(), last, value);
+  const auto [end, error] = readReal(text, value);
   if (end != last || text.empty()) return std::nullopt;
   if (error == std::errc::result_out_of_range) {
     const bool tooSmall =

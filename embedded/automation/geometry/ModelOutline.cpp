@@ -15,6 +15,13 @@
 #include "embedded/automation/geometry/Boundary.h"
 #include "embedded/automation/geometry/ObjectFrame.h"
 
+#ifdef __cpp_lib_math_special_functions
+using std::ellint_2;
+#else  // libc++ has none of these functions
+#include <boost/math/special_functions/ellint_2.hpp>
+using boost::math::ellint_2;
+#endif
+
 namespace velt::automation {
 namespace {
 
@@ -48,8 +55,8 @@ double lengthOf(const EllipticalArc& arc) {
   const double ratio = length(arc.minor) / major;
   const double modulus = std::sqrt(std::max(0.0, (1 - ratio) * (1 + ratio)));
   // The integral counts from the end of the minor axis.
-  const double from = std::ellint_2(modulus, arc.start - std::numbers::pi / 2);
-  const double to = std::ellint_2(modulus, arc.start + arc.sweep - std::numbers::pi / 2);
+  const double from = ellint_2(modulus, arc.start - std::numbers::pi / 2);
+  const double to = ellint_2(modulus, arc.start + arc.sweep - std::numbers::pi / 2);
   return major * std::abs(to - from);
 }
 
