@@ -9,6 +9,7 @@ import tempfile
 import unittest
 
 import house
+import MinimalHostTest
 
 
 @unittest.skipUnless(house.build_root(), "started by hand, without a build folder")
@@ -83,14 +84,33 @@ class ThePackages(unittest.TestCase):
             self.assertEqual(0, done.returncode, done.stdout)
             return done.stdout
 
+        def build(*arguments, packages):
+            flags = run("pkg-config", "--cflags", "--libs", *packages).split()
+            # In /usr the linker finds what a library needs of another; below a folder it has to be told.
+            run(os.environ.get("VELT_CXX", "c++"), "-std=c++20", *arguments, *flags, f"-Wl,-rpath-link,{libraries}")
+
+        check, examples = root / "usr/bin/velt-host-check", root / "usr/share/doc/veltpropdata/examples"
         run(root / "usr/bin/veltprops", "sample", "plan.dxf")
-        self.assertIn(" 0 findings", run(
-            root / "usr/bin/velt-host-check", "--host", libraries / "velt/hosts/embedded-host.so", "--document", "plan.dxf"))
-        flags = run("pkg-config", "--cflags", "--libs", "veltpalette", "veltembeddedhost").split()
-        # In /usr the linker finds what a library needs of another; below a folder it has to be told.
-        run(os.environ.get("VELT_CXX", "c++"), "-std=c++20", root / "usr/share/doc/veltpropdata/examples/palette.cpp",
-            *flags, f"-Wl,-rpath-link,{libraries}", "-o", "palette")
-        self.assertIn("Layer: ", run("./palette", "plan.dxf"))
+        with self.subTest("the embedded host"):
+            self.assertIn(" 0 findings", run(check, "--host", libraries / "velt/hosts/embedded-host.so", "--document", "plan.dxf"))
+
+        with self.subTest("palette.cpp"):
+            build(examples / "palette.cpp", "-o", "palette", packages=["veltpalette", "veltembeddedhost"])
+            self.assertRegex(run("./palette", "plan.dxf"), r"(?m)^  Layer: \*VARIES\*$")
+        for name in ("save", "cancel"):
+            with self.subTest(f"{name}.cpp"):
+                build(examples / f"{name}.cpp", "-o", name, packages=["veltpalette", "veltembeddedhost"])
+                run(f"./{name}", "plan.dxf", "Blue", f"{name}.dxf")
+                self.assertRegex(run(root / "usr/bin/veltprops", "show", f"{name}.dxf", "--layer", "Walls"), r"(?m)^  Color +Blue")
+        with self.subTest("minimal-host"):
+            host = sorted((examples / "minimal-host").glob("*.cpp"))
+            # Compiled once: with its palette it is a program, without it a host to be checked.
+            build(*host, "-c", "-fPIC", packages=["veltpropdata"])
+            objects = {f"{path.stem}.o" for path in host}
+            build(*objects, "-o", "minimal_host", packages=["veltpropdata"])
+            self.assertEqual(MinimalHostTest.SHOWN, run("./minimal_host"))
+            run(os.environ.get("VELT_CXX", "c++"), *(objects - {"Palette.o"}), "-shared", "-o", "minimal-host.so")
+            self.assertIn(" 0 findings", run(check, "--host", "minimal-host.so", 1, 2, 3))
 
     @unittest.skipUnless(shutil.which("lintian"), "lintian is not installed")
     def test_are_as_lintian_wants_them(self):

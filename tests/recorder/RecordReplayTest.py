@@ -101,6 +101,10 @@ class RecordAndReplay(unittest.TestCase):
         self.assertIn('"call":"IDynamicProperty', recording.read_text(encoding="utf-8"))
         self.assert_as_recorded(recording)
 
+    def test_begins_with_the_line_that_the_guide_shows(self):
+        guide = (house.source_root() / "docs" / "recording.md").read_text(encoding="utf-8")
+        self.assertIn(f"```json\n{self.lines()[0]}\n```", guide)
+
     def test_a_host_that_is_the_program_itself(self):
         self.assertIn('"call":"IDispatch::Invoke"', self.recording.read_text(encoding="utf-8"))
         self.assert_as_recorded(self.recording)
