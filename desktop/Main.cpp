@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <QApplication>
+#include <QFileInfo>
 #include <QLocale>
 #include <cstdio>
 #include <exception>
@@ -62,7 +63,7 @@ int run(const Request& request, int argc, char** argv) {
   // What takes a moment only, or fails, shows no window without a drawing.
   const auto showing =
       QObject::connect(&window.work(), &velt::desktop::LongWork::shown, &window, &QWidget::show);
-  window.load(QString::fromStdString(request.drawing), [&] { return open(request); });
+  window.load(QFileInfo(QString::fromStdString(request.drawing)).fileName(), [&] { return open(request); });
   if (!request.selection.isEmpty()) window.selectNamed(request.selection);
   QObject::disconnect(showing);
   window.show();

@@ -218,7 +218,12 @@ void MainWindow::addProgress() {
     QMetaObject::invokeMethod(
         this,
         [this] {
-          if (wanted_ && !work_->isRunning()) showSelection(*wanted_);
+          if (work_->isRunning()) return;
+          if (std::exchange(closesNext_, false)) {
+            close();
+          } else if (wanted_) {
+            showSelection(*wanted_);
+          }
         },
         Qt::QueuedConnection);
   });
@@ -642,7 +647,11 @@ void MainWindow::fail(const QString& what, const QString& why) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (work_->isRunning()) return event->ignore();
+  if (work_->isRunning()) {
+    closesNext_ = true;
+    work_->cancel();
+    return event->ignore();
+  }
   event->setAccepted(mayForgetChanges());
   if (!event->isAccepted()) return;
   QSettings settings;

@@ -128,6 +128,8 @@ class MainWindow : public QMainWindow {
   // Of the drawing, as the pane shows it.
   std::uint64_t drawnRevision_ = 0;
   bool isSelecting_ = false;
+  // Somebody has closed the window while work was running, which ends first.
+  bool closesNext_ = false;
   // What is to be selected as soon as what is running ends.
   std::optional<std::vector<VkDbObjectId>> wanted_;
 };

@@ -571,6 +571,7 @@ TEST(RandomActions, LeaveADrawingThatCanBeUndoneToTheLastByte) {
   for (unsigned action = 0; action < actions && !testing::Test::HasFailure(); ++action)
     user.act();
   if (testing::Test::HasFailure()) FAIL() << "after: " << user.did();
+  RecordProperty("steps", static_cast<int>(window.session().history().size()));
   user.undoAll();
 
   EXPECT_TRUE(window.session().drawing().document().bytes() == before);
