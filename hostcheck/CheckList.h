@@ -74,6 +74,7 @@ inline constexpr std::array checks = {
     Check{"value-type",           "the row, which shows a value of another type, or varies"},
     Check{"value-expander",       "the row, which shows nothing"},
     Check{"value-text",           "the row, which varies although all values are empty"},
+    Check{"list-ownership",       "the program: the texts of choices or elements are freed twice"},
     Check{"choice-lists",         "the choices of the row"},
     Check{"choice-values",        "the choices of the row, which end there"},
     Check{"choice-types",         "the choices of the row, whose values are cut to integers"},

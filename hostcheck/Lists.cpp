@@ -31,6 +31,32 @@ bool isReal(VARTYPE type) {
   return type == VT_R4 || type == VT_R8 || type == VT_DATE || type == VT_CY;
 }
 
+// Who asks for a list frees it: the arrays, and each text. So what is handed out in two places is freed twice.
+bool isSomethingShared(const CountedStringsHolder& list, const CountedStringsHolder& again) {
+  std::set<const void*> blocks;
+  bool isShared = false;
+  const auto hold = [&](const void* block) {
+    if (block != nullptr) isShared = !blocks.insert(block).second || isShared;
+  };
+  for (const CountedStringsHolder* const one : {&list, &again}) {
+    hold(one->get().strings.pElems);
+    hold(one->get().cookies.pElems);
+    for (ULONG i = 0; i < one->stringCount(); ++i)
+      hold(one->string(i));
+  }
+  return isShared;
+}
+
+void checkOwnership(Findings& findings, CountedStringsHolder& list, CountedStringsHolder& again) {
+  const bool isShared = isSomethingShared(list, again);
+  findings.expect(!isShared, "list-ownership",
+                  "arrays and texts of its own for each call, which the caller frees", "the same ones twice");
+  if (!isShared) return;
+  // Nobody knows who frees them.
+  static_cast<void>(list.detach());
+  static_cast<void>(again.detach());
+}
+
 // Labels are all that users see of an element: the name is the property's. The elements of a property with groups are
 // told apart by their group, too.
 void checkLabels(Findings& findings, IOPMPropertyExpander& expander, const Property& property,
@@ -64,8 +90,14 @@ void checkChoices(Findings& findings, IUnknown& unknown, const Property& propert
   const bool isWhole = findings.expect(list.stringCount() == list.cookieCount(), "choice-lists",
                                        "as many cookies as texts of choices", counts(list));
   findings.expect(hasAllTexts(list), "choice-lists", "a text for each choice", "null");
+  CountedStringsHolder again;
+  const HRESULT repeated = findings.call("GetPredefinedStrings", [&] {
+    return browsing->GetPredefinedStrings(property.dispId, again.putStrings(), again.putCookies());
+  });
+  const ULONG choices = list.stringCount();
+  if (handedOver(repeated, again)) checkOwnership(findings, list, again);
   if (!isWhole) return;
-  for (ULONG place = 0; place < list.stringCount(); ++place) {
+  for (ULONG place = 0; place < choices; ++place) {
     VariantHolder value;
     // As the layer asks: by the place, whatever the cookie is.
     const HRESULT answered = findings.call("GetPredefinedValue", [&] {
@@ -119,6 +151,7 @@ void checkElements(Findings& findings, IUnknown& unknown, const Property& proper
   for (ULONG i = 0; isSame && i < list.cookieCount(); ++i)
     isSame = again.cookie(i) == list.cookie(i);
   findings.expect(isSame, "element-cookies", "the same cookies each time, while nothing changes", "others");
+  checkOwnership(findings, list, again);
 }
 
 }  // namespace velt::hostcheck

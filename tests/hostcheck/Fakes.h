@@ -7,6 +7,7 @@
 #include "host/com/ComRuntime.h"
 #include "host/com/IPerPropertyBrowsing.h"
 #include "host/com/TypeInfo.h"
+#include "host/palette/IOPMPropertyExpander.h"
 #include "host/palette/IOPMPropertyExtension.h"
 
 namespace velt::tests {
@@ -64,6 +65,48 @@ class LoseCookies final : public Fake<IPerPropertyBrowsing> {
     return S_OK;
   }
   HRESULT GetPredefinedValue(DISPID, DWORD, VARIANT*) override { return E_NOTIMPL; }
+};
+
+// Lends its lists, again and again, as if nobody freed them.
+struct LentLists {
+  void lend(CALPOLESTR* strings, CADWORD* cookies) {
+    *strings = {1, texts_};
+    *cookies = {1, numbers_};
+  }
+
+ private:
+  wchar_t text_[2] = L"X";
+  LPOLESTR texts_[1] = {text_};
+  DWORD numbers_[1] = {0};
+};
+
+class LendsChoices final : public Fake<IPerPropertyBrowsing> {
+ public:
+  LendsChoices() : Fake(IID_IPerPropertyBrowsing) {}
+  HRESULT GetDisplayString(DISPID, BSTR*) override { return E_NOTIMPL; }
+  HRESULT MapPropertyToPage(DISPID, CLSID*) override { return E_NOTIMPL; }
+  HRESULT GetPredefinedStrings(DISPID, CALPOLESTR* strings, CADWORD* cookies) override {
+    return lists_.lend(strings, cookies), S_OK;
+  }
+  HRESULT GetPredefinedValue(DISPID, DWORD, VARIANT*) override { return E_NOTIMPL; }
+
+ private:
+  LentLists lists_;
+};
+
+class LendsElements final : public Fake<IOPMPropertyExpander> {
+ public:
+  LendsElements() : Fake(IID_IOPMPropertyExpander) {}
+  HRESULT GetElementValue(DISPID, DWORD, VARIANT*) override { return S_OK; }
+  HRESULT SetElementValue(DISPID, DWORD, VARIANT) override { return E_NOTIMPL; }
+  HRESULT GetElementStrings(DISPID, CALPOLESTR* strings, CADWORD* cookies) override {
+    return lists_.lend(strings, cookies), S_OK;
+  }
+  HRESULT GetElementGrouping(DISPID, SHORT*) override { return E_NOTIMPL; }
+  HRESULT GetGroupCount(DISPID, long*) override { return E_NOTIMPL; }
+
+ private:
+  LentLists lists_;
 };
 
 // Type information that begins with its properties, and counts no base methods: every function is a get of Length.

@@ -16,6 +16,17 @@ TEST_F(Lists, AreFoundWhenTextsAndCookiesOfChoicesDisagree) {
             Names{"choice-lists"});
 }
 
+TEST_F(Lists, AreFoundWhenTheyAreLentAndNotHandedOver) {
+  LendsChoices choices;
+  const velt::hostcheck::Property listed{L"Material", material, VT_I4, true};
+  EXPECT_EQ(foundBy([&](auto& findings) { velt::hostcheck::checkChoices(findings, choices, listed); }),
+            Names{"list-ownership"});
+  LendsElements elements;
+  const velt::hostcheck::Property point{L"Start", start, VT_VARIANT, true};
+  EXPECT_EQ(foundBy([&](auto& findings) { velt::hostcheck::checkElements(findings, elements, point); }),
+            Names{"list-ownership"});
+}
+
 TEST_F(Lists, AreFoundWhenAChoiceHasNoValue) {
   part[material].choices[1].result = E_FAIL;
   EXPECT_EQ(found(), Names{"choice-values"});

@@ -109,6 +109,11 @@ class ThePackages(unittest.TestCase):
                 build(examples / f"{name}.cpp", "-o", name, packages=["veltpalette", "veltembeddedhost"])
                 run(f"./{name}", "plan.dxf", "Blue", f"{name}.dxf")
                 self.assertRegex(run(root / "usr/bin/veltprops", "show", f"{name}.dxf", "--layer", "Walls"), r"(?m)^  Color +Blue")
+        with self.subTest("plugins/material"):
+            build(root / "usr/share/doc/veltpropdata/plugins/material/Material.cpp", "-fPIC", "-shared", "-o", "mine.so",
+                  packages=["veltembeddedhost"])
+            shown = run(root / "usr/bin/veltprops", "show", "plan.dxf", "--layer", "Doors", "--plugin", "./mine.so")
+            self.assertRegex(shown, r"Material +Concrete")
         with self.subTest("minimal-host"):
             host = sorted((examples / "minimal-host").glob("*.cpp"))
             # Compiled once: with its palette it is a program, without it a host to be checked.
