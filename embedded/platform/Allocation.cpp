@@ -1,8 +1,12 @@
 #include "embedded/platform/Allocation.h"
 
+#include <malloc.h>
+
 #include <atomic>
 #include <cstdlib>
 #include <limits>
+
+#include "embedded/platform/SmallBlocks.h"
 
 namespace velt::platform {
 
@@ -37,11 +41,46 @@ bool isRefused(Heap heap, std::size_t bytes) {
   return (armed && fails(bytes)) || bytes > largestBlock;
 }
 
+// Debug builds and sanitizers leave every block to the heap, whose checks find who writes where it may not.
+#if defined(NDEBUG) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+constexpr bool keepsSmallBlocks = true;
+#else
+constexpr bool keepsSmallBlocks = false;
+#endif
+
+// Null before the thread has given a block back and after it has ended.
+constinit thread_local SmallBlocks* smallBlocks [[gnu::tls_model("initial-exec")]] = nullptr;
+// Has no destructor, so that it can still be read after the thread's KeptBlocks.
+constinit thread_local bool areBlocksGone = false;
+
+struct KeptBlocks {
+  SmallBlocks blocks;
+
+  KeptBlocks() { smallBlocks = &blocks; }
+  KeptBlocks(const KeptBlocks&) = delete;
+  KeptBlocks& operator=(const KeptBlocks&) = delete;
+  ~KeptBlocks() {
+    areBlocksGone = true;
+    smallBlocks = nullptr;
+  }
+};
+
+bool isKept(void* block) {
+  if (smallBlocks == nullptr) [[unlikely]] {
+    if (areBlocksGone) return false;
+    static thread_local const KeptBlocks kept;
+  }
+  return smallBlocks->keep(block, malloc_usable_size(block));
+}
+
 }  // namespace
 
 void* allocate(Heap heap, std::size_t bytes) noexcept {
   if (isRefused(heap, bytes)) [[unlikely]]
     return nullptr;
+  if (keepsSmallBlocks && smallBlocks != nullptr) {
+    if (void* block = smallBlocks->take(bytes)) return block;
+  }
   return std::malloc(bytes != 0 ? bytes : 1);
 }
 
@@ -52,6 +91,7 @@ void* allocateZeroed(Heap heap, std::size_t bytes) noexcept {
 }
 
 void deallocate(void* block) noexcept {
+  if (keepsSmallBlocks && block != nullptr && isKept(block)) return;
   std::free(block);
 }
 

@@ -1,0 +1,90 @@
+#include "embedded/platform/SmallBlocks.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdlib>
+#include <vector>
+
+namespace velt::platform {
+namespace {
+
+TEST(SmallBlocks, HaveNoneAtFirst) {
+  SmallBlocks blocks;
+  EXPECT_EQ(nullptr, blocks.take(8));
+}
+
+TEST(SmallBlocks, GiveTheOneThatCameLastFirst) {
+  SmallBlocks blocks;
+  void* one = std::malloc(40);
+  void* other = std::malloc(40);
+  ASSERT_TRUE(blocks.keep(one, 40));
+  ASSERT_TRUE(blocks.keep(other, 40));
+  EXPECT_EQ(other, blocks.take(40));
+  EXPECT_EQ(one, blocks.take(40));
+  EXPECT_EQ(nullptr, blocks.take(40));
+  std::free(one);
+  std::free(other);
+}
+
+TEST(SmallBlocks, NeverGiveOneThatIsTooSmall) {
+  for (std::size_t held = 1; held <= 2 * SmallBlocks::largest; ++held) {
+    for (std::size_t wanted = 0; wanted <= 2 * SmallBlocks::largest; ++wanted) {
+      SmallBlocks blocks;
+      void* block = std::malloc(held);
+      if (!blocks.keep(block, held)) {
+        std::free(block);
+        break;
+      }
+      void* taken = blocks.take(wanted);
+      if (taken == nullptr) continue;  // it goes with the blocks
+      EXPECT_EQ(block, taken);
+      EXPECT_LE(wanted, held);
+      std::free(taken);
+    }
+  }
+}
+
+TEST(SmallBlocks, GiveABlockOfTheHeapToWhoeverAsksForAsMuch) {
+  // As the C heap rounds them.
+  for (std::size_t bytes = 24; bytes <= SmallBlocks::largest; bytes += 16) {
+    SmallBlocks blocks;
+    void* block = std::malloc(bytes);
+    ASSERT_TRUE(blocks.keep(block, bytes));
+    EXPECT_EQ(nullptr, blocks.take(bytes + 1));
+    EXPECT_EQ(block, blocks.take(bytes - 15));
+    std::free(block);
+  }
+}
+
+TEST(SmallBlocks, KeepNoLargeOnesAndNotTooMany) {
+  SmallBlocks blocks;
+  void* large = std::malloc(SmallBlocks::largest + 16);
+  EXPECT_FALSE(blocks.keep(large, SmallBlocks::largest + 16));
+  std::free(large);
+  for (std::uint32_t i = 0; i < SmallBlocks::keptOfEach; ++i)
+    ASSERT_TRUE(blocks.keep(std::malloc(24), 24));
+  void* tooMany = std::malloc(24);
+  EXPECT_FALSE(blocks.keep(tooMany, 24));
+  std::free(tooMany);
+}
+
+TEST(SmallBlocksDeathTest, EndTheProcessWhenABlockIsGivenBackTwice) {
+  SmallBlocks blocks;
+  void* block = std::malloc(24);
+  void* other = std::malloc(24);
+  ASSERT_TRUE(blocks.keep(block, 24));
+  ASSERT_TRUE(blocks.keep(other, 24));
+  EXPECT_DEATH((void)blocks.keep(block, 24), "");
+}
+
+TEST(SmallBlocks, AreNotMisledByWhatABlockHolds) {
+  SmallBlocks blocks;
+  void* block = std::malloc(24);
+  // The same bytes as in a kept one.
+  static_cast<const void**>(block)[1] = &blocks;
+  EXPECT_TRUE(blocks.keep(block, 24));
+}
+
+}  // namespace
+}  // namespace velt::platform
