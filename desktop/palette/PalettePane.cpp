@@ -305,6 +305,9 @@ void PalettePane::takeClass() {
 void PalettePane::showBanner() {
   QStringList lines;
   if (session_ != nullptr) {
+    if (session_->whole().empty())
+      lines.append(
+          tr("A click on something in the drawing shows its properties; a drag shows those of several."));
     if (const std::size_t locked = session_->lockedCount(); locked > 0)
       lines.append(tr("%n of the entities are on locked layers and are not written to.", nullptr,
                       static_cast<int>(locked)));

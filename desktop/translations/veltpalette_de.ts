@@ -480,6 +480,10 @@
         <source>Refused: %1</source>
         <translation>Abgelehnt: %1</translation>
     </message>
+    <message>
+        <source>A click on something in the drawing shows its properties; a drag shows those of several.</source>
+        <translation>Ein Klick auf ein Objekt der Zeichnung zeigt seine Eigenschaften; Ziehen zeigt die von mehreren.</translation>
+    </message>
 </context>
 <context>
     <name>velt::desktop::RowDelegate</name>

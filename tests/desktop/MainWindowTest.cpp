@@ -42,7 +42,9 @@ namespace {
 
 TEST_F(Window, ShowsTheRowsOfWhatIsSelectedInTheList) {
   EXPECT_EQ(rows().model()->rowCount(), 0);
+  EXPECT_TRUE(part<QLabel>("banner").text().startsWith("A click on something")) << "how to begin";
   selectClass("Circle");
+  EXPECT_FALSE(part<QLabel>("banner").isVisible());
   EXPECT_FALSE(session().selected().empty());
   EXPECT_EQ(rows().model()->index(0, 0).data().toString(), "General");
   EXPECT_NE(shown("Radius"), "");

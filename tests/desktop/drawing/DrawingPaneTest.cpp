@@ -126,6 +126,21 @@ QImage dashed(double from, double to, const Sight& sight) {
   return image;
 }
 
+TEST(DrawingPane, AWideLineFillsTheSightAtACloseLook) {
+  view::Picture picture;
+  picture.points = {{-100, 0}, {100, 0}};
+  picture.parts = {{0, 2, false}};
+  view::Primitive wide{.width = 10, .entity = 1, .first = 0, .count = 1};
+  wide.box.include(view::Vector2{-100, -5});
+  wide.box.include(view::Vector2{100, 5});
+  picture.primitives = {wide};
+  const Sight sight{{0, 0}, 1e4, {120, 40}};
+  QImage image(sight.size, QImage::Format_RGB32);
+  QPainter painter(&image);
+  paintPicture(painter, picture, view::SpatialIndex(picture), sight, {});
+  EXPECT_EQ(image.pixelColor(5, 5), QColor(Qt::white));
+}
+
 TEST(DrawingPane, AnEndlesslyLongLineHasTheDashesOfAShortOne) {
   const Sight sight{{0, 0}, 2, {120, 40}};
   // Both begin with a dash: the length to the shorter one's beginning is a multiple of the pattern's.
