@@ -43,7 +43,7 @@ endif()
 # they compile in a fraction of the time. So names without linkage are unique among the files of a piece, and an include
 # that is missing shows with VELT_UNITY off alone, as clang-tidy wants it.
 option(VELT_UNITY "Compile several files at a time" ${veltPrecompile})
-set(VELT_FILES_PER_PIECE 32)
+set(VELT_FILES_PER_PIECE 32 CACHE STRING "How many files of the product make a piece; fewer where single files are changed often")
 
 # velt_in_pieces(<target>...): the files of these targets are compiled so.
 function(velt_in_pieces)

@@ -96,6 +96,7 @@ foreach(folder IN LISTS veltTestFolders)
       ENABLE_EXPORTS ON
       DEFINE_SYMBOL "")
     velt_in_pieces(${target})
+    set_target_properties(${target} PROPERTIES UNITY_BUILD_BATCH_SIZE 32)
     velt_test_code(${target})
     if(NOT folder STREQUAL "desktop")  # Qt's programs are compiled as libraries are, which no other test is
       velt_precompiled(velt_test_headers ${target})
