@@ -32,6 +32,7 @@ COMMON = {
     "veltGetCrashRecorder": "all that use memory, when there is none left",
     "typeinfo for _com_error": "all, to catch it",
 }
+SECTION = re.compile(r"^RELOCATION RECORDS FOR \[(?:\.text\.(?:\w+\.)?(_Z[^]]+)|[^]]*)\]:")
 LABEL = re.compile(r"^[0-9a-f]+ <(.+)>:$")
 RELOCATION = re.compile(r"R_X86_64_\w+\s+([^\s+-]+)")
 LOCAL_CALL = re.compile(r"\b(?:call|jmp)\s+[0-9a-f]+ <([^+>]+)>")
@@ -48,6 +49,22 @@ def calls_in(listing, calls):
         for found in (RELOCATION.search(line), LOCAL_CALL.search(line)):
             if found and caller:
                 calls[caller].add(found.group(1))
+    return calls
+
+
+def relocations_in(listing, calls):
+    """The same, of the relocations of sections that hold one function each, and bear its name."""
+    callers = ()
+    for line in listing.splitlines():
+        section = SECTION.match(line)
+        if section:
+            name = section.group(1) or ""
+            # Both names of a constructor or destructor are at one place.
+            callers = {re.sub(r"([CD])[12](?=E)", rf"\g<1>{kind}", name) for kind in "12"} if name else ()
+            continue
+        found = RELOCATION.search(line)
+        for caller in callers if found else ():
+            calls[caller].add(found.group(1))
     return calls
 
 
@@ -69,7 +86,10 @@ def plain(symbol):
 def calls_of_layer(build):
     calls = collections.defaultdict(set)
     for path in sorted((build / "CMakeFiles" / "velt_propdata_objects.dir").rglob("*.o")):
-        calls_in(SymbolsTest.run("objdump", "-dr", "--no-show-raw-insn", str(path)), calls)
+        # Inline functions have a section each, and call by relocations alone. Those that share a section call each other
+        # without one, so that this section is disassembled, and no other: with all of them it takes seconds.
+        calls_in(SymbolsTest.run("objdump", "-dr", "--no-show-raw-insn", "-j", ".text", str(path)), calls)
+        relocations_in(SymbolsTest.run("objdump", "-r", str(path)), calls)
     return calls
 
 
@@ -150,6 +170,12 @@ class TheCheck(house.Check):
         calls = calls_in(listing, collections.defaultdict(set))
         self.assertEqual({"f", "g", "h"}, reached(calls, "f"))
         self.assertEqual({"k"}, reached(calls, "k"))
+
+    def test_follows_calls_of_functions_in_sections_of_their_own(self):
+        listing = ("RELOCATION RECORDS FOR [.text._ZN1AC2Ev]:\nOFFSET TYPE VALUE\n04 R_X86_64_PLT32 g-0x4\n\n"
+                   "RELOCATION RECORDS FOR [.rodata]:\n04 R_X86_64_64 h\n")
+        calls = relocations_in(listing, collections.defaultdict(set))
+        self.assertEqual({"_ZN1AC1Ev": {"g"}, "_ZN1AC2Ev": {"g"}}, calls)
 
     def test_ends_where_calls_go_in_circles(self):
         self.assertEqual({"f", "g"}, reached({"f": {"g"}, "g": {"f"}}, "f"))
