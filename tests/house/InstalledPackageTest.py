@@ -4,6 +4,7 @@ The build is installed into a temporary folder, and programs that know only that
 the CMake package; through pkg-config PackagesTest builds them, against the packages.
 """
 
+import json
 import os
 import pathlib
 import re
@@ -170,10 +171,16 @@ class AnInstallation(unittest.TestCase):
         settings = os.environ | {"PKG_CONFIG_PATH": str(self.library_folder() / "pkgconfig")}
         flags = run("pkg-config", "--cflags", "--libs", "veltpropdata", env=settings).split()
         self.assertNotIn("-lVeltEmbeddedHost", flags)
-        run(self.compiler, "-std=c++20", *changed.glob("*.cpp"), "-o", changed / "changed", *flags)
+        run(self.compiler, "-std=c++20", "-fPIC", "-c", *changed.glob("*.cpp"), *flags, cwd=changed)
+        parts = sorted(changed.glob("*.o"))
+        run(self.compiler, *parts, "-o", changed / "changed", *flags)
         shown = run(changed / "changed", env=os.environ | {"LD_LIBRARY_PATH": str(self.library_folder())})
         self.assertIn("  Size: Pressure = 10.0\n", shown)
         self.assertIn("  Size: Nominal diameter = 50.0\n    kind 542\n", shown)
+        run(self.compiler, "-shared", *(part for part in parts if part.stem != "Palette"), "-o", changed / "changed.so")
+        report = json.loads(run(self.prefix / "bin" / "velt-host-check", "--json", "--host", changed / "changed.so", 1, 2, 3))
+        self.assertEqual([], report["findings"])
+        self.assertIn("type-name", report["tried"])
 
     def test_lists_the_symbols_that_a_host_supplies(self):
         listed = house.text_of(self.prefix / "share" / "doc" / "veltpropdata" / "needed-symbols.txt")
