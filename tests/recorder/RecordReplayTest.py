@@ -210,7 +210,7 @@ class RecordAndReplay(unittest.TestCase):
     def test_replaces_texts_by_others_of_the_same_length(self):
         replaced = self.root / "replaced.jsonl"
         recording = self.root / "texts.jsonl"
-        self.record(recording, self.build / "bin" / "veltprops", "show", self.plan, "--all")
+        self.record(recording, self.build / "bin" / "veltprops", "show", self.plan, "--layer", "Walls,Doors,Hatching")
         result = self.replay(recording, "--replace-texts", replaced)
         self.assertEqual((0, "", ""), (result.returncode, result.stdout, result.stderr))
         self.assert_as_recorded(replaced)
