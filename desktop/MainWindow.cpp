@@ -333,9 +333,12 @@ void MainWindow::markInList(const std::vector<VkDbObjectId>& entities) {
         {entities_->index(rows[first], 0), entities_->index(rows[next - 1], EntityModel::columnCount_ - 1)});
   }
   isSelecting_ = true;
+  // All of the list is painted anew: what has to be is not worked out for each piece.
+  list_->setUpdatesEnabled(false);
   // In two steps: what differs between two selections of many pieces is worked out piece by piece against all others.
   list_->selectionModel()->clearSelection();
   list_->selectionModel()->select(selection, QItemSelectionModel::Select);
+  list_->setUpdatesEnabled(true);
   isSelecting_ = false;
   if (!selection.isEmpty()) list_->scrollTo(selection.first().topLeft());
 }

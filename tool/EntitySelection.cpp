@@ -256,11 +256,17 @@ std::string shortName(const automation::AutomationClass& kind) {
   return palette::toUtf8(kind.name).substr(std::string_view("Velt").size());
 }
 
-std::string className(VkDbObjectId id) {
+const automation::AutomationClass* classOf(VkDbObjectId id) {
   GUID clsid = GUID_NULL;
-  if (!GetCLSID(clsid, id.asOldId())) return "Entity";
-  const automation::AutomationClass* const kind = automation::findClass(clsid);
+  return GetCLSID(clsid, id.asOldId()) ? automation::findClass(clsid) : nullptr;
+}
+
+std::string className(const automation::AutomationClass* kind) {
   return kind != nullptr ? shortName(*kind) : "Entity";
+}
+
+std::string className(VkDbObjectId id) {
+  return className(classOf(id));
 }
 
 std::string dxfName(VkDbObjectId id) {

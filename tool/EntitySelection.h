@@ -61,8 +61,11 @@ std::vector<std::string> sharedHandleTexts(const SelectedEntities& selected);
 
 // The name of a class without the prefix that all of them have: "Line".
 std::string shortName(const automation::AutomationClass& kind);
+// Null for an entity without an automation class of its own.
+const automation::AutomationClass* classOf(VkDbObjectId id);
 // "Line" for an entity with an automation class of its own, else "Entity".
 std::string className(VkDbObjectId id);
+std::string className(const automation::AutomationClass* kind);
 // The DXF type: "LINE".
 std::string dxfName(VkDbObjectId id);
 std::string handleText(VkDbObjectId id);

@@ -16,6 +16,7 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <unordered_map>
 
 #include "desktop/LongWork.h"
 #include "desktop/palette/PaletteModel.h"
@@ -256,8 +257,13 @@ void PalettePane::listClasses() {
     classes_->addItem(tr("Nothing selected"));
     return;
   }
-  for (const VkDbObjectId entity : session_->whole())
-    byClass_[tool::className(entity)].push_back(entity);
+  // The name once for each class, and not for each entity.
+  std::unordered_map<const automation::AutomationClass*, std::vector<VkDbObjectId>*> classes;
+  for (const VkDbObjectId entity : session_->whole()) {
+    const auto [kind, isNew] = classes.try_emplace(tool::classOf(entity));
+    if (isNew) kind->second = &byClass_[tool::className(kind->first)];
+    kind->second->push_back(entity);
+  }
   if (byClass_.size() > 1)
     classes_->addItem(tr("All (%1)").arg(session_->whole().size()), ClassEntry::wholeSelection);
   for (const auto& [name, entities] : byClass_) {

@@ -3,9 +3,12 @@
 #include <fmt/format.h>
 
 #include <exception>
+#include <unordered_map>
 #include <utility>
 
 #include "dxf/FileReplacement.h"
+#include "embedded/database/Entity.h"
+#include "embedded/database/Layer.h"
 #include "tool/OpenDrawing.h"
 #include "tool/RowChange.h"
 
@@ -81,8 +84,19 @@ std::span<const palette::Row> Session::rows() const {
   return selection_ ? std::span<const palette::Row>(selection_->rows()) : std::span<const palette::Row>();
 }
 
+// Each layer is asked once, however many entities are on it.
 std::size_t Session::lockedCount() const {
-  return selection_ ? selection_->lockedEntities().size() : 0;
+  std::size_t count = 0;
+  std::unordered_map<const database::TableEntry*, bool> isLocked;
+  for (const VkDbObjectId entity : selected_) {
+    const auto object = database::resolve(entity);
+    const database::TableEntry* const layer = object ? database::Entity(*object).layer() : nullptr;
+    if (layer == nullptr) continue;
+    const auto [found, isNew] = isLocked.try_emplace(layer);
+    if (isNew) found->second = database::Layer(*drawing_, layer->record).isLocked();
+    if (found->second) ++count;
+  }
+  return count;
 }
 
 // --- writing ------------------------------------------------------------------------------------------------
