@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QDockWidget>
 #include <QFrame>
@@ -29,6 +30,19 @@ class Mission : public Window {
         return window_->select({list.entityAt(row)});
     }
     FAIL() << "there is no " << kind.toStdString() << " on " << layer.toStdString();
+  }
+  void pictureOfList(const QString& label, const std::string& name) {
+    rows().setCurrentIndex(valueOf(label));
+    rows().edit(valueOf(label));
+    auto* const list = rows().viewport()->findChild<QComboBox*>();
+    ASSERT_NE(list, nullptr);
+    list->setMaxVisibleItems(30);
+    list->showPopup();
+    EXPECT_TRUE(list->view()->isVisible());
+    picture(name, *list->view());
+    list->hidePopup();
+    QTest::keyClick(list, Qt::Key_Escape);
+    settle();
   }
   // Opens the editor and types, without pressing the return key.
   void beginToType(const QString& label, const QString& text) {
@@ -81,6 +95,9 @@ TEST_F(Mission, FromSelectingToSaving) {
   EXPECT_EQ(shown("Color"), "Red");
   EXPECT_THAT(outcome(), testing::HasSubstr("changed"));
   picture("palette-5-edit");
+  pictureOfList("Layer", "palette-5-layers");
+  pictureOfList("Linetype", "palette-5-linetypes");
+  pictureOfList("Lineweight", "palette-5-lineweights");
 
   // A value that follows from the present one.
   beginToType("Rotation", "+=15");

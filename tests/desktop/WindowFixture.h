@@ -143,10 +143,12 @@ class Window : public testing::Test {
     return colors;
   }
 
-  // The window as it is now, for people to look at: VELT_PICTURES names a folder in which it is kept as NAME.png.
-  QImage picture(const std::string& name) {
+  // The window as it is now, or something in it.
+  QImage picture(const std::string& name) { return picture(name, *window_); }
+  // For people to look at: VELT_PICTURES names a folder in which it is kept as NAME.png.
+  static QImage picture(const std::string& name, QWidget& of) {
     settle();
-    const QImage picture = window_->grab().toImage();
+    const QImage picture = of.grab().toImage();
     if (const char* const folder = std::getenv("VELT_PICTURES")) {
       const QImage small = picture.convertToFormat(QImage::Format_Indexed8, mostUsedColors(picture),
                                                    Qt::ThresholdDither | Qt::AvoidDither);
