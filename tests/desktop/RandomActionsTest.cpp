@@ -381,10 +381,18 @@ class RandomUser {
   }
 
   void undoOrRedo() {
-    const char* const action = oneIn(2) ? "undo" : "redo";
-    did_ = action;
+    const bool undoes = oneIn(2);
+    did_ = undoes ? "undo" : "redo";
+    const std::size_t before = position();
     for (std::size_t times = 1 + below(oneIn(8) ? 20 : 3); times > 0; --times)
-      trigger(action);
+      trigger(undoes ? "undo" : "redo");
+    // Mostly back again: what is written next would end the undone steps, and the history would stay short.
+    if (oneIn(6)) return;
+    did_ += " and back";
+    while (position() < before)
+      trigger("redo");
+    while (position() > before)
+      trigger("undo");
   }
 
   void search() {
