@@ -10,14 +10,15 @@ import house
 # place.
 LAYER = {"host", "holders", "text", "errors", "container", "propdata"}
 BELOW_AUTOMATION = {"host", "holders", "dxf", "embedded/platform", "embedded/com", "embedded/database"}
-MODEL = BELOW_AUTOMATION | {"embedded/automation/geometry", "embedded/automation/model"}
+SHAPES = BELOW_AUTOMATION | {"embedded/automation/geometry", "embedded/automation/boundaries"}
+MODEL = SHAPES | {"embedded/automation/model"}
 # What several classes share; these rooms stand side by side.
 MATTERS = MODEL | {"embedded/automation/objects"}
 # The rooms of the palette library see its public header, which sees none of them.
 IN_PALETTE = LAYER | {"palette/Palette.h", "palette/support"}
 SHIPPED = LAYER | {"palette", "dxf", "samples", "embedded", "hostcheck"}
 # What drawings look like follows from their records, and from the shapes that the automation object model knows.
-IN_VIEW = BELOW_AUTOMATION | {"embedded/automation/geometry", "embedded/automation/hatches"}
+IN_VIEW = SHAPES
 
 MAY_INCLUDE = {
     "host": set(),
@@ -55,6 +56,7 @@ MAY_INCLUDE = {
     "embedded/com": {"host", "holders", "embedded/platform"},
     "embedded/database": {"host", "holders", "dxf", "embedded/platform", "embedded/com"},
     "embedded/automation/geometry": BELOW_AUTOMATION,
+    "embedded/automation/boundaries": BELOW_AUTOMATION | {"embedded/automation/geometry"},
     "embedded/automation/model": MODEL,
     "embedded/automation/objects": MODEL,
     "embedded/automation/areas": MATTERS,
@@ -226,8 +228,8 @@ class TheCheck(house.Check):
         self.assertTrue(self.check("palette/Palette.h", '#include "palette/rows/A.h"'))
 
     def test_knows_the_stack_inside_the_embedded_host(self):
-        stack = ["platform", "com", "database", "automation/geometry", "automation/model", "automation/objects",
-                 "automation/hatches", "automation/classes", "sources"]
+        stack = ["platform", "com", "database", "automation/geometry", "automation/boundaries",
+                 "automation/model", "automation/objects", "automation/hatches", "automation/classes", "sources"]
         self.check_stack("embedded", stack)
 
     def test_keeps_the_rooms_of_single_matters_apart(self):

@@ -5,9 +5,9 @@
 #include <variant>
 
 #include "dxf/Numbers.h"
+#include "embedded/automation/boundaries/HatchBoundary.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
-#include "embedded/automation/hatches/HatchBoundary.h"
 #include "view/Colors.h"
 #include "view/HatchLines.h"
 #include "view/entities/Entities.h"

@@ -3,11 +3,11 @@
 #include <string>
 
 #include "dxf/Numbers.h"
+#include "embedded/automation/boundaries/HatchBoundary.h"
 #include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/entities/General.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
-#include "embedded/automation/hatches/HatchBoundary.h"
 #include "embedded/automation/hatches/HatchPattern.h"
 #include "embedded/automation/hatches/HatchTypes.h"
 #include "embedded/automation/model/Access.h"

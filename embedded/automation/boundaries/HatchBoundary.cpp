@@ -1,4 +1,4 @@
-#include "embedded/automation/hatches/HatchBoundary.h"
+#include "embedded/automation/boundaries/HatchBoundary.h"
 
 #include <cmath>
 #include <cstdint>
