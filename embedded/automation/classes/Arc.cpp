@@ -65,6 +65,15 @@ double getArea(const Subject& subject) {
   return segmentArea(radius, radius, getTotalAngle(subject));
 }
 
+void putArea(const Subject& subject, const double& area) {
+  if (getArea(subject) == area) return;
+  const double ofUnit = segmentArea(1, 1, getTotalAngle(subject));
+  if (!(ofUnit > 0)) throw Refusal(E_FAIL, L"The arc is too short to bound an area.");
+  const double radius = std::sqrt(area / ofUnit);
+  requireWithin(Limit::Positive, radius);  // a number too small for the drawing may have become 0 on the way
+  Editor(subject).real(40, circle, radius);
+}
+
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name           label           type             category                   access                                               writability                                         choices        weight help
@@ -77,7 +86,7 @@ constexpr PropertyRow rows[] = {
   {  7, L"EndAngle",   L"End angle",   types::angle,    Category::Geometry,        writtenBy<putEnd<51, 50>>(storedDirection(51, arc)), writable,                                           Choices::None, 160,   L"Direction from the center to the end, in the plane of the arc."},
   {  8, L"TotalAngle", L"Total angle", types::angle,    Category::Geometry,        computed<getTotalAngle>(),                           readOnly(reasons::followsFromItsEnds),              Choices::None, 170,   L"Angle that the arc spans."},
   {  9, L"ArcLength",  L"Arc length",  types::distance, Category::Geometry,        computed<getArcLength>(),                            readOnly(reasons::followsFromRadiusAndAngles),      Choices::None, 180,   L"Length along the arc."},
-  { 10, L"Area",       L"Area",        VT_R8,           Category::Geometry,        computed<getArea>(),                                 readOnly(reasons::followsFromRadiusAndAngles),      Choices::None, 190,   L"Between the arc and its chord."},
+  { 10, L"Area",       L"Area",        VT_R8,           Category::Geometry,        computed<getArea, putArea>().positive(),             writable,                                           Choices::None, 190,   L"Between the arc and its chord; the radius follows it."},
   { 11, L"Normal",     L"Normal",      VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                          readOnly(reasons::centerAndAnglesWouldFollow),      Choices::None, 200,   L"Upright on the arc's plane."},
 };
 // clang-format on

@@ -138,6 +138,16 @@ double getArea(const Subject& subject) {
   return segmentArea(length(majorOf(lens)), length(minorOf(lens)), sweepBetween(startOf(lens), endOf(lens)));
 }
 
+// The ratio of the radii and the angles stay what they are.
+void putArea(const Subject& subject, const double& area) {
+  const double before = getArea(subject);
+  if (before == area) return;
+  if (!(before > 0)) throw Refusal(E_FAIL, L"The ellipse bounds no area that could become another.");
+  const double factor = std::sqrt(area / before);
+  requireWithin(Limit::Positive, factor);
+  Editor(subject).point(11, ellipse, factor * majorOf(subject.lens()));
+}
+
 // clang-format off
 constexpr PropertyRow rows[] = {
   // id name               label               type             category                   access                                                                    writability                                   choices        weight help
@@ -148,12 +158,12 @@ constexpr PropertyRow rows[] = {
   {  5, L"MinorRadius",    L"Minor radius",    types::distance, Category::Geometry,        computed<getMinorRadius, putMinorRadius>().positive(),                    writable,                                     Choices::None, 150,   L"Half the short axis; the ratio follows it."},
   {  6, L"RadiusRatio",    L"Radius ratio",    types::noUnits,  Category::Geometry,        writtenBy<putRatio>(storedReal(40, ellipse, 1)).positive(),               writable,                                     Choices::None, 160,   L"The minor radius divided by the major one."},
   {  7, L"StartAngle",     L"Start angle",     types::angle,    Category::Geometry,        computed<getStartAngle, putAngle<startCode>>(),                           writable,                                     Choices::None, 170,   L"Direction from the center to the start, against the major axis."},
-  {  8, L"EndAngle",       L"End angle",       VT_R8,           Category::Geometry,        computed<getEndAngle, putAngle<endCode>>().comparedBy(isSameAngle),                               writable,                                     Choices::None, 180,   L"Direction from the center to the end, against the major axis."},
+  {  8, L"EndAngle",       L"End angle",       VT_R8,           Category::Geometry,        computed<getEndAngle, putAngle<endCode>>().comparedBy(isSameAngle),       writable,                                     Choices::None, 180,   L"Direction from the center to the end, against the major axis."},
   {  9, L"StartParameter", L"Start parameter", types::angle,    Category::Geometry,        writtenBy<putParameter<startCode>>(storedReal(startCode, ellipse)),       writable,                                     Choices::None, 190,   L"Parameter of the start."},
   { 10, L"EndParameter",   L"End parameter",   types::angle,    Category::Geometry,        writtenBy<putParameter<endCode>>(storedReal(endCode, ellipse, fullTurn)), writable,                                     Choices::None, 200,   L"Parameter of the end."},
   { 11, L"MajorAxis",      L"Major axis",      VT_VARIANT,      Category::Geometry,        computedPoint<getMajorAxis>(),                                            readOnly(reasons::planeWouldFollow),          Choices::None, 210,   L"From the center to the end of the long axis."},
   { 12, L"MinorAxis",      L"Minor axis",      VT_VARIANT,      Category::Geometry,        computedPoint<getMinorAxis>(),                                            readOnly(reasons::followsFromLongAxis),       Choices::None, 220,   L"From the center to the end of the short axis."},
-  { 13, L"Area",           L"Area",            VT_R8,           Category::Geometry,        computed<getArea>(),                                                      readOnly(reasons::followsFromRadiiAndAngles), Choices::None, 230,   L"Of a part of an ellipse: between it and its chord."},
+  { 13, L"Area",           L"Area",            VT_R8,           Category::Geometry,        computed<getArea, putArea>().positive(),                                  writable,                                     Choices::None, 230,   L"Of a part of an ellipse: between it and its chord; the radii follow it, their ratio stays."},
   { 14, L"Normal",         L"Normal",          VT_VARIANT,      Category::Visualization3D, computedPoint<getNormal>(),                                               readOnly(reasons::axesWouldFollow),           Choices::None, 240,   L"Upright on the plane of the ellipse."},
 };
 // clang-format on

@@ -44,6 +44,15 @@ TEST_F(ArcTest, ItsMeasuresFollowFromRadiusAndAngles) {
   EXPECT_EQ(9, made.real(L"Thickness"));
 }
 
+TEST_F(ArcTest, TheRadiusFollowsTheArea) {
+  const Bound made = arc("0", "180");
+  EXPECT_EQ(S_OK, made.put(L"Area", number(4.5 * pi)).result);
+  EXPECT_NEAR(3, made.real(L"Radius"), 1e-15);
+  EXPECT_NEAR(pi, made.real(L"TotalAngle"), 1e-15);
+  EXPECT_EQ(E_INVALIDARG, made.put(L"Area", number(0)).scode);
+  EXPECT_EQ(E_FAIL, arc("0", "0.00000001").put(L"Area", number(1)).scode) << "too short";
+}
+
 TEST_F(ArcTest, RunsThroughTheZeroOfItsAngles) {
   const Bound made = arc("270", "45");
   EXPECT_NEAR(135 * pi / 180, made.real(L"TotalAngle"), 1e-15);

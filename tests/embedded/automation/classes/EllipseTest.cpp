@@ -74,6 +74,17 @@ TEST_F(EllipseTest, ARadiusLeavesTheOther) {
   EXPECT_EQ(0.5, made.real(L"RadiusRatio"));
 }
 
+TEST_F(EllipseTest, TheRadiiFollowTheAreaInTheirRatio) {
+  const Bound whole4 = ellipse("0", whole);
+  EXPECT_EQ(S_OK, whole4.put(L"Area", number(32 * pi)).result);
+  expectPoint({0, 8, 0}, whole4.numbers(L"MajorAxis"));
+  EXPECT_EQ(0.5, whole4.real(L"RadiusRatio"));
+  const Bound part = ellipse("0", eighth);
+  EXPECT_EQ(S_OK, part.put(L"Area", number(16 * (pi / 4 - std::sin(pi / 4)))).result);
+  EXPECT_NEAR(8, part.real(L"MajorRadius"), 1e-12);
+  EXPECT_EQ(E_INVALIDARG, part.put(L"Area", number(0)).scode);
+}
+
 TEST_F(EllipseTest, TheMinorRadiusIsNotGreaterThanTheMajorOne) {
   const Bound made = ellipse("0", whole);
   const std::string before = pairsOf(*drawing);
