@@ -20,6 +20,14 @@ std::string clauseOf(const std::wstring& sentence) {
   return clause;
 }
 
+// The option that makes an end of that reason.
+const char* wayAround(const std::string& sentence) {
+  using namespace automation::reasons;
+  const bool isForHatches = sentence == palette::oneLine(followedByHatch.sentence)
+                            || sentence == palette::oneLine(hatchWouldNotClose.sentence);
+  return isForHatches ? " (set --break-associations sees to that)" : "";
+}
+
 // The number of the row's property in a class; 0, which no property has, for one that is not there.
 DISPID numberIn(REFCLSID clsid, const PROPINFO& record) {
   if (clsid == record.clsid) return record.dispId;
@@ -52,10 +60,21 @@ std::string refusalOf(const palette::Row& row, VkDbObjectId entity) {
   GUID clsid = GUID_NULL;
   if (row.isDynamic() || !GetCLSID(clsid, entity.asOldId())) return {};
   const std::wstring sentence = automation::readOnlyReason(clsid, numberIn(clsid, row.record()), entity);
-  const std::string way = sentence == automation::reasons::followedByHatch.sentence
-                              ? " (set --break-associations sees to that)"
-                              : "";
-  return clauseOf(sentence) + way;
+  return clauseOf(sentence) + wayAround(palette::oneLine(sentence));
+}
+
+void tellWhyRefused(palette::Report& report, const palette::Selection& selection, const palette::Row& row,
+                    const automation::RefusalLog& log) {
+  for (auto& [index, reason] : report.reasons) {
+    const VkDbObjectId entity = selection.entity(index);
+    if (std::string known = refusalOf(row, entity); !known.empty()) {
+      reason = std::move(known);
+      continue;
+    }
+    if (const std::wstring sentence = log.of(entity); row.record().isElement && !sentence.empty())
+      reason = palette::oneLine(sentence);
+    reason += wayAround(reason);
+  }
 }
 
 Refusals refusalsOf(const palette::Selection& selection, const palette::Row& row) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "embedded/automation/model/RefusalLog.h"
 #include "palette/Palette.h"
 
 namespace velt::tool {
@@ -17,6 +18,10 @@ std::string readOnlyReason(const palette::Row& row);
 // Why the entity refuses every value of a row that the class lets be edited, for the middle of a sentence; empty when it
 // does not.
 std::string refusalOf(const palette::Row& row, VkDbObjectId entity);
+
+// Puts the reasons of a write into words: what refuses every value first, else what the log heard of elements.
+void tellWhyRefused(palette::Report& report, const palette::Selection& selection, const palette::Row& row,
+                    const automation::RefusalLog& log);
 
 // The entities that refuse every value of a row that can be edited: an object says for itself alone, and a write is the
 // first to learn it otherwise. Those on locked layers, of which a palette tells once for all rows, are not among them.

@@ -33,14 +33,11 @@ RowChange rowChangeIn(const palette::Row& row, std::string_view written) {
 
 palette::Report write(palette::Selection& selection, const palette::Row& row, const RowChange& change,
                       const palette::WriteOptions& options) {
+  const automation::RefusalLog log;
   palette::Report report = change.relation
                                ? selection.writeRelative(row, *change.relation, change.value, options)
                                : selection.writeText(row, change.value, options);
-  // An element answers with a bare number why it was not written; the tables of the classes have it in words.
-  for (auto& [index, reason] : report.reasons) {
-    if (std::string known = refusalOf(row, selection.entity(index)); !known.empty())
-      reason = std::move(known);
-  }
+  tellWhyRefused(report, selection, row, log);
   return report;
 }
 

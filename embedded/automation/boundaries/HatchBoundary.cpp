@@ -1,7 +1,7 @@
 #include "embedded/automation/boundaries/HatchBoundary.h"
 
 #include <cmath>
-#include <cstdint>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -11,7 +11,7 @@
 namespace velt::automation {
 namespace {
 
-constexpr std::string_view subclass = "AcDbHatch";
+constexpr std::string_view subclass = hatchSubclassName;
 constexpr std::int64_t polylineFlag = 2;
 
 [[noreturn]] void failCutShort() {
@@ -23,7 +23,7 @@ class Reader {
  public:
   explicit Reader(const database::Lens& hatch) {
     hatch.view().visit(subclass, [&](std::size_t index) {
-      pairs_.push_back({hatch.view().code(index), hatch.view().value(index)});
+      pairs_.push_back({index, hatch.view().code(index), hatch.view().value(index)});
       return true;
     });
   }
@@ -31,6 +31,8 @@ class Reader {
   [[nodiscard]] bool atEnd() const { return next_ == pairs_.size(); }
   [[nodiscard]] bool at(int code) const { return !atEnd() && pairs_[next_].code == code; }
   void skip() { ++next_; }
+  // Where the next pair stands in the record.
+  [[nodiscard]] std::size_t place() const { return atEnd() ? 0 : pairs_[next_].index; }
 
   // Passes over everything before the code.
   void seek(int code) {
@@ -53,6 +55,11 @@ class Reader {
     return *value;
   }
 
+  // The handle there, if the code is the next one.
+  [[nodiscard]] std::optional<std::uint64_t> handleAt(int code) const {
+    return at(code) ? dxf::parseHandle(pairs_[next_].value) : std::nullopt;
+  }
+
   // How many things follow. Each takes a pair at least, so that a wrong number cannot ask for much memory.
   std::size_t count(int code) {
     const std::int64_t value = integer(code);
@@ -67,6 +74,7 @@ class Reader {
 
  private:
   struct Pair {
+    std::size_t index;
     int code;
     std::string_view value;
   };
@@ -74,11 +82,12 @@ class Reader {
   std::size_t next_ = 0;
 };
 
-std::vector<BulgeVertex> readPolyline(Reader& reader) {
+std::vector<BulgeVertex> readPolyline(Reader& reader, std::vector<std::size_t>& places) {
   const bool hasBulges = reader.integer(72) != 0;
   reader.integer(73);  // closed or not: what bounds a hatch is closed
   std::vector<BulgeVertex> path(reader.count(93));
   for (BulgeVertex& vertex : path) {
+    places.push_back(reader.place());
     vertex.point = reader.point(10);
     if (hasBulges && reader.at(42)) vertex.bulge = reader.real(42);
   }
@@ -138,13 +147,15 @@ Spline readSpline(Reader& reader) {
   return *std::move(spline);
 }
 
-std::vector<BoundaryEdge> readEdges(Reader& reader, EllipseEnds ends) {
+std::vector<BoundaryEdge> readEdges(Reader& reader, EllipseEnds ends, std::vector<std::size_t>& places) {
   std::vector<BoundaryEdge> edges;
   const std::size_t count = reader.count(93);
   for (std::size_t i = 0; i < count; ++i) {
     // Newer drawings end a spline with its fit points, in codes that stand nowhere else here.
     reader.seek(72);
-    switch (reader.integer(72)) {
+    const std::int64_t kind = reader.integer(72);
+    places.push_back(reader.place());
+    switch (kind) {
       case 1:
         edges.emplace_back(readLine(reader));
         break;
@@ -164,7 +175,43 @@ std::vector<BoundaryEdge> readEdges(Reader& reader, EllipseEnds ends) {
   return edges;
 }
 
-IslandStyle islandStyleOf(const database::Lens& hatch) {
+// Between a loop and the next one, or the style that follows the last.
+std::vector<std::uint64_t> readSources(Reader& reader) {
+  std::vector<std::uint64_t> sources;
+  for (; !reader.atEnd() && !reader.at(92) && !reader.at(75); reader.skip()) {
+    if (const auto handle = reader.handleAt(330)) sources.push_back(*handle);
+  }
+  return sources;
+}
+
+}  // namespace
+
+std::vector<HatchPath> hatchPaths(const database::Lens& hatch, EllipseEnds ends) {
+  Reader reader(hatch);
+  reader.seek(91);
+  std::vector<HatchPath> paths;
+  const std::size_t count = reader.count(91);
+  for (std::size_t i = 0; i < count; ++i) {
+    reader.seek(92);
+    HatchPath& path = paths.emplace_back();
+    if ((reader.integer(92) & polylineFlag) != 0) {
+      path.loop = readPolyline(reader, path.places);
+    } else {
+      path.loop = readEdges(reader, ends, path.places);
+    }
+    path.sources = readSources(reader);
+  }
+  return paths;
+}
+
+std::vector<BoundaryLoop> hatchLoops(const database::Lens& hatch, EllipseEnds ends) {
+  std::vector<BoundaryLoop> loops;
+  for (HatchPath& path : hatchPaths(hatch, ends))
+    loops.push_back(std::move(path.loop));
+  return loops;
+}
+
+IslandStyle hatchIslandStyle(const database::Lens& hatch) {
   switch (hatch.integer(75, subclass, 0)) {
     case 1:
       return IslandStyle::Outer;
@@ -175,26 +222,8 @@ IslandStyle islandStyleOf(const database::Lens& hatch) {
   }
 }
 
-}  // namespace
-
-std::vector<BoundaryLoop> hatchLoops(const database::Lens& hatch, EllipseEnds ends) {
-  Reader reader(hatch);
-  reader.seek(91);
-  std::vector<BoundaryLoop> loops;
-  const std::size_t count = reader.count(91);
-  for (std::size_t i = 0; i < count; ++i) {
-    reader.seek(92);
-    if ((reader.integer(92) & polylineFlag) != 0) {
-      loops.emplace_back(readPolyline(reader));
-    } else {
-      loops.emplace_back(readEdges(reader, ends));
-    }
-  }
-  return loops;
-}
-
 double hatchArea(const database::Lens& hatch) {
-  const IslandStyle style = islandStyleOf(hatch);
+  const IslandStyle style = hatchIslandStyle(hatch);
   try {
     return boundedArea(hatchLoops(hatch, EllipseEnds::Angles), style);
   } catch (const BoundaryError&) {

@@ -7,8 +7,10 @@
 #include "embedded/automation/model/Choices.h"
 #include "embedded/automation/model/CountedStrings.h"
 #include "embedded/automation/model/Editor.h"
+#include "embedded/automation/model/Followers.h"
 #include "embedded/automation/model/Guard.h"
 #include "embedded/automation/model/Refusal.h"
+#include "embedded/automation/model/RefusalLog.h"
 #include "embedded/automation/model/Sameness.h"
 #include "embedded/database/ObjectTable.h"
 #include "embedded/platform/Watch.h"
@@ -45,17 +47,19 @@ std::size_t elementCount(const Subject& subject, const PropertyRow& row) {
 // A drawing may hold a value in several places, of which a damaged one tells different things, and a put may round. So
 // what was put is read back, and a put of a value that does not come back changes nothing.
 
-// Runs an edit of the entity. Only one that changes something costs others their tie to it.
+// Runs an edit of the entity, and after one that changes something sees to the hatches that follow its shape.
 template <class Edit>
-void releasing(const Subject& target, const PropertyRow& row, Edit&& edit) {
+void withFollowers(const Subject& target, const PropertyRow& row, Edit&& edit) {
+  if (!changesShape(target, row)) return edit();
+  FollowingHatches hatches(target.drawing(), target.record());
   const std::uint64_t before = target.drawing().revision();
   edit();
-  if (target.drawing().revision() != before) releaseFollowers(target, row);
+  if (target.drawing().revision() != before) hatches.bringAlong();
 }
 
 void putWhole(const Subject& target, const PropertyRow& row, const Value& value) {
   const auto change = [&] {
-    releasing(target, row, [&] { row.access.put(target, row, value); });
+    withFollowers(target, row, [&] { row.access.put(target, row, value); });
     const Value got = row.access.get(target, row);
     if (!isSameValue(row, value, got)) throw notGivenBack(got);
   };
@@ -75,7 +79,7 @@ double scaleOfGroup(const Subject& subject, const PropertyRow& row, std::size_t 
 void putElement(const Subject& target, const PropertyRow& row, std::size_t element, double number) {
   const ElementAccess& elements = *row.access.elements;
   const auto change = [&] {
-    releasing(target, row, [&] { elements.put(target, row, element, number); });
+    withFollowers(target, row, [&] { elements.put(target, row, element, number); });
     const double got = elements.get(target, row, element);
     if (!isSameNumber(number, got, got == number ? 0 : scaleOfGroup(target, row, element))) {
       throw notGivenBack(Value(got));
@@ -265,8 +269,13 @@ HRESULT AutomationObject<Dispatch>::SetElementValue(DISPID dispId, DWORD cookie,
     if (cookie >= elementCount(target, *row)) return E_INVALIDARG;
     const std::optional<Value> number = fromVariant(value, VT_R8);
     if (!number) return DISP_E_TYPEMISMATCH;
-    requireChangeable(target, *row);
-    putElement(target, *row, cookie, std::get<double>(*number));
+    try {
+      requireChangeable(target, *row);
+      putElement(target, *row, cookie, std::get<double>(*number));
+    } catch (const Refusal& refusal) {
+      RefusalLog::note(target.id(), refusal.text());
+      throw;
+    }
     return S_OK;
   });
 }

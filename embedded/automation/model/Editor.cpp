@@ -95,14 +95,6 @@ std::wstring formatName(std::string_view version) {
   return version.empty() ? L"DXF without a version" : widened(version);
 }
 
-// What all entities have in common has nothing to do with their shape.
-bool changesShape(const AutomationClass& kind, const PropertyRow& row) {
-  if (row.access.keepsShape) return false;
-  return kind.general == nullptr
-         || std::none_of(kind.general->begin(), kind.general->end(),
-                         [&](const PropertyRow& general) { return &general == &row; });
-}
-
 }  // namespace
 
 bool isOfFormat(const database::Drawing& drawing, std::string_view version) {
@@ -122,15 +114,19 @@ void requireChangeable(const Subject& subject, const PropertyRow& row) {
     throw Refusal(E_FAIL, L"A drawing in the format " + formatName(dxf::trimmed(version)) + L" has none; "
                               + formatName(since) + L" and later have.");
   }
-  if (changesShape(subject.kind(), row)) requireFreeShape(subject.drawing(), subject.record());
+  if (changesShape(subject, row)) requireFreeShape(subject.drawing(), subject.record());
   const Obstacle* const obstacle = row.writability.obstacle;
   if (obstacle == nullptr) return;
   if (const Reason* const why = obstacle->reasonFor(subject)) throw Refusal(*why);
 }
 
-void releaseFollowers(const Subject& subject, const PropertyRow& row) {
-  if (subject.drawing().breaksAssociations() && changesShape(subject.kind(), row))
-    releaseHatches(subject.drawing(), subject.record());
+bool changesShape(const Subject& subject, const PropertyRow& row) {
+  if (row.access.keepsShape) return false;
+  // What all entities have in common has nothing to do with their shape.
+  const std::span<const PropertyRow>* const general = subject.kind().general;
+  return general == nullptr || std::none_of(general->begin(), general->end(), [&](const PropertyRow& shared) {
+           return &shared == &row;
+         });
 }
 
 void requireWithin(Limit limit, double number) {

@@ -21,9 +21,8 @@ namespace velt::automation {
 // shape that others follow, and where the row names an obstacle.
 void requireChangeable(const Subject& subject, const PropertyRow& row);
 
-// Lets go of what follows the shape of the entity and would contradict it after a put of the row, where the drawing's
-// associations are to be broken.
-void releaseFollowers(const Subject& subject, const PropertyRow& row);
+// Whether a put of the row changes the shape of the entity, which others may follow.
+[[nodiscard]] bool changesShape(const Subject& subject, const PropertyRow& row);
 
 // The drawing is of that version ("AC1018") or a later one. One that tells no version counts as older than all.
 [[nodiscard]] bool isOfFormat(const database::Drawing& drawing, std::string_view version);

@@ -6,13 +6,14 @@
 #include "dxf/Numbers.h"
 #include "embedded/automation/model/Refusal.h"
 #include "embedded/database/Dictionary.h"
+#include "embedded/database/LastAsked.h"
 #include "embedded/database/Layer.h"
 #include "embedded/database/RecordEditor.h"
 
 namespace velt::automation {
 namespace {
 
-constexpr const char* subclassOfHatch = "AcDbHatch";
+constexpr std::string_view subclassOfHatch = hatchSubclassName;
 constexpr int reactorCode = 330;
 
 bool isOnLockedLayer(const database::Drawing& drawing, std::uint32_t record) {
@@ -21,17 +22,24 @@ bool isOnLockedLayer(const database::Drawing& drawing, std::uint32_t record) {
   return layer != nullptr && database::Layer(drawing, layer->record).isLocked();
 }
 
+bool isAssociativeHatch(const database::Drawing& drawing, std::uint32_t record) {
+  return drawing.view(record).type() == "HATCH"
+         && database::Lens(drawing, record).integer(71, subclassOfHatch, 0) != 0;
+}
+
 // Why the record would have to change with the entity, in a program that knows how to do that; null when it would not.
-const Reason* whyItFollows(const database::Drawing& drawing, std::uint32_t record,
-                           std::string_view followed) {
+const Reason* whyItFollows(const database::Drawing& drawing, std::uint32_t record, std::uint32_t followed) {
   const std::string_view type = drawing.view(record).type();
   if (type == "HATCH") {
-    if (database::Lens(drawing, record).integer(71, subclassOfHatch, 0) == 0) return nullptr;
+    if (!isAssociativeHatch(drawing, record)) return nullptr;
     if (isOnLockedLayer(drawing, record)) return &reasons::followedByLockedHatch;
-    return drawing.breaksAssociations() ? nullptr : &reasons::followedByHatch;
+    return drawing.breaksAssociations() || FollowingHatch::of(drawing, record, followed)
+               ? nullptr
+               : &reasons::followedByHatch;
   }
   // It makes a dimension follow other entities, and is told of a change of either.
-  if (type == "DIMASSOC") return followed.ends_with("DIMENSION") ? nullptr : &reasons::followedByDimension;
+  if (type == "DIMASSOC")
+    return drawing.view(followed).type().ends_with("DIMENSION") ? nullptr : &reasons::followedByDimension;
   return type == "LEADER" ? &reasons::followedByLeader : nullptr;
 }
 
@@ -49,11 +57,25 @@ std::vector<std::uint32_t> reactorsOf(const database::Drawing& drawing, std::uin
   return found;
 }
 
-const Reason* whyItIsFollowed(const database::Drawing& drawing, std::uint32_t record) {
+const Reason* findFollower(const database::Drawing& drawing, std::uint32_t record) {
   for (const std::uint32_t reactor : reactorsOf(drawing, record)) {
-    if (const Reason* const why = whyItFollows(drawing, reactor, drawing.view(record).type())) return why;
+    if (const Reason* const why = whyItFollows(drawing, reactor, record)) return why;
   }
   return nullptr;
+}
+
+const Reason* whyItIsFollowed(const database::Drawing& drawing, std::uint32_t record) {
+  if (!drawing.view(record).applicationGroup("ACAD_REACTORS")) return nullptr;
+  // A palette asks for each row of a polyline, of which there are many.
+  struct Answer {
+    bool breaksAssociations = false;
+    const Reason* why = nullptr;
+  };
+  thread_local database::LastAsked<Answer> last;
+  const auto ask = [&] { return Answer{drawing.breaksAssociations(), findFollower(drawing, record)}; };
+  Answer& known = last.of(drawing.idOf(record), drawing, ask);
+  if (known.breaksAssociations != drawing.breaksAssociations()) known = ask();
+  return known.why;
 }
 
 // The record is no longer told of changes to the entity. The group goes with its last entry.
@@ -104,6 +126,25 @@ void requireFreeShape(const database::Drawing& drawing, std::uint32_t record) {
   if (const Reason* const why = whyItIsFollowed(drawing, record)) throw Refusal(*why);
   if (isAttached(drawing, record, "AcDbContextDataManager")) {
     throw Refusal(reasons::annotative);
+  }
+}
+
+FollowingHatches::FollowingHatches(database::Drawing& drawing, std::uint32_t entity)
+    : drawing_(drawing), entity_(entity) {
+  if (drawing.breaksAssociations()) return;
+  for (const std::uint32_t reactor : reactorsOf(drawing, entity)) {
+    if (!isAssociativeHatch(drawing, reactor)) continue;
+    if (auto hatch = FollowingHatch::of(drawing, reactor, entity)) hatches_.push_back(*std::move(hatch));
+  }
+}
+
+void FollowingHatches::bringAlong() {
+  if (drawing_.breaksAssociations()) return releaseHatches(drawing_, entity_);
+  try {
+    for (const FollowingHatch& hatch : hatches_)
+      hatch.follow(drawing_);
+  } catch (const BoundaryError&) {
+    throw Refusal(reasons::hatchWouldNotClose);
   }
 }
 

@@ -61,7 +61,7 @@ HRESULT guardedInvoke(EXCEPINFO* exception, const wchar_t* source, Body&& body) 
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
   } catch (const std::exception&) {
-    fillException(exception, source, E_UNEXPECTED, L"The host made a mistake.");
+    fillException(exception, source, E_UNEXPECTED, L"The program made a mistake here.");
     return DISP_E_EXCEPTION;
   }
 }
