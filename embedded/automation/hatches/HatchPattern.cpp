@@ -177,12 +177,51 @@ std::vector<PatternLine> asStored(std::vector<PatternLine> lines) {
   return lines;
 }
 
+// The first entity stands for its drawing.
+VkDbObjectId idOf(const database::Drawing& drawing) {
+  return drawing.entities().front();
+}
+
+// The records of the drawing's hatches, which stay what they are for as long as it is open.
+const std::vector<std::uint32_t>& hatchesOf(const database::Drawing& drawing) {
+  thread_local VkDbObjectId known = VkDbObjectId::kNull;
+  thread_local std::vector<std::uint32_t> hatches;
+  if (known == idOf(drawing)) return hatches;
+  known = VkDbObjectId::kNull;
+  hatches.clear();
+  for (std::uint32_t record = 0; record < drawing.document().recordCount(); ++record) {
+    if (drawing.view(record).type() == "HATCH") hatches.push_back(record);
+  }
+  known = idOf(drawing);
+  return hatches;
+}
+
 // Calls the function for every hatch of the drawing, until it answers true.
 template <class Function>
 void forEachHatch(const database::Drawing& drawing, Function function) {
-  for (std::uint32_t record = 0; record < drawing.document().recordCount(); ++record) {
-    if (drawing.view(record).type() == "HATCH" && function(database::Lens(drawing, record))) return;
+  for (const std::uint32_t record : hatchesOf(drawing)) {
+    if (function(database::Lens(drawing, record))) return;
   }
+}
+
+// What the drawing's hatches told of a pattern that one of them was given. Often thousands are given the same one, one after
+// the other, and each would look at all of them.
+struct Lesson {
+  VkDbObjectId drawing = VkDbObjectId::kNull;
+  // After the hatch was filled: any other edit may make it untrue.
+  std::uint64_t revision = 0;
+  // Of predefined patterns.
+  std::optional<double> unit{};
+  // The hatch that has the pattern of that name, which no table has.
+  std::wstring name{};
+  std::optional<std::uint32_t> hatch{};
+};
+
+Lesson& lessonOf(const database::Drawing& drawing) {
+  thread_local Lesson lesson;
+  if (lesson.drawing != idOf(drawing) || lesson.revision != drawing.revision())
+    lesson = {.drawing = idOf(drawing), .revision = drawing.revision()};
+  return lesson;
 }
 
 // How long an inch of a predefined pattern is in that hatch, at the scale 1. Drawings in millimetres have patterns for
@@ -204,14 +243,17 @@ std::optional<double> unitIn(const database::Lens& hatch) {
 
 double unitOfPatterns(const Subject& subject) {
   if (const auto unit = unitIn(subject.lens())) return *unit;
+  Lesson& lesson = lessonOf(subject.drawing());
+  if (lesson.unit) return *lesson.unit;
   std::optional<double> found;
   forEachHatch(subject.drawing(), [&](const database::Lens& hatch) {
     found = unitIn(hatch);
     return found.has_value();
   });
-  if (found) return *found;
   const auto measurement = subject.drawing().document().headerValue("$MEASUREMENT", 70);
-  return dxf::parseInteger<int>(measurement.value_or("0")) == 1 ? millimetresOfInch : 1;
+  const double ofHeader = dxf::parseInteger<int>(measurement.value_or("0")) == 1 ? millimetresOfInch : 1;
+  lesson.unit = found.value_or(ofHeader);
+  return *lesson.unit;
 }
 
 // What a hatch stores of a pattern.
@@ -240,20 +282,32 @@ std::optional<Filling> predefinedFilling(const Subject& subject, std::wstring_vi
   return filling;
 }
 
+std::optional<std::uint32_t> hatchFilledWith(const database::Drawing& drawing, std::wstring_view name) {
+  Lesson& lesson = lessonOf(drawing);
+  if (lesson.hatch && database::sameName(lesson.name, name)) return lesson.hatch;
+  for (const std::uint32_t record : hatchesOf(drawing)) {
+    const database::Lens hatch(drawing, record);
+    if (isFilled(hatch) || !database::sameName(patternNameOf(hatch), name) || !hatch.has(53, hatchSubclass))
+      continue;
+    lesson.name = name;
+    lesson.hatch = record;
+    return record;
+  }
+  return std::nullopt;
+}
+
 std::optional<Filling> fillingOfAnother(const Subject& subject, std::wstring_view name) {
-  std::optional<Filling> found;
-  forEachHatch(subject.drawing(), [&](const database::Lens& hatch) {
-    const std::wstring its = patternNameOf(hatch);
-    if (isFilled(hatch) || !database::sameName(its, name) || !hatch.has(53, hatchSubclass)) return false;
-    const Placing placing = placingOf(hatch);
-    found = {.name = its, .kind = kindOf(hatch), .placing = keptPlacing(subject.lens())};
-    // The scale of plain lines is their distance.
-    if (found->kind == plainLines) found->placing.scale = placing.scale;
-    found->lines = moved(storedLines(hatch), placing, found->placing);
-    found->isCrossed = found->kind == plainLines && hatch.integer(77, hatchSubclass, 0) == 1;
-    return true;
-  });
-  return found;
+  const std::optional<std::uint32_t> record = hatchFilledWith(subject.drawing(), name);
+  if (!record) return std::nullopt;
+  const database::Lens hatch(subject.drawing(), *record);
+  const Placing placing = placingOf(hatch);
+  Filling filling{
+      .name = patternNameOf(hatch), .kind = kindOf(hatch), .placing = keptPlacing(subject.lens())};
+  // The scale of plain lines is their distance.
+  if (filling.kind == plainLines) filling.placing.scale = placing.scale;
+  filling.lines = moved(storedLines(hatch), placing, filling.placing);
+  filling.isCrossed = filling.kind == plainLines && hatch.integer(77, hatchSubclass, 0) == 1;
+  return filling;
 }
 
 bool belongsToPattern(int code) {
@@ -343,10 +397,10 @@ Vector3 patternOrigin(const database::Lens& hatch) {
 }
 
 const std::vector<std::wstring>& patternNames(const Subject& subject) {
-  // A palette asks for each choice by itself, and drawings are large. The first entity stands for its drawing.
+  // A palette asks for each choice by itself, and drawings are large.
   thread_local database::LastAsked<std::vector<std::wstring>> last;
   const database::Drawing& drawing = subject.drawing();
-  return last.of(drawing.entities().front(), drawing, [&] { return namesIn(drawing); });
+  return last.of(idOf(drawing), drawing, [&] { return namesIn(drawing); });
 }
 
 void fillWithPattern(const Subject& subject, std::wstring_view name) {
@@ -354,10 +408,20 @@ void fillWithPattern(const Subject& subject, std::wstring_view name) {
   if (!lens.has(2, hatchSubclass) || !lens.has(76, hatchSubclass))
     throw Refusal(E_FAIL, L"The hatch lacks the part of its data that tells its pattern.");
   std::optional<Filling> filling = predefinedFilling(subject, name);
+  const bool isPredefined = filling.has_value();
   if (!filling) filling = fillingOfAnother(subject, name);
   if (!filling)
     throw Refusal(E_INVALIDARG, L"There is no pattern of that name, and no hatch of the drawing has it.");
+  const Lesson learnt = lessonOf(subject.drawing());
   write(subject, *filling);
+  // The hatch now tells the same as those that were asked; what it told before is gone.
+  Lesson& lesson = lessonOf(subject.drawing());
+  if (isPredefined) {
+    if (!filling->lines.empty()) lesson.unit = learnt.unit;
+  } else {
+    lesson.name = learnt.name;
+    lesson.hatch = learnt.hatch;
+  }
 }
 
 void crossPlainLines(const Subject& subject, bool crossed) {

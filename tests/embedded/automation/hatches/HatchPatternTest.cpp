@@ -113,6 +113,38 @@ TEST_F(FillingTest, PatternsAreAsLargeAsThoseThatAreThereAlready) {
   EXPECT_EQ(0.125, stepAfterFilling()) << "that of another hatch";
 }
 
+TEST_F(FillingTest, WhatIsKnownOfOtherHatchesHoldsUntilTheNextEdit) {
+  const Pairs solid = {{2, "SOLID"}, {70, "1"}, {76, "1"}};
+  Sample sample;
+  drawing = add(sample.entity("HATCH", solid).entity("HATCH", solid).entity("HATCH", solid),
+                {"NET", "1.0", "3.175"})
+                .open();
+  const auto stepOf = [&](std::size_t number) {
+    return *drawing->view(recordOf(*drawing, number)).real(46, "AcDbHatch");
+  };
+  fillWithPattern(subjectOf(*drawing, 0), L"LINE");
+  fillWithPattern(subjectOf(*drawing, 1), L"LINE");
+  EXPECT_EQ(3.175, stepOf(0));
+  EXPECT_EQ(3.175, stepOf(1));
+  for (const std::size_t other : {0U, 1U, 3U})
+    Editor(*drawing, recordOf(*drawing, other)).real(46, "AcDbHatch", 0.125);
+  fillWithPattern(subjectOf(*drawing, 2), L"LINE");
+  EXPECT_EQ(0.125, stepOf(2));
+}
+
+TEST_F(FillingTest, APatternOfTheDrawingIsFoundAgainForEachHatchThatGetsIt) {
+  const Pairs solid = {{2, "SOLID"}, {70, "1"}, {76, "1"}};
+  Sample sample;
+  drawing =
+      add(sample.entity("HATCH", solid).entity("HATCH", solid), {"WAVES", "1.0", "3.0", "0.0", "2"}).open();
+  for (const std::size_t number : {0U, 1U}) {
+    fillWithPattern(subjectOf(*drawing, number), L"Waves");
+    EXPECT_EQ(3, drawing->view(recordOf(*drawing, number)).real(46, "AcDbHatch"));
+  }
+  fillWithPattern(subjectOf(*drawing, 2), L"LINE");
+  EXPECT_EQ(E_INVALIDARG, refusalOf([&] { fillWithPattern(subjectOf(*drawing, 1), L"other"); }));
+}
+
 TEST_F(FillingTest, APatternLiesAsTheHatchIsTurned) {
   open({"NET", "2.0", "0.25", "90.0"});
   fillWithPattern(subjectOf(*drawing), L"ANSI31");
