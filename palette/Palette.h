@@ -169,6 +169,19 @@ enum class Editability {
   notNow
 };
 
+// What the numbers of a row count.
+enum class Unit {
+  // Nothing, as a factor, a number of things or the number of a choice; also of values that are no numbers.
+  none,
+  // Drawing units, and their squares.
+  length,
+  area,
+  // Radians, in whatever form people read them.
+  angle,
+  // Of line weights, of which the negative ones stand for by layer and the like.
+  hundredthOfMillimetre
+};
+
 // One entity's part in a dynamic row, without pointers.
 struct DynamicSource {
   VkDbObjectId entity;
@@ -203,6 +216,8 @@ class VELT_PALETTE_EXPORT Row {
   PropertyKind::Code kind() const { return static_cast<PropertyKind::Code>(record_->customType); }
   // Its numbers are angles, in radians.
   bool isAngle() const;
+  // Of its numbers, as plain() gives and valueOf() takes them.
+  Unit unit() const;
 
   // The entities have different values. The row's own value is then the first entity's.
   bool isVarying() const { return record_->isVaries; }

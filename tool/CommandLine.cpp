@@ -147,7 +147,12 @@ struct CommandLine {
                           "Also the different values behind *VARIES*, each with the number of entities that\n"
                           "have it and the option that selects them");
     addPrecise(*showCommand, showRequest.precise);
-    showCommand->add_flag("--json", showRequest.json, "Every field of every row, as JSON");
+    CLI::Option* const showAsJson = showCommand->add_flag(
+        "--json", showRequest.json, "Rows with values, texts, units and choices, as JSON");
+    showCommand
+        ->add_flag("--debug", showRequest.debug,
+                   "With --json: every field of the rows' records, for who develops palettes or plug-ins")
+        ->needs(showAsJson);
     addShowing(*showCommand, showing);
     addPlugins(*showCommand, plugins);
     addKeepGoing(*showCommand, keepsGoing);

@@ -17,6 +17,8 @@ struct ShowRequest {
   std::string drawing{};
   SelectionRequest selection{};
   bool json = false;
+  // With JSON: also what concerns only who develops palettes, plug-ins or hosts.
+  bool debug = false;
   bool choices = false;
   // The different values of rows that vary.
   bool values = false;

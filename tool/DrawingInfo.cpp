@@ -273,4 +273,10 @@ DrawingInfo infoOf(Drawing& drawing) {
   return info;
 }
 
+std::optional<std::string> insertionUnit(const Drawing& drawing) {
+  const std::int64_t number = headerInteger(drawing, "$INSUNITS").value_or(0);
+  const bool isKnown = number > 0 && static_cast<std::size_t>(number) < std::size(insertionUnits);
+  return isKnown ? std::optional(nameOf(insertionUnits, number)) : std::nullopt;
+}
+
 }  // namespace velt::tool

@@ -85,4 +85,7 @@ struct DrawingInfo {
 
 DrawingInfo infoOf(database::Drawing& drawing);
 
+// "Millimeters"; nothing for a drawing that does not say what its unit is, or says it in a number that means nothing.
+std::optional<std::string> insertionUnit(const database::Drawing& drawing);
+
 }  // namespace velt::tool

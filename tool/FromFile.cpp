@@ -35,7 +35,7 @@ std::string nameOf(const Difference& difference) {
 class FromFile {
  public:
   FromFile(database::Drawing& drawing, const std::string& file, bool keepGoing)
-      : drawing_(drawing), file_(file), keepGoing_(keepGoing) {}
+      : drawing_(drawing), units_(drawing), file_(file), keepGoing_(keepGoing) {}
 
   // False when a value was refused and that ends the work.
   bool write(const std::vector<VkDbObjectId>& ids, const std::string& who,
@@ -72,6 +72,12 @@ class FromFile {
     if (rows.size() != wanted.values.size() && hasValue) {
       throw Failure(fmt::format("{}: {} has {} of {}, and the file {}", file_, who, rows.size(), name,
                                 wanted.values.size()));
+    }
+    for (std::size_t i = 0; i < rows.size() && i < wanted.units.size(); ++i) {
+      const std::string own = units_.of(rows[i]);
+      if (wanted.units[i].empty() || wanted.units[i] == own) continue;
+      throw Failure(fmt::format("{}: {} of {} is in {} there, and {} in the drawing", file_, name, who,
+                                wanted.units[i], own.empty() ? "has no unit" : "in " + own));
     }
     return rows;
   }
@@ -128,7 +134,10 @@ class FromFile {
       return refusal(selection, reason.empty() ? "it cannot be edited" : "it cannot be edited: " + reason);
     }
     try {
-      return selection.write(row, row.valueOf(value), {.keepGoing = keepGoing_});
+      const automation::RefusalLog log;
+      palette::Report report = selection.write(row, row.valueOf(value), {.keepGoing = keepGoing_});
+      tellWhyRefused(report, selection, row, log);
+      return report;
     } catch (const palette::Error& error) {
       return refusal(selection, error.what());
     }
@@ -146,6 +155,7 @@ class FromFile {
   }
 
   database::Drawing& drawing_;
+  Units units_;
   const std::string& file_;
   bool keepGoing_;
 };

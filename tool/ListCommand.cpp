@@ -25,15 +25,16 @@ struct ListedEntity {
   nlohmann::ordered_json values{};
 };
 
-// Name, label and value of each property, in display order; the value also as it is shown.
-nlohmann::ordered_json valuesOf(VkDbObjectId id, const palette::NumberStyle& style) {
+// Name, label and value of each property, in display order; the value also as it is shown, and its unit.
+nlohmann::ordered_json valuesOf(VkDbObjectId id, const palette::NumberStyle& style, const Units& units) {
   auto values = nlohmann::ordered_json::array();
   palette::Selection selection(std::span(&id, 1));
   for (const palette::Row& row : selection.query()) {
     values.push_back({{"name", palette::toUtf8(row.record().name.str())},
                       {"displayName", palette::toUtf8(row.record().displayName.str())},
                       {"value", valueJson(row.plain())},
-                      {"text", row.text(style)}});
+                      {"text", row.text(style)},
+                      {"unit", unitJson(units.of(row))}});
   }
   return values;
 }
@@ -86,11 +87,12 @@ void list(const ListRequest& request, std::ostream& out) {
   std::vector<ListedEntity> entities;
   entities.reserve(selected.ids.size());
   const palette::NumberStyle style = numberStyleOf(*drawing);
+  const Units units(*drawing);
   Progress progress("Reading " + request.drawing);
   for (const VkDbObjectId id : selected.ids) {
     entities.push_back({handleText(id), className(id), dxfName(id), layerName(id), {}});
     if (!request.values) continue;
-    entities.back().values = valuesOf(id, style);
+    entities.back().values = valuesOf(id, style, units);
     progress.report(entities.size(), selected.ids.size());
   }
   if (request.json) {

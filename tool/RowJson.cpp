@@ -2,7 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
+#include <string_view>
 #include <type_traits>
 #include <variant>
 #include <vector>
@@ -17,6 +20,13 @@ nlohmann::ordered_json handleJson(VkDbObjectId id) {
   const std::optional<database::ObjectRef> object = database::resolve(id);
   if (!object) return nullptr;
   return fmt::format("{:X}", database::Entity(*object).handle());
+}
+
+bool isKnown(std::string_view field) {
+  constexpr std::string_view known[] = {"name",         "description", "displayName", "value",
+                                        "categoryName", "hasChoices",  "choiceNames", "choiceValues",
+                                        "choiceReals",  "isEditable",  "isVaries"};
+  return std::find(std::begin(known), std::end(known), field) != std::end(known);
 }
 
 struct FieldWriter {
@@ -49,13 +59,22 @@ nlohmann::ordered_json valueJson(const palette::PlainValue& value) {
       value);
 }
 
-nlohmann::ordered_json rowJson(const palette::Row& row, const palette::NumberStyle& style) {
+nlohmann::ordered_json unitJson(const std::string& unit) {
+  return unit.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(unit);
+}
+
+nlohmann::ordered_json rowJson(const palette::Row& row, const palette::NumberStyle& style, const Units& units,
+                               RowFields fields) {
   nlohmann::ordered_json json;
-  for (const palette::Field& field : row.fields())
-    json[field.name] = std::visit(FieldWriter(), field.data);
+  for (const palette::Field& field : row.fields()) {
+    if (fields == RowFields::all || isKnown(field.name))
+      json[field.name] = std::visit(FieldWriter(), field.data);
+  }
   // That of the first entity is not the selection's.
   if (row.isVarying()) json["value"] = nullptr;
   json["text"] = row.text(style);
+  json["unit"] = unitJson(units.of(row));
+  json["isDynamic"] = row.isDynamic();
   return json;
 }
 

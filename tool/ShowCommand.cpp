@@ -30,6 +30,7 @@ struct Shown {
   // Entities on locked layers, which no write changes.
   std::size_t locked = 0;
   palette::NumberStyle style{};
+  Units units;
 };
 
 void countEntities(Shown& shown) {
@@ -211,8 +212,9 @@ void printAsJson(const Shown& shown, std::ostream& out) {
     json["selection"]["leftOutInBlocks"] = shown.selected.leftOutInBlocks;
   if (const std::vector<std::string> handles = sharedHandleTexts(shown.selected); !handles.empty())
     json["selection"]["sharedHandles"] = handles;
+  const RowFields fields = shown.request.debug ? RowFields::all : RowFields::known;
   for (const palette::Row& row : shown.selection.rows()) {
-    nlohmann::ordered_json& made = json["rows"].emplace_back(rowJson(row, shown.style));
+    nlohmann::ordered_json& made = json["rows"].emplace_back(rowJson(row, shown.style, shown.units, fields));
     if (const std::string reason = reasonForNoValue(shown, row); !reason.empty())
       made["noValueReason"] = reason;
     if (const std::string reason = readOnlyReason(row);
@@ -232,8 +234,11 @@ void show(const ShowRequest& request, std::ostream& out) {
   const std::unique_ptr<database::Drawing> drawing = openDrawing(request.drawing);
   const SelectedEntities selected = select(*drawing, request.selection);
   palette::Selection selection = queried(selected.ids);
-  Shown shown{.request = request, .selected = selected, .selection = selection};
-  shown.style = numberStyleOf(*drawing, request.precise);
+  Shown shown{.request = request,
+              .selected = selected,
+              .selection = selection,
+              .style = numberStyleOf(*drawing, request.precise),
+              .units = Units(*drawing)};
   countEntities(shown);
   if (request.json)
     printAsJson(shown, out);

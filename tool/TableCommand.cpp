@@ -60,6 +60,16 @@ Json choiceNamesOf(const std::vector<palette::Row>& rows) {
   return names.size() == 1 ? names.front() : names;
 }
 
+// Of rows with one name; null where none has a unit.
+Json unitsOf(const std::vector<palette::Row>& rows, const Units& units) {
+  Json made = Json::array();
+  for (const palette::Row& row : rows)
+    made.push_back(unitJson(units.of(row)));
+  const bool isSame =
+      std::all_of(made.begin(), made.end(), [&](const Json& unit) { return unit == made.front(); });
+  return made.empty() || !isSame ? made : made.front();
+}
+
 // --- which columns ---------------------------------------------------------------------------------------
 
 // The names of all properties, in the order of a palette: by category, and within it as they are first met.
@@ -163,14 +173,16 @@ std::vector<Cells> readCells(const std::vector<std::string>& columns, palette::S
 struct Told {
   Json values = Json::object();
   Json names = Json::object();
+  Json unitNames = Json::object();
 
-  void add(const std::string& name, const std::vector<palette::Row>& rows) {
+  void add(const std::string& name, const std::vector<palette::Row>& rows, const Units& units) {
+    if (Json of = unitsOf(rows, units); !of.empty()) unitNames[name] = std::move(of);
     values[name] = valuesOf(rows);
     if (Json of = choiceNamesOf(rows); !of.is_null()) names[name] = std::move(of);
   }
 };
 
-Told allOf(const std::vector<palette::Row>& rows) {
+Told allOf(const std::vector<palette::Row>& rows, const Units& units) {
   const std::vector<std::string> names = namesToFind(rows);
   std::vector<std::string> order;
   std::map<std::string, std::vector<palette::Row>> byName;
@@ -181,7 +193,7 @@ Told allOf(const std::vector<palette::Row>& rows) {
   }
   Told told;
   for (const std::string& name : order)
-    told.add(name, byName[name]);
+    told.add(name, byName[name], units);
   return told;
 }
 
@@ -192,6 +204,7 @@ Json lineOf(const TableRequest& request, VkDbObjectId entity, Told told) {
   line["class"] = className(entity);
   line["values"] = std::move(told.values);
   if (!told.names.empty()) line["names"] = std::move(told.names);
+  if (!told.unitNames.empty()) line["units"] = std::move(told.unitNames);
   return line;
 }
 
@@ -199,14 +212,16 @@ std::string written(const Json& line) {
   return jsonText(line, -1) + '\n';
 }
 
-void printAllAsJson(const TableRequest& request, palette::Selection& selection, std::ostream& out) {
+void printAllAsJson(const TableRequest& request, palette::Selection& selection, const Units& units,
+                    std::ostream& out) {
   forEachEntity(selection, "Reading", [&](VkDbObjectId entity, const std::vector<palette::Row>& rows) {
-    out << written(lineOf(request, entity, allOf(rows)));
+    out << written(lineOf(request, entity, allOf(rows, units)));
   });
 }
 
 // All lines are made before the first is printed, so that an unknown column prints none.
-void printAsJson(const TableRequest& request, palette::Selection& selection, std::ostream& out) {
+void printAsJson(const TableRequest& request, palette::Selection& selection, const Units& units,
+                 std::ostream& out) {
   const std::vector<std::string>& columns = request.columns;
   std::string lines;
   FoundColumns foundColumns(columns);
@@ -220,7 +235,7 @@ void printAsJson(const TableRequest& request, palette::Selection& selection, std
       if (isFact)
         told.values[name] = factOf(entity, name);
       else
-        told.add(name, meant);
+        told.add(name, meant, units);
     }
     foundColumns.learn(rows);
     lines += written(lineOf(request, entity, std::move(told)));
@@ -287,9 +302,9 @@ void table(const TableRequest& request, std::ostream& out) {
   palette::Selection selection(selected.ids);
   if (request.format == TableFormat::json) {
     if (wantsAll(request))
-      printAllAsJson(request, selection, out);
+      printAllAsJson(request, selection, Units(*drawing), out);
     else
-      printAsJson(request, selection, out);
+      printAsJson(request, selection, Units(*drawing), out);
     return;
   }
   Cells headings = columnsOf(request, selection);

@@ -50,8 +50,26 @@ std::string textOf(const Json& object, const char* name) {
   return text.get<std::string>();
 }
 
-// Of table: {"Radius":2.5,"Vertex X":[0,10]}
-std::vector<WantedValues> valuesByName(const Json& values) {
+// Null and what is missing stand for no unit.
+std::string unitOf(const Json& unit, const std::string& name) {
+  if (unit.is_null()) return {};
+  if (!unit.is_string()) throw OtherForm(fmt::format("the unit of {} is not a text", name));
+  return unit.get<std::string>();
+}
+
+// Of table: one for all values of a name, or one for each.
+std::vector<std::string> unitsNamed(const Json& units, const WantedValues& wanted) {
+  const Json of = units.is_object() && units.contains(wanted.name) ? units.at(wanted.name) : Json();
+  if (!of.is_array()) return std::vector(wanted.values.size(), unitOf(of, wanted.name));
+  std::vector<std::string> list;
+  for (const Json& unit : of)
+    list.push_back(unitOf(unit, wanted.name));
+  list.resize(wanted.values.size());
+  return list;
+}
+
+// Of table: {"Radius":2.5,"Vertex X":[0,10]}, and {"Radius":"millimeters"}
+std::vector<WantedValues> valuesByName(const Json& values, const Json& units) {
   std::vector<WantedValues> wanted;
   for (const auto& [name, value] : values.items()) {
     // A property that the entity does not have, or a fact, which is not one.
@@ -64,6 +82,7 @@ std::vector<WantedValues> valuesByName(const Json& values) {
     } else {
       made.values.push_back(plainOf(value, name));
     }
+    made.units = unitsNamed(units, made);
   }
   return wanted;
 }
@@ -77,10 +96,12 @@ std::vector<WantedValues> valuesInOrder(const Json& rows) {
     std::string name = textOf(row, "name");
     std::string label = textOf(row, "displayName");
     const auto [place, isNew] = known.try_emplace({name, label}, wanted.size());
-    if (isNew) wanted.push_back({std::move(name), std::move(label), {}});
+    if (isNew) wanted.push_back({.name = std::move(name), .label = std::move(label)});
     const bool isVarying = row.contains("isVaries") && row["isVaries"] == true;
-    wanted[place->second].values.push_back(isVarying ? palette::PlainValue()
-                                                     : plainOf(memberOf(row, "value"), place->first.second));
+    WantedValues& made = wanted[place->second];
+    made.values.push_back(isVarying ? palette::PlainValue()
+                                    : plainOf(memberOf(row, "value"), place->first.second));
+    made.units.push_back(row.contains("unit") ? unitOf(row["unit"], place->first.second) : std::string());
   }
   return wanted;
 }
@@ -88,7 +109,8 @@ std::vector<WantedValues> valuesInOrder(const Json& rows) {
 WantedEntity entityIn(const Json& json) {
   WantedEntity entity{.handle = textOf(json, "handle")};
   const Json& values = memberOf(json, "values");
-  entity.values = values.is_object() ? valuesByName(values) : valuesInOrder(values);
+  entity.values = values.is_object() ? valuesByName(values, json.contains("units") ? json["units"] : Json())
+                                     : valuesInOrder(values);
   return entity;
 }
 

@@ -18,6 +18,8 @@ struct WantedValues {
   std::string name{};
   std::string label{};
   std::vector<palette::PlainValue> values{};
+  // Of each value; empty where the file names none.
+  std::vector<std::string> units{};
 };
 
 struct WantedEntity {

@@ -19,6 +19,14 @@ constexpr bool isAngle(std::int32_t customType) {
   return std::find(kinds.begin(), kinds.end(), customType) != kinds.end();
 }
 
+constexpr bool isArea(std::int32_t customType) {
+  return customType == PropertyKind::area || customType == PropertyKind::shapeArea;
+}
+
+constexpr bool isLineweight(std::int32_t customType) {
+  return customType == PropertyKind::lineweight || customType == PropertyKind::entityLineweight;
+}
+
 // A factor or the like; decimal places of lengths mean nothing to it.
 constexpr bool isWithoutUnits(std::int32_t customType) {
   constexpr std::array<std::int32_t, 3> kinds = {PropertyKind::noUnits, PropertyKind::hatchScale,

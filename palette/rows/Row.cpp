@@ -26,6 +26,13 @@ bool Row::isAngle() const {
   return palette::isAngle(record_->customType);
 }
 
+Unit Row::unit() const {
+  if (isAngle()) return Unit::angle;
+  if (isArea(record_->customType)) return Unit::area;
+  if (isLineweight(record_->customType)) return Unit::hundredthOfMillimetre;
+  return isLength(*record_) ? Unit::length : Unit::none;
+}
+
 std::vector<Choice> Row::choices() const {
   std::vector<Choice> choices;
   choices.reserve(record_->choiceNames.length());

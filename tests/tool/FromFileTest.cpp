@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <sstream>
 
 #include "tests/tool/Drawings.h"
@@ -106,6 +107,18 @@ TEST_F(SetFromFile, WhatIsNotThereIsNamedAndNothingIsWritten) {
               HasSubstr("2F has no property Radius"));
   EXPECT_THAT(failureOf(good + R"({"handle":"2F","values":{"Start X":[1,2]}})"),
               HasSubstr("2F has 1 of Start X, and the file 2"));
+}
+
+TEST_F(SetFromFile, AValueInAnotherUnitIsNotTakenForOneInTheDrawings) {
+  const std::string good = R"({"handle":"2F","values":{"Start X":9}})"
+                           "\n";
+  EXPECT_THAT(failureOf(good + R"({"handle":"33","values":{"Radius":7},"units":{"Radius":"inches"}})"),
+              HasSubstr("values.json: Radius of 33 is in inches there, and in drawing units in the drawing"));
+  EXPECT_FALSE(std::filesystem::exists(saved));
+  run(R"({"handle":"33","values":{"Radius":7.25},"units":{"Radius":"drawing units"}})");
+  EXPECT_EQ(contentOf(saved), withReplaced("40\n2.5\n", "40\n7.25\n"));
+  EXPECT_THAT(failureOf(R"({"handle":"33","values":{"Layer":"0"},"units":{"Layer":"inches"}})"),
+              HasSubstr("Layer of 33 is in inches there, and has no unit in the drawing"));
 }
 
 TEST_F(SetFromFile, AssignmentsAndAFileExcludeEachOther) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
@@ -62,6 +63,19 @@ TEST_F(ListCommand, ValuesAreThoseOfEachEntityByItself) {
   EXPECT_EQ(valueOf(0, "Start X"), 1.5);
   EXPECT_EQ(valueOf(1, "Radius"), 2.5);
   EXPECT_EQ(valueOf(0, "Radius"), "no such value");
+}
+
+TEST_F(ListCommand, ValuesHaveTheirUnit) {
+  const nlohmann::json json = nlohmann::json::parse(listed({.json = true, .values = true}));
+  std::map<std::string, nlohmann::json> units;
+  for (const auto& value : json["entities"][1]["values"])
+    units[value["displayName"]] = value["unit"];
+  EXPECT_EQ(units["Radius"], "drawing units");
+  EXPECT_EQ(units["Area"], "square drawing units");
+  EXPECT_EQ(units["Center X"], "drawing units");
+  EXPECT_EQ(units["Normal X"], nullptr) << "a direction has no length";
+  EXPECT_EQ(units["Lineweight"], "hundredths of a millimeter");
+  EXPECT_EQ(units["Layer"], nullptr);
 }
 
 TEST_F(ListCommand, ValuesAreAlsoToldAsTheyAreShown) {

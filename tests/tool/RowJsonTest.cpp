@@ -29,6 +29,19 @@ PROPINFO record() {
   return made;
 }
 
+OrderedJson made(const PROPINFO& row, RowFields fields = RowFields::all,
+                 const palette::NumberStyle& style = {}) {
+  const auto drawing = Drawing::parse(drawingOf({{"0"}}, ""), "house.dxf");
+  return rowJson(Row(row), style, Units(*drawing), fields);
+}
+
+std::vector<std::string> namesIn(const OrderedJson& json) {
+  std::vector<std::string> names;
+  for (const auto& [name, value] : json.items())
+    names.push_back(name);
+  return names;
+}
+
 TEST(RowJson, AValueIsTheNaturalOne) {
   EXPECT_EQ(valueJson(PlainValue()), OrderedJson(nullptr));
   EXPECT_EQ(valueJson(true), OrderedJson(true));
@@ -45,12 +58,10 @@ TEST(RowJson, HasEveryFieldOfTheRecordUnderItsOwnNameAndItsText) {
       "value",       "categoryId",       "categoryName", "isElement",    "elementCookie", "hasChoices",
       "choiceNames", "choiceValues",     "isWritable",   "isEditable",   "isVaries",      "customType",
       "groupCount",  "elementGrouping",  "weight",       "sortByCookie", "objectId",      "valueType",
-      "hasValue",    "pDynamicProperty", "dynSources",   "choiceReals",  "text"};
-  std::vector<std::string> found;
-  const OrderedJson json = rowJson(Row(row), {3, 1});
-  for (const auto& [name, value] : json.items())
-    found.push_back(name);
-  EXPECT_EQ(found, expected);
+      "hasValue",    "pDynamicProperty", "dynSources",   "choiceReals",  "text",          "unit",
+      "isDynamic"};
+  const OrderedJson json = made(row, RowFields::all, {3, 1});
+  EXPECT_EQ(namesIn(json), expected);
   EXPECT_EQ(json["clsid"], "01020304-0506-0708-090A-0B0C0D0E0F10");
   EXPECT_EQ(json["displayName"], "a\nb");
   EXPECT_EQ(json["value"], 1.5);
@@ -59,11 +70,25 @@ TEST(RowJson, HasEveryFieldOfTheRecordUnderItsOwnNameAndItsText) {
   EXPECT_EQ(json["dynSources"], OrderedJson::array());
 }
 
+TEST(RowJson, HasWhatMeansSomethingToPeopleUnlessEveryFieldIsAskedFor) {
+  PROPINFO row = record();
+  row.customType = PropertyKind::distance;
+  const std::vector<std::string> expected = {"name",         "description", "displayName", "value",
+                                             "categoryName", "hasChoices",  "choiceNames", "choiceValues",
+                                             "isEditable",   "isVaries",    "choiceReals", "text",
+                                             "unit",         "isDynamic"};
+  const OrderedJson json = made(row, RowFields::known);
+  EXPECT_EQ(namesIn(json), expected);
+  EXPECT_EQ(json["unit"], "drawing units");
+  row.customType = PropertyKind::noUnits;
+  EXPECT_EQ(made(row, RowFields::known)["unit"], nullptr);
+}
+
 TEST(RowJson, AVaryingRowSaysSoAndHasNoValue) {
   PROPINFO row = record();
   row.isVaries = true;
-  EXPECT_EQ(rowJson(Row(row), {})["value"], nullptr) << "that of the first entity misleads";
-  EXPECT_EQ(rowJson(Row(row), {})["text"], "*VARIES*");
+  EXPECT_EQ(made(row)["value"], nullptr) << "that of the first entity misleads";
+  EXPECT_EQ(made(row)["text"], "*VARIES*");
 }
 
 TEST(RowJson, AnEntityIsToldByItsHandle) {
@@ -71,7 +96,7 @@ TEST(RowJson, AnEntityIsToldByItsHandle) {
   PROPINFO row = record();
   row.objectId = drawing->entities()[0];
   row.dynSources.append(DispatchDynPropSourceNode());
-  const OrderedJson json = rowJson(Row(row), {});
+  const OrderedJson json = made(row);
   EXPECT_EQ(json["objectId"], "2F");
   EXPECT_EQ(json["dynSources"].dump(), R"([{"pDispatch":null,"pDynamicProperty":false}])");
 }

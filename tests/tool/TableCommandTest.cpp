@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <set>
 #include <sstream>
 
 #include "palette/Palette.h"
@@ -134,6 +135,19 @@ TEST(Table, HasTheAttributesOfEachDoorAlone) {
         out);
   EXPECT_THAT(out.str(), HasSubstr("\nDoors,D1\n"));
   EXPECT_THAT(out.str(), HasSubstr("\nWalls,\n")) << "beside entities that have none";
+}
+
+TEST_F(TableCommand, JsonTellsTheUnitsOfColumnsThatHaveOne) {
+  const auto made = lines(shown({.selection = {.all = true},
+                                 .columns = {"Radius", "Layer", "Vertex X", "Lineweight"},
+                                 .format = TableFormat::json}));
+  const std::string weight = R"("Lineweight":"hundredths of a millimeter")";
+  std::set<std::string> units;
+  for (const auto& line : made)
+    units.insert(line["units"].dump());
+  EXPECT_THAT(
+      units, testing::UnorderedElementsAre("{" + weight + "}", R"({"Radius":"drawing units",)" + weight + "}",
+                                           R"({"Vertex X":"drawing units",)" + weight + "}"));
 }
 
 TEST_F(TableCommand, JsonNamesTheChoicesThatAreNumbers) {

@@ -65,6 +65,27 @@ TEST(ValuesFile, OfAShownSelectionWhatVariesHasNoValue) {
   EXPECT_EQ(file.ofSelection[1].values[0], PlainValue(2.5));
 }
 
+TEST(ValuesFile, ValuesHaveTheUnitsThatTheFileNames) {
+  const WantedValues ofTable =
+      valuesOf(
+          R"({"handle":"2F","values":{"Vertex X":[0,1]},"units":{"Vertex X":"inches","Other":"radians"}})")
+          .entities[0]
+          .values[0];
+  EXPECT_THAT(ofTable.units, ElementsAre("inches", "inches"));
+  const WantedValues mixed =
+      valuesOf(R"({"handle":"2F","values":{"A":[0,1]},"units":{"A":["inches",null]}})").entities[0].values[0];
+  EXPECT_THAT(mixed.units, ElementsAre("inches", ""));
+  const WantedValues ofList = valuesOf(R"({"entities":[{"handle":"2F","values":[
+      {"name":"A","displayName":"A","value":1,"unit":"radians"},
+      {"name":"A","displayName":"A","value":2,"unit":null},
+      {"name":"A","displayName":"A","value":3}]}]})")
+                                  .entities[0]
+                                  .values[0];
+  EXPECT_THAT(ofList.units, ElementsAre("radians", "", ""));
+  EXPECT_THAT(failureOfValues(R"({"handle":"2F","values":{"A":0},"units":{"A":7}})"),
+              HasSubstr("the unit of A is not a text"));
+}
+
 TEST(ValuesFile, WhatIsNoneOfTheFormsIsNamed) {
   EXPECT_THAT(failureOfValues("[1]"),
               HasSubstr("values.json: \"entities\" is missing (what \"table --json\""));

@@ -29,13 +29,13 @@ std::vector<Vector3> getVertices(const Subject& subject) {
 
 // clang-format off
 constexpr PropertyRow rows[] = {
-  // id name                label            type          category            access                         writability                              choices        weight help
-  {  1, L"Origin",          L"Position",     VT_VARIANT,   Category::Geometry, worldPoint(10, image),         writable,                                Choices::None, 110,   L"Lower left corner of the area."},
-  {  2, L"Rotation",        L"Rotation",     types::angle, Category::Geometry, computed<pictureRotation>(),   readOnly(reasons::bothEdgesWouldFollow), Choices::None, 120,   L"Direction of the lower edge."},
-  {  3, L"Width",           L"Width",        VT_R8,        Category::Geometry, computed<pictureWidth>(),      readOnly(reasons::boundaryWouldFollow),  Choices::None, 130,   L"Length of the lower edge."},
-  {  4, L"Height",          L"Height",       VT_R8,        Category::Geometry, computed<pictureHeight>(),     readOnly(reasons::boundaryWouldFollow),  Choices::None, 140,   L"Length of the left edge."},
-  {  5, L"Vertex",          L"Vertex",       VT_VARIANT,   Category::Geometry, computedPoints<getVertices>(), readOnly(reasons::storedAgainstEdges),   Choices::None, 150,   L"Corners of the boundary."},
-  {  6, L"ClippingEnabled", L"Show clipped", VT_BOOL,      Category::Misc,     storedBit(280, image, 1),      readOnly(reasons::boundaryWouldBeMade),  Choices::None, 160,   L"Whether only what lies inside the boundary is hidden."},
+  // id name                label            type             category            access                         writability                              choices        weight help
+  {  1, L"Origin",          L"Position",     VT_VARIANT,      Category::Geometry, worldPoint(10, image),         writable,                                Choices::None, 110,   L"Lower left corner of the area."},
+  {  2, L"Rotation",        L"Rotation",     types::angle,    Category::Geometry, computed<pictureRotation>(),   readOnly(reasons::bothEdgesWouldFollow), Choices::None, 120,   L"Direction of the lower edge."},
+  {  3, L"Width",           L"Width",        types::distance, Category::Geometry, computed<pictureWidth>(),      readOnly(reasons::boundaryWouldFollow),  Choices::None, 130,   L"Length of the lower edge."},
+  {  4, L"Height",          L"Height",       types::distance, Category::Geometry, computed<pictureHeight>(),     readOnly(reasons::boundaryWouldFollow),  Choices::None, 140,   L"Length of the left edge."},
+  {  5, L"Vertex",          L"Vertex",       VT_VARIANT,      Category::Geometry, computedPoints<getVertices>(), readOnly(reasons::storedAgainstEdges),   Choices::None, 150,   L"Corners of the boundary."},
+  {  6, L"ClippingEnabled", L"Show clipped", VT_BOOL,         Category::Misc,     storedBit(280, image, 1),      readOnly(reasons::boundaryWouldBeMade),  Choices::None, 160,   L"Whether only what lies inside the boundary is hidden."},
 };
 // clang-format on
 

@@ -44,6 +44,22 @@ TEST(Row, ItsKindTellsThePaletteWhichEditorToTake) {
   EXPECT_EQ(Row(record).kind(), PropertyKind::angle);
 }
 
+TEST(Row, ItsKindTellsTheUnitOfItsNumbers) {
+  const auto unitOf = [](PropertyKind::Code kind) {
+    const PROPINFO record = ToyRow(L"Toy").customType(kind);
+    return Row(record).unit();
+  };
+  EXPECT_EQ(unitOf(PropertyKind::distance), Unit::length);
+  EXPECT_EQ(unitOf(PropertyKind::hatchSpacing), Unit::length);
+  EXPECT_EQ(unitOf(PropertyKind::area), Unit::area);
+  EXPECT_EQ(unitOf(PropertyKind::shapeArea), Unit::area);
+  EXPECT_EQ(unitOf(PropertyKind::hatchAngle), Unit::angle);
+  EXPECT_EQ(unitOf(PropertyKind::lineweight), Unit::hundredthOfMillimetre);
+  EXPECT_EQ(unitOf(PropertyKind::entityLineweight), Unit::hundredthOfMillimetre);
+  EXPECT_EQ(unitOf(PropertyKind::noUnits), Unit::none);
+  EXPECT_EQ(unitOf(PropertyKind::number), Unit::none);
+}
+
 TEST(Row, AChoiceHasTheNumberThatIsWrittenForIt) {
   PROPINFO record = ToyRow(L"Style").choice(L"solid", 10).choice(L"dashed", 20);
   record.choiceNames.push_back(L"by name alone");
