@@ -169,8 +169,7 @@ class Absent {
         advise("select only those that have it", fmt::format(": --where \"has {}\"", name_));
         break;
       case Cause::dynamicWithheld:
-        say("Every entity has it, but it comes from a property source: an attribute, extended data or a "
-            "plug-in. Such rows are shown for several entities only when all are references to one dynamic "
+        say("Every entity has it, but as an attribute, extended data or a row of a plug-in. Such rows are shown for several entities only when all are references to one dynamic "
             "block.");
         advise("select one entity", orTable);
         break;
@@ -227,11 +226,11 @@ class Absent {
         say("The class has something of that name, but it gives no value.");
         break;
       case Cause::disabled:
-        say("A property source has it and has disabled it for this entity.");
+        say("A plug-in has it, or the extended data, and has disabled it for this entity.");
         advise("ask the author of the plug-in when it is enabled", "");
         break;
       case Cause::sourceFailed:
-        say("The class has no such property, and a property source failed that may have had it.");
+        say("The class has no such property, and a plug-in failed that may have had it.");
         advise("read what standard error says of the plug-in", "");
         break;
       default:
@@ -288,7 +287,7 @@ Explanation explainRow(const palette::Selection& selection, const palette::Row& 
     made.cause = "readOnly";
     const std::string reason = readOnlyReason(row);
     made.said.push_back(reason.empty() ? fmt::format("It cannot be edited: {}.",
-                                                     row.isDynamic() ? "its source says that it is read-only"
+                                                     row.isDynamic() ? "its plug-in, attribute or extended data says that it is read-only"
                                                                      : "the class offers no way to write it")
                                        : fmt::format("It cannot be edited: {}.", reason));
     return made;

@@ -31,7 +31,7 @@ auto orError(Operation operation) {
     const _bstr_t description = error.Description();
     if (tellsOfCancelling(static_cast<const wchar_t*>(description))) throw Cancelled(toUtf8(cancelledText));
     const std::string told = toUtf8(static_cast<const wchar_t*>(description));
-    throw Error(told.empty() ? "a call of the host failed" : told);
+    throw Error(told.empty() ? "the properties could not be asked for or written, and nothing says why" : told);
   }
 }
 

@@ -1,7 +1,5 @@
 #include "palette/writing/Refusal.h"
 
-#include <fmt/format.h>
-
 #include "holders/InterfaceHolder.h"
 #include "host/com/ComRuntime.h"
 #include "host/palette/IOPMPropertyExpander.h"
@@ -28,8 +26,7 @@ std::string textOf(HRESULT result) {
     case E_ACCESSDENIED:
       return "the entity cannot be changed";
     default:
-      return fmt::format("the value was refused, and nothing says why (result {:08X})",
-                         static_cast<std::uint32_t>(result));
+      return "the value was refused, and nothing says why";
   }
 }
 

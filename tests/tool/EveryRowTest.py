@@ -68,6 +68,7 @@ def other_value(row):
 
 
 def assignments_of(rows):
+    """What to write, and why it will be refused, if that is told."""
     counts = collections.Counter(row["displayName"].lower() for row in rows)
     numbers = collections.Counter()
     # The layer last: others may be locked.
@@ -76,7 +77,8 @@ def assignments_of(rows):
         numbers[name.lower()] += 1
         other = other_value(row) if row["isEditable"] and numbers[name.lower()] <= ROWS_OF_A_NAME else None
         if other is not None and "=" not in name:
-            yield f"{name}#{numbers[name.lower()]}={other}" if counts[name.lower()] > 1 else f"{name}={other}"
+            full = f"{name}#{numbers[name.lower()]}" if counts[name.lower()] > 1 else name
+            yield f"{full}={other}", row.get("refused", {}).get("reason")
 
 
 def some_of_each_class(entities, most):
@@ -91,6 +93,11 @@ class Outcome:
     def __init__(self):
         self.changed = collections.Counter()
         self.refused = collections.Counter()
+        # Of these, those that "show" has told before anything was written.
+        self.told = 0
+        self.untold = []
+        # What was told to be refused, and was not.
+        self.wrong = []
         self.example = {}
 
     def add(self, entity, name, outcome, why=""):
@@ -105,12 +112,13 @@ class Outcome:
 
     def edit(self, drawing, entity):
         """Tries all rows of the entity, one after the other; what is taken stays in the drawing."""
-        rows = answer("show", drawing, "--handle", entity["handle"])["rows"]
-        wanted = list(assignments_of(rows))
+        rows = answer("show", drawing, "--handle", entity["handle"], "--debug")["rows"]
+        told = dict(assignments_of(rows))
+        wanted = list(told)
         while wanted:
             result = run("set", drawing, "--handle", entity["handle"], "--keep-going", "--in-place", "--json", "--", *wanted)
             if result.stdout:
-                return self.add_all(entity, json.loads(result.stdout)["assignments"])
+                return self.add_all(entity, json.loads(result.stdout)["assignments"], [told[one] for one in wanted])
             # A value that means nothing to its row, or a row that is gone after an earlier edit, ends the command.
             why = result.stderr.decode().strip().removeprefix("veltprops: ")
             named = [one for one in wanted if self.row_of(one) in why]
@@ -124,8 +132,14 @@ class Outcome:
     def row_of(assignment):
         return assignment.split("=")[0].split("#")[0]
 
-    def add_all(self, entity, assignments):
-        for one in assignments:
+    def add_all(self, entity, assignments, told):
+        for one, beforehand in zip(assignments, told):
+            if one["refused"]:
+                self.told += beforehand is not None
+                if beforehand is None:
+                    self.untold.append(f'{entity["class"]} {one["name"]}={one["value"]}: {one["refused"][0]["reason"]}')
+            elif beforehand is not None and not one["locked"]:
+                self.wrong.append(f'{entity["class"]} {entity["handle"]} {one["name"]}: {beforehand}')
             for outcome in ("changed", "refused", "locked", "skipped", "unchanged"):
                 if one[outcome]:
                     why = one["refused"][0]["reason"] if outcome == "refused" else outcome
@@ -141,7 +155,8 @@ class Outcome:
         for (kind, name, reason), count in self.refused.items():
             by_reason[reason] += count
             rows[reason].add(f"{kind}.{name}")
-        lines = [f"{sum(self.changed.values())} changed, {sum(self.refused.values())} refused: {self.share():.1%}"]
+        lines = [f"{sum(self.changed.values())} changed, {sum(self.refused.values())} refused: {self.share():.1%}; "
+                 f"{self.told} of these refusals told beforehand, {len(self.untold)} not"]
         for reason, count in by_reason.most_common():
             lines.append(f"{count:6} {reason}\n         {', '.join(sorted(rows[reason])[:9])}\n"
                          f"         such as {self.example[reason]}")
@@ -171,6 +186,8 @@ class EveryRow(unittest.TestCase):
         print(total.table())
         self.assertEqual([what for what in total.refused if not what[2] or "nothing says why" in what[2]], [])
         self.assertLess(total.share(), 0.15)
+        self.assertEqual(total.wrong, [])
+        self.assertLess(len(total.untold), 0.03 * sum(total.changed.values()), "\n".join(total.untold))
 
 
 if __name__ == "__main__":

@@ -23,7 +23,7 @@ Value getEntityColor(ColorObject& object, std::int32_t) {
 
 void putEntityColor(ColorObject& object, const Value& value) {
   const HRESULT result = object.put_EntityColor(std::get<std::int32_t>(value));
-  if (FAILED(result)) throw Refusal(result, L"The value is no colour.");
+  if (FAILED(result)) throw Refusal(result, L"The value is not a colour.");
 }
 
 Value getColorName(ColorObject& object, std::int32_t) {
@@ -126,7 +126,7 @@ HRESULT ColorObject::SetNames(BSTR colorName, BSTR bookName) {
 VkCmColor colorOf(IUnknown& object) {
   holders::InterfaceHolder<IVeltVkCmColor> source;
   if (FAILED(holders::query(&object, IID_IVeltVkCmColor, source)))
-    throw Refusal(E_NOINTERFACE, L"The object is no colour.");
+    throw Refusal(E_NOINTERFACE, L"The value is not a colour.");
   LONG value = 0;
   holders::StringHolder colorName;
   holders::StringHolder bookName;

@@ -79,7 +79,7 @@ VkCmColor requireUsable(VkCmColor color) {
   const bool isIndex = method == database::colorOfIndex(0) && index > 0 && index < 256;
   const bool isUsable = isIndex || method == database::colorOfRgb(0) || method == database::colorByLayer
                         || method == database::colorByBlock;
-  if (!isUsable) throw Refusal(E_INVALIDARG, L"The value is no colour of an entity.");
+  if (!isUsable) throw Refusal(E_INVALIDARG, L"An entity cannot have that colour.");
   return color;
 }
 
@@ -89,7 +89,7 @@ VkCmColor colorFrom(const Value& value) {
   if (const auto* number = std::get_if<std::int32_t>(&value)) return colorOfNumber(*number);
   if (const auto* text = std::get_if<std::wstring>(&value)) return colorOfText(*text);
   const auto& object = valueAs<OwnedDispatch>(value);
-  if (!object) throw Refusal(E_INVALIDARG, L"The value is no colour.");
+  if (!object) throw Refusal(E_INVALIDARG, L"The value is not a colour.");
   return requireUsable(colorOf(*object.get()));
 }
 

@@ -40,7 +40,7 @@ std::vector<VertexPairs> vertexPairs(const dxf::RecordView& view) {
 }
 
 void requireFinite(double value) {
-  if (!std::isfinite(value)) throw Refusal(DISP_E_OVERFLOW, L"The value is no number.");
+  if (!std::isfinite(value)) throw Refusal(DISP_E_OVERFLOW, L"The value is not a number.");
 }
 
 // Replaces the number or inserts it; what is there already stays as it is written.

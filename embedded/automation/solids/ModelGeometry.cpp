@@ -25,7 +25,7 @@ std::vector<std::string> storedLines(const dxf::RecordView& view) {
 
 ModelText modelOf(const Subject& subject) {
   std::vector<std::string> lines = storedLines(subject.lens().view());
-  if (lines.empty()) throw Refusal(E_FAIL, L"The drawing does not hold the model as a modeller's text.");
+  if (lines.empty()) throw Refusal(E_FAIL, L"The drawing stores the model in a form that is not read here.");
   for (std::string& line : lines)
     line = dxf::decodeModelLine(line);
   return ModelText(std::move(lines));

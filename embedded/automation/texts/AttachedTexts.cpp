@@ -33,7 +33,7 @@ void changeEach(const Subject& reference, Change&& change) {
   for (std::uint32_t record = members.first; record < members.first + members.count; ++record) {
     Editor editor(reference.drawing(), record);
     if (editor.lens().type() != "ATTRIB") {
-      throw Refusal(E_FAIL, L"What belongs to the block reference is no attribute, and cannot follow it.");
+      throw Refusal(E_FAIL, L"An entity that belongs to the block reference is not an attribute, and cannot follow it.");
     }
     requireFreeShape(reference.drawing(), record);
     change(editor);

@@ -25,7 +25,7 @@ TEST(HostCalls, WhatTheHostThrowsIsTheMessage) {
 }
 
 TEST(HostCalls, WhatIsThrownWithoutATextIsAFailureAllTheSame) {
-  EXPECT_EQ(messageOf(L""), "a call of the host failed");
+  EXPECT_EQ(messageOf(L""), "the properties could not be asked for or written, and nothing says why");
 }
 
 TEST(HostCalls, WhatIsAnsweredIsPassedOn) {

@@ -47,7 +47,7 @@ TEST_F(Refusal, WithoutWordsTheResultTells) {
       {DISP_E_MEMBERNOTFOUND, "the entity has no such property"},
       {DISP_E_UNKNOWNNAME, "the entity has no such property"},
       {E_ACCESSDENIED, "the entity cannot be changed"},
-      {E_FAIL, "the value was refused, and nothing says why (result 80004005)"},
+      {E_FAIL, "the value was refused, and nothing says why"},
   };
   for (const auto& [result, words] : results) {
     host.on("Invoke(4").fail(result);

@@ -29,7 +29,7 @@ TEST(SolidInSpaceTest, WithoutATextTheyCannotBeTold) {
   const auto drawing = solidOf({});
   const Answer answer = Bound(*drawing, 0).get(L"NumberOfFaces");
   EXPECT_EQ(DISP_E_EXCEPTION, answer.result);
-  EXPECT_EQ(L"The drawing does not hold the model as a modeller's text.", answer.description);
+  EXPECT_EQ(L"The drawing stores the model in a form that is not read here.", answer.description);
 }
 
 }  // namespace

@@ -42,7 +42,7 @@ TEST(RegionTest, LinesThatTheDrawingCutAreJoined) {
 
 TEST(RegionTest, SaysWhyItsAreaCannotBeTold) {
   for (const auto& [lines, reason] :
-       {std::pair<std::vector<std::string>, const wchar_t*>{{}, L"does not hold"},
+       {std::pair<std::vector<std::string>, const wchar_t*>{{}, L"not read here"},
         {{"20800 43 2 0"}, L"incomplete"},
         {{"400 0 1 0", "body $-1 $-1 $-1 $-1 #"}, L"lacks a part"}}) {
     const auto drawing = drawn(lines);
