@@ -23,8 +23,7 @@ except ImportError:
     ezdxf = None
 
 ENTITIES_OF_A_CLASS = 1
-# Rows of these kinds are written in degrees.
-ANGLES = {508, 513, 543}
+# The kind of rows whose value is the index of a color.
 COLOR = 540
 # Where not any number or choice will do.
 OTHERS = {"Radius ratio": "0.375", "Arrow block": "", "Arrowhead block": "", "Transparency": "40", "Arrow": "Dot",
@@ -59,7 +58,7 @@ def other_value(row):
     if isinstance(value, bool):
         return "No" if value else "Yes"
     if isinstance(value, float):
-        return repr(abs(value) * 1.25 + 0.5) if row["customType"] not in ANGLES else "33"
+        return repr(abs(value) * 1.25 + 0.5) if row["unit"] != "radians" else "33"
     if isinstance(value, int):
         return str(value + 1)
     if isinstance(value, str):

@@ -17,8 +17,6 @@ try:
 except ImportError:
     ezdxf = None
 
-# Rows of these kinds are written in degrees.
-ANGLES = {543, 508, 513}
 # Group codes of what is written to all of them: layer, colour in its three forms, line weight, line type.
 GENERAL_CODES = {8, 62, 420, 430, 370, 6}
 # What is never geometry: handles, names, owners, markers, extended data.
@@ -140,7 +138,7 @@ class SavedDrawings(unittest.TestCase):
         names = collections.Counter(row["displayName"].lower() for row in rows)
         for row in rows:
             if (row["categoryName"] == "Geometry" and row["isEditable"] and isinstance(row["value"], float)
-                    and row["customType"] not in ANGLES and names[row["displayName"].lower()] == 1):
+                    and row["unit"] != "radians" and names[row["displayName"].lower()] == 1):
                 return row["displayName"], row["value"] + 1.5
         return None, None
 
