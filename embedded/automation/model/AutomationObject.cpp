@@ -57,7 +57,18 @@ void withFollowers(const Subject& target, const PropertyRow& row, Edit&& edit) {
   if (target.drawing().revision() != before) hatches.bringAlong();
 }
 
+// Whether the entity has the value already. Then a put changes nothing: a drawing may spell a value in another way than
+// the host would, and who is told that nothing changed finds the same bytes.
+bool isThere(const Subject& target, const PropertyRow& row, const Value& value) {
+  try {
+    return isExactlySame(value, row.access.get(target, row));
+  } catch (const Refusal&) {
+    return false;  // what cannot be read may still be written
+  }
+}
+
 void putWhole(const Subject& target, const PropertyRow& row, const Value& value) {
+  if (isThere(target, row, value)) return;
   const auto change = [&] {
     withFollowers(target, row, [&] { row.access.put(target, row, value); });
     const Value got = row.access.get(target, row);
@@ -78,6 +89,7 @@ double scaleOfGroup(const Subject& subject, const PropertyRow& row, std::size_t 
 
 void putElement(const Subject& target, const PropertyRow& row, std::size_t element, double number) {
   const ElementAccess& elements = *row.access.elements;
+  if (elements.get(target, row, element) == number) return;
   const auto change = [&] {
     withFollowers(target, row, [&] { elements.put(target, row, element, number); });
     const double got = elements.get(target, row, element);

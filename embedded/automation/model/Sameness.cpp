@@ -4,6 +4,8 @@
 #include <cmath>
 #include <optional>
 #include <string>
+#include <type_traits>
+#include <variant>
 #include <vector>
 
 #include "dxf/Numbers.h"
@@ -86,6 +88,20 @@ bool isSameValue(const PropertyRow& row, const Value& put, const Value& got) {
   }
   if (const auto* flag = std::get_if<bool>(&put)) return *flag == std::get<bool>(got);
   return std::get<std::int32_t>(put) == std::get<std::int32_t>(got);
+}
+
+bool isExactlySame(const Value& put, const Value& got) {
+  if (const auto coordinates = coordinatesIn(put)) return coordinates == coordinatesIn(got);
+  if (put.index() != got.index()) return false;
+  return std::visit(
+      [&]<class T>(const T& one) {
+        if constexpr (std::is_same_v<T, OwnedDispatch>) {
+          return false;
+        } else {
+          return one == std::get<T>(got);
+        }
+      },
+      put);
 }
 
 Refusal notGivenBack(const Value& got) {

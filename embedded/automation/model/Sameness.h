@@ -22,6 +22,9 @@ namespace velt::automation {
 // given for count as the same.
 [[nodiscard]] bool isSameValue(const PropertyRow& row, const Value& put, const Value& got);
 
+// To the last bit and letter, so that a put of it has nothing to change. Never for objects.
+[[nodiscard]] bool isExactlySame(const Value& put, const Value& got);
+
 // What to tell the caller of a put whose value does not come back.
 [[nodiscard]] Refusal notGivenBack(const Value& got);
 

@@ -63,7 +63,9 @@ inline std::wstring getToyText(const Subject&) {
 inline Vector3 getToyPoint(const Subject&) {
   return toy.point;
 }
-inline void putToyPoint(const Subject&, const Vector3& value) {
+// Its coordinates are kept as long as the drawing stays as it is, so this edits the drawing, too.
+inline void putToyPoint(const Subject& subject, const Vector3& value) {
+  Editor(subject).real(10, "*", value.x);
   toy.put = {value.x, value.y, value.z};
   if (!toy.forgets) toy.point = value;
 }

@@ -184,7 +184,7 @@ TEST_F(HatchTest, ThePlainLinesFollowTheirSpacing) {
   EXPECT_EQ(S_OK, made.put(L"Spacing", number(3)).result);
   EXPECT_EQ(3, made.real(L"Spacing"));
   EXPECT_EQ("70=0 76=0 52=0.0 41=3.0 78=1 53=0.0 43=0.0 44=0.0 45=0.0 46=3.0 79=0", pairsOf(*drawing));
-  EXPECT_EQ(E_FAIL, made.put(L"HatchScale", number(3)).scode) << "it has a spacing instead";
+  EXPECT_EQ(E_FAIL, made.put(L"HatchScale", number(4)).scode) << "it has a spacing instead";
 }
 
 TEST_F(HatchTest, APatternIsChosenByItsName) {

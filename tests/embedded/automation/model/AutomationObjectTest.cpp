@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstring>
 
 #include "embedded/platform/Allocation.h"
@@ -465,6 +466,18 @@ TEST_F(AutomationObjectTest, GroupsRepeatTheirLabels) {
   EXPECT_EQ(2, groups);
   toy.groups = 0;
   EXPECT_EQ(Texts(), made.elementLabels(L"Groups"));
+}
+
+TEST_F(AutomationObjectTest, AValueThatIsThereAlreadyIsNotPutAgain) {
+  const Bound made = bound();
+  toy.real = 2.5;
+  EXPECT_EQ(S_OK, made.put(L"Real", number(2.5)).result);
+  EXPECT_TRUE(toy.put.empty());
+  EXPECT_EQ(S_OK, made.putElement(L"Spot", 1, 2));
+  EXPECT_TRUE(toy.put.empty());
+  EXPECT_EQ(S_OK, made.put(L"Real", number(std::nextafter(2.5, 3))).result)
+      << "the next number is another one";
+  EXPECT_EQ(1U, toy.put.size());
 }
 
 TEST_F(AutomationObjectTest, OneElementIsPut) {
