@@ -105,6 +105,30 @@ void inAFreshProcess(const std::function<void()>& body, const std::string& expec
       ExitedWithCode(0), HasSubstr("<begin>\n" + expected + "<end>\n"));
 }
 
+// Hosts hold the texts by these numbers.
+TEST(LoadErrString, TheMessagesHaveTheNumbersOfTheLibrary) {
+  EXPECT_EQ(1001, message::comInitialisation);
+  EXPECT_EQ(1002, message::instanceCreation);
+  EXPECT_EQ(1003, message::noDispatch);
+  EXPECT_EQ(1004, message::noBaseObject);
+  EXPECT_EQ(1005, message::typeInfoFailed);
+  EXPECT_EQ(1006, message::typeInfoMissing);
+  EXPECT_EQ(1007, message::typeAttributes);
+  EXPECT_EQ(1008, message::functionDescription);
+  EXPECT_EQ(1009, message::documentation);
+  EXPECT_EQ(1010, message::nameNotResolved);
+  EXPECT_EQ(1011, message::noPropertyExtension);
+  EXPECT_EQ(1014, message::noExpander);
+  EXPECT_EQ(1015, message::elementStrings);
+  EXPECT_EQ(1016, message::elementValue);
+  EXPECT_EQ(1018, message::noPropertyBrowsing);
+  EXPECT_EQ(1019, message::nameNotFound);
+  EXPECT_EQ(1020, message::noCategories);
+  EXPECT_EQ(1021, message::categoryNotFound);
+  EXPECT_EQ(1022, message::categoryName);
+  EXPECT_EQ(1023, message::defaultCategory);
+}
+
 TEST(LoadErrString, LoadsItsLibraryOnFirstNeedForItsResourcesOnly) {
   inAFreshProcess([] { load(1005); },
                   "LoadLibraryExW PropertyBarRes.dll no file flags 2\n"
