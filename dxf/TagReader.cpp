@@ -144,9 +144,10 @@ void TagReader::failAtCode(const char* begin) const {
   const std::string_view line = left.substr(0, left.find('\n'));
   const bool atStart = std::count(first_, begin, '\n') == 0;
   if (atStart && left.substr(0, binaryGreeting).find('\0') != std::string_view::npos) {
-    throw Error(file_, 0,
-                "the file is binary, and only DXF drawings in text form can be read; if it is a drawing, "
-                "save it as text");
+    throw Error(
+        file_, 0,
+        "the file is binary, and only ASCII DXF drawings can be read; if it is a drawing, save it from a CAD "
+        "program as ASCII DXF");
   }
   fail(begin,
        (atStart ? "not a DXF drawing: " : "") + std::string("expected a group code, found ") + quoted(line));

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -13,6 +14,7 @@
 #include <vector>
 
 #include "dxf/Document.h"
+#include "dxf/Numbers.h"
 #include "embedded/database/Drawing.h"
 #include "embedded/database/Lens.h"
 #include "palette/Palette.h"
@@ -136,19 +138,36 @@ void addPicture(const Drawing& drawing, std::uint32_t dimension, std::set<std::u
     records.insert(static_cast<std::uint32_t>(range.first + i));
 }
 
+// Hatches follow what they were made from, which their records name.
+void addFollowers(const Drawing& drawing, const std::set<std::uint64_t>& handles,
+                  std::set<std::uint32_t>& records) {
+  const auto count = static_cast<std::uint32_t>(drawing.document().recordCount());
+  for (std::uint32_t record = 0; record < count; ++record) {
+    if (drawing.document().type(record) != "HATCH") continue;
+    const velt::dxf::RecordView view = drawing.view(record);
+    for (std::size_t i = 0; i < view.size(); ++i) {
+      const auto source = view.code(i) == 330 ? velt::dxf::parseHandle(view.value(i)) : std::nullopt;
+      if (source && handles.contains(*source)) records.insert(record);
+    }
+  }
+}
+
 std::set<std::uint32_t> recordsOf(const Drawing& drawing, const std::vector<VkDbObjectId>& entities) {
   std::set<std::uint32_t> records;
+  std::set<std::uint64_t> handles;
   for (const VkDbObjectId& id : entities) {
     const auto object = velt::database::resolve(id);
     require(object.has_value(), "an entity that has been written to is there");
     const velt::database::RecordRange members = drawing.members(object->record);
     records.insert(object->record);
+    handles.insert(drawing.handleOf(object->record));
     addPicture(drawing, object->record, records);
     if (members.count == 0) continue;
     // With the record that ends a sequence, which has a layer and a color of its own, too.
     for (std::uint32_t i = 0; i <= members.count; ++i)
       records.insert(members.first + i);
   }
+  addFollowers(drawing, handles, records);
   return records;
 }
 

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 #include <tuple>
@@ -61,7 +62,14 @@ std::string nearestNames(std::string_view name, std::span<const palette::Row> ro
   std::vector<std::string> labels;
   for (const palette::Row& row : rows)
     labels.push_back(row.label());
-  return palette::didYouMean(name, labels, "; \"veltprops show\" lists those that it has");
+  return palette::didYouMean(
+      name, labels,
+      "; \"veltprops show\" lists those that they have, and \"veltprops explain\" says why one is missing");
+}
+
+// ~/OLD/NEW/ without the s. Nobody wants to see it in the texts of a drawing.
+bool isForgottenReplacement(std::string_view value) {
+  return value.starts_with("~/") && std::count(value.begin(), value.end(), '/') == 3 && value.ends_with('/');
 }
 
 }  // namespace
@@ -78,6 +86,11 @@ Assignment parseAssignment(std::string_view text) {
   made.value = text.substr(equals + 1);
   made.relation = takeRelation(made.name, made.value);
   requireName();
+  if (!made.relation && isForgottenReplacement(made.value)) {
+    throw UsageFailure(fmt::format(
+        "\"{}\" is not a replacement: write {}=~s/OLD/NEW/ (a text that reads so is written with --from)",
+        made.value, made.name));
+  }
   if (const auto element = elementIn(made.name)) {
     std::tie(made.name, made.number) = *element;
     return made;
@@ -94,7 +107,7 @@ Assignment parseAssignment(std::string_view text) {
 palette::Row rowFor(const Assignment& assignment, std::span<const palette::Row> rows) {
   const std::vector<palette::Row> found = palette::rowsNamed(rows, assignment.name);
   if (found.empty()) {
-    throw Failure(fmt::format("the selection has no property {}{}", assignment.name,
+    throw Failure(fmt::format("the selected entities have no property {} in common{}", assignment.name,
                               nearestNames(assignment.name, rows)));
   }
   if (assignment.number > found.size()) {

@@ -88,8 +88,7 @@ struct Expected {
   static constexpr bool raise_on_failure = false;
 };
 template <>
-constexpr const char* Expected::message<operation> =
-    "a comparison: one of =, !=, <, <=, >, >=, like and in must follow the name";
+constexpr const char* Expected::message<operation> = "one of =, !=, <, <=, >, >=, like and in";
 template <>
 constexpr const char* Expected::message<value> = "a value";
 template <>
@@ -105,7 +104,7 @@ constexpr const char* Expected::message<endOfSingle> = "a closing quote (')";
 template <>
 constexpr const char* Expected::message<endOfDouble> = "a closing quote (\")";
 template <>
-constexpr const char* Expected::message<end> = "and, or, or the end";
+constexpr const char* Expected::message<end> = "\"and\", \"or\" or the end of the condition";
 
 template <class Rule>
 using Control = must_if<Expected>::control<Rule>;

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <unordered_set>
 #include <vector>
 
@@ -54,6 +55,10 @@ view::Picture drawn(const database::Drawing& drawing, const view::Space& space, 
 
 void draw(const DrawRequest& request, std::ostream& out, std::ostream& err) {
   const bool toFile = !request.output.empty();
+  std::error_code unknown;
+  if (toFile && std::filesystem::equivalent(request.output, request.drawing, unknown))
+    throw Failure(
+        fmt::format("{}: is the drawing itself; name another file for the picture", request.output));
   if (toFile && !request.force && std::filesystem::exists(request.output))
     throw Failure(fmt::format("{}: exists already (--force replaces it)", request.output));
 

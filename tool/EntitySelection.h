@@ -82,6 +82,6 @@ std::string leftOutText(const SelectedEntities& selected);
 
 // What commands say that need a selection and were given none.
 inline constexpr const char* noSelectionText =
-    "which entities? Select with --all, --handle, --layer or --type, --layout, --block or --where";
+    "which entities? Select with --all, --handle, --layer, --type, --layout, --block or --where";
 
 }  // namespace velt::tool

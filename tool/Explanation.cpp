@@ -169,7 +169,8 @@ class Absent {
         advise("select only those that have it", fmt::format(": --where \"has {}\"", name_));
         break;
       case Cause::dynamicWithheld:
-        say("Every entity has it, but as an attribute, extended data or a row of a plug-in. Such rows are shown for several entities only when all are references to one dynamic "
+        say("Every entity has it, but as an attribute, extended data or a row of a plug-in. Such rows are "
+            "shown for several entities only when all are references to one dynamic "
             "block.");
         advise("select one entity", orTable);
         break;
@@ -286,18 +287,20 @@ Explanation explainRow(const palette::Selection& selection, const palette::Row& 
   if (!row.isEditable()) {
     made.cause = "readOnly";
     const std::string reason = readOnlyReason(row);
-    made.said.push_back(reason.empty() ? fmt::format("It cannot be edited: {}.",
-                                                     row.isDynamic() ? "its plug-in, attribute or extended data says that it is read-only"
-                                                                     : "the class offers no way to write it")
-                                       : fmt::format("It cannot be edited: {}.", reason));
+    made.said.push_back(
+        reason.empty() ? fmt::format("It cannot be edited: {}.",
+                                     row.isDynamic()
+                                         ? "its plug-in, attribute or extended data says that it is read-only"
+                                         : "the class offers no way to write it")
+                       : fmt::format("It cannot be edited: {}.", reason));
     return made;
   }
   const Refusals refusals = refusalsOf(selection, row);
   if (refusals.entities.empty()) {
     made.said.emplace_back("It can be edited.");
   } else {
-    made.said.push_back(fmt::format("{} of {} refuse every value, because {}: {}.", refusals.entities.size(),
-                                    entitiesText(selection.size()), refusals.reason,
+    made.said.push_back(fmt::format("It cannot be edited on {} of {}, because {} ({}).",
+                                    refusals.entities.size(), entitiesText(selection.size()), refusals.reason,
                                     handlesText(selection, refusals.entities)));
     made.entities = refusals.entities;
   }

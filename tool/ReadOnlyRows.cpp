@@ -16,7 +16,10 @@ namespace {
 std::string clauseOf(const std::wstring& sentence) {
   std::string clause = palette::oneLine(sentence);
   if (clause.ends_with('.')) clause.pop_back();
-  if (!clause.empty() && clause[0] >= 'A' && clause[0] <= 'Z') clause[0] += 'a' - 'A';
+  const auto isCapital = [&](std::size_t at) {
+    return at < clause.size() && clause[at] >= 'A' && clause[at] <= 'Z';
+  };
+  if (isCapital(0) && !isCapital(1)) clause[0] += 'a' - 'A';  // an abbreviation stays one
   return clause;
 }
 
@@ -56,7 +59,7 @@ std::string readOnlyReason(const palette::Row& row) {
 
 std::string refusalOf(const palette::Row& row, VkDbObjectId entity) {
   if (row.kind() == PropertyKind::vertex && !row.record().isElement)
-    return "it tells which vertex a palette shows; Vertex[2].X names a coordinate of the second one";
+    return "it only chooses the vertex that is shown; to change the second one write Vertex[2].X=VALUE";
   GUID clsid = GUID_NULL;
   if (row.isDynamic() || !GetCLSID(clsid, entity.asOldId())) return {};
   const std::wstring sentence = automation::readOnlyReason(clsid, numberIn(clsid, row.record()), entity);

@@ -152,8 +152,9 @@ TEST(TagReader, RefusesAnEmptyFile) {
 TEST(TagReader, RefusesABinaryDrawing) {
   using namespace std::string_literals;
   const std::string refusal =
-      "0: the file is binary, and only DXF drawings in text form can be read; if it is a drawing, save it as "
-      "text";
+      "0: the file is binary, and only ASCII DXF drawings can be read; if it is a drawing, save it from a "
+      "CAD program "
+      "as ASCII DXF";
   EXPECT_EQ(errorOf("A drawing in bytes\r\n\x1A\0\0SECTION\0"s), refusal);
   EXPECT_EQ(errorOf("AC1032\0\0\0\0\0"s), refusal);
 }

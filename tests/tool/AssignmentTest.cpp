@@ -112,19 +112,28 @@ TEST(Assignment, TheShownNameComesBeforeThePropertysOwn) {
   EXPECT_EQ(rows.meantBy("LAYERNAME=1"), &rows[1]);
 }
 
+TEST(Assignment, AReplacementWithoutItsLetterIsNotWrittenIntoTheTexts) {
+  EXPECT_THROW((void)parseAssignment("Text=~/Wall/Door/"), UsageFailure);
+  EXPECT_EQ("~/a path/of files", parseAssignment("Text=~/a path/of files").value);
+  EXPECT_TRUE(parseAssignment("Text=~s/Wall/Door/").relation);
+}
+
 TEST(Assignment, AnUnknownNameIsAnsweredWithTheNearestOnes) {
   PROPINFO handle = row(L"Handle", VT_BSTR);
   handle.isEditable = false;
   const Rows rows({row(L"Layer", VT_BSTR), handle, row(L"Radius", VT_R8)});
   EXPECT_EQ(failureOf([&] { rows.meantBy("Radios=1"); }),
-            "the selection has no property Radios; did you mean Radius?");
+            "the selected entities have no property Radios in common; did you mean Radius?");
   EXPECT_EQ(failureOf([&] { rows.meantBy("Sound=1"); }),
-            "the selection has no property Sound; \"veltprops show\" lists those that it has");
+            "the selected entities have no property Sound in common; \"veltprops show\" lists those that "
+            "they have, and "
+            "\"veltprops explain\" says why one is missing");
 }
 
 TEST(Assignment, OfSeveralRowsOneHasToBeTold) {
   const Rows rows({row(L"Vertex X", VT_R8), row(L"Vertex Y", VT_R8), row(L"Vertex X", VT_R8)});
-  EXPECT_THAT(failureOf([&] { rows.meantBy("Vertex X=1"); }), HasSubstr("choose one of Vertex X#1 to Vertex X#2"));
+  EXPECT_THAT(failureOf([&] { rows.meantBy("Vertex X=1"); }),
+              HasSubstr("choose one of Vertex X#1 to Vertex X#2"));
   EXPECT_EQ(rows.meantBy("Vertex X#2=1"), &rows[2]);
   EXPECT_THAT(failureOf([&] { rows.meantBy("Vertex X#3=1"); }), HasSubstr("has only 2 of that name"));
 }
@@ -145,10 +154,7 @@ TEST(Assignment, AReadOnlyRowWithoutAReasonIsRefusedAllTheSame) {
   tag.isEditable = false;
   tag.clsid = CLSID_VeltLine;
   tag.dispId = dynamicPropertyDispId;
-  EXPECT_EQ(failureOf([&] {
-              Rows({tag, row(L"Layer", VT_BSTR)}).meantBy("Tag=1");
-            }),
-            "Tag cannot be edited");
+  EXPECT_EQ(failureOf([&] { Rows({tag, row(L"Layer", VT_BSTR)}).meantBy("Tag=1"); }), "Tag cannot be edited");
 }
 
 }  // namespace

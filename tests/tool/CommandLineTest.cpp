@@ -62,7 +62,7 @@ TEST(CommandLine, ShowWithoutADrawingIsWrongUsage) {
 TEST(CommandLine, ShowWithoutASelectionSaysHowToSelect) {
   const Outcome outcome = veltprops({"show", "a.dxf"});
   EXPECT_EQ(outcome.exitCode, 2);
-  EXPECT_THAT(outcome.err, HasSubstr("--all, --handle, --layer or --type"));
+  EXPECT_THAT(outcome.err, HasSubstr("--all, --handle, --layer, --type"));
 }
 
 TEST(CommandLine, WhatFollowsASelectionIsAnAssignment) {

@@ -94,9 +94,10 @@ TEST(Condition, AWordThatBeginsLikeAKeywordIsNone) {
 }
 
 TEST(Condition, SaysWhereItStopsBeingOneAndWhatIsMissing) {
-  EXPECT_THAT(troubleOf("Radius"), HasSubstr("like and in must follow the name is expected at the end"));
+  EXPECT_THAT(troubleOf("Radius"), HasSubstr("like and in is expected at the end"));
   EXPECT_THAT(troubleOf("Radius>"), HasSubstr("a value is expected at the end"));
-  EXPECT_THAT(troubleOf("a=1 b=2"), HasSubstr("and, or, or the end is expected at \"=2\""));
+  EXPECT_THAT(troubleOf("a=1 b=2"),
+              HasSubstr("\"and\", \"or\" or the end of the condition is expected at \"=2\""));
   EXPECT_THAT(troubleOf("(a=1"), HasSubstr("a closing parenthesis is expected at the end"));
   EXPECT_THAT(troubleOf("a='x"), HasSubstr("a closing quote (') is expected at the end"));
   EXPECT_THAT(troubleOf("a in 5"), HasSubstr("an opening parenthesis is expected at \"5\""));

@@ -42,6 +42,15 @@ TEST_F(DrawCommand, WritesAFileAndKeepsAnExistingOneUnlessForced) {
   EXPECT_NE(contentOf(output).find("#212830"), std::string::npos);
 }
 
+TEST_F(DrawCommand, TheDrawingIsNeverReplacedByItsPicture) {
+  const std::string before = contentOf(drawing_);
+  EXPECT_THROW(draw({.drawing = drawing_, .output = drawing_, .force = true}, out_, err_), Failure);
+  std::filesystem::create_symlink(drawing_, folder_.path("same.svg"));
+  EXPECT_THROW(draw({.drawing = drawing_, .output = folder_.path("same.svg"), .force = true}, out_, err_),
+               Failure);
+  EXPECT_EQ(before, contentOf(drawing_));
+}
+
 TEST_F(DrawCommand, WhatIsSelectedStandsOut) {
   draw({.drawing = drawing_, .selection = {.layers = {"Doors"}}}, out_, err_);
   const std::string svg = out_.str();

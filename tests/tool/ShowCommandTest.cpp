@@ -209,7 +209,7 @@ TEST_F(ShowCommand, ARowThatTheseEntitiesDoNotLetBeEditedSaysWhy) {
   std::ostringstream text;
   show({.drawing = file, .selection = {.types = {"DimRotated"}}}, text);
   EXPECT_THAT(text.str(), ContainsRegex("\n  Dim style .*\\(read-only: note 1\\)\n"));
-  EXPECT_THAT(text.str(), HasSubstr("\nNote 1: the drawing stores how the dimension looks"));
+  EXPECT_THAT(text.str(), HasSubstr("\nNote 1: the dimension is drawn by a block"));
   EXPECT_THAT(text.str(), Not(HasSubstr("Note 3"))) << "rows share them";
 }
 
@@ -233,8 +233,7 @@ TEST_F(ShowCommand, ARowThatEntitiesRefuseSaysOfHowManyAndWhy) {
   std::ostringstream text, json;
   show({.drawing = file, .selection = {.all = true}}, text);
   EXPECT_THAT(text.str(), ContainsRegex("\n  Lineweight .*\\(refused by 1 of 1: note [0-9]\\)\n"));
-  EXPECT_THAT(text.str(),
-              HasSubstr("Note 1: a drawing in the format DXF R12 has none; DXF R13 and later have"));
+  EXPECT_THAT(text.str(), HasSubstr("Note 1: DXF R12 cannot store this property; DXF R13 and later can"));
   EXPECT_THAT(text.str(), ContainsRegex("\n  Layer +0 +\\[choices\\]\n"));
   show({.drawing = file, .selection = {.all = true}, .json = true}, json);
   const nlohmann::json parsed = nlohmann::json::parse(json.str());

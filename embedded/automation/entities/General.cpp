@@ -60,8 +60,9 @@ void putColor(const Subject& subject, const Value& value) {
   if (color == subject.entity().color()) return;
   const bool isTrueColor = color.color() == database::colorOfRgb(color.color());
   if ((isTrueColor || *color.colorName() != L'\0') && !isOfFormat(subject.drawing(), "AC1018")) {
-    throw Refusal(E_FAIL,
-                  L"The drawing's format knows colours by their index only; DXF 2004 and later know others.");
+    throw Refusal(
+        E_FAIL,
+        L"This version of DXF has colours by their number only (1 to 255); DXF 2004 and later have others.");
   }
   changeParts(subject, [&](const Editor&, std::uint32_t part) {
     if (!database::setEntityColor(subject.drawing(), part, color)) {

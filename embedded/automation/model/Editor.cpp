@@ -111,8 +111,8 @@ void requireChangeable(const Subject& subject, const PropertyRow& row) {
   const std::string_view since = row.access.since;
   if (!since.empty() && !isOfFormat(subject.drawing(), since)) {
     const std::string_view version = subject.drawing().document().headerValue("$ACADVER", 1).value_or("");
-    throw Refusal(E_FAIL, L"A drawing in the format " + formatName(dxf::trimmed(version)) + L" has none; "
-                              + formatName(since) + L" and later have.");
+    throw Refusal(E_FAIL, formatName(dxf::trimmed(version)) + L" cannot store this property; "
+                              + formatName(since) + L" and later can.");
   }
   if (changesShape(subject, row)) requireFreeShape(subject.drawing(), subject.record());
   const Obstacle* const obstacle = row.writability.obstacle;
@@ -159,7 +159,7 @@ void requireLine(const database::Drawing& drawing, std::wstring_view text) {
                                       + widened(encoding.name()) + L", which has no place for the character "
                                       + character + L".");
     }
-    throw Refusal(E_INVALIDARG, L"The text holds line ends or other characters that a line cannot hold.");
+    throw Refusal(E_INVALIDARG, L"A text of one line cannot hold line breaks or control characters.");
   }
 }
 

@@ -16,7 +16,7 @@ namespace reasons {
 // clang-format off
 
 // It follows from something that can be changed itself.
-inline constexpr Reason followsFromThem                  = {L"It tells what is there, and is not written itself."};
+inline constexpr Reason followsFromThem                  = {L"It is counted or measured, and cannot be set."};
 inline constexpr Reason followsFromPoints                = {L"It follows from the points."};
 inline constexpr Reason followsFromVertices              = {L"It follows from the vertices."};
 inline constexpr Reason followsFromControlPoints         = {L"It follows from the control points."};
@@ -37,47 +37,47 @@ inline constexpr Reason isScaleInAnotherForm             = {L"It is the scale in
 inline constexpr Reason followsFromPatternName           = {L"It follows from the name of the pattern."};
 
 // Something else would have to change with it.
-inline constexpr Reason measurementWouldFollow          = {L"What the dimension measures and how it looks would have to follow."};
-inline constexpr Reason positionAndRotationWouldFollow  = {L"Position and rotation would have to follow it."};
-inline constexpr Reason directionWouldFollow            = {L"The direction would have to follow it."};
-inline constexpr Reason centerWouldFollow               = {L"The center would have to follow it."};
-inline constexpr Reason centerAndAnglesWouldFollow      = {L"Center and angles would have to follow it."};
-inline constexpr Reason viewCenterWouldFollow           = {L"The center of the view would have to follow it."};
-inline constexpr Reason axesWouldFollow                 = {L"The axes would have to follow it."};
-inline constexpr Reason planeWouldFollow                = {L"The plane would have to follow it."};
-inline constexpr Reason endsWouldFollow                 = {L"The ends would have to follow it."};
-inline constexpr Reason pointsWouldFollow               = {L"The points would have to follow it."};
-inline constexpr Reason cornersWouldFollow              = {L"The corners would have to follow it."};
-inline constexpr Reason edgesWouldFollow                = {L"The edges would have to follow it."};
-inline constexpr Reason bothEdgesWouldFollow            = {L"Both edges would have to follow it."};
-inline constexpr Reason verticesWouldFollow             = {L"The vertices would have to follow it."};
-inline constexpr Reason controlPointsWouldFollow        = {L"The control points would have to follow it."};
-inline constexpr Reason controlPointsWouldFollowThem    = {L"The control points would have to follow them."};
-inline constexpr Reason fitPointsWouldFollow            = {L"Fit points would have to follow it."};
-inline constexpr Reason fitPointsAndTangentsWouldFollow = {L"Fit points and tangents would have to follow them."};
+inline constexpr Reason measurementWouldFollow          = {L"What the dimension measures and how it looks would have to change with it, which is not done here."};
+inline constexpr Reason positionAndRotationWouldFollow  = {L"Position and rotation would have to change with it, which is not done here."};
+inline constexpr Reason directionWouldFollow            = {L"The direction would have to change with it, which is not done here."};
+inline constexpr Reason centerWouldFollow               = {L"The center would have to change with it, which is not done here."};
+inline constexpr Reason centerAndAnglesWouldFollow      = {L"Center and angles would have to change with it, which is not done here."};
+inline constexpr Reason viewCenterWouldFollow           = {L"The center of the view would have to change with it, which is not done here."};
+inline constexpr Reason axesWouldFollow                 = {L"The axes would have to change with it, which is not done here."};
+inline constexpr Reason planeWouldFollow                = {L"The plane would have to change with it, which is not done here."};
+inline constexpr Reason endsWouldFollow                 = {L"The ends would have to change with it, which is not done here."};
+inline constexpr Reason pointsWouldFollow               = {L"The points would have to change with it, which is not done here."};
+inline constexpr Reason cornersWouldFollow              = {L"The corners would have to change with it, which is not done here."};
+inline constexpr Reason edgesWouldFollow                = {L"The edges would have to change with it, which is not done here."};
+inline constexpr Reason bothEdgesWouldFollow            = {L"Both edges would have to change with it, which is not done here."};
+inline constexpr Reason verticesWouldFollow             = {L"The vertices would have to change with it, which is not done here."};
+inline constexpr Reason controlPointsWouldFollow        = {L"The control points would have to change with it, which is not done here."};
+inline constexpr Reason controlPointsWouldFollowThem    = {L"The control points would have to change with them, which is not done here."};
+inline constexpr Reason fitPointsWouldFollow            = {L"Fit points would have to change with it, which is not done here."};
+inline constexpr Reason fitPointsAndTangentsWouldFollow = {L"Fit points and tangents would have to change with them, which is not done here."};
 inline constexpr Reason boundaryWouldMove               = {L"The entities that the hatch follows would have to move with it; it no longer follows once Associative is No."};
-inline constexpr Reason boundaryWouldFollow             = {L"The boundary would have to follow it."};
-inline constexpr Reason clippingBoundaryWouldFollow     = {L"The boundary of a clipped one would have to follow it."};
-inline constexpr Reason patternLinesWouldFollow         = {L"The lines of the pattern would have to follow it."};
+inline constexpr Reason boundaryWouldFollow             = {L"The boundary would have to change with it, which is not done here."};
+inline constexpr Reason clippingBoundaryWouldFollow     = {L"The boundary of a clipped one would have to change with it, which is not done here."};
+inline constexpr Reason patternLinesWouldFollow         = {L"The lines of the pattern would have to change with it, which is not done here."};
 inline constexpr Reason endWouldLeaveText               = {L"The end would leave the text that it leads to."};
 inline constexpr Reason referencesWouldGainOrLoseIt     = {L"References would have to gain or lose it."};
 
 // Something would have to be made or found that is not made or looked for here.
-inline constexpr Reason boundaryWouldBeMade              = {L"The boundary would have to be made."};
-inline constexpr Reason boundaryWouldBeFound             = {L"The boundary would have to be found."};
-inline constexpr Reason entityWouldBeFound               = {L"The entity that is the boundary would have to be found."};
-inline constexpr Reason smoothVerticesWouldBeMade        = {L"The vertices that smooth it would have to be made."};
-inline constexpr Reason knotsAndControlPointsWouldBeMade = {L"Knots and control points would have to be made."};
-inline constexpr Reason theirCellsWouldBeMade            = {L"Their cells would have to be made."};
-inline constexpr Reason boxWouldBeMade                   = {L"Size and colour of the box would have to be made."};
-inline constexpr Reason theseWouldBeMade                 = {L"The coordinate axes would have to be made."};
+inline constexpr Reason boundaryWouldBeMade              = {L"The boundary would have to be made, which is not done here."};
+inline constexpr Reason boundaryWouldBeFound             = {L"The boundary would have to be found, which is not done here."};
+inline constexpr Reason entityWouldBeFound               = {L"The entity that is the boundary would have to be found, which is not done here."};
+inline constexpr Reason smoothVerticesWouldBeMade        = {L"The vertices that smooth it would have to be made, which is not done here."};
+inline constexpr Reason knotsAndControlPointsWouldBeMade = {L"Knots and control points would have to be made, which is not done here."};
+inline constexpr Reason theirCellsWouldBeMade            = {L"Their cells would have to be made, which is not done here."};
+inline constexpr Reason boxWouldBeMade                   = {L"Size and colour of the box would have to be made, which is not done here."};
+inline constexpr Reason theseWouldBeMade                 = {L"The coordinate axes would have to be made, which is not done here."};
 inline constexpr Reason modellerWritesIt                 = {L"Only a program that models solids can write it."};
 inline constexpr Reason modellerMakesThem                = {L"Only a program that models solids can make them."};
-inline constexpr Reason madeElsewhere                    = {L"They are read here, and made by other programs."};
+inline constexpr Reason madeElsewhere                    = {L"It is only shown here; CAD programs can edit it."};
 
 // The drawing stores it in a second place, or in a way that leaves no choice.
-inline constexpr Reason storedWithLines              = {L"The drawing stores it a second time with the lines, which would stay what they are."};
-inline constexpr Reason tableLooksStored             = {L"The drawing stores how the table looks, which would stay what it is."};
+inline constexpr Reason storedWithLines              = {L"Each line stores its own value of it, which would not change."};
+inline constexpr Reason tableLooksStored             = {L"The table is drawn by a block, which is not drawn anew here."};
 inline constexpr Reason linesStored                  = {L"The lines are stored and would stay what they are."};
 inline constexpr Reason jointsStored                 = {L"The joints are stored and would stay what they are."};
 inline constexpr Reason nearestColorStored           = {L"It is stored a second time as the nearest colour of the index."};
@@ -103,27 +103,27 @@ inline constexpr Reason otherImagesMayShowIt     = {L"Other images may show the 
 inline constexpr Reason otherUnderlaysMayShowIt  = {L"Other underlays may show the same."};
 inline constexpr Reason dataOfAnotherApplication = {L"It stands in data of another application."};
 inline constexpr Reason fileOutsideOfDrawing     = {L"The file stands outside of the drawing."};
-inline constexpr Reason stylesOutsideOfDrawing   = {L"The styles stand outside of the drawing."};
+inline constexpr Reason stylesOutsideOfDrawing   = {L"Plot styles are defined in a file of their own, not in the drawing."};
 inline constexpr Reason tablesOutsideOfDrawing   = {L"The tables stand outside of the drawing."};
 
 // It makes the entity what it is.
 inline constexpr Reason neverChanges           = {L"It never changes."};
-inline constexpr Reason anotherKindOfReference = {L"One that is repeated is another kind of reference."};
+inline constexpr Reason anotherKindOfReference = {L"A block reference with rows and columns is another type of entity."};
 inline constexpr Reason entityOfItsOwn         = {L"What the leader leads to is an entity of its own."};
 inline constexpr Reason facesAreMadeOfThem     = {L"The faces of the mesh are made of them."};
 inline constexpr Reason thicknessBelongsToIt   = {L"The thickness belongs to it."};
 inline constexpr Reason protectsWhatIsRead     = {L"It protects the view that is shown here."};
 
 // For some entities only: see Obstacle.
-inline constexpr Reason pictureWouldStay      = {L"The drawing stores how the dimension looks, which would stay what it is."};
-inline constexpr Reason pictureShared         = {L"Another entity shows the same picture of a dimension."};
-inline constexpr Reason pictureLooksOtherwise = {L"The stored picture does not look as the style says."};
-inline constexpr Reason pictureTextHasColors  = {L"The text of the stored picture has colours of its own."};
-inline constexpr Reason pictureTextUnknown    = {L"What is text in the stored picture of the dimension cannot be told."};
-inline constexpr Reason pictureLinesUnknown   = {L"Which lines of the stored picture are which cannot be told."};
+inline constexpr Reason pictureWouldStay      = {L"The dimension is drawn by a block, which is not drawn anew here."};
+inline constexpr Reason pictureShared         = {L"Another dimension is drawn by the same block."};
+inline constexpr Reason pictureLooksOtherwise = {L"The block that draws the dimension does not look as its style says."};
+inline constexpr Reason pictureTextHasColors  = {L"The text in the block that draws the dimension has colours of its own."};
+inline constexpr Reason pictureTextUnknown    = {L"In the block that draws the dimension its text cannot be recognised."};
+inline constexpr Reason pictureLinesUnknown   = {L"In the block that draws the dimension, dimension lines and extension lines cannot be told apart."};
 inline constexpr Reason leaderTextWouldMove   = {L"The text that the leader leads to would have to move."};
 inline constexpr Reason filledWithGradient    = {L"A gradient fills the hatch, which has no lines; it has a gradient name instead."};
-inline constexpr Reason smoothed              = {L"It is smoothed, and what smooths it would have to be made anew."};
+inline constexpr Reason smoothed              = {L"The polyline is smoothed, and its curve would have to be computed anew, which is not done here."};
 inline constexpr Reason justifiedLeft         = {L"The text is justified left, so that only its position counts."};
 inline constexpr Reason severalLines          = {L"The attribute has several lines, which are stored a second time."};
 inline constexpr Reason followedByHatch       = {L"A hatch follows the entity, and its boundary is not made of whole pieces of it, so that it would have to be found anew; the hatch no longer follows once its Associative is No."};

@@ -84,8 +84,7 @@ TEST_F(DimensionPictureTest, WithAPictureWhatItShowsStays) {
     EXPECT_FALSE(isEditable(drawn, name));
     const Answer answer = drawn.put(name, number(7));
     EXPECT_EQ(E_FAIL, answer.scode);
-    EXPECT_EQ(L"The drawing stores how the dimension looks, which would stay what it is.",
-              answer.description);
+    EXPECT_EQ(L"The dimension is drawn by a block, which is not drawn anew here.", answer.description);
   }
   EXPECT_EQ(before, drawing->document().bytes());
 }
