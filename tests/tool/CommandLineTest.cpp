@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -465,10 +466,15 @@ std::string printedBy(const std::string& command) {
   return text;
 }
 
+// As one word of a shell's command: a checkout may stand in a folder with a blank in its name.
+std::string inShell(const std::filesystem::path& path) {
+  return "'" + path.string() + "'";
+}
+
 TEST(CommandLine, ADrawingPassesThroughStandardInputAndOutput) {
   const TemporaryFolder folder;
   const std::string file = folder.write("a.dxf", drawingOf({{"0"}}, circle("2F", "0")));
-  const std::string tool = (buildFolder() / "bin" / "veltprops").string();
+  const std::string tool = inShell(buildFolder() / "bin" / "veltprops");
   EXPECT_EQ(printedBy("cat " + file + " | " + tool + " set - Radius=4 --all -o - 2>" + folder.path("report")
                       + " | " + tool + " table - --all --columns Radius --csv"),
             "Radius\n4.000\n");
@@ -493,8 +499,8 @@ TEST(CommandLine, APluginIsFoundByItsName) {
 TEST(CommandLine, ACrashNamesThePluginThatWasBeingCalled) {
   const TemporaryFolder folder;
   const std::string file = folder.write("a.dxf", drawingOf({{"0"}}, circle("2F", "0")));
-  const std::string tool = (buildFolder() / "bin" / "veltprops").string();
-  const std::string plugin = (testPluginFolder() / "Crashes.so").string();
+  const std::string tool = inShell(buildFolder() / "bin" / "veltprops");
+  const std::string plugin = inShell(testPluginFolder() / "Crashes.so");
   EXPECT_THAT(printedBy("ulimit -c 0; " + tool + " show " + file + " --all --plugin " + plugin + " 2>&1"),
               HasSubstr("veltprops: plug-in Crashes.so crashed in GetCurrentValueData\n"));
 }

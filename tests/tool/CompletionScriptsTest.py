@@ -4,6 +4,7 @@ import os
 import pathlib
 import pty
 import select
+import shlex
 import shutil
 import subprocess
 import sys
@@ -15,6 +16,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "house"))
 import house
 
 SCRIPTS = house.source_root() / "tool" / "completion"
+QUOTED = shlex.quote(str(SCRIPTS))
 
 # What is typed, with a tab where the shell is to complete; a word that the finished line prints, and one that it must not.
 TYPED = (
@@ -78,14 +80,14 @@ class TheCompletion(unittest.TestCase):
                 self.assertNotIn("rror", shown)
 
     def test_works_in_bash(self):
-        self.check([self.shell("bash"), "--norc", "-i"], f"PS1='> '; . {SCRIPTS}/veltprops.bash")
+        self.check([self.shell("bash"), "--norc", "-i"], f"PS1='> '; . {QUOTED}/veltprops.bash")
 
     def test_works_in_zsh(self):
         self.check([self.shell("zsh"), "-f", "-i"],
-                   f"PS1='> '; fpath=({SCRIPTS} $fpath); autoload -U compinit; compinit -u -D")
+                   f"PS1='> '; fpath=({QUOTED} $fpath); autoload -U compinit; compinit -u -D")
 
     def test_works_in_fish(self):
-        script = f"source {SCRIPTS}/veltprops.fish; complete -C "
+        script = f"source {QUOTED}/veltprops.fish; complete -C "
         for line, expected in (("veltprops li", "list"), ("veltprops list pl", "plan.dxf"),
                                ("veltprops list plan.dxf --layer Doo", "Doors"),
                                ("veltprops list plan.dxf --layer Axes,Doo", "Axes,Doors"),
