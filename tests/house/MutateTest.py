@@ -54,17 +54,24 @@ class Mutate(unittest.TestCase):
     def test_the_seed_picks_the_places(self):
         with house.small_tree({"text/A.cpp": CODE, "text/B.h": CODE, "text/notes.md": CODE}) as root:
             def picked(seed):
-                places, _ = mutate.sample_of(root, "text", 5, seed)
+                places, _ = mutate.sample_of(root, ["text"], 5, seed)
                 return [str(place) for place in places]
             self.assertEqual(picked(1), picked(1))
             self.assertNotEqual(picked(1), picked(2))
-            _, count = mutate.sample_of(root, "text", 1000, 1)
+            _, count = mutate.sample_of(root, ["text"], 1000, 1)
             self.assertEqual(len(picked(1)), 5)
-            self.assertEqual(count, len(mutate.sample_of(root, "text", 1000, 1)[0]))
+            self.assertEqual(count, len(mutate.sample_of(root, ["text"], 1000, 1)[0]))
+
+    def test_folders_are_drawn_from_together_and_no_file_twice(self):
+        with house.small_tree({"text/A.cpp": CODE, "errors/B.cpp": CODE}) as root:
+            one = mutate.sample_of(root, ["text"], 1000, 1)[1]
+            places, count = mutate.sample_of(root, ["text", "errors", "text/A.cpp"], 1000, 1)
+            self.assertEqual({str(place.path) for place in places}, {"text/A.cpp", "errors/B.cpp"})
+            self.assertEqual((count, len(places)), (2 * one, 2 * one))
 
     def test_every_folder_of_code_has_places(self):
         for folder in ("text", "errors", "container", "propdata", "palette", "dxf", "embedded", "tool"):
-            self.assertTrue(mutate.sample_of(house.source_root(), folder, 1, 1)[0], folder)
+            self.assertTrue(mutate.sample_of(house.source_root(), [folder], 1, 1)[0], folder)
 
     def test_wrong_usage_is_told(self):
         run = subprocess.run([sys.executable, SCRIPT, "no/such/folder"], stdout=subprocess.PIPE,
