@@ -7,6 +7,7 @@
 #include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/model/ReadOnlyReason.h"
 #include "embedded/automation/model/Reasons.h"
+#include "tool/Sentence.h"
 
 namespace velt::tool {
 
@@ -16,11 +17,7 @@ namespace {
 std::string clauseOf(const std::wstring& sentence) {
   std::string clause = palette::oneLine(sentence);
   if (clause.ends_with('.')) clause.pop_back();
-  const auto isCapital = [&](std::size_t at) {
-    return at < clause.size() && clause[at] >= 'A' && clause[at] <= 'Z';
-  };
-  if (isCapital(0) && !isCapital(1)) clause[0] += 'a' - 'A';  // an abbreviation stays one
-  return clause;
+  return inASentence(std::move(clause));
 }
 
 // The option that makes an end of that reason.

@@ -1,22 +1,9 @@
 #include "tool/Units.h"
 
 #include "tool/DrawingInfo.h"
+#include "tool/Sentence.h"
 
 namespace velt::tool {
-
-namespace {
-
-constexpr char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-// For the middle of a sentence: "millimeters", but "US survey feet".
-std::string inASentence(std::string name) {
-  if (name.size() > 1 && lower(name[1]) == name[1]) name[0] = lower(name[0]);
-  return name;
-}
-
-}  // namespace
 
 Units::Units(const database::Drawing& drawing)
     : length_(inASentence(insertionUnit(drawing).value_or("drawing units"))) {}

@@ -342,6 +342,65 @@ TEST_F(SetUnderAHatch, WhatAHatchFollowsIsRefusedWithTheWayToChangeIt) {
   EXPECT_FALSE(exists(saved));
 }
 
+TEST_F(SetUnderAHatch, ACoordinateThatWouldBreakTheBoundaryIsRefusedWithTheWayToChangeIt) {
+  const std::string square = folder.write("square.dxf", drawingOf({{"0"}}, pairs({{0, "LWPOLYLINE"},
+                                                                                  {5, "2F"},
+                                                                                  {102, "{ACAD_REACTORS"},
+                                                                                  {330, "30"},
+                                                                                  {102, "}"},
+                                                                                  {100, "AcDbEntity"},
+                                                                                  {8, "0"},
+                                                                                  {100, "AcDbPolyline"},
+                                                                                  {90, "4"},
+                                                                                  {70, "1"},
+                                                                                  {10, "0.0"},
+                                                                                  {20, "0.0"},
+                                                                                  {10, "4.0"},
+                                                                                  {20, "0.0"},
+                                                                                  {10, "4.0"},
+                                                                                  {20, "4.0"},
+                                                                                  {10, "0.0"},
+                                                                                  {20, "4.0"},
+                                                                                  {0, "HATCH"},
+                                                                                  {5, "30"},
+                                                                                  {100, "AcDbEntity"},
+                                                                                  {8, "0"},
+                                                                                  {100, "AcDbHatch"},
+                                                                                  {10, "0.0"},
+                                                                                  {20, "0.0"},
+                                                                                  {30, "0.0"},
+                                                                                  {2, "SOLID"},
+                                                                                  {70, "1"},
+                                                                                  {71, "1"},
+                                                                                  {91, "1"},
+                                                                                  {92, "7"},
+                                                                                  {72, "0"},
+                                                                                  {73, "1"},
+                                                                                  {93, "4"},
+                                                                                  {10, "0.0"},
+                                                                                  {20, "0.0"},
+                                                                                  {10, "4.0"},
+                                                                                  {20, "0.0"},
+                                                                                  {10, "4.0"},
+                                                                                  {20, "4.0"},
+                                                                                  {10, "0.0"},
+                                                                                  {20, "4.0"},
+                                                                                  {97, "1"},
+                                                                                  {330, "2F"},
+                                                                                  {75, "0"},
+                                                                                  {76, "1"},
+                                                                                  {98, "0"}})));
+  const SetRequest crossing{.drawing = square,
+                            .selection = {.handles = {"2F"}},
+                            .assignments = {"Vertex[2].X=-4"},
+                            .output = saved};
+  std::ostringstream out, err;
+  EXPECT_EQ(set(crossing, out, err), failed);
+  EXPECT_THAT(out.str(), HasSubstr("cross itself"));
+  EXPECT_THAT(out.str(), HasSubstr("--break-associations"));
+  EXPECT_FALSE(exists(saved));
+}
+
 TEST_F(SetUnderAHatch, WhatAHatchFollowsIsChangedWhenTheHatchMayLetGo) {
   std::ostringstream out, err;
   EXPECT_EQ(set(radius(true), out, err), succeeded);

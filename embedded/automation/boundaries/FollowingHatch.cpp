@@ -9,6 +9,7 @@
 #include "dxf/Numbers.h"
 #include "embedded/automation/geometry/Angle.h"
 #include "embedded/automation/geometry/Box.h"
+#include "embedded/automation/geometry/Effort.h"
 #include "embedded/automation/geometry/EntityGeometry.h"
 
 namespace velt::automation {
@@ -276,10 +277,17 @@ bool FollowingHatch::linkWhole(const std::vector<HatchPath>& paths, std::uint64_
 bool FollowingHatch::linkSegments(const std::vector<HatchPath>& paths, std::uint64_t handle) {
   const double tolerance = toleranceFor(outline_);
   std::vector<std::vector<bool>> isTaken;
-  for (const HatchPath& path : paths)
-    isTaken.emplace_back(edgesOf(path), false);
+  std::vector<std::size_t> madeFromIt;
+  for (std::size_t path = 0; path < paths.size(); ++path) {
+    isTaken.emplace_back(edgesOf(paths[path]), false);
+    if (isMadeFrom(paths[path], handle)) madeFromIt.push_back(path);
+  }
 
+  // Most segments are found beside the last one. Where they are scattered over thousands of edges, nobody waits until each
+  // was compared with all.
+  Effort effort(outline_.segments.size());
   const auto linkTo = [&](std::size_t segment, std::size_t path, std::size_t edge) {
+    effort.spend();
     if (isTaken[path][edge]) return false;
     const auto backwards = runsBackwards(paths[path].loop, edge, outline_.segments[segment], tolerance);
     if (!backwards) return false;
@@ -294,8 +302,7 @@ bool FollowingHatch::linkSegments(const std::vector<HatchPath>& paths, std::uint
     return linkTo(segment, path, (edge + 1) % count) || linkTo(segment, path, (edge + count - 1) % count);
   };
   const auto linkAnywhere = [&](std::size_t segment) {
-    for (std::size_t path = 0; path < paths.size(); ++path) {
-      if (!isMadeFrom(paths[path], handle)) continue;
+    for (const std::size_t path : madeFromIt) {
       for (std::size_t edge = 0; edge < edgesOf(paths[path]); ++edge) {
         if (linkTo(segment, path, edge)) return true;
       }

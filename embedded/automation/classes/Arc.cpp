@@ -66,7 +66,6 @@ double getArea(const Subject& subject) {
 }
 
 void putArea(const Subject& subject, const double& area) {
-  if (getArea(subject) == area) return;
   const double ofUnit = segmentArea(1, 1, getTotalAngle(subject));
   if (!(ofUnit > 0)) throw Refusal(E_FAIL, L"The arc is too short to bound an area.");
   const double radius = std::sqrt(area / ofUnit);

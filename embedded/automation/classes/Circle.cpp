@@ -30,7 +30,7 @@ double getDiameter(const Subject& subject) {
 }
 
 void putDiameter(const Subject& subject, const double& diameter) {
-  if (getDiameter(subject) != diameter) putRadius(subject, diameter / 2);
+  putRadius(subject, diameter / 2);
 }
 
 double getCircumference(const Subject& subject) {
@@ -38,7 +38,7 @@ double getCircumference(const Subject& subject) {
 }
 
 void putCircumference(const Subject& subject, const double& circumference) {
-  if (getCircumference(subject) != circumference) putRadius(subject, circumference / fullTurn);
+  putRadius(subject, circumference / fullTurn);
 }
 
 double getArea(const Subject& subject) {
@@ -48,7 +48,7 @@ double getArea(const Subject& subject) {
 
 void putArea(const Subject& subject, const double& area) {
   requireWithin(Limit::Positive, area);
-  if (getArea(subject) != area) putRadius(subject, std::sqrt(area / std::numbers::pi));
+  putRadius(subject, std::sqrt(area / std::numbers::pi));
 }
 
 // clang-format off

@@ -90,7 +90,7 @@ void putMajorRadius(const Subject& subject, const double& radius) {
 void putMinorRadius(const Subject& subject, const double& radius) {
   const double major = getMajorRadius(subject);
   if (!(major > 0)) throw Refusal(E_FAIL, L"The ellipse has no major axis.");
-  if (getMinorRadius(subject) != radius) putRatio(subject, radius / major);
+  putRatio(subject, radius / major);
 }
 
 // Of one end; of two that coincide readers make nothing, or a full ellipse, which one that is full already stays.

@@ -171,7 +171,6 @@ void putSpacing(const Subject& subject, const double& spacing) {
 
 // The first point of a hatch; those after it belong to the boundary and to the places that it was made from.
 void putElevation(const Subject& subject, const double& elevation) {
-  if (getElevation(subject) == elevation) return;
   if (subject.lens().integer(71, hatch, 0) != 0) {
     if (!subject.drawing().breaksAssociations()) throw Refusal(reasons::boundaryWouldMove);
     breakAssociation(subject.drawing(), subject.record());

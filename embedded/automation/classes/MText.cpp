@@ -140,7 +140,7 @@ void putTextString(const Subject& subject, const std::wstring& given) {
 void putStyle(const Subject& subject, const std::wstring& name) {
   const database::TableEntry* const style = subject.drawing().textStyles().find(name);
   if (style == nullptr) throw Refusal(E_INVALIDARG, L"The drawing has no text style of that name.");
-  if (getStyle(subject) != name) Editor(subject).name(7, mtext, *style);
+  Editor(subject).name(7, mtext, *style);
 }
 
 template <int Code>

@@ -71,7 +71,7 @@ double getViewHeight(const Subject& subject) {
 }
 
 void putViewHeight(const Subject& subject, const double& height) {
-  if (getViewHeight(subject) != height) Editor(subject).real(45, viewport, height);
+  Editor(subject).real(45, viewport, height);
 }
 
 // Lengths on paper over lengths of the model.

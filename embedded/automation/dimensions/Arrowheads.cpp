@@ -141,9 +141,7 @@ void putLeaderArrowheadBlock(const Subject& subject, const std::wstring& name) {
 }
 
 void putLeaderArrowhead(const Subject& subject, const std::int32_t& arrowhead) {
-  if (getLeaderArrowhead(subject) != arrowhead) {
-    putLeaderArrowheadBlock(subject, blockNameOf(subject, arrowhead));
-  }
+  putLeaderArrowheadBlock(subject, blockNameOf(subject, arrowhead));
 }
 
 }  // namespace velt::automation

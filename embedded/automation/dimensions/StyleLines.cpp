@@ -35,7 +35,6 @@ std::int32_t getCenterType(const Subject& subject) {
 }
 
 void putCenterType(const Subject& subject, const std::int32_t& type) {
-  if (getCenterType(subject) == type) return;
   const double before = std::abs(centerMarkOf(subject));
   const double size = before > 0 ? before : centerMarkOfStyle(subject);
   StyleEditor(subject).real(variables::centerMark, type == 0 ? 0 : type == 1 ? size : -size);
@@ -46,7 +45,6 @@ double getCenterMarkSize(const Subject& subject) {
 }
 
 void putCenterMarkSize(const Subject& subject, const double& size) {
-  if (getCenterMarkSize(subject) == size) return;
   const std::int32_t type = getCenterType(subject);
   if (type == 0) throw Refusal(E_FAIL, L"There is no center mark that could have a size.");
   StyleEditor(subject).real(variables::centerMark, type == 1 ? size : -size);

@@ -83,7 +83,6 @@ double getTextGap(const Subject& subject) {
 }
 
 void putTextGap(const Subject& subject, const double& gap) {
-  if (getTextGap(subject) == gap) return;
   const bool hasFrame = storedTextGap(subject) < 0;
   if (hasFrame && gap == 0) throw Refusal(E_FAIL, L"The frame around the text needs room.");
   StyleEditor(subject).real(variables::textGap, hasFrame ? -gap : gap);

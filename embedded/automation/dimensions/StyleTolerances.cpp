@@ -51,7 +51,6 @@ std::int32_t getTolerance(const Subject& subject) {
 }
 
 void putTolerance(const Subject& subject, const std::int32_t& tolerance) {
-  if (getTolerance(subject) == tolerance) return;
   requireTolerance(subject, tolerance);
   overrideFlag(subject, variables::hasLimits, tolerance == limits);
   overrideFlag(subject, variables::hasTolerance, tolerance == symmetrical || tolerance == deviation);

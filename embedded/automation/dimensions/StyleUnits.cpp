@@ -45,7 +45,7 @@ std::int32_t getUnitsFormat(const Subject& subject) {
 }
 
 void putUnitsFormat(const Subject& subject, const std::int32_t& format) {
-  if (getUnitsFormat(subject) != format) StyleEditor(subject).integer(variables::lengthFormat, format);
+  StyleEditor(subject).integer(variables::lengthFormat, format);
 }
 
 double getLinearScale(const Subject& subject) {
@@ -53,7 +53,6 @@ double getLinearScale(const Subject& subject) {
 }
 
 void putLinearScale(const Subject& subject, const double& scale) {
-  if (getLinearScale(subject) == scale) return;
   const bool isOfPaper = DimensionStyle(subject).real(variables::linearScale) < 0;
   keepingMeasurement(subject,
                      [&] { StyleEditor(subject).real(variables::linearScale, isOfPaper ? -scale : scale); });
@@ -66,7 +65,7 @@ std::int32_t getAnglePrecision(const Subject& subject) {
 }
 
 void putAnglePrecision(const Subject& subject, const std::int32_t& places) {
-  if (getAnglePrecision(subject) != places) StyleEditor(subject).integer(variables::anglePrecision, places);
+  StyleEditor(subject).integer(variables::anglePrecision, places);
 }
 
 std::wstring getDecimalSeparator(const Subject& subject) {
@@ -77,8 +76,7 @@ std::wstring getDecimalSeparator(const Subject& subject) {
 void putDecimalSeparator(const Subject& subject, const std::wstring& separator) {
   requireLine(subject.drawing(), separator);
   if (separator.size() != 1) throw Refusal(E_INVALIDARG, L"The separator is a single character.");
-  if (getDecimalSeparator(subject) != separator)
-    StyleEditor(subject).integer(variables::decimalSeparator, separator[0]);
+  StyleEditor(subject).integer(variables::decimalSeparator, separator[0]);
 }
 
 bool suppressesZeroFeet(const Subject& subject, const StyleVariable& zeros) {

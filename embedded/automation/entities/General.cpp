@@ -83,7 +83,6 @@ void putLayer(const Subject& subject, const std::wstring& name) {
   constexpr int code = 8;
   const auto& layer =
       requireEntry(subject.drawing().layers(), name, L"The drawing has no layer of that name.");
-  if (getLayer(subject) == name) return;
   changeParts(subject, [&](Editor editor, std::uint32_t) {
     // Where it is read: after another marker, when the usual place has none.
     const bool isElsewhere = !editor.lens().has(code, common) && editor.lens().has(code, dxf::anySubclass);
@@ -98,7 +97,6 @@ std::wstring getLinetype(const Subject& subject) {
 void putLinetype(const Subject& subject, const std::wstring& name) {
   const auto& linetype =
       requireEntry(subject.drawing().linetypes(), name, L"The drawing has no line type of that name.");
-  if (getLinetype(subject) == name) return;
   changeParts(subject, [&](Editor editor, std::uint32_t) { editor.name(6, common, linetype); });
 }
 
@@ -201,7 +199,6 @@ bool getVisible(const Subject& subject) {
 }
 
 void putVisible(const Subject& subject, const bool& visible) {
-  if (getVisible(subject) == visible) return;
   changeParts(subject, [&](Editor editor, std::uint32_t) { editor.integer(60, common, visible ? 0 : 1, 0); });
 }
 

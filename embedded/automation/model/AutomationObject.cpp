@@ -60,6 +60,7 @@ void withFollowers(const Subject& target, const PropertyRow& row, Edit&& edit) {
 // Whether the entity has the value already. Then a put changes nothing: a drawing may spell a value in another way than
 // the host would, and who is told that nothing changed finds the same bytes.
 bool isThere(const Subject& target, const PropertyRow& row, const Value& value) {
+  if (std::holds_alternative<OwnedDispatch>(value)) return false;  // nor is one made to be compared
   try {
     return isExactlySame(value, row.access.get(target, row));
   } catch (const Refusal&) {

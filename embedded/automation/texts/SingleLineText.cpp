@@ -157,7 +157,6 @@ void putTextString(const Subject& subject, const std::wstring& wording) {
 void putStyle(const Subject& subject, const std::wstring& name) {
   const database::TableEntry* const style = subject.drawing().textStyles().find(name);
   if (style == nullptr) throw Refusal(E_INVALIDARG, L"The drawing has no text style of that name.");
-  if (getStyle(subject) == name) return;
   requireSingleLine(subject.drawing(), subject.record());
   Editor(subject).name(7, text, *style);
 }

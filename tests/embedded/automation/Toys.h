@@ -2,6 +2,7 @@
 
 // A class of automation objects that no drawing knows, for testing what all classes have in common.
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@ namespace velt::automation::test {
 
 // What the computed toys give, and what was put to them last.
 struct ToyState {
+  // Not a number: cannot be read.
   double real = 1.5;
   std::int32_t variant = 0;
   std::size_t groups = 2;
@@ -29,6 +31,7 @@ struct ToyState {
 inline ToyState toy;
 
 inline double getToyReal(const Subject&) {
+  if (std::isnan(toy.real)) throw Refusal(E_FAIL, L"There is no number yet.");
   return toy.real;
 }
 inline void putToyReal(const Subject&, const double& value) {

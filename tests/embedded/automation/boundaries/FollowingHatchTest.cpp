@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <numbers>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "embedded/automation/model/RefusalLog.h"
@@ -238,6 +239,35 @@ TEST_F(FollowingHatchTest, LetsGoWhereAssociationsAreToBeBroken) {
   EXPECT_EQ(S_OK, source().put(L"Radius", number(5)).result);
   EXPECT_NEAR(4 * pi, hatch().real(L"Area"), 1e-12);
   EXPECT_FALSE(hatch().flag(L"Associative"));
+}
+
+// Squares that touch at their corners, each a loop, and a polyline that goes along the right of all and back along the left,
+// so that hardly any two of its segments are neighbors in a loop.
+std::pair<std::string, std::vector<std::string>> chainOfSquares(int count) {
+  const auto corner = [](int x, int y) { return " 10 " + std::to_string(x) + " 20 " + std::to_string(y); };
+  std::string outline = "100 AcDbPolyline 90 " + std::to_string(4 * count) + " 70 1";
+  std::vector<std::string> loops;
+  for (int i = 0; i < count; ++i) {
+    outline += corner(i, i) + corner(i + 1, i);
+    loops.push_back("92 7 72 0 73 1 93 4" + corner(i, i) + corner(i + 1, i) + corner(i + 1, i + 1)
+                    + corner(i, i + 1) + " 97 1 330 A");
+  }
+  for (int i = count; i > 0; --i)
+    outline += corner(i, i) + corner(i - 1, i);
+  return {outline, loops};
+}
+
+TEST_F(FollowingHatchTest, FollowsAnEntityWhosePiecesAreScatteredOverManyLoops) {
+  const auto [outline, loops] = chainOfSquares(50);
+  open("LWPOLYLINE", outline, loops);
+  EXPECT_EQ(S_OK, source().put(L"Elevation", number(1)).result);
+  EXPECT_EQ(1, hatch().real(L"Elevation"));
+}
+
+TEST_F(FollowingHatchTest, DoesNotLookForThePiecesWithoutEnd) {
+  const auto [outline, loops] = chainOfSquares(2'000);
+  open("LWPOLYLINE", outline, loops);
+  expectRefused(source(), L"Elevation", 1, notMadeOfWholePieces);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <limits>
 
 #include "embedded/platform/Allocation.h"
 #include "tests/embedded/automation/Toys.h"
@@ -478,6 +479,14 @@ TEST_F(AutomationObjectTest, AValueThatIsThereAlreadyIsNotPutAgain) {
   EXPECT_EQ(S_OK, made.put(L"Real", number(std::nextafter(2.5, 3))).result)
       << "the next number is another one";
   EXPECT_EQ(1U, toy.put.size());
+}
+
+TEST_F(AutomationObjectTest, AValueThatCannotBeReadCanBePut) {
+  const Bound made = bound();
+  toy.real = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_EQ(E_FAIL, made.get(L"Real").scode);
+  EXPECT_EQ(S_OK, made.put(L"Real", number(2.5)).result);
+  EXPECT_EQ(2.5, made.real(L"Real"));
 }
 
 TEST_F(AutomationObjectTest, OneElementIsPut) {
