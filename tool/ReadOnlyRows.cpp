@@ -17,7 +17,7 @@ namespace {
 std::string clauseOf(const std::wstring& sentence) {
   std::string clause = palette::oneLine(sentence);
   if (clause.ends_with('.')) clause.pop_back();
-  return inASentence(std::move(clause));
+  return inASentence(clause);
 }
 
 // The option that makes an end of that reason.
