@@ -9,8 +9,10 @@
 
 #include <dlfcn.h>
 
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <list>
 
 #include "host/automation/TqAutoCreateInstance.h"
@@ -70,8 +72,16 @@ void freeString(void* string) {
   SysFreeString(static_cast<BSTR>(string));
 }
 
-void destroyArray(void* array) {
-  SafeArrayDestroy(static_cast<SAFEARRAY*>(array));
+// References in it were taken back by the count already, and what they point to may be gone.
+void destroyArray(void* memory) {
+  auto* const array = static_cast<SAFEARRAY*>(memory);
+  if ((array->fFeatures & (FADF_UNKNOWN | FADF_DISPATCH)) != 0 && array->pvData != nullptr) {
+    std::size_t bytes = array->cbElements;
+    for (UINT dimension = 0; dimension < SafeArrayGetDim(array); ++dimension)
+      bytes *= array->rgsabound[dimension].cElements;
+    std::memset(array->pvData, 0, bytes);
+  }
+  SafeArrayDestroy(array);
 }
 
 HRESULT perform(const std::string& line, const std::function<HRESULT()>& work,
@@ -214,6 +224,11 @@ void SysFreeString(BSTR string) {
   const std::string line = "SysFreeString(" + narrow(string) + ")";
   note(line);
   if (!wasLeft(line, string)) forward(string);
+}
+
+SAFEARRAY* SafeArrayCreate(VARTYPE type, UINT dimensions, const SAFEARRAYBOUND* bounds) {
+  VELT_UNWATCHED_REAL(SAFEARRAY * (VARTYPE, UINT, const SAFEARRAYBOUND*), "SafeArrayCreate");
+  return noteMade("SAFEARRAY", forward(type, dimensions, bounds), &destroyArray);
 }
 
 SAFEARRAY* SafeArrayCreateVector(VARTYPE type, LONG lowerBound, ULONG count) {
