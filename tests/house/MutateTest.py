@@ -69,6 +69,14 @@ class Mutate(unittest.TestCase):
             self.assertEqual({str(place.path) for place in places}, {"text/A.cpp", "errors/B.cpp"})
             self.assertEqual((count, len(places)), (2 * one, 2 * one))
 
+    def test_the_tests_that_take_long_run_after_the_others(self):
+        report = {"testsuites": [{"name": "A", "testsuite": [{"name": "Quick", "time": "0.1s"},
+                                                             {"name": "Slow", "time": "5s"}]},
+                                 {"name": "B", "testsuite": [{"name": "Slower", "time": "6s"},
+                                                             {"name": "Quick", "time": "0.2s"}]}]}
+        self.assertEqual(mutate.slowest(report), ["B.Slower", "A.Slow"])
+        self.assertEqual(mutate.slowest({"testsuites": []}), [])
+
     def test_every_folder_of_code_has_places(self):
         for folder in ("text", "errors", "container", "propdata", "palette", "dxf", "embedded", "tool"):
             self.assertTrue(mutate.sample_of(house.source_root(), [folder], 1, 1)[0], folder)
