@@ -25,6 +25,7 @@
 #include "tool/PluginFiles.h"
 #include "tool/SelectionOptions.h"
 #include "tool/Terminal.h"
+#include "tool/UsageMessage.h"
 #include "tool/Version.h"
 
 namespace velt::tool {
@@ -518,8 +519,10 @@ int run(int argumentCount, const char* const* arguments, std::ostream& plainOut,
     commandLine.app.parse(argumentCount, arguments);
   } catch (const CLI::ParseError& error) {
     // A request for help is not a failure; everything else that stops the parser is wrong usage.
+    if (error.get_exit_code() != 0) return fail(err, wrongUsage, usageMessage(commandLine.app, error));
     CleanOutput out(plainOut);
-    return commandLine.app.exit(error, out, err) == 0 ? succeeded : wrongUsage;
+    commandLine.app.exit(error, out, err);
+    return succeeded;
   }
   try {
     const std::unique_ptr<Pager> pager = pagerFor(commandLine, plainOut, terminal);

@@ -11,6 +11,7 @@
 
 #include "palette/Palette.h"
 #include "tool/ConditionPlace.h"
+#include "tool/ManPages.h"
 #include "tool/NamedRows.h"
 #include "tool/OpenDrawing.h"
 #include "tool/PluginFiles.h"
@@ -285,9 +286,8 @@ std::vector<Candidate> optionNames(const CLI::App& command) {
 
 std::vector<Candidate> commandNames(const CLI::App& app) {
   std::vector<Candidate> found;
-  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-    if (!command->get_group().empty()) found.push_back({command->get_name(), command->get_description()});
-  }
+  for (const CLI::App* command : listedCommands(app))
+    found.push_back({command->get_name(), command->get_description()});
   return found;
 }
 

@@ -5,7 +5,6 @@
 #include <fstream>
 #include <sstream>
 #include <string_view>
-#include <vector>
 
 #include "tool/Failure.h"
 #include "tool/Version.h"
@@ -60,14 +59,6 @@ const CLI::App& programOf(const CLI::App& command) {
 std::string pageNameOf(const CLI::App& command) {
   const CLI::App& program = programOf(command);
   return &program == &command ? program.get_name() : program.get_name() + "-" + command.get_name();
-}
-
-std::vector<const CLI::App*> listedCommands(const CLI::App& program) {
-  std::vector<const CLI::App*> listed;
-  for (const CLI::App* command : program.get_subcommands([](const CLI::App*) { return true; })) {
-    if (!command->get_group().empty()) listed.push_back(command);
-  }
-  return listed;
 }
 
 std::vector<const CLI::Option*> optionsOf(const CLI::App& command, bool arePositional) {
@@ -154,6 +145,14 @@ void writeSeeAlso(const CLI::App& command, std::ostream& out) {
 }
 
 }  // namespace
+
+std::vector<const CLI::App*> listedCommands(const CLI::App& program) {
+  std::vector<const CLI::App*> listed;
+  for (const CLI::App* command : program.get_subcommands([](const CLI::App*) { return true; })) {
+    if (!command->get_group().empty()) listed.push_back(command);
+  }
+  return listed;
+}
 
 std::string usageOf(const CLI::App& command) {
   const CLI::App& program = programOf(command);

@@ -77,7 +77,6 @@ void fillFromBrowsing(PROPINFO& prop) {
   }
   prop.choiceNames = names;
   prop.choiceValues = values;
-  strings.reset();
 }
 
 }  // namespace

@@ -46,18 +46,24 @@ TEST(CommandLine, HelpIsAnswered) {
   EXPECT_THAT(veltprops({"show", "--help"}).out, HasSubstr("--handle"));
 }
 
-TEST(CommandLine, NoCommandIsWrongUsage) {
-  EXPECT_EQ(veltprops({}).exitCode, 2);
-}
-
-TEST(CommandLine, UnknownCommandsAndOptionsAreWrongUsage) {
-  EXPECT_EQ(veltprops({"shwo"}).exitCode, 2);
-  EXPECT_EQ(veltprops({"show", "a.dxf", "--al"}).exitCode, 2);
-  EXPECT_NE(veltprops({"show", "a.dxf", "--al"}).err, "");
-}
-
-TEST(CommandLine, ShowWithoutADrawingIsWrongUsage) {
-  EXPECT_EQ(veltprops({"show", "--all"}).exitCode, 2);
+TEST(CommandLine, WrongUsageSaysWhatWasProbablyMeant) {
+  const auto wrong = [](std::vector<const char*> arguments) {
+    const Outcome outcome = veltprops(std::move(arguments));
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_EQ(outcome.out, "");
+    return outcome.err;
+  };
+  EXPECT_EQ(wrong({}), "veltprops: which command? \"veltprops --help\" lists them\n");
+  EXPECT_EQ(wrong({"shwo", "a.dxf"}), "veltprops: shwo: no such command; did you mean show?\n");
+  EXPECT_EQ(wrong({"x"}), "veltprops: x: no such command; \"veltprops --help\" tells more\n");
+  EXPECT_EQ(wrong({"--versoin"}),
+            "veltprops: --versoin: veltprops has no such option; did you mean --version?\n");
+  EXPECT_EQ(wrong({"show", "a.dxf", "--layr", "0"}),
+            "veltprops: --layr: veltprops show has no such option; did you mean --layer?\n");
+  EXPECT_EQ(wrong({"show", "a.dxf", "-x"}),
+            "veltprops: -x: veltprops show has no such option; \"veltprops show --help\" tells more\n");
+  EXPECT_EQ(wrong({"show", "--all"}),
+            "veltprops: DRAWING is required; \"veltprops show --help\" tells more\n");
 }
 
 TEST(CommandLine, ShowWithoutASelectionSaysHowToSelect) {

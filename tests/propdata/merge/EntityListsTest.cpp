@@ -134,6 +134,19 @@ TEST_F(EntityListsTest, AnEntityThatBreaksUpIntoOtherElementsHasThemForItself) {
   EXPECT_EQ(host.balance(), "BSTR +2") << "the values of the first entity's elements, which were dropped";
 }
 
+TEST_F(EntityListsTest, AnElementIsNotTheOneWhoseLabelIsOneLetterLonger) {
+  first[1].elements = {{1, L"X", toys::text(L"x")}, {2, L"Ys", toys::text(L"y")}};
+  second[1].elements = first[1].elements;
+  for (const ToyObject* const object : {&first, &second, &third})
+    add(*object);
+
+  EXPECT_TRUE(merge());
+  EXPECT_EQ(names(result), (Lines{"Start", "Length", "Unread"})) << "of the elements only X is in all three";
+  EXPECT_EQ(toys::narrow(result[0].displayName.c_str()), "X");
+  lists.clearValues();
+  clearResult();
+}
+
 // --- against the merge of records ----------------------------------------------------------------------------------
 
 struct RecordsOutcome {

@@ -160,6 +160,7 @@ TEST_F(VariantExpansion, WithoutElementsAndGroupingNothingIsAppended) {
 
 TEST_F(VariantExpansion, AGroupedPropertyBeginsWithAHeader) {
   centre.element(10, L"X", r8(1.0)).grouped(2, 5);
+  info.value.lVal = 7;
 
   EXPECT_TRUE(expand());
 
