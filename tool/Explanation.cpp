@@ -95,7 +95,7 @@ const char* nameOf(Cause cause) {
     case Cause::sourceFailed:
       return "sourceFailed";
     case Cause::unknown:
-      return "unknown";
+      return unknownCause;
     case Cause::notCommon:
       return "notCommon";
     case Cause::dynamicWithheld:
@@ -162,8 +162,9 @@ class Absent {
     made_.entities = absence_.entities;
     switch (absence_.cause) {
       case Cause::notCommon:
-        say(fmt::format("{} of the {} entities have it. Those without it: {}.", selection_.size() - count(),
-                        selection_.size(), handlesText(selection_, absence_.entities)));
+        say(fmt::format("{} of the {} entities {} it. Those without it: {}.", selection_.size() - count(),
+                        selection_.size(), selection_.size() - count() == 1 ? "has" : "have",
+                        handlesText(selection_, absence_.entities)));
         say("Of the first of these:");
         ofEntities(absence_.ofEntity);
         advise("select only those that have it", fmt::format(": --where \"has {}\"", name_));

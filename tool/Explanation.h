@@ -18,6 +18,9 @@ struct Advice {
   std::string onCommandLine{};
 };
 
+// The cause of a row that no entity has.
+inline constexpr const char* unknownCause = "unknown";
+
 // What is said of one row, or of one that is missing.
 struct Explanation {
   // For programs: "shown", "varying", "readOnly", or why there is no row.

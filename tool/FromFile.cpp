@@ -70,8 +70,8 @@ class FromFile {
     });
     if (rows.empty() && hasValue) throw Failure(fmt::format("{}: {} has no property {}", file_, who, name));
     if (rows.size() != wanted.values.size() && hasValue) {
-      throw Failure(fmt::format("{}: {} has {} of {}, and the file {}", file_, who, rows.size(), name,
-                                wanted.values.size()));
+      throw Failure(fmt::format("{}: it gives {} values for {} of {}, and the drawing has {}", file_,
+                                wanted.values.size(), name, who, rows.size()));
     }
     for (std::size_t i = 0; i < rows.size() && i < wanted.units.size(); ++i) {
       const std::string own = units_.of(rows[i]);

@@ -13,6 +13,7 @@
 #include "tool/Applied.h"
 #include "tool/Assignment.h"
 #include "tool/Commands.h"
+#include "tool/Explanation.h"
 #include "tool/Failure.h"
 #include "tool/FromFile.h"
 #include "tool/JsonOutput.h"
@@ -196,10 +197,24 @@ void checkRequest(const SetRequest& request) {
   throw Failure(fmt::format("{}: exists already (--force replaces it)", request.output));
 }
 
+// When some of the entities have the property, says which lack it: names that are like it would lead astray.
+void requireCommon(const std::string& name, const palette::Selection& selection) {
+  if (!palette::rowsNamed(selection.rows(), name).empty()) return;
+  const Explanation explanation = explainAbsence(selection, name);
+  if (explanation.cause == unknownCause) return;
+  std::string text = fmt::format("the selected entities have no property {} in common:", name);
+  for (const std::string& sentence : explanation.said)
+    text += " " + sentence;
+  for (const Advice& advice : explanation.advice)
+    text += " To do: " + advice.step + advice.onCommandLine + ".";
+  throw Failure(text);
+}
+
 // Queries anew for each assignment, because the one before may have changed which rows there are and what they accept.
 palette::Report apply(const Assignment& assignment, const std::vector<VkDbObjectId>& ids, bool keepGoing,
                       const palette::NumberStyle& style) {
   palette::Selection selection = queried(ids);
+  requireCommon(assignment.name, selection);
   const palette::Row row = rowFor(assignment, selection.rows());
   Progress progress("Writing " + assignment.name);
   const auto show = [&](std::size_t done, std::size_t total) {

@@ -50,7 +50,7 @@ std::string colorText(std::uint32_t value) {
     case colorIndex:
       return colorIndexText(static_cast<std::int32_t>(value & 0xFFFF));
     default:
-      return fmt::format("colour {:08X}", value);
+      return fmt::format("color {:08X}", value);
   }
 }
 

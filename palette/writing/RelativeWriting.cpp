@@ -34,8 +34,7 @@ class Replacement {
     try {
       pattern_.assign(text.substr(2, second - 2), syntax);
     } catch (const std::regex_error&) {
-      throw Error(fmt::format("\"{}\" is not an expression that texts can be searched for",
-                              toUtf8(text.substr(2, second - 2))));
+      throw Error(fmt::format("\"{}\" is not a regular expression", toUtf8(text.substr(2, second - 2))));
     }
   }
 

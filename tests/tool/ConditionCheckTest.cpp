@@ -118,6 +118,32 @@ TEST_F(Where, AValueThatMeansNothingToThePropertyIsAFailure) {
   EXPECT_THAT(failureOf("Radius > big"), HasSubstr("--where: Radius: \"big\" is not a number"));
 }
 
+TEST(ConditionCheck, AValueThatMeansSomethingToOneOfThePropertiesIsNoFailure) {
+  const std::string reference = pairs({{0, "INSERT"},
+                                       {5, "40"},
+                                       {100, "AcDbEntity"},
+                                       {8, "0"},
+                                       {66, "1"},
+                                       {100, "AcDbBlockReference"},
+                                       {2, "Dish"},
+                                       {10, "0"},
+                                       {20, "0"},
+                                       {0, "ATTRIB"},
+                                       {5, "41"},
+                                       {100, "AcDbEntity"},
+                                       {8, "0"},
+                                       {100, "AcDbText"},
+                                       {1, "big"},
+                                       {100, "AcDbAttribute"},
+                                       {2, "Radius"},
+                                       {0, "SEQEND"},
+                                       {5, "42"}});
+  const auto drawing = Drawing::parse(drawingOf({{"0"}}, circle("31", "0") + reference), "house.dxf");
+  const SelectedEntities selected = select(*drawing, {.where = "Radius = big"});
+  ASSERT_EQ(selected.ids.size(), 1U);
+  EXPECT_EQ(handleText(selected.ids[0]), "40");
+}
+
 TEST(ConditionCheck, NumbersThatDifferHardlyAreTheSame) {
   EXPECT_TRUE(isSameNumber(0.1 + 0.2, 0.3));
   EXPECT_TRUE(isSameNumber(1e12, 1e12 + 1));

@@ -106,7 +106,7 @@ TEST_F(SetFromFile, WhatIsNotThereIsNamedAndNothingIsWritten) {
   EXPECT_THAT(failureOf(good + R"({"handle":"2F","values":{"Radius":7}})"),
               HasSubstr("2F has no property Radius"));
   EXPECT_THAT(failureOf(good + R"({"handle":"2F","values":{"Start X":[1,2]}})"),
-              HasSubstr("2F has 1 of Start X, and the file 2"));
+              HasSubstr("it gives 2 values for Start X of 2F, and the drawing has 1"));
 }
 
 TEST_F(SetFromFile, AValueInAnotherUnitIsNotTakenForOneInTheDrawings) {

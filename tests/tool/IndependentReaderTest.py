@@ -1,6 +1,6 @@
 """Values of whole drawings agree with those of an independent reader, python3-ezdxf.
 
-Compared is what both know: layer, colour, line type and its scale, line weight, points, radii, angles, texts, styles,
+Compared is what both know: layer, color, line type and its scale, line weight, points, radii, angles, texts, styles,
 scales, and lengths and areas where the other reader can compute them. Numbers agree within 1e-9 of their size.
 """
 

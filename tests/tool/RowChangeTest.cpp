@@ -36,6 +36,7 @@ TEST_F(ChangeOfARow, ReckonsWithTheSignsOfTheCommandLine) {
   expect(written("End X", "-=5"), Relation::minus, "5");
   expect(written("End X", "*=2"), Relation::times, "2");
   expect(written("End X", "/=2"), Relation::dividedBy, "2");
+  expect(written("End X", "+="), Relation::plus, "");
   expect(written("Layer", "~s/A/B/"), Relation::replaced, "s/A/B/");
 }
 

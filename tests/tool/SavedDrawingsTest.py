@@ -17,7 +17,7 @@ try:
 except ImportError:
     ezdxf = None
 
-# Group codes of what is written to all of them: layer, colour in its three forms, line weight, line type.
+# Group codes of what is written to all of them: layer, color in its three forms, line weight, line type.
 GENERAL_CODES = {8, 62, 420, 430, 370, 6}
 # What is never geometry: handles, names, owners, markers, extended data.
 NEVER_GEOMETRY = {0, 1, 2, 3, 5, 6, 8, 62, 100, 102, 105, 330, 360, 370, 420, 430} | set(range(1000, 1072))

@@ -183,6 +183,16 @@ TEST_F(SetCommand, AWrongNameNamesWhatCanBeEdited) {
               HasSubstr("Radius"));
 }
 
+TEST_F(SetCommand, ANameThatOnlySomeHaveSaysWhichLackItRatherThanNamesLikeIt) {
+  EXPECT_EQ(failureOf({.selection = {.handles = {"2F", "33"}}, .assignments = {"Radius=2"}}),
+            "the selected entities have no property Radius in common: "
+            "1 of the 2 entities has it. Those without it: 2F. Of the first of these: "
+            "There is no such property: neither of the class, nor an attribute, extended data or a row of a "
+            "plug-in. Classes that have it: Circle, Arc. "
+            "To do: select only those that have it: --where \"has Radius\".");
+  EXPECT_FALSE(exists(saved));
+}
+
 TEST_F(SetCommand, AReadOnlyPropertyCannotBeSet) {
   EXPECT_THAT(failureOf({.selection = {.handles = {"33"}}, .assignments = {"Handle=1"}}),
               HasSubstr("Handle cannot be edited: it never changes"));

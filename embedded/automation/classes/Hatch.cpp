@@ -130,7 +130,7 @@ void putPatternName(const Subject& subject, const std::wstring& name) {
 }
 
 void putDouble(const Subject& subject, const bool& isDouble) {
-  requireVariant(subject, variant(userPattern), L"The hatch is filled with no plain lines.");
+  requireVariant(subject, variant(userPattern), L"The hatch is not filled with a user-defined pattern.");
   if ((subject.lens().integer(77, hatch, 0) == 1) != isDouble) crossPlainLines(subject, isDouble);
 }
 
@@ -141,7 +141,7 @@ void putAssociative(const Subject& subject, const bool& isAssociative) {
 }
 
 void putAngle(const Subject& subject, const double& angle) {
-  requireVariant(subject, lined, L"The hatch is filled with no pattern.");
+  requireVariant(subject, lined, L"The hatch is not filled with a pattern.");
   const double before = radians(subject.lens().real(52, hatch, 0));
   const double after = normalizedAngle(angle);
   if (normalizedAngle(before) == after) return;
@@ -160,12 +160,12 @@ void putSize(const Subject& subject, double before, double after) {
 }
 
 void putScale(const Subject& subject, const double& scale) {
-  requireVariant(subject, variant(pattern), L"The hatch is filled with no pattern that has a scale.");
+  requireVariant(subject, variant(pattern), L"The hatch is not filled with a predefined or custom pattern.");
   putSize(subject, subject.lens().real(41, hatch, 1), scale);
 }
 
 void putSpacing(const Subject& subject, const double& spacing) {
-  requireVariant(subject, variant(userPattern), L"The hatch is filled with no plain lines.");
+  requireVariant(subject, variant(userPattern), L"The hatch is not filled with a user-defined pattern.");
   putSize(subject, getSpacing(subject), spacing);
 }
 
@@ -217,7 +217,7 @@ OwnedDispatch getGradientColor(const Subject& subject, std::size_t number) {
     found = found || code == 63 || code == 421;
     return true;
   });
-  if (!found) throw Refusal(E_FAIL, L"The gradient has no such colour.");
+  if (!found) throw Refusal(E_FAIL, L"The gradient has no such color.");
   return ColorObject::make(color);
 }
 
@@ -233,7 +233,7 @@ double getGradientAngle(const Subject& subject) {
 }
 
 void requireGradient(const Subject& subject) {
-  requireVariant(subject, variant(gradient), L"The hatch is filled with no gradient.");
+  requireVariant(subject, variant(gradient), L"The hatch is not filled with a gradient.");
 }
 
 void putGradientName(const Subject& subject, const std::wstring& name) {
@@ -271,13 +271,13 @@ constexpr PropertyRow rows[] = {
   {  6, L"ISOPenWidth",     L"ISO pen width",    types::isoPenWidth, Category::Pattern,         computed<getIsoPenWidth>(),                                        readOnly(reasons::isScaleInAnotherForm),     Choices::Enumeration, 160,   L"Pen width that an ISO pattern is drawn for.",            variant(pattern)},
   {  7, L"Double",          L"Double",           VT_BOOL,            Category::Pattern,         writtenBy<putDouble>(storedBit(77, hatch, 1)),                     writable,                                    Choices::None,        170,   L"Whether a second family crosses the lines.",             variant(userPattern)},
   {  8, L"Origin",          L"Origin",           VT_VARIANT,         Category::Pattern,         computedPoint<getOrigin>(),                                        readOnly(reasons::patternLinesWouldFollow),  Choices::None,        180,   L"Where the pattern begins.",                              lined},
-  {  9, L"BackgroundColor", L"Background color", VT_DISPATCH,        Category::Pattern,         computed<getBackgroundColor>(),                                    readOnly(reasons::dataOfAnotherApplication), Choices::None,        190,   L"Colour between the lines.",                              lined},
+  {  9, L"BackgroundColor", L"Background color", VT_DISPATCH,        Category::Pattern,         computed<getBackgroundColor>(),                                    readOnly(reasons::dataOfAnotherApplication), Choices::None,        190,   L"Color between the lines.",                              lined},
   { 10, L"Associative",     L"Associative",      VT_BOOL,            Category::Pattern,         writtenBy<putAssociative>(storedBit(71, hatch, 1)).keepingShape(), writable,                                    Choices::None,        200,   L"Whether the hatch follows the entities that it was made from; that can be given up, not got back."},
   { 11, L"IslandStyle",     L"Island detection", types::islandStyle, Category::Pattern,         computed<getIslandStyle>(),                                        readOnly(reasons::boundaryStoredForStyle),   Choices::Enumeration, 210,   L"What the hatch does with islands."},
   { 12, L"GradientName",    L"Gradient name",    VT_BSTR,            OwnCategory::Gradient,     computed<getGradientName, putGradientName>().keepingShape(),       writable,                                    Choices::Gradients,   220,   L"Name of the gradient.",                                  variant(gradient)},
   { 13, L"GradientAngle",   L"Gradient angle",   types::angle,       OwnCategory::Gradient,     computed<getGradientAngle, putGradientAngle>().keepingShape(),     writable,                                    Choices::None,        230,   L"How far the gradient is turned.",                        variant(gradient)},
-  { 14, L"GradientColor1",  L"Color 1",          VT_DISPATCH,        OwnCategory::Gradient,     computed<getGradientColor1>(),                                     readOnly(reasons::nearestColorStored),       Choices::None,        240,   L"Colour that the gradient begins with.",                  variant(gradient)},
-  { 15, L"GradientColor2",  L"Color 2",          VT_DISPATCH,        OwnCategory::Gradient,     computed<getGradientColor2>(),                                     readOnly(reasons::nearestColorStored),       Choices::None,        250,   L"Colour that the gradient ends with.",                    variant(gradient)},
+  { 14, L"GradientColor1",  L"Color 1",          VT_DISPATCH,        OwnCategory::Gradient,     computed<getGradientColor1>(),                                     readOnly(reasons::nearestColorStored),       Choices::None,        240,   L"Color that the gradient begins with.",                  variant(gradient)},
+  { 15, L"GradientColor2",  L"Color 2",          VT_DISPATCH,        OwnCategory::Gradient,     computed<getGradientColor2>(),                                     readOnly(reasons::nearestColorStored),       Choices::None,        250,   L"Color that the gradient ends with.",                    variant(gradient)},
   { 16, L"Elevation",       L"Elevation",        VT_R8,              Category::Geometry,        computed<getElevation, putElevation>(),                            writable,                                    Choices::None,        260,   L"Height of the hatch over the origin, along its normal."},
   { 17, L"Area",            L"Area",             types::area,        Category::Geometry,        computed<getArea>(),                                               readOnly(reasons::followsFromBoundary),      Choices::None,        270,   L"What is filled, without the islands."},
   { 18, L"Normal",          L"Normal",           VT_VARIANT,         Category::Visualization3D, computedPoint<getNormal>(),                                        readOnly(reasons::boundaryWouldFollow),      Choices::None,        280,   L"Upright on the plane of the hatch."},

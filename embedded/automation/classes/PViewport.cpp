@@ -138,7 +138,7 @@ constexpr PropertyRow rows[] = {
   { 15, L"Target",              L"Target",                        VT_VARIANT,            Category::View,     worldPoint(17, viewport).from("AC1015"),                              writable,                                       Choices::None,        250,   L"Point of the model that is looked at."},
   { 16, L"Direction",           L"Direction",                     VT_VARIANT,            Category::View,     worldPoint(16, viewport),                                             readOnly(reasons::viewCenterWouldFollow),       Choices::None,        260,   L"From the target to the eye."},
   { 17, L"TwistAngle",          L"Twist",                         types::angle,          Category::View,     storedDirection(51, viewport).from("AC1015"),                         writable,                                       Choices::None,        270,   L"How far the view is turned."},
-  { 18, L"LensLength",          L"Lens length",                   types::noUnits,        Category::View,     storedReal(42, viewport, 50).positive().from("AC1015"),               writable,                                       Choices::None,        280,   L"Focal length of a perspective view, in millimetres."},
+  { 18, L"LensLength",          L"Lens length",                   types::noUnits,        Category::View,     storedReal(42, viewport, 50).positive().from("AC1015"),               writable,                                       Choices::None,        280,   L"Focal length of a perspective view, in millimeters."},
 };
 // clang-format on
 

@@ -65,7 +65,7 @@ void paint(const Subject& dimension, const std::vector<std::uint32_t>& records, 
   const VkCmColor color = colorOfIndex(valueAs<std::int32_t>(index));
   for (const std::uint32_t record : records) {
     if (!database::setEntityColor(dimension.drawing(), record, color)) {
-      throw Refusal(E_FAIL, L"The stored picture lacks the part of its data that the colour belongs in.");
+      throw Refusal(E_FAIL, L"The stored picture lacks the part of its data that the color belongs in.");
     }
   }
 }

@@ -27,7 +27,7 @@ std::int64_t integerOf(const Subject& subject, const PropertyRow& row) {
 
 void requireColorIndex(std::int32_t index) {
   constexpr std::int32_t byLayer = 256;
-  if (index < 0 || index > byLayer) throw Refusal(E_INVALIDARG, L"A colour index lies between 0 and 256.");
+  if (index < 0 || index > byLayer) throw Refusal(E_INVALIDARG, L"A color index lies between 0 and 256.");
 }
 
 }  // namespace

@@ -62,11 +62,11 @@ void putColor(const Subject& subject, const Value& value) {
   if ((isTrueColor || *color.colorName() != L'\0') && !isOfFormat(subject.drawing(), "AC1018")) {
     throw Refusal(
         E_FAIL,
-        L"This version of DXF has colours by their number only (1 to 255); DXF 2004 and later have others.");
+        L"This version of DXF has colors by their number only (1 to 255); DXF 2004 and later have others.");
   }
   changeParts(subject, [&](const Editor&, std::uint32_t part) {
     if (!database::setEntityColor(subject.drawing(), part, color)) {
-      throw Refusal(E_FAIL, L"The entity lacks the part of its data that the colour belongs in.");
+      throw Refusal(E_FAIL, L"The entity lacks the part of its data that the color belongs in.");
     }
   });
 }
@@ -226,7 +226,7 @@ constexpr PropertyRow objectTable[] = {handleRow, nameRow};
 
 constexpr PropertyRow entityTable[] = {
   // id   name                   label              type                     category           access                                                                            writability                                choices               weight help
-  { 1280, L"Color",              L"Color",          VT_DISPATCH,             Category::General, computed<getColor, putColor>().comparedBy(isSameColor), writable,                                  Choices::Colors,       10,   L"Colour of the entity; by layer when it is the layer's."},
+  { 1280, L"Color",              L"Color",          VT_DISPATCH,             Category::General, computed<getColor, putColor>().comparedBy(isSameColor), writable,                                  Choices::Colors,       10,   L"Color of the entity; by layer when it is the layer's."},
   { 1281, L"Layer",              L"Layer",          VT_BSTR,                 Category::General, computed<getLayer, putLayer>(),                                                   writable,                                  Choices::Layers,       20,   L"Name of the layer that the entity is on."},
   { 1282, L"Linetype",           L"Linetype",       VT_BSTR,                 Category::General, computed<getLinetype, putLinetype>(),                                             writable,                                  Choices::Linetypes,    30,   L"Name of the line type that the entity is drawn with."},
   { 1283, L"LinetypeScale",      L"Linetype scale", VT_R8,                   Category::General, writtenBy<putLinetypeScale>(storedReal(48, common, 1)).positive().from("AC1012"), writable,                                  Choices::None,         40,   L"Scale of the line type, relative to the scale of the drawing."},

@@ -39,7 +39,7 @@ inline constexpr EnumMember isoPenWidthMembers[] = {
   { 140,    L"Pen140",         L"1.40 mm"},
   { 200,    L"Pen200",         L"2.00 mm"},
 };
-inline constexpr UserType isoPenWidth = {L"VeltIsoPenWidth", L"Pen width that an ISO pattern is drawn for, in hundredths of a millimetre.", VT_I4, isoPenWidthMembers};
+inline constexpr UserType isoPenWidth = {L"VeltIsoPenWidth", L"Pen width that an ISO pattern is drawn for, in hundredths of a millimeter.", VT_I4, isoPenWidthMembers};
 
 // clang-format on
 

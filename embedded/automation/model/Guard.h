@@ -61,7 +61,8 @@ HRESULT guardedInvoke(EXCEPINFO* exception, const wchar_t* source, Body&& body) 
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
   } catch (const std::exception&) {
-    fillException(exception, source, E_UNEXPECTED, L"The program made a mistake here.");
+    fillException(exception, source, E_UNEXPECTED,
+                  L"An error in the program itself: please report it, with the drawing.");
     return DISP_E_EXCEPTION;
   }
 }

@@ -23,7 +23,7 @@ Value getEntityColor(ColorObject& object, std::int32_t) {
 
 void putEntityColor(ColorObject& object, const Value& value) {
   const HRESULT result = object.put_EntityColor(std::get<std::int32_t>(value));
-  if (FAILED(result)) throw Refusal(result, L"The value is not a colour.");
+  if (FAILED(result)) throw Refusal(result, L"The value is not a color.");
 }
 
 Value getColorName(ColorObject& object, std::int32_t) {
@@ -43,14 +43,14 @@ Value getColorIndex(ColorObject& object, std::int32_t) {
     case byIndex:
       return static_cast<std::int32_t>(value & 0xFF);
     default:
-      throw Refusal(E_FAIL, L"The colour is none of the colour index.");
+      throw Refusal(E_FAIL, L"The color is none of the color index.");
   }
 }
 
 void putColorIndex(ColorObject& object, const Value& value) {
   const std::int32_t index = std::get<std::int32_t>(value);
   if (index < byBlockIndex || index > byLayerIndex) {
-    throw Refusal(E_INVALIDARG, L"A colour index lies between 0 and 256.");
+    throw Refusal(E_INVALIDARG, L"A color index lies between 0 and 256.");
   }
   std::uint32_t color = database::colorOfIndex(static_cast<std::uint32_t>(index));
   if (index == byLayerIndex) color = database::colorByLayer;
@@ -62,7 +62,7 @@ template <int Shift>
 Value getPart(ColorObject& object, std::int32_t) {
   const std::uint32_t value = object.color().color();
   if ((value & database::colorMethodMask) != byRgb)
-    throw Refusal(E_FAIL, L"The colour is not given as red, green and blue.");
+    throw Refusal(E_FAIL, L"The color is not given as red, green and blue.");
   return static_cast<std::int32_t>((value >> Shift) & 0xFF);
 }
 
@@ -79,13 +79,13 @@ HRESULT giveName(const wchar_t* name, BSTR* out) {
 // clang-format off
 const MemberRow<ColorObject> ColorObject::members[7] = {
   // id  name            help                                                                        type     get             put             method
-  {  1, L"EntityColor",  L"The colour in one number: the way of colouring in the top byte.",         VT_I4,   getEntityColor, putEntityColor, false},
-  {  2, L"ColorName",    L"Name within the colour book, empty for none.",                            VT_BSTR, getColorName,   nullptr,        false},
-  {  3, L"BookName",     L"Name of the colour book, empty for none.",                                VT_BSTR, getBookName,    nullptr,        false},
-  {  4, L"ColorIndex",   L"0 by block, 1 to 255 the colour index, 256 by layer.",                    VT_I4,   getColorIndex,  putColorIndex,  false},
-  {  5, L"Red",          L"Red part of a true colour, 0 to 255.",                                    VT_I4,   getPart<16>,    nullptr,        false},
-  {  6, L"Green",        L"Green part of a true colour, 0 to 255.",                                  VT_I4,   getPart<8>,     nullptr,        false},
-  {  7, L"Blue",         L"Blue part of a true colour, 0 to 255.",                                   VT_I4,   getPart<0>,     nullptr,        false},
+  {  1, L"EntityColor",  L"The color in one number: the way of coloring in the top byte.",         VT_I4,   getEntityColor, putEntityColor, false},
+  {  2, L"ColorName",    L"Name within the color book, empty for none.",                            VT_BSTR, getColorName,   nullptr,        false},
+  {  3, L"BookName",     L"Name of the color book, empty for none.",                                VT_BSTR, getBookName,    nullptr,        false},
+  {  4, L"ColorIndex",   L"0 by block, 1 to 255 the color index, 256 by layer.",                    VT_I4,   getColorIndex,  putColorIndex,  false},
+  {  5, L"Red",          L"Red part of a true color, 0 to 255.",                                    VT_I4,   getPart<16>,    nullptr,        false},
+  {  6, L"Green",        L"Green part of a true color, 0 to 255.",                                  VT_I4,   getPart<8>,     nullptr,        false},
+  {  7, L"Blue",         L"Blue part of a true color, 0 to 255.",                                   VT_I4,   getPart<0>,     nullptr,        false},
 };
 // clang-format on
 
@@ -126,12 +126,12 @@ HRESULT ColorObject::SetNames(BSTR colorName, BSTR bookName) {
 VkCmColor colorOf(IUnknown& object) {
   holders::InterfaceHolder<IVeltVkCmColor> source;
   if (FAILED(holders::query(&object, IID_IVeltVkCmColor, source)))
-    throw Refusal(E_NOINTERFACE, L"The value is not a colour.");
+    throw Refusal(E_NOINTERFACE, L"The value is not a color.");
   LONG value = 0;
   holders::StringHolder colorName;
   holders::StringHolder bookName;
   const auto require = [](HRESULT result, auto&... outputs) {
-    if (!holders::handedOver(result, outputs...)) throw Refusal(result, L"The colour cannot be read.");
+    if (!holders::handedOver(result, outputs...)) throw Refusal(result, L"The color cannot be read.");
   };
   require(source->get_EntityColor(&value));
   require(source->get_ColorName(colorName.put()), colorName);

@@ -13,7 +13,7 @@ namespace velt::automation {
 class ColorObject final : public TableDispatch<ColorObject, IVeltVkCmColor> {
  public:
   static constexpr const wchar_t* typeName = L"VeltVkCmColor";
-  static constexpr const wchar_t* typeHelp = L"A colour.";
+  static constexpr const wchar_t* typeHelp = L"A color.";
   static constexpr const char* accountName = "VeltVkCmColor";
   static const MemberRow<ColorObject> members[7];
 

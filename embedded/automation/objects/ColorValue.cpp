@@ -19,7 +19,7 @@ VkCmColor plainColor(std::uint32_t value) {
 
 VkCmColor colorOfNumber(std::int32_t index) {
   if (index < byBlockIndex || index > byLayerIndex) {
-    throw Refusal(E_INVALIDARG, L"A colour index lies between 0 and 256.");
+    throw Refusal(E_INVALIDARG, L"A color index lies between 0 and 256.");
   }
   if (index == byBlockIndex) return plainColor(database::colorByBlock);
   if (index == byLayerIndex) return plainColor(database::colorByLayer);
@@ -67,7 +67,7 @@ VkCmColor colorOfText(std::wstring_view text) {
   if (const auto index = partFrom(text)) return colorOfNumber(static_cast<std::int32_t>(*index));
   if (const auto rgb = rgbFrom(text)) return plainColor(database::colorOfRgb(*rgb));
   throw Refusal(E_INVALIDARG,
-                L"There is no colour of that name: a colour is one such as red, a number from 0 to 256, "
+                L"There is no color of that name: a color is one such as red, a number from 0 to 256, "
                 L"255,136,0, ByLayer or ByBlock.");
 }
 
@@ -79,7 +79,7 @@ VkCmColor requireUsable(VkCmColor color) {
   const bool isIndex = method == database::colorOfIndex(0) && index > 0 && index < 256;
   const bool isUsable = isIndex || method == database::colorOfRgb(0) || method == database::colorByLayer
                         || method == database::colorByBlock;
-  if (!isUsable) throw Refusal(E_INVALIDARG, L"An entity cannot have that colour.");
+  if (!isUsable) throw Refusal(E_INVALIDARG, L"An entity cannot have that color.");
   return color;
 }
 
@@ -89,7 +89,7 @@ VkCmColor colorFrom(const Value& value) {
   if (const auto* number = std::get_if<std::int32_t>(&value)) return colorOfNumber(*number);
   if (const auto* text = std::get_if<std::wstring>(&value)) return colorOfText(*text);
   const auto& object = valueAs<OwnedDispatch>(value);
-  if (!object) throw Refusal(E_INVALIDARG, L"The value is not a colour.");
+  if (!object) throw Refusal(E_INVALIDARG, L"The value is not a color.");
   return requireUsable(colorOf(*object.get()));
 }
 

@@ -36,7 +36,7 @@ class CauseInSources : public EntityCause {
 
 TEST_F(EntityCause, ANameThatTheClassDoesNotHaveIsUnknown) {
   addCircle(1.0);
-  EXPECT_EQ(cause("Colour"), Cause::unknown);
+  EXPECT_EQ(cause("Color"), Cause::unknown);
 }
 
 TEST_F(EntityCause, APropertyMayBeHiddenOrNotBrowsable) {

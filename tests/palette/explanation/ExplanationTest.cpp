@@ -54,8 +54,8 @@ TEST_F(Explanation, ARowThatIsThereIsNotAbsent) {
 TEST_F(Explanation, WhatNoEntityHasIsUnknown) {
   addCircle(1.0);
   addCircle(2.0);
-  EXPECT_EQ(whyAbsent("Colour").cause, Absence::Cause::unknown);
-  EXPECT_THAT(whyAbsent("Colour").entities, ElementsAre(0, 1)) << "of which it holds";
+  EXPECT_EQ(whyAbsent("Color").cause, Absence::Cause::unknown);
+  EXPECT_THAT(whyAbsent("Color").entities, ElementsAre(0, 1)) << "of which it holds";
 }
 
 TEST_F(Explanation, WhatSomeLackIsNotCommonAndTheyAreNamed) {

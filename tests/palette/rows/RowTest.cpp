@@ -123,7 +123,7 @@ TEST(Rows, AreFoundByTheirLabelBeforeTheirName) {
   const std::vector<Row> rows = over(records);
   EXPECT_THAT(labelsOf(rowsNamed(rows, "LAYER")), ElementsAre("Layer", "layer"));
   EXPECT_THAT(labelsOf(rowsNamed(rows, "layername")), ElementsAre("Layer"));
-  EXPECT_THAT(rowsNamed(rows, "Colour"), IsEmpty());
+  EXPECT_THAT(rowsNamed(rows, "Color"), IsEmpty());
 }
 
 }  // namespace velt::palette

@@ -131,7 +131,7 @@ TEST_F(SelectionTest, ARowIsFoundByNameAndElseSaidToBeMissing) {
   Selection selection(ids());
   selection.query();
   EXPECT_EQ(selection.row("radius").name(), "Radius");
-  EXPECT_EQ(errorOf([&] { selection.row("Colour"); }), "the selection has no property Colour");
+  EXPECT_EQ(errorOf([&] { selection.row("Color"); }), "the selection has no property Color");
   EXPECT_EQ(errorOf([&] { selection.row("Vertex"); }), "2 properties have the name Vertex");
 }
 

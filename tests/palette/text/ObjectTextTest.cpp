@@ -27,7 +27,7 @@ TEST_F(ObjectText, ColorsWithANameAreCalledByIt) {
 TEST_F(ObjectText, OtherColorsAreTheirIndexOrTheirParts) {
   EXPECT_EQ(colorText(ToyColor::indexed(30)), "30");
   EXPECT_EQ(colorText(0xC2FF8001), "255,128,1");
-  EXPECT_EQ(colorText(0x12345678), "colour 12345678");
+  EXPECT_EQ(colorText(0x12345678), "color 12345678");
 }
 
 TEST_F(ObjectText, AColorOfABookIsBookAndName) {

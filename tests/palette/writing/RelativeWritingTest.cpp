@@ -86,8 +86,7 @@ TEST_F(RelativeWriting, WhatIsNoReplacementSaysHowOneIsWritten) {
               "\"" + std::string(operand)
                   + "\" is not a replacement: write s/OLD/NEW/, or s/OLD/NEW/g for all occurrences");
   }
-  EXPECT_EQ(refusalOf("Text", Relation::replaced, "s/(/b/"),
-            "\"(\" is not an expression that texts can be searched for");
+  EXPECT_EQ(refusalOf("Text", Relation::replaced, "s/(/b/"), "\"(\" is not a regular expression");
   EXPECT_EQ(refusalOf("Text", Relation::times, "2"), "its value is not a number");
 }
 

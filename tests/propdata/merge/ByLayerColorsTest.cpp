@@ -56,7 +56,7 @@ class ByLayerColors : public LayerTest {
 
 TEST_F(ByLayerColors, AColorObjectIsReadByValueAndNames) {
   fixed.colorName = L"Brick";
-  fixed.bookName = L"Book of colours";
+  fixed.bookName = L"Book of colors";
   VARIANT value = borrowed(fixed.dispatch());
   VkCmColor color;
   host.mark();
@@ -65,12 +65,12 @@ TEST_F(ByLayerColors, AColorObjectIsReadByValueAndNames) {
 
   EXPECT_EQ(color.color(), ToyColor::indexed(5));
   EXPECT_STREQ(color.colorName(), L"Brick");
-  EXPECT_STREQ(color.bookName(), L"Book of colours");
+  EXPECT_STREQ(color.bookName(), L"Book of colors");
   EXPECT_EQ(host.log.lines(), (Lines{"QueryInterface(IVeltVkCmColor) on fixed", "get_EntityColor() on fixed",
                                      "get_ColorName() on fixed", "get_BookName() on fixed",
                                      "Release(IVeltVkCmColor) on fixed"}));
   EXPECT_EQ(host.log.count("SysFreeString(Brick)"), 1);
-  EXPECT_EQ(host.log.count("SysFreeString(Book of colours)"), 1);
+  EXPECT_EQ(host.log.count("SysFreeString(Book of colors)"), 1);
   EXPECT_EQ(host.log.all().back(), "Release(IVeltVkCmColor) on fixed") << "the strings are freed first";
   EXPECT_EQ(host.balance(), "balanced");
   EXPECT_EQ(print(value), "VT_DISPATCH");
@@ -250,7 +250,7 @@ TEST_F(ByLayerColors, LayersOfOneColorDoNotDiffer) {
   EXPECT_FALSE(differ(row(byLayer, 21), row(byLayerToo, 23)));
 
   green.shown.setNames(L"Brick", L"Book");
-  EXPECT_TRUE(differ(row(byLayer, 21), row(byLayerToo, 23))) << "names belong to a colour";
+  EXPECT_TRUE(differ(row(byLayer, 21), row(byLayerToo, 23))) << "names belong to a color";
 }
 
 TEST_F(ByLayerColors, FixedColorsNeverDifferByLayer) {
@@ -262,7 +262,7 @@ TEST_F(ByLayerColors, OnlyTheFirstRowsColorIsConverted) {
   EXPECT_TRUE(differ(row(byLayer, 21), row(fixed, 23)));
   EXPECT_FALSE(differ(row(fixed, 21), row(byLayer, 23)));
   EXPECT_EQ(host.log.count("QueryInterface(IVeltVkCmColor) on fixed"), 1);
-  EXPECT_TRUE(differ(row(byLayer, 21), row(23))) << "the other value need not even be a colour";
+  EXPECT_TRUE(differ(row(byLayer, 21), row(23))) << "the other value need not even be a color";
 }
 
 TEST_F(ByLayerColors, ValuesThatAreNotColorsDoNotDiffer) {

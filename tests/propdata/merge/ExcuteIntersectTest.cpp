@@ -545,7 +545,7 @@ class ExcuteIntersectOnColors : public ExcuteIntersectOnToys {
   ToyEntity firstInDatabase{host, "firstInDatabase", 21};
   ToyEntity secondInDatabase{host, "secondInDatabase", 22};
   ToyEntity thirdInDatabase{host, "thirdInDatabase", 23};
-  ToyColor colors[3] = {{host, "colour0", 0}, {host, "colour1", 0}, {host, "colour2", 0}};
+  ToyColor colors[3] = {{host, "color0", 0}, {host, "color1", 0}, {host, "color2", 0}};
 };
 
 TEST_F(ExcuteIntersectOnColors, ColorObjectsThatDifferVaryAndTheFirstEntitysStays) {

@@ -296,7 +296,7 @@ class MergeWorld {
  private:
   struct EntityToys {
     EntityToys(toys::ToyHost& host, const std::string& name)
-        : object(host, name), dynamic(host, name + ".dynamic"), color(host, name + ".colour", 0) {}
+        : object(host, name), dynamic(host, name + ".dynamic"), color(host, name + ".color", 0) {}
     toys::ToyObject object;
     toys::ToyDynamicProperty dynamic;
     toys::ToyColor color;

@@ -328,7 +328,7 @@ TEST_F(CompareObjects, ALinkThatAFailingItemCallLeftIsNeitherAskedNorReleased) {
 
 TEST_F(CompareObjects, ObjectsThatAreNeitherColorsNorHyperlinksDiffer) {
   ToyObject a(host, "a"), b(host, "b");
-  ToyColor color(host, "colour", 1);
+  ToyColor color(host, "color", 1);
   ToyHyperlinks links(host, "links");
   host.mark();
 
@@ -344,7 +344,7 @@ TEST_F(CompareObjects, ObjectsThatAreNeitherColorsNorHyperlinksDiffer) {
 }
 
 TEST_F(CompareObjects, AColorDiffersFromAnotherObjectEvenWhenItIsTheDefaultColor) {
-  ToyColor color(host, "colour", VkCmColor().color());
+  ToyColor color(host, "color", VkCmColor().color());
   ToyObject object(host, "object");
   VARIANT value = borrowed(color.dispatch());
   VkCmColor converted;
@@ -367,7 +367,7 @@ TEST_F(CompareObjects, BothAreAskedForColorsAndThenBothForHyperlinks) {
 
 TEST_F(CompareObjects, NullObjectsDiffer) {
   ToyHyperlinks links(host, "links");
-  ToyColor color(host, "colour", 1);
+  ToyColor color(host, "color", 1);
   const VARIANT none = borrowed(static_cast<IDispatch*>(nullptr));
   host.mark();
 
@@ -380,7 +380,7 @@ TEST_F(CompareObjects, NullObjectsDiffer) {
 }
 
 TEST_F(CompareObjects, EveryHostCallMayFailWithoutALeak) {
-  ToyColor color(host, "colour", 1), otherColor(host, "otherColour", 1);
+  ToyColor color(host, "color", 1), otherColor(host, "otherColor", 1);
   ToyHyperlinks links(host, "links"), otherLinks(host, "otherLinks");
   links.add(L"http://one");
   otherLinks.add(L"http://one");
@@ -404,7 +404,7 @@ TEST_F(CompareObjects, EveryHostCallMayFailWithoutALeak) {
 }
 
 TEST_F(CompareObjects, ObjectsOfAHostThatThrowsDiffer) {
-  ToyColor color(host, "colour", 1), otherColor(host, "otherColour", 1);
+  ToyColor color(host, "color", 1), otherColor(host, "otherColor", 1);
   ToyHyperlinks links(host, "links"), otherLinks(host, "otherLinks");
   links.add(L"http://one");
   otherLinks.add(L"http://one");

@@ -318,9 +318,9 @@ TEST_F(SingleEntityHarvest, Quirk_message_1018_left_behind) {
 }
 
 TEST_F(SingleEntityHarvest, EnumeratedChoicesStayThoughTheRowOffersNone) {
-  const auto color = ToyTypeInfo::named(host, L"Colour");
+  const auto color = ToyTypeInfo::named(host, L"Color");
   color->member(L"Red", i4(1));
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
 
   EXPECT_TRUE(harvest(add(line)));
 

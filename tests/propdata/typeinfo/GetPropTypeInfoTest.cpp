@@ -39,7 +39,7 @@ class GetPropTypeInfoTest : public LayerTest {
   using Names = std::vector<std::string>;
 
   ToyObject line{host, "line"};
-  std::unique_ptr<ToyTypeInfo> color = ToyTypeInfo::named(host, L"Colour");
+  std::unique_ptr<ToyTypeInfo> color = ToyTypeInfo::named(host, L"Color");
   ToySelection selection;
   VeltPropData& entry = selection.add(line, 77, CLSID_VeltLine);
   TqVector<PROPINFO> props;
@@ -425,7 +425,7 @@ TEST_F(GetPropTypeInfoTest, ALabelIsNotTakenOverByTheNextProperty) {
 
 TEST_F(GetPropTypeInfoTest, AnEnumerationIsReadInOneOrderOfCalls) {
   color->member(L"Red", i4(1)).member(L"Green", i4(3));
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
   host.mark();
 
   EXPECT_TRUE(walk());
@@ -435,25 +435,25 @@ TEST_F(GetPropTypeInfoTest, AnEnumerationIsReadInOneOrderOfCalls) {
   const auto to = std::find(all.begin(), all.end(), "GetDisplayName(4) on line");
   EXPECT_EQ(Lines(from, to), (Lines{
                                  "GetRefTypeInfo(0x107) on line.type",
-                                 "GetTypeAttr() on Colour",
-                                 "GetVarDesc(0) on Colour",
-                                 "GetNames(1, at most 1) on Colour",
-                                 "ReleaseVarDesc() on Colour",
-                                 "GetVarDesc(1) on Colour",
-                                 "GetNames(2, at most 1) on Colour",
-                                 "ReleaseVarDesc() on Colour",
-                                 "ReleaseTypeAttr() on Colour",
-                                 "GetContainingTypeLib() on Colour",
-                                 "GetDocumentation(3: name, documentation, context, file) on Colour.library",
-                                 "Release(ITypeLib) on Colour.library",
-                                 "Release(ITypeInfo) on Colour",
+                                 "GetTypeAttr() on Color",
+                                 "GetVarDesc(0) on Color",
+                                 "GetNames(1, at most 1) on Color",
+                                 "ReleaseVarDesc() on Color",
+                                 "GetVarDesc(1) on Color",
+                                 "GetNames(2, at most 1) on Color",
+                                 "ReleaseVarDesc() on Color",
+                                 "ReleaseTypeAttr() on Color",
+                                 "GetContainingTypeLib() on Color",
+                                 "GetDocumentation(3: name, documentation, context, file) on Color.library",
+                                 "Release(ITypeLib) on Color.library",
+                                 "Release(ITypeInfo) on Color",
                              }));
   EXPECT_EQ(host.balance(), "balanced");
 }
 
 TEST_F(GetPropTypeInfoTest, TheMembersOfAnEnumerationAreTheChoicesInTheirOrder) {
   color->member(L"Red", i4(7)).member(L"Green", i4(-3)).member(L"Blue", i4(7));
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
 
   EXPECT_TRUE(walk());
 
@@ -469,7 +469,7 @@ TEST_F(GetPropTypeInfoTest, MembersThatAreNotConstantsAreNotChoices) {
       .member(L"Static", i4(3), VAR_STATIC)
       .member(L"Dispatch", i4(4), VAR_DISPATCH)
       .member(L"Blue", i4(5));
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
   host.mark();
 
   EXPECT_TRUE(walk());
@@ -482,7 +482,7 @@ TEST_F(GetPropTypeInfoTest, MembersThatAreNotConstantsAreNotChoices) {
 
 TEST_F(GetPropTypeInfoTest, AMemberThatCannotBeDescribedIsLeftOut) {
   color->member(L"Red", i4(1)).member(L"Green", i4(2)).member(L"Blue", i4(3));
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
   host.on("GetVarDesc(1)").fail();
   host.mark();
 
@@ -497,7 +497,7 @@ TEST_F(GetPropTypeInfoTest, AMemberThatCannotBeDescribedIsLeftOut) {
 
 TEST_F(GetPropTypeInfoTest, AMemberWithoutANameIsAChoiceAllTheSame) {
   color->member(L"Red", i4(1)).member(L"Green", i4(2)).member(L"Blue", i4(3));
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
   host.on("GetNames(2").fail();
 
   EXPECT_TRUE(walk());
@@ -508,7 +508,7 @@ TEST_F(GetPropTypeInfoTest, AMemberWithoutANameIsAChoiceAllTheSame) {
 
 TEST_F(GetPropTypeInfoTest, Quirk_member_name_result_unexamined) {
   color->member(L"Red", i4(1)).member(L"Green", i4(2)).member(L"Blue", i4(3));
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
   host.on("GetNames(1").workThenReturn(E_FAIL);
   host.on("GetNames(2").answerNothing();
   host.mark();
@@ -524,7 +524,7 @@ TEST_F(GetPropTypeInfoTest, AChoicesIntegerIsTheDataWordWhateverTheTypeOfTheCons
   VARIANT real = r8(0.0);
   real.llVal = 0x1122334455667788;
   color->member(L"Short", i2(-1)).member(L"Real", real).member(L"Long", i4(-1));
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
 
   EXPECT_TRUE(walk());
 
@@ -534,7 +534,7 @@ TEST_F(GetPropTypeInfoTest, AChoicesIntegerIsTheDataWordWhateverTheTypeOfTheCons
 TEST_F(GetPropTypeInfoTest, ChoicesAreNotTakenOverByTheNextProperty) {
   color->member(L"Red", i4(1));
   color->typeName = L"VELT_COLOR";
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
   line.readOnly(5, L"Plain");
 
   EXPECT_TRUE(walk());
@@ -548,7 +548,7 @@ TEST_F(GetPropTypeInfoTest, AUserDefinedTypeOfAnotherKindGivesItsCodeAndNoChoice
   color->kind = TKIND_ALIAS;
   color->typeName = L"VELT_COLOR";
   color->member(L"Red", i4(1));
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
   host.mark();
 
   EXPECT_TRUE(walk());
@@ -584,7 +584,7 @@ TEST_F(GetPropTypeInfoTest, Quirk_two_codes_for_no_custom_type) {
 TEST_F(GetPropTypeInfoTest, ATypeWhoseNameCannotBeReadHasNoCode) {
   color->typeName = L"VELT_COLOR";
   color->member(L"Red", i4(1));
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
   const std::string calls[] = {"GetContainingTypeLib()", "GetDocumentation(3"};
 
   for (const std::string& call : calls) {
@@ -602,7 +602,7 @@ TEST_F(GetPropTypeInfoTest, ATypeWhoseNameCannotBeReadHasNoCode) {
 }
 
 TEST_F(GetPropTypeInfoTest, ATypeWithANullNameGetsTheGenericCode) {
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
   host.on("GetDocumentation(3").answerNull();
 
   EXPECT_TRUE(walk());
@@ -613,13 +613,13 @@ TEST_F(GetPropTypeInfoTest, ATypeWithANullNameGetsTheGenericCode) {
 TEST_F(GetPropTypeInfoTest, ATypeThatCannotBeResolvedLeavesThePropertyPlain) {
   color->typeName = L"VELT_COLOR";
   color->member(L"Red", i4(1));
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
   host.on("GetRefTypeInfo").fail();
   host.mark();
 
   EXPECT_TRUE(walk());
 
-  ASSERT_EQ(listed(), Names{"Colour"});
+  ASSERT_EQ(listed(), Names{"Color"});
   EXPECT_EQ(row(0).customType, PropertyKind::none);
   EXPECT_EQ(choiceNames(0), Names{});
   EXPECT_EQ(row(0).valueType, VT_USERDEFINED);
@@ -627,18 +627,18 @@ TEST_F(GetPropTypeInfoTest, ATypeThatCannotBeResolvedLeavesThePropertyPlain) {
 }
 
 TEST_F(GetPropTypeInfoTest, ANullTypeLeavesThePropertyPlain) {
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
   host.on("GetRefTypeInfo").answerNull();
 
   EXPECT_TRUE(walk());
 
-  EXPECT_EQ(listed(), Names{"Colour"});
+  EXPECT_EQ(listed(), Names{"Color"});
   EXPECT_EQ(row(0).customType, PropertyKind::none);
 }
 
 TEST_F(GetPropTypeInfoTest, Quirk_reference_result_unexamined) {
   color->typeName = L"VELT_COLOR";
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
   host.on("GetRefTypeInfo").workThenReturn(E_FAIL);
   host.mark();
 
@@ -651,13 +651,13 @@ TEST_F(GetPropTypeInfoTest, Quirk_reference_result_unexamined) {
 TEST_F(GetPropTypeInfoTest, ATypeWithoutAttributesHasNeitherChoicesNorACode) {
   color->typeName = L"VELT_COLOR";
   color->member(L"Red", i4(1));
-  line.readOnly(4, L"Colour").returns(*color);
-  host.on("GetTypeAttr() on Colour").fail();
+  line.readOnly(4, L"Color").returns(*color);
+  host.on("GetTypeAttr() on Color").fail();
   host.mark();
 
   EXPECT_TRUE(walk());
 
-  ASSERT_EQ(listed(), Names{"Colour"});
+  ASSERT_EQ(listed(), Names{"Color"});
   EXPECT_EQ(row(0).customType, PropertyKind::none);
   EXPECT_EQ(choiceNames(0), Names{});
   EXPECT_EQ(host.log.only({"GetContainingTypeLib", "GetVarDesc"}), Lines{});
@@ -667,24 +667,24 @@ TEST_F(GetPropTypeInfoTest, ATypeWithoutAttributesHasNeitherChoicesNorACode) {
 TEST_F(GetPropTypeInfoTest, AttributesOfATypeCountOnlyWithASuccessThatHandsThemOut) {
   color->typeName = L"VELT_COLOR";
   color->member(L"Red", i4(1));
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
   const auto expectAPlainProperty = [this] {
     EXPECT_TRUE(walk());
-    ASSERT_EQ(listed(), Names{"Colour"});
+    ASSERT_EQ(listed(), Names{"Color"});
     EXPECT_EQ(row(0).customType, PropertyKind::none);
     EXPECT_EQ(choiceNames(0), Names{});
     EXPECT_EQ(host.log.only({"GetContainingTypeLib", "GetVarDesc"}), Lines{});
   };
 
-  host.on("GetTypeAttr() on Colour").nth(1).answerNull();
+  host.on("GetTypeAttr() on Color").nth(1).answerNull();
   expectAPlainProperty();
-  host.on("GetTypeAttr() on Colour").nth(1).leaveThenFail();
+  host.on("GetTypeAttr() on Color").nth(1).leaveThenFail();
   expectAPlainProperty();
 }
 
 TEST_F(GetPropTypeInfoTest, AMemberCountsOnlyWithASuccessThatDescribesIt) {
   color->member(L"Red", i4(1)).member(L"Green", i4(2)).member(L"Blue", i4(3));
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
   host.on("GetVarDesc(0)").answerNull();
   host.on("GetVarDesc(1)").leaveThenFail();
 
@@ -692,12 +692,12 @@ TEST_F(GetPropTypeInfoTest, AMemberCountsOnlyWithASuccessThatDescribesIt) {
 
   EXPECT_EQ(choiceNames(0), Names{"Blue"});
   EXPECT_EQ(choiceValues(0), std::vector<int>{3});
-  EXPECT_EQ(host.log.only({"GetNames"}), Lines{"GetNames(3, at most 1) on Colour"});
+  EXPECT_EQ(host.log.only({"GetNames"}), Lines{"GetNames(3, at most 1) on Color"});
 }
 
 TEST_F(GetPropTypeInfoTest, ATypeLibraryCountsOnlyWithASuccessThatHandsItOut) {
   color->typeName = L"VELT_COLOR";
-  line.readOnly(4, L"Colour").returns(*color);
+  line.readOnly(4, L"Color").returns(*color);
   for (const bool isNull : {true, false}) {
     Rule& rule = host.on("GetContainingTypeLib").nth(1);
     if (isNull) {
@@ -714,7 +714,7 @@ TEST_F(GetPropTypeInfoTest, ATypeLibraryCountsOnlyWithASuccessThatHandsItOut) {
 }
 
 TEST_F(GetPropTypeInfoTest, TheTypeOfAPutterIsNotResolved) {
-  line.writeOnly(4, L"Colour").flagged(0);
+  line.writeOnly(4, L"Color").flagged(0);
   line.type.functions.back().returns = VT_USERDEFINED;
   line.type.functions.back().type = color.get();
 
@@ -724,7 +724,7 @@ TEST_F(GetPropTypeInfoTest, TheTypeOfAPutterIsNotResolved) {
 }
 
 TEST_F(GetPropTypeInfoTest, ATypeIsResolvedEvenForAPropertyThatIsNotShown) {
-  line.readOnly(4, L"Colour").returns(*color).shown(0);
+  line.readOnly(4, L"Color").returns(*color).shown(0);
   host.mark();
 
   EXPECT_TRUE(walk());
@@ -834,7 +834,7 @@ TEST_F(GetPropTypeInfoTest, AfterAFailureWhatWasListedStays) {
 TEST_F(GetPropTypeInfoTest, WhicheverCallFailsTheOutcomeIsTheOneThatIsPromised) {
   color->member(L"Red", i4(1)).member(L"Green", i4(2));
   line.property(4, L"StartX").labelled(L"Start X");
-  line.property(5, L"Colour").returns(*color);
+  line.property(5, L"Color").returns(*color);
 
   int run = 1;
   for (bool failed = true; failed; ++run) {
@@ -862,7 +862,7 @@ TEST_F(GetPropTypeInfoTest, WhicheverCallFailsTheOutcomeIsTheOneThatIsPromised) 
     EXPECT_EQ(error(), expected == 0 ? untouched : message(expected));
     EXPECT_EQ(host.balance(), "balanced");
     if (done) {
-      EXPECT_EQ(listed(), (Names{"StartX", "Colour"}));
+      EXPECT_EQ(listed(), (Names{"StartX", "Color"}));
       EXPECT_EQ(row(1).choiceNames.length(), row(1).choiceValues.length());
     }
   }
@@ -874,7 +874,7 @@ TEST_F(GetPropTypeInfoTest, WhateverAFailingCallLeavesIsNotGivenBack) {
   color->typeName = L"VELT_COLOR";
   color->member(L"Red", i4(1)).member(L"Green", i4(2));
   line.property(4, L"StartX").labelled(L"Start X");
-  line.property(5, L"Colour").returns(*color);
+  line.property(5, L"Color").returns(*color);
   ASSERT_TRUE(walk());
   const Lines calls =
       host.log.only({"GetTypeInfo(", "GetTypeAttr", "QueryInterface", "GetFuncDesc", "GetDocumentation",
@@ -893,7 +893,7 @@ TEST_F(GetPropTypeInfoTest, WhateverAFailingCallLeavesIsNotGivenBack) {
 TEST_F(GetPropTypeInfoTest, WhicheverCallThrowsItsDescriptionIsTheErrorText) {
   color->member(L"Red", i4(1));
   line.property(4, L"StartX").labelled(L"Start X");
-  line.property(5, L"Colour").returns(*color);
+  line.property(5, L"Color").returns(*color);
 
   int run = 1;
   for (bool failed = true; failed; ++run) {
@@ -927,7 +927,7 @@ TEST_F(GetPropTypeInfoTest, AfterAnExceptionWhatWasListedStays) {
 TEST_F(GetPropTypeInfoTest, ExhaustedMemoryEndsTheWalkWithoutAMessage) {
   color->member(L"Red", i4(1)).member(L"Green", i4(2));
   line.property(4, L"StartX").labelled(L"Start X");
-  line.property(5, L"Colour").returns(*color);
+  line.property(5, L"Color").returns(*color);
   host.mark();
   bool done = false;
 

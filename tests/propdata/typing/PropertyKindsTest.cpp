@@ -240,7 +240,7 @@ TEST(PropertyType, NeighbouringDispIdsAreOrdinary) {
 
 TEST(PropertyType, TheDispIdDecidesWithoutALookAtTheColorObject) {
   ToyHost host;
-  ToyColor color(host, "colour", ToyColor::byLayer);
+  ToyColor color(host, "color", ToyColor::byLayer);
   for (const auto& [dispId, kind] : kindsByDispId) {
     EXPECT_EQ(kindOf("Line", row(L"Name", toys::borrowed(color.dispatch()), dispId)), kind);
   }
@@ -251,17 +251,17 @@ TEST(PropertyType, TheDispIdDecidesWithoutALookAtTheColorObject) {
 
 TEST(PropertyType, AColorObjectIsAColorAndIsGivenBackAtOnce) {
   ToyHost host;
-  ToyColor color(host, "colour", ToyColor::byLayer);
+  ToyColor color(host, "color", ToyColor::byLayer);
   host.mark();
   EXPECT_EQ(kindOf("Line", row(L"TextColor", toys::borrowed(color.dispatch()))), PropertyKind::colorObject);
   EXPECT_EQ(host.log.all(),
-            (Lines{"QueryInterface(IVeltVkCmColor) on colour", "Release(IVeltVkCmColor) on colour"}));
+            (Lines{"QueryInterface(IVeltVkCmColor) on color", "Release(IVeltVkCmColor) on color"}));
   EXPECT_EQ(host.balance(), "balanced");
 }
 
 TEST(PropertyType, AColorObjectDecidesBeforeSpecialNamesAndChoices) {
   ToyHost host;
-  ToyColor color(host, "colour", ToyColor::byLayer);
+  ToyColor color(host, "color", ToyColor::byLayer);
   PROPINFO prop = row(L"PatternName", toys::borrowed(color.dispatch()));
   prop.hasChoices = true;
   EXPECT_EQ(kindOf("Hatch", prop), PropertyKind::colorObject);
@@ -289,7 +289,7 @@ TEST(PropertyType, ADispatchValueWithoutObjectIsTreatedByName) {
 
 TEST(PropertyType, OnlyAValueOfTypeDispatchIsAskedWhetherItIsAColor) {
   ToyHost host;
-  ToyColor color(host, "colour", ToyColor::byLayer);
+  ToyColor color(host, "color", ToyColor::byLayer);
   const auto pointer = reinterpret_cast<LONGLONG>(color.dispatch());
   for (const int type : {0, 1, 3, 8, 10, 12, 13, 20, VT_DISPATCH | VT_BYREF, VT_DISPATCH | VT_ARRAY}) {
     const VARIANT value = toys::ofType(static_cast<VARTYPE>(type), pointer);
@@ -300,7 +300,7 @@ TEST(PropertyType, OnlyAValueOfTypeDispatchIsAskedWhetherItIsAColor) {
 
 TEST(PropertyType, AQueryThatGivesNothingReleasesNothing) {
   ToyHost host;
-  ToyColor color(host, "colour", ToyColor::byLayer);
+  ToyColor color(host, "color", ToyColor::byLayer);
   host.on("QueryInterface(IVeltVkCmColor)").answerNull();
   static_cast<void>(kindOf("Line", row(L"Name", toys::borrowed(color.dispatch()))));
   EXPECT_EQ(host.log.count("Release"), 0);

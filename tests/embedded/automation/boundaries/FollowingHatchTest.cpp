@@ -105,6 +105,12 @@ TEST_F(FollowingHatchTest, FollowsACircleThatIsStoredAsBulges) {
   EXPECT_NEAR(source().real(L"Area"), hatch().real(L"Area"), 1e-12);
 }
 
+TEST_F(FollowingHatchTest, FollowsACircleWhoseBulgesMeetAboveAndBelow) {
+  open("CIRCLE", circleSource, {"92 7 72 1 73 1 93 2 10 3 20 2 42 1 10 3 20 6 42 1 97 1 330 A"});
+  EXPECT_EQ(S_OK, source().put(L"Radius", number(5)).result);
+  EXPECT_EQ("92=7 72=1 73=1 93=2 10=3 20=-1.0 42=1 10=3 20=9.0 42=1 97=1 330=A", loops());
+}
+
 TEST_F(FollowingHatchTest, FollowsAnEllipse) {
   open("ELLIPSE", "100 AcDbEllipse 10 1 20 2 30 0 11 0 21 4 31 0 40 0.5 41 0 42 6.283185307179586",
        {"92 1 93 1 72 3 10 1 20 2 11 0 21 4 40 0.5 50 0 51 360 73 1 97 1 330 A"});

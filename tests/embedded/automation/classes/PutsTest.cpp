@@ -133,7 +133,7 @@ std::vector<VariantHolder> impossibleValues(const PropertyRow& row) {
     impossible.push_back(holding(ColorObject::make({})));  // a color that was never set
     impossible.push_back(holding(integer(-1)));
     impossible.push_back(holding(integer(257)));
-    impossible.push_back(holding(std::wstring(L"No such colour")));
+    impossible.push_back(holding(std::wstring(L"No such color")));
     impossible.push_back(holding(std::wstring(L"1,2,256")));
   }
   if (row.type.base() == VT_R8) {

@@ -174,7 +174,7 @@ TEST_F(AutomationObjectTest, AGetGivesTheDeclaredType) {
   EXPECT_EQ(1.5, made.real(L"Shared"));
   EXPECT_EQ(20, made.integer(L"Choice")) << "an enumeration's value is a VT_I4";
   EXPECT_EQ((std::vector<double>{1, 2, 3}), made.numbers(L"Spot"));
-  EXPECT_EQ(VT_DISPATCH, made.get(L"Colour").value.get().vt);
+  EXPECT_EQ(VT_DISPATCH, made.get(L"Color").value.get().vt);
 }
 
 TEST_F(AutomationObjectTest, AnEmptyTextIsNotNull) {
