@@ -57,23 +57,25 @@ void withFollowers(const Subject& target, const PropertyRow& row, Edit&& edit) {
   if (target.drawing().revision() != before) hatches.bringAlong();
 }
 
-// Whether the entity has the value already. Then a put changes nothing: a drawing may spell a value in another way than
-// the host would, and who is told that nothing changed finds the same bytes.
-bool isThere(const Subject& target, const PropertyRow& row, const Value& value) {
-  if (std::holds_alternative<OwnedDispatch>(value)) return false;  // nor is one made to be compared
+// Nothing for what cannot be read, which may still be written, and for objects, which are not made to be compared.
+std::optional<Value> comparableNow(const Subject& target, const PropertyRow& row, const Value& put) {
+  if (std::holds_alternative<OwnedDispatch>(put)) return std::nullopt;
   try {
-    return isExactlySame(value, row.access.get(target, row));
+    return row.access.get(target, row);
   } catch (const Refusal&) {
-    return false;  // what cannot be read may still be written
+    return std::nullopt;
   }
 }
 
+// When the entity has the value already, a put changes nothing: a drawing may spell a value in another way than the host
+// would, and who is told that nothing changed finds the same bytes.
 void putWhole(const Subject& target, const PropertyRow& row, const Value& value) {
-  if (isThere(target, row, value)) return;
+  const std::optional<Value> before = comparableNow(target, row, value);
+  if (before && isExactlySame(value, *before)) return;
   const auto change = [&] {
     withFollowers(target, row, [&] { row.access.put(target, row, value); });
     const Value got = row.access.get(target, row);
-    if (!isSameValue(row, value, got)) throw notGivenBack(got);
+    if (!isSameValue(row, value, got) || (before && isNumberLeft(row, *before, got))) throw notGivenBack(got);
   };
   target.drawing().atomically(std::cref(change));
 }
@@ -90,13 +92,14 @@ double scaleOfGroup(const Subject& subject, const PropertyRow& row, std::size_t 
 
 void putElement(const Subject& target, const PropertyRow& row, std::size_t element, double number) {
   const ElementAccess& elements = *row.access.elements;
-  if (elements.get(target, row, element) == number) return;
+  const double before = elements.get(target, row, element);
+  if (before == number) return;
   const auto change = [&] {
     withFollowers(target, row, [&] { elements.put(target, row, element, number); });
     const double got = elements.get(target, row, element);
-    if (!isSameNumber(number, got, got == number ? 0 : scaleOfGroup(target, row, element))) {
+    if (got == number) return;
+    if (got == before || !isSameNumber(number, got, scaleOfGroup(target, row, element)))
       throw notGivenBack(Value(got));
-    }
   };
   target.drawing().atomically(std::cref(change));
 }

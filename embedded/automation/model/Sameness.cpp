@@ -104,6 +104,11 @@ bool isExactlySame(const Value& put, const Value& got) {
       put);
 }
 
+bool isNumberLeft(const PropertyRow& row, const Value& before, const Value& got) {
+  if (row.access.isSame != nullptr || isAngle(row)) return false;
+  return (std::holds_alternative<double>(got) || coordinatesIn(got)) && isExactlySame(before, got);
+}
+
 Refusal notGivenBack(const Value& got) {
   const std::wstring words = wordsFor(got);
   return {E_FAIL, L"The drawing would give back " + (words.empty() ? L"another value" : words)

@@ -25,6 +25,10 @@ namespace velt::automation {
 // To the last bit and letter, so that a put of it has nothing to change. Never for objects.
 [[nodiscard]] bool isExactlySame(const Value& put, const Value& got);
 
+// Whether a put of another number left the number as it was, which rounding must not hide. Angles, and rows that compare by
+// themselves, have several numbers for one value.
+[[nodiscard]] bool isNumberLeft(const PropertyRow& row, const Value& before, const Value& got);
+
 // What to tell the caller of a put whose value does not come back.
 [[nodiscard]] Refusal notGivenBack(const Value& got);
 

@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 
+#include "dxf/Numbers.h"
 #include "embedded/automation/classes/ClassDirectory.h"
 #include "embedded/automation/model/ClassIndex.h"
 #include "tests/embedded/automation/Automation.h"
@@ -45,8 +46,12 @@ std::string accessName(const Access& access) {
                          "bit",      "text", "world point", "object point", "style variable"};
   std::string name = kinds[static_cast<std::size_t>(access.kind)];
   if (access.kind != AccessKind::Computed) name += " " + std::to_string(access.code) + " " + access.subclass;
+  if (access.otherwise != 0) name += " else " + dxf::formatReal(access.otherwise);
   if (access.mask != 0) name += " & " + std::to_string(access.mask);
   if (access.elements != nullptr) name += access.elements->grouping == 0 ? ", expanded" : ", grouped";
+  const char* limits[] = {"", ", above 0", ", from 0", ", not 0"};
+  name += limits[static_cast<std::size_t>(access.limit)];
+  if (*access.since != '\0') name += std::string(", since ") + access.since;
   return name;
 }
 
@@ -80,14 +85,13 @@ std::string listing(const ClassIndex& index) {
   const AutomationClass& kind = index.kind();
   std::string text =
       narrow(kind.name) + " \"" + narrow(kind.label) + "\" " + std::string(kind.dxfName) + "\n\n";
-  text +=
-      "name                DISPID  type                    category          access                          "
-      "    "
-      "edit  weight  choices      label\n";
+  text += padded("name", 20) + padded("DISPID", 8) + padded("type", 24) + padded("category", 18)
+          + padded("access", 52) + padded("edit", 6) + padded("weight", 8) + padded("choices", 13)
+          + "label\n";
   for (const PropertyRow* row : index.rows()) {
     text += padded(narrow(row->name), 20) + padded(std::to_string(row->dispId), 8)
             + padded(typeName(row->type), 24) + padded(narrow(categoryName(row->category.number)), 18)
-            + padded(accessName(row->access), 36) + padded(editName(*row), 6)
+            + padded(accessName(row->access), 52) + padded(editName(*row), 6)
             + padded(std::to_string(row->weight), 8) + padded(choicesName(row->choices), 13)
             + narrow(row->label) + shownForName(row->shownFor) + "\n";
   }

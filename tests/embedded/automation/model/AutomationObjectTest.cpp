@@ -358,6 +358,16 @@ TEST_F(AutomationObjectTest, AValueThatDoesNotComeBackIsRefusedAndChangesNothing
   EXPECT_EQ(E_FAIL, made.putElement(L"Groups", 3, 8));
 }
 
+TEST_F(AutomationObjectTest, ANumberThatDoesNotComeBackIsRefusedHoweverLittleItDiffers) {
+  toy.forgets = true;
+  const Bound made = bound();
+  const std::string before = drawing->document().bytes();
+  EXPECT_EQ(E_FAIL, made.put(L"Half", number(1.5 + 1e-12)).scode);
+  EXPECT_EQ(E_FAIL, made.putElement(L"Spot", 1, 2 + 1e-12));
+  EXPECT_EQ(E_FAIL, made.putElement(L"Groups", 3, 103 + 1e-12));
+  EXPECT_EQ(before, drawing->document().bytes());
+}
+
 TEST_F(AutomationObjectTest, AnEntityOnALockedLayerTakesNoPut) {
   drawing = Sample().layer("Walls", {{70, "4"}}).entity("TOY", {{8, "Walls"}}).open();
   const Bound made = bound();

@@ -75,6 +75,22 @@ TEST(Sameness, ARowMayCompareByItself) {
   EXPECT_FALSE(same(1.0, 1.0, row));
 }
 
+TEST(Sameness, NumbersAreLeftWhenTheyAreStillTheSameToTheLastBit) {
+  const auto isLeft = [](const Value& before, const Value& got, const PropertyRow& row = rowOf(VT_R8)) {
+    return isNumberLeft(row, before, got);
+  };
+  EXPECT_TRUE(isLeft(1.0, 1.0));
+  EXPECT_FALSE(isLeft(1.0, 1.0 + 1e-12));
+  EXPECT_TRUE(isLeft(Vector3{1, 2, 3}, Vector3{1, 2, 3}));
+  EXPECT_FALSE(isLeft(Vector3{1, 2, 3}, Vector3{1, 2, 3 + 1e-12}));
+  EXPECT_FALSE(isLeft(1.0, 1.0, rowOf(types::angle))) << "a turn more may have been put";
+  EXPECT_FALSE(isLeft(std::wstring(L"A"), std::wstring(L"A")))
+      << "the other case of letters may have been put";
+  PropertyRow row = rowOf(VT_R8);
+  row.access.isSame = [](const Value&, const Value&) { return true; };
+  EXPECT_FALSE(isLeft(1.0, 1.0, row));
+}
+
 TEST(Sameness, TheRefusalNamesWhatIsThereInstead) {
   EXPECT_EQ(0U, notGivenBack(0.5).text().find(L"The drawing would give back 0.5 instead: "));
   EXPECT_EQ(0U, notGivenBack(std::wstring(L"a")).text().find(L"The drawing would give back \"a\" instead: "));

@@ -257,6 +257,15 @@ TEST_F(TypeInfoTest, AnAliasNamesThePlainType) {
   alias->ReleaseTypeAttr(attributes);
 }
 
+TEST_F(TypeInfoTest, EveryTypeOfTheLibraryCanBeReferredTo) {
+  ITypeLib* library = nullptr;
+  ASSERT_EQ(S_OK, info->GetContainingTypeLib(&library, nullptr));
+  const UINT count = library->GetTypeInfoCount();
+  for (HREFTYPE reference = 1; reference <= count; ++reference)
+    EXPECT_NE(nullptr, referred(reference).get()) << reference;
+  library->Release();
+}
+
 TEST_F(TypeInfoTest, ReferencesThatNobodyGaveLeadNowhere) {
   for (const HREFTYPE reference : {HREFTYPE{0}, HREFTYPE{1000}, HREFTYPE{0xFFFFFFFF}}) {
     ITypeInfo* found = info;
