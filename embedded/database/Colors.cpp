@@ -62,12 +62,11 @@ bool setEntityColor(Drawing& drawing, std::uint32_t record, const VkCmColor& col
 
   RecordEditor editor(drawing, record);
   // The new value is written first: when the record has no place for it, nothing has been changed yet.
-  static constexpr int codesBefore[] = {8, 6};
-  const RecordEditor::Codes before(codesBefore);
-  if (isRgb && !editor.setInteger(rgbCode, commonSubclass, value & 0xFFFFFF, {8, 6, 62, 370, 48, 60}))
-    return false;
-  if (index && *index != byLayerIndex && !editor.setInteger(indexCode, commonSubclass, *index, before))
-    return false;
+  const auto setInteger = [&](int code, std::int64_t number) {
+    return editor.setInteger(code, commonSubclass, number, codesBefore(code, commonOrder));
+  };
+  if (isRgb && !setInteger(rgbCode, value & 0xFFFFFF)) return false;
+  if (index && *index != byLayerIndex && !setInteger(indexCode, *index)) return false;
   if (!isRgb) editor.remove(rgbCode, commonSubclass);
   if (!index || *index == byLayerIndex) editor.remove(indexCode, commonSubclass);
 
@@ -77,7 +76,7 @@ bool setEntityColor(Drawing& drawing, std::uint32_t record, const VkCmColor& col
     editor.remove(colorNameCode, commonSubclass);
     return true;
   }
-  return editor.setText(colorNameCode, commonSubclass, name, {8, 6, 62, 370, 48, 60, 420});
+  return editor.setText(colorNameCode, commonSubclass, name, codesBefore(colorNameCode, commonOrder));
 }
 
 VkCmColor defaultLayerColor() {

@@ -1,5 +1,6 @@
 #include "embedded/database/RecordEditor.h"
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <stdexcept>
@@ -8,6 +9,12 @@
 #include "dxf/Numbers.h"
 
 namespace velt::database {
+
+std::span<const int> codesBefore(int code, std::span<const int> order) {
+  const auto place = std::find(order.begin(), order.end(), code);
+  return place == order.end() ? std::span<const int>()
+                              : order.first(static_cast<std::size_t>(place - order.begin()));
+}
 
 template <class IsSame, class Write>
 bool RecordEditor::setUnlessSame(int code, std::string_view subclass, Codes after, IsSame&& isSame,

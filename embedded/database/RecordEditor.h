@@ -20,6 +20,12 @@
 
 namespace velt::database {
 
+// The order in which drawings have what entities of all kinds have in common.
+inline constexpr int commonOrder[] = {67, 410, 8, 6, 62, 370, 48, 60, 420, 430, 440};
+
+// The part of an order that stands before the code; nothing for a code that it lacks.
+[[nodiscard]] std::span<const int> codesBefore(int code, std::span<const int> order);
+
 class RecordEditor {
  public:
   // Group codes. They are not copied, and have to last for the call only.

@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <pty.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <cstddef>
+#include <string>
 
 namespace velt::tool {
 namespace {
@@ -30,6 +33,33 @@ int exitCodeAfter(
 TEST(Interruption, EndsWithTheExitCodeThatAShellTells) {
   EXPECT_EQ(128 + SIGINT, exitCodeAfter(SIGINT));
   EXPECT_EQ(128 + SIGTERM, exitCodeAfter(SIGTERM));
+}
+
+// What an interrupted process leaves on its standard error, which is `theirs`; it is read from `ours`.
+std::string leftOn(int theirs, int ours) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    ::dup2(theirs, STDERR_FILENO);
+    endCleanlyWhenInterrupted();
+    ::kill(::getpid(), SIGINT);
+    ::sleep(1);
+    ::_exit(0);
+  }
+  ::waitpid(child, nullptr, 0);
+  ::close(theirs);
+  char buffer[64];
+  const ssize_t count = ::read(ours, buffer, sizeof buffer);
+  ::close(ours);
+  return count > 0 ? std::string(buffer, static_cast<std::size_t>(count)) : std::string();
+}
+
+TEST(Interruption, ClearsTheLineOfProgressOnATerminalOnly) {
+  int terminal[2] = {};
+  ASSERT_EQ(0, openpty(&terminal[0], &terminal[1], nullptr, nullptr, nullptr));
+  EXPECT_EQ("\r\033[K", leftOn(terminal[1], terminal[0]));
+  int ends[2] = {};
+  ASSERT_EQ(0, ::pipe(ends));
+  EXPECT_EQ("", leftOn(ends[1], ends[0]));
 }
 
 TEST(Interruption, LeavesIgnoredSignalsIgnored) {

@@ -22,7 +22,6 @@ struct CodeOrder {
 };
 
 // clang-format off
-constexpr int commonOrder[]    = {67, 410, 8, 6, 62, 370, 48, 60, 420, 430, 440};
 constexpr int lineOrder[]      = {39, 10, 20, 30, 11, 21, 31};
 constexpr int pointOrder[]     = {10, 20, 30, 39};
 constexpr int circleOrder[]    = {39, 10, 20, 30, 40};
@@ -34,7 +33,7 @@ constexpr int mTextOrder[]     = {10, 20, 30, 40, 41, 46, 71, 72, 3, 1, 7, 210, 
 constexpr int gradientOrder[]  = {450, 451, 460};
 
 constexpr CodeOrder orders[] = {
-    {database::commonSubclass, commonOrder},
+    {database::commonSubclass, database::commonOrder},
     {"AcDbLine",               lineOrder},
     {"AcDbPoint",              pointOrder},
     {"AcDbCircle",             circleOrder},
@@ -51,16 +50,10 @@ constexpr int insertOrder[]    = {66, 2, 10, 20, 30, 41, 42, 43, 50, 70, 71, 44,
 
 // The codes that stand before it; none for a code without a place of its own.
 std::span<const int> codesBefore(int code, std::string_view subclass) {
-  std::span<const int> order = insertOrder;
-  if (subclass != dxf::anySubclass) {
-    const auto* const found = std::find_if(std::begin(orders), std::end(orders),
-                                           [&](const CodeOrder& it) { return it.subclass == subclass; });
-    if (found == std::end(orders)) return {};
-    order = found->codes;
-  }
-  const auto place = std::find(order.begin(), order.end(), code);
-  return place == order.end() ? std::span<const int>()
-                              : order.first(static_cast<std::size_t>(place - order.begin()));
+  if (subclass == dxf::anySubclass) return database::codesBefore(code, insertOrder);
+  const auto* const found = std::find_if(std::begin(orders), std::end(orders),
+                                         [&](const CodeOrder& it) { return it.subclass == subclass; });
+  return found == std::end(orders) ? std::span<const int>() : database::codesBefore(code, found->codes);
 }
 
 void requirePlace(bool wasWritten) {

@@ -154,6 +154,13 @@ TEST_F(FollowingHatchTest, FollowsTheArcsOfAPolyline) {
   EXPECT_EQ("92=1 93=2 72=2 10=4.0 20=0 40=4.0 50=0 51=180 73=0 72=1 10=0 20=0 11=8.0 21=0 97=1 330=A",
             loops())
       << "clockwise, with its angles measured so";
+  open("LWPOLYLINE", pondSource,
+       {"92 1 93 2 72 2 10 2 20 0 40 2 50 180 51 360 73 1 72 1 10 4 20 0 11 0 21 0 97 1 330 A"});
+  EXPECT_EQ(S_OK, source().putElement(L"Vertex", 5, 4)) << "aslant, so that both angles change";
+  EXPECT_EQ(
+      "92=1 93=2 72=2 10=2 20=2.0 40=2.8284271247461903 50=225.0 51=45.0 73=1 72=1 10=4 20=4.0 11=0 21=0 "
+      "97=1 330=A",
+      loops());
 }
 
 TEST_F(FollowingHatchTest, FollowsAPolylineWithVerticesOfTheirOwn) {

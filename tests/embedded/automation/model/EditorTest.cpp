@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <limits>
+#include <string>
+#include <vector>
 
 #include "tests/embedded/automation/Edits.h"
 
@@ -32,6 +35,44 @@ TEST_F(EditorTest, AMissingValueGoesWhereDrawingsHaveIt) {
   old.text(6, "AcDbEntity", L"DASHED");
   old.real(77, "AcDbToy", 1);
   EXPECT_EQ("8=0 6=DASHED 62=3 10=1.0 20=2.0 77=1.0 1000=mine", pairsOf(*drawing));
+}
+
+TEST_F(EditorTest, EachMissingValueGoesAfterThoseThatDrawingsHaveBeforeIt) {
+  struct Part {
+    const char* subclass;
+    const char* looked;
+    std::vector<int> codes;
+  };
+  const Part parts[] = {
+      {"AcDbEntity", "AcDbEntity", {67, 410, 8, 6, 62, 370, 48, 60, 420, 430, 440}},
+      {"AcDbLine", "AcDbLine", {39, 10, 20, 30, 11, 21, 31}},
+      {"AcDbPoint", "AcDbPoint", {10, 20, 30, 39}},
+      {"AcDbCircle", "AcDbCircle", {39, 10, 20, 30, 40}},
+      {"AcDbArc", "AcDbArc", {50, 51}},
+      {"AcDbEllipse", "AcDbEllipse", {10, 20, 30, 11, 21, 31, 210, 220, 230, 40, 41, 42}},
+      {"AcDbPolyline", "AcDbPolyline", {90, 70, 43, 38, 39}},
+      {"AcDbText", "AcDbText", {39, 10, 20, 30, 40, 1, 50, 41, 51, 7, 71, 72, 11, 21, 31}},
+      {"AcDbMText", "AcDbMText", {10,  20,  30,  40, 41, 46, 71, 72, 3,  1,  7,
+                                  210, 220, 230, 11, 21, 31, 42, 43, 50, 73, 44}},
+      {"AcDbHatch", "AcDbHatch", {450, 451, 460}},
+      {"AcDbBlockReference", "*", {66, 2, 10, 20, 30, 41, 42, 43, 50, 70, 71, 44, 45}},
+  };
+  for (const Part& part : parts) {
+    const auto withCodes = [&](const std::vector<int>& codes) {
+      std::string text = "0\nTOY\n100\n" + std::string(part.subclass) + "\n";
+      for (const int code : codes)
+        text += std::to_string(code) + "\n5.0\n";
+      return Sample().append(text).open();
+    };
+    const std::string whole = pairsOf(*withCodes(part.codes));
+    for (std::size_t missing = 1; missing < part.codes.size(); ++missing) {
+      std::vector<int> others = part.codes;
+      others.erase(others.begin() + static_cast<std::ptrdiff_t>(missing));
+      drawing = withCodes(others);
+      Editor(subjectOf(*drawing)).real(part.codes[missing], part.looked, 5);
+      EXPECT_EQ(whole, pairsOf(*drawing)) << part.codes[missing];
+    }
+  }
 }
 
 TEST_F(EditorTest, APointIsWrittenCoordinateByCoordinate) {
