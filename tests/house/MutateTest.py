@@ -81,11 +81,24 @@ class Mutate(unittest.TestCase):
         for folder in ("text", "errors", "container", "propdata", "palette", "dxf", "embedded", "tool"):
             self.assertTrue(mutate.sample_of(house.source_root(), [folder], 1, 1)[0], folder)
 
+    def test_survivors_are_found_again_where_the_code_is_still_what_it_was(self):
+        with house.small_tree({"text/A.cpp": "// moved down\n" + CODE}) as root:
+            def mutant(file, after, outcome):
+                return {"file": file, "line": 7, "before": "total += a * 2;", "after": after, "outcome": outcome}
+            report = {"mutants": [mutant("text/A.cpp", "total -= a * 2;", "survives"),
+                                  mutant("text/A.cpp", "total += a / 2;", "is noticed"),
+                                  mutant("text/A.cpp", "gone();", "survives"),
+                                  mutant("text/Gone.cpp", ";", "survives")]}
+            self.assertEqual([(place.line, place.after) for place in mutate.survivors_of(root, report)],
+                             [(8, "total -= a * 2;")])
+
     def test_wrong_usage_is_told(self):
-        run = subprocess.run([sys.executable, SCRIPT, "no/such/folder"], stdout=subprocess.PIPE,
-                             stderr=subprocess.PIPE, text=True)
-        self.assertEqual(run.returncode, 2)
-        self.assertIn("no such folder", run.stderr)
+        for arguments, words in ((["no/such/folder"], "no such folder"), ([], "name folders"),
+                                 (["text", "--again", "a.json"], "name folders")):
+            run = subprocess.run([sys.executable, SCRIPT, *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                 text=True)
+            self.assertEqual(run.returncode, 2)
+            self.assertIn(words, run.stderr)
 
 
 if __name__ == "__main__":

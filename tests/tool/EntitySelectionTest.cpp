@@ -187,7 +187,7 @@ TEST(EntitySelection, WhatIsLeftOutInBlocksIsToldInALine) {
 
 TEST(EntitySelection, AHandleThatSeveralEntitiesHaveSelectsWhatTheListShows) {
   const auto drawing = Drawing::parse(
-      drawingOf({{"0"}}, line("2F", "0") + circle("2F", "0") + line("30", "0") + line("10", "0")),
+      drawingOf({{"0"}}, line("2F", "0") + line("30", "0") + circle("2F", "0") + line("10", "0")),
       "house.dxf");
   EXPECT_THAT(handlesOf(*drawing, {.handles = {"2F"}}), ElementsAre("2F", "2F"));
   EXPECT_THAT(handlesOf(*drawing, {.handles = {"10"}}), ElementsAre("10")) << "a layer has it, too";

@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <optional>
 #include <sstream>
 
@@ -42,6 +44,33 @@ TEST_F(PagerTest, LongOutputGoesThroughThePager) {
   const std::string file = folder.path("paged");
   EXPECT_EQ(paged("cat > " + file, "1\n2\n3\n4\n5\n"), "");
   EXPECT_EQ(tests::contentOf(file), "1\n2\n3\n4\n5\n");
+}
+
+TEST_F(PagerTest, WhatStandsBeforeThePagerAndWhatStaysHereIsFlushed) {
+  struct Counting : std::stringbuf {
+    int flushes = 0;
+    int sync() override { return ++flushes, 0; }
+  } buffer;
+  std::ostream terminal(&buffer);
+  setenv("PAGER", "cat > /dev/null", 1);
+  Pager out(terminal, 3);
+  out << "1\n2\n3\n4\n5\n";
+  EXPECT_EQ(buffer.flushes, 1);
+  out.finish();
+  EXPECT_EQ(buffer.flushes, 2);
+}
+
+TEST_F(PagerTest, ThePagerTakesTheSignalsThatTheProgramWaitsFor) {
+  const tests::TemporaryFolder folder;
+  const std::string file = folder.path("survived");
+  sigset_t interrupt;
+  sigset_t before;
+  sigemptyset(&interrupt);
+  sigaddset(&interrupt, SIGINT);
+  pthread_sigmask(SIG_BLOCK, &interrupt, &before);
+  EXPECT_EQ(paged("kill -INT $$; : > " + file, "1\n2\n3\n4\n"), "");
+  pthread_sigmask(SIG_SETMASK, &before, nullptr);
+  EXPECT_FALSE(std::filesystem::exists(file));
 }
 
 TEST_F(PagerTest, NoPagerIsAskedForByAnEmptyOneAndByCat) {

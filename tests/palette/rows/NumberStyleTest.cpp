@@ -65,6 +65,12 @@ TEST(NumberStyle, WhatIsMissingOrMeansNothingIsAsWithoutADrawing) {
     EXPECT_EQ(style.angleBase, 0);
     EXPECT_FALSE(style.isClockwise);
   }
+  const NumberStyle beyond = styleOf({{"LUNITS", 0}, {"AUNITS", 5}, {"UNITMODE", 2}, {"DIMZIN", 16}});
+  EXPECT_EQ(beyond.lengthFormat, LengthFormat::decimal);
+  EXPECT_EQ(beyond.angleFormat, AngleFormat::degrees);
+  EXPECT_FALSE(beyond.isAsTyped);
+  EXPECT_EQ(beyond.hasLeadingZeros, NumberStyle().hasLeadingZeros);
+  EXPECT_EQ(beyond.hasZeroFeet, NumberStyle().hasZeroFeet);
   EXPECT_EQ(styleOf({{"LUPREC", 1e9}, {"AUPREC", -5}}).lengthPlaces, 8);
   EXPECT_EQ(styleOf({{"LUPREC", 1e9}, {"AUPREC", -5}}).anglePlaces, 0);
 }

@@ -601,6 +601,12 @@ TEST_F(CompareElements, CountsTheElementsOfBothObjectsUnderTheFirstRowsName) {
   EXPECT_EQ(error(), untouched);
 }
 
+TEST_F(CompareElements, AnIdThatIsNotToldIsZero) {
+  host.on("GetIDsOfNames(Start, locale 0x800) on first").fail(S_OK);
+  compare(row(first, i4(1)), row(other, i4(1)));
+  EXPECT_EQ(host.log.count("GetElementStrings(0) on first"), 1);
+}
+
 TEST_F(CompareElements, ElementsWithEqualCountsAreComparedByValue) {
   EXPECT_EQ(compare(row(first, i4(1)), row(other, i4(1)), false), same);
   EXPECT_EQ(compare(row(first, i4(1)), row(other, i4(2)), false), varying);
