@@ -487,6 +487,14 @@ TEST(CommandLine, ADrawingPassesThroughStandardInputAndOutput) {
   EXPECT_THAT(contentOf(folder.path("report")), HasSubstr("1 changed"));
 }
 
+TEST(CommandLine, AFullDiskIsAFailure) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("a.dxf", drawingOf({{"0"}}, circle("2F", "0")));
+  const std::string tool = inShell(buildFolder() / "bin" / "veltprops");
+  EXPECT_EQ(printedBy(tool + " list " + file + " 2>&1 > /dev/full; echo $?"),
+            "veltprops: the output could not be written\n1\n");
+}
+
 TEST(CommandLine, APluginIsFoundByItsName) {
   const TemporaryFolder folder;
   const std::string file = folder.write("a.dxf", drawingOf({{"0"}}, circle("2F", "0")));

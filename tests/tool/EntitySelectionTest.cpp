@@ -205,6 +205,9 @@ TEST(EntitySelection, SharedHandlesAreToldOnceAndNotAllByName) {
   EXPECT_THAT(remark, HasSubstr("20 (2 entities), 21 (2 entities)"));
   EXPECT_THAT(remark, HasSubstr("27 (2 entities) and 2 more; --handle selects them all\n"));
   EXPECT_EQ(remarkOnHandles(select(*drawing, {.layers = {"0"}, .types = {"Line"}})), remark);
+  SelectedEntities nine = select(*drawing, {.all = true});
+  nine.sharedHandles.erase(0x29);
+  EXPECT_THAT(remarkOnHandles(nine), HasSubstr(" and 1 more;"));
   const auto whole = sampleOf();
   EXPECT_EQ(remarkOnHandles(select(*whole, {.all = true})), "");
 }

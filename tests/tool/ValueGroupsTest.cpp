@@ -58,6 +58,14 @@ TEST_F(ValueGroups, TextsAreQuotedForTheConditionAndForTheShell) {
   EXPECT_EQ(options(values)[0], "--where \"Contents='it''s \\$5 \\\"net\\\"'\"");
 }
 
+TEST_F(ValueGroups, ChoicesOfSeveralClassesAreSelectedByHandle) {
+  EXPECT_THAT(options(behind(line("2F", "0") + line("31", "0"), "Lineweight")),
+              ElementsAre(testing::StartsWith("--where ")));
+  EXPECT_THAT(options(behind(line("2F", "0") + circle("31", "0"), "Lineweight")),
+              ElementsAre("--handle 2F,31"))
+      << "each may call its numbers by names of its own";
+}
+
 TEST_F(ValueGroups, WhatAConditionDoesNotTellApartIsSelectedByHandle) {
   EXPECT_THAT(options(behind(text("2F", "Wall") + text("30", "WALL"), "Contents")),
               ElementsAre("--handle 2F", "--handle 30"));

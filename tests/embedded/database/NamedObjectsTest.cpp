@@ -13,13 +13,13 @@ TEST(NamedObjects, AreCalledWhatTheirHolderCallsThem) {
   // clang-format off
   const auto drawing = Sample()
       .tableRecord("STYLE", {{5, "51"}, {2, "Notes"}})
-      .object("DICTIONARY", {{5, "61"}, {3, "Other"}, {350, "63"}, {3, "Plain"}, {350, "60"}})
+      .object("DICTIONARY", {{5, "61"}, {3, "Other"}, {350, "63"}, {3, "Plain"}, {350, "60"}, {3, "Twice"}, {360, "60"}})
       .object("IMAGEDEF", {{5, "60"}, {330, "61"}})
       .object("IMAGEDEF", {{5, "62"}, {330, "61"}})
       .object("IMAGEDEF", {{5, "64"}, {330, "99"}})
       .open();
   // clang-format on
-  EXPECT_EQ(L"Plain", objectName(*drawing, 0x60));
+  EXPECT_EQ(L"Plain", objectName(*drawing, 0x60)) << "the first name counts";
   EXPECT_EQ(L"", objectName(*drawing, 0x62)) << "not held";
   EXPECT_EQ(L"", objectName(*drawing, 0x64)) << "no holder";
   EXPECT_EQ(L"", objectName(*drawing, 0x99));

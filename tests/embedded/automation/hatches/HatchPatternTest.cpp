@@ -145,6 +145,24 @@ TEST_F(FillingTest, APatternOfTheDrawingIsFoundAgainForEachHatchThatGetsIt) {
   EXPECT_EQ(E_INVALIDARG, refusalOf([&] { fillWithPattern(subjectOf(*drawing, 1), L"other"); }));
 }
 
+TEST_F(FillingTest, APatternWithoutAScaleHasTheScaleOne) {
+  Sample sample;
+  drawing = sample.entity("HATCH", {{2, "SOLID"}, {70, "1"}, {76, "1"}})
+                .entity("HATCH", {{2, "WAVES"},
+                                  {70, "0"},
+                                  {76, "2"},
+                                  {78, "1"},
+                                  {53, "0.0"},
+                                  {43, "0.0"},
+                                  {44, "0.0"},
+                                  {45, "0.0"},
+                                  {46, "2.0"},
+                                  {79, "0"}})
+                .open();
+  fillWithPattern(subjectOf(*drawing), L"Waves");
+  EXPECT_EQ(2, at(46));
+}
+
 TEST_F(FillingTest, APatternLiesAsTheHatchIsTurned) {
   open({"NET", "2.0", "0.25", "90.0"});
   fillWithPattern(subjectOf(*drawing), L"ANSI31");
