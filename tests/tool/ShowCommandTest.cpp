@@ -99,6 +99,20 @@ TEST_F(ShowCommand, TheValuesBehindAVaryingRowAreShownWithTheWayToSelectThem) {
   EXPECT_THAT(shown({.selection = {.types = {"Line"}}}), Not(HasSubstr("of them")));
 }
 
+TEST(ShowCommandOnManyEntities, NumbersAndTextsOfTheValuesStandBelowEachOther) {
+  const TemporaryFolder folder;
+  std::string entities = line("2F", "Walls");
+  for (int i = 10; i < 20; ++i)
+    entities += line(std::to_string(i), "0");
+  std::ostringstream out;
+  show({.drawing = folder.write("house.dxf", drawingOf({{"0"}, {"Walls"}}, entities)),
+        .selection = {.all = true},
+        .values = true},
+       out);
+  EXPECT_THAT(out.str(), HasSubstr("\n      10 of them  0      --where \"Layer=0\"\n"
+                                   "       1 of them  Walls  --where \"Layer=Walls\"\n"));
+}
+
 TEST_F(ShowCommand, JsonHasTheValuesBehindAVaryingRowWithTheirEntities) {
   const nlohmann::json json =
       nlohmann::json::parse(shown({.selection = {.types = {"Line"}}, .json = true, .values = true}));

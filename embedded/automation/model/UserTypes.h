@@ -74,7 +74,7 @@ inline constexpr UserType distance       = {L"VELT_DISTANCE",     L"Length in dr
 inline constexpr UserType angle          = {L"VELT_ANGLE",        L"Angle in radians.",                           VT_R8,   {}};
 inline constexpr UserType area           = {L"VELT_AREA",         L"Area in square drawing units.",               VT_R8,   {}};
 inline constexpr UserType noUnits        = {L"VELT_NOUNITS",      L"Number without a unit.",                      VT_R8,   {}};
-inline constexpr UserType color          = {L"VELT_COLOR",        L"Index of a color.",                          VT_I4,   {}};
+inline constexpr UserType color          = {L"VELT_COLOR",        L"Index of a color.",                           VT_I4,   {}};
 inline constexpr UserType plotStyleTable = {L"VELT_PLOTSTYLETABLE", L"Name of a table of plot styles.",           VT_BSTR, {}};
 inline constexpr UserType noEditor       = {L"VELT_NULL",         L"A value that no editor is offered for.",      VT_BSTR, {}};
 

@@ -78,14 +78,14 @@ HRESULT giveName(const wchar_t* name, BSTR* out) {
 
 // clang-format off
 const MemberRow<ColorObject> ColorObject::members[7] = {
-  // id  name            help                                                                        type     get             put             method
-  {  1, L"EntityColor",  L"The color in one number: the way of coloring in the top byte.",         VT_I4,   getEntityColor, putEntityColor, false},
-  {  2, L"ColorName",    L"Name within the color book, empty for none.",                            VT_BSTR, getColorName,   nullptr,        false},
-  {  3, L"BookName",     L"Name of the color book, empty for none.",                                VT_BSTR, getBookName,    nullptr,        false},
-  {  4, L"ColorIndex",   L"0 by block, 1 to 255 the color index, 256 by layer.",                    VT_I4,   getColorIndex,  putColorIndex,  false},
-  {  5, L"Red",          L"Red part of a true color, 0 to 255.",                                    VT_I4,   getPart<16>,    nullptr,        false},
-  {  6, L"Green",        L"Green part of a true color, 0 to 255.",                                  VT_I4,   getPart<8>,     nullptr,        false},
-  {  7, L"Blue",         L"Blue part of a true color, 0 to 255.",                                   VT_I4,   getPart<0>,     nullptr,        false},
+  // id  name            help                                                              type     get             put             method
+  {  1, L"EntityColor",  L"The color in one number: the way of coloring in the top byte.", VT_I4,   getEntityColor, putEntityColor, false},
+  {  2, L"ColorName",    L"Name within the color book, empty for none.",                   VT_BSTR, getColorName,   nullptr,        false},
+  {  3, L"BookName",     L"Name of the color book, empty for none.",                       VT_BSTR, getBookName,    nullptr,        false},
+  {  4, L"ColorIndex",   L"0 by block, 1 to 255 the color index, 256 by layer.",           VT_I4,   getColorIndex,  putColorIndex,  false},
+  {  5, L"Red",          L"Red part of a true color, 0 to 255.",                           VT_I4,   getPart<16>,    nullptr,        false},
+  {  6, L"Green",        L"Green part of a true color, 0 to 255.",                         VT_I4,   getPart<8>,     nullptr,        false},
+  {  7, L"Blue",         L"Blue part of a true color, 0 to 255.",                          VT_I4,   getPart<0>,     nullptr,        false},
 };
 // clang-format on
 

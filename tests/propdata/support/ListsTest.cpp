@@ -30,6 +30,15 @@ TqVector<int> appendedSingly(TqVector<int> list, int count) {
   return list;
 }
 
+TEST(Reserve, MakesRoomByHalvesAndNeverLess) {
+  TqVector<int> list;
+  for (const auto& [elements, slots] :
+       {std::pair(8U, 8U), {9U, 12U}, {5U, 12U}, {12U, 12U}, {13U, 18U}, {100U, 100U}}) {
+    reserve(list, elements);
+    EXPECT_EQ(list.physicalLength(), slots) << elements;
+  }
+}
+
 TEST(Appender, LeavesAsManySlotsAsSingleAppends) {
   for (const std::uint32_t slotsBefore : {0U, 3U, 8U, 100U}) {
     for (const int before : {0, 3}) {

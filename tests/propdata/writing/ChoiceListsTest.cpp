@@ -384,6 +384,17 @@ TEST_F(ChoiceLists, Quirk_choices_kept_after_failed_enumeration) {
   EXPECT_EQ(host.log.count("QueryInterface(IPerPropertyBrowsing)"), 0);
 }
 
+TEST_F(ChoiceLists, ADynamicRowThatKeepsItsChoicesStopsNoOtherRow) {
+  dynamic.withhold(IID_IDynamicEnumProperty);
+  line.property(4, L"Style").choice(L"one", i4(1));
+  TqVector<PROPINFO> list = rows({dynamicRow(PropertyKind::none), rowOf4()});
+
+  fillPropComboBox(list);
+
+  EXPECT_EQ(choicesOf(std::as_const(list)[0]), (Choices{true, {L"old"}, {70}}));
+  EXPECT_EQ(choicesOf(std::as_const(list)[1]), (Choices{true, {L"one"}, {1}}));
+}
+
 TEST_F(ChoiceLists, TheTypeOfAStaticRowDoesNotMatter) {
   line.property(4, L"Style").choice(L"one", i4(1));
   for (const int customType : {PropertyKind::none, PropertyKind::color, PropertyKind::unknownType}) {
