@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -158,14 +159,13 @@ std::set<std::uint32_t> recordsOf(const Drawing& drawing, const std::vector<VkDb
   for (const VkDbObjectId& id : entities) {
     const auto object = velt::database::resolve(id);
     require(object.has_value(), "an entity that has been written to is there");
-    const velt::database::RecordRange members = drawing.members(object->record);
     records.insert(object->record);
     handles.insert(drawing.handleOf(object->record));
     addPicture(drawing, object->record, records);
-    if (members.count == 0) continue;
-    // With the record that ends a sequence, which has a layer and a color of its own, too.
-    for (std::uint32_t i = 0; i <= members.count; ++i)
-      records.insert(members.first + i);
+    // The rest of its sequence, with the record that ends it, which has a layer and a color of its own, too.
+    const std::span<const velt::dxf::Record> all = drawing.document().records();
+    for (std::uint32_t i = object->record + 1; i < all.size() && all[i].sequenceHead == object->record; ++i)
+      records.insert(i);
   }
   addFollowers(drawing, handles, records);
   return records;

@@ -50,6 +50,29 @@ TEST(Variant, ClearReleasesAnInterface) {
   EXPECT_EQ(VT_EMPTY, variant.vt);
 }
 
+// Clears the variant that holds it once more when it is released, as an owner does that ends with it.
+struct LastOwner final : IUnknown {
+  HRESULT QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+  ULONG AddRef() override { return 2; }
+  ULONG Release() override {
+    ++releases;
+    if (releases == 1) VariantClear(holder);
+    return 0;
+  }
+  VARIANT* holder = nullptr;
+  int releases = 0;
+};
+
+TEST(Variant, IsEmptyBeforeWhatItHeldIsReleased) {
+  LastOwner object;
+  VARIANT variant{};
+  variant.vt = VT_UNKNOWN;
+  variant.punkVal = &object;
+  object.holder = &variant;
+  EXPECT_EQ(S_OK, VariantClear(&variant));
+  EXPECT_EQ(1, object.releases);
+}
+
 TEST(Variant, ClearDestroysAnArrayWithItsElements) {
   const Balance balance;
   VARIANT variant = borrowed(SafeArrayCreateVector(VT_BSTR, 0, 2));

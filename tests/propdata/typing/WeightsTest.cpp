@@ -59,7 +59,7 @@ PROPINFO row(DISPID dispId, int weight = -5) {
 
 int weightOf(const CLSID& clsid, DISPID dispId, int before = -5) {
   PROPINFO prop = row(dispId, before);
-  static_cast<void>(SetPropertyWeight(clsid, prop));
+  EXPECT_EQ(SetPropertyWeight(clsid, prop), 0);
   return prop.weight;
 }
 

@@ -111,6 +111,16 @@ TEST_F(FollowingHatchTest, FollowsACircleWhoseBulgesMeetAboveAndBelow) {
   EXPECT_EQ("92=7 72=1 73=1 93=2 10=3 20=-1.0 42=1 10=3 20=9.0 42=1 97=1 330=A", loops());
 }
 
+TEST_F(FollowingHatchTest, FollowsACircleThatIsNotItsFirstLoop) {
+  const std::string triangle = "92 7 72 0 73 1 93 3 10 20 20 0 10 24 20 0 10 24 20 4 97 0";
+  open("CIRCLE", circleSource, {triangle, loopOfCircle});
+  EXPECT_EQ(S_OK, source().put(L"Radius", number(5)).result);
+  EXPECT_EQ(
+      "92=7 72=0 73=1 93=3 10=20 20=0 10=24 20=0 10=24 20=4 97=0 "
+      "92=1 93=1 72=2 10=3 20=4 40=5.0 50=0 51=360 73=1 97=1 330=A",
+      loops());
+}
+
 TEST_F(FollowingHatchTest, FollowsAnEllipse) {
   open("ELLIPSE", "100 AcDbEllipse 10 1 20 2 30 0 11 0 21 4 31 0 40 0.5 41 0 42 6.283185307179586",
        {"92 1 93 1 72 3 10 1 20 2 11 0 21 4 40 0.5 50 0 51 360 73 1 97 1 330 A"});
