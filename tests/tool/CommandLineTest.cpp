@@ -232,6 +232,23 @@ TEST(CommandLinePlugins, AValueThatAPluginKeepsToItselfIsNotToldAsSaved) {
   EXPECT_EQ(contentOf(file), bytes);
 }
 
+TEST(CommandLinePlugins, AValueOfAFileThatAPluginKeepsToItselfIsNotToldAsSavedEither) {
+  const TemporaryFolder folder;
+  const std::string file = folder.path("plan.dxf");
+  EXPECT_EQ(veltprops({"sample", file.c_str()}).exitCode, 0);
+  const nlohmann::json doors =
+      nlohmann::json::parse(veltprops({"list", file.c_str(), "--layer", "Doors", "--json"}).out);
+  const std::string values =
+      folder.write("values.json", nlohmann::json{{"handle", doors["entities"][0]["handle"]},
+                                                 {"values", {{"Material", "Oak"}}}}
+                                      .dump());
+  const std::string material = (velt::tests::pluginFolder() / "material.so").string();
+  const Outcome outcome = veltprops(
+      {"set", file.c_str(), "--from", values.c_str(), "--in-place", "--plugin", material.c_str()});
+  EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+  EXPECT_THAT(outcome.out, HasSubstr("Nothing changed in the drawing, so nothing was saved\n"));
+}
+
 TEST(CommandLinePlugins, AFileThatIsNotThereIsAFailure) {
   const Outcome outcome = shownWith({"/nowhere/missing.so"});
   EXPECT_EQ(outcome.exitCode, 1);

@@ -36,6 +36,10 @@ class PropertySources : public LayerTest {
     EXPECT_EQ(inDatabase.opened, 0);
     return names(std::as_const(out));
   }
+  bool hasSources() {
+    COleSafeArray sources;
+    return GetDynProperteySources(entity.dispatch(), sources) != 0;
+  }
   using Names = std::vector<std::string>;
 
   ToyEntity inDatabase{host, "entityInDatabase", entityId};
@@ -275,6 +279,7 @@ TEST_F(PropertySources, AnEntityWithoutABaseObjectHasNone) {
   EXPECT_EQ(collect(), Names{});
   EXPECT_EQ(answer, 0);
   EXPECT_EQ(host.log.lines(), Lines{"QueryInterface(IVeltBaseObject) on entity"});
+  EXPECT_FALSE(hasSources());
 }
 
 TEST_F(PropertySources, AnEntityThatCannotBeOpenedHasNone) {
@@ -283,6 +288,7 @@ TEST_F(PropertySources, AnEntityThatCannotBeOpenedHasNone) {
 
   EXPECT_EQ(collect(), Names{});
   EXPECT_EQ(answer, 0);
+  EXPECT_FALSE(hasSources());
 }
 
 TEST_F(PropertySources, AClassWithoutSourcesHasNone) {
@@ -290,11 +296,13 @@ TEST_F(PropertySources, AClassWithoutSourcesHasNone) {
   registry.answersFalse = true;
   EXPECT_EQ(collect(), Names{});
   EXPECT_EQ(answer, 0);
+  EXPECT_FALSE(hasSources());
 
   registry.answersFalse = false;
   registry.answersEmpty = true;
   EXPECT_EQ(collect(), Names{});
   EXPECT_EQ(answer, 0);
+  EXPECT_FALSE(hasSources());
 }
 
 TEST_F(PropertySources, WithoutFactoryExtensionOrRegistryThereAreNoRows) {
@@ -302,15 +310,18 @@ TEST_F(PropertySources, WithoutFactoryExtensionOrRegistryThereAreNoRows) {
   registry.noExtension = true;
   EXPECT_EQ(collect(), Names{});
   EXPECT_EQ(answer, 0);
+  EXPECT_FALSE(hasSources());
 
   registry.noExtension = false;
   registry.withoutSources();
   EXPECT_EQ(collect(), Names{});
   EXPECT_EQ(answer, 0);
+  EXPECT_FALSE(hasSources());
 
   registry.withoutFactory();
   EXPECT_EQ(collect(), Names{});
   EXPECT_EQ(answer, 0);
+  EXPECT_FALSE(hasSources());
 }
 
 TEST_F(PropertySources, AnEmptyListOfNamesIsEnumeratedAllTheSame) {
