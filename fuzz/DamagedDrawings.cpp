@@ -7,6 +7,7 @@
 // none of them was a drawing any more. Each drawing is written to the FILE before its session, after a line that tells the
 // put as an input of the fuzzer does.
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdint>
@@ -168,6 +169,7 @@ std::uint64_t numberOf(int argc, char** argv, int index, std::uint64_t otherwise
 
 int main(int argc, char** argv) {
   constexpr double bytesPerMegabyte = 1e6;
+  constexpr double fewestBytes = 1e4;
   const std::uint64_t count = numberOf(argc, argv, 1, 100);
   const std::uint64_t seed = numberOf(argc, argv, 2, 1);
   const std::uint64_t first = numberOf(argc, argv, 3, 0);
@@ -188,7 +190,9 @@ int main(int argc, char** argv) {
     const auto begin = std::chrono::steady_clock::now();
     if (fuzz::runSession(input)) ++sessions;
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
-    const double rate = taken.count() / (static_cast<double>(input.drawing.size()) / bytesPerMegabyte);
+    // What a session costs whatever the drawing would be much for each byte of a tiny one.
+    const double bytes = std::max(static_cast<double>(input.drawing.size()), fewestBytes);
+    const double rate = taken.count() / (bytes / bytesPerMegabyte);
     if (rate > slowestRate) {
       slowestRate = rate;
       slowest = number;

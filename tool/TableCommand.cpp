@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -125,14 +126,12 @@ class FoundColumns {
   void learn(const std::vector<palette::Row>& rows) {
     if (std::find(isFound_.begin(), isFound_.end(), false) == isFound_.end()) return;
     for (const palette::Row& row : rows)
-      labels_.emplace(row.label(), 0);
+      labels_.insert(row.label());
   }
   void requireAll() const {
     for (std::size_t column = 0; column < columns_.size(); ++column) {
       if (isFound_[column]) continue;
-      std::vector<std::string> labels;
-      for (const auto& [label, unused] : labels_)
-        labels.push_back(label);
+      const std::vector<std::string> labels(labels_.begin(), labels_.end());
       throw Failure(fmt::format("no selected entity has a property {}{}", columns_[column],
                                 palette::didYouMean(columns_[column], labels)));
     }
@@ -141,7 +140,7 @@ class FoundColumns {
  private:
   const std::vector<std::string>& columns_;
   std::vector<bool> isFound_;
-  std::map<std::string, int> labels_;
+  std::set<std::string> labels_;
 };
 
 // --- the cells -------------------------------------------------------------------------------------------
