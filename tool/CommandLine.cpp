@@ -1,12 +1,14 @@
 #include "tool/CommandLine.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -93,6 +95,17 @@ class HelpFormatter : public CLI::Formatter {
  public:
   std::string make_usage(const CLI::App* command, std::string) const override {
     return "Usage: " + usageOf(*command) + "\n";
+  }
+  // The library tells the options that exclude this one in the order of their addresses.
+  std::string make_option_opts(const CLI::Option* option) const override {
+    const std::string text = Formatter::make_option_opts(option);
+    std::set<std::string> excluded;
+    for (const CLI::Option* other : option->get_excludes())
+      excluded.insert(other->get_name());
+    const std::string label = " Excludes: ";
+    return excluded.empty()
+               ? text
+               : text.substr(0, text.find(label)) + label + fmt::format("{}", fmt::join(excluded, " "));
   }
 };
 

@@ -58,6 +58,7 @@ const Listed listings[] = {
       {"table", "gallery.dxf", "--all", "--columns", "Layer,Length,Area"},
       {"table", "gallery.dxf", "--type", "Circle,Arc", "--columns", "Radius,Center X", "--csv"},
       {"table", "gallery.dxf", "--type", "Arc", "--columns", "Radius", "--json"},
+      {"table", "gallery.dxf", "--type", "Arc,Circle", "--columns", "all", "--csv"},
       {"table", "gallery.dxf", "--type", "Arc", "--columns", "Radus"}}},
     {"explain",
      {{"explain", "plan.dxf", "Length", "--all"},

@@ -18,6 +18,15 @@ TEST(HelpText, OfAReadOnlyRowEndsWithTheReason) {
             helpText(toyRow({}, VT_R8, readOnly(reasons::neverChanges))));
 }
 
+TEST(HelpText, TheReasonGoesOnWithASmallLetterWhicheverItBeginsWith) {
+  for (const auto& [sentence, continued] :
+       {std::pair(L"A layer is locked.", L"a layer is locked."), {L"Zero is none.", L"zero is none."}}) {
+    const Reason reason{sentence};
+    EXPECT_EQ(std::wstring(L"Help for the toy. Read-only: ") + continued,
+              helpText(toyRow({}, VT_R8, readOnly(reason))));
+  }
+}
+
 TEST(HelpText, OfARowWithAnObstacleEndsWithTheEntitiesThatHaveIt) {
   for (const Writability& writability : {readOnlyWhere(toyObstacle), refusedWhere(toyObstacle)}) {
     EXPECT_EQ(L"Help for the toy. Read-only where the toy is below 0.",
