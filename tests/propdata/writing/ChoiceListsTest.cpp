@@ -327,6 +327,17 @@ TEST_F(ChoiceLists, ADynamicRowsChoicesComeFromItsEnumeration) {
   EXPECT_EQ(host.log.count("QueryInterface(IPerPropertyBrowsing)"), 0);
 }
 
+TEST_F(ChoiceLists, TheRowsAfterADynamicOneAreFilledToo) {
+  dynamic.items = {{L"small", ToyValue(i4(5))}};
+  line.property(4, L"Style").choice(L"one", i4(1));
+  TqVector<PROPINFO> list = rows({dynamicRow(PropertyKind::none), rowOf4()});
+
+  fillPropComboBox(list);
+
+  EXPECT_EQ(choicesOf(std::as_const(list)[0]), (Choices{true, {L"small"}, {5}}));
+  EXPECT_EQ(choicesOf(std::as_const(list)[1]), (Choices{true, {L"one"}, {1}}));
+}
+
 TEST_F(ChoiceLists, ADynamicRowWhoseEnumerationIsEmptyIsDone) {
   TqVector<PROPINFO> list = rows({dynamicRow(PropertyKind::color)});
 
