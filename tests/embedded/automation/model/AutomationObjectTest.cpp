@@ -2,11 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
+#include <functional>
 #include <limits>
+#include <utility>
 
 #include "embedded/platform/Allocation.h"
+#include "embedded/platform/Watch.h"
 #include "tests/embedded/automation/Toys.h"
 
 namespace velt::automation {
@@ -505,6 +510,24 @@ TEST_F(AutomationObjectTest, OneElementIsPut) {
   EXPECT_EQ((std::vector<double>{1, 9, 3}), toy.put);
   EXPECT_EQ(S_OK, made.putElement(L"Groups", 3, 8));
   EXPECT_EQ((std::vector<double>{3, 8}), toy.put);
+}
+
+TEST_F(AutomationObjectTest, EachValueThatIsReadOrWrittenIsWatchedAsSuch) {
+  const Bound made = bound();
+  const auto expander = made.as<IOPMPropertyExpander>();
+  const platform::Watch watch([](const platform::Progress&) { return true; }, std::chrono::hours(1));
+  const auto counted = [&](const std::function<void()>& call) {
+    const platform::Progress before = watch.progress();
+    call();
+    const platform::Progress after = watch.progress();
+    return std::pair(after.valuesRead - before.valuesRead, after.valuesWritten - before.valuesWritten);
+  };
+  using Steps = std::pair<std::uint64_t, std::uint64_t>;
+  VARIANT value{};
+  EXPECT_EQ(Steps(1, 0), counted([&] { static_cast<void>(made.get(L"Real")); }));
+  EXPECT_EQ(Steps(0, 1), counted([&] { made.put(L"Real", number(7)); }));
+  EXPECT_EQ(Steps(1, 0), counted([&] { expander->GetElementValue(11, 0, &value); }));
+  EXPECT_EQ(Steps(0, 1), counted([&] { made.putElement(L"Spot", 1, 9); }));
 }
 
 TEST_F(AutomationObjectTest, ElementsThatDoNotExistAreRefused) {
