@@ -67,17 +67,17 @@ TEST(DrawingInfo, ReadsTheExtentsUnlessTheyAreThoseOfAnEmptyDrawing) {
                                       {70, "4"},
                                       {9, "$EXTMIN"},
                                       {10, lower},
-                                      {20, "2"},
+                                      {20, "200"},
                                       {30, "0"},
                                       {9, "$EXTMAX"},
                                       {10, upper},
-                                      {20, "8"},
+                                      {20, "800"},
                                       {30, "0"},
                                       {0, "ENDSEC"},
                                       {0, "EOF"}});
     return infoOf(*Drawing::parse(header, "house.dxf"));
   };
-  EXPECT_EQ(of("1", "7").extents->second, (std::array{7.0, 8.0, 0.0}));
+  EXPECT_EQ(of("1", "7").extents->second, (std::array{7.0, 800.0, 0.0}));
   EXPECT_EQ(of("1", "7").units, "Millimeters");
   EXPECT_FALSE(of("1e20", "-1e20").extents);
 }
