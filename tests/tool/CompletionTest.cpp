@@ -105,6 +105,8 @@ TEST_F(CompletionOfALine, AConditionIsCompletedWordByWord) {
   EXPECT_THAT(wordsOf({"show", drawing, "--where", "Radius "}), Contains("Radius >="));
   EXPECT_THAT(wordsOf({"show", drawing, "--where", "Radius>5 "}), ElementsAre("Radius>5 and", "Radius>5 or"));
   EXPECT_THAT(wordsOf({"show", drawing, "--where", "Radius>5 and La"}), ElementsAre("Radius>5 and Layer"));
+  EXPECT_THAT(wordsOf({"show", drawing, "--where", "Radius>5 and "}), Contains("Radius>5 and has"));
+  EXPECT_THAT(wordsOf({"show", drawing, "--where", "Radius>5 "}), Not(Contains("Radius>5 has")));
   EXPECT_THAT(wordsOf({"show", drawing, "--where", "Layer=w"}), ElementsAre("Layer=Walls"));
   EXPECT_THAT(wordsOf({"show", drawing, "--where", "@layer in (Walls, 'D"}),
               ElementsAre("@layer in (Walls, 'Doors, new'"));
