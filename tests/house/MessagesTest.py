@@ -22,7 +22,7 @@ EXPLAINED = {
     "handle": ("README.md", "--handle 2F,30"),
     "plug-in": ("README.md", "plug-ins add rows of their own"),
     "extended data": ("README.md", "the extended data of applications"),
-    "expression that texts": ("README.md", "regular expression"),
+    "regular expression": ("README.md", "regular expression"),
     "--keep-going": ("README.md", "`--keep-going`"),
     "--overwrite-changes": ("README.md", "`--overwrite-changes`"),
     "--no-pager": ("README.md", "`--no-pager`"),

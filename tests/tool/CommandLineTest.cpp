@@ -46,26 +46,6 @@ TEST(CommandLine, HelpIsAnswered) {
   EXPECT_THAT(veltprops({"show", "--help"}).out, HasSubstr("--handle"));
 }
 
-TEST(CommandLine, WrongUsageSaysWhatWasProbablyMeant) {
-  const auto wrong = [](std::vector<const char*> arguments) {
-    const Outcome outcome = veltprops(std::move(arguments));
-    EXPECT_EQ(outcome.exitCode, 2);
-    EXPECT_EQ(outcome.out, "");
-    return outcome.err;
-  };
-  EXPECT_EQ(wrong({}), "veltprops: which command? \"veltprops --help\" lists them\n");
-  EXPECT_EQ(wrong({"shwo", "a.dxf"}), "veltprops: shwo: no such command; did you mean show?\n");
-  EXPECT_EQ(wrong({"x"}), "veltprops: x: no such command; \"veltprops --help\" tells more\n");
-  EXPECT_EQ(wrong({"--versoin"}),
-            "veltprops: --versoin: veltprops has no such option; did you mean --version?\n");
-  EXPECT_EQ(wrong({"show", "a.dxf", "--layr", "0"}),
-            "veltprops: --layr: veltprops show has no such option; did you mean --layer?\n");
-  EXPECT_EQ(wrong({"show", "a.dxf", "-x"}),
-            "veltprops: -x: veltprops show has no such option; \"veltprops show --help\" tells more\n");
-  EXPECT_EQ(wrong({"show", "--all"}),
-            "veltprops: DRAWING is required; \"veltprops show --help\" tells more\n");
-}
-
 TEST(CommandLine, ShowWithoutASelectionSaysHowToSelect) {
   const Outcome outcome = veltprops({"show", "a.dxf"});
   EXPECT_EQ(outcome.exitCode, 2);
@@ -238,13 +218,12 @@ TEST(CommandLinePlugins, AValueOfAFileThatAPluginKeepsToItselfIsNotToldAsSavedEi
   EXPECT_EQ(veltprops({"sample", file.c_str()}).exitCode, 0);
   const nlohmann::json doors =
       nlohmann::json::parse(veltprops({"list", file.c_str(), "--layer", "Doors", "--json"}).out);
-  const std::string values =
-      folder.write("values.json", nlohmann::json{{"handle", doors["entities"][0]["handle"]},
-                                                 {"values", {{"Material", "Oak"}}}}
-                                      .dump());
+  const std::string values = folder.write(
+      "values.json",
+      nlohmann::json{{"handle", doors["entities"][0]["handle"]}, {"values", {{"Material", "Oak"}}}}.dump());
   const std::string material = (velt::tests::pluginFolder() / "material.so").string();
-  const Outcome outcome = veltprops(
-      {"set", file.c_str(), "--from", values.c_str(), "--in-place", "--plugin", material.c_str()});
+  const Outcome outcome =
+      veltprops({"set", file.c_str(), "--from", values.c_str(), "--in-place", "--plugin", material.c_str()});
   EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
   EXPECT_THAT(outcome.out, HasSubstr("Nothing changed in the drawing, so nothing was saved\n"));
 }
