@@ -5,6 +5,8 @@
 #include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <set>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -13,6 +15,7 @@
 #include "tool/Applied.h"
 #include "tool/Assignment.h"
 #include "tool/Commands.h"
+#include "tool/EntitySelection.h"
 #include "tool/Explanation.h"
 #include "tool/Failure.h"
 #include "tool/FromFile.h"
@@ -197,9 +200,23 @@ void checkRequest(const SetRequest& request) {
   throw Failure(fmt::format("{}: exists already (--force replaces it)", request.output));
 }
 
+// Asks one entity of each class, because asking all of a large selection takes long, and most names that are not found are
+// misspelt.
+bool isOfSomeClass(const std::string& name, const palette::Selection& selection) {
+  std::set<std::string> asked;
+  for (std::size_t i = 0; i < selection.size(); ++i) {
+    const VkDbObjectId id = selection.entity(i);
+    if (!asked.insert(className(id)).second) continue;
+    palette::Selection alone(std::span(&id, 1));
+    if (!palette::rowsNamed(alone.query(), name).empty()) return true;
+  }
+  return false;
+}
+
 // When some of the entities have the property, says which lack it: names that are like it would lead astray.
 void requireCommon(const std::string& name, const palette::Selection& selection) {
-  if (!palette::rowsNamed(selection.rows(), name).empty()) return;
+  if (!palette::rowsNamed(selection.rows(), name).empty() || !isOfSomeClass(name, selection)) return;
+  const ReadingProgress progress;
   const Explanation explanation = explainAbsence(selection, name);
   if (explanation.cause == unknownCause) return;
   std::string text = fmt::format("the selected entities have no property {} in common:", name);
