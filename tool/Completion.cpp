@@ -11,6 +11,7 @@
 
 #include "palette/Palette.h"
 #include "tool/ConditionPlace.h"
+#include "tool/EntityFacts.h"
 #include "tool/ManPages.h"
 #include "tool/NamedRows.h"
 #include "tool/OpenDrawing.h"
@@ -23,8 +24,6 @@ namespace {
 constexpr const char* drawingFiles = ".dxf";
 constexpr const char* pluginFiles = ".so";
 constexpr const char* anyFiles = "*";
-
-constexpr std::string_view factNames[] = {"@handle", "@class", "@type", "@layer", "@layout", "@block"};
 
 // --- the line --------------------------------------------------------------------------------------------
 
@@ -93,9 +92,12 @@ class AskedDrawing {
   std::vector<std::string> blocks() const { return drawing_ ? namesIn(drawing_->blocks()) : none(); }
   std::vector<std::string> layouts() const {
     if (!drawing_) return {};
+    // New drawings have a layout of that name, old ones none.
     std::vector<std::string> names{"Model"};
-    for (const database::Layout& layout : drawing_->layouts())
-      names.push_back(palette::toUtf8(layout.name));
+    for (const database::Layout& layout : drawing_->layouts()) {
+      if (std::string name = palette::toUtf8(layout.name); name != names.front())
+        names.push_back(std::move(name));
+    }
     return names;
   }
   std::vector<std::string> types() const {
@@ -251,7 +253,7 @@ Completion valuesOf(const CLI::Option& option, const std::string& typed, const S
     std::vector<std::string> names{"all"};
     for (const Candidate& property : drawing.properties())
       names.push_back(property.word);
-    names.insert(names.end(), std::begin(factNames), std::end(factNames));
+    names.insert(names.end(), factNames.begin(), factNames.end());
     return {listed(typed, names)};
   }
   return {};

@@ -150,7 +150,7 @@ void ConditionCheck::requireSense() const {
     // Whether some have a property and others do not may be the very question.
     if (!experience.isKnown && condition->kind != Kind::has) {
       throw Failure(fmt::format("--where: no entity has a property {}{}", condition->name,
-                                palette::didYouMean(condition->name, labels)));
+                                didYouMeanOf(condition->name, labels)));
     }
     if (!experience.isUnderstood && !experience.trouble.empty())
       throw Failure(fmt::format("--where: {}: {}", condition->name, experience.trouble));

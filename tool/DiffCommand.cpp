@@ -59,6 +59,14 @@ struct Differences {
   bool isEmpty() const { return removed.empty() && added.empty() && changed.empty(); }
 };
 
+// What tells which entities of two drawings to compare. Several entities of a damaged drawing may have one handle: the
+// first of them is compared with the first of the other drawing, and so on.
+struct EntityKey {
+  std::string handle;
+  std::size_t number = 0;
+  auto operator<=>(const EntityKey&) const = default;
+};
+
 // A drawing with all its entities, those inside block definitions included.
 class Side {
  public:
@@ -67,27 +75,35 @@ class Side {
         ids_(select(*drawing_, {.all = true, .inBlocks = true}).ids),
         selection_(ids_),
         style_(numberStyleOf(*drawing_)) {
-    for (std::size_t i = 0; i < ids_.size(); ++i)
-      // Of several entities with one handle, the first is the one that a handle names.
-      byHandle_.try_emplace(handleText(ids_[i]), i);
+    std::map<std::string, std::size_t> counts;
+    for (std::size_t i = 0; i < ids_.size(); ++i) {
+      std::string handle = handleText(ids_[i]);
+      const std::size_t number = counts[handle]++;
+      byKey_.try_emplace(keys_.emplace_back(std::move(handle), number), i);
+    }
   }
 
-  std::set<std::string> handlesOf(const SelectionRequest& request) {
-    std::set<std::string> handles;
-    for (const VkDbObjectId id : select(*drawing_, request).ids)
-      handles.insert(handleText(id));
-    return handles;
+  // Those that are selected, which stand in the order of all.
+  std::set<EntityKey> keysOf(const SelectionRequest& request) {
+    std::set<EntityKey> keys;
+    std::size_t i = 0;
+    for (const VkDbObjectId id : select(*drawing_, request).ids) {
+      while (ids_[i] != id)
+        ++i;
+      keys.insert(keys_[i]);
+    }
+    return keys;
   }
 
   std::size_t size() const { return ids_.size(); }
-  std::string handle(std::size_t index) const { return handleText(ids_[index]); }
+  const EntityKey& key(std::size_t index) const { return keys_[index]; }
   std::string classOf(std::size_t index) const { return className(ids_[index]); }
   LoneEntity alone(std::size_t index) const {
-    return {handle(index), classOf(index), layerName(ids_[index])};
+    return {keys_[index].handle, classOf(index), layerName(ids_[index])};
   }
-  std::optional<std::size_t> find(const std::string& handle) const {
-    const auto found = byHandle_.find(handle);
-    return found != byHandle_.end() ? std::optional(found->second) : std::nullopt;
+  std::optional<std::size_t> find(const EntityKey& key) const {
+    const auto found = byKey_.find(key);
+    return found != byKey_.end() ? std::optional(found->second) : std::nullopt;
   }
 
   // In display order; a name that several rows have is numbered as on the command line.
@@ -111,7 +127,8 @@ class Side {
   std::vector<VkDbObjectId> ids_;
   palette::Selection selection_;
   palette::NumberStyle style_;
-  std::map<std::string, std::size_t> byHandle_;
+  std::vector<EntityKey> keys_;
+  std::map<EntityKey, std::size_t> byKey_;
 };
 
 std::vector<Change> changesBetween(std::vector<NamedValue> before, std::vector<NamedValue> after) {
@@ -140,35 +157,33 @@ std::vector<Change> changesBetween(std::vector<NamedValue> before, std::vector<N
 
 // The entities to compare: those that are selected in either drawing, so that an entity is not lost when it no longer
 // fits in the other one. A layer or another name need only be in one of them. Empty when all are compared.
-std::set<std::string> selectedHandles(const SelectionRequest& request, Side& before, Side& after) {
+std::set<EntityKey> selectedKeys(const SelectionRequest& request, Side& before, Side& after) {
   if (request.isEmpty()) return {};
-  std::set<std::string> handles;
+  std::set<EntityKey> keys;
   std::exception_ptr failure;
   std::size_t failures = 0;
   for (Side* const side : {&before, &after}) {
     try {
-      handles.merge(side->handlesOf(request));
+      keys.merge(side->keysOf(request));
     } catch (const Failure&) {
       if (failures++ == 0) failure = std::current_exception();
     }
   }
   if (failures == 2) std::rethrow_exception(failure);
-  return handles;
+  return keys;
 }
 
 Differences compare(Side& before, Side& after, const SelectionRequest& request) {
-  const std::set<std::string> selected = selectedHandles(request, before, after);
-  const auto isLeftOut = [&](const std::string& handle) {
-    return !request.isEmpty() && !selected.contains(handle);
-  };
+  const std::set<EntityKey> selected = selectedKeys(request, before, after);
+  const auto isLeftOut = [&](const EntityKey& key) { return !request.isEmpty() && !selected.contains(key); };
 
   Differences differences;
   Progress progress("Comparing");
   for (std::size_t i = 0; i < before.size(); ++i) {
     progress.report(i, before.size());
-    const std::string handle = before.handle(i);
-    if (before.find(handle) != i || isLeftOut(handle)) continue;
-    const std::optional<std::size_t> other = after.find(handle);
+    const EntityKey& key = before.key(i);
+    if (isLeftOut(key)) continue;
+    const std::optional<std::size_t> other = after.find(key);
     if (!other) {
       differences.removed.push_back(before.alone(i));
       continue;
@@ -177,13 +192,11 @@ Differences compare(Side& before, Side& after, const SelectionRequest& request) 
     if (changes.empty()) {
       ++differences.same;
     } else {
-      differences.changed.push_back({handle, before.classOf(i), std::move(changes)});
+      differences.changed.push_back({key.handle, before.classOf(i), std::move(changes)});
     }
   }
   for (std::size_t i = 0; i < after.size(); ++i) {
-    const std::string handle = after.handle(i);
-    if (after.find(handle) == i && !isLeftOut(handle) && !before.find(handle))
-      differences.added.push_back(after.alone(i));
+    if (!isLeftOut(after.key(i)) && !before.find(after.key(i))) differences.added.push_back(after.alone(i));
   }
   return differences;
 }

@@ -133,7 +133,7 @@ class FoundColumns {
       if (isFound_[column]) continue;
       const std::vector<std::string> labels(labels_.begin(), labels_.end());
       throw Failure(fmt::format("no selected entity has a property {}{}", columns_[column],
-                                palette::didYouMean(columns_[column], labels)));
+                                didYouMeanOf(columns_[column], labels)));
     }
   }
 

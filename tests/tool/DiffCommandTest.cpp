@@ -75,6 +75,18 @@ TEST_F(DiffCommand, ASelectionInEitherDrawingLimitsTheComparison) {
   EXPECT_THROW(between(entities, entities, {.layers = {"Roof"}}), Failure);
 }
 
+TEST_F(DiffCommand, OfSeveralEntitiesWithOneHandleEachIsComparedWithItsOwn) {
+  const std::string text = between(line("2F", "0") + circle("2F", "0") + line("2F", "Walls"),
+                                   line("2F", "0") + circle("2F", "Walls") + line("30", "Walls"));
+  EXPECT_THAT(text, HasSubstr("2F Circle\n  Layer: 0 -> Walls\n"));
+  EXPECT_THAT(text, HasSubstr("- 2F Line on Walls: only in "));
+  EXPECT_THAT(text, HasSubstr("1 entity the same, 1 changed, 1 only in "));
+  EXPECT_THAT(between(line("2F", "0") + circle("2F", "Walls"), line("2F", "Doors") + circle("2F", "Walls"),
+                      {.layers = {"Walls"}}),
+              HasSubstr("1 entity the same, 0 changed"))
+      << "the line is not selected, whose handle is the same";
+}
+
 TEST_F(DiffCommand, JsonHasTheValuesOfBothSides) {
   const auto json = nlohmann::json::parse(
       between(line("2F", "0") + line("31", "0"), line("2F", "Walls") + line("30", "0"), {}, true));

@@ -17,6 +17,13 @@ TEST(EntityFacts, AreKnownByTheirNamesInAnyCase) {
   EXPECT_FALSE(isFactName("@"));
 }
 
+TEST(EntityFacts, AreNamedWhereAMisspeltNameBeginsAsTheyDo) {
+  const std::vector<std::string> properties{"Layer", "Radius"};
+  EXPECT_EQ(didYouMeanOf("@lyer", properties), "; did you mean @layer?");
+  EXPECT_EQ(didYouMeanOf("Lyer", properties), "; did you mean Layer?");
+  EXPECT_EQ(didYouMeanOf("@nothing of the kind", properties), "");
+}
+
 TEST(EntityFacts, TellWhatAnEntityIsAndWhereItStands) {
   const auto drawing = Drawing::parse(drawingOf({{"0"}, {"Walls"}}, line("2F", "Walls")), "house.dxf");
   const VkDbObjectId entity = drawing->entityByHandle(0x2F);
