@@ -17,6 +17,9 @@ END = "  // That is all.\n"
 def lines_of_the_library(code):
     return code.split(BEGIN, 1)[1].split(END, 1)[0].splitlines()
 
+# A shell starts what runs in the background with it ignored, and programs would inherit it.
+signal.signal(signal.SIGINT, signal.default_int_handler)
+
 
 class TheExample(unittest.TestCase):
     def test_uses_the_library_in_ten_lines_and_nowhere_else(self):

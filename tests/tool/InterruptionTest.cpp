@@ -13,6 +13,15 @@
 namespace velt::tool {
 namespace {
 
+// A shell starts what runs in the background with these signals ignored.
+class Interruption : public testing::Test {
+ protected:
+  Interruption() {
+    std::signal(SIGINT, SIG_DFL);
+    std::signal(SIGHUP, SIG_DFL);
+  }
+};
+
 // What a shell tells of a process that waits for interruptions and sends itself a signal; `prepare` comes first.
 int exitCodeAfter(
     int signal, void (*prepare)() = [] {}) {
@@ -30,7 +39,7 @@ int exitCodeAfter(
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-TEST(Interruption, EndsWithTheExitCodeThatAShellTells) {
+TEST_F(Interruption, EndsWithTheExitCodeThatAShellTells) {
   EXPECT_EQ(128 + SIGINT, exitCodeAfter(SIGINT));
   EXPECT_EQ(128 + SIGTERM, exitCodeAfter(SIGTERM));
 }
@@ -53,7 +62,7 @@ std::string leftOn(int theirs, int ours) {
   return count > 0 ? std::string(buffer, static_cast<std::size_t>(count)) : std::string();
 }
 
-TEST(Interruption, ClearsTheLineOfProgressOnATerminalOnly) {
+TEST_F(Interruption, ClearsTheLineOfProgressOnATerminalOnly) {
   int terminal[2] = {};
   ASSERT_EQ(0, openpty(&terminal[0], &terminal[1], nullptr, nullptr, nullptr));
   EXPECT_EQ("\r\033[K", leftOn(terminal[1], terminal[0]));
@@ -62,11 +71,11 @@ TEST(Interruption, ClearsTheLineOfProgressOnATerminalOnly) {
   EXPECT_EQ("", leftOn(ends[1], ends[0]));
 }
 
-TEST(Interruption, LeavesIgnoredSignalsIgnored) {
+TEST_F(Interruption, LeavesIgnoredSignalsIgnored) {
   EXPECT_EQ(0, exitCodeAfter(SIGHUP, [] { std::signal(SIGHUP, SIG_IGN); }));
 }
 
-TEST(Interruption, LetsAForkedProcessTakeSignalsAgain) {
+TEST_F(Interruption, LetsAForkedProcessTakeSignalsAgain) {
   const pid_t child = ::fork();
   if (child == 0) {
     endCleanlyWhenInterrupted();

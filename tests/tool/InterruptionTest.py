@@ -22,6 +22,10 @@ LINES = 10_000
 # Under a sanitizer, and beside other work, everything takes longer.
 AT_ONCE = 1.0
 
+# A shell starts what runs in the background with these ignored, and programs would inherit it.
+for taken in (signal.SIGINT, signal.SIGHUP):
+    signal.signal(taken, signal.SIG_DFL)
+
 
 def drawing():
     lines = "".join(f"  0\nLINE\n  5\n{0x100 + i:X}\n100\nAcDbEntity\n  8\n0\n100\nAcDbLine\n 10\n{i}\n 20\n0\n 11\n1\n 21\n1\n"

@@ -63,6 +63,8 @@ TEST_F(PagerTest, WhatStandsBeforeThePagerAndWhatStaysHereIsFlushed) {
 TEST_F(PagerTest, ThePagerTakesTheSignalsThatTheProgramWaitsFor) {
   const tests::TemporaryFolder folder;
   const std::string file = folder.path("survived");
+  // Ignored when a shell started the tests in the background.
+  std::signal(SIGINT, SIG_DFL);
   sigset_t interrupt;
   sigset_t before;
   sigemptyset(&interrupt);
