@@ -46,11 +46,40 @@ std::from_chars_result readReal(std::string_view text, double& value) {
 #endif
 }
 
+// Most numbers in drawings are a few digits with a point among them. Where these make a whole number below 2^53, divided by
+// a power of ten below 10^23, both are exact and the division rounds once: it is the nearest double. Nothing for all other
+// texts, which may be numbers too.
+std::optional<double> fewDigits(std::string_view text) {
+  static constexpr std::array powers{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8, 1e9,
+                                     1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18};
+  const bool isNegative = text.starts_with('-');
+  if (isNegative) text.remove_prefix(1);
+  if (text.size() >= powers.size()) return std::nullopt;
+  std::uint64_t digits = 0;
+  std::size_t point = text.size();
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto digit = static_cast<unsigned>(text[i] - '0');
+    if (digit <= 9) {
+      digits = digits * 10 + digit;
+    } else if (text[i] == '.' && point == text.size()) {
+      point = i;
+    } else {
+      return std::nullopt;
+    }
+  }
+  const std::size_t decimals = point == text.size() ? 0 : text.size() - point - 1;
+  constexpr std::uint64_t mostExact = std::uint64_t{1} << 53;
+  if (text.size() == (point == text.size() ? 0U : 1U) || digits > mostExact) return std::nullopt;
+  const double number = static_cast<double>(digits) / powers[decimals];
+  return isNegative ? -number : number;
+}
+
 }  // namespace
 
 std::optional<double> parseReal(std::string_view text) {
   text = trimmed(text);
   if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+  if (const auto number = fewDigits(text)) return number;
   double value = 0.0;
   const char* const last = text.data() + text.size();
   const auto [end, error] = readReal(text, value);

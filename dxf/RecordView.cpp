@@ -86,15 +86,19 @@ std::optional<PointPairs> RecordView::pointPairs(int wanted, std::string_view su
   return found;
 }
 
-std::optional<std::array<double, 3>> RecordView::point(int wanted, std::string_view subclass,
-                                                       std::size_t occurrence) const {
-  const auto pairs = pointPairs(wanted, subclass, occurrence);
-  const auto x = pairs ? parseReal(value(pairs->x)) : std::nullopt;
+std::optional<std::array<double, 3>> RecordView::pointAt(const PointPairs& pairs) const {
+  const auto x = parseReal(value(pairs.x));
   if (!x) return std::nullopt;
   const auto number = [&](std::optional<std::size_t> pair) {
     return pair ? parseReal(value(*pair)).value_or(0.0) : 0.0;
   };
-  return std::array{*x, number(pairs->y), number(pairs->z)};
+  return std::array{*x, number(pairs.y), number(pairs.z)};
+}
+
+std::optional<std::array<double, 3>> RecordView::point(int wanted, std::string_view subclass,
+                                                       std::size_t occurrence) const {
+  const auto pairs = pointPairs(wanted, subclass, occurrence);
+  return pairs ? pointAt(*pairs) : std::nullopt;
 }
 
 std::optional<PairRange> RecordView::extendedData(std::string_view application) const {

@@ -54,6 +54,8 @@ class RecordView {
       : read_(read), edited_(pairs.data()), size_(pairs.size()) {}
 
   [[nodiscard]] std::size_t size() const noexcept { return size_; }
+  // Whether the record has not been edited.
+  [[nodiscard]] bool isAsRead() const noexcept { return edited_ == nullptr; }
   [[nodiscard]] int code(std::size_t index) const noexcept {
     return edited_ == nullptr ? read_.code(index) : edited_[index].code;
   }
@@ -95,7 +97,8 @@ class RecordView {
   // point.
   [[nodiscard]] std::optional<PointPairs> pointPairs(int wanted, std::string_view subclass,
                                                      std::size_t occurrence = 0) const;
-  // The numbers of pointPairs(). A missing y or z is 0; nothing for an x that is not a number.
+  // The numbers of those. A missing y or z is 0; nothing for an x that is not a number.
+  [[nodiscard]] std::optional<std::array<double, 3>> pointAt(const PointPairs& pairs) const;
   [[nodiscard]] std::optional<std::array<double, 3>> point(int wanted, std::string_view subclass,
                                                            std::size_t occurrence = 0) const;
 

@@ -63,11 +63,13 @@ class CountedStringsHolder {
 
   // Gives everything back before the scope ends.
   void reset() {
-    for (ULONG i = 0; i < stringCount(); ++i)
-      SysFreeString(held_.strings.pElems[i]);
-    if (held_.strings.pElems != nullptr) CoTaskMemFree(held_.strings.pElems);
-    if (held_.cookies.pElems != nullptr) CoTaskMemFree(held_.cookies.pElems);
-    held_ = {};
+    const auto [strings, cookies] = detach();
+    if (strings.pElems != nullptr) {
+      for (ULONG i = 0; i < strings.cElems; ++i)
+        SysFreeString(strings.pElems[i]);
+      CoTaskMemFree(strings.pElems);
+    }
+    if (cookies.pElems != nullptr) CoTaskMemFree(cookies.pElems);
   }
 
  private:

@@ -15,21 +15,26 @@ using Prefix = std::uint32_t;
 // The prefix stands directly before the characters and is as wide as one, so both are aligned when the block is.
 static_assert(sizeof(Prefix) == sizeof(OLECHAR));
 
+// With the terminator. Where the last character is partly filled, the terminator is the whole one after it.
+std::uint64_t charactersFor(std::uint64_t bytes) {
+  return (bytes + sizeof(OLECHAR) - 1) / sizeof(OLECHAR) + 1;
+}
+
+std::size_t blockFor(std::uint64_t bytes) {
+  return sizeof(Prefix) + charactersFor(bytes) * sizeof(OLECHAR);
+}
+
 // Counts in 64 bits, because the largest string, its terminator and the prefix together need more than 32.
 BSTR allocateBytes(std::uint64_t bytes) {
   if (bytes > std::numeric_limits<Prefix>::max()) return nullptr;
   const std::uint64_t whole = bytes / sizeof(OLECHAR);
-  const bool endsInsideACharacter = bytes % sizeof(OLECHAR) != 0;
-  const std::uint64_t characters = whole + (endsInsideACharacter ? 2 : 1);
-  void* block =
-      velt::platform::allocate(velt::platform::Heap::Strings, sizeof(Prefix) + characters * sizeof(OLECHAR));
+  void* block = velt::platform::allocate(velt::platform::Heap::Strings, blockFor(bytes));
   if (block == nullptr) return nullptr;
   auto* prefix = static_cast<Prefix*>(block);
   *prefix = static_cast<Prefix>(bytes);
   const BSTR string = static_cast<BSTR>(static_cast<void*>(prefix + 1));
   string[whole] = L'\0';
-  // The last character is partly filled; the terminator is the whole one after it.
-  if (endsInsideACharacter) string[whole + 1] = L'\0';
+  string[charactersFor(bytes) - 1] = L'\0';
   velt::platform::bstrAccount.handOut();
   return string;
 }
@@ -64,7 +69,8 @@ BSTR SysAllocStringByteLen(const char* bytes, UINT byteCount) {
 void SysFreeString(BSTR string) {
   if (string == nullptr) return;
   velt::platform::bstrAccount.giveBack();
-  velt::platform::deallocate(prefixOf(string));
+  Prefix* const prefix = prefixOf(string);
+  velt::platform::deallocate(prefix, blockFor(*prefix));
 }
 
 UINT SysStringLen(BSTR string) {

@@ -13,6 +13,7 @@
 #include "embedded/database/HandleMap.h"
 #include "embedded/database/NameFolding.h"
 #include "embedded/database/ObjectTable.h"
+#include "embedded/database/RecordShapes.h"
 #include "embedded/platform/Watch.h"
 
 namespace velt::database {
@@ -88,6 +89,7 @@ class Drawing::Contents {
   [[nodiscard]] const std::vector<VkDbObjectId>& allEntities();
 
   dxf::Document document;
+  RecordShapes shapes{document.recordCount()};
   // Indexed by record.
   std::vector<Role> roles;
   // The objects' places in the object table, indexed by record; none while a record has no object.
@@ -368,6 +370,9 @@ std::unique_ptr<Drawing> Drawing::parse(std::string bytes, std::string displayNa
 
 const dxf::Document& Drawing::document() const {
   return contents_->document;
+}
+RecordShapes& Drawing::shapes() const {
+  return contents_->shapes;
 }
 
 std::span<const VkDbObjectId> Drawing::entities() const {

@@ -30,6 +30,8 @@
 
 namespace velt::database {
 
+class RecordShapes;
+
 // Consecutive records of the document.
 struct RecordRange {
   std::uint32_t first = 0;
@@ -58,6 +60,8 @@ class Drawing {
 
   [[nodiscard]] const dxf::Document& document() const;
   [[nodiscard]] dxf::RecordView view(std::uint32_t record) const { return document().view(record); }
+  // Where properties stand in the records, for lenses.
+  [[nodiscard]] RecordShapes& shapes() const;
   // A text of the document as wide characters. Codes within it (%%c, ^J) stay as they are: see dxf/TextCodes.h.
   [[nodiscard]] std::wstring decode(std::string_view text) const { return document().decode(text); }
 

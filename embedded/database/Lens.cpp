@@ -1,11 +1,12 @@
 #include "embedded/database/Lens.h"
 
 #include "dxf/Numbers.h"
+#include "embedded/database/RecordShapes.h"
 
 namespace velt::database {
 
 std::optional<std::size_t> Lens::find(int code, std::string_view subclass) const {
-  return view_.find(code, subclass);
+  return drawing_->shapes().find(record_, view_, code, subclass);
 }
 
 std::optional<std::string_view> Lens::value(int code, std::string_view subclass) const {
@@ -44,7 +45,8 @@ std::wstring Lens::name(int code, std::string_view subclass, std::wstring_view o
 }
 
 Point Lens::point(int code, std::string_view subclass, const Point& otherwise) const {
-  return view_.point(code, subclass).value_or(otherwise);
+  const auto pairs = drawing_->shapes().pointPairs(record_, view_, code, subclass);
+  return pairs ? view_.pointAt(*pairs).value_or(otherwise) : otherwise;
 }
 
 std::vector<double> Lens::reals(int code, std::string_view subclass) const {

@@ -26,7 +26,8 @@ using dxf::commonSubclass;
 class Lens {
  public:
   explicit Lens(const ObjectRef& object) : Lens(*object.drawing, object.record) {}
-  Lens(const Drawing& drawing, std::uint32_t record) : drawing_(&drawing), view_(drawing.view(record)) {}
+  Lens(const Drawing& drawing, std::uint32_t record)
+      : drawing_(&drawing), record_(record), view_(drawing.view(record)) {}
 
   [[nodiscard]] const dxf::RecordView& view() const { return view_; }
   [[nodiscard]] const Drawing& drawing() const { return *drawing_; }
@@ -62,6 +63,7 @@ class Lens {
 
  private:
   const Drawing* drawing_;
+  std::uint32_t record_;
   dxf::RecordView view_;
 };
 

@@ -1,19 +1,17 @@
 #include "embedded/platform/Allocation.h"
 
-#include <malloc.h>
-
-#include <atomic>
 #include <cstdlib>
 #include <limits>
 
-#include "embedded/platform/SmallBlocks.h"
-
 namespace velt::platform {
+
+constinit std::atomic<std::uint32_t> allocation::armedHeaps{0};
+constinit thread_local SmallBlocks* allocation::smallBlocks [[gnu::tls_model("initial-exec")]] = nullptr;
 
 namespace {
 
-// Read once per allocation. 0 means that no fault is set, and then nothing else is read.
-constinit std::atomic<std::uint32_t> armedHeaps{0};
+using allocation::armedHeaps;
+using allocation::smallBlocks;
 
 struct Plan {
   // Allocations from `first` to `last` fail, both counted from 1.
@@ -41,15 +39,12 @@ bool isRefused(Heap heap, std::size_t bytes) {
   return (armed && fails(bytes)) || bytes > largestBlock;
 }
 
-// Debug builds and sanitizers leave every block to the heap, whose checks find who writes where it may not.
 #if defined(NDEBUG) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 constexpr bool keepsSmallBlocks = true;
 #else
 constexpr bool keepsSmallBlocks = false;
 #endif
 
-// Null before the thread has given a block back and after it has ended.
-constinit thread_local SmallBlocks* smallBlocks [[gnu::tls_model("initial-exec")]] = nullptr;
 // Has no destructor, so that it can still be read after the thread's KeptBlocks.
 constinit thread_local bool areBlocksGone = false;
 
@@ -65,34 +60,32 @@ struct KeptBlocks {
   }
 };
 
-bool isKept(void* block) {
-  if (smallBlocks == nullptr) [[unlikely]] {
-    if (areBlocksGone) return false;
-    static thread_local const KeptBlocks kept;
-  }
-  return smallBlocks->keep(block, malloc_usable_size(block));
+// False when the thread keeps no blocks.
+bool begunToKeep() {
+  if (!keepsSmallBlocks || areBlocksGone) return false;
+  static thread_local const KeptBlocks kept;
+  return true;
 }
 
 }  // namespace
 
-void* allocate(Heap heap, std::size_t bytes) noexcept {
-  if (isRefused(heap, bytes)) [[unlikely]]
-    return nullptr;
-  if (keepsSmallBlocks && smallBlocks != nullptr) {
-    if (void* block = smallBlocks->take(bytes)) return block;
-  }
+void* allocation::allocateFromHeap(Heap heap, std::size_t bytes) noexcept {
+  if (isRefused(heap, bytes)) return nullptr;
+  // Whoever gives a block back may tell what was asked for, and not know what the block holds.
+  if (keepsSmallBlocks && bytes <= SmallBlocks::largest) return std::malloc(SmallBlocks::sizeFor(bytes));
   return std::malloc(bytes != 0 ? bytes : 1);
+}
+
+void allocation::deallocateFirst(void* block, std::size_t bytes) noexcept {
+  // When there were blocks to keep it among, there was no room for it.
+  if (smallBlocks == nullptr && begunToKeep() && smallBlocks->keep(block, bytes)) return;
+  std::free(block);
 }
 
 void* allocateZeroed(Heap heap, std::size_t bytes) noexcept {
   if (isRefused(heap, bytes)) [[unlikely]]
     return nullptr;
   return std::calloc(1, bytes != 0 ? bytes : 1);
-}
-
-void deallocate(void* block) noexcept {
-  if (keepsSmallBlocks && block != nullptr && isKept(block)) return;
-  std::free(block);
 }
 
 AllocationFault AllocationFault::countOnly(Heap heaps) {

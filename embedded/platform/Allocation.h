@@ -6,8 +6,13 @@
 // Threads: allocation may happen on every thread. A fault counts the allocations of all threads, so a test that counts
 // keeps other threads quiet.
 
+#include <malloc.h>
+
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
+
+#include "embedded/platform/SmallBlocks.h"
 
 namespace velt::platform {
 
@@ -30,12 +35,44 @@ constexpr Heap operator|(Heap a, Heap b) {
   return static_cast<Heap>(static_cast<std::uint32_t>(a) | static_cast<std::uint32_t>(b));
 }
 
+// What stands here is inline because a query takes and gives back a hundred and fifty blocks for each line of a drawing.
+namespace allocation {
+
+// The heaps of which an allocation may fail by a fault; 0 when none is set.
+extern constinit std::atomic<std::uint32_t> armedHeaps;
+// Null before the thread has given a block back and after it has ended, and in builds that leave every block to the heap,
+// whose checks find who writes where it may not: debug builds and sanitizers.
+extern constinit thread_local SmallBlocks* smallBlocks [[gnu::tls_model("initial-exec")]];
+
+[[nodiscard]] void* allocateFromHeap(Heap heap, std::size_t bytes) noexcept;
+// Of a block that holds so many bytes.
+void deallocateFirst(void* block, std::size_t bytes) noexcept;
+
+}  // namespace allocation
+
 // Null when memory is exhausted, really or by a fault. For 0 bytes a block like any other. Aligned for every type.
-[[nodiscard]] void* allocate(Heap heap, std::size_t bytes) noexcept;
+[[nodiscard]] inline void* allocate(Heap heap, std::size_t bytes) noexcept {
+  SmallBlocks* const kept = allocation::smallBlocks;
+  if (kept != nullptr && allocation::armedHeaps.load(std::memory_order_acquire) == 0) {
+    if (void* block = kept->take(bytes)) return block;
+  }
+  return allocation::allocateFromHeap(heap, bytes);
+}
 // The same, filled with zeros; memory that nobody touches costs nothing, however large the block.
 [[nodiscard]] void* allocateZeroed(Heap heap, std::size_t bytes) noexcept;
+// Of a block that was allocated with at least so many bytes.
+inline void deallocate(void* block, std::size_t bytes) noexcept {
+  SmallBlocks* const kept = allocation::smallBlocks;
+  if (kept == nullptr || !kept->keep(block, SmallBlocks::sizeFor(bytes)))
+    allocation::deallocateFirst(block, SmallBlocks::sizeFor(bytes));
+}
 // Does nothing for null.
-void deallocate(void* block) noexcept;
+inline void deallocate(void* block) noexcept {
+  if (block == nullptr) return;
+  SmallBlocks* const kept = allocation::smallBlocks;
+  const std::size_t bytes = malloc_usable_size(block);
+  if (kept == nullptr || !kept->keep(block, bytes)) allocation::deallocateFirst(block, bytes);
+}
 
 // Makes allocations fail while it lives. Only one has an effect at a time: a second one replaces the first for good.
 class AllocationFault {

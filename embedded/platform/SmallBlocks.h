@@ -31,10 +31,15 @@ class SmallBlocks {
     }
   }
 
+  // How many bytes a block of the C heap holds that was asked for so many, or more.
+  [[nodiscard]] static constexpr std::size_t sizeFor(std::size_t bytes) noexcept {
+    return bytes <= smallest ? smallest : smallest + (bytes - smallest + step - 1) / step * step;
+  }
+
   // A block of at least so many bytes, not cleared; null when none is kept.
   [[nodiscard]] void* take(std::size_t bytes) noexcept {
     if (bytes > largest) return nullptr;
-    List& list = lists_[bytes <= smallest ? 0 : (bytes - smallest + step - 1) / step];
+    List& list = lists_[(sizeFor(bytes) - smallest) / step];
     return list.first == nullptr ? nullptr : takeFrom(list);
   }
 

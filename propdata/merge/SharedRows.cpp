@@ -7,7 +7,8 @@ namespace velt::propdata {
 SharedRows::SharedRows(const TqVector<PROPINFO>& rows)
     : list_(rows),
       rows_(std::as_const(list_).begin(), list_.length()),
-      editableOfRows_((rows_.size() + bitsOfWord - 1) / bitsOfWord),
+      wordsOfEntity_((rows_.size() + bitsOfWord - 1) / bitsOfWord),
+      editableOfRows_(wordsOfEntity_),
       columns_(rows_.size()) {
   for (std::uint32_t place = 0; place < rows_.size(); ++place) {
     if (rows_[place].isWritable) writable_.push_back(place);

@@ -83,7 +83,7 @@ class SharedRows {
     return column.states != nullptr && (column.states[member] & state) != 0;
   }
   std::size_t indexOfWord(Member member, std::uint32_t place) const {
-    return static_cast<std::size_t>(member) * editableOfRows_.size() + place / bitsOfWord;
+    return static_cast<std::size_t>(member) * wordsOfEntity_ + place / bitsOfWord;
   }
   std::uint64_t word(Member member, std::uint32_t place) const {
     return editable_[indexOfWord(member, place)];
@@ -93,6 +93,7 @@ class SharedRows {
   std::span<const PROPINFO> rows_;
   std::vector<std::uint32_t> writable_;
   Member members_ = 0;
+  std::size_t wordsOfEntity_;
   // A bit for each row.
   std::vector<std::uint64_t> editableOfRows_;
   // As many words for each entity.

@@ -5,6 +5,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <limits>
 #include <random>
 #include <stdexcept>
@@ -65,6 +66,34 @@ TEST(Numbers, ARealIsReadInEveryUsualSpelling) {
   EXPECT_EQ(parseReal("1e5"), 1e5);
   EXPECT_EQ(parseReal("1.0E+005"), 1e5);
   EXPECT_EQ(parseReal("7"), 7.0);
+}
+
+TEST(Numbers, ARealOfAFewDigitsIsTheNearestDouble) {
+  // given digits with a point anywhere among them, up to more than a double holds
+  constexpr std::uint64_t seed = 20261122;
+  SCOPED_TRACE(seed);
+  std::mt19937_64 random(seed);
+  for (int i = 0; i < 100000; ++i) {
+    const std::size_t count = 1 + random() % 20;
+    std::string text = random() % 2 == 0 ? "-" : "";
+    const std::size_t point = random() % (2 * count);
+    for (std::size_t digit = 0; digit < count; ++digit) {
+      if (digit == point) text += '.';
+      text += static_cast<char>('0' + random() % 10);
+    }
+    const auto value = parseReal(text);
+    ASSERT_TRUE(value.has_value()) << text;
+    // then it is what the C library reads
+    ASSERT_EQ(std::bit_cast<std::uint64_t>(*value),
+              std::bit_cast<std::uint64_t>(std::strtod(text.c_str(), nullptr)))
+        << text;
+  }
+  EXPECT_TRUE(std::signbit(parseReal("-0").value_or(1.0)));
+  EXPECT_TRUE(std::signbit(parseReal("-0.000").value_or(1.0)));
+  EXPECT_EQ(parseReal("9007199254740993"), 9007199254740992.0);
+  EXPECT_EQ(parseReal("9007199254740995"), 9007199254740996.0);
+  EXPECT_EQ(parseReal("1.2.3"), std::nullopt);
+  EXPECT_EQ(parseReal("--1"), std::nullopt);
 }
 
 TEST(Numbers, ARealTooSmallForADoubleIsZero) {

@@ -304,10 +304,12 @@ HRESULT AutomationObject<Dispatch>::GetElementStrings(DISPID dispId, CALPOLESTR*
   if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
   return guarded([&] {
     const std::span<const std::wstring> labels = kind_.index.elementLabels(*row);
-    const std::size_t count = elementCount(subject(), *row);
-    CountedStrings list(count);
-    for (std::size_t i = 0; i < count; ++i)
-      list.add(labels[i % labels.size()]);
+    const std::size_t groups = elements->groups(subject(), *row);
+    CountedStrings list(labels.size() * groups);
+    for (std::size_t group = 0; group < groups; ++group) {
+      for (const std::wstring& label : labels)
+        list.add(label);
+    }
     return list.giveTo(*strings, *cookies);
   });
 }

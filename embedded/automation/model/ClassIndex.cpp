@@ -58,11 +58,6 @@ const PropertyRow* ClassIndex::find(std::wstring_view name) const noexcept {
   return position ? rows_[*position] : nullptr;
 }
 
-std::span<const std::wstring> ClassIndex::elementLabels(const PropertyRow& row) const noexcept {
-  const Entry* entry = findEntry(row.dispId);
-  return entry == nullptr ? std::span<const std::wstring>() : entry->labels;
-}
-
 DispatchType dispatchTypeOf(const ClassIndex& index) {
   const AutomationClass& kind = index.kind();
   // These types have no interface of their own whose id could stand here, so the class lends them its id.

@@ -33,7 +33,10 @@ class ClassIndex {
   // In any case of the letters; null when no row has it.
   [[nodiscard]] const PropertyRow* find(std::wstring_view name) const noexcept;
   // What the elements of one group of that row are labelled; empty for a row that is not expanded.
-  [[nodiscard]] std::span<const std::wstring> elementLabels(const PropertyRow& row) const noexcept;
+  [[nodiscard]] std::span<const std::wstring> elementLabels(const PropertyRow& row) const noexcept {
+    const Entry* const entry = findEntry(row.dispId);
+    return entry == nullptr ? std::span<const std::wstring>() : entry->labels;
+  }
   // Counts the references to the class's objects.
   [[nodiscard]] platform::LedgerAccount& account() const noexcept { return *account_; }
 

@@ -23,7 +23,7 @@ class NameIndex {
   }
 
   [[nodiscard]] std::optional<std::size_t> find(std::wstring_view name) const {
-    for (std::size_t at = hash(name); slots_[at & mask()].name != nullptr; ++at) {
+    for (std::size_t at = hash(name); slots_[at & mask()].name.data() != nullptr; ++at) {
       const Slot& slot = slots_[at & mask()];
       if (same(slot.name, name)) return slot.position;
     }
@@ -41,7 +41,8 @@ class NameIndex {
 
  private:
   struct Slot {
-    const wchar_t* name = nullptr;
+    // Without a text where there is none.
+    std::wstring_view name{};
     std::size_t position = 0;
   };
 
@@ -64,7 +65,7 @@ class NameIndex {
 
   bool place(const Slot& slot) {
     std::size_t at = hash(slot.name);
-    for (; slots_[at & mask()].name != nullptr; ++at) {
+    for (; slots_[at & mask()].name.data() != nullptr; ++at) {
       if (same(slots_[at & mask()].name, slot.name)) return false;
     }
     slots_[at & mask()] = slot;
@@ -75,7 +76,7 @@ class NameIndex {
     std::vector<Slot> old(slots_.size() * 2);
     old.swap(slots_);
     for (const Slot& slot : old) {
-      if (slot.name != nullptr) place(slot);
+      if (slot.name.data() != nullptr) place(slot);
     }
   }
 

@@ -45,6 +45,18 @@ TEST(SmallBlocks, NeverGiveOneThatIsTooSmall) {
   }
 }
 
+TEST(SmallBlocks, GiveABlockToWhoeverAsksForAsMuchAsItWasMadeFor) {
+  for (std::size_t bytes = 0; bytes <= SmallBlocks::largest; ++bytes) {
+    const std::size_t held = SmallBlocks::sizeFor(bytes);
+    EXPECT_GE(held, bytes);
+    SmallBlocks blocks;
+    void* block = std::malloc(held);
+    ASSERT_TRUE(blocks.keep(block, held));
+    EXPECT_EQ(block, blocks.take(bytes)) << bytes;
+    std::free(block);
+  }
+}
+
 TEST(SmallBlocks, GiveABlockOfTheHeapToWhoeverAsksForAsMuch) {
   // As the C heap rounds them.
   for (std::size_t bytes = 24; bytes <= SmallBlocks::largest; bytes += 16) {

@@ -1,0 +1,113 @@
+#pragma once
+
+// Where properties stand in a drawing's records, remembered for all records of one shape.
+//
+// A drawing's records look like many others: its lines have the same codes in the same order, with the same markers
+// between them, and where a property stands depends on nothing else. A query looks thirty properties of each line up, one
+// property after the other in all of them, so what was found in one is kept for the others.
+//
+// Records that were edited have no shape, and neither have long ones, nor those of a drawing of very many shapes: in them
+// every lookup goes through the pairs.
+// Threads: those of the drawing.
+// Failure: none; a record has no shape either where there is no memory for it.
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "dxf/RecordView.h"
+
+namespace velt::database {
+
+class RecordShapes {
+ public:
+  // For a document of so many records.
+  explicit RecordShapes(std::size_t records) : records_(records) {}
+
+  // As dxf::RecordView::find() and pointPairs(); `view` is that of the record now.
+  [[nodiscard]] std::optional<std::size_t> find(std::uint32_t record, const dxf::RecordView& view, int code,
+                                                std::string_view subclass) {
+    const Place* const place = placeOf(record, view, {code, false, subclass});
+    if (place == nullptr) return view.find(code, subclass);
+    return place->isFound ? std::optional<std::size_t>(place->pairs.x) : std::nullopt;
+  }
+  [[nodiscard]] std::optional<dxf::PointPairs> pointPairs(std::uint32_t record, const dxf::RecordView& view,
+                                                          int code, std::string_view subclass) {
+    const Place* const place = placeOf(record, view, {code, true, subclass});
+    if (place == nullptr) return view.pointPairs(code, subclass);
+    return place->isFound ? std::optional(place->pairs) : std::nullopt;
+  }
+
+  static constexpr std::size_t mostPairs = 64;
+  static constexpr std::size_t mostShapes = 1024;
+
+ private:
+  struct Wanted {
+    int code = 0;
+    bool isPoint = false;
+    std::string_view subclass{};
+    bool operator==(const Wanted&) const = default;
+  };
+
+  // What was looked up, and where it stands: of a single value only x.
+  struct Place {
+    Wanted wanted{};
+    bool isFound = false;
+    dxf::PointPairs pairs{};
+  };
+
+  struct Shape {
+    std::vector<int> codes;
+    // The pairs whose values decide what the pairs after them are, with these values.
+    std::vector<std::pair<std::size_t, std::string>> marks;
+    // Each lookup has one place; the last one that has it stays.
+    std::array<Place, 64> places{};
+  };
+
+  using ShapeNumber = std::uint16_t;
+  // Of records; all other numbers are those of shapes, counted from 2.
+  static constexpr ShapeNumber unknown = 0;
+  static constexpr ShapeNumber shapeless = 1;
+
+  static std::size_t slotOf(const Wanted& wanted) noexcept {
+    return (static_cast<std::size_t>(wanted.code) * 2 + (wanted.isPoint ? 1 : 0) + wanted.subclass.size() * 7)
+           % 64;
+  }
+
+  // Null for a record without a shape.
+  const Place* placeOf(std::uint32_t record, const dxf::RecordView& view, const Wanted& wanted) {
+    if (!view.isAsRead()) return nullptr;
+    if (record >= shapeOfRecord_.size() || shapeOfRecord_[record] == unknown) [[unlikely]]
+      learn(record, view);
+    if (record >= shapeOfRecord_.size() || shapeOfRecord_[record] == shapeless) return nullptr;
+    Place& place = shapes_[shapeOfRecord_[record] - std::size_t{2}].places[slotOf(wanted)];
+    if (!(place.wanted == wanted)) [[unlikely]]
+      if (!lookUp(view, wanted, place)) return nullptr;
+    return &place;
+  }
+
+  void learn(std::uint32_t record, const dxf::RecordView& view) noexcept;
+  ShapeNumber numberOf(const dxf::RecordView& view);
+  bool lookUp(const dxf::RecordView& view, const Wanted& wanted, Place& place) noexcept;
+
+  std::size_t records_;
+  // Empty until the first lookup.
+  std::vector<ShapeNumber> shapeOfRecord_;
+  std::deque<Shape> shapes_;
+  // By what they look like.
+  std::unordered_multimap<std::size_t, ShapeNumber> numbers_;
+  ShapeNumber last_ = shapeless;
+  // The names in places.
+  std::set<std::string, std::less<>> subclasses_;
+};
+
+}  // namespace velt::database
