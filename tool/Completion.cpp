@@ -180,9 +180,7 @@ class AskedDrawing {
   }
   std::vector<VkDbObjectId> selected() const {
     if (!drawing_) return {};
-    SelectionRequest request = subject_.selection;
-    request.all = request.all || request.isEmpty();
-    return select(*drawing_, request).ids;
+    return select(*drawing_, subject_.selection).ids;
   }
 
   const Subject& subject_;

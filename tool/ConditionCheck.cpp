@@ -120,15 +120,12 @@ bool ConditionCheck::holds(const Condition& condition, VkDbObjectId entity,
   }
   Experience& experience = experience_[&condition];
   if (isFactName(condition.name)) {
-    experience.isKnown = experience.isUnderstood = true;
+    experience.isKnown = true;
     return condition.kind == Kind::has || textCompares(condition, factOf(entity, condition.name));
   }
   const std::vector<palette::Row> meant = rowsMeant(rows, condition.name);
   experience.isKnown = experience.isKnown || !meant.empty();
-  if (condition.kind == Kind::has) {
-    experience.isUnderstood = true;
-    return !meant.empty();
-  }
+  if (condition.kind == Kind::has) return !meant.empty();
   return std::any_of(meant.begin(), meant.end(),
                      [&](const palette::Row& row) { return compares(condition, row, experience); });
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/Files.h"
+#include "tests/support/Golden.h"
 
 namespace velt::tool {
 namespace {
@@ -49,6 +50,20 @@ TEST_F(ManPages, ThePageOfTheProgramNamesTheCommandsThatItsHelpLists) {
   const std::string page = manPage(app);
   EXPECT_THAT(page, HasSubstr("\\fBdraw\\-line\\fR(1)"));
   EXPECT_THAT(page, Not(HasSubstr("inner")));
+}
+
+// Without what a release changes.
+std::string withoutRelease(std::string page) {
+  const std::size_t title = page.find(" 1 ");
+  return page.erase(title, page.find('\n') - title);
+}
+
+TEST_F(ManPages, AreAsTheyWereAccepted) {
+  CLI::App* const circle = app.add_subcommand("circle", "Draws a circle");
+  circle->add_option("--radius", text, "How large");
+  EXPECT_TRUE(tests::matchesGolden("golden/output/man-pages.txt", withoutRelease(manPage(app)) + "\n"
+                                                                      + withoutRelease(manPage(*line)) + "\n"
+                                                                      + withoutRelease(manPage(*circle))));
 }
 
 TEST_F(ManPages, EachListedCommandHasAFile) {

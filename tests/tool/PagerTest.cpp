@@ -75,6 +75,13 @@ TEST_F(PagerTest, ThePagerTakesTheSignalsThatTheProgramWaitsFor) {
   EXPECT_FALSE(std::filesystem::exists(file));
 }
 
+TEST_F(PagerTest, AnInterruptIsForThePager) {
+  std::signal(SIGINT, SIG_DFL);
+  // It would end this program.
+  EXPECT_EQ(paged("read line; kill -INT $PPID; cat > /dev/null", "1\n2\n3\n4\n"), "");
+  EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL) << "afterwards it is for the program again";
+}
+
 TEST_F(PagerTest, NoPagerIsAskedForByAnEmptyOneAndByCat) {
   for (const char* const none : {"", "cat"})
     EXPECT_EQ(paged(none, "1\n2\n3\n4\n"), "1\n2\n3\n4\n");
