@@ -11,6 +11,7 @@
 #include "tool/JsonOutput.h"
 #include "tool/NamedRows.h"
 #include "tool/OpenDrawing.h"
+#include "tool/Progress.h"
 #include "tool/RowJson.h"
 
 namespace velt::tool {
@@ -18,6 +19,19 @@ namespace velt::tool {
 namespace {
 
 using Json = nlohmann::ordered_json;
+
+// Each entity may be asked by itself.
+Explanation explanationOf(palette::Selection& selection, const std::string& name,
+                          const palette::NumberStyle& style) {
+  const ReadingProgress progress;
+  try {
+    selection.query();
+  } catch (const palette::Error&) {
+    // The entity that stands in the way is found below.
+  }
+  const std::vector<palette::Row> rows = rowsMeant(selection.rows(), name);
+  return rows.empty() ? explainAbsence(selection, name) : explainRow(selection, rows.front(), style);
+}
 
 // --- output ----------------------------------------------------------------------------------------------
 
@@ -75,14 +89,7 @@ void explain(const ExplainRequest& request, std::ostream& out) {
   const std::unique_ptr<database::Drawing> drawing = openDrawing(request.drawing);
   palette::Selection selection(select(*drawing, request.selection).ids);
   if (selection.size() == 0) throw Failure(fmt::format("{}: nothing selected", request.drawing));
-  try {
-    selection.query();
-  } catch (const palette::Error&) {
-    // The entity that stands in the way is found below.
-  }
-  const std::vector<palette::Row> rows = rowsMeant(selection.rows(), request.name);
-  const Explanation explanation = rows.empty() ? explainAbsence(selection, request.name)
-                                               : explainRow(selection, rows.front(), numberStyleOf(*drawing));
+  const Explanation explanation = explanationOf(selection, request.name, numberStyleOf(*drawing));
   if (request.json)
     printAsJson(request, selection, explanation, out);
   else

@@ -14,6 +14,7 @@
 #include "tool/Failure.h"
 #include "tool/JsonOutput.h"
 #include "tool/OpenDrawing.h"
+#include "tool/Progress.h"
 #include "tool/ReadOnlyRows.h"
 #include "tool/RowJson.h"
 #include "tool/ValueGroups.h"
@@ -22,10 +23,15 @@ namespace velt::tool {
 
 namespace {
 
+// What stands behind each row that varies.
+using ValuesOfRows = std::map<const PROPINFO*, std::vector<SelectableValue>>;
+
 struct Shown {
   const ShowRequest& request;
   const SelectedEntities& selected;
   const palette::Selection& selection;
+  // Empty unless they were asked for.
+  ValuesOfRows values{};
   std::map<std::string, std::size_t> classes{};
   // Entities on locked layers, which no write changes.
   std::size_t locked = 0;
@@ -40,6 +46,17 @@ void countEntities(Shown& shown) {
   }
 }
 
+// Before anything is printed, because it takes long for a large selection and shows its progress.
+void readValues(Shown& shown) {
+  if (!shown.request.values) return;
+  const ReadingProgress progress;
+  const std::vector<palette::Row>& rows = shown.selection.rows();
+  for (const palette::Row& row : rows) {
+    if (row.isVarying())
+      shown.values.emplace(&row.record(), valuesBehind(shown.selection, row, rows, shown.style));
+  }
+}
+
 // --- for people ------------------------------------------------------------------------------------------
 
 void printChoices(const palette::Row& row, const Terminal& terminal, std::ostream& out) {
@@ -47,10 +64,8 @@ void printChoices(const palette::Row& row, const Terminal& terminal, std::ostrea
     out << terminal.fitted("      " + choice.label) << '\n';
 }
 
-void printValues(const Shown& shown, const palette::Row& row, std::ostream& out) {
+void printValues(const Shown& shown, const std::vector<SelectableValue>& values, std::ostream& out) {
   constexpr std::size_t mostValues = 20;
-  const std::vector<SelectableValue> values =
-      valuesBehind(shown.selection, row, shown.selection.rows(), shown.style);
   const std::size_t count = std::min(values.size(), mostValues);
   std::size_t countWidth = 0;
   std::size_t textWidth = 0;
@@ -134,7 +149,8 @@ void printRow(const Shown& shown, const palette::Row& row, const std::string& na
     line = pair + terminal.faint(std::string_view(line).substr(pair.size()));
   out << line << '\n';
   if (shown.request.choices && row.hasChoices()) printChoices(row, terminal, out);
-  if (shown.request.values && row.isVarying()) printValues(shown, row, out);
+  if (const auto values = shown.values.find(&row.record()); values != shown.values.end())
+    printValues(shown, values->second, out);
 }
 
 void printRows(const Shown& shown, std::ostream& out) {
@@ -182,10 +198,9 @@ void printForPeople(const Shown& shown, std::ostream& out) {
 
 // --- for programs ----------------------------------------------------------------------------------------
 
-nlohmann::ordered_json valuesJson(const Shown& shown, const palette::Row& row) {
+nlohmann::ordered_json valuesJson(const Shown& shown, const std::vector<SelectableValue>& values) {
   auto list = nlohmann::ordered_json::array();
-  for (const SelectableValue& value :
-       valuesBehind(shown.selection, row, shown.selection.rows(), shown.style)) {
+  for (const SelectableValue& value : values) {
     auto handles = nlohmann::ordered_json::array();
     for (const std::size_t entity : value.group.entities)
       handles.push_back(handleText(shown.selection.entity(entity)));
@@ -222,7 +237,8 @@ void printAsJson(const Shown& shown, std::ostream& out) {
       made["readOnlyReason"] = reason;
     if (const Refusals refusals = refusalsOf(shown.selection, row); !refusals.entities.empty())
       made["refused"] = {{"count", refusals.entities.size()}, {"reason", refusals.reason}};
-    if (shown.request.values && row.isVarying()) made["values"] = valuesJson(shown, row);
+    if (const auto values = shown.values.find(&row.record()); values != shown.values.end())
+      made["values"] = valuesJson(shown, values->second);
   }
   printJson(json, out);
 }
@@ -240,6 +256,7 @@ void show(const ShowRequest& request, std::ostream& out) {
               .style = numberStyleOf(*drawing, request.precise),
               .units = Units(*drawing)};
   countEntities(shown);
+  readValues(shown);
   if (request.json)
     printAsJson(shown, out);
   else
