@@ -77,6 +77,13 @@ std::wstring fromUtf8(std::string_view text) {
 }
 
 std::string oneLine(std::wstring_view text) {
+  // Nearly all names and labels, of which a selection by a condition reads thirty of every entity.
+  const auto isPlain = [](wchar_t c) { return c >= 0x20 && c < 0x7F; };
+  if (std::all_of(text.begin(), text.end(), isPlain)) {
+    std::string line(text.size(), ' ');
+    std::transform(text.begin(), text.end(), line.begin(), [](wchar_t c) { return static_cast<char>(c); });
+    return line;
+  }
   std::wstring line;
   for (const wchar_t c : text) {
     if (c == L'\r') continue;

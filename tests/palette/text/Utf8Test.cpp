@@ -25,6 +25,10 @@ TEST(Utf8, BytesThatAreNotUtf8BecomeReplacementsOneByOne) {
 
 TEST(Utf8, ALineOfATerminalHoldsNoLineEndsAndNoControls) {
   EXPECT_EQ(oneLine(L"two\r\nlines\tand\x1B[31m"), "two\xE2\x86\xB5lines and [31m");
+  EXPECT_EQ(oneLine(L" ~"), " ~") << "the first and the last character that a typewriter has";
+  EXPECT_EQ(oneLine(L"\x1F\x7F\x80"), "   ");
+  EXPECT_EQ(oneLine(L"\xA0\xE9"), "\xC2\xA0\xC3\xA9");
+  EXPECT_EQ(oneLine(L""), "");
 }
 
 TEST(Utf8, CaseOfLettersDoesNotMatterButLengthDoes) {
