@@ -98,6 +98,42 @@ TEST_F(Where, OneOfSeveralRowsOfANameIsEnough) {
   EXPECT_THAT(where("Vertex X#2 = 7"), ElementsAre("33"));
 }
 
+TEST(WhereOfTwoKinds, AValueThatOnlySomePropertiesOfANameUnderstandIsNoMistake) {
+  // An attribute is a text, what a circle has under the same name a number.
+  const std::string reference = pairs({{0, "INSERT"},
+                                       {5, "34"},
+                                       {100, "AcDbEntity"},
+                                       {8, "0"},
+                                       {100, "AcDbBlockReference"},
+                                       {66, "1"},
+                                       {2, "Door"},
+                                       {10, "0"},
+                                       {20, "0"},
+                                       {0, "ATTRIB"},
+                                       {5, "35"},
+                                       {100, "AcDbEntity"},
+                                       {8, "0"},
+                                       {100, "AcDbText"},
+                                       {10, "0"},
+                                       {20, "0"},
+                                       {40, "1"},
+                                       {1, "wide"},
+                                       {100, "AcDbAttribute"},
+                                       {2, "RADIUS"},
+                                       {70, "0"},
+                                       {0, "SEQEND"},
+                                       {5, "36"}});
+  const std::string block = pairs({{0, "BLOCK"}, {5, "50"}, {8, "0"}, {2, "Door"}, {70, "0"}, {0, "ENDBLK"}});
+  for (const std::string& entities : {circle("31", "0") + reference, reference + circle("31", "0")}) {
+    const auto drawing = Drawing::parse(drawingOf({{"0"}}, entities, block), "house.dxf");
+    const auto fitting = select(*drawing, {.where = "Radius = wide"}).ids;
+    ASSERT_EQ(fitting.size(), 1U);
+    EXPECT_EQ(handleText(fitting.front()), "34");
+    EXPECT_THROW(select(*drawing, {.types = {"Circle"}, .where = "Radius = wide"}), Failure);
+    EXPECT_EQ(select(*drawing, {.where = "Radius = 2.5"}).ids.size(), 1U);
+  }
+}
+
 TEST_F(Where, FactsOfTheEntityStandBesideItsProperties) {
   EXPECT_THAT(where("@class = Line and @layer = Walls"), ElementsAre("2F"));
   EXPECT_THAT(where("@type in (ARC, LWPOLYLINE)"), ElementsAre("32", "33"));
