@@ -79,7 +79,8 @@ class Side {
     for (std::size_t i = 0; i < ids_.size(); ++i) {
       std::string handle = handleText(ids_[i]);
       const std::size_t number = counts[handle]++;
-      byKey_.try_emplace(keys_.emplace_back(std::move(handle), number), i);
+      keys_.push_back({std::move(handle), number});
+      byKey_.try_emplace(keys_.back(), i);
     }
   }
 
