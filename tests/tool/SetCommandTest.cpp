@@ -78,6 +78,21 @@ extern "C" int flock(int descriptor, int operation) noexcept {
   return real(descriptor, operation);
 }
 
+TEST_F(SetCommand, StandardOutputGetsTheDrawingWhetherItChangedOrNot) {
+  for (const char* const value : {"Frozen", "Walls"}) {
+    std::ostringstream drawing;
+    std::ostringstream report;
+    std::ostringstream err;
+    SetRequest request{.drawing = file, .assignments = {std::string("Layer=") + value}, .output = "-"};
+    request.selection.handles = {"2F"};
+    request.standardOutput = &drawing;
+    set(request, report, err);
+    EXPECT_THAT(drawing.str(), testing::StartsWith(contentOf(file).substr(0, 20)));
+    EXPECT_THAT(drawing.str(), testing::EndsWith("EOF\n"));
+    EXPECT_THAT(report.str(), HasSubstr("\n-: saved\n"));
+  }
+}
+
 TEST_F(SetCommand, WritesTheValueToTheSelectionAndSavesItElsewhere) {
   const std::string report = run({.selection = {.types = {"Line"}}, .assignments = {"layer=0"}});
   EXPECT_EQ(code, succeeded);

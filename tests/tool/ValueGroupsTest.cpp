@@ -58,6 +58,16 @@ TEST_F(ValueGroups, TextsAreQuotedForTheConditionAndForTheShell) {
   EXPECT_EQ(options(values)[0], "--where \"Contents='it''s \\$5 \\\"net\\\"'\"");
 }
 
+TEST_F(ValueGroups, LettersDigitsPointsAndHyphensNeedNoQuotes) {
+  const auto values = behind(text("2F", "azAZ09.-") + text("30", "a_b"), "Contents");
+  EXPECT_THAT(options(values), ElementsAre("--where \"Contents=azAZ09.-\"", "--where \"Contents='a_b'\""));
+  for (const std::string other : {"/", ":", "@", "[", "^", "{", ",", "+"}) {
+    EXPECT_THAT(options(behind(text("2F", other) + text("30", "plain"), "Contents"))[0],
+                testing::HasSubstr("='" + other + "'"))
+        << other;
+  }
+}
+
 TEST_F(ValueGroups, ChoicesOfSeveralClassesAreSelectedByHandle) {
   EXPECT_THAT(options(behind(line("2F", "0") + line("31", "0"), "Lineweight")),
               ElementsAre(testing::StartsWith("--where ")));
