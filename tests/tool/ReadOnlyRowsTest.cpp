@@ -48,14 +48,26 @@ TEST(ReadOnlyRows, AValueThatTheFormatHasNoPlaceForIsRefusedByEveryEntity) {
                                  {20, "0"},
                                  {11, "1"},
                                  {21, "1"},
+                                 {0, "CIRCLE"},
+                                 {5, "30"},
+                                 {8, "0"},
+                                 {10, "0"},
+                                 {20, "0"},
+                                 {40, "1"},
                                  {0, "ENDSEC"},
                                  {0, "EOF"}});
   const auto drawing = Drawing::parse(old, "old.dxf");
   velt::palette::Selection selection(select(*drawing, {.all = true}).ids);
   selection.query();
   const Refusals refusals = refusalsOf(selection, selection.row("Lineweight"));
-  EXPECT_EQ(refusals.entities.size(), 1U);
+  EXPECT_EQ(refusals.entities.size(), 2U);
   EXPECT_NE(refusals.reason.find("cannot store this property"), std::string::npos) << refusals.reason;
+  // What the host said of each is replaced.
+  velt::palette::Report report;
+  report.reasons = {{0, "refused"}, {1, "refused"}};
+  tellWhyRefused(report, selection, selection.row("Lineweight"), automation::RefusalLog());
+  EXPECT_EQ(report.reasons.at(0), refusals.reason);
+  EXPECT_EQ(report.reasons.at(1), refusals.reason);
 }
 
 }  // namespace
