@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/time.h>
+
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -73,6 +75,26 @@ TEST_F(PagerTest, ThePagerTakesTheSignalsThatTheProgramWaitsFor) {
   EXPECT_EQ(paged("kill -INT $$; : > " + file, "1\n2\n3\n4\n"), "");
   pthread_sigmask(SIG_SETMASK, &before, nullptr);
   EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+TEST_F(PagerTest, SignalsOnTheWayCostNoText) {
+  // Writing to a pager that does not read yet is interrupted again and again, before anything was written and in between.
+  struct sigaction before {};
+  struct sigaction ignoring {};
+  ignoring.sa_handler = [](int) {};
+  ASSERT_EQ(0, sigaction(SIGALRM, &ignoring, &before));
+  const itimerval often{{0, 5000}, {0, 5000}};
+  ASSERT_EQ(0, setitimer(ITIMER_REAL, &often, nullptr));
+  const tests::TemporaryFolder folder;
+  const std::string file = folder.path("paged");
+  std::string text;
+  for (int line = 0; line < 60'000; ++line)
+    text += std::to_string(line) + "\n";
+  EXPECT_EQ(paged("sleep 0.1; head -c 100000 > " + file + "; sleep 0.1; cat >> " + file, text), "");
+  const itimerval never{};
+  setitimer(ITIMER_REAL, &never, nullptr);
+  sigaction(SIGALRM, &before, nullptr);
+  EXPECT_TRUE(tests::contentOf(file) == text);
 }
 
 TEST_F(PagerTest, AnInterruptIsForThePager) {

@@ -57,6 +57,10 @@ TEST(Progress, LongWorkShowsThePercentageAndClearsItAtTheEnd) {
     progress.report(1, 2);
     progress.report(1, 2);
     EXPECT_EQ(terminal.shown(), "\r\033[KLoading a.dxf: 50%");
+    progress.report(199, 200);
+    EXPECT_EQ(terminal.shown(), "\r\033[KLoading a.dxf: 99%") << "not yet done";
+    progress.report(200, 200);
+    EXPECT_EQ(terminal.shown(), "\r\033[KLoading a.dxf: 100%");
   }
   EXPECT_EQ(terminal.shown(), "\r\033[K");
 }
