@@ -15,6 +15,7 @@ TEST(DimRotatedTest, MeasuresAlongItsDirection) {
   const auto drawing = Sample()
       .entity("DIMENSION", {{100, "AcDbDimension"}, {10, "9"}, {20, "5"}, {70, "32"}, {100, "AcDbAlignedDimension"}, {13, "1"}, {23, "2"}, {14, "4"}, {24, "6"}, {50, "90"}})
       .entity("DIMENSION", {{70, "160"}, {13, "1"}, {23, "2"}, {14, "4"}, {24, "6"}})
+      .entity("DIMENSION", {{70, "32"}, {13, "1"}, {23, "2"}, {14, "4"}, {24, "6"}, {50, "30"}})
       .open();
   // clang-format on
   const Bound upright(*drawing, 0);
@@ -26,6 +27,7 @@ TEST(DimRotatedTest, MeasuresAlongItsDirection) {
   EXPECT_EQ(L"Rotated Dimension", upright.text(L"EntityName"));
   const Bound old(*drawing, 1);
   EXPECT_EQ(3, old.real(L"Measurement"));
+  EXPECT_NEAR(1.5 * std::numbers::sqrt3 + 2, Bound(*drawing, 2).real(L"Measurement"), 1e-12);
 }
 
 TEST(DimRotatedTest, TellsTheMeasurementInTheScaleOfItsStyle) {

@@ -42,6 +42,15 @@ TEST(SplineTest, ACurveInSpaceHasALengthAndNoArea) {
   EXPECT_EQ(1, made.element(L"FitPoint", 2));
 }
 
+TEST(SplineTest, ACurveThatLeavesThePlaneOfItsEndsHasNoArea) {
+  // clang-format off
+  const auto drawing = Sample()
+      .entity("SPLINE", {{100, "AcDbSpline"}, {71, "3"}, {40, "0"}, {40, "0"}, {40, "0"}, {40, "0"}, {40, "1"}, {40, "1"}, {40, "1"}, {40, "1"}, {10, "0"}, {20, "0"}, {30, "0"}, {10, "1"}, {20, "1"}, {30, "2"}, {10, "2"}, {20, "1"}, {30, "1"}, {10, "3"}, {20, "0"}, {30, "0"}})
+      .open();
+  // clang-format on
+  EXPECT_EQ(DISP_E_EXCEPTION, Bound(*drawing, 0).get(L"Area").result);
+}
+
 TEST(SplineTest, WithoutAControlPointThereIsNoCurve) {
   const auto drawing = drawingWithSpline();
   const Bound made(*drawing, 2);
