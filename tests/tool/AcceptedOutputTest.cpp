@@ -58,6 +58,8 @@ const Listed listings[] = {
       {"list", "gallery.dxf", "--where", "'Start angle' = 30 or Closed = Yes"},
       {"list", "gallery.dxf", "--where", "Layer in ('0', Text) and has Height"},
       {"list", "gallery.dxf", "--where", "@handle = 43 or @handle like '4?'"},
+      {"list", "gallery.dxf", "--where", "Justify = Left"},
+      {"list", "gallery.dxf", "--type", "MText", "--where", "Justify = Left"},
       {"list", "plan.dxf", "--where", "NUMBER >= 3"},
       {"list", "plan.dxf", "--where", "Length > long"},
       {"list", "plan.dxf", "--where", "Radius = 5 and"},
