@@ -51,6 +51,12 @@ TEST(Spline, TheIntegralOfAPolynomialCurveIsExact) {
   EXPECT_NEAR(1.0 / 6, bezier({{0, 0}, {0.5, 0}, {1, 1}}).boundaryIntegral(effort).value(), 1e-15);
 }
 
+TEST(Spline, AnEmptySpanAtTheEndAnswersWithTheOneBeforeIt) {
+  const Spline curve = Spline::make(2, {0, 0, 0, 1, 1, 1, 1}, {{0, 0}, {1, 2}, {3, 0}, {9, 9}}, {}).value();
+  EXPECT_NEAR(0, length(curve.at(1.0) - Vector2{3, 0}), 1e-14);
+  EXPECT_NEAR(0, length(curve.at(0.5) - Vector2{1.25, 1}), 1e-14);
+}
+
 TEST(Spline, InnerKnotsAreRunThroughSpanBySpan) {
   const Spline curve =
       Spline::make(2, {0, 0, 0, 1, 1, 3, 3, 3}, {{0, 0}, {1, 2}, {2, 0}, {3, 5}, {4, 1}}, {}).value();
