@@ -185,6 +185,12 @@ TEST_F(TypeInfoTest, FindsIdsOfNamesInAnyCase) {
   name = unknown;
   EXPECT_EQ(DISP_E_UNKNOWNNAME, info->GetIDsOfNames(&name, 1, &id));
   EXPECT_EQ(DISPID_UNKNOWN, id);
+  LPOLESTR withParameters[] = {real, unknown, unknown};
+  MEMBERID ids[] = {0, 0, 0};
+  EXPECT_EQ(DISP_E_UNKNOWNNAME, info->GetIDsOfNames(withParameters, 3, ids));
+  EXPECT_EQ(7, ids[0]);
+  EXPECT_EQ(DISPID_UNKNOWN, ids[1]);
+  EXPECT_EQ(DISPID_UNKNOWN, ids[2]);
   EXPECT_EQ(E_POINTER, info->GetIDsOfNames(nullptr, 1, &id));
   EXPECT_EQ(E_POINTER, info->GetIDsOfNames(&name, 1, nullptr));
   EXPECT_EQ(E_INVALIDARG, info->GetIDsOfNames(&name, 0, &id));
