@@ -37,6 +37,20 @@ TEST(NumberStyle, ThePrecisionComesFromTheHeader) {
   EXPECT_EQ(numberStyleOf(*silent).lengthPlaces, 4);
 }
 
+TEST(NumberStyle, TheDirectionThatAnglesBeginAtIsAnAngleOfTheHeader) {
+  const std::string text = pairs({{0, "SECTION"},
+                                  {2, "HEADER"},
+                                  {9, "$ANGBASE"},
+                                  {50, "90"},
+                                  {9, "$ANGDIR"},
+                                  {70, "1"},
+                                  {0, "ENDSEC"},
+                                  {0, "EOF"}});
+  const auto drawing = Drawing::parse(text, "a.dxf");
+  EXPECT_EQ(numberStyleOf(*drawing).angleBase, 90.0);
+  EXPECT_TRUE(numberStyleOf(*drawing).isClockwise);
+}
+
 TEST(NumberStyle, APrecisionBeyondReasonIsCutBack) {
   const std::string text = pairs({{0, "SECTION"},
                                   {2, "HEADER"},

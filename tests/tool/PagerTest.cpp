@@ -41,6 +41,12 @@ TEST_F(PagerTest, ShortOutputStaysOnTheTerminal) {
   EXPECT_EQ(paged("false", "1\n2\n3\n"), "1\n2\n3\n");
 }
 
+TEST_F(PagerTest, WhatNobodyFinishedGoesOutAtTheEnd) {
+  std::ostringstream terminal;
+  Pager(terminal, 3) << "1\n2\n";
+  EXPECT_EQ(terminal.str(), "1\n2\n");
+}
+
 TEST_F(PagerTest, LongOutputGoesThroughThePager) {
   const tests::TemporaryFolder folder;
   const std::string file = folder.path("paged");

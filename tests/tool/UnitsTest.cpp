@@ -22,6 +22,9 @@ TEST(Units, OfLengthsIsThatOfTheDrawing) {
   const Sample inMillimeters = Sample().header("$INSUNITS", 70, "4");
   EXPECT_EQ(unitOf(inMillimeters, PropertyKind::distance), "millimeters");
   EXPECT_EQ(unitOf(inMillimeters, PropertyKind::area), "square millimeters");
+  EXPECT_EQ(unitOf(Sample().header("$INSUNITS", 70, "1"), PropertyKind::distance), "inches");
+  EXPECT_EQ(unitOf(Sample().header("$INSUNITS", 70, "24"), PropertyKind::distance), "US survey miles");
+  EXPECT_EQ(unitOf(Sample().header("$INSUNITS", 70, "25"), PropertyKind::distance), "drawing units");
   EXPECT_EQ(unitOf(Sample().header("$INSUNITS", 70, "21"), PropertyKind::distance), "US survey feet");
 }
 
