@@ -35,16 +35,17 @@ bool isOf(const dxf::RecordView& view, const Shape& shape) {
 
 }  // namespace
 
-void RecordShapes::learn(std::uint32_t record, const dxf::RecordView& view) noexcept {
+RecordShapes::ShapeNumber RecordShapes::learn(std::uint32_t record, const dxf::RecordView& view) noexcept {
   try {
     if (shapeOfRecord_.empty()) shapeOfRecord_.resize(records_);
-    shapeOfRecord_[record] = numberOf(view);
+    return shapeOfRecord_[record] = learned(view);
   } catch (const std::bad_alloc&) {
     // Whoever asks next tries again.
+    return unknown;
   }
 }
 
-RecordShapes::ShapeNumber RecordShapes::numberOf(const dxf::RecordView& view) {
+RecordShapes::ShapeNumber RecordShapes::learned(const dxf::RecordView& view) {
   if (view.size() > mostPairs) return shapeless;
   // Mostly a record looks like the one before it.
   if (last_ != shapeless && isOf(view, shapes_[last_ - std::size_t{2}])) return last_;

@@ -86,17 +86,21 @@ class RecordShapes {
   // Null for a record without a shape.
   const Place* placeOf(std::uint32_t record, const dxf::RecordView& view, const Wanted& wanted) {
     if (!view.isAsRead()) return nullptr;
-    if (record >= shapeOfRecord_.size() || shapeOfRecord_[record] == unknown) [[unlikely]]
-      learn(record, view);
-    if (record >= shapeOfRecord_.size() || shapeOfRecord_[record] == shapeless) return nullptr;
-    Place& place = shapes_[shapeOfRecord_[record] - std::size_t{2}].places[slotOf(wanted)];
-    if (!(place.wanted == wanted)) [[unlikely]]
-      if (!lookUp(view, wanted, place)) return nullptr;
+    const ShapeNumber number = numberOf(record, view);
+    if (number == unknown || number == shapeless) return nullptr;
+    Place& place = shapes_[number - std::size_t{2}].places[slotOf(wanted)];
+    if (!(place.wanted == wanted) && !lookUp(view, wanted, place)) return nullptr;
     return &place;
   }
 
-  void learn(std::uint32_t record, const dxf::RecordView& view) noexcept;
-  ShapeNumber numberOf(const dxf::RecordView& view);
+  // Unknown where there was no memory to learn it.
+  ShapeNumber numberOf(std::uint32_t record, const dxf::RecordView& view) noexcept {
+    if (shapeOfRecord_.empty() || shapeOfRecord_[record] == unknown) [[unlikely]]
+      return learn(record, view);
+    return shapeOfRecord_[record];
+  }
+  ShapeNumber learn(std::uint32_t record, const dxf::RecordView& view) noexcept;
+  ShapeNumber learned(const dxf::RecordView& view);
   bool lookUp(const dxf::RecordView& view, const Wanted& wanted, Place& place) noexcept;
 
   std::size_t records_;

@@ -6,6 +6,8 @@
 
 #include "embedded/database/Drawing.h"
 #include "embedded/database/Lens.h"
+#include "tests/support/AllocationSpy.h"
+#include "tests/support/ReplacedAllocation.h"
 #include "tests/support/WholeDrawings.h"
 
 namespace velt::database {
@@ -82,6 +84,34 @@ class RecordShapesOf : public testing::Test {
     return places;
   }
 };
+
+TEST_F(RecordShapesOf, WithoutMemoryForAShapeTheRecordIsLookedThrough) {
+  if (!tests::AllocationSpy::seesNew()) GTEST_SKIP() << "operator new cannot be failed here";
+  const auto drawing =
+      drawingOfLines({{{100, "AcDbEntity"}, {8, "0"}, {100, "A longer name than a text holds"}, {39, "1"}}});
+  std::uint32_t record = 0;
+  while (drawing->document().type(record) != "LINE")
+    ++record;
+  const dxf::RecordView view = drawing->view(record);
+  const std::string_view subclass = "A longer name than a text holds";
+  const auto there = view.find(39, subclass);
+  ASSERT_TRUE(there);
+  std::uint64_t failed = 0;
+  for (bool isFailing = true; isFailing; failed += isFailing ? 1 : 0) {
+    RecordShapes shapes(drawing->document().recordCount());
+    std::optional<std::size_t> found, missing;
+    {
+      const auto spy = tests::AllocationSpy::failNth(failed + 1);
+      found = shapes.find(record, view, 39, subclass);
+      isFailing = spy.counts().failures > 0;
+      missing = shapes.find(record, view, 40, subclass);
+    }
+    EXPECT_EQ(there, found) << failed;
+    EXPECT_FALSE(missing) << failed;
+    EXPECT_EQ(there, shapes.find(record, view, 39, subclass)) << "with memory again";
+  }
+  EXPECT_GT(failed, 3U);
+}
 
 TEST_F(RecordShapesOf, RecordsThatDifferInAMarkerDiffer) {
   const RecordPairs one{{100, "AcDbEntity"}, {8, "0"}, {100, "AcDbLine"}, {40, "1"}};
