@@ -27,7 +27,7 @@ class CountedStringsHolder {
     held_ = other.detach();
     return *this;
   }
-  ~CountedStringsHolder() { reset(); }
+  ~CountedStringsHolder() { free(held_); }
 
   // For the two out-parameters.
   [[nodiscard]] CALPOLESTR* putStrings() {
@@ -62,8 +62,11 @@ class CountedStringsHolder {
   }
 
   // Gives everything back before the scope ends.
-  void reset() {
-    const auto [strings, cookies] = detach();
+  void reset() { free(detach()); }
+
+ private:
+  static void free(const CountedStrings& given) {
+    const auto& [strings, cookies] = given;
     if (strings.pElems != nullptr) {
       for (ULONG i = 0; i < strings.cElems; ++i)
         SysFreeString(strings.pElems[i]);
@@ -72,7 +75,6 @@ class CountedStringsHolder {
     if (cookies.pElems != nullptr) CoTaskMemFree(cookies.pElems);
   }
 
- private:
   CountedStrings held_;
 };
 

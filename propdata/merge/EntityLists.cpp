@@ -83,7 +83,7 @@ ListLayout& EntityLists::layoutOf(SharedRows& rows) {
 
 DispatchDynPropSourceNode EntityLists::pair(std::size_t k, std::uint32_t place) const {
   const Entity& entity = entities_[k];
-  return {entity.pDispatch, entity.rows->rows()[originOf(entity, place)].pDynamicProperty};
+  return {entity.pDispatch, entity.rows->rows()[entity.layout->at(place).row].pDynamicProperty};
 }
 
 // Takes what one entity answers for one row.
@@ -153,34 +153,13 @@ class EntityLists::Receiver final : public ValueReceiver {
   std::vector<PropertyKey> keys_;
 };
 
-std::uint32_t EntityLists::read(std::size_t k, std::uint32_t place, KeyNumber name) {
-  Entity& entity = entities_[k];
-  // Elements came with their values.
-  if (place >= entity.rows->rows().size() || entity.rows->isRead(entity.member, place)) return 0;
+std::uint32_t EntityLists::readNow(Entity& entity, std::uint32_t place, KeyNumber name) {
   entity.rows->makeRoomForState(place);
   Receiver receiver(*this, entity, place);
   readValueOnly(entity.rows->rows()[place], entity.pDispatch, receiver);
   entity.rows->setRead(entity.member, place);
   if (receiver.count() != 0) entity.layout = &receiver.layoutAfter(name);
   return receiver.count();
-}
-
-bool EntityLists::compare(PROPINFO& row, KeyNumber property, std::size_t k, std::uint32_t place, bool& found,
-                          CStdStr<wchar_t>& errorText) const {
-  found = false;
-  const Entity& entity = entities_[k];
-  const SharedRows& rows = *entity.rows;
-  if (place < rows.rows().size()) {
-    return rows.propertyKeys[place] == property
-           && compareSameProperty(row, {entity.pDispatch, entity.objectId, rows.value(entity.member, place)},
-                                  found, errorText);
-  }
-  const ListLayout::Expansion& expansion = *entity.layout->expansionAt(place);
-  const std::uint32_t element = place - expansion.first;
-  return (*expansion.elements)[element] == property
-         && compareSameProperty(
-             row, {entity.pDispatch, entity.objectId, rows.elements(entity.member, expansion.row)[element]},
-             found, errorText);
 }
 
 }  // namespace velt::propdata

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "propdata/VeltPropData.h"
+#include "propdata/merge/Cores.h"
 #include "propdata/merge/LayoutTable.h"
 #include "propdata/merge/SharedRows.h"
 
@@ -48,14 +49,26 @@ class EntityLists {
     if (entity.layout == nullptr) entity.layout = &layoutOf(*entity.rows);
     return *entity.layout;
   }
-  bool isEditable(std::size_t k, std::uint32_t place) const {
+  // An element is as editable as the row that was broken up.
+  bool isEditable(std::size_t k, const ListLayout::Spot& spot) const {
     const Entity& entity = entities_[k];
-    return entity.rows->isEditable(entity.member, originOf(entity, place));
+    return entity.rows->isEditable(entity.member, spot.row);
   }
   DispatchDynPropSourceNode pair(std::size_t k, std::uint32_t place) const;
-  std::uint32_t read(std::size_t k, std::uint32_t place, KeyNumber name);
-  bool compare(PROPINFO& row, KeyNumber property, std::size_t k, std::uint32_t place, bool& found,
-               CStdStr<wchar_t>& errorText) const;
+  std::uint32_t read(std::size_t k, std::uint32_t place, KeyNumber name) {
+    Entity& entity = entities_[k];
+    return entity.rows->isRead(entity.member, place) ? 0 : readNow(entity, place, name);
+  }
+  bool compare(PROPINFO& row, KeyNumber property, std::size_t k, const ListLayout::Spot& spot, bool& found,
+               CStdStr<wchar_t>& errorText) const {
+    const Entity& entity = entities_[k];
+    const SharedRows& rows = *entity.rows;
+    found = false;
+    if ((spot.isElement() ? spot.property : rows.propertyKeys[spot.row]) != property) return false;
+    const VARIANT& value = spot.isElement() ? rows.elements(entity.member, spot.row)[spot.element]
+                                            : rows.value(entity.member, spot.row);
+    return compareSameProperty(row, {entity.pDispatch, entity.objectId, value}, found, errorText);
+  }
 
  private:
   class Receiver;
@@ -70,11 +83,8 @@ class EntityLists {
   };
 
   ListLayout& layoutOf(SharedRows& rows);
+  std::uint32_t readNow(Entity& entity, std::uint32_t place, KeyNumber name);
   void clearElements(const Entity& entity);
-  // The row itself, or the one that was broken up into the element at this place.
-  static std::uint32_t originOf(const Entity& entity, std::uint32_t place) {
-    return place < entity.rows->rows().size() ? place : entity.layout->expansionAt(place)->row;
-  }
 
   std::vector<Entity> entities_;
   GUID clsidOfFirst_{};

@@ -5,29 +5,32 @@
 
 namespace velt::propdata {
 
-const ListLayout::Expansion* ListLayout::expansionAt(std::uint32_t place) const {
+ListLayout::Spot ListLayout::at(std::uint32_t place) const {
   const auto after = std::upper_bound(
       expansions_.begin(), expansions_.end(), place,
       [](std::uint32_t wanted, const Expansion& expansion) { return wanted < expansion.first; });
-  return after != expansions_.begin() ? &*std::prev(after) : nullptr;
+  if (after == expansions_.begin()) return came(place);
+  const Expansion& expansion = *std::prev(after);
+  const std::uint32_t element = place - expansion.first;
+  return {place, expansion.row, element, (*expansion.elements)[element]};
 }
 
-std::uint32_t ListLayout::nextCandidate(KeyNumber name, KeyNumber property, std::uint32_t from) const {
+ListLayout::Spot ListLayout::nextCandidate(KeyNumber name, KeyNumber property, std::uint32_t from) const {
   const auto row = std::lower_bound(rows_.begin(), rows_.end(), Row{name, from});
-  if (row != rows_.end() && row->name == name) return row->place;
+  if (row != rows_.end() && row->name == name) return came(row->place);
   // Elements stand after all rows that came with the list.
   const auto element = std::lower_bound(elements_.begin(), elements_.end(), Element{name, property, from});
   const bool isFound = element != elements_.end() && element->name == name && element->property == property;
-  return isFound ? element->place : none;
+  return isFound ? at(element->place) : Spot{};
 }
 
-std::uint32_t ListLayout::nextNamed(KeyNumber name, std::uint32_t from) const {
+ListLayout::Spot ListLayout::nextNamed(KeyNumber name, std::uint32_t from) const {
   const auto row = std::lower_bound(rows_.begin(), rows_.end(), Row{name, from});
-  if (row != rows_.end() && row->name == name) return row->place;
+  if (row != rows_.end() && row->name == name) return came(row->place);
   const auto expansion = std::find_if(
       expansions_.begin(), expansions_.end(),
       [&](const Expansion& candidate) { return candidate.name == name && candidate.first >= from; });
-  return expansion != expansions_.end() ? expansion->first : none;
+  return expansion != expansions_.end() ? at(expansion->first) : Spot{};
 }
 
 }  // namespace velt::propdata

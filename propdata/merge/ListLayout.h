@@ -69,24 +69,36 @@ class ListLayout {
     ListLayout* layout;
   };
 
+  // What stands at a place.
+  struct Spot {
+    // None when nothing was found.
+    std::uint32_t place = none;
+    // The place itself, or that of the row that was broken up into the element.
+    std::uint32_t row = none;
+    // Which of the row's elements it is, and its property key; none and 0 for a row that came with the list.
+    std::uint32_t element = none;
+    KeyNumber property = 0;
+
+    bool isElement() const { return element != none; }
+  };
+
   std::uint32_t length() const { return length_; }
   // In the order of the places.
   const std::vector<Expansion>& expansions() const { return expansions_; }
-  // The one to which the element at this place belongs; null for a row that came with the list.
-  const Expansion* expansionAt(std::uint32_t place) const;
+  Spot at(std::uint32_t place) const;
 
   // The first row at or after `from` whose values may have to be compared: a row of the list as it came with
   // that name key, or an appended element with both keys.
-  std::uint32_t nextCandidate(KeyNumber name, KeyNumber property, std::uint32_t from) const;
+  Spot nextCandidate(KeyNumber name, KeyNumber property, std::uint32_t from) const;
   // The first row at or after `from` with that name key. Of an expansion only the first element counts: the others
   // have the same name key and the same isEditable.
-  std::uint32_t nextNamed(KeyNumber name, std::uint32_t from) const;
+  Spot nextNamed(KeyNumber name, std::uint32_t from) const;
 
   // Where the search that is under way begins in a list with this layout, so that it is looked up once for all such
   // lists. Belongs to whoever searches; no search has the number 0.
   struct Start {
     std::uint64_t search = 0;
-    std::uint32_t place = none;
+    Spot spot;
   } start;
 
  private:
@@ -103,6 +115,8 @@ class ListLayout {
     std::uint32_t place;
     auto operator<=>(const Element&) const = default;
   };
+  static Spot came(std::uint32_t place) { return {place, place, none, 0}; }
+
   std::uint32_t length_ = 0;
   // Both sorted.
   std::vector<Row> rows_;

@@ -13,13 +13,14 @@
 //   std::uint32_t lengthOfFirst()
 //   PROPINFO rowOfFirst(place)                   a row of the first list, as it came; that list is never changed
 //   ListLayout& layout(k)                        of list k, as it is now
-//   bool isEditable(k, place)
+//   bool isEditable(k, spot)                     of what its layout found there
 //   DispatchDynPropSourceNode pair(k, place)
-//   std::uint32_t read(k, place, name)           reads the row, whose name key is given, unless it is read; when it
-//                                                breaks up, its elements are appended, and it says how many
-//   bool compare(row, property, k, place, found, errorText)
-//                                                comparePropInfo of the row, whose property key is given, and the one
-//                                                at the place, which has its name key and its isEditable
+//   std::uint32_t read(k, place, name)           reads a row that came with the list, whose name key is given, unless
+//                                                it is read; when it breaks up, its elements are appended, and it
+//                                                says how many
+//   bool compare(row, property, k, spot, found, errorText)
+//                                                comparePropInfo of the row, whose property key is given, and what
+//                                                stands at the spot, which has its name key and its isEditable
 
 #include <cstdint>
 #include <utility>
@@ -117,27 +118,28 @@ class Merge {
   bool isInList(Wanted& wanted, std::size_t k) {
     PROPINFO& row = wanted.row;
     bool found = false;
-    std::uint32_t place = start(wanted, lists_.layout(k));
-    for (std::uint32_t from = 0;; place = next(wanted, lists_.layout(k), from)) {
-      if (isDynamic(row)) collectPairs(k, from, place, wanted.pairs);
-      if (place == ListLayout::none) return false;
-      from = place + 1;
-      if (lists_.isEditable(k, place) != row.isEditable) continue;
+    const ListLayout::Spot* spot = &start(wanted, lists_.layout(k));
+    ListLayout::Spot later;
+    for (std::uint32_t from = 0;; spot = &(later = next(wanted, lists_.layout(k), from))) {
+      if (isDynamic(row)) collectPairs(k, from, spot->place, wanted.pairs);
+      if (spot->place == ListLayout::none) return false;
+      from = spot->place + 1;
+      if (lists_.isEditable(k, *spot) != row.isEditable) continue;
       // QUIRK(varying_rows_need_only_their_key): a row that already varies only has to be there, and is not read;
       // large selections are shown at once because of it.
       if (row.isVaries) return true;
-      if (compareAt(wanted, k, place, found)) return found;
+      if (compareAt(wanted, k, *spot, found)) return found;
     }
   }
 
-  static std::uint32_t next(const Wanted& wanted, const ListLayout& layout, std::uint32_t from) {
+  static ListLayout::Spot next(const Wanted& wanted, const ListLayout& layout, std::uint32_t from) {
     return wanted.row.isVaries ? layout.nextNamed(wanted.name, from)
                                : layout.nextCandidate(wanted.name, wanted.property, from);
   }
 
-  std::uint32_t start(const Wanted& wanted, ListLayout& layout) {
+  const ListLayout::Spot& start(const Wanted& wanted, ListLayout& layout) {
     if (layout.start.search != search_) layout.start = {search_, next(wanted, layout, 0)};
-    return layout.start.place;
+    return layout.start.spot;
   }
 
   // QUIRK(pairs_of_all_visited_rows): every row that the scan passes gives its pair, not only the one that
@@ -149,12 +151,13 @@ class Merge {
   }
 
   // True when the search in this list is over; found then tells how it ended.
-  bool compareAt(const Wanted& wanted, std::size_t k, std::uint32_t place, bool& found) {
-    const std::uint32_t elements = lists_.read(k, place, wanted.name);
-    if (elements == 0) return lists_.compare(wanted.row, wanted.property, k, place, found, errorText_);
-    const std::uint32_t end = lists_.layout(k).length();
-    for (std::uint32_t element = end - elements; element < end; ++element) {
-      if (lists_.compare(wanted.row, wanted.property, k, element, found, errorText_)) return true;
+  bool compareAt(const Wanted& wanted, std::size_t k, const ListLayout::Spot& spot, bool& found) {
+    // Elements came with their values.
+    const std::uint32_t elements = spot.isElement() ? 0 : lists_.read(k, spot.place, wanted.name);
+    if (elements == 0) return lists_.compare(wanted.row, wanted.property, k, spot, found, errorText_);
+    const ListLayout& layout = lists_.layout(k);
+    for (std::uint32_t place = layout.length() - elements; place < layout.length(); ++place) {
+      if (lists_.compare(wanted.row, wanted.property, k, layout.at(place), found, errorText_)) return true;
     }
     return false;
   }

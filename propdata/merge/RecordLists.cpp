@@ -48,9 +48,9 @@ ListLayout& RecordLists::brokenUp(ListLayout& layout, std::uint32_t place, KeyNu
   return *known->layout;
 }
 
-bool RecordLists::compare(PROPINFO& row, KeyNumber /*property*/, std::size_t k, std::uint32_t place,
+bool RecordLists::compare(PROPINFO& row, KeyNumber /*property*/, std::size_t k, const ListLayout::Spot& spot,
                           bool& found, CStdStr<wchar_t>& errorText) const {
-  return compareRows(row, list(k)[place], found, errorText);
+  return compareRows(row, list(k)[spot.place], found, errorText);
 }
 
 }  // namespace velt::propdata

@@ -27,10 +27,12 @@ class RecordLists {
   std::uint32_t lengthOfFirst() const { return list(0).length(); }
   PROPINFO rowOfFirst(std::uint32_t place) const { return list(0)[place]; }
   ListLayout& layout(std::size_t k);
-  bool isEditable(std::size_t k, std::uint32_t place) const { return list(k)[place].isEditable; }
+  bool isEditable(std::size_t k, const ListLayout::Spot& spot) const {
+    return list(k)[spot.place].isEditable;
+  }
   DispatchDynPropSourceNode pair(std::size_t k, std::uint32_t place) const;
   std::uint32_t read(std::size_t k, std::uint32_t place, KeyNumber name);
-  bool compare(PROPINFO& row, KeyNumber property, std::size_t k, std::uint32_t place, bool& found,
+  bool compare(PROPINFO& row, KeyNumber property, std::size_t k, const ListLayout::Spot& spot, bool& found,
                CStdStr<wchar_t>& errorText) const;
 
  private:

@@ -22,24 +22,12 @@ SharedRows::Member SharedRows::add() {
   return members_++;
 }
 
-void SharedRows::setEditable(Member member, std::uint32_t place, bool editable) {
-  const std::uint64_t bit = std::uint64_t{1} << place % bitsOfWord;
-  std::uint64_t& word = editable_[indexOfWord(member, place)];
-  word = editable ? word | bit : word & ~bit;
+void SharedRows::makeRoomForStates(Column& column) const {
+  column.states = std::make_unique<std::uint8_t[]>(members_);
 }
 
-void SharedRows::makeRoomForState(std::uint32_t place) {
-  Column& column = columns_[place];
-  if (column.states == nullptr) column.states = std::make_unique<std::uint8_t[]>(members_);
-}
-
-VARIANT& SharedRows::makeValue(Member member, std::uint32_t place) {
-  Column& column = columns_[place];
-  makeRoomForState(place);
-  if (column.values == nullptr) column.values = std::make_unique_for_overwrite<VARIANT[]>(members_);
-  column.values[member] = rows_[place].value;
-  column.states[member] |= valued;
-  return column.values[member];
+void SharedRows::makeRoomForValues(Column& column) const {
+  column.values = std::make_unique_for_overwrite<VARIANT[]>(members_);
 }
 
 void SharedRows::setElements(Member member, std::uint32_t place, VARIANT* elements) {

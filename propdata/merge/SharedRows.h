@@ -40,7 +40,11 @@ class SharedRows {
   bool isEditable(Member member, std::uint32_t place) const {
     return (word(member, place) >> (place % bitsOfWord) & 1) != 0;
   }
-  void setEditable(Member member, std::uint32_t place, bool editable);
+  void setEditable(Member member, std::uint32_t place, bool editable) {
+    const std::uint64_t bit = std::uint64_t{1} << place % bitsOfWord;
+    std::uint64_t& word = editable_[indexOfWord(member, place)];
+    word = editable ? word | bit : word & ~bit;
+  }
 
   bool isRead(Member member, std::uint32_t place) const {
     return rows_[place].hasValue || has(member, place, read);
@@ -48,10 +52,20 @@ class SharedRows {
   // Whether a reading of it has come to its end; what it holds before that may be anybody's.
   bool isReadToTheEnd(Member member, std::uint32_t place) const { return has(member, place, read); }
   // From here on the row has a value of its own, which holds at first what the shared row holds.
-  VARIANT& makeValue(Member member, std::uint32_t place);
+  VARIANT& makeValue(Member member, std::uint32_t place) {
+    makeRoomForState(place);
+    Column& column = columns_[place];
+    if (column.values == nullptr) makeRoomForValues(column);
+    column.values[member] = rows_[place].value;
+    column.states[member] |= valued;
+    return column.values[member];
+  }
   // From here on the row counts as read. Does not throw once makeRoomForState() of the row was called.
   void setRead(Member member, std::uint32_t place) { columns_[place].states[member] |= read; }
-  void makeRoomForState(std::uint32_t place);
+  void makeRoomForState(std::uint32_t place) {
+    Column& column = columns_[place];
+    if (column.states == nullptr) makeRoomForStates(column);
+  }
   // What the row holds, its own or the shared one's.
   const VARIANT& value(Member member, std::uint32_t place) const {
     return has(member, place, valued) ? columns_[place].values[member] : rows_[place].value;
@@ -78,6 +92,8 @@ class SharedRows {
     std::unique_ptr<VARIANT*[]> elements;
   };
 
+  void makeRoomForStates(Column& column) const;
+  void makeRoomForValues(Column& column) const;
   bool has(Member member, std::uint32_t place, State state) const {
     const Column& column = columns_[place];
     return column.states != nullptr && (column.states[member] & state) != 0;

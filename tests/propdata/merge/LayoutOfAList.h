@@ -18,9 +18,11 @@ class LayoutOfAList : public ::testing::Test {
   KeyNumber property(const PROPINFO& row) { return keys.numberOf(PropertyKey::of(row)); }
   void build() { layout = &table.of(list); }
   std::uint32_t candidate(const PROPINFO& q, std::uint32_t from) {
-    return layout->nextCandidate(name(q), property(q), from);
+    return layout->nextCandidate(name(q), property(q), from).place;
   }
-  std::uint32_t named(const PROPINFO& q, std::uint32_t from = 0) { return layout->nextNamed(name(q), from); }
+  std::uint32_t named(const PROPINFO& q, std::uint32_t from = 0) {
+    return layout->nextNamed(name(q), from).place;
+  }
   // The row at `place` becomes elements with these labels at the end of the list.
   void breakUp(std::uint32_t place, std::initializer_list<const wchar_t*> labels) {
     layout = &brokenUp(*layout, list, place, labels);

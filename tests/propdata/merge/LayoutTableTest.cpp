@@ -46,9 +46,9 @@ TEST_F(LayoutTableTest, ALayoutIsNotSharedByListsThatDifferInAKeyOrInLength) {
     const ListLayout& early = table.of(list);
     const ListLayout& ofOther = table.of(other);
     EXPECT_NE(&ofOther, &early);
-    EXPECT_EQ(ofOther.nextNamed(name(other[0]), 0), 0u);
+    EXPECT_EQ(ofOther.nextNamed(name(other[0]), 0).place, 0u);
     const PROPINFO& last = other[other.length() - 1];
-    EXPECT_EQ(ofOther.nextNamed(name(last), 0), other.length() - 1);
+    EXPECT_EQ(ofOther.nextNamed(name(last), 0).place, other.length() - 1);
   }
 }
 
@@ -60,7 +60,7 @@ TEST_F(LayoutTableTest, ALayoutStaysSharedWhenTheSameRowsAreBrokenUpIntoTheSameE
   ListLayout& first = brokenUp(unbroken, list, 0, {L"X", L"Y"});
   EXPECT_EQ(&brokenUp(unbroken, alike, 0, {L"X", L"Y"}), &first);
   EXPECT_EQ(&brokenUp(first, alike, 1, {L"Z"}), &brokenUp(first, list, 1, {L"Z"}));
-  EXPECT_EQ(unbroken.nextNamed(name(a), 0), 0u) << "lists that are still as they came go on with it";
+  EXPECT_EQ(unbroken.nextNamed(name(a), 0).place, 0u) << "lists that are still as they came go on with it";
 }
 
 TEST_F(LayoutTableTest, ALayoutIsNotSharedByListsBrokenUpIntoOtherElements) {
@@ -76,9 +76,9 @@ TEST_F(LayoutTableTest, ALayoutIsNotSharedByListsBrokenUpIntoOtherElements) {
 
   EXPECT_NE(&ofShorter, &shared);
   EXPECT_NE(&ofOther, &shared);
-  EXPECT_EQ(ofOther.nextCandidate(name(a), property(Row(a).label(L"Z").element(0)), 0), 3u);
-  EXPECT_EQ(ofOther.nextCandidate(name(a), property(Row(a).label(L"Y").element(0)), 0), none);
-  EXPECT_EQ(brokenUp(ofOther, other, 1, {L"X"}).nextNamed(name(b), 0), 4u);
+  EXPECT_EQ(ofOther.nextCandidate(name(a), property(Row(a).label(L"Z").element(0)), 0).place, 3u);
+  EXPECT_EQ(ofOther.nextCandidate(name(a), property(Row(a).label(L"Y").element(0)), 0).place, none);
+  EXPECT_EQ(brokenUp(ofOther, other, 1, {L"X"}).nextNamed(name(b), 0).place, 4u);
 }
 
 TEST_F(LayoutTableTest, TheFirstElementsOfARowStayTheKnownOnes) {

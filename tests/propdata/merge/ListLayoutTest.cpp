@@ -116,22 +116,49 @@ TEST_F(ListLayoutTest, LeadsFromNameToNameAndOverTheElementsOfOneExpansionAtOnce
   EXPECT_EQ(named(b, 5), none);
 }
 
+TEST_F(ListLayoutTest, WhatASearchFindsIsWhatStandsAtItsPlace) {
+  list = rows({a, b});
+  build();
+  breakUp(0, {L"X", L"Y"});  // 2, 3
+
+  const PROPINFO y = Row(a).label(L"Y").element(0);
+  const ListLayout::Spot candidate = layout->nextCandidate(name(y), property(y), 0);
+  EXPECT_EQ(candidate.place, 3u);
+  EXPECT_EQ(candidate.row, 0u);
+  EXPECT_EQ(candidate.element, 1u);
+  EXPECT_EQ(candidate.property, property(y));
+  const ListLayout::Spot first = layout->nextNamed(name(a), 0);
+  EXPECT_EQ(first.row, 0u);
+  EXPECT_EQ(first.element, 0u);
+  const ListLayout::Spot row = layout->nextNamed(name(b), 0);
+  EXPECT_EQ(row.row, 1u);
+  EXPECT_FALSE(row.isElement());
+  EXPECT_FALSE(layout->nextNamed(name(b), 2).isElement()) << "nothing is there";
+}
+
 TEST_F(ListLayoutTest, TellsFromWhichRowAnElementComes) {
   list = rows({a, b, a});
   build();
-  EXPECT_EQ(layout->expansionAt(2), nullptr);
+  EXPECT_FALSE(layout->at(2).isElement());
   EXPECT_EQ(layout->length(), 3u);
 
   breakUp(2, {L"X", L"Y"});  // 3, 4
   breakUp(0, {L"X"});        // 5
 
   EXPECT_EQ(layout->length(), 6u);
-  EXPECT_EQ(layout->expansionAt(2), nullptr);
+  const ListLayout::Spot broken = layout->at(2);
+  EXPECT_EQ(broken.place, 2u);
+  EXPECT_EQ(broken.row, 2u);
+  EXPECT_FALSE(broken.isElement());
   for (const std::uint32_t place : {3u, 4u}) {
-    EXPECT_EQ(layout->expansionAt(place)->row, 2u);
-    EXPECT_EQ(layout->expansionAt(place)->first, 3u);
+    const ListLayout::Spot element = layout->at(place);
+    EXPECT_EQ(element.place, place);
+    EXPECT_EQ(element.row, 2u);
+    EXPECT_EQ(element.element, place - 3);
+    EXPECT_EQ(element.property, property(Row(a).label(place == 3 ? L"X" : L"Y").element(0)));
   }
-  EXPECT_EQ(layout->expansionAt(5)->row, 0u);
+  EXPECT_EQ(layout->at(5).row, 0u);
+  EXPECT_EQ(layout->at(5).element, 0u);
   EXPECT_EQ(layout->expansions().size(), 2u);
   EXPECT_EQ(*layout->expansions()[0].elements,
             (std::vector<KeyNumber>{property(Row(a).label(L"X").element(0)),

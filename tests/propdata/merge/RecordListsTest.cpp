@@ -38,7 +38,7 @@ TEST_F(RecordListsTest, ARowThatBreaksUpLosesItsNameAndItsElementsAreAppended) {
 
   EXPECT_EQ(names(list(1)), (Lines{"", "Known", "Start", "Start"}));
   EXPECT_EQ(lists.layout(1).length(), 4u);
-  EXPECT_EQ(lists.layout(1).nextNamed(name, 0), 2u);
+  EXPECT_EQ(lists.layout(1).nextNamed(name, 0).place, 2u);
   EXPECT_EQ(lists.read(1, 0, name), 0u) << "it is read";
 }
 
