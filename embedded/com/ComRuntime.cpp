@@ -2,9 +2,8 @@
 
 #include <atomic>
 
+#include "embedded/com/Blocks.h"
 #include "embedded/com/Runtime.h"
-#include "embedded/platform/Allocation.h"
-#include "embedded/platform/Ledger.h"
 
 namespace {
 
@@ -26,9 +25,7 @@ void CoUninitialize() {
 }
 
 void* CoTaskMemAlloc(std::size_t bytes) {
-  void* block = velt::platform::allocate(velt::platform::Heap::TaskMemory, bytes);
-  if (block != nullptr) velt::platform::taskMemoryAccount.handOut();
-  return block;
+  return velt::com::makeTaskMemory(bytes);
 }
 
 void CoTaskMemFree(void* block) {

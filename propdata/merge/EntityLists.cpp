@@ -1,5 +1,6 @@
 #include "propdata/merge/EntityLists.h"
 
+#include <cwchar>
 #include <utility>
 
 #include "propdata/merge/Cores.h"
@@ -136,7 +137,8 @@ class EntityLists::Receiver final : public ValueReceiver {
   bool isKnown(std::uint32_t index, bool isElement, const OLECHAR* label) const {
     if (index >= known_->elements.size()) return false;
     const PropertyKey& key = known_->elements[index];
-    return key.isElement == isElement && key.displayName.Compare(label) == 0;
+    return key.isElement == isElement
+           && std::wcscmp(key.displayName.c_str(), label != nullptr ? label : L"") == 0;
   }
 
   void keepKnown() {

@@ -56,7 +56,7 @@ bool countElements(IDispatch* object, const CStdStr<wchar_t>& name, ULONG& count
   return true;
 }
 
-std::int32_t compareValues(const VARIANT& a, const VARIANT& b);
+inline std::int32_t compareValues(const VARIANT& a, const VARIANT& b);
 
 // True when the search for this element is over: the counts of both properties could be compared.
 bool compareElements(PROPINFO& first, const OtherRow& other, bool& found, CStdStr<wchar_t>& errorText) {
@@ -126,7 +126,7 @@ const wchar_t* stringOf(const VARIANT& value) {
   return value.byref != nullptr ? *static_cast<wchar_t**>(value.byref) : nullptr;
 }
 
-std::int32_t compareValues(const VARIANT& a, const VARIANT& b) {
+inline std::int32_t compareValues(const VARIANT& a, const VARIANT& b) {
   if (a.vt != b.vt) return ofOtherType;
   switch (a.vt) {
     case VT_I1:

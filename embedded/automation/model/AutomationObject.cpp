@@ -145,7 +145,7 @@ HRESULT AutomationObject<Dispatch>::GetIDsOfNames(REFIID iid, LPOLESTR* names, U
   if (!(iid == GUID_NULL)) return unknownInterface;
   if (names == nullptr || dispIds == nullptr || (count > 0 && names[0] == nullptr)) return E_POINTER;
   if (count == 0) return E_INVALIDARG;
-  const PropertyRow* row = kind_.index.find(std::wstring_view(names[0]));
+  const PropertyRow* row = kind_.index.findAgain(names[0]);
   dispIds[0] = row == nullptr ? DISPID_UNKNOWN : row->dispId;
   for (UINT i = 1; i < count; ++i)
     dispIds[i] = DISPID_UNKNOWN;  // parameters have no names

@@ -2,8 +2,10 @@
 
 // A class's table, prepared for being asked.
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <cwchar>
 #include <optional>
 #include <span>
 #include <string>
@@ -17,7 +19,7 @@
 
 namespace velt::automation {
 
-// Made once per class and shared by all its objects; never changes.
+// Made once per class and shared by all its objects, on every thread; what it answers never changes.
 class ClassIndex {
  public:
   explicit ClassIndex(const AutomationClass& kind);
@@ -32,6 +34,15 @@ class ClassIndex {
   }
   // In any case of the letters; null when no row has it.
   [[nodiscard]] const PropertyRow* find(std::wstring_view name) const noexcept;
+  // The same for a text that ends with a null character, and that is mostly the one that was asked for before: a query
+  // asks every entity for one property after the other.
+  [[nodiscard]] const PropertyRow* findAgain(const wchar_t* name) const noexcept {
+    const PropertyRow* const last = lastFound_.load(std::memory_order_relaxed);
+    if (last != nullptr && std::wcscmp(last->name, name) == 0) return last;
+    const PropertyRow* const found = find(std::wstring_view(name));
+    if (found != nullptr) lastFound_.store(found, std::memory_order_relaxed);
+    return found;
+  }
   // What the elements of one group of that row are labelled; empty for a row that is not expanded.
   [[nodiscard]] std::span<const std::wstring> elementLabels(const PropertyRow& row) const noexcept {
     const Entry* const entry = findEntry(row.dispId);
@@ -64,6 +75,8 @@ class ClassIndex {
   std::vector<std::uint16_t> slots_;
   NameIndex names_;
   platform::LedgerAccount* account_;
+  // By name. Any of the class's rows will do, so threads need not agree.
+  mutable std::atomic<const PropertyRow*> lastFound_{nullptr};
 };
 
 // What the class publishes: a get for every row, followed by a put where it can be written.

@@ -9,7 +9,7 @@ ClassRegistry::ClassRegistry(const wchar_t* libraryName, std::span<const Automat
                              std::vector<DispatchType> further) {
   std::vector<DispatchType> types;
   for (const AutomationClass* kind : classes) {
-    classes_.push_back({ClassIndex(*kind), nullptr});
+    classes_.emplace_back(*kind);
     types.push_back(dispatchTypeOf(classes_.back().index));
   }
   for (DispatchType& type : further)

@@ -18,9 +18,11 @@ namespace velt::automation {
 
 // A class that is ready for objects.
 struct RegisteredClass {
+  explicit RegisteredClass(const AutomationClass& kind) : index(kind) {}
+
   ClassIndex index;
   // Without a reference; lives as long as the registry.
-  ITypeInfo* typeInfo;
+  ITypeInfo* typeInfo = nullptr;
 };
 
 class ClassRegistry {

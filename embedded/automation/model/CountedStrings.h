@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "embedded/com/Blocks.h"
 #include "host/com/ComRuntime.h"
 #include "host/com/CountedArrays.h"
 
@@ -16,8 +17,8 @@ class CountedStrings {
   // For exactly so many texts.
   explicit CountedStrings(std::size_t count)
       : count_(static_cast<ULONG>(count)),
-        strings_(static_cast<LPOLESTR*>(CoTaskMemAlloc(count * sizeof(LPOLESTR)))),
-        cookies_(static_cast<DWORD*>(CoTaskMemAlloc(count * sizeof(DWORD)))) {}
+        strings_(static_cast<LPOLESTR*>(com::makeTaskMemory(count * sizeof(LPOLESTR)))),
+        cookies_(static_cast<DWORD*>(com::makeTaskMemory(count * sizeof(DWORD)))) {}
 
   ~CountedStrings() {
     for (ULONG i = 0; i < used_; ++i)
@@ -31,7 +32,7 @@ class CountedStrings {
   // The next text; its number is its cookie. Nothing happens once memory ran out.
   void add(std::wstring_view text) {
     if (strings_ == nullptr || cookies_ == nullptr || used_ == count_) return;
-    BSTR copy = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+    BSTR copy = com::makeString(text.data(), text.size() * sizeof(OLECHAR));
     if (copy == nullptr) return;
     strings_[used_] = copy;
     cookies_[used_] = used_;

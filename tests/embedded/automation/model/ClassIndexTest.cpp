@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <cwctype>
+#include <string>
+#include <thread>
+#include <vector>
+
 #include "tests/embedded/automation/Toys.h"
 
 namespace velt::automation {
@@ -31,6 +37,35 @@ TEST(ClassIndex, FindsNothingElse) {
   for (const wchar_t* name : {L"", L"Rea", L"Reall", L"Refusa1"}) {
     EXPECT_EQ(nullptr, index.find(std::wstring_view(name)));
   }
+}
+
+TEST(ClassIndex, FindsARowAgainAsItFindsItFirst) {
+  const ClassIndex index(toyClass);
+  for (const PropertyRow* row : index.rows()) {
+    EXPECT_EQ(row, index.findAgain(row->name));
+    EXPECT_EQ(row, index.findAgain(row->name)) << "as the last time";
+    EXPECT_EQ(nullptr, index.findAgain(L"Reall"));
+    std::wstring upper(row->name);
+    for (wchar_t& c : upper)
+      c = static_cast<wchar_t>(std::towupper(static_cast<std::wint_t>(c)));
+    EXPECT_EQ(row, index.findAgain(upper.c_str()));
+    EXPECT_EQ(row, index.findAgain(std::wstring(row->name).c_str())) << "the same name elsewhere";
+  }
+}
+
+TEST(ClassIndex, ManyThreadsFindTheirOwnRows) {
+  const ClassIndex index(toyClass);
+  std::atomic<int> wrong{0};
+  std::vector<std::thread> threads;
+  for (const PropertyRow* row : index.rows()) {
+    threads.emplace_back([&index, &wrong, row] {
+      for (int i = 0; i < 2000; ++i)
+        if (index.findAgain(row->name) != row) ++wrong;
+    });
+  }
+  for (std::thread& thread : threads)
+    thread.join();
+  EXPECT_EQ(0, wrong);
 }
 
 TEST(ClassIndex, LabelsOfElementsFollowTheRowOrStandAlone) {

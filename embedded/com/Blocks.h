@@ -1,0 +1,63 @@
+#pragma once
+
+// How strings and task memory lie in blocks of the host, for the runtime's functions and for whoever makes many of them:
+// a query asks for the labels of points again and again, a hundred strings for each line, and calls cost more than the
+// copying.
+//
+// Whatever is made here is given back by SysFreeString and CoTaskMemFree.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+
+#include "embedded/platform/Allocation.h"
+#include "embedded/platform/Ledger.h"
+#include "host/com/Bstr.h"
+
+namespace velt::com {
+
+// What stands before the characters: the number of their bytes. It is as wide as a character, so both are aligned when
+// the block is.
+using StringPrefix = std::uint32_t;
+static_assert(sizeof(StringPrefix) == sizeof(OLECHAR));
+
+// With the terminator. Where the last character is partly filled, the terminator is the whole one after it.
+constexpr std::uint64_t charactersFor(std::uint64_t bytes) noexcept {
+  return (bytes + sizeof(OLECHAR) - 1) / sizeof(OLECHAR) + 1;
+}
+
+constexpr std::size_t stringBlockFor(std::uint64_t bytes) noexcept {
+  return sizeof(StringPrefix) + charactersFor(bytes) * sizeof(OLECHAR);
+}
+
+// A string of so many bytes, of which only the terminator is written; null without memory. Counts in 64 bits, because the
+// largest string, its terminator and the prefix together need more than 32.
+inline BSTR makeString(std::uint64_t bytes) noexcept {
+  if (bytes > std::numeric_limits<StringPrefix>::max()) return nullptr;
+  void* block = platform::allocate(platform::Heap::Strings, stringBlockFor(bytes));
+  if (block == nullptr) return nullptr;
+  auto* prefix = static_cast<StringPrefix*>(block);
+  *prefix = static_cast<StringPrefix>(bytes);
+  const BSTR string = static_cast<BSTR>(static_cast<void*>(prefix + 1));
+  string[bytes / sizeof(OLECHAR)] = L'\0';
+  string[charactersFor(bytes) - 1] = L'\0';
+  platform::bstrAccount.handOut();
+  return string;
+}
+
+// The same with these bytes in it.
+inline BSTR makeString(const void* from, std::uint64_t bytes) noexcept {
+  const BSTR string = makeString(bytes);
+  if (string != nullptr) std::memcpy(string, from, bytes);
+  return string;
+}
+
+// Null without memory.
+inline void* makeTaskMemory(std::size_t bytes) noexcept {
+  void* block = platform::allocate(platform::Heap::TaskMemory, bytes);
+  if (block != nullptr) platform::taskMemoryAccount.handOut();
+  return block;
+}
+
+}  // namespace velt::com
