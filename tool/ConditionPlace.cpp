@@ -22,12 +22,12 @@ bool isKeyword(std::string_view word) {
                      [&](std::string_view keyword) { return palette::equalIgnoringCase(word, keyword); });
 }
 
+// Of a quoted operand the last quote is the end, and one inside it is there twice.
 std::string withoutQuotes(std::string_view operand) {
   if (operand.empty() || !isAmong(operand.front(), "'\"")) return std::string(operand);
   const char quote = operand.front();
   std::string text;
-  for (std::size_t i = 1; i < operand.size(); ++i) {
-    if (operand[i] == quote && (i + 1 == operand.size() || operand[i + 1] != quote)) break;
+  for (std::size_t i = 1; i + 1 < operand.size(); ++i) {
     if (operand[i] == quote) ++i;
     text += operand[i];
   }

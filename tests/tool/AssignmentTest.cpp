@@ -71,6 +71,10 @@ TEST(Assignment, ANumberAfterTheNameTellsWhichOfSeveral) {
 TEST(Assignment, AnElementOfAGroupHasItsNumberInBrackets) {
   EXPECT_EQ(parseAssignment("Vertex[37].X=1").name, "Vertex X");
   EXPECT_EQ(parseAssignment("Vertex[37].X=1").number, 37U);
+  EXPECT_EQ(parseAssignment("Vertex[ +2\t].X=1").number, 2U);
+  EXPECT_EQ(parseAssignment("Vertex[+12].X=1").number, 12U);
+  EXPECT_EQ(parseAssignment("Vertex[-1].X=1").name, "Vertex[-1].X");
+  EXPECT_EQ(parseAssignment("Vertex[1 2].X=1").name, "Vertex[1 2].X");
   EXPECT_EQ(parseAssignment("Tag[0].X=1").name, "Tag[0].X");
   EXPECT_EQ(parseAssignment("Tag[1]=1").name, "Tag[1]");
   EXPECT_EQ(parseAssignment("[1].X=1").name, "[1].X");

@@ -52,6 +52,21 @@ class ExplainCommand : public testing::Test {
   TemporaryFolder folder_;
 };
 
+TEST_F(ExplainCommand, OfManyValuesTheFirstAreListedAndTheOthersCounted) {
+  const auto explainedLines = [&](int count) {
+    std::string entities;
+    for (int i = 0; i < count; ++i)
+      entities += line(std::to_string(20 + i), "0", 10.0 + i);
+    return explained(entities, "End X");
+  };
+  const std::string twenty = explainedLines(20);
+  EXPECT_THAT(twenty, HasSubstr("29.000"));
+  EXPECT_THAT(twenty, testing::Not(HasSubstr("other values")));
+  const std::string some = explainedLines(23);
+  EXPECT_THAT(some, HasSubstr("    and 3 other values\n"));
+  EXPECT_THAT(some, testing::Not(HasSubstr("30.000")));
+}
+
 TEST_F(ExplainCommand, ARowThatIsThereIsShownWithItsValue) {
   EXPECT_EQ(cause(line("2F", "0"), "Layer")["cause"], "shown");
   EXPECT_THAT(explained(line("2F", "0"), "Layer"),

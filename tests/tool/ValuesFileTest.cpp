@@ -99,6 +99,30 @@ TEST(ValuesFile, WhatIsNoneOfTheFormsIsNamed) {
   EXPECT_THAT(failureOfValues(R"({"rows":7})"), HasSubstr("the values are not a list"));
 }
 
+TEST(ValuesFile, TheNamesAreThoseThatWereWrittenBeforeTheyAreLookedForInOtherWays) {
+  std::vector<PROPINFO> records(3);
+  const auto name = [&](std::size_t place, const wchar_t* own, const wchar_t* label) {
+    records[place].name = own;
+    records[place].displayName = label;
+  };
+  name(0, L"Alpha", L"Name");
+  name(1, L"Beta", L"Name");
+  name(2, L"Gamma", L"beta");
+  const std::vector<palette::Row> rows(records.begin(), records.end());
+  const auto found = [&](const char* wanted) {
+    std::vector<std::string> names;
+    for (const palette::Row& row : rowsFor({.name = wanted}, rows))
+      names.push_back(row.name());
+    return names;
+  };
+  EXPECT_THAT(found("Name"), ElementsAre("Alpha"));
+  EXPECT_THAT(found("Beta"), ElementsAre("Beta")) << "as \"table\" names the second row of that label";
+  EXPECT_THAT(found("beta"), ElementsAre("Gamma"));
+  EXPECT_THAT(found("BETA"), ElementsAre("Gamma"))
+      << "which nothing prints, so it is meant like a name on the command line";
+  EXPECT_THAT(found("Delta"), ElementsAre());
+}
+
 TEST(ValuesFile, AFileThatIsNotThereIsNamed) {
   try {
     readValuesFile("/nowhere/values.json");
