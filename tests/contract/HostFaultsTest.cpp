@@ -346,6 +346,7 @@ TEST_P(RefreshWithFaults, AlwaysAnswersYesAndAnotherOneHasTheValue) {
     EXPECT_EQ(stage.answers(), healthy);
     EXPECT_EQ(drawing.revision(), revision);
   });
+  RecordProperty("faults", faults);
   EXPECT_GT(faults, 50);
 }
 
@@ -448,6 +449,7 @@ TEST_P(WriteWithFaults, GivesAnEntityTheWholeValueOrLeavesItAsItWas) {
       ++faults;
     }
   }
+  RecordProperty("faults", faults);
   EXPECT_GT(faults, GetParam() == Fault::Lies ? 5 : 40);
 }
 
@@ -482,6 +484,7 @@ TEST_F(Faults, AQueryThatTheHostHasNoMemoryForEndsOrAnswersAndLeavesNothingBehin
       ++faults;
     }
   });
+  RecordProperty("faults", faults);
   EXPECT_GT(faults, 60);
 }
 
