@@ -32,7 +32,7 @@ bool takesValue(const CLI::Option& option) {
 }
 
 const CLI::Option* optionNamed(const CLI::App& command, const std::string& word) {
-  return word.size() > 1 && word.starts_with('-') ? command.get_option_no_throw(word) : nullptr;
+  return word.starts_with('-') ? command.get_option_no_throw(word) : nullptr;
 }
 
 // The line as far as it is complete.

@@ -89,6 +89,8 @@ bool ConditionCheck::compares(const Condition& condition, const palette::Row& ro
   const palette::PlainValue value = row.plain();
   if (std::holds_alternative<std::monostate>(value)) return false;
   const std::optional<double> number = numberIn(value);
+  // A number that an entity has not is shown as nothing, and is none.
+  if (number && std::isnan(*number)) return false;
   if (!number || condition.kind == Kind::like) {
     experience.isUnderstood = true;
     return textCompares(condition, row.text(style_));

@@ -48,9 +48,7 @@ class Scan {
         const bool isAsked = takeWord("has");
         skipBlanks();
         if (!takeOperand()) return {What::name, {}, begin_};
-        const std::string name = operand();
-        if (atEnd()) return {isAsked ? What::joint : What::comparer, name, begin_};
-        name_ = name;
+        name_ = operand();
         next = isAsked ? What::joint : What::comparer;
       } else if (next == What::comparer) {
         takeWord("not");
@@ -62,7 +60,6 @@ class Scan {
         next = What::value;
       } else if (next == What::value) {
         if (!takeOperand()) return {What::value, name_, begin_};
-        if (atEnd()) return {What::joint, name_, begin_};
         next = What::joint;
       } else {
         while (take(')'))

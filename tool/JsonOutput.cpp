@@ -7,7 +7,6 @@ namespace velt::tool {
 std::string jsonText(const nlohmann::ordered_json& json, int indent) {
   const std::string text = json.dump(indent, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
   std::string escaped;
-  escaped.reserve(text.size() + 1);
   for (std::size_t i = 0; i < text.size(); ++i) {
     const auto byte = static_cast<unsigned char>(text[i]);
     const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : '\0');

@@ -98,6 +98,8 @@ void Pager::start() {
   onInterrupt_ = std::signal(SIGINT, SIG_IGN);
   writeToPager(kept_.data(), kept_.size());
   kept_.clear();
+  // What comes when the pager has ended, even if it is nothing, is no reason to start another one.
+  linesKept_ = 0;
 }
 
 void Pager::writeToPager(const char* text, std::size_t length) {

@@ -13,10 +13,6 @@ std::wstring folded(std::string_view text) {
 
 }  // namespace
 
-bool hasWildcard(std::string_view pattern) {
-  return pattern.find_first_of("*?") != std::string_view::npos;
-}
-
 bool fits(std::string_view pattern, std::string_view text) {
   const std::wstring wanted = folded(pattern);
   const std::wstring given = folded(text);

@@ -155,12 +155,15 @@ class Parsing {
     return fmt::format("{},{},{}", color >> 16, color >> 8 & 0xFF, color & 0xFF);
   }
 
+  // Both are compared as they are shown, so that what looks like a choice is one: the end of a line that was copied from a
+  // file may have come with it.
   std::optional<std::uint32_t> choiceNamed() const {
+    const std::string wanted = oneLine(fromUtf8(text_));
     for (std::uint32_t i = 0; i < row_.choiceNames.length(); ++i) {
-      if (oneLine(row_.choiceNames[i].str()) == text_) return i;
+      if (oneLine(row_.choiceNames[i].str()) == wanted) return i;
     }
     for (std::uint32_t i = 0; i < row_.choiceNames.length(); ++i) {
-      if (equalIgnoringCase(oneLine(row_.choiceNames[i].str()), text_)) return i;
+      if (equalIgnoringCase(oneLine(row_.choiceNames[i].str()), wanted)) return i;
     }
     return std::nullopt;
   }

@@ -161,5 +161,26 @@ TEST(Assignment, AReadOnlyRowWithoutAReasonIsRefusedAllTheSame) {
   EXPECT_EQ(failureOf([&] { Rows({tag, row(L"Layer", VT_BSTR)}).meantBy("Tag=1"); }), "Tag cannot be edited");
 }
 
+TEST(Assignment, WhatOnlyLooksLikeAReplacementIsAValue) {
+  for (const char* const value : {"path/", "a/b/c/", "~/a/b", "~/a/b/c/", "~a/b/c/"})
+    EXPECT_EQ(parseAssignment(std::string("Text=") + value).value, value);
+  EXPECT_EQ(failureOf([] { (void)parseAssignment("Text=~/Wall/Door/"); }),
+            "\"~/Wall/Door/\" is not a replacement: write Text=~s/OLD/NEW/ (a text that reads so is written "
+            "with --from)");
+}
+
+TEST(Assignment, OfSeveralRowsTheFirstHasTheNumberOne) {
+  const Rows rows({row(L"Vertex X", VT_R8), row(L"Vertex X", VT_R8), row(L"Vertex X", VT_R8)});
+  EXPECT_EQ(rows.meantBy("Vertex X#1=1"), &rows[0]);
+  EXPECT_EQ(rows.meantBy("Vertex X#3=1"), &rows[2]);
+  EXPECT_EQ(failureOf([&] { rows.meantBy("Vertex X=1"); }),
+            "3 properties have the name Vertex X: choose one of Vertex X#1 to Vertex X#3");
+  EXPECT_EQ(failureOf([&] { rows.meantBy("Vertex X#4=1"); }),
+            "Vertex X#4: the selection has only 3 of that name");
+  EXPECT_EQ(parseAssignment("Vertex X#1a=1").name, "Vertex X#1a");
+  EXPECT_EQ(parseAssignment("V[1].X=1").name, "V X");
+  EXPECT_EQ(parseAssignment("Vertex[1].=1").name, "Vertex[1].");
+}
+
 }  // namespace
 }  // namespace velt::tool

@@ -68,5 +68,77 @@ TEST(CleanOutput, AFailureOfTheStreamShows) {
   EXPECT_FALSE(out);
 }
 
+TEST(CleanOutput, EachControlCharacterIsReplacedByItself) {
+  const std::string r = replaced;
+  for (int c = 0; c < 0x80; ++c) {
+    if (c == '\n' || c == '\t') continue;
+    const std::string text = std::string("a") + static_cast<char>(c) + "b\n";
+    const std::string expected = c < 0x20 || c == 0x7F ? "a" + r + "b\n" : text;
+    EXPECT_EQ(cleaned(text), expected) << c;
+    EXPECT_EQ(cleaned("\u8868" + text), "\u8868" + expected) << c << ", with others that are not plain";
+  }
+  EXPECT_EQ(cleaned("\u0080\u009F\u00A0\u00A1"), r + r + "\u00A0\u00A1");
+}
+
+TEST(CleanOutput, WhatFollowsAStyleIsLookedAtAtOnce) {
+  std::ostringstream to;
+  CleanOutput(to, true) << "\x1B[1m\x07\x1B[0m\x1B[31m\x1B[2m\r\n\x1B[0m";
+  EXPECT_EQ(to.str(), std::string("\x1B[1m") + replaced + "\x1B[0m" + replaced + "[31m\x1B[2m" + replaced
+                          + "\n\x1B[0m");
+}
+
+TEST(CleanOutput, SingleCharactersPass) {
+  std::ostringstream to;
+  {
+    CleanOutput out(to);
+    EXPECT_EQ(out.rdbuf()->sputc('a'), 'a');
+    EXPECT_EQ(out.rdbuf()->sputc('\xFF'), 0xFF);
+    EXPECT_EQ(to.str(), "");
+    EXPECT_EQ(out.rdbuf()->sputc('\n'), '\n');
+    EXPECT_EQ(to.str(), std::string("a") + replaced + "\n");
+    out.put('b');
+    EXPECT_TRUE(out);
+  }
+  EXPECT_EQ(to.str(), std::string("a") + replaced + "\nb");
+}
+
+TEST(CleanOutput, AFailureShowsWithTheCharacterThatMeetsIt) {
+  std::ostringstream to;
+  CleanOutput out(to);
+  to.setstate(std::ios::badbit);
+  EXPECT_EQ(out.rdbuf()->sputc('a'), 'a') << "nothing is passed on yet";
+  EXPECT_EQ(out.rdbuf()->sputc('\n'), std::char_traits<char>::eof());
+  EXPECT_EQ(out.rdbuf()->sputn("\n", 1), 0);
+  EXPECT_EQ(out.rdbuf()->pubsync(), -1);
+}
+
+TEST(CleanOutput, AFailureOfTheRestShowsWhenItIsFlushed) {
+  std::ostringstream to;
+  CleanOutput out(to);
+  out << "kept" << std::flush;
+  EXPECT_EQ(out.rdbuf()->pubsync(), 0);
+  to.setstate(std::ios::badbit);
+  out << "lost";
+  EXPECT_TRUE(out);
+  out.flush();
+  EXPECT_FALSE(out);
+}
+
+// Takes everything and cannot write it.
+class FullBuffer : public std::stringbuf {
+ private:
+  int sync() override { return -1; }
+};
+
+TEST(CleanOutput, AStreamThatCannotBeFlushedHasFailed) {
+  FullBuffer full;
+  std::ostream to(&full);
+  CleanOutput out(to);
+  out << "taken\n";
+  EXPECT_TRUE(out);
+  out.flush();
+  EXPECT_FALSE(out);
+}
+
 }  // namespace
 }  // namespace velt::tool

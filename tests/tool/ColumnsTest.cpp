@@ -29,5 +29,18 @@ TEST(Columns, WhatIsNotUtf8CountsByTheByte) {
   EXPECT_EQ(shortened("\xFF\xFF\xFF", 2), "\xFF\u2026");
 }
 
+TEST(Columns, ControlCharactersTakeNone) {
+  EXPECT_EQ(columns("a\x7F\x01"), 1U);
+  EXPECT_EQ(padded("a\x7F", 2), "a\x7F ");
+}
+
+TEST(Columns, OneColumnHasRoomForTheEllipsisOrForOneCharacter) {
+  EXPECT_EQ(shortened("Walls", 1), "\u2026");
+  EXPECT_EQ(shortened("W", 1), "W");
+  EXPECT_EQ(shortened("\u58C1\u9762\u58C1", 5), "\u58C1\u9762\u2026");
+  EXPECT_EQ(shortened("", 0), "");
+  EXPECT_EQ(padded("", 2), "  ");
+}
+
 }  // namespace
 }  // namespace velt::tool

@@ -2,14 +2,19 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <string_view>
 
 #include "tests/support/Places.h"
 #include "tests/tool/Drawings.h"
@@ -523,6 +528,285 @@ TEST(CommandLine, StandardInputIsReadOnceAndIsNoFileToSaveTo) {
 
 TEST(CommandLine, ExplainWithoutAPropertyIsWrongUsage) {
   EXPECT_THAT(veltprops({"explain", "a.dxf", "--all"}).err, HasSubstr("which property?"));
+}
+
+// --- standard input --------------------------------------------------------------------------------------
+
+// While it lives, standard input has this text.
+class StandardInput {
+ public:
+  explicit StandardInput(const std::string& text) : text_(text), before_(std::cin.rdbuf(text_.rdbuf())) {}
+  StandardInput(const StandardInput&) = delete;
+  StandardInput& operator=(const StandardInput&) = delete;
+  ~StandardInput() { std::cin.rdbuf(before_); }
+
+ private:
+  std::istringstream text_;
+  std::streambuf* const before_;
+};
+
+TEST(CommandLine, OneDrawingMayComeFromStandardInput) {
+  const TemporaryFolder folder;
+  const std::string bytes = drawingOf({{"0"}}, circle("2F", "0"));
+  const std::string file = folder.write("a.dxf", bytes);
+  {
+    const StandardInput input(bytes);
+    EXPECT_EQ(veltprops({"list", "-"}).out, "Handle  Class   Type    Layer\n2F      Circle  CIRCLE  0\n");
+  }
+  const StandardInput input(drawingOf({{"0"}}, circle("2F", "0") + circle("30", "0")));
+  EXPECT_EQ(veltprops({"set", file.c_str(), "-", "Radius=4", "--all", "--dry-run"}).out,
+            file + ": 1 entity selected\n\nRadius=4\n       1 changed\n\nNothing was saved: --dry-run\n\n"
+                   "-: 2 entities selected\n\nRadius=4\n       2 changed\n\nNothing was saved: --dry-run\n");
+}
+
+TEST(CommandLine, TwoDrawingsFromStandardInputAreRefusedBeforeAnythingIsRead) {
+  for (const std::vector<const char*>& arguments : {std::vector<const char*>{"list", "-", "-"},
+                                                    {"diff", "-", "-"},
+                                                    {"set", "-", "-", "Radius=4", "--all", "--dry-run"}}) {
+    const Outcome outcome = veltprops(arguments);
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err, "veltprops: standard input can be read only once\n");
+  }
+}
+
+TEST(CommandLine, AWordThatNamesAFileIsAnotherDrawingWhateverItsEnding) {
+  const TemporaryFolder folder;
+  const std::string one = folder.write("a.dxf", drawingOf({{"0"}}, circle("2F", "0")));
+  const std::string other = folder.write("copy", drawingOf({{"0"}}, circle("30", "0")));
+  const Outcome outcome = veltprops({"set", one.c_str(), other.c_str(), "Radius=4", "--all", "--dry-run"});
+  EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+  EXPECT_EQ(outcome.out,
+            one + ": 1 entity selected\n\nRadius=4\n       1 changed\n\nNothing was saved: --dry-run\n\n"
+                + other
+                + ": 1 entity selected\n\nRadius=4\n       1 changed\n\nNothing was saved: --dry-run\n");
+}
+
+TEST(CommandLine, ADrawingPassesThroughWithinTheProcess) {
+  const StandardInput input(drawingOf({{"0"}}, circle("2F", "0")));
+  const Outcome outcome = veltprops({"set", "-", "Radius=7.25", "--all", "-o", "-"});
+  EXPECT_EQ(outcome.exitCode, 0);
+  std::string expected = drawingOf({{"0"}}, circle("2F", "0"));
+  expected.replace(expected.find("40\n2.5\n"), 7, "40\n7.25\n");
+  EXPECT_EQ(outcome.out, expected);
+  EXPECT_EQ(outcome.err, "-: 1 entity selected\n\nRadius=7.25\n       1 changed\n\n-: saved\n");
+}
+
+TEST(CommandLine, TheNameOfTheProgramAloneIsNoCommand) {
+  // As a system gives them to a program: with a null pointer at the end.
+  const char* const arguments[] = {"veltprops", nullptr};
+  std::ostringstream out;
+  std::ostringstream err;
+  EXPECT_EQ(velt::tool::run(1, arguments, out, err), 2);
+  EXPECT_EQ(err.str(), "veltprops: which command? \"veltprops --help\" lists them\n");
+}
+
+TEST(CommandLine, AnAnswerThatFailsWhenItIsFlushedIsAFailure) {
+  struct Full : std::stringbuf {
+    int sync() override { return -1; }
+  };
+  const TemporaryFolder folder;
+  const std::string file = folder.write("a.dxf", drawingOf({{"0"}}, line("2F", "0")));
+  const auto failureOf = [](std::vector<const char*> arguments, int code) {
+    arguments.insert(arguments.begin(), "veltprops");
+    Full full;
+    std::ostream out(&full);
+    std::ostringstream err;
+    EXPECT_EQ(velt::tool::run(static_cast<int>(arguments.size()), arguments.data(), out, err), code);
+    return err.str();
+  };
+  EXPECT_EQ(failureOf({"list", file.c_str()}, 1), "veltprops: the output could not be written\n");
+  EXPECT_EQ(failureOf({"diff", file.c_str(), file.c_str()}, 2),
+            "veltprops: the output could not be written\n");
+}
+
+TEST(CommandLine, TheManualPagesAreWrittenIntoAFolder) {
+  const TemporaryFolder folder;
+  const std::string pages = folder.path("man");
+  const Outcome outcome = veltprops({"man-pages", pages.c_str()});
+  EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_THAT(contentOf(pages + "/veltprops.1"), StartsWith(".TH VELTPROPS 1 "));
+  EXPECT_THAT(contentOf(pages + "/veltprops-set.1"), StartsWith(".TH VELTPROPS\\-SET 1 "));
+  EXPECT_EQ(veltprops({"man-pages"}).err,
+            "veltprops: FOLDER is required; \"veltprops man-pages --help\" tells more\n");
+}
+
+TEST_F(Looking, APictureIsDrawnOnTheBackgroundThatIsAskedFor) {
+  EXPECT_THAT(run({"draw", "--background", "dark"}).out, HasSubstr("height=\"100%\" fill=\"#212830\"/>"));
+  EXPECT_THAT(run({"draw", "--background", "light"}).out, HasSubstr("height=\"100%\" fill=\"#ffffff\"/>"));
+  const Outcome blue = run({"draw", "--background", "blue"});
+  EXPECT_EQ(blue.exitCode, 2);
+  EXPECT_THAT(blue.err, StartsWith("veltprops: --background: blue not in "));
+}
+
+TEST_F(Looking, APictureIsFrom16To20000PixelsWide) {
+  for (const char* const width : {"16", "20000"})
+    EXPECT_THAT(run({"draw", "--width", width}).out, HasSubstr(std::string(" width=\"") + width + "\""));
+  for (const char* const width : {"15", "20001"})
+    EXPECT_EQ(run({"draw", "--width", width}).exitCode, 2) << width;
+}
+
+// --- more about plug-ins ---------------------------------------------------------------------------------
+
+TEST(CommandLinePlugins, APluginIsOneWordSoThatADrawingMayFollowIt) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("a.dxf", drawingOf({{"0"}}, circle("2F", "0")));
+  const std::string good = plugin("Good");
+  const Outcome outcome = veltprops({"list", "--plugin", good.c_str(), file.c_str()});
+  EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+  EXPECT_EQ(outcome.out, "Handle  Class   Type    Layer\n2F      Circle  CIRCLE  0\n");
+}
+
+TEST(CommandLinePlugins, OneValueKeptOutsideIsToldBesideOneThatWasThereAlready) {
+  const TemporaryFolder folder;
+  const std::string bytes = drawingOf({{"0"}}, circle("2F", "0"));
+  const std::string file = folder.write("a.dxf", bytes);
+  const std::string material = (velt::tests::pluginFolder() / "material.so").string();
+  std::vector<const char*> arguments{"set",     file.c_str(), "--all",    "Material=Oak",
+                                     "Layer=0", "--in-place", "--plugin", material.c_str()};
+  const Outcome text = veltprops(arguments);
+  EXPECT_EQ(text.exitCode, 0) << text.err;
+  EXPECT_EQ(text.out, file
+                          + ": 1 entity selected\n\n"
+                            "Material=Oak\n       1 changed\n"
+                            "    The plug-in keeps the value outside of the drawing.\n\n"
+                            "Layer=0\n       1 unchanged: already had the value\n\n"
+                            "Nothing changed in the drawing, so nothing was saved\n");
+  EXPECT_EQ(contentOf(file), bytes);
+  arguments.push_back("--json");
+  const auto json = nlohmann::json::parse(veltprops(arguments).out);
+  EXPECT_EQ(json["assignments"][0]["keptOutside"], true);
+  EXPECT_FALSE(json["assignments"][1].contains("keptOutside"));
+  EXPECT_EQ(json["saved"], nullptr);
+  EXPECT_EQ(json["outcome"], "done");
+}
+
+TEST(CommandLinePlugins, ARowThatNoEntityShowsIsNotSaidToBeThereForSome) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("a.dxf", drawingOf({{"0"}}, circle("2F", "0") + line("30", "0")));
+  const std::string throws = plugin("Throws");
+  const Outcome outcome =
+      veltprops({"set", file.c_str(), "--all", "Never seen=1", "--dry-run", "--plugin", throws.c_str()});
+  EXPECT_EQ(outcome.exitCode, 1);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_THAT(outcome.err,
+              HasSubstr("the selected entities have no property Never seen in common; "
+                        "\"veltprops show\" lists those that they have, and \"veltprops explain\" "
+                        "says why one is missing\n"));
+}
+
+// --- on a terminal ---------------------------------------------------------------------------------------
+
+// What a command shows on a terminal of so many lines and columns; in a process of its own, whose standard output the
+// terminal is.
+Outcome onTerminal(std::vector<const char*> arguments, winsize size, const std::string& pager = "cat") {
+  arguments.insert(arguments.begin(), "veltprops");
+  int ours = -1;
+  int its = -1;
+  EXPECT_EQ(openpty(&ours, &its, nullptr, nullptr, &size), 0);
+  std::fflush(stdout);
+  const pid_t child = fork();
+  if (child == 0) {
+    dup2(its, STDOUT_FILENO);
+    setenv("PAGER", pager.c_str(), 1);
+    setenv("TERM", "dumb", 1);
+    std::ostringstream err;
+    const int code = velt::tool::run(static_cast<int>(arguments.size()), arguments.data(), std::cout, err);
+    std::cout.flush();
+    _exit(code);
+  }
+  int status = -1;
+  waitpid(child, &status, 0);
+  // What is shown arrives in order, so all of it is there once this is.
+  constexpr char end = '\004';
+  EXPECT_EQ(write(its, &end, 1), 1);
+  std::string shown;
+  for (char c = 0; read(ours, &c, 1) == 1 && c != end;) {
+    if (c != '\r') shown += c;
+  }
+  close(its);
+  close(ours);
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, shown, ""};
+}
+
+class OnATerminal : public Looking {
+ protected:
+  static constexpr winsize narrow{.ws_row = 200, .ws_col = 12, .ws_xpixel = 0, .ws_ypixel = 0};
+  static constexpr winsize low{.ws_row = 3, .ws_col = 80, .ws_xpixel = 0, .ws_ypixel = 0};
+
+  const TemporaryFolder folder;
+  const std::string file = folder.write(
+      "a.dxf", drawingOf({{"0"}, {"Walls"}}, line("2F", "Walls") + circle("30", "0") + circle("31", "0")));
+  const std::string other =
+      folder.write("b.dxf", drawingOf({{"0"}, {"Walls"}}, line("2F", "0") + circle("30", "Walls")));
+  const std::string paged = folder.path("paged");
+  const std::string listed =
+      "Handle  Class   Type    Layer\n2F      Line    LINE    Walls\n30      Circle  CIRCLE  0\n"
+      "31      Circle  CIRCLE  0\n";
+};
+
+TEST_F(OnATerminal, LinesFitItUnlessTheyAreWantedWide) {
+  for (std::vector<const char*> arguments :
+       {std::vector<const char*>{"list", file.c_str()},
+        {"show", file.c_str(), "--all"},
+        {"table", file.c_str(), "--all", "--columns", "Layer,Color,Linetype"},
+        {"info", file.c_str()},
+        {"diff", file.c_str(), other.c_str()},
+        {"explain", file.c_str(), "Layer", "--all"}}) {
+    SCOPED_TRACE(arguments.front());
+    EXPECT_THAT(onTerminal(arguments, narrow).out, HasSubstr("\u2026\n"));
+    arguments.push_back("--wide");
+    const Outcome wide = onTerminal(arguments, narrow);
+    EXPECT_EQ(wide.exitCode, arguments.front() == std::string_view("diff") ? 1 : 0);
+    EXPECT_THAT(wide.out, Not(HasSubstr("\u2026")));
+  }
+}
+
+TEST_F(OnATerminal, AnAnswerThatIsLongerGoesThroughThePager) {
+  // Not ">>": a second pager would replace what the first one got.
+  const Outcome outcome = onTerminal({"list", file.c_str()}, low, "cat > '" + paged + "'");
+  EXPECT_EQ(outcome.exitCode, 0);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(contentOf(paged), listed);
+}
+
+TEST_F(OnATerminal, AnAnswerThatIsAsLongAsItStaysThere) {
+  const Outcome outcome =
+      onTerminal({"list", file.c_str(), "--type", "Circle"}, low, "cat >> '" + paged + "'");
+  EXPECT_EQ(outcome.out,
+            "Handle  Class   Type    Layer\n30      Circle  CIRCLE  0\n31      Circle  CIRCLE  0\n");
+  EXPECT_FALSE(std::filesystem::exists(paged));
+}
+
+TEST_F(OnATerminal, NoPagerIsStartedWhenNoneIsWanted) {
+  EXPECT_EQ(onTerminal({"list", file.c_str(), "--no-pager"}, low, "cat >> '" + paged + "'").out, listed);
+  EXPECT_FALSE(std::filesystem::exists(paged));
+}
+
+TEST_F(OnATerminal, AReportOfWhatWasWrittenStaysThere) {
+  EXPECT_EQ(onTerminal({"set", file.c_str(), "--type", "Circle", "Radius=4", "--dry-run"}, low,
+                       "cat >> '" + paged + "'")
+                .out,
+            file + ": 2 entities selected\n\nRadius=4\n       2 changed\n\nNothing was saved: --dry-run\n");
+  EXPECT_FALSE(std::filesystem::exists(paged));
+}
+
+TEST_F(OnATerminal, WhatGoesElsewhereIsNeitherShortenedNorPaged) {
+  std::string entities;
+  std::string expected = "Handle  Class  Type  Layer\n";
+  for (int handle = 100; handle < 200; ++handle) {
+    entities += line(std::to_string(handle), "0");
+    expected += std::to_string(handle) + "     Line   LINE  0\n";
+  }
+  const std::string many = folder.write("many.dxf", drawingOf({{"0"}}, entities));
+  const char* const set = std::getenv("PAGER");
+  const std::string before = set != nullptr ? set : "";
+  setenv("PAGER", ("cat >> '" + paged + "'").c_str(), 1);
+  const Outcome outcome = veltprops({"list", many.c_str()});
+  set != nullptr ? setenv("PAGER", before.c_str(), 1) : unsetenv("PAGER");
+  EXPECT_EQ(outcome.out, expected);
+  EXPECT_FALSE(std::filesystem::exists(paged));
 }
 
 }  // namespace

@@ -130,6 +130,105 @@ TEST_F(CompletionOfALine, ADrawingThatCannotBeReadIsAFailureOfTheCallOnly) {
   EXPECT_THAT(wordsOf({"show", "no-such.dxf", "--a"}), ElementsAre("--all"));
 }
 
+TEST_F(CompletionOfALine, ALineWithoutAWordIsOneWithAnEmptyWord) {
+  EXPECT_THAT(wordsOf({}), ElementsAre("show", "set"));
+}
+
+TEST_F(CompletionOfALine, AnOptionThatThereIsNotStandsForNothing) {
+  EXPECT_THAT(wordsOf({"--odd", "show", "--a"}), ElementsAre("--all"));
+  EXPECT_THAT(wordsOf({"-x", "show", "--a"}), ElementsAre("--all"));
+  EXPECT_EQ(of({"set", "-x", "Layer="}).files, ".dxf") << "the drawing is still to come";
+}
+
+TEST_F(CompletionOfALine, AnOptionWithItsValueIsOneWord) {
+  EXPECT_THAT(wordsOf({"set", drawing, "--layer=Walls", "R"}), ElementsAre("Radius="));
+  EXPECT_THAT(wordsOf({"show", drawing, "--layer=0,D"}), ElementsAre("--layer=0,Doors\\, new"));
+}
+
+TEST_F(CompletionOfALine, OptionsMayStandBeforeTheDrawing) {
+  EXPECT_THAT(wordsOf({"set", "--layer", "Walls", drawing, "Layer=W"}), ElementsAre("Layer=Walls"));
+}
+
+TEST_F(CompletionOfALine, AnAssignmentIsNoDrawing) {
+  const Completion found = of({"set", "Layer="});
+  EXPECT_EQ(found.files, ".dxf");
+  EXPECT_THAT(found.candidates, IsEmpty());
+}
+
+TEST_F(CompletionOfALine, ADrawingMayBeCalledAsTheArgumentIs) {
+  EXPECT_THAT(wordsOf({"show", "DRAWING", "--a"}), ElementsAre("--all"));
+}
+
+TEST_F(CompletionOfALine, StandardInputIsADrawingThatIsNotRead) {
+  const Completion found = of({"set", "-", "Layer="});
+  EXPECT_EQ(found.files, "");
+  EXPECT_THAT(found.candidates, IsEmpty());
+  EXPECT_THAT(wordsOf({"show", "-", "--layer", ""}), IsEmpty());
+}
+
+TEST_F(CompletionOfALine, EachArgumentHasItsOwnAndTheLastOneIsThatOfAllFurtherOnes) {
+  CLI::App* const copy = app.add_subcommand("copy", "Copies");
+  std::string name, target;
+  copy->add_option("DRAWING", subject.drawings)->required()->expected(1);
+  copy->add_option("NAME", name)->required();
+  copy->add_option("TARGET", target)->required();
+  EXPECT_THAT(wordsOf({"copy", drawing, "R"}), ElementsAre("Radius"));
+  EXPECT_EQ(of({"copy", drawing, "R"}).files, ".dxf");
+  EXPECT_THAT(wordsOf({"copy", drawing, "Radius", "R"}), IsEmpty());
+  EXPECT_EQ(of({"copy", drawing, "Radius", "R"}).files, ".dxf");
+  EXPECT_THAT(wordsOf({"copy", drawing, "Radius", "b.dxf", "R"}), IsEmpty());
+}
+
+TEST_F(CompletionOfALine, OptionsAfterAHiddenOneAreThere) {
+  CLI::App* const show = app.get_subcommand("show");
+  show->add_flag("--lurking")->group("");
+  show->add_flag("--later");
+  EXPECT_THAT(wordsOf({"show", "--l"}), ElementsAre("--layer", "--later"));
+}
+
+TEST_F(CompletionOfALine, WhatIsSpelledAsTypedStandsAlone) {
+  app.get_subcommand("show")->add_option("--type", subject.selection.types)->allow_extra_args(false);
+  EXPECT_THAT(wordsOf({"show", drawing, "--type", "Cir"}), ElementsAre("Circle"));
+  EXPECT_THAT(wordsOf({"show", drawing, "--type", "cir"}), ElementsAre("CIRCLE", "Circle"));
+}
+
+TEST_F(CompletionOfALine, AWholeNameInAnotherCaseIsFoundToo) {
+  EXPECT_THAT(wordsOf({"show", drawing, "--layer", "walls"}), ElementsAre("Walls"));
+  EXPECT_THAT(wordsOf({"show", drawing, "--layer", "wallsx"}), IsEmpty());
+}
+
+TEST_F(CompletionOfALine, PropertiesOfEveryTypeAreThereAlsoAfterSeveralEntitiesOfOne) {
+  const std::string text = pairs({{0, "TEXT"},
+                                  {5, "40"},
+                                  {100, "AcDbEntity"},
+                                  {8, "0"},
+                                  {100, "AcDbText"},
+                                  {10, "0"},
+                                  {20, "0"},
+                                  {40, "1"},
+                                  {1, "a"},
+                                  {100, "AcDbText"}});
+  const std::string mixed = folder.write(
+      "mixed.dxf",
+      drawingOf({{"0"}}, line("2F", "0") + line("30", "0") + line("31", "0") + circle("32", "0") + text));
+  EXPECT_THAT(wordsOf({"show", mixed, "--columns", "Radi"}), ElementsAre("Radius"));
+  EXPECT_THAT(wordsOf({"show", mixed, "--columns", "Conte"}), ElementsAre("Contents"));
+  EXPECT_THAT(wordsOf({"show", mixed, "--where", "Justify=Le"}), ElementsAre("Justify=Left"));
+}
+
+TEST_F(CompletionOfALine, TheQuotesOfAConditionStayAsTheyAreTyped) {
+  EXPECT_THAT(wordsOf({"show", drawing, "--where", "\"Center"}),
+              ElementsAre("\"Center X\"", "\"Center Y\"", "\"Center Z\""));
+  EXPECT_THAT(wordsOf({"show", drawing, "--where", "'Center"}),
+              ElementsAre("'Center X'", "'Center Y'", "'Center Z'"));
+}
+
+TEST_F(CompletionOfALine, AConditionGoesOnAfterABlankOnly) {
+  EXPECT_THAT(wordsOf({"show", drawing, "--where", "Layer in (Walls)"}), IsEmpty());
+  EXPECT_THAT(wordsOf({"show", drawing, "--where", "Layer in (Walls) "}),
+              ElementsAre("Layer in (Walls) and", "Layer in (Walls) or"));
+}
+
 TEST(PrintedCompletion, IsReadLineByLine) {
   std::ostringstream out;
   print({{{"--all", "Every\nentity"}, {"a\tb"}}, ".dxf"}, out);

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "tests/tool/Drawings.h"
 #include "tool/EntitySelection.h"
 #include "tool/Failure.h"
@@ -180,10 +182,148 @@ TEST(ConditionCheck, AValueThatMeansSomethingToOneOfThePropertiesIsNoFailure) {
   EXPECT_EQ(handleText(selected.ids[0]), "40");
 }
 
+TEST_F(Where, WhatIsAtTheLimitIsPartOfItWhereTheSignSaysSo) {
+  EXPECT_THAT(where("Radius <= 2"), ElementsAre("32"));
+  EXPECT_THAT(where("Radius < 2.5"), ElementsAre("32"));
+  EXPECT_THAT(where("Radius > 2"), ElementsAre("31"));
+  EXPECT_THAT(where("Radius >= 2.5"), ElementsAre("31"));
+  EXPECT_THAT(where("Layer <= Doors and @class = Line"), ElementsAre("30"));
+  EXPECT_THAT(where("Layer >= Walls and @class = Line"), ElementsAre("2F"));
+}
+
+TEST_F(Where, NoIsLessThanYes) {
+  EXPECT_THAT(where("Closed = yes"), IsEmpty());
+  EXPECT_THAT(where("Closed != yes"), ElementsAre("33"));
+  EXPECT_THAT(where("Closed < yes"), ElementsAre("33"));
+  EXPECT_THAT(where("Closed >= yes"), IsEmpty());
+}
+
+TEST_F(Where, APatternIsThatOfTheNumberAsItIsShown) {
+  EXPECT_THAT(where("Radius like '2.5*'"), ElementsAre("31"));
+  EXPECT_THAT(where("Radius not like '2.5*' and has Radius"), ElementsAre("32"));
+}
+
+TEST_F(Where, EveryEntityHasEveryFact) {
+  EXPECT_THAT(where("has @layer"), ElementsAre("2F", "30", "31", "32", "33"));
+  EXPECT_THAT(where("has @block and not has @type"), IsEmpty());
+}
+
+TEST_F(Where, SeveralPartsAreJoined) {
+  EXPECT_THAT(where("Radius > 1 and Radius < 9 and Layer = Walls"), ElementsAre("31"));
+  EXPECT_THAT(where("Radius = 2 or Length = 0.5 or @handle = 2F"), ElementsAre("2F", "30", "32"));
+}
+
+TEST_F(Where, ANumberThatIsNoChoiceIsAFailure) {
+  EXPECT_THAT(failureOf("Lineweight = 3.7"),
+              testing::StartsWith(
+                  "--where: Lineweight: \"3.7\" is not one of its choices: ByLayer, ByBlock, Default,"));
+}
+
+// A block reference with an attribute of that text, under three handles from the given one on.
+std::string numbered(int handle, const std::string& text) {
+  const auto hex = [](int number) {
+    std::ostringstream made;
+    made << std::uppercase << std::hex << number;
+    return made.str();
+  };
+  return pairs({{0, "INSERT"},
+                {5, hex(handle)},
+                {100, "AcDbEntity"},
+                {8, "0"},
+                {66, "1"},
+                {100, "AcDbBlockReference"},
+                {2, "Door"},
+                {10, "0"},
+                {20, "0"},
+                {0, "ATTRIB"},
+                {5, hex(handle + 1)},
+                {100, "AcDbEntity"},
+                {8, "0"},
+                {100, "AcDbText"},
+                {1, text},
+                {100, "AcDbAttribute"},
+                {2, "NUMBER"},
+                {70, "0"},
+                {0, "SEQEND"},
+                {5, hex(handle + 2)}});
+}
+
+class WhereOfAttributes : public testing::Test {
+ protected:
+  std::vector<std::string> where(const std::string& condition) {
+    std::vector<std::string> handles;
+    for (const VkDbObjectId id : select(*drawing_, {.where = condition}).ids)
+      handles.push_back(handleText(id));
+    return handles;
+  }
+
+ private:
+  std::unique_ptr<Drawing> drawing_ = Drawing::parse(
+      drawingOf({{"0"}}, numbered(0x40, "10") + numbered(0x50, "05") + numbered(0x60, "12abc"),
+                pairs({{0, "BLOCK"}, {5, "1F"}, {8, "0"}, {2, "Door"}, {70, "0"}, {0, "ENDBLK"}})),
+      "house.dxf");
+};
+
+TEST_F(WhereOfAttributes, TextsThatAreNumbersAreOrderedAsNumbers) {
+  EXPECT_THAT(where("NUMBER > 9"), ElementsAre("40")) << "12abc stands before 9 as a text";
+  EXPECT_THAT(where("NUMBER < 9"), ElementsAre("50", "60"));
+  EXPECT_THAT(where("NUMBER <= 10"), ElementsAre("40", "50"));
+}
+
+TEST_F(WhereOfAttributes, TextsAreEqualOnlyWhenTheyAreWrittenAlike) {
+  EXPECT_THAT(where("NUMBER = 5"), IsEmpty());
+  EXPECT_THAT(where("NUMBER != 5"), ElementsAre("40", "50", "60"));
+  EXPECT_THAT(where("NUMBER = 05"), ElementsAre("50"));
+}
+
+TEST_F(WhereOfAttributes, AWholeNumberIsComparedWithAnyOther) {
+  EXPECT_THAT(where("Columns > 0.5"), ElementsAre("40", "50", "60"));
+  EXPECT_THAT(where("Columns < 1.5 and NUMBER = 10"), ElementsAre("40"));
+  EXPECT_THAT(where("Columns = 1.5"), IsEmpty());
+}
+
 TEST(ConditionCheck, NumbersThatDifferHardlyAreTheSame) {
   EXPECT_TRUE(isSameNumber(0.1 + 0.2, 0.3));
   EXPECT_TRUE(isSameNumber(1e12, 1e12 + 1));
   EXPECT_FALSE(isSameNumber(1.0, 1.00001));
+  EXPECT_FALSE(isSameNumber(1.0, -1.0));
+  EXPECT_TRUE(isSameNumber(0.0, 0.5e-9));
+  EXPECT_FALSE(isSameNumber(0.0, 1.5e-9));
+  EXPECT_TRUE(isSameNumber(-1000.0, -1000.0 - 0.5e-6));
+  EXPECT_FALSE(isSameNumber(-1000.0, -1000.0 - 1.5e-6));
+}
+
+TEST(WhereOfNothing, ANumberThatAnEntityHasNotFitsNoComparison) {
+  const auto polyline = [](const char* handle, const char* width) {
+    return pairs({{0, "LWPOLYLINE"},
+                  {5, handle},
+                  {100, "AcDbEntity"},
+                  {8, "0"},
+                  {100, "AcDbPolyline"},
+                  {90, "2"},
+                  {70, "0"},
+                  {10, "1"},
+                  {20, "2"},
+                  {40, "1"},
+                  {41, width},
+                  {10, "7"},
+                  {20, "8"},
+                  {40, "1"},
+                  {41, "1"}});
+  };
+  const auto drawing =
+      Drawing::parse(drawingOf({{"0"}}, polyline("2F", "1") + polyline("30", "3")), "widths");
+  const auto where = [&](const std::string& condition) {
+    std::vector<std::string> handles;
+    for (const VkDbObjectId id : select(*drawing, {.where = condition}).ids)
+      handles.push_back(handleText(id));
+    return handles;
+  };
+  EXPECT_THAT(where("Global width >= 1"), ElementsAre("2F")) << "the widths of the other one vary";
+  EXPECT_THAT(where("Global width != 5"), ElementsAre("2F"));
+  EXPECT_THAT(where("Global width <= 5"), ElementsAre("2F"));
+  EXPECT_THAT(where("Global width like '*'"), ElementsAre("2F"));
+  EXPECT_THAT(where("not Global width < 5"), ElementsAre("30"));
 }
 
 }  // namespace

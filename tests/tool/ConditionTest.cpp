@@ -105,5 +105,11 @@ TEST(Condition, SaysWhereItStopsBeingOneAndWhatIsMissing) {
   EXPECT_THAT(troubleOf(""), HasSubstr("a comparison such as Radius>5 is expected at the end"));
 }
 
+TEST(Condition, EveryQuoteThatIsThereTwiceIsOne) {
+  EXPECT_EQ(parsed("a=''''''"), "[a]=['']");
+  EXPECT_EQ(parsed("'it''s' = '''x'''"), "[it's]=['x']");
+  EXPECT_EQ(parsed("a=\"3\"\" it''s\""), "[a]=[3\" it''s]") << "only of its own kind";
+}
+
 }  // namespace
 }  // namespace velt::tool

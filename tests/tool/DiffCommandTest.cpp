@@ -108,5 +108,79 @@ TEST(Diff, NoWholeDrawingDiffersFromItself) {
   });
 }
 
+std::string openPolyline(const std::string& handle, const std::string& secondX) {
+  return pairs({{0, "LWPOLYLINE"},
+                {5, handle},
+                {100, "AcDbEntity"},
+                {8, "0"},
+                {100, "AcDbPolyline"},
+                {90, "2"},
+                {70, "0"},
+                {10, "1"},
+                {20, "0"},
+                {10, secondX},
+                {20, "0"}});
+}
+
+TEST_F(DiffCommand, RowsOfOneNameAreNumbered) {
+  EXPECT_THAT(between(openPolyline("2F", "9"), openPolyline("2F", "8")),
+              StartsWith("2F LWPolyline\n  Vertex X#2: 9.000 -> 8.000\n  Length: 8.000 -> 7.000\n\n"));
+}
+
+TEST_F(DiffCommand, WhatOnlyTheFirstHasStandsBeforeWhatOnlyTheSecondHas) {
+  EXPECT_THAT(between(line("2F", "0"), circle("2F", "0")), StartsWith("2F Line\n"
+                                                                      "  Start X: 1.500 -> (none)\n"
+                                                                      "  Start Y: 2.000 -> (none)\n"
+                                                                      "  Start Z: 0.000 -> (none)\n"
+                                                                      "  End X: 10.000 -> (none)\n"
+                                                                      "  End Y: 2.000 -> (none)\n"
+                                                                      "  End Z: 0.000 -> (none)\n"
+                                                                      "  Delta X: 8.500 -> (none)\n"
+                                                                      "  Delta Y: 0.000 -> (none)\n"
+                                                                      "  Delta Z: 0.000 -> (none)\n"
+                                                                      "  Length: 8.500 -> (none)\n"
+                                                                      "  Angle: 0.0\u00B0 -> (none)\n"
+                                                                      "  Name: Line -> Circle\n"
+                                                                      "  Center X: (none) -> 0.000\n"));
+}
+
+TEST_F(DiffCommand, AfterAnEntityThatIsLeftOutOrMissingTheOthersAreCompared) {
+  const std::string before =
+      circle("2E", "0") + line("2F", "Walls") + line("30", "Walls") + circle("31", "0");
+  const std::string after = circle("2E", "0") + line("30", "Walls", 12.0) + circle("31", "Walls")
+                            + line("32", "Walls") + line("33", "0") + line("34", "Walls");
+  const std::string text = between(before, after, {.types = {"Line"}});
+  EXPECT_THAT(text, StartsWith("30 Line\n  End X: 10.000 -> 12.000\n"));
+  EXPECT_THAT(text, testing::ContainsRegex("\n- 2F Line on Walls: only in [^\n]*a\\.dxf\n"
+                                           "\\+ 32 Line on Walls: only in [^\n]*b\\.dxf\n"
+                                           "\\+ 33 Line on 0: only in [^\n]*b\\.dxf\n"
+                                           "\\+ 34 Line on Walls: only in [^\n]*b\\.dxf\n"
+                                           "\n0 entities the same, 1 changed, 1 only in "));
+}
+
+TEST_F(DiffCommand, ANameThatOneDrawingKnowsIsEnoughWhicheverItIs) {
+  const std::string entities = line("2F", "0") + line("30", "0");
+  EXPECT_THAT(between(entities, line("2F", "Doors") + line("30", "0"), {.layers = {"Doors"}}),
+              StartsWith("2F Line\n  Layer: 0 -> Doors\n\n0 entities the same, 1 changed"));
+  EXPECT_TRUE(isDifferent());
+}
+
+TEST_F(DiffCommand, AnEmptyTextIsToldFromOneThatIsMissing) {
+  const auto textOf = [](const std::string& content) {
+    return pairs({{0, "TEXT"},
+                  {5, "2F"},
+                  {100, "AcDbEntity"},
+                  {8, "0"},
+                  {100, "AcDbText"},
+                  {10, "0"},
+                  {20, "0"},
+                  {40, "1"},
+                  {1, content},
+                  {100, "AcDbText"}});
+  };
+  EXPECT_THAT(between(textOf(""), textOf("Hall")),
+              StartsWith("2F Text\n  Contents: (empty) -> Hall\n\n0 entities the same, 1 changed"));
+}
+
 }  // namespace
 }  // namespace velt::tool

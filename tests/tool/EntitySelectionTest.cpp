@@ -212,5 +212,111 @@ TEST(EntitySelection, SharedHandlesAreToldOnceAndNotAllByName) {
   EXPECT_EQ(remarkOnHandles(select(*whole, {.all = true})), "");
 }
 
+TEST(EntitySelection, AnEntityThatIsGoneCannotBeDescribed) {
+  EXPECT_THAT([] { handleText(VkDbObjectId()); },
+              testing::ThrowsMessage<Failure>("an entity of the selection no longer exists"));
+}
+
+TEST(EntitySelection, AnyNumberOtherThanZeroIsAHandle) {
+  const auto drawing = sampleOf();
+  const auto unknown = [](const std::string& handle) {
+    return "house.dxf: no entity has the handle " + handle + " (\"veltprops list\" lists them all)";
+  };
+  EXPECT_EQ(failureOf(*drawing, {.handles = {"1"}}), unknown("1"));
+  EXPECT_EQ(failureOf(*drawing, {.handles = {"ffffffffffffffff"}}), unknown("FFFFFFFFFFFFFFFF"));
+  EXPECT_EQ(failureOf(*drawing, {.handles = {"2G"}}),
+            "\"2G\" is not a handle: handles are hexadecimal numbers such as 2F");
+  const auto first = Drawing::parse(drawingOf({{"0"}}, line("1", "0") + line("2", "0")), "house.dxf");
+  EXPECT_THAT(handlesOf(*first, {.handles = {"1"}}), ElementsAre("1"));
+}
+
+TEST(EntitySelection, EachNameMustBeThere) {
+  const auto drawing = sampleOf();
+  EXPECT_EQ(failureOf(*drawing, {.layers = {"Walls", "Roof*", "Doors"}}),
+            "house.dxf: no layer \"Roof*\"; the drawing has: 0, Doors, Empty, Forgotten, Walls");
+  const std::string types = "; the drawing has: 3DFACE, 3DFace, CIRCLE, Circle, LINE, Line";
+  EXPECT_EQ(failureOf(*drawing, {.types = {"Line", "Roof*"}}),
+            "house.dxf: no entities of type \"Roof*\"" + types);
+  EXPECT_EQ(failureOf(*drawing, {.types = {"Hatch", "Roof*"}}),
+            "house.dxf: no entities of type \"Roof*\"" + types)
+      << "also after one that is only known";
+  EXPECT_EQ(failureOf(*drawing, {.blocks = {"Door", "Zz"}}),
+            "house.dxf: no block \"Zz\"; the drawing has: Door");
+}
+
+TEST(EntitySelection, NamesAreListedWhileTheyAreFew) {
+  std::vector<LayerOf> layers;
+  std::string names;
+  for (int i = 10; i < 50; ++i) {
+    layers.push_back({"L" + std::to_string(i)});
+    names += (names.empty() ? "L" : ", L") + std::to_string(i);
+  }
+  const auto failureWith = [&] {
+    return failureOf(*Drawing::parse(drawingOf(layers, ""), "house.dxf"), {.layers = {"Roof*"}});
+  };
+  EXPECT_EQ(failureWith(), "house.dxf: no layer \"Roof*\"; the drawing has: " + names);
+  layers.push_back({"L50"});
+  EXPECT_EQ(failureWith(), "house.dxf: no layer \"Roof*\"");
+  const auto empty = Drawing::parse(drawingOf({{"0"}}, line("2F", "0")), "house.dxf");
+  EXPECT_EQ(failureOf(*empty, {.blocks = {"Roof*"}}), "house.dxf: no block \"Roof*\"; the drawing has none");
+}
+
+TEST(EntitySelection, WhatStandsInABlockStandsOnNoLayout) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(handlesOf(*drawing, {.inBlocks = true, .layouts = {"*"}}),
+              ElementsAre("2F", "30", "31", "32", "33"));
+  EXPECT_THAT(handlesOf(*drawing, {.layouts = {"*"}, .isInverted = true}), IsEmpty());
+}
+
+TEST(EntitySelection, NotKeepsTheOrderOfTheOthers) {
+  const auto drawing = sampleOf();
+  EXPECT_THAT(handlesOf(*drawing, {.layers = {"Doors"}, .isInverted = true}), ElementsAre("2F", "30", "32"));
+  EXPECT_THAT(handlesOf(*drawing, {.inBlocks = true, .handles = {"33", "30", "51"}, .isInverted = true}),
+              ElementsAre("2F", "31", "32"));
+  EXPECT_THAT(handlesOf(*drawing, {.where = "Layer = Doors", .isInverted = true}),
+              ElementsAre("2F", "30", "32"));
+}
+
+TEST(EntitySelection, OnlyThoseInBlocksThatFitCountAsLeftOut) {
+  const auto drawing = sampleOf();
+  EXPECT_EQ(select(*drawing, {.layers = {"Doors"}}).leftOutInBlocks, 1U);
+  EXPECT_EQ(select(*drawing, {.layers = {"Walls"}}).leftOutInBlocks, 0U);
+  EXPECT_EQ(select(*drawing, {.layers = {"Doors"}, .isInverted = true}).leftOutInBlocks, 0U);
+  EXPECT_FALSE(select(*drawing, {.layers = {"Doors"}}).isConditionOpen);
+  EXPECT_TRUE(select(*drawing, {.where = "Layer = Doors"}).isConditionOpen);
+}
+
+TEST(EntitySelection, ErasedEntitiesAreNotSelected) {
+  const auto drawing = sampleOf();
+  drawing->setErased(database::resolve(drawing->entityByHandle(0x30))->record, true);
+  EXPECT_THAT(handlesOf(*drawing, {.all = true}), ElementsAre("2F", "31", "32", "33"));
+}
+
+TEST(EntitySelection, SharedHandlesAreCountedHoweverManyHaveThem) {
+  const auto drawing =
+      Drawing::parse(drawingOf({{"0"}}, line("A1", "0") + line("2F", "0") + line("A1", "0") + line("30", "0")
+                                            + circle("2F", "0") + line("A1", "0")),
+                     "house.dxf");
+  const SelectedEntities all = select(*drawing, {.all = true});
+  EXPECT_THAT(all.sharedHandles, ElementsAre(std::pair(0x2FU, 2U), std::pair(0xA1U, 3U)));
+  EXPECT_THAT(sharedHandleTexts(all), ElementsAre("2F", "A1"));
+  EXPECT_EQ(remarkOnHandles(all),
+            "\nThe drawing is damaged: several entities have the handle 2F (2 entities), A1 (3 entities); "
+            "--handle selects them all\n");
+}
+
+TEST(EntitySelection, SharedHandlesThatAreAllNamedHaveNoMore) {
+  SelectedEntities eight;
+  for (std::uint64_t handle = 1; handle <= 8; ++handle)
+    eight.sharedHandles[handle] = 2;
+  EXPECT_THAT(remarkOnHandles(eight), HasSubstr(", 8 (2 entities); --handle selects them all\n"));
+}
+
+TEST(EntitySelection, OneIsAnEntityAndAnyOtherNumberAreEntities) {
+  EXPECT_EQ(entitiesText(0), "0 entities");
+  EXPECT_EQ(entitiesText(1), "1 entity");
+  EXPECT_EQ(entitiesText(2), "2 entities");
+}
+
 }  // namespace
 }  // namespace velt::tool

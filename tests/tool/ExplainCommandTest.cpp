@@ -143,5 +143,38 @@ TEST_F(ExplainCommand, WithoutEntitiesThereIsNothingToExplain) {
   EXPECT_THROW(explained(line("2F", "0"), "Layer", false, {}), UsageFailure);
 }
 
+TEST_F(ExplainCommand, TwentyOneValuesAreOneTooMany) {
+  std::string entities;
+  for (int i = 0; i < 21; ++i)
+    entities += line(std::to_string(20 + i), "0", 10.0 + i);
+  EXPECT_THAT(explained(entities, "End X"),
+              testing::EndsWith("    1 of them  29.000  --where \"'End X'=29\"\n    and 1 other values\n"));
+}
+
+TEST_F(ExplainCommand, WhatAKindOfTheClassDoesNotShowSaysHowToFindThoseThatDo) {
+  const std::string text = of(velt::samples::galleryDrawing(), "Scale", false,
+                              {.where = "@class = Hatch and Pattern name = SOLID"});
+  EXPECT_THAT(text,
+              testing::EndsWith("\n  The class has such a property, and does not show it for entities of "
+                                "this kind: another kind of the class has it, or it means nothing here.\n"
+                                "  To do: find entities that show it: --all --where \"has Scale\"\n"));
+}
+
+TEST_F(ExplainCommand, OneEntityThatHasItIsToldInTheSingular) {
+  EXPECT_THAT(explained(line("2F", "0") + circle("30", "0"), "Radius"),
+              HasSubstr("\n  1 of the 2 entities has it. Those without it: 2F.\n"));
+}
+
+TEST_F(ExplainCommand, EightEntitiesAreNamedAndTheOthersCounted) {
+  const auto without = [&](int count) {
+    std::string entities = circle("90", "0");
+    for (int i = 0; i < count; ++i)
+      entities += line(std::to_string(20 + i), "0");
+    return explained(entities, "Radius");
+  };
+  EXPECT_THAT(without(8), HasSubstr("Those without it: 20, 21, 22, 23, 24, 25, 26, 27.\n"));
+  EXPECT_THAT(without(9), HasSubstr("Those without it: 20, 21, 22, 23, 24, 25, 26, 27 and 1 more.\n"));
+}
+
 }  // namespace
 }  // namespace velt::tool

@@ -5,7 +5,10 @@
 
 #include <filesystem>
 #include <sstream>
+#include <string>
+#include <vector>
 
+#include "samples/Gallery.h"
 #include "tests/tool/Drawings.h"
 #include "tool/Commands.h"
 #include "tool/Failure.h"
@@ -125,6 +128,140 @@ TEST_F(SetFromFile, AssignmentsAndAFileExcludeEachOther) {
   EXPECT_THAT(failureOf("", {.assignments = {"Radius=2"}}), HasSubstr("exclude each other"));
   std::ostringstream out;
   EXPECT_THROW(set({.drawing = file, .selection = {.all = true}, .dryRun = true}, out, out), UsageFailure);
+}
+
+std::string polylineOf3(const std::string& handle) {
+  return pairs({{0, "LWPOLYLINE"},
+                {5, handle},
+                {100, "AcDbEntity"},
+                {8, "0"},
+                {100, "AcDbPolyline"},
+                {90, "3"},
+                {70, "0"},
+                {10, "1"},
+                {20, "0"},
+                {10, "9"},
+                {20, "0"},
+                {10, "9"},
+                {20, "5"}});
+}
+
+// As SetFromFile, of drawings of their own.
+class SetFromFileIn : public testing::Test {
+ protected:
+  // What set tells; the drawing is saved as saved.dxf.
+  std::string writtenTo(const std::string& drawing, const std::string& json, bool keepGoing = false) {
+    return told({.drawing = folder.write("own.dxf", drawing),
+                 .from = folder.write("values.json", json),
+                 .output = folder.path("saved.dxf"),
+                 .force = true,
+                 .keepGoing = keepGoing});
+  }
+  std::string valuesOf(const std::vector<std::string>& columns) const {
+    std::ostringstream out;
+    table({.drawing = folder.path("saved.dxf"),
+           .selection = {.all = true},
+           .columns = columns,
+           .format = TableFormat::csv},
+          out);
+    return out.str();
+  }
+  ExitCode code = succeeded;
+
+ private:
+  std::string told(const SetRequest& request) {
+    std::ostringstream out;
+    std::ostringstream err;
+    try {
+      code = set(request, out, err);
+    } catch (const std::runtime_error& failure) {
+      return failure.what();
+    }
+    return out.str();
+  }
+  const TemporaryFolder folder;
+};
+
+TEST_F(SetFromFileIn, ValuesThatAreNullInAListAreSkipped) {
+  EXPECT_THAT(writtenTo(drawingOf({{"0"}}, polylineOf3("2F")),
+                        R"({"handle":"2F","values":{"Vertex X":[null,7,null],"Vertex Y":[1,null,6]}})"),
+              HasSubstr("       3 values changed\n"));
+  EXPECT_EQ(valuesOf({"Vertex X", "Vertex Y"}),
+            "Vertex X,Vertex Y\n1.000; 7.000; 9.000,1.000; 0.000; 6.000\n");
+}
+
+TEST_F(SetFromFileIn, TheUnitOfEachValueOfAListIsChecked) {
+  const std::string drawing = drawingOf({{"0"}}, polylineOf3("2F"));
+  for (const std::string units : {R"(["drawing units","drawing units","inches"])", R"([null,null,"inches"])",
+                                  R"([null,"inches"])", R"(["inches"])"}) {
+    EXPECT_THAT(writtenTo(drawing, R"({"handle":"2F","values":{"Vertex X":[1,7,9]},"units":{"Vertex X":)"
+                                       + units + "}}"),
+                testing::EndsWith(
+                    "values.json: Vertex X of 2F is in inches there, and in drawing units in the drawing"))
+        << units;
+  }
+}
+
+TEST_F(SetFromFileIn, WhatIsNotThereIsFoundBeforeAnyValueIsRefused) {
+  const std::string drawing = drawingOf({{"0"}}, circle("33", "0") + line("2F", "0"));
+  EXPECT_THAT(writtenTo(drawing, R"({"handle":"33","values":{"Radius":-1}})"
+                                 "\n"
+                                 R"({"handle":"2F","values":{"Radius":7}})"),
+              testing::EndsWith("values.json: 2F has no property Radius"));
+}
+
+TEST_F(SetFromFileIn, AfterARefusalNoOtherEntityIsWrittenUnlessToKeepGoing) {
+  const std::string drawing = drawingOf({{"0"}}, circle("33", "0") + circle("34", "0"));
+  const std::string values = R"({"handle":"33","values":{"Radius":-1}})"
+                             "\n"
+                             R"({"handle":"34","values":{"Radius":7}})";
+  EXPECT_EQ(writtenTo(drawing, values).find("changed"), std::string::npos);
+  EXPECT_EQ(code, failed);
+  EXPECT_THAT(writtenTo(drawing, values, true),
+              HasSubstr("       1 value changed\n       1 value refused\n"));
+  EXPECT_EQ(code, partlyDone);
+  EXPECT_EQ(valuesOf({"Radius"}), "Radius\n2.500\n7.000\n");
+}
+
+TEST_F(SetFromFileIn, OfEntitiesWithOneHandleEachHasItsOwnValuesAndTheLastTheOthers) {
+  const std::string drawing =
+      drawingOf({{"0"}}, circle("33", "0") + circle("33", "0") + circle("34", "0") + circle("33", "0"));
+  const auto ofRadius = [](const std::string& handle, int radius) {
+    return R"({"handle":")" + handle + R"(","values":{"Radius":)" + std::to_string(radius) + "}}\n";
+  };
+  EXPECT_THAT(writtenTo(drawing, ofRadius("33", 3) + ofRadius("33", 4) + ofRadius("33", 5) + ofRadius("33", 6)
+                                     + ofRadius("34", 8) + ofRadius("34", 9)),
+              HasSubstr("6 entities in "));
+  EXPECT_EQ(valuesOf({"Radius"}), "Radius\n3.000\n4.000\n9.000\n6.000\n");
+}
+
+TEST_F(SetFromFileIn, AValueThatTheFormatHasNoPlaceForIsRefusedInTheWordsOfShow) {
+  const std::string old = pairs({{0, "SECTION"},
+                                 {2, "HEADER"},
+                                 {9, "$ACADVER"},
+                                 {1, "AC1009"},
+                                 {0, "ENDSEC"},
+                                 {0, "SECTION"},
+                                 {2, "ENTITIES"},
+                                 {0, "LINE"},
+                                 {5, "2F"},
+                                 {8, "0"},
+                                 {10, "0"},
+                                 {20, "0"},
+                                 {11, "1"},
+                                 {21, "1"},
+                                 {0, "ENDSEC"},
+                                 {0, "EOF"}});
+  EXPECT_THAT(
+      writtenTo(old, R"({"handle":"2F","values":{"Lineweight":25}})"),
+      HasSubstr("       1 value refused\n"
+                "    2F Lineweight=25: DXF R12 cannot store this property; DXF 2000 and later can\n"));
+}
+
+TEST_F(SetFromFileIn, WhatWasWrittenBeforeMayTakeAPropertyAway) {
+  EXPECT_THAT(writtenTo(samples::galleryDrawing(),
+                        R"({"handle":"6C","values":{"Pattern name":"SOLID","Scale":3.5}})"),
+              HasSubstr("    6C Scale=3.5: it has no such property any more\n"));
 }
 
 }  // namespace

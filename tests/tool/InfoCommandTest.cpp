@@ -63,5 +63,63 @@ TEST(InfoCommand, JsonCountsAlikeOfWholeDrawings) {
   });
 }
 
+TEST(InfoCommand, AnEntityWithADictionaryIsTold) {
+  const TemporaryFolder folder;
+  const auto partOf = [&](int count) {
+    std::string entities;
+    for (int i = 0; i < 2; ++i) {
+      std::string text = line(std::to_string(30 + i), "0");
+      if (i < count)
+        text.insert(text.find("100\n"), pairs({{102, "{ACAD_XDICTIONARY"}, {360, "A0"}, {102, "}"}}));
+      entities += text;
+    }
+    std::string text = drawingOf({{"0"}}, entities);
+    text.insert(text.rfind("0\nEOF"),
+                pairs({{0, "SECTION"}, {2, "OBJECTS"}, {0, "DICTIONARY"}, {5, "A0"}, {0, "ENDSEC"}}));
+    const std::string file = folder.write("with.dxf", text);
+    EXPECT_EQ(nlohmann::json::parse(shown(file, true))["withExtensionDictionary"], count);
+    return shown(file);
+  };
+  EXPECT_THAT(partOf(0), testing::Not(HasSubstr("Data of applications")));
+  EXPECT_THAT(partOf(1), HasSubstr("\n\nData of applications\n  (in dictionaries)  1 entity\n"));
+  EXPECT_THAT(partOf(2), HasSubstr("\n\nData of applications\n  (in dictionaries)  2 entities\n"));
+}
+
+TEST(InfoCommand, ALineWithNothingToSayEndsWithItsName) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("odd.dxf", pairs({{0, "SECTION"},
+                                                          {2, "HEADER"},
+                                                          {9, "$ACADVER"},
+                                                          {1, "AC1099"},
+                                                          {9, "$LUNITS"},
+                                                          {70, "0"},
+                                                          {9, "$EXTMIN"},
+                                                          {10, "1.25"},
+                                                          {20, "-2"},
+                                                          {30, "3"},
+                                                          {9, "$EXTMAX"},
+                                                          {10, "4"},
+                                                          {20, "5"},
+                                                          {30, "6.5"},
+                                                          {0, "ENDSEC"},
+                                                          {0, "EOF"}}));
+  EXPECT_EQ(shown(file), file
+                             + "\n\nDrawing\n"
+                               "  Format    AC1099 (AC1099)\n"
+                               "  Units     Unitless\n"
+                               "  Lengths\n"
+                               "  Angles    Decimal degrees\n"
+                               "  Extents   1.25, -2, 3 to 4, 5, 6.5\n"
+                               "  Entities  0 entities\n");
+}
+
+TEST(InfoCommand, ASectionWithoutANameIsToldAllTheSame) {
+  const TemporaryFolder folder;
+  std::string text = drawingOf({{"0"}}, "");
+  text.insert(text.rfind("0\nEOF"), pairs({{0, "SECTION"}, {0, "ENDSEC"}}));
+  EXPECT_THAT(shown(folder.write("nameless.dxf", text)),
+              testing::EndsWith("\n\nKept as they stand, but not understood\n    section\n"));
+}
+
 }  // namespace
 }  // namespace velt::tool

@@ -8,7 +8,11 @@
 
 #include <csignal>
 #include <cstddef>
+#include <filesystem>
 #include <string>
+
+#include "dxf/FileReplacement.h"
+#include "tests/support/Files.h"
 
 namespace velt::tool {
 namespace {
@@ -93,6 +97,50 @@ TEST_F(Interruption, LetsAForkedProcessTakeSignalsAgain) {
   ::waitpid(child, &status, 0);
   EXPECT_TRUE(WIFEXITED(status));
   EXPECT_EQ(0, WEXITSTATUS(status));
+}
+
+TEST_F(Interruption, WhatIsIgnoredWhileItWaitsDoesNotEndIt) {
+  // As while a pager shows the output. The lower of two signals is taken first.
+  const pid_t child = ::fork();
+  if (child == 0) {
+    endCleanlyWhenInterrupted();
+    std::signal(SIGINT, SIG_IGN);
+    ::kill(::getpid(), SIGINT);
+    ::kill(::getpid(), SIGTERM);
+    ::sleep(1);
+    ::_exit(0);
+  }
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  EXPECT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(128 + SIGTERM, WEXITSTATUS(status));
+}
+
+TEST_F(Interruption, LeavesNoUnfinishedFile) {
+  const tests::TemporaryFolder folder;
+  const std::string target = folder.path("new.dxf");
+  int ends[2] = {};
+  ASSERT_EQ(0, ::pipe(ends));
+  const pid_t child = ::fork();
+  if (child == 0) {
+    dxf::FileReplacement file(target, {.onlyNew = true});
+    file.stream() << "half" << std::flush;
+    const bool isThere = !std::filesystem::is_empty(folder.path());
+    [[maybe_unused]] const ssize_t told = ::write(ends[1], isThere ? "1" : "0", 1);
+    endCleanlyWhenInterrupted();
+    ::kill(::getpid(), SIGTERM);
+    ::sleep(1);
+    ::_exit(0);
+  }
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  EXPECT_EQ(128 + SIGTERM, WIFEXITED(status) ? WEXITSTATUS(status) : -1);
+  char isThere = '?';
+  EXPECT_EQ(1, ::read(ends[0], &isThere, 1));
+  EXPECT_EQ('1', isThere) << "there was one to remove";
+  EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+  ::close(ends[0]);
+  ::close(ends[1]);
 }
 
 }  // namespace

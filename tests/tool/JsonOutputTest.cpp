@@ -24,5 +24,19 @@ TEST(JsonOutput, BytesThatAreNotUtf8BecomeTheReplacementCharacter) {
   EXPECT_EQ(printed("a\xFF"), "\"a\xEF\xBF\xBD\"\n");
 }
 
+TEST(JsonOutput, OnlyControlCharactersAreEscaped) {
+  EXPECT_EQ(jsonText("\u0080\u0081\u009F\u00A0\u00A1", -1), "\"\\u0080\\u0081\\u009f\u00A0\u00A1\"");
+  EXPECT_EQ(jsonText("~\x7F\x7F", -1), "\"~\\u007f\\u007f\"");
+  EXPECT_EQ(jsonText("\u0102 \u00C2", -1), "\"\u0102 \u00C2\"");
+  EXPECT_EQ(jsonText("", -1), "\"\"");
+}
+
+TEST(JsonOutput, TheTextIsIndentedAsAsked) {
+  const nlohmann::ordered_json json = {{"b", {1, 2}}, {"a", nullptr}};
+  EXPECT_EQ(jsonText(json, -1), R"({"b":[1,2],"a":null})");
+  EXPECT_EQ(jsonText(json, 1), "{\n \"b\": [\n  1,\n  2\n ],\n \"a\": null\n}");
+  EXPECT_EQ(printed(json), "{\n  \"b\": [\n    1,\n    2\n  ],\n  \"a\": null\n}\n");
+}
+
 }  // namespace
 }  // namespace velt::tool

@@ -111,5 +111,46 @@ TEST(ListOfADamagedDrawing, ALayersNameStaysOnItsLine) {
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 2);
 }
 
+TEST(ListOfLongHandles, ColumnsAreAsWideAsWhatStandsInThem) {
+  TemporaryFolder folder;
+  const std::string file = folder.write(
+      "long.dxf", drawingOf({{"0"}}, line("1F", "0") + line("1234ABCD", "T\\U+00FCren") + line("2F", "0")));
+  std::ostringstream out;
+  list({.drawing = file}, out);
+  EXPECT_EQ(out.str(),
+            "Handle    Class  Type  Layer\n"
+            "1F        Line   LINE  0\n"
+            "1234ABCD  Line   LINE  T\u00FCren\n"
+            "2F        Line   LINE  0\n");
+}
+
+TEST(ListWithBlocks, WhatIsLeftOutIsCounted) {
+  TemporaryFolder folder;
+  const auto fileWith = [&](const std::string& inBlock) {
+    return folder.write("door.dxf",
+                        drawingOf({{"0"}}, line("1F", "0"),
+                                  pairs({{0, "BLOCK"}, {5, "50"}, {8, "0"}, {2, "Door"}, {70, "0"}}) + inBlock
+                                      + pairs({{0, "ENDBLK"}})));
+  };
+  const auto jsonOf = [](const std::string& file) {
+    std::ostringstream out;
+    list({.drawing = file, .json = true}, out);
+    return out.str();
+  };
+  const std::string one = fileWith(line("51", "0"));
+  EXPECT_EQ(jsonOf(one), "{\n  \"drawing\": \"" + one
+                             + "\",\n  \"count\": 1,\n  \"entities\": [\n    {\n"
+                               "      \"handle\": \"1F\",\n      \"class\": \"Line\",\n"
+                               "      \"type\": \"LINE\",\n      \"layer\": \"0\"\n    }\n  ],\n"
+                               "  \"leftOutInBlocks\": 1\n}\n");
+  std::ostringstream out;
+  list({.drawing = one}, out);
+  EXPECT_EQ(out.str(),
+            "Handle  Class  Type  Layer\n"
+            "1F      Line   LINE  0\n"
+            "\n1 entity inside block definitions left out (--in-blocks includes them)\n");
+  EXPECT_FALSE(nlohmann::json::parse(jsonOf(fileWith(""))).contains("leftOutInBlocks"));
+}
+
 }  // namespace
 }  // namespace velt::tool

@@ -72,5 +72,21 @@ TEST_F(NamedRows, ANumberSignThatIsNoNumberBelongsToTheName) {
   EXPECT_EQ(withoutNumber("Part#12"), std::pair(std::string("Part"), std::size_t{12}));
 }
 
+TEST_F(NamedRows, OnlyWhatFollowsANumberSignIsANumber) {
+  for (const char* const name : {"Part", "12", "#1", "#", "Part#1a", "Part#12 ", "Part#-1"})
+    EXPECT_EQ(withoutNumber(name), std::pair(std::string(name), std::size_t{0})) << name;
+  EXPECT_EQ(withoutNumber("Part#1"), std::pair(std::string("Part"), std::size_t{1}));
+  EXPECT_EQ(withoutNumber("P#3"), std::pair(std::string("P"), std::size_t{3}));
+  EXPECT_EQ(withoutNumber("Part#1#2"), std::pair(std::string("Part#1"), std::size_t{2}));
+}
+
+TEST_F(NamedRows, TheFirstOfSeveralHasTheNumberOne) {
+  add(L"Vertex", L"Vertex X");
+  add(L"Vertex", L"Vertex X");
+  EXPECT_THAT(meant("Vertex X#1"), ElementsAre(0));
+  EXPECT_THAT(meant("Vertex X#0"), IsEmpty());
+  EXPECT_THAT(meant("Vertex Y#1"), IsEmpty());
+}
+
 }  // namespace
 }  // namespace velt::tool

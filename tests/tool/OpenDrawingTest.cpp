@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <iostream>
+#include <sstream>
+
 #include "dxf/Error.h"
 #include "tests/tool/Drawings.h"
 
@@ -26,6 +29,30 @@ TEST(OpenDrawing, WhatCannotBeOpenedIsNamed) {
   } catch (const velt::dxf::Error& error) {
     EXPECT_EQ(error.file(), folder.path("missing.dxf"));
   }
+}
+
+TEST(OpenDrawing, ADashStandsForStandardInputAndMessagesSaySo) {
+  std::istringstream drawing(drawingOf({{"0"}}, line("2F", "0") + circle("30", "0")));
+  std::istringstream nothing;
+  std::streambuf* const before = std::cin.rdbuf(drawing.rdbuf());
+  std::size_t entities = 0;
+  EXPECT_NO_THROW(entities = velt::tool::openDrawing("-")->entities().size());
+  std::cin.rdbuf(nothing.rdbuf());
+  std::string message;
+  try {
+    velt::tool::openDrawing("-");
+  } catch (const velt::dxf::Error& error) {
+    message = error.what();
+  }
+  std::cin.rdbuf(before);
+  EXPECT_EQ(entities, 2U);
+  EXPECT_EQ(message, "standard input: the file is empty");
+}
+
+TEST(NumberStyle, IsPreciseOnlyWhenAskedFor) {
+  const auto drawing = Drawing::parse(drawingOf({{"0"}}, ""), "a.dxf");
+  EXPECT_FALSE(numberStyleOf(*drawing).isPrecise);
+  EXPECT_TRUE(numberStyleOf(*drawing, true).isPrecise);
 }
 
 TEST(NumberStyle, ThePrecisionComesFromTheHeader) {

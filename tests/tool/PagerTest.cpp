@@ -128,5 +128,137 @@ TEST_F(PagerTest, APagerThatDoesNotExistIsNamed) {
   }
 }
 
+TEST_F(PagerTest, WhatIsWrittenInPiecesArrivesWhole) {
+  const tests::TemporaryFolder folder;
+  const std::string file = folder.path("paged");
+  setenv("PAGER", ("cat > " + file).c_str(), 1);
+  std::ostringstream terminal;
+  Pager out(terminal, 3);
+  for (const char* const piece : {"a", "b\n", "\n", "c\n", "d\n", "e\n", "f"})
+    out << piece;
+  out.put('g');
+  out.put('\n');
+  EXPECT_TRUE(out.good());
+  out.finish();
+  EXPECT_EQ(terminal.str(), "");
+  EXPECT_EQ(tests::contentOf(file), "ab\n\nc\nd\ne\nfg\n");
+}
+
+TEST_F(PagerTest, SingleCharactersAreTextToo) {
+  setenv("PAGER", "false", 1);
+  std::ostringstream terminal;
+  Pager out(terminal, 3);
+  for (const char c : std::string("ab\n\xc3\xbf\n"))
+    out.put(c);
+  EXPECT_TRUE(out.good());
+  out.finish();
+  EXPECT_EQ(terminal.str(), "ab\n\xc3\xbf\n");
+}
+
+TEST_F(PagerTest, WhatTheTerminalDoesNotTakeIsAFailure) {
+  setenv("PAGER", "cat", 1);
+  std::ostringstream terminal;
+  terminal.setstate(std::ios::badbit);
+  Pager letter(terminal, 3);
+  letter.put('a');
+  EXPECT_TRUE(letter.bad());
+  Pager text(terminal, 3);
+  text << "Walls";
+  EXPECT_TRUE(text.bad());
+}
+
+TEST_F(PagerTest, LessIsToldToEndOnOnePageUnlessItHasOptionsAlready) {
+  const tests::TemporaryFolder folder;
+  const std::string file = folder.path("options");
+  const char* const set = std::getenv("LESS");
+  const std::optional<std::string> before = set != nullptr ? std::optional<std::string>(set) : std::nullopt;
+  unsetenv("LESS");
+  paged("cat > /dev/null; printf %s \"$LESS\" > " + file, "1\n2\n3\n4\n");
+  EXPECT_EQ(tests::contentOf(file), "FRX");
+  setenv("LESS", "S", 1);
+  paged("cat > /dev/null; printf %s \"$LESS\" > " + file, "1\n2\n3\n4\n");
+  EXPECT_EQ(tests::contentOf(file), "S");
+  before ? setenv("LESS", before->c_str(), 1) : unsetenv("LESS");
+}
+
+TEST_F(PagerTest, AfterwardsTheSignalsAreThoseOfTheProgram) {
+  setenv("PAGER", "cat > /dev/null", 1);
+  std::signal(SIGINT, SIG_DFL);
+  std::signal(SIGPIPE, SIG_DFL);
+  std::ostringstream terminal;
+  {
+    Pager out(terminal, 3);
+    out << "1\n2\n3\n4\n";
+    EXPECT_EQ(std::signal(SIGPIPE, SIG_IGN), SIG_IGN) << "a reader who leaves does not end the program";
+    out.finish();
+    EXPECT_EQ(std::signal(SIGPIPE, SIG_IGN), SIG_DFL);
+    EXPECT_EQ(std::signal(SIGINT, SIG_IGN), SIG_DFL);
+  }
+  EXPECT_EQ(std::signal(SIGPIPE, SIG_DFL), SIG_IGN) << "the end of what is finished changes nothing";
+  EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_IGN);
+}
+
+// Programs on the path, each of which leaves what it is given in a file of its name.
+class PagerOnThePath : public PagerTest {
+ protected:
+  void SetUp() override {
+    PagerTest::SetUp();
+    if (const char* const set = std::getenv("PATH")) path_ = set;
+    std::filesystem::create_directory(folder_.path("first"));
+    std::filesystem::create_directory(folder_.path("second"));
+  }
+  void TearDown() override {
+    setenv("PATH", path_.c_str(), 1);
+    PagerTest::TearDown();
+  }
+  void install(const std::string& program, bool isExecutable = true) {
+    const std::string file =
+        folder_.write(program, "#!/bin/sh\nexec /bin/cat > " + folder_.path("paged-by-")
+                                   + std::filesystem::path(program).filename().string() + "\n");
+    using std::filesystem::perms;
+    std::filesystem::permissions(file, isExecutable ? perms::owner_all : perms::owner_read);
+  }
+  // Who was given the text; empty when it stayed on the terminal.
+  std::string pagerFound() {
+    unsetenv("PAGER");
+    setenv("PATH", (folder_.path("first") + ":" + folder_.path("second")).c_str(), 1);
+    std::ostringstream terminal;
+    Pager out(terminal, 3);
+    out << "1\n2\n3\n4\n";
+    out.finish();
+    std::string found;
+    for (const std::string name : {"less", "more"}) {
+      if (std::filesystem::exists(folder_.path("paged-by-" + name))) found += name;
+    }
+    EXPECT_EQ(terminal.str(), found.empty() ? "1\n2\n3\n4\n" : "");
+    return found;
+  }
+
+ private:
+  std::string path_;
+  const tests::TemporaryFolder folder_;
+};
+
+TEST_F(PagerOnThePath, LessIsTakenWhereverItIs) {
+  install("first/more");
+  install("second/less");
+  EXPECT_EQ(pagerFound(), "less");
+}
+
+TEST_F(PagerOnThePath, ElseMoreIs) {
+  install("first/less", false);
+  install("second/more");
+  EXPECT_EQ(pagerFound(), "more");
+}
+
+TEST_F(PagerOnThePath, ElseThereIsNone) {
+  EXPECT_EQ(pagerFound(), "");
+  unsetenv("PAGER");
+  unsetenv("PATH");
+  std::ostringstream terminal;
+  Pager(terminal, 3) << "1\n2\n3\n4\n";
+  EXPECT_EQ(terminal.str(), "1\n2\n3\n4\n");
+}
+
 }  // namespace
 }  // namespace velt::tool

@@ -30,5 +30,23 @@ TEST(Patterns, ALongTextIsTriedWithoutTryingEverything) {
   EXPECT_FALSE(fits("*a*a*a*a*a*a*a*a*b", std::string(5000, 'a')));
 }
 
+TEST(Patterns, WhatFollowsAStarDoesNotBeginBeforeIt) {
+  EXPECT_FALSE(fits("xab*abc", "xabc"));
+  EXPECT_FALSE(fits("Walls*s", "Walls"));
+  EXPECT_TRUE(fits("xab*abc", "xababc"));
+}
+
+TEST(Patterns, WhatFollowsAStarStandsTogether) {
+  EXPECT_FALSE(fits("*ab", "axb"));
+  EXPECT_TRUE(fits("*ab", "aab"));
+  EXPECT_FALSE(fits("W*a?c", "Waxbc"));
+}
+
+TEST(Patterns, AnEmptyPatternIsThatOfAnEmptyTextOnly) {
+  EXPECT_TRUE(fits("", ""));
+  EXPECT_FALSE(fits("", "W"));
+  EXPECT_TRUE(fits("Walls**", "Walls"));
+}
+
 }  // namespace
 }  // namespace velt::tool

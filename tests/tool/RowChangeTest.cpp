@@ -56,5 +56,43 @@ TEST_F(ChangeOfARow, IsWrittenToEveryEntity) {
   EXPECT_EQ(std::get<double>(selection_.row("End X").plain()), 7);
 }
 
+TEST_F(ChangeOfARow, ALetterAfterTheSMakesAWordOfIt) {
+  for (const char* const value : {"~szone/a/", "~sAnd/a/", "~sZoo/a/", "~sand/a/"})
+    expect(written("Layer", value), std::nullopt, value);
+  for (const char* const value : {"~s/", "~s{a{b{", "~s@a@b@", "~s[a[b[", "~s`a`b`"})
+    expect(written("Layer", value), Relation::replaced, value + 1);
+}
+
+TEST_F(ChangeOfARow, LooksAtNothingBehindTheText) {
+  const std::string_view longer = "+=5";
+  expect(rowChangeIn(selection_.row("End X"), longer.substr(0, 1)), std::nullopt, "+");
+}
+
+TEST(ChangeOfARowOfAnOldDrawing, TellsWhyNoValueCanBeWritten) {
+  const auto drawing = database::Drawing::parse(tests::pairs({{0, "SECTION"},
+                                                              {2, "HEADER"},
+                                                              {9, "$ACADVER"},
+                                                              {1, "AC1009"},
+                                                              {0, "ENDSEC"},
+                                                              {0, "SECTION"},
+                                                              {2, "ENTITIES"},
+                                                              {0, "LINE"},
+                                                              {5, "2F"},
+                                                              {8, "0"},
+                                                              {10, "0"},
+                                                              {20, "0"},
+                                                              {11, "1"},
+                                                              {21, "1"},
+                                                              {0, "ENDSEC"},
+                                                              {0, "EOF"}}),
+                                                "old.dxf");
+  palette::Selection selection(drawing->entities());
+  selection.query();
+  const palette::Report report =
+      tool::write(selection, selection.row("Lineweight"), {.value = "0.25 mm"}, {.keepGoing = true});
+  ASSERT_EQ(report.reasons.size(), 1U);
+  EXPECT_EQ(report.reasons.at(0), "DXF R12 cannot store this property; DXF 2000 and later can");
+}
+
 }  // namespace
 }  // namespace velt::tool

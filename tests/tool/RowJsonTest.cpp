@@ -101,5 +101,21 @@ TEST(RowJson, AnEntityIsToldByItsHandle) {
   EXPECT_EQ(json["dynSources"].dump(), R"([{"pDispatch":null,"pDynamicProperty":false}])");
 }
 
+TEST(RowJson, ADynamicPropertySaysSo) {
+  PROPINFO row = record();
+  EXPECT_EQ(made(row)["isDynamic"], false);
+  row.dispId = dynamicPropertyDispId;
+  EXPECT_EQ(made(row)["isDynamic"], true);
+  EXPECT_EQ(made(row, RowFields::known)["isDynamic"], true);
+}
+
+TEST(RowJson, ChoicesAreInTheirOrder) {
+  PROPINFO row = record();
+  for (const wchar_t* const choice : {L"solid", L"T\u00FCr", L"a\nb"})
+    row.choiceNames.push_back(choice);
+  EXPECT_EQ(made(row)["choiceNames"].dump(), "[\"solid\",\"T\u00FCr\",\"a\\nb\"]");
+  EXPECT_EQ(made(row, RowFields::known)["choiceValues"].dump(), "[]");
+}
+
 }  // namespace
 }  // namespace velt::tool

@@ -469,5 +469,112 @@ TEST_F(SetCommand, TellsOfOtherNamesOfTheFileThatItSplitsOff) {
   EXPECT_EQ(contentOf(folder.path("second.dxf")), bytes);
 }
 
+// --- the report ------------------------------------------------------------------------------------------
+
+std::string circles(std::size_t count) {
+  std::string text;
+  for (std::size_t i = 0; i < count; ++i)
+    text += circle(std::to_string(40 + i), "0");
+  return text;
+}
+
+TEST_F(SetCommand, TheFirstEightOfThoseWithOneReasonAreNamed) {
+  const SetRequest request{
+      .selection = {.all = true}, .assignments = {"Radius=0"}, .dryRun = true, .keepGoing = true};
+  folder.write("house.dxf", drawingOf({{"0"}}, circles(8)));
+  EXPECT_EQ(run(request), file
+                              + ": 8 entities selected\n\nRadius=0\n       8 refused\n"
+                                "    40, 41, 42, 43, 44, 45, 46, 47: The value must be greater than 0.\n\n"
+                                "No entity changed, so nothing was saved\n");
+  folder.write("house.dxf", drawingOf({{"0"}}, circles(9)));
+  EXPECT_EQ(run(request), file
+                              + ": 9 entities selected\n\nRadius=0\n       9 refused\n"
+                                "    40, 41, 42, 43, 44, 45, 46, 47 and 1 more: The value must be greater than 0.\n\n"
+                                "No entity changed, so nothing was saved\n");
+}
+
+TEST_F(SetCommand, AValueThatIsOnlyShownAlreadyIsToldAndWrittenWhenAskedFor) {
+  std::string almost = circle("41", "0");
+  almost.replace(almost.find("2.5\n"), 4, "2.5001\n");
+  folder.write("house.dxf", drawingOf({{"0"}}, circle("40", "0") + almost));
+  const SetRequest request{.selection = {.all = true}, .assignments = {"Radius=2.500"}, .dryRun = true};
+  EXPECT_EQ(run(request), file
+                              + ": 2 entities selected\n\nRadius=2.500\n"
+                                "       2 unchanged: already had the value\n"
+                                "    1 of them only as it is shown, with fewer digits (--precise writes it)\n\n"
+                                "No entity changed, so nothing was saved\n");
+  EXPECT_EQ(runJson(request)["assignments"][0]["rounded"], 1);
+  SetRequest exactly = request;
+  exactly.precise = true;
+  EXPECT_EQ(run(exactly), file
+                              + ": 2 entities selected\n\nRadius=2.500\n       1 changed\n"
+                                "       1 unchanged: already had the value\n\nNothing was saved: --dry-run\n");
+  EXPECT_FALSE(runJson(exactly)["assignments"][0].contains("rounded"));
+}
+
+TEST_F(SetCommand, SeveralHandlesOfADamagedDrawingAreToldInJsonToo) {
+  folder.write("house.dxf", drawingOf({{"0"}}, circle("40", "0") + circle("40", "0") + circle("41", "0")));
+  const Json json = runJson({.selection = {.all = true}, .assignments = {"Radius=4"}, .dryRun = true});
+  EXPECT_EQ(json["selection"]["count"], 3);
+  EXPECT_EQ(json["selection"]["sharedHandles"].size(), 1U) << json["selection"].dump();
+}
+
+TEST_F(SetCommand, APropertyOfTheFirstEntityAloneIsNotInCommonEither) {
+  const std::string house = drawingOf({{"0"}}, circle("33", "0") + line("34", "0") + line("35", "0"));
+  folder.write("house.dxf", house);
+  EXPECT_EQ(failureOf({.selection = {.all = true}, .assignments = {"Radius=2"}}),
+            "the selected entities have no property Radius in common: "
+            "1 of the 3 entities has it. Those without it: 34, 35. Of the first of these: "
+            "There is no such property: neither of the class, nor an attribute, extended data or a row of a "
+            "plug-in. Classes that have it: Circle, Arc. "
+            "To do: select only those that have it: --where \"has Radius\".");
+}
+
+TEST_F(SetCommand, APropertyOfALaterClassIsFoundBehindSeveralEntitiesOfAnother) {
+  folder.write("house.dxf", drawingOf({{"0"}}, line("33", "0") + line("34", "0") + circle("35", "0")));
+  EXPECT_THAT(failureOf({.selection = {.all = true}, .assignments = {"Radius=2"}}),
+              testing::StartsWith("the selected entities have no property Radius in common: "
+                                  "1 of the 3 entities has it. Those without it: 33, 34. "));
+}
+
+TEST_F(SetCommand, AFileWhoseNameIsThatOfStandardOutputIsNotInTheWay) {
+  const std::string other = folder.write("-", "mine");
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(folder.path());
+  std::ostringstream drawing, report, err;
+  SetRequest request{.drawing = file,
+                     .selection = {.handles = {"33"}},
+                     .assignments = {"Radius=2"},
+                     .output = "-",
+                     .standardOutput = &drawing};
+  ExitCode answered = failed;
+  EXPECT_NO_THROW(answered = set(request, report, err));
+  std::filesystem::current_path(before);
+  EXPECT_EQ(answered, succeeded);
+  EXPECT_THAT(drawing.str(), testing::EndsWith("EOF\n"));
+  EXPECT_EQ(contentOf(other), "mine");
+}
+
+TEST_F(SetCommand, WrongUsageIsToldWithTheWayOut) {
+  const auto usageOf = [&](const SetRequest& request) -> std::string {
+    std::ostringstream out, err;
+    try {
+      set(request, out, err);
+    } catch (const UsageFailure& failure) {
+      return failure.what();
+    }
+    return "no failure";
+  };
+  const std::vector<std::string> radius{"Radius=2"};
+  EXPECT_EQ(usageOf({.drawing = file, .selection = {.all = true}, .dryRun = true}),
+            "write what? Say NAME=VALUE, or name a file with --from");
+  EXPECT_EQ(usageOf({.drawing = file, .assignments = radius, .from = "values.json", .dryRun = true}),
+            "NAME=VALUE and --from exclude each other");
+  EXPECT_EQ(usageOf({.drawing = file, .selection = {.all = true}, .assignments = radius}),
+            "save where? Name a file with -o, or say --in-place or --dry-run");
+  EXPECT_EQ(usageOf({.drawing = "-", .selection = {.all = true}, .assignments = radius, .inPlace = true}),
+            "standard input cannot be saved to: name a file with -o, or -o - for standard output");
+}
+
 }  // namespace
 }  // namespace velt::tool

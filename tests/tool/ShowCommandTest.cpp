@@ -365,5 +365,104 @@ TEST_F(ShowCommand, EveryClassAndTypeOfWholeDrawingsAnswers) {
   });
 }
 
+TEST_F(ShowCommand, ATerminalWithColorSetsMarksApartWhereTheyFit) {
+  const auto lineOf = [&](const std::string& name, Terminal terminal) {
+    terminal.hasColor = true;
+    std::istringstream lines(shown({.selection = {.handles = {"2F"}}, .terminal = terminal}));
+    for (std::string line; std::getline(lines, line);) {
+      if (line.starts_with("  " + name + " ")) return line;
+    }
+    return "no row " + name;
+  };
+  const std::string layer = lineOf("Layer", {});
+  const std::size_t marks = layer.find("\033[2m");
+  ASSERT_NE(marks, std::string::npos) << layer;
+  const std::string pair = layer.substr(0, marks);
+  EXPECT_THAT(pair, ContainsRegex("^  Layer +Walls +$"));
+  EXPECT_EQ(layer.substr(marks), "\033[2m  [choices]\033[0m");
+  // Nothing is left to be set apart, or not the whole value.
+  EXPECT_EQ(lineOf("Layer", {.width = pair.size() + 5}), pair + "\033[2m  [c\u2026\033[0m");
+  EXPECT_THAT(lineOf("Layer", {.width = pair.size()}), Not(HasSubstr("\033")));
+  EXPECT_THAT(lineOf("Layer", {.width = 14}), Not(HasSubstr("\033")));
+}
+
+TEST_F(ShowCommand, ATerminalWithColorSetsNothingApartBehindAValueWithoutMarks) {
+  const std::string text = shown({.selection = {.handles = {"2F"}}, .terminal = {.hasColor = true}});
+  EXPECT_THAT(text, Not(HasSubstr("\033[2m\033[0m")));
+  EXPECT_THAT(text, ContainsRegex("\n  Start X +1.500\n"));
+}
+
+TEST_F(ShowCommand, JsonSaysWhyARowCannotBeEditedNow) {
+  const TemporaryFolder folder;
+  const std::string file = folder.write("plan.dxf", velt::samples::sampleFloorPlan());
+  std::ostringstream out;
+  show({.drawing = file, .selection = {.types = {"DimRotated"}}, .json = true}, out);
+  const nlohmann::json json = nlohmann::json::parse(out.str());
+  const nlohmann::json& style = *rowNamed(json, "Dim style");
+  EXPECT_EQ(style["isEditable"], false);
+  EXPECT_EQ(style["readOnlyReason"], "the dimension is drawn by a block, which is not drawn anew here");
+  EXPECT_FALSE(style.contains("refused"));
+  const nlohmann::json& handle = *rowNamed(json, "Handle");
+  EXPECT_EQ(handle["isEditable"], false);
+  EXPECT_FALSE(handle.contains("readOnlyReason")) << "it can never be edited";
+  EXPECT_FALSE(rowNamed(json, "Layer")->contains("readOnlyReason"));
+}
+
+TEST_F(ShowCommand, WhatOnlyOneEntityIsMentionedForIsMentionedInJsonToo) {
+  const nlohmann::json json = shownJson({.all = true});
+  EXPECT_EQ(json["selection"]["leftOutInBlocks"], 1);
+  EXPECT_FALSE(json["selection"].contains("locked"));
+  EXPECT_FALSE(shownJson({.handles = {"2F"}})["selection"].contains("leftOutInBlocks"));
+}
+
+TEST(ShowCommandOnManyEntities, TwentyValuesAreListedAndTheOthersCounted) {
+  const TemporaryFolder folder;
+  const auto shownLines = [&](int count) {
+    std::string entities;
+    for (int i = 0; i < count; ++i)
+      entities += line(std::to_string(20 + i), "0", 10.0 + i);
+    std::ostringstream out;
+    show({.drawing = folder.write("house.dxf", drawingOf({{"0"}}, entities)),
+          .selection = {.all = true},
+          .values = true},
+         out);
+    return out.str();
+  };
+  const std::string twenty = shownLines(20);
+  EXPECT_THAT(twenty, HasSubstr("      1 of them  29.000  --where \"'End X'=29\"\n"));
+  EXPECT_THAT(twenty, Not(HasSubstr("other values")));
+  const std::string more = shownLines(21);
+  EXPECT_THAT(more, HasSubstr("      1 of them  29.000  --where \"'End X'=29\"\n"
+                              "      and 1 other values (--json has them all)\n"));
+  EXPECT_THAT(more, Not(HasSubstr("'End X'=30")));
+}
+
+TEST(ShowCommandOnManyEntities, MarksStandBelowEachOtherBehindFortyColumnsOfAValue) {
+  const TemporaryFolder folder;
+  const auto rowsOf = [&](std::size_t columns) {
+    std::ostringstream out;
+    show({.drawing = folder.write("text.dxf", drawingOf({{"0"}}, pairs({{0, "TEXT"},
+                                                                        {5, "2F"},
+                                                                        {100, "AcDbEntity"},
+                                                                        {8, "0"},
+                                                                        {100, "AcDbText"},
+                                                                        {10, "0"},
+                                                                        {20, "0"},
+                                                                        {40, "1"},
+                                                                        {1, std::string(columns, 'x')},
+                                                                        {100, "AcDbText"}}))),
+          .selection = {.all = true}},
+         out);
+    return out.str();
+  };
+  const auto layer = [](std::size_t blanks) {
+    return ContainsRegex("\n  Layer +0" + std::string(blanks, ' ') + "  \\[choices\\]\n");
+  };
+  EXPECT_THAT(rowsOf(39), layer(38));
+  EXPECT_THAT(rowsOf(40), layer(39));
+  EXPECT_THAT(rowsOf(41), layer(39));
+  EXPECT_THAT(rowsOf(60), layer(39));
+}
+
 }  // namespace
 }  // namespace velt::tool

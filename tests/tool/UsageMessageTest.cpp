@@ -22,6 +22,8 @@ TEST(UsageMessage, SaysWhatWasProbablyMeant) {
   EXPECT_EQ(wrong({}), "veltprops: which command? \"veltprops --help\" lists them\n");
   EXPECT_EQ(wrong({"shwo", "a.dxf"}), "veltprops: shwo: no such command; did you mean show?\n");
   EXPECT_EQ(wrong({"x"}), "veltprops: x: no such command; \"veltprops --help\" tells more\n");
+  EXPECT_EQ(wrong({"-"}), "veltprops: -: no such command; \"veltprops --help\" tells more\n")
+      << "standard input is no option";
   EXPECT_EQ(wrong({"--versoin"}),
             "veltprops: --versoin: veltprops has no such option; did you mean --version?\n");
   EXPECT_EQ(wrong({"show", "a.dxf", "--layr", "0"}),

@@ -132,5 +132,63 @@ TEST(ValuesFile, AFileThatIsNotThereIsNamed) {
   }
 }
 
+TEST(ValuesFile, FactsAndWhatIsMissingMayStandAnywhere) {
+  const ValuesFile file = valuesOf(R"({"handle":"2F","values":{"@type":"LINE","Gone":null,"Layer":"0",)"
+                                   R"("@layer":"0","Color":7}})");
+  ASSERT_EQ(file.entities[0].values.size(), 2U);
+  EXPECT_EQ(file.entities[0].values[0].name, "Layer");
+  EXPECT_EQ(file.entities[0].values[1].name, "Color");
+}
+
+TEST(ValuesFile, WithoutAUnitForItAValueHasNone) {
+  const ValuesFile file = valuesOf(R"({"handle":"2F","values":{"A":1,"B":[2,3],"C":[4,5,6],"D":[7,8]},)"
+                                   R"("units":{"A":"inches","C":["inches","feet"],"D":["a","b","c"]}})");
+  const std::vector<WantedValues>& values = file.entities[0].values;
+  EXPECT_THAT(values[0].units, ElementsAre("inches"));
+  EXPECT_THAT(values[1].units, ElementsAre("", ""));
+  EXPECT_THAT(values[2].units, ElementsAre("inches", "feet", ""));
+  EXPECT_THAT(values[3].units, ElementsAre("a", "b"));
+}
+
+TEST(ValuesFile, OfAListEveryEntityAndEveryValueIsRead) {
+  const ValuesFile file = valuesOf(R"({"entities":[
+      {"handle":"2F","values":[{"name":"A","displayName":"A","value":18446744073709551615}]},
+      {"handle":"30","values":[{"name":"A","displayName":"A","value":-3,"isVaries":false},
+                               {"name":"B","displayName":"A","value":"x","isVaries":true}]},
+      {"handle":"31","values":[]}]})");
+  ASSERT_EQ(file.entities.size(), 3U);
+  EXPECT_THAT(file.entities[0].values[0].values,
+              ElementsAre(PlainValue(std::uint64_t{18446744073709551615U})));
+  ASSERT_EQ(file.entities[1].values.size(), 2U) << "another property with that label";
+  EXPECT_THAT(file.entities[1].values[0].values, ElementsAre(PlainValue(std::int64_t{-3})));
+  EXPECT_EQ(file.entities[1].values[1].name, "B");
+  EXPECT_THAT(file.entities[1].values[1].values, ElementsAre(PlainValue()));
+  EXPECT_EQ(file.entities[2].handle, "31");
+  EXPECT_TRUE(valuesOf("").entities.empty());
+}
+
+TEST(ValuesFile, AValueWithItsLabelIsForTheRowsThatHaveBothNames) {
+  std::vector<PROPINFO> records(4);
+  const auto name = [&](std::size_t place, const wchar_t* own, const wchar_t* label) {
+    records[place].name = own;
+    records[place].displayName = label;
+  };
+  name(0, L"Vertex", L"Vertex X");
+  name(1, L"Vertex", L"Vertex Y");
+  name(2, L"Other", L"Vertex X");
+  name(3, L"Vertex", L"Vertex X");
+  const std::vector<palette::Row> rows(records.begin(), records.end());
+  const auto found = [&](const WantedValues& wanted) {
+    std::vector<std::ptrdiff_t> places;
+    for (const palette::Row& row : rowsFor(wanted, rows))
+      places.push_back(&row.record() - records.data());
+    return places;
+  };
+  EXPECT_THAT(found({.name = "Vertex", .label = "Vertex X"}), ElementsAre(0, 3));
+  EXPECT_THAT(found({.name = "Vertex", .label = "Vertex Y"}), ElementsAre(1));
+  EXPECT_THAT(found({.name = "Other", .label = "Vertex Y"}), ElementsAre());
+  EXPECT_THAT(found({.name = "Vertex X"}), ElementsAre(0, 3)) << "as \"table\" names them";
+}
+
 }  // namespace
 }  // namespace velt::tool

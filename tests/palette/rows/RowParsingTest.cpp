@@ -107,6 +107,16 @@ TEST(RowParsing, AChoiceGoesByItsNameWhateverTheCaseOrByItsNumber) {
   EXPECT_EQ(parsed("solid", rowWithChoices(VT_R8)).variant().dblVal, 10.5);
 }
 
+TEST(RowParsing, AChoiceMayComeWithTheEndOfItsLine) {
+  EXPECT_EQ(parsed("dashed\r", rowWithChoices(VT_I4)).variant().lVal, 20);
+  EXPECT_EQ(parsed("Das\rhed", rowWithChoices(VT_I4)).variant().lVal, 20) << "which is not seen";
+  EXPECT_EQ(parsed("solid\r", rowWithChoices(VT_DISPATCH)).variant().vt,
+            parsed("solid", rowWithChoices(VT_DISPATCH)).variant().vt);
+  EXPECT_THROW(parsed("dashed\n", rowWithChoices(VT_I4)), Error);
+  EXPECT_THROW(parsed("das\thed", rowWithChoices(VT_I4)), Error);
+  EXPECT_THROW(parsed("dashed\xFF", rowWithChoices(VT_I4)), Error);
+}
+
 TEST(RowParsing, WhatIsNotAChoiceIsAnsweredWithTheChoices) {
   EXPECT_EQ(errorOf([] { parsed("dotted", rowWithChoices(VT_I4)); }),
             "\"dotted\" is not one of its choices: solid, Dashed");
