@@ -102,32 +102,9 @@ TEST_F(Where, OneOfSeveralRowsOfANameIsEnough) {
 
 TEST(WhereOfTwoKinds, AValueThatOnlySomePropertiesOfANameUnderstandIsNoMistake) {
   // An attribute is a text, what a circle has under the same name a number.
-  const std::string reference = pairs({{0, "INSERT"},
-                                       {5, "34"},
-                                       {100, "AcDbEntity"},
-                                       {8, "0"},
-                                       {100, "AcDbBlockReference"},
-                                       {66, "1"},
-                                       {2, "Door"},
-                                       {10, "0"},
-                                       {20, "0"},
-                                       {0, "ATTRIB"},
-                                       {5, "35"},
-                                       {100, "AcDbEntity"},
-                                       {8, "0"},
-                                       {100, "AcDbText"},
-                                       {10, "0"},
-                                       {20, "0"},
-                                       {40, "1"},
-                                       {1, "wide"},
-                                       {100, "AcDbAttribute"},
-                                       {2, "RADIUS"},
-                                       {70, "0"},
-                                       {0, "SEQEND"},
-                                       {5, "36"}});
-  const std::string block = pairs({{0, "BLOCK"}, {5, "50"}, {8, "0"}, {2, "Door"}, {70, "0"}, {0, "ENDBLK"}});
-  for (const std::string& entities : {circle("31", "0") + reference, reference + circle("31", "0")}) {
-    const auto drawing = Drawing::parse(drawingOf({{"0"}}, entities, block), "house.dxf");
+  const std::string door = reference(0x34, "Door", "RADIUS", "wide");
+  for (const std::string& entities : {circle("31", "0") + door, door + circle("31", "0")}) {
+    const auto drawing = Drawing::parse(drawingOf({{"0"}}, entities, emptyBlock("Door")), "house.dxf");
     const auto fitting = select(*drawing, {.where = "Radius = wide"}).ids;
     ASSERT_EQ(fitting.size(), 1U);
     EXPECT_EQ(handleText(fitting.front()), "34");
@@ -157,26 +134,8 @@ TEST_F(Where, AValueThatMeansNothingToThePropertyIsAFailure) {
 }
 
 TEST(ConditionCheck, AValueThatMeansSomethingToOneOfThePropertiesIsNoFailure) {
-  const std::string reference = pairs({{0, "INSERT"},
-                                       {5, "40"},
-                                       {100, "AcDbEntity"},
-                                       {8, "0"},
-                                       {66, "1"},
-                                       {100, "AcDbBlockReference"},
-                                       {2, "Dish"},
-                                       {10, "0"},
-                                       {20, "0"},
-                                       {0, "ATTRIB"},
-                                       {5, "41"},
-                                       {100, "AcDbEntity"},
-                                       {8, "0"},
-                                       {100, "AcDbText"},
-                                       {1, "big"},
-                                       {100, "AcDbAttribute"},
-                                       {2, "Radius"},
-                                       {0, "SEQEND"},
-                                       {5, "42"}});
-  const auto drawing = Drawing::parse(drawingOf({{"0"}}, circle("31", "0") + reference), "house.dxf");
+  const auto drawing = Drawing::parse(
+      drawingOf({{"0"}}, circle("31", "0") + reference(0x40, "Dish", "Radius", "big")), "house.dxf");
   const SelectedEntities selected = select(*drawing, {.where = "Radius = big"});
   ASSERT_EQ(selected.ids.size(), 1U);
   EXPECT_EQ(handleText(selected.ids[0]), "40");
@@ -219,35 +178,6 @@ TEST_F(Where, ANumberThatIsNoChoiceIsAFailure) {
                   "--where: Lineweight: \"3.7\" is not one of its choices: ByLayer, ByBlock, Default,"));
 }
 
-// A block reference with an attribute of that text, under three handles from the given one on.
-std::string numbered(int handle, const std::string& text) {
-  const auto hex = [](int number) {
-    std::ostringstream made;
-    made << std::uppercase << std::hex << number;
-    return made.str();
-  };
-  return pairs({{0, "INSERT"},
-                {5, hex(handle)},
-                {100, "AcDbEntity"},
-                {8, "0"},
-                {66, "1"},
-                {100, "AcDbBlockReference"},
-                {2, "Door"},
-                {10, "0"},
-                {20, "0"},
-                {0, "ATTRIB"},
-                {5, hex(handle + 1)},
-                {100, "AcDbEntity"},
-                {8, "0"},
-                {100, "AcDbText"},
-                {1, text},
-                {100, "AcDbAttribute"},
-                {2, "NUMBER"},
-                {70, "0"},
-                {0, "SEQEND"},
-                {5, hex(handle + 2)}});
-}
-
 class WhereOfAttributes : public testing::Test {
  protected:
   std::vector<std::string> where(const std::string& condition) {
@@ -259,7 +189,9 @@ class WhereOfAttributes : public testing::Test {
 
  private:
   std::unique_ptr<Drawing> drawing_ = Drawing::parse(
-      drawingOf({{"0"}}, numbered(0x40, "10") + numbered(0x50, "05") + numbered(0x60, "12abc"),
+      drawingOf({{"0"}},
+                reference(0x40, "Door", "NUMBER", "10") + reference(0x50, "Door", "NUMBER", "05")
+                    + reference(0x60, "Door", "NUMBER", "12abc"),
                 pairs({{0, "BLOCK"}, {5, "1F"}, {8, "0"}, {2, "Door"}, {70, "0"}, {0, "ENDBLK"}})),
       "house.dxf");
 };
@@ -294,7 +226,7 @@ TEST(ConditionCheck, NumbersThatDifferHardlyAreTheSame) {
 }
 
 TEST(WhereOfNothing, ANumberThatAnEntityHasNotFitsNoComparison) {
-  const auto polyline = [](const char* handle, const char* width) {
+  const auto widening = [](const char* handle, const char* width) {
     return pairs({{0, "LWPOLYLINE"},
                   {5, handle},
                   {100, "AcDbEntity"},
@@ -312,7 +244,7 @@ TEST(WhereOfNothing, ANumberThatAnEntityHasNotFitsNoComparison) {
                   {41, "1"}});
   };
   const auto drawing =
-      Drawing::parse(drawingOf({{"0"}}, polyline("2F", "1") + polyline("30", "3")), "widths");
+      Drawing::parse(drawingOf({{"0"}}, widening("2F", "1") + widening("30", "3")), "widths");
   const auto where = [&](const std::string& condition) {
     std::vector<std::string> handles;
     for (const VkDbObjectId id : select(*drawing, {.where = condition}).ids)

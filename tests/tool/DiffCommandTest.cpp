@@ -108,22 +108,8 @@ TEST(Diff, NoWholeDrawingDiffersFromItself) {
   });
 }
 
-std::string openPolyline(const std::string& handle, const std::string& secondX) {
-  return pairs({{0, "LWPOLYLINE"},
-                {5, handle},
-                {100, "AcDbEntity"},
-                {8, "0"},
-                {100, "AcDbPolyline"},
-                {90, "2"},
-                {70, "0"},
-                {10, "1"},
-                {20, "0"},
-                {10, secondX},
-                {20, "0"}});
-}
-
 TEST_F(DiffCommand, RowsOfOneNameAreNumbered) {
-  EXPECT_THAT(between(openPolyline("2F", "9"), openPolyline("2F", "8")),
+  EXPECT_THAT(between(polyline("2F", "9"), polyline("2F", "8")),
               StartsWith("2F LWPolyline\n  Vertex X#2: 9.000 -> 8.000\n  Length: 8.000 -> 7.000\n\n"));
 }
 
@@ -166,19 +152,7 @@ TEST_F(DiffCommand, ANameThatOneDrawingKnowsIsEnoughWhicheverItIs) {
 }
 
 TEST_F(DiffCommand, AnEmptyTextIsToldFromOneThatIsMissing) {
-  const auto textOf = [](const std::string& content) {
-    return pairs({{0, "TEXT"},
-                  {5, "2F"},
-                  {100, "AcDbEntity"},
-                  {8, "0"},
-                  {100, "AcDbText"},
-                  {10, "0"},
-                  {20, "0"},
-                  {40, "1"},
-                  {1, content},
-                  {100, "AcDbText"}});
-  };
-  EXPECT_THAT(between(textOf(""), textOf("Hall")),
+  EXPECT_THAT(between(textEntity("2F", ""), textEntity("2F", "Hall")),
               StartsWith("2F Text\n  Contents: (empty) -> Hall\n\n0 entities the same, 1 changed"));
 }
 

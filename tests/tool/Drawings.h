@@ -86,4 +86,88 @@ inline std::string circle(const std::string& handle, const std::string& layer) {
                 {40, "2.5"}});
 }
 
+inline std::string textEntity(const std::string& handle, const std::string& contents) {
+  return pairs({{0, "TEXT"},
+                {5, handle},
+                {100, "AcDbEntity"},
+                {8, "0"},
+                {100, "AcDbText"},
+                {10, "0"},
+                {20, "0"},
+                {40, "1"},
+                {1, contents},
+                {100, "AcDbText"}});
+}
+
+inline std::string polyline(const std::string& handle, const std::string& secondX = "9") {
+  return pairs({{0, "LWPOLYLINE"},
+                {5, handle},
+                {100, "AcDbEntity"},
+                {8, "0"},
+                {100, "AcDbPolyline"},
+                {90, "2"},
+                {70, "0"},
+                {10, "1"},
+                {20, "0"},
+                {10, secondX},
+                {20, "0"}});
+}
+
+// A reference to a block with one attribute, under three handles from the given one on.
+inline std::string reference(int handle, const std::string& block, const std::string& tag,
+                             const std::string& text) {
+  const auto hex = [](int number) {
+    std::ostringstream made;
+    made << std::uppercase << std::hex << number;
+    return made.str();
+  };
+  return pairs({{0, "INSERT"},
+                {5, hex(handle)},
+                {100, "AcDbEntity"},
+                {8, "0"},
+                {66, "1"},
+                {100, "AcDbBlockReference"},
+                {2, block},
+                {10, "0"},
+                {20, "0"},
+                {0, "ATTRIB"},
+                {5, hex(handle + 1)},
+                {100, "AcDbEntity"},
+                {8, "0"},
+                {100, "AcDbText"},
+                {10, "0"},
+                {20, "0"},
+                {40, "1"},
+                {1, text},
+                {100, "AcDbAttribute"},
+                {2, tag},
+                {70, "0"},
+                {0, "SEQEND"},
+                {5, hex(handle + 2)}});
+}
+
+inline std::string emptyBlock(const std::string& name) {
+  return pairs({{0, "BLOCK"}, {5, "1F"}, {8, "0"}, {2, name}, {70, "0"}, {0, "ENDBLK"}});
+}
+
+// A line in DXF R12, which has no place for much of what came later.
+inline std::string oldDrawing() {
+  return pairs({{0, "SECTION"},
+                {2, "HEADER"},
+                {9, "$ACADVER"},
+                {1, "AC1009"},
+                {0, "ENDSEC"},
+                {0, "SECTION"},
+                {2, "ENTITIES"},
+                {0, "LINE"},
+                {5, "2F"},
+                {8, "0"},
+                {10, "0"},
+                {20, "0"},
+                {11, "1"},
+                {21, "1"},
+                {0, "ENDSEC"},
+                {0, "EOF"}});
+}
+
 }  // namespace velt::tests

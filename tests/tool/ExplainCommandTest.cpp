@@ -17,20 +17,6 @@ using namespace velt::tests;
 using testing::HasSubstr;
 using Json = nlohmann::json;
 
-std::string polyline(const std::string& handle) {
-  return pairs({{0, "LWPOLYLINE"},
-                {5, handle},
-                {100, "AcDbEntity"},
-                {8, "0"},
-                {100, "AcDbPolyline"},
-                {90, "2"},
-                {70, "0"},
-                {10, "1"},
-                {20, "0"},
-                {10, "9"},
-                {20, "0"}});
-}
-
 class ExplainCommand : public testing::Test {
  protected:
   std::string explained(const std::string& entities, const std::string& name, bool json = false,

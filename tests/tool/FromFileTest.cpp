@@ -236,24 +236,8 @@ TEST_F(SetFromFileIn, OfEntitiesWithOneHandleEachHasItsOwnValuesAndTheLastTheOth
 }
 
 TEST_F(SetFromFileIn, AValueThatTheFormatHasNoPlaceForIsRefusedInTheWordsOfShow) {
-  const std::string old = pairs({{0, "SECTION"},
-                                 {2, "HEADER"},
-                                 {9, "$ACADVER"},
-                                 {1, "AC1009"},
-                                 {0, "ENDSEC"},
-                                 {0, "SECTION"},
-                                 {2, "ENTITIES"},
-                                 {0, "LINE"},
-                                 {5, "2F"},
-                                 {8, "0"},
-                                 {10, "0"},
-                                 {20, "0"},
-                                 {11, "1"},
-                                 {21, "1"},
-                                 {0, "ENDSEC"},
-                                 {0, "EOF"}});
   EXPECT_THAT(
-      writtenTo(old, R"({"handle":"2F","values":{"Lineweight":25}})"),
+      writtenTo(oldDrawing(), R"({"handle":"2F","values":{"Lineweight":25}})"),
       HasSubstr("       1 value refused\n"
                 "    2F Lineweight=25: DXF R12 cannot store this property; DXF 2000 and later can\n"));
 }

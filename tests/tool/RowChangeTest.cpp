@@ -69,23 +69,7 @@ TEST_F(ChangeOfARow, LooksAtNothingBehindTheText) {
 }
 
 TEST(ChangeOfARowOfAnOldDrawing, TellsWhyNoValueCanBeWritten) {
-  const auto drawing = database::Drawing::parse(tests::pairs({{0, "SECTION"},
-                                                              {2, "HEADER"},
-                                                              {9, "$ACADVER"},
-                                                              {1, "AC1009"},
-                                                              {0, "ENDSEC"},
-                                                              {0, "SECTION"},
-                                                              {2, "ENTITIES"},
-                                                              {0, "LINE"},
-                                                              {5, "2F"},
-                                                              {8, "0"},
-                                                              {10, "0"},
-                                                              {20, "0"},
-                                                              {11, "1"},
-                                                              {21, "1"},
-                                                              {0, "ENDSEC"},
-                                                              {0, "EOF"}}),
-                                                "old.dxf");
+  const auto drawing = database::Drawing::parse(tests::oldDrawing(), "old.dxf");
   palette::Selection selection(drawing->entities());
   selection.query();
   const palette::Report report =

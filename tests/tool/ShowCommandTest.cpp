@@ -229,21 +229,7 @@ TEST_F(ShowCommand, ARowThatTheseEntitiesDoNotLetBeEditedSaysWhy) {
 
 TEST_F(ShowCommand, ARowThatEntitiesRefuseSaysOfHowManyAndWhy) {
   const TemporaryFolder folder;
-  const std::string file = folder.write("old.dxf", pairs({{0, "SECTION"},
-                                                          {2, "HEADER"},
-                                                          {9, "$ACADVER"},
-                                                          {1, "AC1009"},
-                                                          {0, "ENDSEC"},
-                                                          {0, "SECTION"},
-                                                          {2, "ENTITIES"},
-                                                          {0, "LINE"},
-                                                          {8, "0"},
-                                                          {10, "0"},
-                                                          {20, "0"},
-                                                          {11, "1"},
-                                                          {21, "1"},
-                                                          {0, "ENDSEC"},
-                                                          {0, "EOF"}}));
+  const std::string file = folder.write("old.dxf", oldDrawing());
   std::ostringstream text, json;
   show({.drawing = file, .selection = {.all = true}}, text);
   EXPECT_THAT(text.str(), ContainsRegex("\n  Lineweight .*\\(refused by 1 of 1: note [0-9]\\)\n"));

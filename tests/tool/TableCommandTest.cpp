@@ -128,22 +128,10 @@ TEST_F(TableCommand, AllIsAColumnLikeOthersBesideAnother) {
 }
 
 TEST(Table, CsvQuotesBlanksAtEitherEndAndQuotes) {
-  const auto text = [](const std::string& handle, const std::string& contents) {
-    return pairs({{0, "TEXT"},
-                  {5, handle},
-                  {100, "AcDbEntity"},
-                  {8, "0"},
-                  {100, "AcDbText"},
-                  {10, "0"},
-                  {20, "0"},
-                  {40, "1"},
-                  {1, contents},
-                  {100, "AcDbText"}});
-  };
   const TemporaryFolder folder;
-  const std::string file =
-      folder.write("texts.dxf", drawingOf({{"0"}}, text("2F", " before") + text("30", "after ")
-                                                       + text("31", "in between") + text("32", "3\" pipe")));
+  const std::string file = folder.write(
+      "texts.dxf", drawingOf({{"0"}}, textEntity("2F", " before") + textEntity("30", "after ")
+                                          + textEntity("31", "in between") + textEntity("32", "3\" pipe")));
   std::ostringstream out;
   table({.drawing = file, .selection = {.all = true}, .columns = {"Contents"}, .format = TableFormat::csv},
         out);
@@ -152,29 +140,9 @@ TEST(Table, CsvQuotesBlanksAtEitherEndAndQuotes) {
 
 TEST(Table, JsonTellsTheUnitOfEachValueWhereTheyDiffer) {
   // An attribute stands under the name of a property of its reference.
-  const std::string reference = pairs({{0, "INSERT"},
-                                       {5, "40"},
-                                       {100, "AcDbEntity"},
-                                       {8, "0"},
-                                       {66, "1"},
-                                       {100, "AcDbBlockReference"},
-                                       {2, "Door"},
-                                       {10, "0"},
-                                       {20, "0"},
-                                       {0, "ATTRIB"},
-                                       {5, "41"},
-                                       {100, "AcDbEntity"},
-                                       {8, "0"},
-                                       {100, "AcDbText"},
-                                       {1, "askew"},
-                                       {100, "AcDbAttribute"},
-                                       {2, "Rotation"},
-                                       {70, "0"},
-                                       {0, "SEQEND"},
-                                       {5, "42"}});
-  const std::string block = pairs({{0, "BLOCK"}, {5, "1F"}, {8, "0"}, {2, "Door"}, {70, "0"}, {0, "ENDBLK"}});
   const TemporaryFolder folder;
-  const std::string file = folder.write("house.dxf", drawingOf({{"0"}}, reference, block));
+  const std::string file = folder.write(
+      "house.dxf", drawingOf({{"0"}}, reference(0x40, "Door", "Rotation", "askew"), emptyBlock("Door")));
   std::ostringstream out;
   table({.drawing = file,
          .selection = {.all = true},

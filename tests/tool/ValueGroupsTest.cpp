@@ -32,19 +32,6 @@ class ValueGroups : public testing::Test {
   std::unique_ptr<Drawing> drawing_;
 };
 
-std::string text(const std::string& handle, const std::string& content) {
-  return pairs({{0, "TEXT"},
-                {5, handle},
-                {100, "AcDbEntity"},
-                {8, "0"},
-                {100, "AcDbText"},
-                {10, "0"},
-                {20, "0"},
-                {40, "1"},
-                {1, content},
-                {100, "AcDbText"}});
-}
-
 TEST_F(ValueGroups, ThoseThatMostEntitiesHaveComeFirst) {
   const auto values = behind(line("2F", "0") + line("30", "Walls") + line("31", "Walls"), "Layer");
   ASSERT_EQ(values.size(), 2U);
@@ -54,15 +41,15 @@ TEST_F(ValueGroups, ThoseThatMostEntitiesHaveComeFirst) {
 }
 
 TEST_F(ValueGroups, TextsAreQuotedForTheConditionAndForTheShell) {
-  const auto values = behind(text("2F", "it's $5 \"net\"") + text("30", "plain"), "Contents");
+  const auto values = behind(textEntity("2F", "it's $5 \"net\"") + textEntity("30", "plain"), "Contents");
   EXPECT_EQ(options(values)[0], "--where \"Contents='it''s \\$5 \\\"net\\\"'\"");
 }
 
 TEST_F(ValueGroups, LettersDigitsPointsAndHyphensNeedNoQuotes) {
-  const auto values = behind(text("2F", "azAZ09.-") + text("30", "a_b"), "Contents");
+  const auto values = behind(textEntity("2F", "azAZ09.-") + textEntity("30", "a_b"), "Contents");
   EXPECT_THAT(options(values), ElementsAre("--where \"Contents=azAZ09.-\"", "--where \"Contents='a_b'\""));
   for (const std::string other : {"/", ":", "@", "[", "^", "{", ",", "+"}) {
-    EXPECT_THAT(options(behind(text("2F", other) + text("30", "plain"), "Contents"))[0],
+    EXPECT_THAT(options(behind(textEntity("2F", other) + textEntity("30", "plain"), "Contents"))[0],
                 testing::HasSubstr("='" + other + "'"))
         << other;
   }
@@ -77,7 +64,7 @@ TEST_F(ValueGroups, ChoicesOfSeveralClassesAreSelectedByHandle) {
 }
 
 TEST_F(ValueGroups, WhatAConditionDoesNotTellApartIsSelectedByHandle) {
-  EXPECT_THAT(options(behind(text("2F", "Wall") + text("30", "WALL"), "Contents")),
+  EXPECT_THAT(options(behind(textEntity("2F", "Wall") + textEntity("30", "WALL"), "Contents")),
               ElementsAre("--handle 2F", "--handle 30"));
 }
 
@@ -115,12 +102,12 @@ TEST_F(ValueGroups, AnglesHaveAllTheirDigits) {
 }
 
 TEST_F(ValueGroups, BackslashesAndBackticksAreQuotedForTheShell) {
-  EXPECT_EQ(options(behind(text("2F", "a\\b`c") + text("30", "plain"), "Contents"))[0],
+  EXPECT_EQ(options(behind(textEntity("2F", "a\\b`c") + textEntity("30", "plain"), "Contents"))[0],
             "--where \"Contents='a\\\\b\\`c'\"");
 }
 
 TEST_F(ValueGroups, AnEmptyTextIsQuoted) {
-  EXPECT_THAT(options(behind(text("2F", "") + text("30", "plain"), "Contents")),
+  EXPECT_THAT(options(behind(textEntity("2F", "") + textEntity("30", "plain"), "Contents")),
               ElementsAre("--where \"Contents=''\"", "--where \"Contents=plain\""));
 }
 
