@@ -220,6 +220,7 @@ TEST(ConditionCheck, NumbersThatDifferHardlyAreTheSame) {
   EXPECT_FALSE(isSameNumber(1.0, 1.00001));
   EXPECT_FALSE(isSameNumber(1.0, -1.0));
   EXPECT_TRUE(isSameNumber(0.0, 0.5e-9));
+  EXPECT_TRUE(isSameNumber(1e-9, 0.0)) << "exactly at the limit";
   EXPECT_FALSE(isSameNumber(0.0, 1.5e-9));
   EXPECT_TRUE(isSameNumber(-1000.0, -1000.0 - 0.5e-6));
   EXPECT_FALSE(isSameNumber(-1000.0, -1000.0 - 1.5e-6));
