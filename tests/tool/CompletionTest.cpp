@@ -198,19 +198,9 @@ TEST_F(CompletionOfALine, AWholeNameInAnotherCaseIsFoundToo) {
 }
 
 TEST_F(CompletionOfALine, PropertiesOfEveryTypeAreThereAlsoAfterSeveralEntitiesOfOne) {
-  const std::string text = pairs({{0, "TEXT"},
-                                  {5, "40"},
-                                  {100, "AcDbEntity"},
-                                  {8, "0"},
-                                  {100, "AcDbText"},
-                                  {10, "0"},
-                                  {20, "0"},
-                                  {40, "1"},
-                                  {1, "a"},
-                                  {100, "AcDbText"}});
-  const std::string mixed = folder.write(
-      "mixed.dxf",
-      drawingOf({{"0"}}, line("2F", "0") + line("30", "0") + line("31", "0") + circle("32", "0") + text));
+  const std::string mixed =
+      folder.write("mixed.dxf", drawingOf({{"0"}}, line("2F", "0") + line("30", "0") + line("31", "0")
+                                                       + circle("32", "0") + textEntity("40", "a")));
   EXPECT_THAT(wordsOf({"show", mixed, "--columns", "Radi"}), ElementsAre("Radius"));
   EXPECT_THAT(wordsOf({"show", mixed, "--columns", "Conte"}), ElementsAre("Contents"));
   EXPECT_THAT(wordsOf({"show", mixed, "--where", "Justify=Le"}), ElementsAre("Justify=Left"));

@@ -427,18 +427,10 @@ TEST(ShowCommandOnManyEntities, MarksStandBelowEachOtherBehindFortyColumnsOfAVal
   const TemporaryFolder folder;
   const auto rowsOf = [&](std::size_t columns) {
     std::ostringstream out;
-    show({.drawing = folder.write("text.dxf", drawingOf({{"0"}}, pairs({{0, "TEXT"},
-                                                                        {5, "2F"},
-                                                                        {100, "AcDbEntity"},
-                                                                        {8, "0"},
-                                                                        {100, "AcDbText"},
-                                                                        {10, "0"},
-                                                                        {20, "0"},
-                                                                        {40, "1"},
-                                                                        {1, std::string(columns, 'x')},
-                                                                        {100, "AcDbText"}}))),
-          .selection = {.all = true}},
-         out);
+    show(
+        {.drawing = folder.write("text.dxf", drawingOf({{"0"}}, textEntity("2F", std::string(columns, 'x')))),
+         .selection = {.all = true}},
+        out);
     return out.str();
   };
   const auto layer = [](std::size_t blanks) {
