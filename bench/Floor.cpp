@@ -2,6 +2,7 @@
 
 #include <cwchar>
 
+#include "holders/WholeVariant.h"
 #include "host/automation/IVeltBaseObject.h"
 #include "host/automation/IVeltHatch.h"
 #include "host/automation/IVeltHyperlinks.h"
@@ -40,11 +41,8 @@ struct CountedStrings {
 void readWeight(IDispatch* dispatch, DISPID dispId) {
   auto* const display = query<IVkPiPropertyDisplay>(dispatch, IID_IVkPiPropertyDisplay);
   if (display == nullptr) return;
-  VARIANT property{};
-  property.vt = VT_I4;
-  property.lVal = dispId;
   long weight = 0;
-  display->GetPropertyWeight(property, &weight);
+  display->GetPropertyWeight(holders::wholeVariant(VT_I4, static_cast<std::uint32_t>(dispId)), &weight);
   display->Release();
 }
 

@@ -25,7 +25,7 @@ std::string formatReal(double value) {
 namespace {
 
 // As std::from_chars, which reads whole numbers alone in libc++. What strtod takes besides is kept from it.
-std::from_chars_result readReal(std::string_view text, double& value) {
+std::from_chars_result readAnyReal(std::string_view text, double& value) {
 #ifdef __cpp_lib_to_chars
   return std::from_chars(text.data(), text.data() + text.size(), value);
 #else
@@ -47,14 +47,14 @@ std::from_chars_result readReal(std::string_view text, double& value) {
 }
 
 // Most numbers in drawings are a few digits with a point among them. Where these make a whole number below 2^53, divided by
-// a power of ten below 10^23, both are exact and the division rounds once: it is the nearest double. Nothing for all other
+// a power of ten below 10^23, both are exact and the division rounds once: it is the nearest double. False for all other
 // texts, which may be numbers too.
-std::optional<double> fewDigits(std::string_view text) {
+bool readFewDigits(std::string_view text, double& number) {
   static constexpr std::array powers{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8, 1e9,
                                      1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18};
   const bool isNegative = text.starts_with('-');
   if (isNegative) text.remove_prefix(1);
-  if (text.size() >= powers.size()) return std::nullopt;
+  if (text.size() >= powers.size()) return false;
   std::uint64_t digits = 0;
   std::size_t point = text.size();
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -64,33 +64,36 @@ std::optional<double> fewDigits(std::string_view text) {
     } else if (text[i] == '.' && point == text.size()) {
       point = i;
     } else {
-      return std::nullopt;
+      return false;
     }
   }
   const std::size_t decimals = point == text.size() ? 0 : text.size() - point - 1;
   constexpr std::uint64_t mostExact = std::uint64_t{1} << 53;
-  if (text.size() == (point == text.size() ? 0U : 1U) || digits > mostExact) return std::nullopt;
-  const double number = static_cast<double>(digits) / powers[decimals];
-  return isNegative ? -number : number;
+  if (text.size() == (point == text.size() ? 0U : 1U) || digits > mostExact) return false;
+  const double size = static_cast<double>(digits) / powers[decimals];
+  number = isNegative ? -size : size;
+  return true;
 }
 
 }  // namespace
 
-std::optional<double> parseReal(std::string_view text) {
+bool readReal(std::string_view text, double& number) {
   text = trimmed(text);
   if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
-  if (const auto number = fewDigits(text)) return number;
+  if (readFewDigits(text, number)) return true;
   double value = 0.0;
   const char* const last = text.data() + text.size();
-  const auto [end, error] = readReal(text, value);
-  if (end != last || text.empty()) return std::nullopt;
+  const auto [end, error] = readAnyReal(text, value);
+  if (end != last || text.empty()) return false;
   if (error == std::errc::result_out_of_range) {
     const bool tooSmall =
         text.find("e-") != std::string_view::npos || text.find("E-") != std::string_view::npos;
-    return tooSmall ? std::optional(0.0) : std::nullopt;
+    if (tooSmall) number = 0;
+    return tooSmall;
   }
-  if (error != std::errc{} || !std::isfinite(value)) return std::nullopt;
-  return value;
+  if (error != std::errc{} || !std::isfinite(value)) return false;
+  number = value;
+  return true;
 }
 
 std::optional<std::uint64_t> parseHandle(std::string_view text) {

@@ -17,9 +17,14 @@ namespace velt::dxf {
 // tell reals from integers by it. Throws std::invalid_argument for infinities and NaN: no drawing can hold them.
 [[nodiscard]] std::string formatReal(double value);
 
-// Reads what any writer may have written: blanks around it, a plus sign, "1.", ".5", "1e5". Nothing for a text that is
-// anything but one finite number. A number too small for a double reads as zero.
-[[nodiscard]] std::optional<double> parseReal(std::string_view text);
+// Reads what any writer may have written: blanks around it, a plus sign, "1.", ".5", "1e5". False, and the number stays as
+// it is, for a text that is anything but one finite number. A number too small for a double reads as zero.
+[[nodiscard]] bool readReal(std::string_view text, double& number);
+// Not for what reads numbers by the million: an optional number that a function returns goes through memory twice.
+[[nodiscard]] inline std::optional<double> parseReal(std::string_view text) {
+  double number = 0;
+  return readReal(text, number) ? std::optional(number) : std::nullopt;
+}
 
 // Reads a hexadecimal number of up to 64 bits, in upper or lower case. Nothing for any other text, the empty one
 // included.

@@ -61,7 +61,8 @@ struct RecordList {
   [[nodiscard]] ReadPairs pairsOf(const Record& record, const char* bytes) const noexcept {
     const Record* const next = &record + 1;
     const std::size_t last = next == records.data() + records.size() ? places.size() : next->firstPlace;
-    const std::size_t count = (last - record.firstPlace) / (record.isLong ? 2 : 1);
+    const std::size_t taken = last - record.firstPlace;
+    const std::size_t count = record.isLong ? taken / 2 : taken;
     return {bytes + record.begin, places.data() + record.firstPlace, static_cast<std::uint32_t>(count - 1),
             record.isLong};
   }

@@ -86,19 +86,19 @@ std::optional<PointPairs> RecordView::pointPairs(int wanted, std::string_view su
   return found;
 }
 
-std::optional<std::array<double, 3>> RecordView::pointAt(const PointPairs& pairs) const {
-  const auto x = parseReal(value(pairs.x));
-  if (!x) return std::nullopt;
-  const auto number = [&](std::optional<std::size_t> pair) {
-    return pair ? parseReal(value(*pair)).value_or(0.0) : 0.0;
-  };
-  return std::array{*x, number(pairs.y), number(pairs.z)};
+bool RecordView::readPoint(const PointPairs& pairs, double& x, double& y, double& z) const {
+  if (!readReal(value(pairs.x), x)) return false;
+  if (!pairs.y || !readReal(value(*pairs.y), y)) y = 0;
+  if (!pairs.z || !readReal(value(*pairs.z), z)) z = 0;
+  return true;
 }
 
 std::optional<std::array<double, 3>> RecordView::point(int wanted, std::string_view subclass,
                                                        std::size_t occurrence) const {
   const auto pairs = pointPairs(wanted, subclass, occurrence);
-  return pairs ? pointAt(*pairs) : std::nullopt;
+  std::array<double, 3> point{};
+  if (!pairs || !readPoint(*pairs, point[0], point[1], point[2])) return std::nullopt;
+  return point;
 }
 
 std::optional<PairRange> RecordView::extendedData(std::string_view application) const {

@@ -97,8 +97,8 @@ class RecordView {
   // point.
   [[nodiscard]] std::optional<PointPairs> pointPairs(int wanted, std::string_view subclass,
                                                      std::size_t occurrence = 0) const;
-  // The numbers of those. A missing y or z is 0; nothing for an x that is not a number.
-  [[nodiscard]] std::optional<std::array<double, 3>> pointAt(const PointPairs& pairs) const;
+  // The numbers of those. A y or z that is missing or not a number is 0; false, and nothing is changed, for such an x.
+  [[nodiscard]] bool readPoint(const PointPairs& pairs, double& x, double& y, double& z) const;
   [[nodiscard]] std::optional<std::array<double, 3>> point(int wanted, std::string_view subclass,
                                                            std::size_t occurrence = 0) const;
 

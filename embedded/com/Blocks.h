@@ -31,6 +31,10 @@ constexpr std::size_t stringBlockFor(std::uint64_t bytes) noexcept {
   return sizeof(StringPrefix) + charactersFor(bytes) * sizeof(OLECHAR);
 }
 
+inline StringPrefix* prefixOf(BSTR string) noexcept {
+  return static_cast<StringPrefix*>(static_cast<void*>(string)) - 1;
+}
+
 // A string of so many bytes, of which only the terminator is written; null without memory. Counts in 64 bits, because the
 // largest string, its terminator and the prefix together need more than 32.
 inline BSTR makeString(std::uint64_t bytes) noexcept {
@@ -53,11 +57,29 @@ inline BSTR makeString(const void* from, std::uint64_t bytes) noexcept {
   return string;
 }
 
+// Before task memory: how many bytes the block has.
+struct alignas(std::max_align_t) TaskMemoryPrefix {
+  std::size_t bytes;
+};
+
+// The memory in a block that was allocated for so many bytes of it; still to be counted.
+inline void* asTaskMemory(void* block, std::size_t bytes) noexcept {
+  auto* const prefix = static_cast<TaskMemoryPrefix*>(block);
+  prefix->bytes = sizeof(TaskMemoryPrefix) + bytes;
+  return prefix + 1;
+}
+
+constexpr platform::SmallBlocks::Kind taskMemoryKind(std::size_t bytes) noexcept {
+  return platform::SmallBlocks::kindFor(sizeof(TaskMemoryPrefix) + bytes);
+}
+
 // Null without memory.
 inline void* makeTaskMemory(std::size_t bytes) noexcept {
-  void* block = platform::allocate(platform::Heap::TaskMemory, bytes);
-  if (block != nullptr) platform::taskMemoryAccount.handOut();
-  return block;
+  if (bytes > std::numeric_limits<std::size_t>::max() - sizeof(TaskMemoryPrefix)) return nullptr;
+  void* block = platform::allocate(platform::Heap::TaskMemory, sizeof(TaskMemoryPrefix) + bytes);
+  if (block == nullptr) return nullptr;
+  platform::taskMemoryAccount.handOut();
+  return asTaskMemory(block, bytes);
 }
 
 }  // namespace velt::com

@@ -6,12 +6,15 @@
 #include "embedded/com/Blocks.h"
 
 using velt::com::makeString;
+using velt::com::prefixOf;
 using velt::com::StringPrefix;
 
 namespace {
 
-StringPrefix* prefixOf(BSTR string) {
-  return static_cast<StringPrefix*>(static_cast<void*>(string)) - 1;
+// Not inline, so that SysFreeString itself calls nothing.
+[[gnu::noinline]] void freeThoroughly(StringPrefix* prefix) {
+  velt::platform::bstrAccount.giveBack();
+  velt::platform::deallocate(prefix, velt::com::stringBlockFor(*prefix));
 }
 
 }  // namespace
@@ -31,9 +34,10 @@ BSTR SysAllocStringByteLen(const char* bytes, UINT byteCount) {
 
 void SysFreeString(BSTR string) {
   if (string == nullptr) return;
-  velt::platform::bstrAccount.giveBack();
   StringPrefix* const prefix = prefixOf(string);
-  velt::platform::deallocate(prefix, velt::com::stringBlockFor(*prefix));
+  if (!velt::platform::deallocateAtOnce(prefix, velt::com::stringBlockFor(*prefix)))
+    return freeThoroughly(prefix);
+  velt::platform::bstrAccount.giveBack();
 }
 
 UINT SysStringLen(BSTR string) {

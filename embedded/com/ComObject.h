@@ -48,9 +48,11 @@ class ComObject : public First, public Others... {
   ULONG AddRef() override { return countReference(); }
 
   ULONG Release() override {
-    account_.giveBack();
+    // When others have references too, the object may end at any time from here on.
+    platform::LedgerAccount& account = account_;
     const ULONG left = references_.decrement();
-    if (left == 0) delete this;
+    if (left == 0 || !account.giveBackAtOnce()) [[unlikely]]
+      return releaseElsewhere(account, left);
     return left;
   }
 
@@ -59,7 +61,7 @@ class ComObject : public First, public Others... {
   static void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept {
     return platform::allocate(platform::Heap::Objects, bytes);
   }
-  static void operator delete(void* block) noexcept { platform::deallocate(block); }
+  static void operator delete(void* block, std::size_t bytes) noexcept { platform::deallocate(block, bytes); }
   static void operator delete(void* block, const std::nothrow_t&) noexcept { platform::deallocate(block); }
 
  protected:
@@ -81,7 +83,9 @@ class ComObject : public First, public Others... {
       // find() compares with IID_IUnknown itself, after all others.
       return false;
     } else {
-      return iid == InterfaceTraits<Interface>::iid || names<typename InterfaceTraits<Interface>::Base>(iid);
+      // Ids that differ do so in their first number, nearly always.
+      constexpr const IID& own = InterfaceTraits<Interface>::iid;
+      return (iid.Data1 == own.Data1 && iid == own) || names<typename InterfaceTraits<Interface>::Base>(iid);
     }
   }
 
@@ -100,8 +104,15 @@ class ComObject : public First, public Others... {
   }
 
   ULONG countReference() noexcept {
+    const ULONG references = references_.increment();
     account_.handOut();
-    return references_.increment();
+    return references;
+  }
+  // Not inline, so that Release itself calls nothing: it is the most frequent of all calls.
+  [[gnu::noinline]] ULONG releaseElsewhere(platform::LedgerAccount& account, ULONG left) {
+    account.giveBack();
+    if (left == 0) delete this;
+    return left;
   }
 
   ReferenceCount references_;

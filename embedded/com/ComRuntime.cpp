@@ -5,6 +5,8 @@
 #include "embedded/com/Blocks.h"
 #include "embedded/com/Runtime.h"
 
+using velt::com::TaskMemoryPrefix;
+
 namespace {
 
 constexpr LANGID englishUnitedStates = 0x0409;
@@ -12,6 +14,12 @@ constexpr LANGID englishUnitedStates = 0x0409;
 constinit thread_local int initializations = 0;
 constinit std::atomic<LANGID> userLanguage{englishUnitedStates};
 constinit std::atomic<LCID> userLocale{englishUnitedStates};
+
+// Not inline, so that CoTaskMemFree itself calls nothing.
+[[gnu::noinline]] void freeThoroughly(TaskMemoryPrefix* prefix) {
+  velt::platform::taskMemoryAccount.giveBack();
+  velt::platform::deallocate(prefix, prefix->bytes);
+}
 
 }  // namespace
 
@@ -30,8 +38,9 @@ void* CoTaskMemAlloc(std::size_t bytes) {
 
 void CoTaskMemFree(void* block) {
   if (block == nullptr) return;
+  auto* const prefix = static_cast<TaskMemoryPrefix*>(block) - 1;
+  if (!velt::platform::deallocateAtOnce(prefix, prefix->bytes)) return freeThoroughly(prefix);
   velt::platform::taskMemoryAccount.giveBack();
-  velt::platform::deallocate(block);
 }
 
 LANGID GetUserDefaultLangID() {

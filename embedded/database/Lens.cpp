@@ -5,32 +5,47 @@
 
 namespace velt::database {
 
-std::optional<std::size_t> Lens::find(int code, std::string_view subclass) const {
+// Looked up by nearly every call of a query, so what these functions hand to each other fits into registers.
+
+namespace {
+
+constexpr std::size_t nowhere = RecordShapes::nowhere;
+
+}  // namespace
+
+inline std::size_t Lens::indexOf(int code, std::string_view subclass) const {
   return drawing_->shapes().find(record_, view_, code, subclass);
 }
 
+std::optional<std::size_t> Lens::find(int code, std::string_view subclass) const {
+  const std::size_t index = indexOf(code, subclass);
+  return index != nowhere ? std::optional(index) : std::nullopt;
+}
+
 std::optional<std::string_view> Lens::value(int code, std::string_view subclass) const {
-  const auto index = find(code, subclass);
-  return index ? std::optional(view_.value(*index)) : std::nullopt;
+  const std::size_t index = indexOf(code, subclass);
+  return index != nowhere ? std::optional(view_.value(index)) : std::nullopt;
 }
 
 bool Lens::has(int code, std::string_view subclass) const {
-  return find(code, subclass).has_value();
+  return indexOf(code, subclass) != nowhere;
 }
 
 double Lens::real(int code, std::string_view subclass, double otherwise) const {
-  const auto text = value(code, subclass);
-  return text ? dxf::parseReal(*text).value_or(otherwise) : otherwise;
+  const std::size_t index = indexOf(code, subclass);
+  double number = otherwise;
+  return index != nowhere && dxf::readReal(view_.value(index), number) ? number : otherwise;
 }
 
 std::int64_t Lens::integer(int code, std::string_view subclass, std::int64_t otherwise) const {
-  const auto text = value(code, subclass);
-  return text ? dxf::parseInteger<std::int64_t>(*text).value_or(otherwise) : otherwise;
+  const std::size_t index = indexOf(code, subclass);
+  return index != nowhere ? dxf::parseInteger<std::int64_t>(view_.value(index)).value_or(otherwise)
+                          : otherwise;
 }
 
 std::uint64_t Lens::handle(int code, std::string_view subclass, std::uint64_t otherwise) const {
-  const auto text = value(code, subclass);
-  return text ? dxf::parseHandle(*text).value_or(otherwise) : otherwise;
+  const std::size_t index = indexOf(code, subclass);
+  return index != nowhere ? dxf::parseHandle(view_.value(index)).value_or(otherwise) : otherwise;
 }
 
 std::wstring Lens::text(int code, std::string_view subclass, std::wstring_view otherwise) const {
@@ -44,9 +59,9 @@ std::wstring Lens::name(int code, std::string_view subclass, std::wstring_view o
                                               : std::wstring(otherwise);
 }
 
-Point Lens::point(int code, std::string_view subclass, const Point& otherwise) const {
+bool Lens::readPoint(int code, std::string_view subclass, double& x, double& y, double& z) const {
   const auto pairs = drawing_->shapes().pointPairs(record_, view_, code, subclass);
-  return pairs ? view_.pointAt(*pairs).value_or(otherwise) : otherwise;
+  return pairs && view_.readPoint(*pairs, x, y, z);
 }
 
 std::vector<double> Lens::reals(int code, std::string_view subclass) const {

@@ -49,7 +49,12 @@ class Lens {
   [[nodiscard]] std::wstring name(int code, std::string_view subclass,
                                   std::wstring_view otherwise = L"") const;
   // x under the code, y and z under code + 10 and code + 20; a missing y or z is 0.
-  [[nodiscard]] Point point(int code, std::string_view subclass, const Point& otherwise = {}) const;
+  [[nodiscard]] Point point(int code, std::string_view subclass, const Point& otherwise = {}) const {
+    Point point = otherwise;
+    return readPoint(code, subclass, point[0], point[1], point[2]) ? point : otherwise;
+  }
+  // The same into numbers of the caller. False, and nothing is changed, where there is no such point.
+  bool readPoint(int code, std::string_view subclass, double& x, double& y, double& z) const;
 
   // All values of a code that repeats, in file order; one that is not a number counts as 0.
   [[nodiscard]] std::vector<double> reals(int code, std::string_view subclass) const;
@@ -62,6 +67,9 @@ class Lens {
   }
 
  private:
+  // RecordShapes::nowhere when there is none.
+  [[nodiscard]] std::size_t indexOf(int code, std::string_view subclass) const;
+
   const Drawing* drawing_;
   std::uint32_t record_;
   dxf::RecordView view_;

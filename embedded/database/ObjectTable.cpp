@@ -36,8 +36,9 @@ void construct(std::array<std::byte, 2 * sizeof(void*)>& storage, VkDbImpObject&
 }  // namespace
 
 ObjectTable& ObjectTable::ofProcess() {
-  // Never destroyed: objects may be closed until the process ends.
-  static ObjectTable& table = *new ObjectTable;
+  // Made before any constructor runs and never destroyed: objects may be closed until the process ends.
+  static constinit ObjectTable table;
+  static_assert(std::is_trivially_destructible_v<ObjectTable>);
   return table;
 }
 

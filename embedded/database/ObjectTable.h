@@ -68,7 +68,7 @@ class ObjectTable {
   // One more bit would make old ids, which are signed, negative.
   static constexpr std::uint32_t lastGeneration = 0x7FFF'FFFF;
 
-  ObjectTable() = default;
+  constexpr ObjectTable() = default;
 
   [[nodiscard]] Slot& slotAt(std::uint32_t slot) const {
     return chunks_[slot / slotsPerChunk].load(std::memory_order_acquire)[slot % slotsPerChunk];

@@ -14,6 +14,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <deque>
 #include <functional>
 #include <optional>
@@ -34,11 +35,13 @@ class RecordShapes {
   explicit RecordShapes(std::size_t records) : records_(records) {}
 
   // As dxf::RecordView::find() and pointPairs(); `view` is that of the record now.
-  [[nodiscard]] std::optional<std::size_t> find(std::uint32_t record, const dxf::RecordView& view, int code,
-                                                std::string_view subclass) {
+  // `nowhere` where it is not.
+  [[nodiscard]] std::size_t find(std::uint32_t record, const dxf::RecordView& view, int code,
+                                 std::string_view subclass) {
     const Place* const place = placeOf(record, view, {code, false, subclass});
-    if (place == nullptr) return view.find(code, subclass);
-    return place->isFound ? std::optional<std::size_t>(place->pairs.x) : std::nullopt;
+    if (place == nullptr) [[unlikely]]
+      return view.find(code, subclass).value_or(nowhere);
+    return place->isFound ? place->pairs.x : nowhere;
   }
   [[nodiscard]] std::optional<dxf::PointPairs> pointPairs(std::uint32_t record, const dxf::RecordView& view,
                                                           int code, std::string_view subclass) {
@@ -47,15 +50,30 @@ class RecordShapes {
     return place->isFound ? std::optional(place->pairs) : std::nullopt;
   }
 
+  static constexpr std::size_t nowhere = static_cast<std::size_t>(-1);
   static constexpr std::size_t mostPairs = 64;
   static constexpr std::size_t mostShapes = 1024;
 
  private:
+  // Most names of subclasses have 8 to 16 letters, which are compared without a call.
+  static bool areSame(std::string_view a, std::string_view b) noexcept {
+    if (a.size() != b.size()) return false;
+    if (a.size() < 8 || a.size() > 16) return a == b;
+    return wordAt(a, 0) == wordAt(b, 0) && wordAt(a, a.size() - 8) == wordAt(b, b.size() - 8);
+  }
+  static std::uint64_t wordAt(std::string_view text, std::size_t first) noexcept {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data() + first, sizeof word);
+    return word;
+  }
+
   struct Wanted {
     int code = 0;
     bool isPoint = false;
     std::string_view subclass{};
-    bool operator==(const Wanted&) const = default;
+    bool operator==(const Wanted& other) const noexcept {
+      return code == other.code && isPoint == other.isPoint && areSame(subclass, other.subclass);
+    }
   };
 
   // What was looked up, and where it stands: of a single value only x.

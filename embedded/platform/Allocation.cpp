@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 #include <limits>
+#include <memory>
+#include <new>
 
 namespace velt::platform {
 
@@ -48,10 +50,11 @@ constexpr bool keepsSmallBlocks = false;
 // Has no destructor, so that it can still be read after the thread's KeptBlocks.
 constinit thread_local bool areBlocksGone = false;
 
+// They are not among the thread's own variables, of which a library that is loaded late may have few.
 struct KeptBlocks {
-  SmallBlocks blocks;
+  std::unique_ptr<SmallBlocks> blocks{new (std::nothrow) SmallBlocks};
 
-  KeptBlocks() { smallBlocks = &blocks; }
+  KeptBlocks() { smallBlocks = blocks.get(); }
   KeptBlocks(const KeptBlocks&) = delete;
   KeptBlocks& operator=(const KeptBlocks&) = delete;
   ~KeptBlocks() {
@@ -64,7 +67,7 @@ struct KeptBlocks {
 bool begunToKeep() {
   if (!keepsSmallBlocks || areBlocksGone) return false;
   static thread_local const KeptBlocks kept;
-  return true;
+  return smallBlocks != nullptr;
 }
 
 }  // namespace
@@ -76,9 +79,8 @@ void* allocation::allocateFromHeap(Heap heap, std::size_t bytes) noexcept {
   return std::malloc(bytes != 0 ? bytes : 1);
 }
 
-void allocation::deallocateFirst(void* block, std::size_t bytes) noexcept {
-  // When there were blocks to keep it among, there was no room for it.
-  if (smallBlocks == nullptr && begunToKeep() && smallBlocks->keep(block, bytes)) return;
+void allocation::deallocateFirst(void* block, SmallBlocks::Kind kind) noexcept {
+  if ((smallBlocks != nullptr || begunToKeep()) && smallBlocks->keepOf(block, kind)) return;
   std::free(block);
 }
 

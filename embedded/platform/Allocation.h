@@ -45,33 +45,39 @@ extern constinit std::atomic<std::uint32_t> armedHeaps;
 extern constinit thread_local SmallBlocks* smallBlocks [[gnu::tls_model("initial-exec")]];
 
 [[nodiscard]] void* allocateFromHeap(Heap heap, std::size_t bytes) noexcept;
-// Of a block that holds so many bytes.
-void deallocateFirst(void* block, std::size_t bytes) noexcept;
+// Does the same as the functions below, where they do not at once.
+void deallocateFirst(void* block, SmallBlocks::Kind kind) noexcept;
 
 }  // namespace allocation
 
+// The blocks from which this thread takes, for whoever takes many at once; null where each has to be asked for by itself.
+[[nodiscard]] inline SmallBlocks* blocksAtOnce() noexcept {
+  SmallBlocks* const kept = allocation::smallBlocks;
+  return kept != nullptr && allocation::armedHeaps.load(std::memory_order_acquire) == 0 ? kept : nullptr;
+}
+
 // Null when memory is exhausted, really or by a fault. For 0 bytes a block like any other. Aligned for every type.
 [[nodiscard]] inline void* allocate(Heap heap, std::size_t bytes) noexcept {
-  SmallBlocks* const kept = allocation::smallBlocks;
-  if (kept != nullptr && allocation::armedHeaps.load(std::memory_order_acquire) == 0) {
+  if (SmallBlocks* const kept = blocksAtOnce()) {
     if (void* block = kept->take(bytes)) return block;
   }
   return allocation::allocateFromHeap(heap, bytes);
 }
 // The same, filled with zeros; memory that nobody touches costs nothing, however large the block.
 [[nodiscard]] void* allocateZeroed(Heap heap, std::size_t bytes) noexcept;
+// Gives a block back that was allocated with at least so many bytes, if that takes no more than a few instructions; false,
+// and nothing has happened, if it does not.
+[[nodiscard]] inline bool deallocateAtOnce(void* block, std::size_t bytes) noexcept {
+  SmallBlocks* const kept = allocation::smallBlocks;
+  return kept != nullptr && kept->keepAtOnce(block, SmallBlocks::kindFor(bytes));
+}
 // Of a block that was allocated with at least so many bytes.
 inline void deallocate(void* block, std::size_t bytes) noexcept {
-  SmallBlocks* const kept = allocation::smallBlocks;
-  if (kept == nullptr || !kept->keep(block, SmallBlocks::sizeFor(bytes)))
-    allocation::deallocateFirst(block, SmallBlocks::sizeFor(bytes));
+  if (!deallocateAtOnce(block, bytes)) allocation::deallocateFirst(block, SmallBlocks::kindFor(bytes));
 }
 // Does nothing for null.
 inline void deallocate(void* block) noexcept {
-  if (block == nullptr) return;
-  SmallBlocks* const kept = allocation::smallBlocks;
-  const std::size_t bytes = malloc_usable_size(block);
-  if (kept == nullptr || !kept->keep(block, bytes)) allocation::deallocateFirst(block, bytes);
+  if (block != nullptr) deallocate(block, malloc_usable_size(block));
 }
 
 // Makes allocations fail while it lives. Only one has an effect at a time: a second one replaces the first for good.

@@ -1,7 +1,7 @@
 #include "embedded/platform/Ledger.h"
 
-#include <array>
 #include <deque>
+#include <initializer_list>
 #include <memory>
 #include <mutex>
 #include <new>
@@ -9,9 +9,9 @@
 
 namespace velt::platform {
 
-constinit LedgerAccount bstrAccount{"BSTR", 0};
-constinit LedgerAccount taskMemoryAccount{"task memory", 1};
-constinit LedgerAccount safeArrayAccount{"SAFEARRAY", 2};
+constinit FixedAccount<0> bstrAccount{"BSTR"};
+constinit FixedAccount<1> taskMemoryAccount{"task memory"};
+constinit FixedAccount<2> safeArrayAccount{"SAFEARRAY"};
 
 constinit thread_local LedgerCell* ledgerCells [[gnu::tls_model("initial-exec")]] = nullptr;
 
@@ -33,7 +33,8 @@ struct Book {
   std::vector<const LedgerCell*> threads;
 
   Book() {
-    for (LedgerAccount* account : std::array{&bstrAccount, &taskMemoryAccount, &safeArrayAccount}) {
+    for (LedgerAccount* account :
+         std::initializer_list<LedgerAccount*>{&bstrAccount, &taskMemoryAccount, &safeArrayAccount}) {
       accounts.emplace(account->name(), account);
     }
   }
@@ -79,6 +80,12 @@ struct LedgerThread {
     }
   }
 };
+
+void LedgerAccount::countElsewhere(std::atomic<std::int64_t> LedgerCell::*side, std::int64_t times) noexcept {
+  LedgerCell* const cells = index_ < ledgerCellsPerThread ? enterThread() : nullptr;
+  LedgerCell& cell = cells != nullptr ? cells[index_] : shared_;
+  (cell.*side).fetch_add(times, std::memory_order_relaxed);
+}
 
 LedgerCell* LedgerAccount::enterThread() noexcept {
   if (isThreadEnding) return nullptr;

@@ -38,41 +38,35 @@ class LedgerAccount {
   LedgerAccount(const LedgerAccount&) = delete;
   LedgerAccount& operator=(const LedgerAccount&) = delete;
 
-  void handOut() noexcept {
-    if (LedgerCell* cell = ownCell()) {
-      increment(cell->handedOut);
-    } else {
-      shared_.handedOut.fetch_add(1, std::memory_order_relaxed);
-    }
-  }
-
-  void giveBack() noexcept {
-    if (LedgerCell* cell = ownCell()) {
-      increment(cell->givenBack);
-    } else {
-      shared_.givenBack.fetch_add(1, std::memory_order_relaxed);
-    }
-  }
+  void handOut() noexcept { count(&LedgerCell::handedOut, 1, index_); }
+  void giveBack() noexcept { count(&LedgerCell::givenBack, 1, index_); }
+  // False, and nothing has happened, on a thread that has not counted before, or can have no cells.
+  [[nodiscard]] bool giveBackAtOnce() noexcept { return countAtOnce(&LedgerCell::givenBack, 1, index_); }
 
   [[nodiscard]] const char* name() const noexcept { return name_; }
+
+ protected:
+  // In the account's cell, whose index is given.
+  void count(std::atomic<std::int64_t> LedgerCell::*side, std::int64_t times, std::uint32_t index) noexcept {
+    if (!countAtOnce(side, times, index)) countElsewhere(side, times);
+  }
+  static bool countAtOnce(std::atomic<std::int64_t> LedgerCell::*side, std::int64_t times,
+                          std::uint32_t index) noexcept {
+    LedgerCell* const cells = ledgerCells;
+    if (cells == nullptr || index >= ledgerCellsPerThread) [[unlikely]]
+      return false;
+    // Not an atomic addition: no other thread writes this cell, and those who read it see one value or the next.
+    std::atomic<std::int64_t>& counted = cells[index].*side;
+    counted.store(counted.load(std::memory_order_relaxed) + times, std::memory_order_relaxed);
+    return true;
+  }
 
  private:
   friend class Ledger;
   friend struct LedgerThread;
 
-  [[nodiscard]] LedgerCell* ownCell() const noexcept {
-    if (index_ >= ledgerCellsPerThread) return nullptr;
-    LedgerCell* cells = ledgerCells;
-    if (cells == nullptr) [[unlikely]]
-      cells = enterThread();
-    return cells != nullptr ? cells + index_ : nullptr;
-  }
-
-  // Not an atomic addition: no other thread writes this cell, and those who read it see one value or the next.
-  static void increment(std::atomic<std::int64_t>& count) noexcept {
-    count.store(count.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
-  }
-
+  // On a thread that has not counted before, or can have no cells.
+  void countElsewhere(std::atomic<std::int64_t> LedgerCell::*side, std::int64_t times) noexcept;
   // Null when this thread can have no cells: it is ending, or there is no memory.
   static LedgerCell* enterThread() noexcept;
 
@@ -80,6 +74,19 @@ class LedgerAccount {
   LedgerCell shared_;
   const char* name_;
   std::uint32_t index_;
+};
+
+// An account whose cell is known where it is counted, which spares looking it up: strings are counted a hundred times for
+// each line of a drawing that is queried.
+template <std::uint32_t index>
+class FixedAccount : public LedgerAccount {
+  static_assert(index < ledgerCellsPerThread);
+
+ public:
+  constexpr explicit FixedAccount(const char* name) : LedgerAccount(name, index) {}
+
+  void handOut(std::int64_t times = 1) noexcept { count(&LedgerCell::handedOut, times, index); }
+  void giveBack() noexcept { count(&LedgerCell::givenBack, 1, index); }
 };
 
 class Ledger {
@@ -104,8 +111,8 @@ class Ledger {
 };
 
 // The accounts of the runtime itself. Constant-initialised, so that they count before any constructor has run.
-extern constinit LedgerAccount bstrAccount;
-extern constinit LedgerAccount taskMemoryAccount;
-extern constinit LedgerAccount safeArrayAccount;
+extern constinit FixedAccount<0> bstrAccount;
+extern constinit FixedAccount<1> taskMemoryAccount;
+extern constinit FixedAccount<2> safeArrayAccount;
 
 }  // namespace velt::platform

@@ -25,41 +25,66 @@ class SmallBlocks {
   SmallBlocks(const SmallBlocks&) = delete;
   SmallBlocks& operator=(const SmallBlocks&) = delete;
   ~SmallBlocks() {
-    for (List& list : lists_) {
-      while (list.first != nullptr)
-        std::free(takeFrom(list));
+    for (Stack& stack : stacks_) {
+      while (void* const block = stack.pop())
+        std::free(block);
     }
+  }
+
+  // Blocks of about one size, by number; whoever asks for blocks of one size again and again keeps it.
+  using Kind = std::size_t;
+  [[nodiscard]] static constexpr Kind kindFor(std::size_t bytes) noexcept {
+    return (bytes + step - beside - 1) / step;
   }
 
   // How many bytes a block of the C heap holds that was asked for so many, or more.
   [[nodiscard]] static constexpr std::size_t sizeFor(std::size_t bytes) noexcept {
-    return bytes <= smallest ? smallest : smallest + (bytes - smallest + step - 1) / step * step;
+    return bytes <= smallest ? smallest : kindFor(bytes) * step + beside;
   }
 
   // A block of at least so many bytes, not cleared; null when none is kept.
   [[nodiscard]] void* take(std::size_t bytes) noexcept {
-    if (bytes > largest) return nullptr;
-    List& list = lists_[(sizeFor(bytes) - smallest) / step];
-    return list.first == nullptr ? nullptr : takeFrom(list);
+    // Before anything is added to it.
+    return bytes <= largest ? takeOf(kindFor(bytes)) : nullptr;
+  }
+  [[nodiscard]] void* takeOf(Kind kind) noexcept {
+    if (kind >= stacks_.size()) return nullptr;
+    if (void* const block = stacks_[kind].pop()) [[likely]]
+      return block;
+    // What was given back as the smallest block of the heap is among those of the next kind.
+    return kind == 0 ? stacks_[1].pop() : nullptr;
   }
 
   // Keeps a block of the C heap that holds so many bytes. False when it is to go back to the heap. A block that is kept
   // already was given back twice: like the heap itself, that ends the process, rather than two owners sharing it.
   [[nodiscard]] bool keep(void* memory, std::size_t bytes) noexcept {
-    if (bytes < smallest || bytes >= largest + step) return false;
-    List& list = lists_[(bytes - smallest) / step];
+    return bytes >= smallest && keepOf(memory, (bytes - beside) / step);
+  }
+  [[nodiscard]] bool keepOf(void* memory, Kind kind) noexcept {
+    if (kind >= stacks_.size()) return false;
     auto* block = static_cast<Block*>(memory);
-    if (block->keeper == this && isIn(list, block)) std::abort();
-    if (list.count == keptOfEach) return false;
-    *block = {list.first, this};
-    list.first = block;
-    ++list.count;
+    if (block->keeper == this) {
+      if (stacks_[kind].has(block)) std::abort();
+      block->keeper = nullptr;
+    }
+    return keepAtOnce(memory, kind);
+  }
+
+  // The same for a block that does not look as if it were kept already; false, and nothing has happened, for one that does.
+  // Calls nothing, so that whoever frees a string needs no more than a few instructions for it.
+  [[nodiscard]] bool keepAtOnce(void* memory, Kind kind) noexcept {
+    if (kind >= stacks_.size()) return false;
+    auto* block = static_cast<Block*>(memory);
+    if (block->keeper == this || !stacks_[kind].push(block)) return false;
+    block->keeper = this;
     return true;
   }
 
  private:
-  static constexpr std::size_t smallest = 24;
+  // The C heap holds 8 bytes beside every 16 that it gives, and gives 16 at least.
+  static constexpr std::size_t beside = 8;
   static constexpr std::size_t step = 16;
+  static constexpr std::size_t smallest = step + beside;
 
   // What stands in a block while it is kept.
   struct Block {
@@ -67,27 +92,39 @@ class SmallBlocks {
     const SmallBlocks* keeper;
   };
 
-  struct List {
-    Block* first = nullptr;
-    std::uint32_t count = 0;
+  class Stack {
+   public:
+    // Null when it is empty.
+    void* pop() noexcept {
+      Block* const block = top_;
+      if (block == nullptr) return nullptr;
+      top_ = block->next;
+      --count_;
+      block->keeper = nullptr;
+      return block;
+    }
+    // False when it is full.
+    bool push(Block* block) noexcept {
+      if (count_ == keptOfEach) return false;
+      block->next = top_;
+      top_ = block;
+      ++count_;
+      return true;
+    }
+    [[nodiscard]] bool has(const Block* wanted) const noexcept {
+      const Block* block = top_;
+      while (block != nullptr && block != wanted)
+        block = block->next;
+      return block != nullptr;
+    }
+
+   private:
+    Block* top_ = nullptr;
+    std::uint32_t count_ = 0;
   };
 
-  static void* takeFrom(List& list) noexcept {
-    Block* block = list.first;
-    list.first = block->next;
-    --list.count;
-    block->keeper = nullptr;
-    return block;
-  }
-
-  static bool isIn(const List& list, const Block* wanted) noexcept {
-    const Block* block = list.first;
-    while (block != nullptr && block != wanted)
-      block = block->next;
-    return block != nullptr;
-  }
-
-  std::array<List, (largest - smallest) / step + 1> lists_{};
+  // By kind.
+  std::array<Stack, (largest - beside) / step + 1> stacks_{};
 };
 
 }  // namespace velt::platform

@@ -14,7 +14,9 @@ inline Vector3 vectorOf(const database::Point& point) {
 
 inline Vector3 pointAt(const database::Lens& lens, int code, std::string_view subclass,
                        const Vector3& otherwise = {}) {
-  return vectorOf(lens.point(code, subclass, {otherwise.x, otherwise.y, otherwise.z}));
+  Vector3 point = otherwise;
+  lens.readPoint(code, subclass, point.x, point.y, point.z);
+  return point;
 }
 
 // The normal that an entity stores under 210, else the world's Z axis.

@@ -36,7 +36,7 @@ struct AskedPoint {
 
 // Whoever asks for one coordinate of a point asks for the other two next.
 double getCoordinate(const Subject& subject, const PropertyRow& row, std::size_t element) {
-  thread_local database::LastAsked<AskedPoint> last;
+  static constinit thread_local database::LastAsked<AskedPoint> last [[gnu::tls_model("initial-exec")]];
   AskedPoint& asked = last.of(subject.id(), subject.drawing(), [] { return AskedPoint(); });
   if (asked.row != &row) asked = {&row, std::get<Vector3>(row.access.get(subject, row))};
   const double coordinates[] = {asked.point.x, asked.point.y, asked.point.z};

@@ -1,6 +1,7 @@
 #include "embedded/automation/model/AutomationObject.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <functional>
 
@@ -14,6 +15,7 @@
 #include "embedded/automation/model/Sameness.h"
 #include "embedded/database/ObjectTable.h"
 #include "embedded/platform/Watch.h"
+#include "holders/WholeVariant.h"
 
 namespace velt::automation {
 namespace {
@@ -23,6 +25,21 @@ HRESULT giveText(const wchar_t* text, BSTR* out) {
   if (copy == nullptr) return E_OUTOFMEMORY;
   *out = copy;
   return S_OK;
+}
+
+[[noreturn]] void refuseMissing(VkDbObjectId id, const VkDbImpObject* object) {
+  if (id.isNull()) throw Refusal(E_UNEXPECTED, L"The object is not bound to an entity.");
+  if (object == nullptr || object->record == dxf::none)
+    throw Refusal(E_FAIL, L"The drawing of the entity is closed.");
+  throw Refusal(E_FAIL, L"The entity is erased.");
+}
+
+// As AutomationObject::subject(), for its own functions: nearly every call begins with it.
+inline Subject subjectOf(VkDbObjectId id, const AutomationClass& kind) {
+  const VkDbImpObject* const object = database::ObjectTable::ofProcess().find(id);
+  if (object == nullptr || object->record == dxf::none || object->isErased) [[unlikely]]
+    refuseMissing(id, object);
+  return Subject({object->drawing, object->record}, id, kind);
 }
 
 constexpr bool isGet(WORD flags) {
@@ -112,12 +129,7 @@ AutomationObject<Dispatch>::AutomationObject(const RegisteredClass& kind)
 
 template <class Dispatch>
 Subject AutomationObject<Dispatch>::subject() const {
-  if (id_.isNull()) throw Refusal(E_UNEXPECTED, L"The object is not bound to an entity.");
-  const VkDbImpObject* const object = database::ObjectTable::ofProcess().find(id_);
-  if (object == nullptr || object->record == dxf::none)
-    throw Refusal(E_FAIL, L"The drawing of the entity is closed.");
-  if (object->isErased) throw Refusal(E_FAIL, L"The entity is erased.");
-  return Subject({object->drawing, object->record}, id_, kind());
+  return subjectOf(id_, kind());
 }
 
 // --- IDispatch --------------------------------------------------------------------------------------------------------
@@ -173,7 +185,7 @@ HRESULT AutomationObject<Dispatch>::get(const PropertyRow& row, const DISPPARAMS
   if (result == nullptr) return E_POINTER;
   // A palette prepares the result for the type, and would show its zero for a value that cannot be told.
   *result = {};
-  *result = toVariant(row.access.get(subject(), row), row.type);
+  *result = toVariant(row.access.get(subjectOf(id_, kind()), row), row.type);
   return S_OK;
 }
 
@@ -187,7 +199,7 @@ HRESULT AutomationObject<Dispatch>::put(const PropertyRow& row, WORD flags, cons
   // The value of a put has no position, only this name.
   if (params.cNamedArgs != 1 || params.rgdispidNamedArgs == nullptr) return DISP_E_BADPARAMCOUNT;
   if (params.rgdispidNamedArgs[0] != DISPID_PROPERTYPUT) return E_INVALIDARG;
-  const Subject target = subject();
+  const Subject target = subjectOf(id_, kind());
   const std::optional<Value> value = fromVariant(params.rgvarg[0], row.type);
   if (!value) {
     if (argumentError != nullptr) *argumentError = 0;
@@ -239,7 +251,7 @@ HRESULT AutomationObject<Dispatch>::Editable(DISPID dispId, BOOL* editable) {
     return S_OK;
   }
   return guarded([&] {
-    *editable = writability.obstacle->reasonFor(subject()) == nullptr ? 1 : 0;
+    *editable = writability.obstacle->reasonFor(subjectOf(id_, kind())) == nullptr ? 1 : 0;
     return S_OK;
   });
 }
@@ -251,7 +263,7 @@ HRESULT AutomationObject<Dispatch>::ShowProperty(DISPID dispId, BOOL* show) {
   if (row == nullptr) return DISP_E_MEMBERNOTFOUND;
   return guarded([&] {
     const bool always = row->shownFor == everyVariant || kind().variant == nullptr;
-    *show = always || (row->shownFor & variant(kind().variant(subject()))) != 0 ? 1 : 0;
+    *show = always || (row->shownFor & variant(kind().variant(subjectOf(id_, kind())))) != 0 ? 1 : 0;
     return S_OK;
   });
 }
@@ -266,9 +278,9 @@ HRESULT AutomationObject<Dispatch>::GetElementValue(DISPID dispId, DWORD cookie,
   const ElementAccess* elements = elementsOf(row);
   if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
   return guarded([&] {
-    const Subject source = subject();
+    const Subject source = subjectOf(id_, kind());
     if (cookie >= elementCount(source, *row)) return E_INVALIDARG;
-    *value = toVariant(elements->get(source, *row, cookie), VT_R8);
+    *value = holders::wholeVariant(VT_R8, std::bit_cast<std::uint64_t>(elements->get(source, *row, cookie)));
     return S_OK;
   });
 }
@@ -281,7 +293,7 @@ HRESULT AutomationObject<Dispatch>::SetElementValue(DISPID dispId, DWORD cookie,
   if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
   if (!row->isWritable()) return E_ACCESSDENIED;
   return guarded([&] {
-    const Subject target = subject();
+    const Subject target = subjectOf(id_, kind());
     if (cookie >= elementCount(target, *row)) return E_INVALIDARG;
     const std::optional<Value> number = fromVariant(value, VT_R8);
     if (!number) return DISP_E_TYPEMISMATCH;
@@ -299,18 +311,12 @@ HRESULT AutomationObject<Dispatch>::SetElementValue(DISPID dispId, DWORD cookie,
 template <class Dispatch>
 HRESULT AutomationObject<Dispatch>::GetElementStrings(DISPID dispId, CALPOLESTR* strings, CADWORD* cookies) {
   if (strings == nullptr || cookies == nullptr) return E_POINTER;
-  const PropertyRow* row = kind_.index.find(dispId);
-  const ElementAccess* elements = elementsOf(row);
-  if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
+  const ClassIndex::Entry* const entry = kind_.index.findEntry(dispId);
+  if (entry == nullptr) return DISP_E_MEMBERNOTFOUND;
+  const ElementAccess* const elements = elementsOf(entry->row);
+  if (elements == nullptr) return E_NOTIMPL;
   return guarded([&] {
-    const std::span<const std::wstring> labels = kind_.index.elementLabels(*row);
-    const std::size_t groups = elements->groups(subject(), *row);
-    CountedStrings list(labels.size() * groups);
-    for (std::size_t group = 0; group < groups; ++group) {
-      for (const std::wstring& label : labels)
-        list.add(label);
-    }
-    return list.giveTo(*strings, *cookies);
+    return entry->labels.give(elements->groups(subjectOf(id_, kind()), *entry->row), *strings, *cookies);
   });
 }
 
@@ -331,7 +337,7 @@ HRESULT AutomationObject<Dispatch>::GetGroupCount(DISPID dispId, long* groups) {
   const ElementAccess* elements = elementsOf(row);
   if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
   return guarded([&] {
-    *groups = static_cast<long>(elements->groups(subject(), *row));
+    *groups = static_cast<long>(elements->groups(subjectOf(id_, kind()), *row));
     return S_OK;
   });
 }
@@ -376,7 +382,7 @@ HRESULT AutomationObject<Dispatch>::GetPredefinedStrings(DISPID dispId, CALPOLES
   if (row == nullptr) return DISP_E_MEMBERNOTFOUND;
   if (row->choices == Choices::None) return E_NOTIMPL;
   return guarded([&] {
-    const Subject source = subject();
+    const Subject source = subjectOf(id_, kind());
     const std::size_t count = choiceCount(source, *row);
     CountedStrings list(count);
     for (std::size_t i = 0; i < count; ++i)
@@ -393,7 +399,7 @@ HRESULT AutomationObject<Dispatch>::GetPredefinedValue(DISPID dispId, DWORD cook
   // Not E_NOTIMPL, which a caller takes as "number the texts instead".
   if (row->choices == Choices::None) return E_INVALIDARG;
   return guarded([&] {
-    const Subject source = subject();
+    const Subject source = subjectOf(id_, kind());
     if (cookie >= choiceCount(source, *row)) return E_INVALIDARG;
     *value = toVariant(choiceValue(source, *row, cookie), VT_VARIANT);
     return S_OK;

@@ -33,11 +33,10 @@ ClassIndex::ClassIndex(const AutomationClass& kind)
 
 void ClassIndex::addRows(std::span<const PropertyRow> table) {
   for (const PropertyRow& row : table) {
-    std::vector<std::wstring> labels;
+    PreparedStrings labels;
     if (row.access.elements != nullptr) {
       for (const wchar_t* label : row.access.elements->labels) {
-        labels.push_back(row.access.elements->labelsFollowRow ? std::wstring(row.label) + L" " + label
-                                                              : label);
+        labels.add(row.access.elements->labelsFollowRow ? std::wstring(row.label) + L" " + label : label);
       }
     }
     names_.add(row.name, rows_.size());

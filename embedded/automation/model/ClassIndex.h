@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "embedded/automation/model/NameIndex.h"
+#include "embedded/automation/model/PreparedStrings.h"
 #include "embedded/automation/model/PropertyTable.h"
 #include "embedded/automation/model/TypeLibrary.h"
 #include "embedded/platform/Ledger.h"
@@ -43,28 +44,24 @@ class ClassIndex {
     if (found != nullptr) lastFound_.store(found, std::memory_order_relaxed);
     return found;
   }
-  // What the elements of one group of that row are labelled; empty for a row that is not expanded.
-  [[nodiscard]] std::span<const std::wstring> elementLabels(const PropertyRow& row) const noexcept {
-    const Entry* const entry = findEntry(row.dispId);
-    return entry == nullptr ? std::span<const std::wstring>() : entry->labels;
-  }
-  // Counts the references to the class's objects.
-  [[nodiscard]] platform::LedgerAccount& account() const noexcept { return *account_; }
-
- private:
   struct Entry {
     const PropertyRow* row;
-    std::vector<std::wstring> labels;
+    // What the elements of one group are labelled; empty for a row that is not expanded.
+    PreparedStrings labels;
   };
-
-  void addRows(std::span<const PropertyRow> table);
-  void addSlot(DISPID dispId, std::size_t entry);
+  // Null for an id that no row has.
   [[nodiscard]] const Entry* findEntry(DISPID dispId) const noexcept {
     // A negative id becomes a large number.
     const auto slot = static_cast<std::uint32_t>(dispId);
     if (slot >= slots_.size() || slots_[slot] == 0) return nullptr;
     return &entries_[slots_[slot] - std::size_t{1}];
   }
+  // Counts the references to the class's objects.
+  [[nodiscard]] platform::LedgerAccount& account() const noexcept { return *account_; }
+
+ private:
+  void addRows(std::span<const PropertyRow> table);
+  void addSlot(DISPID dispId, std::size_t entry);
 
   const AutomationClass* kind_;
   std::vector<const PropertyRow*> rows_;

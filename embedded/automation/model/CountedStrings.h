@@ -23,20 +23,15 @@ class CountedStrings {
   ~CountedStrings() {
     for (ULONG i = 0; i < used_; ++i)
       SysFreeString(strings_[i]);
-    CoTaskMemFree(strings_);
-    CoTaskMemFree(cookies_);
+    if (strings_ != nullptr) CoTaskMemFree(strings_);
+    if (cookies_ != nullptr) CoTaskMemFree(cookies_);
   }
   CountedStrings(const CountedStrings&) = delete;
   CountedStrings& operator=(const CountedStrings&) = delete;
 
   // The next text; its number is its cookie. Nothing happens once memory ran out.
   void add(std::wstring_view text) {
-    if (strings_ == nullptr || cookies_ == nullptr || used_ == count_) return;
-    BSTR copy = com::makeString(text.data(), text.size() * sizeof(OLECHAR));
-    if (copy == nullptr) return;
-    strings_[used_] = copy;
-    cookies_[used_] = used_;
-    ++used_;
+    if (hasRoom()) addString(com::makeString(text.data(), text.size() * sizeof(OLECHAR)));
   }
 
   // E_OUTOFMEMORY, and the arguments stay as they are, when memory ran out on the way.
@@ -51,6 +46,14 @@ class CountedStrings {
   }
 
  private:
+  [[nodiscard]] bool hasRoom() const { return strings_ != nullptr && cookies_ != nullptr && used_ != count_; }
+  void addString(BSTR string) {
+    if (string == nullptr) return;
+    strings_[used_] = string;
+    cookies_[used_] = used_;
+    ++used_;
+  }
+
   ULONG count_;
   ULONG used_ = 0;
   LPOLESTR* strings_;

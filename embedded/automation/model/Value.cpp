@@ -1,12 +1,15 @@
 #include "embedded/automation/model/Value.h"
 
+#include <bit>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <stdexcept>
 #include <type_traits>
 
 #include "embedded/automation/model/Refusal.h"
 #include "holders/VariantHolder.h"
+#include "holders/WholeVariant.h"
 
 namespace velt::automation {
 namespace {
@@ -15,45 +18,47 @@ namespace {
   throw Refusal(E_OUTOFMEMORY, L"Memory is exhausted.");
 }
 
-VARIANT stringVariant(const std::wstring& text) {
-  VARIANT variant{};
-  variant.vt = VT_BSTR;
-  variant.bstrVal = SysAllocStringLen(text.c_str(), static_cast<UINT>(text.size()));
-  if (variant.bstrVal == nullptr) refuseForMemory();
-  return variant;
+BSTR stringOf(const std::wstring& text) {
+  const BSTR string = SysAllocStringLen(text.c_str(), static_cast<UINT>(text.size()));
+  if (string == nullptr) refuseForMemory();
+  return string;
 }
 
-VARIANT numbersVariant(const double* numbers, std::size_t count) {
-  VARIANT variant{};
-  variant.vt = VT_ARRAY | VT_R8;
-  variant.parray = SafeArrayCreateVector(VT_R8, 0, static_cast<ULONG>(count));
-  if (variant.parray == nullptr) refuseForMemory();
-  auto* elements = static_cast<double*>(variant.parray->pvData);
+SAFEARRAY* arrayOf(const double* numbers, std::size_t count) {
+  SAFEARRAY* const array = SafeArrayCreateVector(VT_R8, 0, static_cast<ULONG>(count));
+  if (array == nullptr) refuseForMemory();
+  auto* elements = static_cast<double*>(array->pvData);
   for (std::size_t i = 0; i < count; ++i)
     elements[i] = numbers[i];
-  return variant;
+  return array;
 }
 
-VARIANT plainVariant(const Value& value) {
-  VARIANT variant{};
-  if (const auto* real = std::get_if<double>(&value)) {
-    variant.vt = VT_R8;
-    variant.dblVal = *real;
-  } else if (const auto* integer = std::get_if<std::int32_t>(&value)) {
-    variant.vt = VT_I4;
-    variant.lVal = *integer;
-  } else if (const auto* flag = std::get_if<bool>(&value)) {
-    variant.vt = VT_BOOL;
-    variant.boolVal = *flag ? VARIANT_TRUE : VARIANT_FALSE;
-  } else if (const auto* text = std::get_if<std::wstring>(&value)) {
-    variant = stringVariant(*text);
-  } else if (const auto* point = std::get_if<Vector3>(&value)) {
+// What a VARIANT holds beside its tag.
+template <class T>
+std::uint64_t bitsOf(T* pointer) {
+  return reinterpret_cast<std::uintptr_t>(pointer);
+}
+
+VARTYPE tagOf(const Value& value) {
+  static constexpr VARTYPE tags[] = {VT_R8,      VT_I4, VT_BOOL, VT_BSTR, VT_ARRAY | VT_R8, VT_ARRAY | VT_R8,
+                                     VT_DISPATCH};
+  static_assert(std::size(tags) == std::variant_size_v<Value>);
+  return tags[value.index()];
+}
+
+std::uint64_t bitsOf(Value& value) {
+  if (const auto* real = std::get_if<double>(&value)) return std::bit_cast<std::uint64_t>(*real);
+  if (const auto* integer = std::get_if<std::int32_t>(&value)) return static_cast<std::uint32_t>(*integer);
+  if (const auto* flag = std::get_if<bool>(&value))
+    return static_cast<std::uint16_t>(*flag ? VARIANT_TRUE : VARIANT_FALSE);
+  if (const auto* text = std::get_if<std::wstring>(&value)) return bitsOf(stringOf(*text));
+  if (auto* object = std::get_if<OwnedDispatch>(&value)) return bitsOf(object->detach());
+  if (const auto* point = std::get_if<Vector3>(&value)) {
     const double coordinates[] = {point->x, point->y, point->z};
-    variant = numbersVariant(coordinates, 3);
-  } else if (const auto* numbers = std::get_if<std::vector<double>>(&value)) {
-    variant = numbersVariant(numbers->data(), numbers->size());
+    return bitsOf(arrayOf(coordinates, 3));
   }
-  return variant;
+  const auto& numbers = std::get<std::vector<double>>(value);
+  return bitsOf(arrayOf(numbers.data(), numbers.size()));
 }
 
 // False when the source cannot be converted.
@@ -103,19 +108,11 @@ std::optional<Value> valueOf(std::optional<T> converted) {
 }  // namespace
 
 VARIANT toVariant(Value value, const ValueType& type) {
-  VARIANT variant{};
-  if (auto* object = std::get_if<OwnedDispatch>(&value)) {
-    variant.vt = VT_DISPATCH;
-    variant.pdispVal = object->detach();
-  } else {
-    variant = plainVariant(value);
-  }
+  const VARTYPE tag = tagOf(value);
   // A table whose getter does not give what its row declares is a mistake of ours, and a test reads every row.
-  if (type.base() != VT_VARIANT && variant.vt != type.base()) {
-    VariantClear(&variant);
+  if (type.base() != VT_VARIANT && tag != type.base())
     throw std::logic_error("a getter gives another type than its row declares");
-  }
-  return variant;
+  return holders::wholeVariant(tag, bitsOf(value));
 }
 
 std::optional<Value> fromVariant(const VARIANT& variant, const ValueType& type) {

@@ -33,6 +33,16 @@ TEST(Ledger, CountsBothDirections) {
   EXPECT_EQ((Ledger::Count{2, 1}), Ledger::snapshot()["LedgerTest counts"]);
 }
 
+TEST(Ledger, CountsSeveralAtOnceOnEveryThread) {
+  const Ledger::Snapshot before = Ledger::snapshot();
+  bstrAccount.handOut(3);
+  std::thread([] { bstrAccount.handOut(2); }).join();
+  EXPECT_EQ(5, Ledger::difference(before, Ledger::snapshot())["BSTR"]);
+  for (int i = 0; i < 5; ++i)
+    bstrAccount.giveBack();
+  EXPECT_EQ(Ledger::Difference(), Ledger::difference(before, Ledger::snapshot()));
+}
+
 TEST(Ledger, TheDifferenceNamesWhatIsMissingAndWhatCameTooOften) {
   LedgerAccount& leaking = Ledger::account("LedgerTest leaking");
   LedgerAccount& excessive = Ledger::account("LedgerTest excessive");

@@ -70,11 +70,11 @@ TEST(ClassIndex, ManyThreadsFindTheirOwnRows) {
 
 TEST(ClassIndex, LabelsOfElementsFollowTheRowOrStandAlone) {
   const ClassIndex index(toyClass);
-  ASSERT_EQ(3U, index.elementLabels(*index.find(11)).size());
-  EXPECT_EQ(L"Spot Z", index.elementLabels(*index.find(11))[2]);
-  ASSERT_EQ(2U, index.elementLabels(*index.find(12)).size());
-  EXPECT_EQ(L"First", index.elementLabels(*index.find(12))[0]);
-  EXPECT_TRUE(index.elementLabels(*index.find(7)).empty());
+  ASSERT_EQ(3U, index.findEntry(11)->labels.size());
+  EXPECT_EQ(L"Spot Z", index.findEntry(11)->labels.text(2));
+  ASSERT_EQ(2U, index.findEntry(12)->labels.size());
+  EXPECT_EQ(L"First", index.findEntry(12)->labels.text(0));
+  EXPECT_TRUE(index.findEntry(7)->labels.empty());
 }
 
 TEST(ClassIndex, AClassMayHaveNoGeneralRows) {
