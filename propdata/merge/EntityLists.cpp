@@ -1,10 +1,11 @@
 #include "propdata/merge/EntityLists.h"
 
-#include <cwchar>
+#include <string>
 #include <utility>
 
 #include "propdata/merge/Cores.h"
 #include "propdata/typing/Cores.h"
+#include "propdata/typing/ValueFetching.h"
 
 namespace velt::propdata {
 
@@ -18,13 +19,22 @@ SharedRows& EntityLists::sharedRows(const TqVector<PROPINFO>& list) {
   return *lastRows_;
 }
 
-SharedRows::Member EntityLists::add(SharedRows& rows, const VeltPropData& entry) {
+void EntityLists::add(SharedRows& rows, const VeltPropData& entry) {
   if (entities_.empty()) clsidOfFirst_ = entry.clsid;
   VkDbObjectId objectId;
   objectId.setFromOldId(entry.oldId);
-  const SharedRows::Member member = rows.add();
-  entities_.push_back({&rows, nullptr, entry.pDispatch, objectId, member});
-  return member;
+  const auto further = static_cast<std::uint32_t>(furtherEditable_.size());
+  const std::span<const std::uint64_t> editable = rows.editable();
+  furtherEditable_.insert(furtherEditable_.end(), editable.begin() + 1, editable.end());
+  entities_.push_back({&rows, nullptr, entry.pDispatch, objectId, editable.front(), rows.add(), further});
+}
+
+void EntityLists::setEditable(std::size_t k, std::uint32_t place, bool editable) {
+  Entity& entity = entities_[k];
+  std::uint64_t& word =
+      place < 64 ? entity.editable : furtherEditable_[entity.furtherEditable + place / 64 - 1];
+  const std::uint64_t bit = std::uint64_t{1} << place % 64;
+  word = editable ? word | bit : word & ~bit;
 }
 
 void EntityLists::clearValues() {
@@ -67,17 +77,17 @@ PROPINFO EntityLists::rowOfFirst(std::uint32_t place) const {
   row.clsid = clsidOfFirst_;
   row.pDispatch = first.pDispatch;
   row.objectId = first.objectId;
-  row.isEditable = first.rows->isEditable(first.member, place);
+  row.isEditable = isEditable(first, place);
   return row;
 }
 
 ListLayout& EntityLists::layoutOf(SharedRows& rows) {
   if (rows.layout == nullptr) {
-    rows.propertyKeys.clear();
-    rows.propertyKeys.reserve(rows.rows().size());
+    std::vector<KeyNumber> properties;
+    properties.reserve(rows.rows().size());
     for (const PROPINFO& row : rows.rows())
-      rows.propertyKeys.push_back(keys_.numberOf(PropertyKey::of(row)));
-    rows.layout = &table_.build(rows.rows());
+      properties.push_back(keys_.numberOf(PropertyKey::of(row)));
+    rows.layout = &table_.build(rows.rows(), std::move(properties));
   }
   return *rows.layout;
 }
@@ -137,8 +147,16 @@ class EntityLists::Receiver final : public ValueReceiver {
   bool isKnown(std::uint32_t index, bool isElement, const OLECHAR* label) const {
     if (index >= known_->elements.size()) return false;
     const PropertyKey& key = known_->elements[index];
-    return key.isElement == isElement
-           && std::wcscmp(key.displayName.c_str(), label != nullptr ? label : L"") == 0;
+    return key.isElement == isElement && isSame(key.displayName.str(), label != nullptr ? label : L"");
+  }
+
+  // Labels are short, and a call would take longer. Known ones came from labels, so they hold no null character.
+  static bool isSame(const std::wstring& known, const OLECHAR* label) {
+    const std::size_t length = known.size();
+    for (std::size_t i = 0; i < length; ++i) {
+      if (known[i] != label[i]) return false;
+    }
+    return label[length] == L'\0';
   }
 
   void keepKnown() {
@@ -157,6 +175,15 @@ class EntityLists::Receiver final : public ValueReceiver {
 
 std::uint32_t EntityLists::readNow(Entity& entity, std::uint32_t place, KeyNumber name) {
   entity.rows->makeRoomForState(place);
+  const PROPINFO& row = entity.rows->rows()[place];
+  if (row.valueType == VT_VARIANT) return readExpanded(entity, place, name);
+  readPlainValueOnly(row, entity.pDispatch,
+                     [&]() -> VARIANT& { return entity.rows->makeValue(entity.member, place); });
+  entity.rows->setRead(entity.member, place);
+  return 0;
+}
+
+std::uint32_t EntityLists::readExpanded(Entity& entity, std::uint32_t place, KeyNumber name) {
   Receiver receiver(*this, entity, place);
   readValueOnly(entity.rows->rows()[place], entity.pDispatch, receiver);
   entity.rows->setRead(entity.member, place);

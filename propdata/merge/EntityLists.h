@@ -29,8 +29,10 @@ class EntityLists {
   void reserve(std::uint32_t entities) { entities_.reserve(entities); }
   // Those with the block of this list. Valid for as long as the lists live.
   SharedRows& sharedRows(const TqVector<PROPINFO>& list);
-  // Appends the list of an entity, whose rows are the shared ones with its own fields in them.
-  SharedRows::Member add(SharedRows& rows, const VeltPropData& entry);
+  // Appends the list of an entity, whose rows are the shared ones with its own fields in them. Every row is as editable as
+  // the shared one.
+  void add(SharedRows& rows, const VeltPropData& entry);
+  void setEditable(std::size_t k, std::uint32_t place, bool editable);
 
   // Gives back every value of every list, those of elements included, in the order of the lists.
   void clearValues();
@@ -51,8 +53,7 @@ class EntityLists {
   }
   // An element is as editable as the row that was broken up.
   bool isEditable(std::size_t k, const ListLayout::Spot& spot) const {
-    const Entity& entity = entities_[k];
-    return entity.rows->isEditable(entity.member, spot.row);
+    return isEditable(entities_[k], spot.row);
   }
   DispatchDynPropSourceNode pair(std::size_t k, std::uint32_t place) const;
   std::uint32_t read(std::size_t k, std::uint32_t place, KeyNumber name) {
@@ -64,7 +65,7 @@ class EntityLists {
     const Entity& entity = entities_[k];
     const SharedRows& rows = *entity.rows;
     found = false;
-    if ((spot.isElement() ? spot.property : rows.propertyKeys[spot.row]) != property) return false;
+    if (spot.property != property) return false;
     const VARIANT& value = spot.isElement() ? rows.elements(entity.member, spot.row)[spot.element]
                                             : rows.value(entity.member, spot.row);
     return compareSameProperty(row, {entity.pDispatch, entity.objectId, value}, found, errorText);
@@ -79,14 +80,27 @@ class EntityLists {
     ListLayout* layout;
     IDispatch* pDispatch;
     VkDbObjectId objectId;
+    // Which of its first 64 rows are editable, a bit for each: what the merge looks at whenever it stops at an entity
+    // stands beside what it looks at before.
+    std::uint64_t editable;
     SharedRows::Member member;
+    // Where the words of the others begin.
+    std::uint32_t furtherEditable;
   };
 
+  bool isEditable(const Entity& entity, std::uint32_t place) const {
+    const std::uint64_t word =
+        place < 64 ? entity.editable : furtherEditable_[entity.furtherEditable + place / 64 - 1];
+    return (word >> place % 64 & 1) != 0;
+  }
   ListLayout& layoutOf(SharedRows& rows);
   std::uint32_t readNow(Entity& entity, std::uint32_t place, KeyNumber name);
+  // Of a row that may break up.
+  std::uint32_t readExpanded(Entity& entity, std::uint32_t place, KeyNumber name);
   void clearElements(const Entity& entity);
 
   std::vector<Entity> entities_;
+  std::vector<std::uint64_t> furtherEditable_;
   GUID clsidOfFirst_{};
   std::deque<SharedRows> rows_;
   // By the first record of the block.

@@ -34,8 +34,9 @@ ListLayout& LayoutTable::of(const TqVector<PROPINFO>& list) {
   return *known.layout;
 }
 
-ListLayout& LayoutTable::build(std::span<const PROPINFO> rows) {
+ListLayout& LayoutTable::build(std::span<const PROPINFO> rows, std::vector<KeyNumber> properties) {
   ListLayout& layout = layouts_.emplace_back();
+  layout.properties_ = std::move(properties);
   layout.length_ = static_cast<std::uint32_t>(rows.size());
   layout.rows_.reserve(rows.size());
   for (std::uint32_t place = 0; place < rows.size(); ++place)
@@ -57,6 +58,7 @@ ListLayout& LayoutTable::extend(ListLayout& layout, std::uint32_t place, KeyNumb
   ListLayout& extended = layouts_.emplace_back();
   extended.length_ = layout.length_ + static_cast<std::uint32_t>(elements.size());
 
+  extended.properties_ = layout.properties_;
   extended.rows_ = layout.rows_;
   const auto replace = [&](Row from, Row to) {
     auto& rows = extended.rows_;

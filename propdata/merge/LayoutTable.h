@@ -22,8 +22,9 @@ class LayoutTable {
  public:
   explicit LayoutTable(KeyTable& keys) : keys_(keys) {}
 
-  // A layout of its own for rows of which none is broken up yet.
-  ListLayout& build(std::span<const PROPINFO> rows);
+  // A layout of its own for rows of which none is broken up yet. `properties` are their property keys, where these are
+  // the same in all lists that will have the layout, else nothing.
+  ListLayout& build(std::span<const PROPINFO> rows, std::vector<KeyNumber> properties = {});
   // The same, mostly shared with earlier lists that have the same name keys: those of dynamic rows have texts of their
   // own, but are alike for all entities.
   ListLayout& of(const TqVector<PROPINFO>& list);

@@ -11,8 +11,7 @@ ListLayout::Spot ListLayout::at(std::uint32_t place) const {
       [](std::uint32_t wanted, const Expansion& expansion) { return wanted < expansion.first; });
   if (after == expansions_.begin()) return came(place);
   const Expansion& expansion = *std::prev(after);
-  const std::uint32_t element = place - expansion.first;
-  return {place, expansion.row, element, (*expansion.elements)[element]};
+  return expansion.element(place - expansion.first);
 }
 
 ListLayout::Spot ListLayout::nextCandidate(KeyNumber name, KeyNumber property, std::uint32_t from) const {

@@ -49,6 +49,20 @@ class ListLayout {
  public:
   static constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
 
+  // What stands at a place.
+  struct Spot {
+    // None when nothing was found.
+    std::uint32_t place = none;
+    // The place itself, or that of the row that was broken up into the element.
+    std::uint32_t row = none;
+    // Which of the row's elements it is; none for a row that came with the list.
+    std::uint32_t element = none;
+    // Its property key; 0 for a row that came with the list, where lists with this layout have different ones.
+    KeyNumber property = 0;
+
+    bool isElement() const { return element != none; }
+  };
+
   // What a row was broken up into.
   struct Expansion {
     // The row's name key before it lost its name, which the elements have too.
@@ -60,6 +74,7 @@ class ListLayout {
     std::shared_ptr<const std::vector<KeyNumber>> elements;
 
     std::uint32_t count() const { return static_cast<std::uint32_t>(elements->size()); }
+    Spot element(std::uint32_t index) const { return {first + index, row, index, (*elements)[index]}; }
   };
 
   // The layout that a list with this one has after the row at `brokenUp` was broken up into these elements.
@@ -67,19 +82,6 @@ class ListLayout {
     std::uint32_t brokenUp;
     std::vector<PropertyKey> elements;
     ListLayout* layout;
-  };
-
-  // What stands at a place.
-  struct Spot {
-    // None when nothing was found.
-    std::uint32_t place = none;
-    // The place itself, or that of the row that was broken up into the element.
-    std::uint32_t row = none;
-    // Which of the row's elements it is, and its property key; none and 0 for a row that came with the list.
-    std::uint32_t element = none;
-    KeyNumber property = 0;
-
-    bool isElement() const { return element != none; }
   };
 
   std::uint32_t length() const { return length_; }
@@ -115,9 +117,13 @@ class ListLayout {
     std::uint32_t place;
     auto operator<=>(const Element&) const = default;
   };
-  static Spot came(std::uint32_t place) { return {place, place, none, 0}; }
+  Spot came(std::uint32_t place) const {
+    return {place, place, none, properties_.empty() ? 0 : properties_[place]};
+  }
 
   std::uint32_t length_ = 0;
+  // The property keys of the rows that came with the list; empty where lists with this layout have different ones.
+  std::vector<KeyNumber> properties_;
   // Both sorted.
   std::vector<Row> rows_;
   std::vector<Element> elements_;

@@ -105,14 +105,24 @@ class Merge {
         row, lists_.keys().numberOf(NameKey::of(row)), lists_.keys().numberOf(PropertyKey::of(row)), {}};
     if (isDynamic(row)) wanted.pairs.emplace_back(row.pDispatch, row.pDynamicProperty);
     ++search_;
-    for (std::size_t k = 1; k < lists_.count(); ++k) {
+    const std::size_t count = lists_.count();
+    for (std::size_t k = 1; k < count; ++k) {
       const bool variedBefore = row.isVaries;
+      if (variedBefore && isThereAtOnce(wanted, k)) continue;
       if (!isInList(wanted, k)) return false;
       // From here on only the name key counts.
       if (row.isVaries != variedBefore) ++search_;
     }
     if (isDynamic(row)) row.dynSources = appendedOneByOne(std::move(wanted.pairs));
     return true;
+  }
+
+  // Whether a row that varies is where the search begins in a list with this layout, as it nearly always is; false says
+  // nothing.
+  bool isThereAtOnce(const Wanted& wanted, std::size_t k) {
+    if (isDynamic(wanted.row)) return false;
+    const ListLayout::Spot& spot = start(wanted, lists_.layout(k));
+    return spot.place != ListLayout::none && lists_.isEditable(k, spot) == wanted.row.isEditable;
   }
 
   bool isInList(Wanted& wanted, std::size_t k) {
@@ -155,9 +165,11 @@ class Merge {
     // Elements came with their values.
     const std::uint32_t elements = spot.isElement() ? 0 : lists_.read(k, spot.place, wanted.name);
     if (elements == 0) return lists_.compare(wanted.row, wanted.property, k, spot, found, errorText_);
-    const ListLayout& layout = lists_.layout(k);
-    for (std::uint32_t place = layout.length() - elements; place < layout.length(); ++place) {
-      if (lists_.compare(wanted.row, wanted.property, k, layout.at(place), found, errorText_)) return true;
+    // They are what the list was broken up into last. Comparing changes no list.
+    const ListLayout::Expansion& expansion = lists_.layout(k).expansions().back();
+    for (std::uint32_t i = 0; i < elements; ++i) {
+      if (lists_.compare(wanted.row, wanted.property, k, expansion.element(i), found, errorText_))
+        return true;
     }
     return false;
   }

@@ -7,19 +7,12 @@ namespace velt::propdata {
 SharedRows::SharedRows(const TqVector<PROPINFO>& rows)
     : list_(rows),
       rows_(std::as_const(list_).begin(), list_.length()),
-      wordsOfEntity_((rows_.size() + bitsOfWord - 1) / bitsOfWord),
-      editableOfRows_(wordsOfEntity_),
+      editable_(rows_.size() / 64 + 1),
       columns_(rows_.size()) {
   for (std::uint32_t place = 0; place < rows_.size(); ++place) {
     if (rows_[place].isWritable) writable_.push_back(place);
-    if (rows_[place].isEditable)
-      editableOfRows_[place / bitsOfWord] |= std::uint64_t{1} << place % bitsOfWord;
+    if (rows_[place].isEditable) editable_[place / 64] |= std::uint64_t{1} << place % 64;
   }
-}
-
-SharedRows::Member SharedRows::add() {
-  editable_.insert(editable_.end(), editableOfRows_.begin(), editableOfRows_.end());
-  return members_++;
 }
 
 void SharedRows::makeRoomForStates(Column& column) const {

@@ -1,8 +1,7 @@
 #pragma once
 
-// The rows that all entities of a class and variant have in common, and what those entities have of their own, row by
-// row: whether it is editable, the value that was read, the elements that it broke up into. So an entity costs a bit
-// for each row, and for a row that is read the value and a byte.
+// The rows that all entities of a class and variant have in common, and what was read of those entities, row by row: the
+// value, or the elements that it broke up into. So a row that is read costs an entity the value and a byte.
 //
 // Values are owned by nobody, as in records: they are given back by VariantClear or not at all.
 // Failure: without memory std::bad_alloc is thrown and nothing is changed.
@@ -14,7 +13,6 @@
 #include <vector>
 
 #include "propdata/VeltPropData.h"
-#include "propdata/merge/KeyTable.h"
 #include "propdata/merge/ListLayout.h"
 
 namespace velt::propdata {
@@ -33,18 +31,12 @@ class SharedRows {
   // The places of the rows that are asked whether they may be edited.
   std::span<const std::uint32_t> writable() const { return writable_; }
 
-  // Another entity; every row is as editable as the shared one. All entities are added before a value is stored.
-  Member add();
-  Member members() const { return members_; }
+  // A bit for each row, from the lowest of the first word on; there is always a first word.
+  std::span<const std::uint64_t> editable() const { return editable_; }
 
-  bool isEditable(Member member, std::uint32_t place) const {
-    return (word(member, place) >> (place % bitsOfWord) & 1) != 0;
-  }
-  void setEditable(Member member, std::uint32_t place, bool editable) {
-    const std::uint64_t bit = std::uint64_t{1} << place % bitsOfWord;
-    std::uint64_t& word = editable_[indexOfWord(member, place)];
-    word = editable ? word | bit : word & ~bit;
-  }
+  // Another entity. All entities are added before a value is stored.
+  Member add() { return members_++; }
+  Member members() const { return members_; }
 
   bool isRead(Member member, std::uint32_t place) const {
     return rows_[place].hasValue || has(member, place, read);
@@ -77,11 +69,8 @@ class SharedRows {
 
   // Null until the first search in an entity of the class.
   ListLayout* layout = nullptr;
-  // Of the rows, as they came. Empty until the first search.
-  std::vector<KeyNumber> propertyKeys;
 
  private:
-  static constexpr std::uint32_t bitsOfWord = 64;
   enum State : std::uint8_t { read = 1, valued = 2 };
 
   // One row of all entities of the class. The three arrays are made when the first entity needs them, and have a place
@@ -98,22 +87,12 @@ class SharedRows {
     const Column& column = columns_[place];
     return column.states != nullptr && (column.states[member] & state) != 0;
   }
-  std::size_t indexOfWord(Member member, std::uint32_t place) const {
-    return static_cast<std::size_t>(member) * wordsOfEntity_ + place / bitsOfWord;
-  }
-  std::uint64_t word(Member member, std::uint32_t place) const {
-    return editable_[indexOfWord(member, place)];
-  }
 
   TqVector<PROPINFO> list_;
   std::span<const PROPINFO> rows_;
   std::vector<std::uint32_t> writable_;
-  Member members_ = 0;
-  std::size_t wordsOfEntity_;
-  // A bit for each row.
-  std::vector<std::uint64_t> editableOfRows_;
-  // As many words for each entity.
   std::vector<std::uint64_t> editable_;
+  Member members_ = 0;
   std::vector<Column> columns_;
 };
 

@@ -148,10 +148,11 @@ bool SelectionHarvest::add(VeltPropData* entry, CStdStr<wchar_t>& errorText) {
   PropertyListCache& cache = propertyListCache();
   if (const auto hit = cache.find(key); hit != cache.end()) {
     SharedRows& rows = lists_.sharedRows(hit->second);
-    const SharedRows::Member member = lists_.add(rows, *entry);
+    const std::size_t added = lists_.count();
+    lists_.add(rows, *entry);
     for (const std::uint32_t place : rows.writable()) {
       const PROPINFO& row = rows.rows()[place];
-      rows.setEditable(member, place, askEditable(entry->pUnknown, row.dispId, row.isEditable));
+      lists_.setEditable(added, place, askEditable(entry->pUnknown, row.dispId, row.isEditable));
     }
     return true;
   }

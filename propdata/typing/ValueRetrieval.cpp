@@ -1,13 +1,11 @@
 // Reading a property's current value, and settling its weight and kind on the way.
 
 #include "errors/Guard.h"
-#include "holders/InterfaceHolder.h"
 #include "holders/VariantHolder.h"
-#include "host/automation/IVkPiPropertyDisplay.h"
-#include "host/com/ComRuntime.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/typeinfo/Cores.h"
 #include "propdata/typing/Cores.h"
+#include "propdata/typing/ValueFetching.h"
 
 using namespace velt::holders;
 using namespace velt::propdata;
@@ -15,54 +13,9 @@ using velt::errors::guarded;
 
 namespace {
 
-// Frees the three strings at the end of its scope, whether the call succeeded or not.
-struct ExceptionRecord : EXCEPINFO {
-  ExceptionRecord() : EXCEPINFO{} {}
-  ExceptionRecord(const ExceptionRecord&) = delete;
-  ExceptionRecord& operator=(const ExceptionRecord&) = delete;
-  ~ExceptionRecord() {
-    SysFreeString(bstrSource);
-    SysFreeString(bstrDescription);
-    SysFreeString(bstrHelpFile);
-  }
-};
-
-VARIANT asVariant(DISPID dispId) {
-  VARIANT property;
-  VariantInit(&property);
-  property.vt = VT_I4;
-  property.lVal = dispId;
-  return property;
-}
-
-// The weight is left alone when the object tells none. Inline, like fetchValue(): a query does both for every value.
-inline void askForWeight(IDispatch* object, const VARIANT& property, std::int32_t& weight) {
-  InterfaceHolder<IVkPiPropertyDisplay> display;
-  if (FAILED(query(object, IID_IVkPiPropertyDisplay, display))) return;
-  long answer = 0;
-  if (SUCCEEDED(display->GetPropertyWeight(property, &answer))) weight = static_cast<std::int32_t>(answer);
-}
-
 void readWeight(PROPINFO& prop, const VARIANT& property) {
   askForWeight(prop.pDispatch, property, prop.weight);
   setWeight(prop.clsid, prop);
-}
-
-inline void fetchValue(IDispatch* object, DISPID dispId, VARTYPE declaredType, VARIANT& value) {
-  // QUIRK(type_tag_before_get): the tag is the declared type before the call and stays it when the call fails;
-  // what the value held before is overwritten, not freed.
-  value.vt = declaredType;
-  if (object == nullptr) return;
-  DISPPARAMS noParameters{};
-  ExceptionRecord exception;
-  UINT argumentError = 0;
-  [[maybe_unused]] const HRESULT got =
-      object->Invoke(dispId, GUID_NULL, GetUserDefaultLangID(), DISPATCH_PROPERTYGET, &noParameters, &value,
-                     &exception, &argumentError);
-}
-
-bool isKindOpen(const PROPINFO& prop) {
-  return prop.customType == PropertyKind::none || prop.customType == PropertyKind::unknownType;
 }
 
 void settleKind(PROPINFO& prop) {
@@ -102,14 +55,14 @@ void readValue(PROPINFO& prop, TqVector<PROPINFO>& elements) {
 }
 
 void readValueOnly(const PROPINFO& prop, IDispatch* object, ValueReceiver& receiver) {
+  const auto makeValue = [&]() -> VARIANT& { return receiver.value(); };
+  if (prop.valueType != VT_VARIANT) return readPlainValueOnly(prop, object, makeValue);
   std::int32_t unusedWeight = 0;
   askForWeight(object, asVariant(prop.dispId), unusedWeight);
-  if (prop.valueType == VT_VARIANT) {
-    SHORT unusedGrouping = 0;
-    long unusedCount = 0;
-    CStdStr<wchar_t> discardedMessage;
-    if (expandProperty(object, prop.dispId, unusedGrouping, unusedCount, receiver, discardedMessage)) return;
-  }
+  SHORT unusedGrouping = 0;
+  long unusedCount = 0;
+  CStdStr<wchar_t> discardedMessage;
+  if (expandProperty(object, prop.dispId, unusedGrouping, unusedCount, receiver, discardedMessage)) return;
   VARIANT& value = receiver.value();
   fetchValue(object, prop.dispId, prop.valueType, value);
   if (isKindOpen(prop)) askForKind(prop.dispId, value);

@@ -32,8 +32,8 @@ class EntityListsTest : public LayerTest {
                  Row(L"Unread").dispId(3).declared(VT_I4).editable(false)});
   }
 
-  SharedRows::Member add(const ToyObject& object) {
-    return lists.add(lists.sharedRows(list), {7, toyClass(1), object.unknown(), object.dispatch()});
+  void add(const ToyObject& object) {
+    lists.add(lists.sharedRows(list), {7, toyClass(1), object.unknown(), object.dispatch()});
   }
   bool merge() { return propdata::intersect(lists, result, errorText); }
   void clearResult() {
@@ -68,7 +68,7 @@ TEST_F(EntityListsTest, EntitiesWithTheSameBlockShareTheirRows) {
 
 TEST_F(EntityListsTest, TheRowsOfTheResultCarryTheFirstEntitysOwnFields) {
   add(first);
-  lists.sharedRows(list).setEditable(0, 1, false);
+  lists.setEditable(0, 1, false);
 
   EXPECT_TRUE(merge());
 
@@ -80,6 +80,32 @@ TEST_F(EntityListsTest, TheRowsOfTheResultCarryTheFirstEntitysOwnFields) {
     EXPECT_EQ(row.isEditable, row.name.str() == L"Start") << narrow(row.name.c_str());
   }
   clearResult();
+}
+
+// More rows than a word has bits.
+TEST_F(EntityListsTest, EachEntityHasItsOwnBitForEachRow) {
+  TqVector<PROPINFO> many;
+  for (int place = 0; place < 130; ++place)
+    many.append(Row(L"A").editable(place % 3 == 0));
+  SharedRows& shared = lists.sharedRows(many);
+  for (int k = 0; k < 3; ++k)
+    lists.add(shared, {});
+  lists.setEditable(1, 63, false);
+  lists.setEditable(1, 64, true);
+  lists.setEditable(1, 129, false);
+  lists.setEditable(2, 0, true);
+
+  const auto isEditable = [&](std::size_t k, std::uint32_t place) {
+    propdata::ListLayout::Spot spot;
+    spot.row = place;
+    return lists.isEditable(k, spot);
+  };
+  for (std::uint32_t place = 0; place < 130; ++place) {
+    EXPECT_EQ(isEditable(0, place), place % 3 == 0) << place;
+    const bool expected = place == 64 || (place % 3 == 0 && place != 63 && place != 129);
+    EXPECT_EQ(isEditable(1, place), expected) << place;
+    EXPECT_EQ(isEditable(2, place), place % 3 == 0) << place;
+  }
 }
 
 TEST_F(EntityListsTest, TheRowsThatAreSharedStayAsTheyAre) {
@@ -177,9 +203,9 @@ RecordsOutcome outcomeOfEntities(const SharedScenario& shared) {
     const TqVector<PROPINFO>& rowsOfClass =
         std::as_const(world.lists)[static_cast<std::uint32_t>(shared.classOf[k])];
     SharedRows& sharedRows = lists.sharedRows(rowsOfClass);
-    const SharedRows::Member member = lists.add(sharedRows, world.entry(k));
+    lists.add(sharedRows, world.entry(k));
     for (std::uint32_t place = 0; place < rowsOfClass.length(); ++place)
-      sharedRows.setEditable(member, place, shared.isEditable(k, place, rowsOfClass[place]));
+      lists.setEditable(k, place, shared.isEditable(k, place, rowsOfClass[place]));
   }
   TqVector<PROPINFO> result = rows({Row(L"Old").value(i4(1))});
   CStdStr<wchar_t> errorText(L"as before");

@@ -30,23 +30,15 @@ TEST(SharedRows, TellWhichRowsAreAskedWhetherTheyMayBeEdited) {
             (std::vector<std::uint32_t>{0, 2}));
 }
 
-// More rows than a word has bits.
-TEST(SharedRows, EachEntityHasItsOwnBitForEachRow) {
-  TqVector<PROPINFO> list;
-  for (int place = 0; place < 130; ++place)
-    list.append(Row(L"A").editable(place % 3 == 0));
-  SharedRows shared(list);
-  const SharedRows::Member first = shared.add();
-  const SharedRows::Member second = shared.add();
-  EXPECT_EQ(shared.members(), 2u);
-  shared.setEditable(second, 63, false);
-  shared.setEditable(second, 64, true);
-  shared.setEditable(second, 129, false);
-
-  for (std::uint32_t place = 0; place < 130; ++place) {
-    EXPECT_EQ(shared.isEditable(first, place), place % 3 == 0) << place;
-    const bool expected = place == 64 || (place % 3 == 0 && place != 63 && place != 129);
-    EXPECT_EQ(shared.isEditable(second, place), expected) << place;
+TEST(SharedRows, TellWhichRowsAreEditableABitForEach) {
+  for (const std::uint32_t length : {0U, 1U, 63U, 64U, 65U, 130U}) {
+    TqVector<PROPINFO> list;
+    for (std::uint32_t place = 0; place < length; ++place)
+      list.append(Row(L"A").editable(place % 3 == 0));
+    const SharedRows shared(list);
+    ASSERT_LT(length / 64, shared.editable().size());
+    for (std::uint32_t place = 0; place < length; ++place)
+      EXPECT_EQ(shared.editable()[place / 64] >> place % 64 & 1, place % 3 == 0 ? 1U : 0U) << place;
   }
 }
 
