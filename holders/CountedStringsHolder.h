@@ -66,13 +66,15 @@ class CountedStringsHolder {
 
  private:
   static void free(const CountedStrings& given) {
-    const auto& [strings, cookies] = given;
-    if (strings.pElems != nullptr) {
-      for (ULONG i = 0; i < strings.cElems; ++i)
-        SysFreeString(strings.pElems[i]);
-      CoTaskMemFree(strings.pElems);
+    LPOLESTR* const strings = given.strings.pElems;
+    DWORD* const cookies = given.cookies.pElems;
+    const ULONG count = given.strings.cElems;
+    if (strings != nullptr) {
+      for (ULONG i = 0; i < count; ++i)
+        SysFreeString(strings[i]);
+      CoTaskMemFree(strings);
     }
-    if (cookies.pElems != nullptr) CoTaskMemFree(cookies.pElems);
+    if (cookies != nullptr) CoTaskMemFree(cookies);
   }
 
   CountedStrings held_;

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "propdata/merge/Cores.h"
-#include "propdata/typing/Cores.h"
+#include "propdata/typeinfo/ElementExpansion.h"
 #include "propdata/typing/ValueFetching.h"
 
 namespace velt::propdata {
@@ -14,7 +14,8 @@ SharedRows& EntityLists::sharedRows(const TqVector<PROPINFO>& list) {
   if (lastRows_ != nullptr && lastRows_->are(list)) return *lastRows_;
   const PROPINFO* const block = list.begin();
   auto known = rowsOfBlock_.find(block);
-  if (known == rowsOfBlock_.end()) known = rowsOfBlock_.emplace(block, &rows_.emplace_back(list)).first;
+  if (known == rowsOfBlock_.end())
+    known = rowsOfBlock_.emplace(block, &rows_.emplace_back(list, memory_)).first;
   lastRows_ = known->second;
   return *lastRows_;
 }
@@ -27,14 +28,6 @@ void EntityLists::add(SharedRows& rows, const VeltPropData& entry) {
   const std::span<const std::uint64_t> editable = rows.editable();
   furtherEditable_.insert(furtherEditable_.end(), editable.begin() + 1, editable.end());
   entities_.push_back({&rows, nullptr, entry.pDispatch, objectId, editable.front(), rows.add(), further});
-}
-
-void EntityLists::setEditable(std::size_t k, std::uint32_t place, bool editable) {
-  Entity& entity = entities_[k];
-  std::uint64_t& word =
-      place < 64 ? entity.editable : furtherEditable_[entity.furtherEditable + place / 64 - 1];
-  const std::uint64_t bit = std::uint64_t{1} << place % 64;
-  word = editable ? word | bit : word & ~bit;
 }
 
 void EntityLists::clearValues() {
@@ -97,96 +90,110 @@ DispatchDynPropSourceNode EntityLists::pair(std::size_t k, std::uint32_t place) 
   return {entity.pDispatch, entity.rows->rows()[entity.layout->at(place).row].pDynamicProperty};
 }
 
-// Takes what one entity answers for one row.
-class EntityLists::Receiver final : public ValueReceiver {
+// Takes the elements that one entity answers for one row.
+class EntityLists::Receiver {
  public:
   Receiver(EntityLists& lists, Entity& entity, std::uint32_t place)
       : lists_(lists), entity_(entity), place_(place), row_(entity.rows->rows()[place]) {}
 
-  void expect(std::uint32_t count) override {
+  void expect(std::uint32_t count) {
     if (count == 0) return;
     known_ = LayoutTable::known(*entity_.layout, place_);
-    elements_ = static_cast<VARIANT*>(lists_.elements_.allocate(count * sizeof(VARIANT), alignof(VARIANT)));
+    if (known_ != nullptr) {
+      nextKnown_ = known_->elements.data();
+      endOfKnown_ = nextKnown_ + known_->elements.size();
+    }
+    elements_ = lists_.memory_.arrayOf<VARIANT>(count);
     entity_.rows->setElements(entity_.member, place_, elements_);
   }
 
-  void addHeader() override {
+  void addHeader() {
     VARIANT value{};
     value.vt = VT_I4;
     add(row_.isElement, row_.displayName.c_str(), value);
   }
 
-  void beginElements() override {}
+  void beginElements() {}
 
-  void addElement(const OLECHAR* label, DWORD /*cookie*/, const VARIANT& value) override {
-    add(true, label, value);
-  }
-
-  VARIANT& value() override { return entity_.rows->makeValue(entity_.member, place_); }
+  void addElement(const OLECHAR* label, DWORD /*cookie*/, const VARIANT& value) { add(true, label, value); }
 
   std::uint32_t count() const { return count_; }
   // The layout that the list has with the elements in it.
   ListLayout& layoutAfter(KeyNumber name) {
-    if (isAsKnown() && known_->elements.size() == count_) return *known_->layout;
-    keepKnown();
+    if (known_ != nullptr && nextKnown_ == endOfKnown_) return *known_->layout;
+    leaveKnown();
     return lists_.table_.extend(*entity_.layout, place_, name, row_, std::move(keys_));
   }
 
  private:
-  // So far the elements are the known ones, of which then no keys are made.
-  bool isAsKnown() const { return known_ != nullptr && keys_.empty(); }
-
+  // As long as the elements are the known ones no keys are made of them.
   void add(bool isElement, const OLECHAR* label, const VARIANT& value) {
-    if (!isAsKnown() || !isKnown(count_, isElement, label)) {
-      keepKnown();
-      keys_.push_back({row_.hasChoices, isElement, CStdStr<wchar_t>(label)});
+    if (nextKnown_ != endOfKnown_ && nextKnown_->isElement == isElement
+        && isSame(nextKnown_->displayName.str(), label != nullptr ? label : L"")) {
+      ++nextKnown_;
+    } else {
+      addUnknown(isElement, label);
     }
     elements_[count_++] = value;
   }
 
-  bool isKnown(std::uint32_t index, bool isElement, const OLECHAR* label) const {
-    if (index >= known_->elements.size()) return false;
-    const PropertyKey& key = known_->elements[index];
-    return key.isElement == isElement && isSame(key.displayName.str(), label != nullptr ? label : L"");
+  [[gnu::noinline]] void addUnknown(bool isElement, const OLECHAR* label) {
+    leaveKnown();
+    keys_.push_back({row_.hasChoices, isElement, CStdStr<wchar_t>(label)});
   }
 
   // Labels are short, and a call would take longer. Known ones came from labels, so they hold no null character.
   static bool isSame(const std::wstring& known, const OLECHAR* label) {
     const std::size_t length = known.size();
+    const wchar_t* const letters = known.data();
     for (std::size_t i = 0; i < length; ++i) {
-      if (known[i] != label[i]) return false;
+      if (letters[i] != label[i]) return false;
     }
     return label[length] == L'\0';
   }
 
-  void keepKnown() {
-    if (isAsKnown()) keys_.assign(known_->elements.begin(), known_->elements.begin() + count_);
+  void leaveKnown() {
+    if (known_ == nullptr) return;
+    keys_.assign(known_->elements.data(), nextKnown_);
+    known_ = nullptr;
+    nextKnown_ = nullptr;
+    endOfKnown_ = nullptr;
   }
 
   EntityLists& lists_;
   Entity& entity_;
   const std::uint32_t place_;
   const PROPINFO& row_;
+  // What the row was broken up into in the list before, as far as it is the same; null once it is not.
   const ListLayout::Continuation* known_ = nullptr;
+  const PropertyKey* nextKnown_ = nullptr;
+  const PropertyKey* endOfKnown_ = nullptr;
   VARIANT* elements_ = nullptr;
   std::uint32_t count_ = 0;
   std::vector<PropertyKey> keys_;
 };
 
 std::uint32_t EntityLists::readNow(Entity& entity, std::uint32_t place, KeyNumber name) {
-  entity.rows->makeRoomForState(place);
-  const PROPINFO& row = entity.rows->rows()[place];
+  SharedRows& rows = *entity.rows;
+  rows.makeRoomForState(place);
+  const PROPINFO& row = rows.rows()[place];
+  askForWeightOnly(row, entity.pDispatch);
   if (row.valueType == VT_VARIANT) return readExpanded(entity, place, name);
-  readPlainValueOnly(row, entity.pDispatch,
-                     [&]() -> VARIANT& { return entity.rows->makeValue(entity.member, place); });
-  entity.rows->setRead(entity.member, place);
+  fetchValueOnly(row, entity.pDispatch, [&]() -> VARIANT& { return rows.makeValue(entity.member, place); });
+  rows.setRead(entity.member, place);
   return 0;
 }
 
 std::uint32_t EntityLists::readExpanded(Entity& entity, std::uint32_t place, KeyNumber name) {
+  SharedRows& rows = *entity.rows;
+  const PROPINFO& row = rows.rows()[place];
   Receiver receiver(*this, entity, place);
-  readValueOnly(entity.rows->rows()[place], entity.pDispatch, receiver);
-  entity.rows->setRead(entity.member, place);
+  SHORT unusedGrouping = 0;
+  long unusedCount = 0;
+  CStdStr<wchar_t> discardedMessage;
+  if (!expandProperty(entity.pDispatch, row.dispId, unusedGrouping, unusedCount, receiver, discardedMessage))
+    fetchValueOnly(row, entity.pDispatch, [&]() -> VARIANT& { return rows.makeValue(entity.member, place); });
+  rows.setRead(entity.member, place);
   if (receiver.count() != 0) entity.layout = &receiver.layoutAfter(name);
   return receiver.count();
 }

@@ -32,7 +32,13 @@ class EntityLists {
   // Appends the list of an entity, whose rows are the shared ones with its own fields in them. Every row is as editable as
   // the shared one.
   void add(SharedRows& rows, const VeltPropData& entry);
-  void setEditable(std::size_t k, std::uint32_t place, bool editable);
+  void setEditable(std::size_t k, std::uint32_t place, bool editable) {
+    Entity& entity = entities_[k];
+    std::uint64_t& word =
+        place < 64 ? entity.editable : furtherEditable_[entity.furtherEditable + place / 64 - 1];
+    const std::uint64_t bit = std::uint64_t{1} << place % 64;
+    word = editable ? word | bit : word & ~bit;
+  }
 
   // Gives back every value of every list, those of elements included, in the order of the lists.
   void clearValues();
@@ -99,7 +105,8 @@ class EntityLists {
   std::uint32_t readExpanded(Entity& entity, std::uint32_t place, KeyNumber name);
   void clearElements(const Entity& entity);
 
-  std::vector<Entity> entities_;
+  QueryMemory memory_;
+  std::pmr::vector<Entity> entities_{&memory_.resource()};
   std::vector<std::uint64_t> furtherEditable_;
   GUID clsidOfFirst_{};
   std::deque<SharedRows> rows_;
@@ -108,8 +115,6 @@ class EntityLists {
   SharedRows* lastRows_ = nullptr;
   KeyTable keys_;
   LayoutTable table_{keys_};
-  // Of elements, each broken up row's together.
-  std::pmr::monotonic_buffer_resource elements_;
 };
 
 }  // namespace velt::propdata

@@ -108,7 +108,6 @@ class Merge {
     const std::size_t count = lists_.count();
     for (std::size_t k = 1; k < count; ++k) {
       const bool variedBefore = row.isVaries;
-      if (variedBefore && isThereAtOnce(wanted, k)) continue;
       if (!isInList(wanted, k)) return false;
       // From here on only the name key counts.
       if (row.isVaries != variedBefore) ++search_;
@@ -117,28 +116,34 @@ class Merge {
     return true;
   }
 
-  // Whether a row that varies is where the search begins in a list with this layout, as it nearly always is; false says
-  // nothing.
-  bool isThereAtOnce(const Wanted& wanted, std::size_t k) {
-    if (isDynamic(wanted.row)) return false;
-    const ListLayout::Spot& spot = start(wanted, lists_.layout(k));
-    return spot.place != ListLayout::none && lists_.isEditable(k, spot) == wanted.row.isEditable;
-  }
-
+  // Nearly always the search ends where it begins, which is the same place in all lists with one layout.
   bool isInList(Wanted& wanted, std::size_t k) {
-    PROPINFO& row = wanted.row;
-    bool found = false;
-    const ListLayout::Spot* spot = &start(wanted, lists_.layout(k));
-    ListLayout::Spot later;
-    for (std::uint32_t from = 0;; spot = &(later = next(wanted, lists_.layout(k), from))) {
-      if (isDynamic(row)) collectPairs(k, from, spot->place, wanted.pairs);
-      if (spot->place == ListLayout::none) return false;
-      from = spot->place + 1;
-      if (lists_.isEditable(k, *spot) != row.isEditable) continue;
+    const PROPINFO& row = wanted.row;
+    const ListLayout::Spot first = start(wanted, lists_.layout(k));
+    if (isDynamic(row)) collectPairs(k, 0, first.place, wanted.pairs);
+    if (first.place == ListLayout::none) return false;
+    if (lists_.isEditable(k, first) == row.isEditable) {
       // QUIRK(varying_rows_need_only_their_key): a row that already varies only has to be there, and is not read;
       // large selections are shown at once because of it.
       if (row.isVaries) return true;
-      if (compareAt(wanted, k, *spot, found)) return found;
+      bool found = false;
+      if (compareAt(wanted, k, first, found)) return found;
+    }
+    return isInRest(wanted, k, first.place + 1);
+  }
+
+  // The same from a place on.
+  [[gnu::noinline]] bool isInRest(Wanted& wanted, std::size_t k, std::uint32_t from) {
+    const PROPINFO& row = wanted.row;
+    while (true) {
+      const ListLayout::Spot spot = next(wanted, lists_.layout(k), from);
+      if (isDynamic(row)) collectPairs(k, from, spot.place, wanted.pairs);
+      if (spot.place == ListLayout::none) return false;
+      from = spot.place + 1;
+      if (lists_.isEditable(k, spot) != row.isEditable) continue;
+      if (row.isVaries) return true;
+      bool found = false;
+      if (compareAt(wanted, k, spot, found)) return found;
     }
   }
 

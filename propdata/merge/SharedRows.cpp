@@ -1,12 +1,14 @@
 #include "propdata/merge/SharedRows.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace velt::propdata {
 
-SharedRows::SharedRows(const TqVector<PROPINFO>& rows)
+SharedRows::SharedRows(const TqVector<PROPINFO>& rows, QueryMemory& memory)
     : list_(rows),
       rows_(std::as_const(list_).begin(), list_.length()),
+      memory_(memory),
       editable_(rows_.size() / 64 + 1),
       columns_(rows_.size()) {
   for (std::uint32_t place = 0; place < rows_.size(); ++place) {
@@ -16,16 +18,18 @@ SharedRows::SharedRows(const TqVector<PROPINFO>& rows)
 }
 
 void SharedRows::makeRoomForStates(Column& column) const {
-  column.states = std::make_unique<std::uint8_t[]>(members_);
+  auto* const states = memory_.arrayOf<std::uint8_t>(members_);
+  std::fill_n(states, members_, std::uint8_t{0});
+  column.states = states;
 }
 
 void SharedRows::makeRoomForValues(Column& column) const {
-  column.values = std::make_unique_for_overwrite<VARIANT[]>(members_);
+  column.values = memory_.arrayOf<VARIANT>(members_);
 }
 
 void SharedRows::setElements(Member member, std::uint32_t place, VARIANT* elements) {
   Column& column = columns_[place];
-  if (column.elements == nullptr) column.elements = std::make_unique_for_overwrite<VARIANT*[]>(members_);
+  if (column.elements == nullptr) column.elements = memory_.arrayOf<VARIANT*>(members_);
   column.elements[member] = elements;
 }
 

@@ -8,12 +8,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <vector>
 
 #include "propdata/VeltPropData.h"
 #include "propdata/merge/ListLayout.h"
+#include "propdata/merge/QueryMemory.h"
 
 namespace velt::propdata {
 
@@ -22,8 +22,9 @@ class SharedRows {
   // Numbers the entities of one class, from 0.
   using Member = std::uint32_t;
 
-  // Shares the block of the list, which therefore stays as it is, whatever becomes of the list.
-  explicit SharedRows(const TqVector<PROPINFO>& rows);
+  // Shares the block of the list, which therefore stays as it is, whatever becomes of the list. The memory has to outlive
+  // the rows.
+  SharedRows(const TqVector<PROPINFO>& rows, QueryMemory& memory);
 
   // Whether this list has the rows in the same block.
   bool are(const TqVector<PROPINFO>& list) const { return list.begin() == rows_.data(); }
@@ -76,9 +77,9 @@ class SharedRows {
   // One row of all entities of the class. The three arrays are made when the first entity needs them, and have a place
   // for every entity; of values and elements only those places are written that are in use.
   struct Column {
-    std::unique_ptr<std::uint8_t[]> states;
-    std::unique_ptr<VARIANT[]> values;
-    std::unique_ptr<VARIANT*[]> elements;
+    std::uint8_t* states = nullptr;
+    VARIANT* values = nullptr;
+    VARIANT** elements = nullptr;
   };
 
   void makeRoomForStates(Column& column) const;
@@ -91,6 +92,7 @@ class SharedRows {
   TqVector<PROPINFO> list_;
   std::span<const PROPINFO> rows_;
   std::vector<std::uint32_t> writable_;
+  QueryMemory& memory_;
   std::vector<std::uint64_t> editable_;
   Member members_ = 0;
   std::vector<Column> columns_;

@@ -3,8 +3,10 @@
 // Cores of this folder that others call. Each does what its exported function promises, which is told in the public
 // header, and throws where the function would catch (errors/Guard.h).
 
+#include <array>
 #include <cstddef>
 #include <unordered_map>
+#include <utility>
 
 #include "propdata/VeltPropData.h"
 #include "propdata/merge/EntityLists.h"
@@ -31,11 +33,19 @@ class SelectionHarvest {
   struct Hash {
     std::size_t operator()(const Class& of) const;
   };
-  const CLSIDMemString& keyOf(const Class& of);
+  // What was needed of a class so far: to make a key takes longer than to look a list up.
+  struct Known {
+    CLSIDMemString key;
+    // Those with the list that was found last.
+    SharedRows* rows = nullptr;
+  };
+  Known& knownOf(const Class& of);
 
   EntityLists& lists_;
-  // Those that were needed so far: to make one takes longer than to look a list up.
-  std::unordered_map<Class, CLSIDMemString, Hash> keys_;
+  std::unordered_map<Class, Known, Hash> known_;
+  // By some bits of the hash, one of the classes that have them: a selection is of few classes, which follow each other in
+  // any order.
+  std::array<std::pair<const Class, Known>*, 64> recent_{};
 };
 
 // Of getTqPROPINFOCache.

@@ -144,10 +144,11 @@ bool harvest(VeltPropData* entry, TqVector<PROPINFO>& list, CStdStr<wchar_t>& er
 
 bool SelectionHarvest::add(VeltPropData* entry, CStdStr<wchar_t>& errorText) {
   if (entry == nullptr) return false;
-  const CLSIDMemString& key = keyOf({entry->clsid, hatchVariantOf(*entry)});
+  Known& known = knownOf({entry->clsid, hatchVariantOf(*entry)});
   PropertyListCache& cache = propertyListCache();
-  if (const auto hit = cache.find(key); hit != cache.end()) {
-    SharedRows& rows = lists_.sharedRows(hit->second);
+  if (const auto hit = cache.find(known.key); hit != cache.end()) {
+    if (known.rows == nullptr || !known.rows->are(hit->second)) known.rows = &lists_.sharedRows(hit->second);
+    SharedRows& rows = *known.rows;
     const std::size_t added = lists_.count();
     lists_.add(rows, *entry);
     for (const std::uint32_t place : rows.writable()) {
@@ -158,15 +159,19 @@ bool SelectionHarvest::add(VeltPropData* entry, CStdStr<wchar_t>& errorText) {
   }
   TqVector<PROPINFO> list;
   if (!walk(*entry, list, errorText)) return false;
-  cache.emplace(key, list);
+  cache.emplace(known.key, list);
   lists_.add(lists_.sharedRows(list), *entry);
   return true;
 }
 
-const CLSIDMemString& SelectionHarvest::keyOf(const Class& of) {
-  const auto known = keys_.find(of);
-  if (known != keys_.end()) return known->second;
-  return keys_.emplace(of, CLSIDMemString(of.clsid, of.hatchVariant)).first->second;
+SelectionHarvest::Known& SelectionHarvest::knownOf(const Class& of) {
+  auto*& recent = recent_[Hash()(of) >> 58];
+  if (recent == nullptr || !(recent->first == of)) {
+    auto known = known_.find(of);
+    if (known == known_.end()) known = known_.emplace(of, Known{{of.clsid, of.hatchVariant}}).first;
+    recent = &*known;
+  }
+  return recent->second;
 }
 
 std::size_t SelectionHarvest::Hash::operator()(const Class& of) const {

@@ -4,7 +4,6 @@
 // header, and throws where the function would catch (errors/Guard.h).
 
 #include "propdata/VeltPropData.h"
-#include "propdata/typeinfo/ElementReceiver.h"
 
 namespace velt::propdata {
 
@@ -21,9 +20,5 @@ PropertyKind::Code kindOfTypeName(const wchar_t* name);
 
 // Of GetVariantTypeInfo.
 bool listElements(PROPINFO& info, TqVector<PROPINFO>& out, CStdStr<wchar_t>& errorText);
-// The same calls, with the elements handed to a receiver instead of being appended as records. grouping and groupCount
-// are left alone where the object does not get as far.
-bool expandProperty(IDispatch* object, DISPID dispId, SHORT& grouping, long& groupCount,
-                    ElementReceiver& receiver, CStdStr<wchar_t>& errorText);
 
 }  // namespace velt::propdata

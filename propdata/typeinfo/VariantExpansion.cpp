@@ -1,20 +1,13 @@
 // Splitting a property into its elements.
 
 #include "errors/Guard.h"
-#include "errors/Messages.h"
-#include "holders/CountedStringsHolder.h"
-#include "holders/InterfaceHolder.h"
-#include "holders/VariantHolder.h"
-#include "host/palette/IOPMPropertyExpander.h"
 #include "propdata/VeltPropData.h"
 #include "propdata/support/Lists.h"
 #include "propdata/typeinfo/Cores.h"
+#include "propdata/typeinfo/ElementExpansion.h"
 
-using namespace velt::holders;
 using namespace velt::propdata;
-using velt::errors::failWith;
 using velt::errors::guardedFromShortage;
-namespace message = velt::errors::message;
 
 namespace {
 
@@ -25,13 +18,13 @@ bool sortsByCookie(const GUID& clsid, DWORD cookie) {
 }
 
 // Makes a record of each element, after the template.
-class RecordReceiver final : public ElementReceiver {
+class RecordReceiver {
  public:
   RecordReceiver(PROPINFO& info, TqVector<PROPINFO>& out) : info_(info), out_(out) {}
 
-  void expect(std::uint32_t count) override { reserve(out_, out_.length() + count); }
+  void expect(std::uint32_t count) { reserve(out_, out_.length() + count); }
 
-  void addHeader() override {
+  void addHeader() {
     info_.customType = PropertyKind::vertex;
     VariantInit(&info_.value);
     info_.value.vt = VT_I4;
@@ -41,12 +34,12 @@ class RecordReceiver final : public ElementReceiver {
     mustAppend(out_, info_);
   }
 
-  void beginElements() override {
+  void beginElements() {
     info_.customType = PropertyKind::none;
     info_.groupCount = 0;
   }
 
-  void addElement(const OLECHAR* label, DWORD cookie, const VARIANT& value) override {
+  void addElement(const OLECHAR* label, DWORD cookie, const VARIANT& value) {
     info_.displayName = CStdStr<wchar_t>(label);
     info_.valueType = value.vt;
     info_.isElement = true;
@@ -62,47 +55,9 @@ class RecordReceiver final : public ElementReceiver {
   TqVector<PROPINFO>& out_;
 };
 
-bool readElement(IOPMPropertyExpander& expander, DISPID dispId, DWORD cookie, const OLECHAR* label,
-                 ElementReceiver& receiver) {
-  VariantHolder value;
-  if (!handedOver(expander.GetElementValue(dispId, cookie, value.put()), value)) return false;
-  receiver.addElement(label, cookie, value.get());
-  [[maybe_unused]] const VARIANT ownedByTheReceiver = value.detach();
-  return true;
-}
-
 }  // namespace
 
 namespace velt::propdata {
-
-bool expandProperty(IDispatch* object, DISPID dispId, SHORT& grouping, long& groupCount,
-                    ElementReceiver& receiver, CStdStr<wchar_t>& errorText) {
-  InterfaceHolder<IOPMPropertyExpander> expander;
-  if (FAILED(query(object, IID_IOPMPropertyExpander, expander)))
-    return failWith(errorText, message::noExpander);
-  CountedStringsHolder elements;
-  if (!handedOver(expander->GetElementStrings(dispId, elements.putStrings(), elements.putCookies()),
-                  elements)) {
-    return failWith(errorText, message::elementStrings);
-  }
-  // QUIRK(grouping_results_unexamined): neither this result nor that of the count is looked at: expanders without
-  // groups refuse both calls.
-  SHORT answer = 0;
-  [[maybe_unused]] const HRESULT grouped = expander->GetElementGrouping(dispId, &answer);
-  grouping = answer;
-  receiver.expect((grouping != 0 ? 1 : 0) + elements.cookieCount());
-  if (grouping != 0) {
-    [[maybe_unused]] const HRESULT counted = expander->GetGroupCount(dispId, &groupCount);
-    receiver.addHeader();
-  }
-  receiver.beginElements();
-  for (ULONG i = 0; i < elements.cookieCount(); ++i) {
-    if (!readElement(*expander.get(), dispId, elements.cookie(i), elements.string(i), receiver))
-      return failWith(errorText, message::elementValue);
-  }
-  expander.reset();
-  return true;
-}
 
 bool listElements(PROPINFO& info, TqVector<PROPINFO>& out, CStdStr<wchar_t>& errorText) {
   RecordReceiver receiver(info, out);

@@ -4,7 +4,6 @@
 // header, and throws where the function would catch (errors/Guard.h).
 
 #include "propdata/VeltPropData.h"
-#include "propdata/typing/ValueReceiver.h"
 
 namespace velt::propdata {
 
@@ -19,8 +18,5 @@ void setWeight(const GUID& clsid, PROPINFO& prop);
 
 // Of getPropValue.
 void readValue(PROPINFO& prop, TqVector<PROPINFO>& elements);
-// The same calls in the same order, for the property of an object of which nothing but the value is kept, or the
-// elements. The row is only looked at.
-void readValueOnly(const PROPINFO& prop, IDispatch* object, ValueReceiver& receiver);
 
 }  // namespace velt::propdata

@@ -57,15 +57,18 @@ inline bool isKindOpen(const PROPINFO& prop) {
   return prop.customType == PropertyKind::none || prop.customType == PropertyKind::unknownType;
 }
 
-// As readValueOnly, for a property that never breaks up. `makeValue` makes the place for the value, once the weight was
-// asked for.
+// Reads the property of an object of which nothing but the value is kept. The row is only looked at. `makeValue` makes the
+// place to fetch into, with what it is to hold before, once the weight was asked for.
 template <class MakeValue>
-void readPlainValueOnly(const PROPINFO& prop, IDispatch* object, MakeValue&& makeValue) {
-  std::int32_t unusedWeight = 0;
-  askForWeight(object, asVariant(prop.dispId), unusedWeight);
+void fetchValueOnly(const PROPINFO& prop, IDispatch* object, MakeValue&& makeValue) {
   VARIANT& value = makeValue();
   fetchValue(object, prop.dispId, prop.valueType, value);
   if (isKindOpen(prop)) askForKind(prop.dispId, value);
+}
+
+inline void askForWeightOnly(const PROPINFO& prop, IDispatch* object) {
+  std::int32_t unusedWeight = 0;
+  askForWeight(object, asVariant(prop.dispId), unusedWeight);
 }
 
 }  // namespace velt::propdata

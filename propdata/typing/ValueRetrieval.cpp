@@ -54,20 +54,6 @@ void readValue(PROPINFO& prop, TqVector<PROPINFO>& elements) {
   prop.hasValue = true;
 }
 
-void readValueOnly(const PROPINFO& prop, IDispatch* object, ValueReceiver& receiver) {
-  const auto makeValue = [&]() -> VARIANT& { return receiver.value(); };
-  if (prop.valueType != VT_VARIANT) return readPlainValueOnly(prop, object, makeValue);
-  std::int32_t unusedWeight = 0;
-  askForWeight(object, asVariant(prop.dispId), unusedWeight);
-  SHORT unusedGrouping = 0;
-  long unusedCount = 0;
-  CStdStr<wchar_t> discardedMessage;
-  if (expandProperty(object, prop.dispId, unusedGrouping, unusedCount, receiver, discardedMessage)) return;
-  VARIANT& value = receiver.value();
-  fetchValue(object, prop.dispId, prop.valueType, value);
-  if (isKindOpen(prop)) askForKind(prop.dispId, value);
-}
-
 }  // namespace velt::propdata
 
 void getPropValue(PROPINFO& prop, TqVector<PROPINFO>& elements) {

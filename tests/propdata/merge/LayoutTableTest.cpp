@@ -95,6 +95,19 @@ TEST_F(LayoutTableTest, TheFirstElementsOfARowStayTheKnownOnes) {
   EXPECT_EQ(LayoutTable::known(unbroken, 1), nullptr);
 }
 
+TEST_F(LayoutTableTest, ALayoutThatIsBuiltTellsThePropertiesThatAllItsListsHave) {
+  list = toys::rows({a, b});
+  layout = &table.build({list.begin(), list.length()}, {property(a), property(b)});
+  EXPECT_EQ(property(b), layout->at(1).property);
+  EXPECT_EQ(property(a), layout->nextCandidate(name(a), property(b), 0).property)
+      << "it may break up into that";
+  EXPECT_EQ(property(b), layout->nextNamed(name(b), 0).property);
+
+  breakUp(0, {L"X", L"Y"});
+  EXPECT_EQ(property(b), layout->at(1).property);
+  EXPECT_EQ(property(list[3]), layout->at(3).property);
+}
+
 TEST_F(LayoutTableTest, ALayoutThatIsBuiltIsSharedWithNoList) {
   list = rows({a, b});
   const TqVector<PROPINFO>& asRows = list;

@@ -13,8 +13,9 @@ using toys::Row;
 using toys::rows;
 
 TEST(SharedRows, KnowTheBlockThatTheyShare) {
+  QueryMemory memory;
   TqVector<PROPINFO> list = rows({Row(L"A")});
-  const SharedRows shared(list);
+  const SharedRows shared(list, memory);
 
   EXPECT_TRUE(shared.are(list));
   EXPECT_FALSE(shared.are(rows({Row(L"A")})));
@@ -24,18 +25,20 @@ TEST(SharedRows, KnowTheBlockThatTheyShare) {
 }
 
 TEST(SharedRows, TellWhichRowsAreAskedWhetherTheyMayBeEdited) {
-  const SharedRows shared(rows({Row(L"A"), Row(L"B").readOnly(), Row(L"C")}));
+  QueryMemory memory;
+  const SharedRows shared(rows({Row(L"A"), Row(L"B").readOnly(), Row(L"C")}), memory);
 
   EXPECT_EQ(std::vector<std::uint32_t>(shared.writable().begin(), shared.writable().end()),
             (std::vector<std::uint32_t>{0, 2}));
 }
 
 TEST(SharedRows, TellWhichRowsAreEditableABitForEach) {
+  QueryMemory memory;
   for (const std::uint32_t length : {0U, 1U, 63U, 64U, 65U, 130U}) {
     TqVector<PROPINFO> list;
     for (std::uint32_t place = 0; place < length; ++place)
       list.append(Row(L"A").editable(place % 3 == 0));
-    const SharedRows shared(list);
+    const SharedRows shared(list, memory);
     ASSERT_LT(length / 64, shared.editable().size());
     for (std::uint32_t place = 0; place < length; ++place)
       EXPECT_EQ(shared.editable()[place / 64] >> place % 64 & 1, place % 3 == 0 ? 1U : 0U) << place;
@@ -43,7 +46,9 @@ TEST(SharedRows, TellWhichRowsAreEditableABitForEach) {
 }
 
 TEST(SharedRows, ARowHoldsWhatTheSharedOneHoldsUntilItHasAValueOfItsOwn) {
-  SharedRows shared(rows({Row(L"A").value(toys::i4(7)).declared(VT_I4), Row(L"B").value(toys::i4(8))}));
+  QueryMemory memory;
+  SharedRows shared(rows({Row(L"A").value(toys::i4(7)).declared(VT_I4), Row(L"B").value(toys::i4(8))}),
+                    memory);
   const SharedRows::Member first = shared.add();
   const SharedRows::Member second = shared.add();
   EXPECT_FALSE(shared.isRead(first, 0));
@@ -62,7 +67,8 @@ TEST(SharedRows, ARowHoldsWhatTheSharedOneHoldsUntilItHasAValueOfItsOwn) {
 }
 
 TEST(SharedRows, ARowMayCountAsReadWithoutAValueOfItsOwn) {
-  SharedRows shared(rows({Row(L"A").value(toys::i4(7)).declared(VT_VARIANT)}));
+  QueryMemory memory;
+  SharedRows shared(rows({Row(L"A").value(toys::i4(7)).declared(VT_VARIANT)}), memory);
   const SharedRows::Member member = shared.add();
   VARIANT elements[2] = {toys::i4(1), toys::i4(2)};
   shared.makeRoomForState(0);
