@@ -77,7 +77,10 @@ inline void deallocate(void* block, std::size_t bytes) noexcept {
 }
 // Does nothing for null.
 inline void deallocate(void* block) noexcept {
-  if (block != nullptr) deallocate(block, malloc_usable_size(block));
+  if (block == nullptr) return;
+  SmallBlocks* const kept = allocation::smallBlocks;
+  const SmallBlocks::Kind kind = SmallBlocks::kindOf(malloc_usable_size(block));
+  if (kept == nullptr || !kept->keepAtOnce(block, kind)) allocation::deallocateFirst(block, kind);
 }
 
 // Makes allocations fail while it lives. Only one has an effect at a time: a second one replaces the first for good.

@@ -37,6 +37,9 @@ class SmallBlocks {
     return (bytes + step - beside - 1) / step;
   }
 
+  // Of a block that holds so many bytes, at least 24; kindFor() is that of one that was allocated for so many.
+  [[nodiscard]] static constexpr Kind kindOf(std::size_t held) noexcept { return (held - beside) / step; }
+
   // How many bytes a block of the C heap holds that was asked for so many, or more.
   [[nodiscard]] static constexpr std::size_t sizeFor(std::size_t bytes) noexcept {
     return bytes <= smallest ? smallest : kindFor(bytes) * step + beside;
@@ -58,7 +61,7 @@ class SmallBlocks {
   // Keeps a block of the C heap that holds so many bytes. False when it is to go back to the heap. A block that is kept
   // already was given back twice: like the heap itself, that ends the process, rather than two owners sharing it.
   [[nodiscard]] bool keep(void* memory, std::size_t bytes) noexcept {
-    return bytes >= smallest && keepOf(memory, (bytes - beside) / step);
+    return bytes >= smallest && keepOf(memory, kindOf(bytes));
   }
   [[nodiscard]] bool keepOf(void* memory, Kind kind) noexcept {
     if (kind >= stacks_.size()) return false;

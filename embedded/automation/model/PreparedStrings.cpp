@@ -32,7 +32,9 @@ void PreparedStrings::add(std::wstring_view text) {
 }
 
 HRESULT PreparedStrings::give(std::size_t times, CALPOLESTR& strings, CADWORD& cookies) const {
-  return times == 1 && giveAtOnce(strings, cookies) ? S_OK : giveOneByOne(times, strings, cookies);
+  SmallBlocks* const kept = platform::blocksAtOnce();
+  if (times == 1 && kept != nullptr && giveAtOnce(*kept, strings, cookies)) return S_OK;
+  return giveOneByOne(times, strings, cookies);
 }
 
 HRESULT PreparedStrings::giveOneByOne(std::size_t times, CALPOLESTR& strings, CADWORD& cookies) const {
@@ -44,29 +46,27 @@ HRESULT PreparedStrings::giveOneByOne(std::size_t times, CALPOLESTR& strings, CA
   return list.giveTo(strings, cookies);
 }
 
-bool PreparedStrings::giveAtOnce(CALPOLESTR& strings, CADWORD& cookies) const noexcept {
-  SmallBlocks* const kept = platform::blocksAtOnce();
-  if (kept == nullptr) return false;
+bool PreparedStrings::giveAtOnce(SmallBlocks& kept, CALPOLESTR& strings, CADWORD& cookies) const noexcept {
   const std::size_t count = images_.size();
   const SmallBlocks::Kind stringsKind = com::taskMemoryKind(count * sizeof(LPOLESTR));
   const SmallBlocks::Kind cookiesKind = com::taskMemoryKind(count * sizeof(DWORD));
-  void* const stringsBlock = kept->takeOf(stringsKind);
+  void* const stringsBlock = kept.takeOf(stringsKind);
   if (stringsBlock == nullptr) return false;
-  void* const cookiesBlock = kept->takeOf(cookiesKind);
+  void* const cookiesBlock = kept.takeOf(cookiesKind);
   if (cookiesBlock == nullptr) {
-    (void)kept->keepOf(stringsBlock, stringsKind);
+    (void)kept.keepOf(stringsBlock, stringsKind);
     return false;
   }
   auto* const madeStrings = static_cast<LPOLESTR*>(com::asTaskMemory(stringsBlock, count * sizeof(LPOLESTR)));
   auto* const madeCookies = static_cast<DWORD*>(com::asTaskMemory(cookiesBlock, count * sizeof(DWORD)));
   for (std::size_t i = 0; i < count; ++i) {
     const Image& image = images_[i];
-    void* const block = kept->takeOf(image.kind);
+    void* const block = kept.takeOf(image.kind);
     if (block == nullptr) [[unlikely]] {
       while (i-- > 0)
-        (void)kept->keepOf(com::prefixOf(madeStrings[i]), images_[i].kind);
-      (void)kept->keepOf(cookiesBlock, cookiesKind);
-      (void)kept->keepOf(stringsBlock, stringsKind);
+        (void)kept.keepOf(com::prefixOf(madeStrings[i]), images_[i].kind);
+      (void)kept.keepOf(cookiesBlock, cookiesKind);
+      (void)kept.keepOf(stringsBlock, stringsKind);
       return false;
     }
     const Word* from = image.words.get();

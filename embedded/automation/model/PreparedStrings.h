@@ -28,6 +28,9 @@ class PreparedStrings {
   // strings and both arrays as task memory. E_OUTOFMEMORY, and the arguments stay as they are, without memory.
   HRESULT give(std::size_t times, CALPOLESTR& strings, CADWORD& cookies) const;
 
+  // All texts once, from these blocks. False, and nothing has happened, when they are not enough.
+  bool giveAtOnce(platform::SmallBlocks& kept, CALPOLESTR& strings, CADWORD& cookies) const noexcept;
+
  private:
   using Word = std::uint64_t;
 
@@ -41,9 +44,6 @@ class PreparedStrings {
 
     [[nodiscard]] std::wstring_view text() const noexcept;
   };
-
-  // All texts once, from blocks that the thread has at hand. False, and nothing has happened, when it has not enough.
-  bool giveAtOnce(CALPOLESTR& strings, CADWORD& cookies) const noexcept;
 
   HRESULT giveOneByOne(std::size_t times, CALPOLESTR& strings, CADWORD& cookies) const;
 

@@ -90,6 +90,21 @@ TEST(SmallBlocksDeathTest, EndTheProcessWhenABlockIsGivenBackTwice) {
   EXPECT_DEATH((void)blocks.keep(block, 24), "");
 }
 
+TEST(SmallBlocks, KeepAtOnceWhatDoesNotLookAsIfItWereKept) {
+  SmallBlocks blocks;
+  const SmallBlocks::Kind kind = SmallBlocks::kindFor(24);
+  void* block = std::malloc(24);
+  EXPECT_TRUE(blocks.keepAtOnce(block, kind));
+  EXPECT_FALSE(blocks.keepAtOnce(block, kind)) << "it is kept already";
+  EXPECT_EQ(block, blocks.takeOf(kind));
+  EXPECT_EQ(nullptr, blocks.takeOf(kind));
+  // The same bytes as in a kept one.
+  static_cast<const void**>(block)[1] = &blocks;
+  EXPECT_FALSE(blocks.keepAtOnce(block, kind));
+  EXPECT_TRUE(blocks.keepOf(block, kind));
+  EXPECT_FALSE(blocks.keepAtOnce(block, SmallBlocks::kindFor(SmallBlocks::largest + 1)));
+}
+
 TEST(SmallBlocks, AreNotMisledByWhatABlockHolds) {
   SmallBlocks blocks;
   void* block = std::malloc(24);

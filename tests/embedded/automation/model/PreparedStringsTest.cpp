@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,7 @@ namespace {
 using platform::AllocationFault;
 using platform::Heap;
 using platform::Ledger;
+using platform::SmallBlocks;
 using Texts = std::vector<std::wstring>;
 
 PreparedStrings prepared(const Texts& texts) {
@@ -64,6 +66,52 @@ TEST(PreparedStrings, AreRepeatedForEachGroup) {
   EXPECT_EQ((Texts{L"A", L"B", L"A", L"B", L"A", L"B"}), given(prepared({L"A", L"B"}), 3));
   EXPECT_EQ(Texts(), given(prepared({L"A", L"B"}), 0));
   EXPECT_EQ(Texts(), given(PreparedStrings(), 1));
+}
+
+TEST(PreparedStrings, AreGivenAtOnceFromBlocksAtHand) {
+  const PreparedStrings strings = prepared({L"Normal X", L"", L"A longer text, Y"});
+  const Ledger::Snapshot before = Ledger::snapshot();
+  SmallBlocks kept;
+  for (int i = 0; i < 5; ++i) {
+    for (std::size_t bytes = 24; bytes <= SmallBlocks::largest; bytes += 16)
+      ASSERT_TRUE(kept.keep(std::malloc(bytes), bytes));
+  }
+  {
+    holders::CountedStringsHolder list;
+    ASSERT_TRUE(strings.giveAtOnce(kept, *list.putStrings(), *list.putCookies()));
+    ASSERT_EQ(3U, list.stringCount());
+    ASSERT_EQ(3U, list.cookieCount());
+    for (ULONG i = 0; i < 3; ++i) {
+      EXPECT_EQ(strings.text(i), list.string(i));
+      EXPECT_EQ(strings.text(i).size(), SysStringLen(const_cast<BSTR>(list.string(i))));
+      EXPECT_EQ(i, list.cookie(i));
+    }
+    EXPECT_EQ("BSTR +3\ntask memory +2", Ledger::print(Ledger::difference(before, Ledger::snapshot())));
+  }
+  EXPECT_EQ("balanced", Ledger::print(Ledger::difference(before, Ledger::snapshot())));
+}
+
+TEST(PreparedStrings, ThatHaveNotEnoughBlocksLeaveThemAllWhereTheyAre) {
+  const PreparedStrings strings = prepared({L"Start X", L"Start Y", L"Start Z"});
+  const Ledger::Snapshot before = Ledger::snapshot();
+  // All five need blocks of 40 bytes.
+  for (std::size_t atHand = 0; atHand < 5; ++atHand) {
+    SmallBlocks kept;
+    for (std::size_t i = 0; i < atHand; ++i)
+      ASSERT_TRUE(kept.keep(std::malloc(40), 40));
+    CALPOLESTR texts{7, nullptr};
+    CADWORD cookies{8, nullptr};
+    EXPECT_FALSE(strings.giveAtOnce(kept, texts, cookies));
+    EXPECT_EQ(7U, texts.cElems);
+    EXPECT_EQ(8U, cookies.cElems);
+    for (std::size_t i = 0; i < atHand; ++i) {
+      void* block = kept.take(40);
+      EXPECT_NE(nullptr, block) << i << " of " << atHand;
+      std::free(block);
+    }
+    EXPECT_EQ(nullptr, kept.take(40));
+  }
+  EXPECT_EQ("balanced", Ledger::print(Ledger::difference(before, Ledger::snapshot())));
 }
 
 TEST(PreparedStrings, WithoutMemoryNothingIsGivenAndNothingLost) {
