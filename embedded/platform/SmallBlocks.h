@@ -18,10 +18,11 @@ class SmallBlocks {
  public:
   // Larger blocks are never kept.
   static constexpr std::size_t largest = 136;
-  // Of each size; all others go back to the heap, so that a thread keeps half a megabyte at most.
-  static constexpr std::uint32_t keptOfEach = 1024;
 
-  constexpr SmallBlocks() = default;
+  SmallBlocks() noexcept {
+    for (Kind kind = 0; kind <= kindFor(56); ++kind)
+      stacks_[kind].makeRoomForMany();
+  }
   SmallBlocks(const SmallBlocks&) = delete;
   SmallBlocks& operator=(const SmallBlocks&) = delete;
   ~SmallBlocks() {
@@ -36,6 +37,11 @@ class SmallBlocks {
   [[nodiscard]] static constexpr Kind kindFor(std::size_t bytes) noexcept {
     return (bytes + step - beside - 1) / step;
   }
+
+  // Of each size, and of the sizes up to 56 bytes: the texts of ten thousand entities are short ones. All others go back to
+  // the heap, so that a thread keeps six megabytes at most.
+  static constexpr std::uint32_t fewOfEach = 4'096;
+  static constexpr std::uint32_t manyOfEach = 32'768;
 
   // Of a block that holds so many bytes, at least 24; kindFor() is that of one that was allocated for so many.
   [[nodiscard]] static constexpr Kind kindOf(std::size_t held) noexcept { return (held - beside) / step; }
@@ -102,16 +108,16 @@ class SmallBlocks {
       Block* const block = top_;
       if (block == nullptr) return nullptr;
       top_ = block->next;
-      --count_;
+      ++room_;
       block->keeper = nullptr;
       return block;
     }
     // False when it is full.
     bool push(Block* block) noexcept {
-      if (count_ == keptOfEach) return false;
+      if (room_ == 0) return false;
       block->next = top_;
       top_ = block;
-      ++count_;
+      --room_;
       return true;
     }
     [[nodiscard]] bool has(const Block* wanted) const noexcept {
@@ -121,9 +127,11 @@ class SmallBlocks {
       return block != nullptr;
     }
 
+    void makeRoomForMany() noexcept { room_ = manyOfEach; }
+
    private:
     Block* top_ = nullptr;
-    std::uint32_t count_ = 0;
+    std::uint32_t room_ = fewOfEach;
   };
 
   // By kind.
