@@ -18,11 +18,11 @@ class SmallBlocks {
  public:
   // Larger blocks are never kept.
   static constexpr std::size_t largest = 136;
+  // Of each size; all others go back to the heap, so that a thread keeps little more than a megabyte. Many more would lie
+  // about in memory in the order in which they came back, which takes longer than asking the heap.
+  static constexpr std::uint32_t keptOfEach = 2048;
 
-  SmallBlocks() noexcept {
-    for (Kind kind = 0; kind <= kindFor(56); ++kind)
-      stacks_[kind].makeRoomForMany();
-  }
+  constexpr SmallBlocks() = default;
   SmallBlocks(const SmallBlocks&) = delete;
   SmallBlocks& operator=(const SmallBlocks&) = delete;
   ~SmallBlocks() {
@@ -37,11 +37,6 @@ class SmallBlocks {
   [[nodiscard]] static constexpr Kind kindFor(std::size_t bytes) noexcept {
     return (bytes + step - beside - 1) / step;
   }
-
-  // Of each size, and of the sizes up to 56 bytes: the texts of ten thousand entities are short ones. All others go back to
-  // the heap, so that a thread keeps six megabytes at most.
-  static constexpr std::uint32_t fewOfEach = 4'096;
-  static constexpr std::uint32_t manyOfEach = 32'768;
 
   // Of a block that holds so many bytes, at least 24; kindFor() is that of one that was allocated for so many.
   [[nodiscard]] static constexpr Kind kindOf(std::size_t held) noexcept { return (held - beside) / step; }
@@ -108,16 +103,16 @@ class SmallBlocks {
       Block* const block = top_;
       if (block == nullptr) return nullptr;
       top_ = block->next;
-      ++room_;
+      --count_;
       block->keeper = nullptr;
       return block;
     }
     // False when it is full.
     bool push(Block* block) noexcept {
-      if (room_ == 0) return false;
+      if (count_ == keptOfEach) return false;
       block->next = top_;
       top_ = block;
-      --room_;
+      ++count_;
       return true;
     }
     [[nodiscard]] bool has(const Block* wanted) const noexcept {
@@ -127,11 +122,9 @@ class SmallBlocks {
       return block != nullptr;
     }
 
-    void makeRoomForMany() noexcept { room_ = manyOfEach; }
-
    private:
     Block* top_ = nullptr;
-    std::uint32_t room_ = fewOfEach;
+    std::uint32_t count_ = 0;
   };
 
   // By kind.

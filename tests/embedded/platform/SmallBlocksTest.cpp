@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdlib>
-#include <utility>
 #include <vector>
 
 namespace velt::platform {
@@ -75,17 +74,11 @@ TEST(SmallBlocks, KeepNoLargeOnesAndNotTooMany) {
   void* large = std::malloc(SmallBlocks::largest + 16);
   EXPECT_FALSE(blocks.keep(large, SmallBlocks::largest + 16));
   std::free(large);
-  const std::pair<std::size_t, std::uint32_t> most[] = {{24, SmallBlocks::manyOfEach},
-                                                        {56, SmallBlocks::manyOfEach},
-                                                        {72, SmallBlocks::fewOfEach},
-                                                        {136, SmallBlocks::fewOfEach}};
-  for (const auto& [bytes, count] : most) {
-    for (std::uint32_t i = 0; i < count; ++i)
-      ASSERT_TRUE(blocks.keep(std::malloc(bytes), bytes));
-    void* tooMany = std::malloc(bytes);
-    EXPECT_FALSE(blocks.keep(tooMany, bytes));
-    std::free(tooMany);
-  }
+  for (std::uint32_t i = 0; i < SmallBlocks::keptOfEach; ++i)
+    ASSERT_TRUE(blocks.keep(std::malloc(24), 24));
+  void* tooMany = std::malloc(24);
+  EXPECT_FALSE(blocks.keep(tooMany, 24));
+  std::free(tooMany);
 }
 
 TEST(SmallBlocksDeathTest, EndTheProcessWhenABlockIsGivenBackTwice) {
