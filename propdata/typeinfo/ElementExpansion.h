@@ -13,6 +13,16 @@
 
 namespace velt::propdata {
 
+template <class Receiver>
+bool readElement(IOPMPropertyExpander& expander, DISPID dispId, DWORD cookie, const OLECHAR* label,
+                 Receiver& receiver) {
+  holders::VariantHolder value;
+  if (!holders::handedOver(expander.GetElementValue(dispId, cookie, value.put()), value)) return false;
+  receiver.addElement(label, cookie, value.get());
+  [[maybe_unused]] const VARIANT ownedByTheReceiver = value.detach();
+  return true;
+}
+
 // Hands the elements to the receiver, which takes them by these functions, called in this order; whatever one of them
 // throws ends the expansion:
 //
@@ -50,12 +60,8 @@ bool expandProperty(IDispatch* object, DISPID dispId, SHORT& grouping, long& gro
   }
   receiver.beginElements();
   for (ULONG i = 0; i < count; ++i) {
-    const DWORD cookie = elements.cookie(i);
-    VariantHolder value;
-    if (!handedOver(expander->GetElementValue(dispId, cookie, value.put()), value))
+    if (!readElement(*expander.get(), dispId, elements.cookie(i), elements.string(i), receiver))
       return errors::failWith(errorText, message::elementValue);
-    receiver.addElement(elements.string(i), cookie, value.get());
-    [[maybe_unused]] const VARIANT ownedByTheReceiver = value.detach();
   }
   expander.reset();
   return true;
