@@ -11,10 +11,11 @@ using velt::com::StringPrefix;
 
 namespace {
 
-// Not inline, so that SysFreeString itself calls nothing.
+// Not inline, so that SysFreeString itself calls nothing. The prefix of a string that was freed before tells nothing of its
+// size, so that the heap is asked: a second free is recognised among blocks of the same size.
 [[gnu::noinline]] void freeThoroughly(StringPrefix* prefix) {
   velt::platform::bstrAccount.giveBack();
-  velt::platform::deallocate(prefix, velt::com::stringBlockFor(*prefix));
+  velt::platform::deallocate(prefix);
 }
 
 }  // namespace

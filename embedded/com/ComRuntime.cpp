@@ -15,10 +15,11 @@ constinit thread_local int initializations = 0;
 constinit std::atomic<LANGID> userLanguage{englishUnitedStates};
 constinit std::atomic<LCID> userLocale{englishUnitedStates};
 
-// Not inline, so that CoTaskMemFree itself calls nothing.
+// Not inline, so that CoTaskMemFree itself calls nothing. The prefix of memory that was freed before tells nothing of its
+// size, so that the heap is asked: a second free is recognised among blocks of the same size.
 [[gnu::noinline]] void freeThoroughly(TaskMemoryPrefix* prefix) {
   velt::platform::taskMemoryAccount.giveBack();
-  velt::platform::deallocate(prefix, prefix->bytes);
+  velt::platform::deallocate(prefix);
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 
 #include <cstdlib>
 #include <limits>
-#include <memory>
-#include <new>
 
 namespace velt::platform {
 
@@ -50,11 +48,10 @@ constexpr bool keepsSmallBlocks = false;
 // Has no destructor, so that it can still be read after the thread's KeptBlocks.
 constinit thread_local bool areBlocksGone = false;
 
-// They are not among the thread's own variables, of which a library that is loaded late may have few.
 struct KeptBlocks {
-  std::unique_ptr<SmallBlocks> blocks{new (std::nothrow) SmallBlocks};
+  SmallBlocks blocks;
 
-  KeptBlocks() { smallBlocks = blocks.get(); }
+  KeptBlocks() { smallBlocks = &blocks; }
   KeptBlocks(const KeptBlocks&) = delete;
   KeptBlocks& operator=(const KeptBlocks&) = delete;
   ~KeptBlocks() {
@@ -67,7 +64,7 @@ struct KeptBlocks {
 bool begunToKeep() {
   if (!keepsSmallBlocks || areBlocksGone) return false;
   static thread_local const KeptBlocks kept;
-  return smallBlocks != nullptr;
+  return true;
 }
 
 }  // namespace

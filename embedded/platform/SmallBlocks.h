@@ -48,7 +48,7 @@ class SmallBlocks {
 
   // A block of at least so many bytes, not cleared; null when none is kept.
   [[nodiscard]] void* take(std::size_t bytes) noexcept {
-    // Before anything is added to it.
+    // A size near the largest number would wrap around when it is rounded up.
     return bytes <= largest ? takeOf(kindFor(bytes)) : nullptr;
   }
   [[nodiscard]] void* takeOf(Kind kind) noexcept {

@@ -116,35 +116,39 @@ class Merge {
     return true;
   }
 
+  // What the search in a list comes to where it stops.
+  enum class Stop : std::uint8_t { Found, Missing, GoOn };
+
   // Nearly always the search ends where it begins, which is the same place in all lists with one layout.
   bool isInList(Wanted& wanted, std::size_t k) {
-    const PROPINFO& row = wanted.row;
     const ListLayout::Spot first = start(wanted, lists_.layout(k));
-    if (isDynamic(row)) collectPairs(k, 0, first.place, wanted.pairs);
-    if (first.place == ListLayout::none) return false;
-    if (lists_.isEditable(k, first) == row.isEditable) {
-      // QUIRK(varying_rows_need_only_their_key): a row that already varies only has to be there, and is not read;
-      // large selections are shown at once because of it.
-      if (row.isVaries) return true;
-      bool found = false;
-      if (compareAt(wanted, k, first, found)) return found;
-    }
-    return isInRest(wanted, k, first.place + 1);
+    const Stop stop = stopAt(wanted, k, 0, first);
+    return stop == Stop::GoOn ? isInRest(wanted, k, first.place + 1) : stop == Stop::Found;
   }
 
   // The same from a place on.
   [[gnu::noinline]] bool isInRest(Wanted& wanted, std::size_t k, std::uint32_t from) {
-    const PROPINFO& row = wanted.row;
     while (true) {
       const ListLayout::Spot spot = next(wanted, lists_.layout(k), from);
-      if (isDynamic(row)) collectPairs(k, from, spot.place, wanted.pairs);
-      if (spot.place == ListLayout::none) return false;
+      const Stop stop = stopAt(wanted, k, from, spot);
+      if (stop != Stop::GoOn) return stop == Stop::Found;
       from = spot.place + 1;
-      if (lists_.isEditable(k, spot) != row.isEditable) continue;
-      if (row.isVaries) return true;
-      bool found = false;
-      if (compareAt(wanted, k, spot, found)) return found;
     }
+  }
+
+  // The scan has passed the places from `from` on.
+  [[gnu::always_inline]] inline Stop stopAt(Wanted& wanted, std::size_t k, std::uint32_t from,
+                                            const ListLayout::Spot& spot) {
+    const PROPINFO& row = wanted.row;
+    if (isDynamic(row)) collectPairs(k, from, spot.place, wanted.pairs);
+    if (spot.place == ListLayout::none) return Stop::Missing;
+    if (lists_.isEditable(k, spot) != row.isEditable) return Stop::GoOn;
+    // QUIRK(varying_rows_need_only_their_key): a row that already varies only has to be there, and is not read;
+    // large selections are shown at once because of it.
+    if (row.isVaries) return Stop::Found;
+    bool found = false;
+    if (!compareAt(wanted, k, spot, found)) return Stop::GoOn;
+    return found ? Stop::Found : Stop::Missing;
   }
 
   static ListLayout::Spot next(const Wanted& wanted, const ListLayout& layout, std::uint32_t from) {

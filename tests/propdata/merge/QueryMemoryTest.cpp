@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "tests/support/AllocationSpy.h"
 
@@ -37,24 +39,28 @@ TEST(QueryMemory, TheNextQueryHasTheSameBlock) {
 }
 
 TEST(QueryMemory, TwoQueriesAtATimeHaveBlocksOfTheirOwn) {
-  std::optional<QueryMemory> outer(std::in_place);
-  auto* const ofOuter = outer->arrayOf<int>(1);
+  QueryMemory outer;
+  auto* const ofOuter = outer.arrayOf<int>(1);
   *ofOuter = 7;
   {
     QueryMemory inner;
-    *inner.arrayOf<int>(1) = 8;
+    auto* const ofInner = inner.arrayOf<int>(1);
+    *ofInner = 8;
+    EXPECT_NE(ofOuter, ofInner);
   }
   EXPECT_EQ(7, *ofOuter);
-  outer.reset();
-  QueryMemory next;
-  *next.arrayOf<int>(1) = 9;
 }
 
 // More than the block that is kept, in small pieces.
 TEST(QueryMemory, GoesOnWhenTheBlockIsUsedUp) {
   QueryMemory memory;
-  for (std::size_t taken = 0; taken < 3 * QueryMemory::kept; taken += 1000)
-    memory.arrayOf<std::uint8_t>(1000)[999] = 1;
+  std::vector<std::uint32_t*> pieces;
+  for (std::uint32_t i = 0; i < 3 * QueryMemory::kept / 1000; ++i) {
+    pieces.push_back(memory.arrayOf<std::uint32_t>(250));
+    std::fill_n(pieces.back(), 250, i);
+  }
+  for (std::uint32_t i = 0; i < pieces.size(); ++i)
+    ASSERT_EQ(250, std::count(pieces[i], pieces[i] + 250, i)) << i;
 }
 
 TEST(QueryMemory, GoesWithoutABlockWhereThereIsNoMemoryForIt) {

@@ -117,23 +117,20 @@ TEST(PreparedStrings, ThatHaveNotEnoughBlocksLeaveThemAllWhereTheyAre) {
 TEST(PreparedStrings, WithoutMemoryNothingIsGivenAndNothingLost) {
   const PreparedStrings strings =
       prepared({L"X", L"A text for which no small block is kept, as long as that", L"Z"});
-  // With blocks at hand and without.
-  for (int round = 0; round < 2; ++round) {
-    for (std::uint64_t n = 1; n <= 5; ++n) {
-      const Ledger::Snapshot before = Ledger::snapshot();
-      CALPOLESTR texts{7, nullptr};
-      CADWORD cookies{8, nullptr};
-      {
-        const AllocationFault fault = AllocationFault::failNth(n, Heap::Strings | Heap::TaskMemory);
-        EXPECT_EQ(E_OUTOFMEMORY, strings.give(1, texts, cookies));
-        EXPECT_EQ(1U, fault.failures());
-      }
-      EXPECT_EQ(7U, texts.cElems);
-      EXPECT_EQ(8U, cookies.cElems);
-      EXPECT_EQ("balanced", Ledger::print(Ledger::difference(before, Ledger::snapshot()))) << n;
+  for (std::uint64_t n = 1; n <= 5; ++n) {
+    const Ledger::Snapshot before = Ledger::snapshot();
+    CALPOLESTR texts{7, nullptr};
+    CADWORD cookies{8, nullptr};
+    {
+      const AllocationFault fault = AllocationFault::failNth(n, Heap::Strings | Heap::TaskMemory);
+      EXPECT_EQ(E_OUTOFMEMORY, strings.give(1, texts, cookies));
+      EXPECT_EQ(1U, fault.failures());
     }
-    EXPECT_EQ(3U, given(strings, 1).size());
+    EXPECT_EQ(7U, texts.cElems);
+    EXPECT_EQ(8U, cookies.cElems);
+    EXPECT_EQ("balanced", Ledger::print(Ledger::difference(before, Ledger::snapshot()))) << n;
   }
+  EXPECT_EQ(3U, given(strings, 1).size());
 }
 
 }  // namespace
