@@ -117,6 +117,13 @@ TEST(Bstr, IsCountedByTheLedger) {
   SysFreeString(string);
 }
 
+TEST(BstrDeathTest, AStringThatIsFreedTwiceEndsTheProcess) {
+  BSTR string = SysAllocString(L"abcdefg");
+  // Both of them there, for the test framework takes memory between.
+  EXPECT_DEATH((SysFreeString(string), SysFreeString(string)), "");
+  SysFreeString(string);
+}
+
 RC_GTEST_PROP(Bstr, GivesBackWhatWasPutIn, (const std::vector<std::uint16_t>& characters)) {
   const std::wstring text(characters.begin(), characters.end());
   BSTR string = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));

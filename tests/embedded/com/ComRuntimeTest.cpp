@@ -75,6 +75,13 @@ TEST(ComRuntime, TaskMemoryThatCannotBeHadIsNullAndNotCounted) {
   EXPECT_EQ(nullptr, CoTaskMemAlloc(1));
 }
 
+TEST(ComRuntimeDeathTest, TaskMemoryThatIsFreedTwiceEndsTheProcess) {
+  void* const block = CoTaskMemAlloc(24);
+  // Both of them there, for the test framework takes memory between.
+  EXPECT_DEATH((CoTaskMemFree(block), CoTaskMemFree(block)), "");
+  CoTaskMemFree(block);
+}
+
 TEST(ComRuntime, TheUserSpeaksAmericanEnglishUnlessSetOtherwise) {
   EXPECT_EQ(0x0409, GetUserDefaultLangID());
   EXPECT_EQ(0x0409U, GetUserDefaultLCID());
