@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QImage>
 #include <QLineEdit>
+#include <QAbstractButton>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QSettings>
