@@ -1,5 +1,7 @@
 #include "propdata/merge/EntityLists.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <utility>
 
@@ -28,6 +30,7 @@ void EntityLists::add(SharedRows& rows, const VeltPropData& entry) {
   const std::span<const std::uint64_t> editable = rows.editable();
   furtherEditable_.insert(furtherEditable_.end(), editable.begin() + 1, editable.end());
   entities_.push_back({&rows, nullptr, entry.pDispatch, objectId, editable.front(), rows.add(), further});
+  changed_ = entities_.size();
 }
 
 void EntityLists::clearValues() {
@@ -35,6 +38,7 @@ void EntityLists::clearValues() {
     const SharedRows& rows = *entity.rows;
     const auto length = static_cast<std::uint32_t>(rows.rows().size());
     for (std::uint32_t place = 0; place < length; ++place) {
+      rows.fetchAhead(entity.member, place);
       VARIANT value = rows.value(entity.member, place);
       VariantClear(&value);
     }
@@ -83,6 +87,27 @@ ListLayout& EntityLists::layoutOf(SharedRows& rows) {
     rows.layout = &table_.build(rows.rows(), std::move(properties));
   }
   return *rows.layout;
+}
+
+// Whether the search for a row finds the same in both, wherever it stops.
+bool EntityLists::areAlike(const Entity& a, const Entity& b) const {
+  if (a.layout != b.layout || a.rows != b.rows || a.editable != b.editable) return false;
+  const auto words = static_cast<std::ptrdiff_t>(a.rows->editable().size() - 1);
+  const auto furtherOfA = furtherEditable_.begin() + a.furtherEditable;
+  return std::equal(furtherOfA, furtherOfA + words, furtherEditable_.begin() + b.furtherEditable);
+}
+
+void EntityLists::noteAlikeAgain() {
+  const auto count = static_cast<std::uint32_t>(entities_.size());
+  endsOfAlike_.resize(count);
+  for (std::size_t k = changed_; k-- > 0;) {
+    static_cast<void>(layout(k));
+    const std::size_t next = k + 1;
+    endsOfAlike_[k] = next < count && areAlike(entities_[k], entities_[next])
+                          ? endsOfAlike_[next]
+                          : static_cast<std::uint32_t>(next);
+  }
+  changed_ = 0;
 }
 
 DispatchDynPropSourceNode EntityLists::pair(std::size_t k, std::uint32_t place) const {
@@ -194,7 +219,10 @@ std::uint32_t EntityLists::readExpanded(Entity& entity, std::uint32_t place, Key
   if (!expandProperty(entity.pDispatch, row.dispId, unusedGrouping, unusedCount, receiver, discardedMessage))
     fetchValueOnly(row, entity.pDispatch, [&]() -> VARIANT& { return rows.makeValue(entity.member, place); });
   rows.setRead(entity.member, place);
-  if (receiver.count() != 0) entity.layout = &receiver.layoutAfter(name);
+  if (receiver.count() != 0) {
+    entity.layout = &receiver.layoutAfter(name);
+    changed_ = std::max(changed_, static_cast<std::size_t>(&entity - entities_.data()) + 1);
+  }
   return receiver.count();
 }
 

@@ -57,6 +57,10 @@ class EntityLists {
     if (entity.layout == nullptr) entity.layout = &layoutOf(*entity.rows);
     return *entity.layout;
   }
+  void noteAlike() {
+    if (changed_ != 0) noteAlikeAgain();
+  }
+  std::size_t endOfAlike(std::size_t k) const { return endsOfAlike_[k]; }
   // An element is as editable as the row that was broken up.
   bool isEditable(std::size_t k, const ListLayout::Spot& spot) const {
     return isEditable(entities_[k], spot.row);
@@ -100,6 +104,8 @@ class EntityLists {
     return (word >> place % 64 & 1) != 0;
   }
   ListLayout& layoutOf(SharedRows& rows);
+  bool areAlike(const Entity& a, const Entity& b) const;
+  void noteAlikeAgain();
   std::uint32_t readNow(Entity& entity, std::uint32_t place, KeyNumber name);
   // Of a row that may break up.
   std::uint32_t readExpanded(Entity& entity, std::uint32_t place, KeyNumber name);
@@ -108,6 +114,10 @@ class EntityLists {
   QueryMemory memory_;
   std::pmr::vector<Entity> entities_{&memory_.resource()};
   std::vector<std::uint64_t> furtherEditable_;
+  // Of each list, where those that are alike end.
+  std::pmr::vector<std::uint32_t> endsOfAlike_{&memory_.resource()};
+  // Of how many lists, from the first on, that has to be noted again.
+  std::size_t changed_ = 0;
   GUID clsidOfFirst_{};
   std::deque<SharedRows> rows_;
   // By the first record of the block.

@@ -13,6 +13,9 @@
 //   std::uint32_t lengthOfFirst()
 //   PROPINFO rowOfFirst(place)                   a row of the first list, as it came; that list is never changed
 //   ListLayout& layout(k)                        of list k, as it is now
+//   void noteAlike()                             a search begins: notes which lists are alike now
+//   std::size_t endOfAlike(k)                    the lists from k to before this one, none of which was read since the
+//                                                search began, have one layout and rows that are editable alike
 //   bool isEditable(k, spot)                     of what its layout found there
 //   DispatchDynPropSourceNode pair(k, place)
 //   std::uint32_t read(k, place, name)           reads a row that came with the list, whose name key is given, unless
@@ -105,12 +108,12 @@ class Merge {
         row, lists_.keys().numberOf(NameKey::of(row)), lists_.keys().numberOf(PropertyKey::of(row)), {}};
     if (isDynamic(row)) wanted.pairs.emplace_back(row.pDispatch, row.pDynamicProperty);
     ++search_;
+    lists_.noteAlike();
     const std::size_t count = lists_.count();
-    for (std::size_t k = 1; k < count; ++k) {
-      const bool variedBefore = row.isVaries;
-      if (!isInList(wanted, k)) return false;
-      // From here on only the name key counts.
-      if (row.isVaries != variedBefore) ++search_;
+    for (std::size_t k = 1; k < count;) {
+      const std::size_t end = lists_.endOfAlike(k);
+      if (!isInAll(wanted, k, end)) return false;
+      k = end;
     }
     if (isDynamic(row)) row.dynSources = appendedOneByOne(std::move(wanted.pairs));
     return true;
@@ -119,10 +122,28 @@ class Merge {
   // What the search in a list comes to where it stops.
   enum class Stop : std::uint8_t { Found, Missing, GoOn };
 
-  // Nearly always the search ends where it begins, which is the same place in all lists with one layout.
-  bool isInList(Wanted& wanted, std::size_t k) {
-    const ListLayout::Spot first = start(wanted, lists_.layout(k));
-    const Stop stop = stopAt(wanted, k, 0, first);
+  // In the lists from k up to the end, which were alike when the search began: it begins in all of them at one place.
+  bool isInAll(Wanted& wanted, std::size_t k, std::size_t end) {
+    const PROPINFO& row = wanted.row;
+    while (k < end) {
+      const ListLayout::Spot first = start(wanted, lists_.layout(k));
+      const bool fits = first.place != ListLayout::none && lists_.isEditable(k, first) == row.isEditable;
+      const bool variedBefore = row.isVaries;
+      // Nothing is read then, nor noted, so what holds for one of these lists holds for all.
+      if (variedBefore && !isDynamic(row)) return isInList(wanted, k, first, fits);
+      do {
+        if (!isInList(wanted, k, first, fits)) return false;
+        ++k;
+      } while (k < end && row.isVaries == variedBefore);
+      // From here on only the name key counts.
+      if (row.isVaries != variedBefore) ++search_;
+    }
+    return true;
+  }
+
+  // Nearly always the search ends where it begins.
+  bool isInList(Wanted& wanted, std::size_t k, const ListLayout::Spot& first, bool fits) {
+    const Stop stop = stopAt(wanted, k, 0, first, fits);
     return stop == Stop::GoOn ? isInRest(wanted, k, first.place + 1) : stop == Stop::Found;
   }
 
@@ -130,19 +151,20 @@ class Merge {
   [[gnu::noinline]] bool isInRest(Wanted& wanted, std::size_t k, std::uint32_t from) {
     while (true) {
       const ListLayout::Spot spot = next(wanted, lists_.layout(k), from);
-      const Stop stop = stopAt(wanted, k, from, spot);
+      const bool fits = spot.place != ListLayout::none && lists_.isEditable(k, spot) == wanted.row.isEditable;
+      const Stop stop = stopAt(wanted, k, from, spot, fits);
       if (stop != Stop::GoOn) return stop == Stop::Found;
       from = spot.place + 1;
     }
   }
 
-  // The scan has passed the places from `from` on.
+  // The scan has passed the places from `from` on. What is found fits if it is as editable as the row that is wanted.
   [[gnu::always_inline]] inline Stop stopAt(Wanted& wanted, std::size_t k, std::uint32_t from,
-                                            const ListLayout::Spot& spot) {
+                                            const ListLayout::Spot& spot, bool fits) {
     const PROPINFO& row = wanted.row;
     if (isDynamic(row)) collectPairs(k, from, spot.place, wanted.pairs);
     if (spot.place == ListLayout::none) return Stop::Missing;
-    if (lists_.isEditable(k, spot) != row.isEditable) return Stop::GoOn;
+    if (!fits) return Stop::GoOn;
     // QUIRK(varying_rows_need_only_their_key): a row that already varies only has to be there, and is not read;
     // large selections are shown at once because of it.
     if (row.isVaries) return Stop::Found;

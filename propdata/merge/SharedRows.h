@@ -64,6 +64,18 @@ class SharedRows {
     return has(member, place, valued) ? columns_[place].values[member] : rows_[place].value;
   }
 
+  // Fetches what value() needs of an entity some places further on. Whoever goes through the values entity by entity reads
+  // in more places by turns than the processor expects. Inline wherever it is called: compilers take a function that does
+  // nothing else for one without effect.
+  [[gnu::always_inline]] void fetchAhead(Member member, std::uint32_t place) const {
+    const Column& column = columns_[place];
+    if (column.states == nullptr) return;
+    const Member soon = member + 16;
+    const Member later = member + 128;
+    if (soon < members_ && (column.states[soon] & valued) != 0) __builtin_prefetch(column.values + soon);
+    if (later < members_ && later % 16 == 0) __builtin_prefetch(column.states + later);
+  }
+
   // The elements that the row broke up into; their memory is the caller's.
   void setElements(Member member, std::uint32_t place, VARIANT* elements);
   VARIANT* elements(Member member, std::uint32_t place) const { return columns_[place].elements[member]; }

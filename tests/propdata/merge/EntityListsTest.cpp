@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
+#include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "propdata/merge/Cores.h"
@@ -106,6 +108,72 @@ TEST_F(EntityListsTest, EachEntityHasItsOwnBitForEachRow) {
     EXPECT_EQ(isEditable(1, place), expected) << place;
     EXPECT_EQ(isEditable(2, place), place % 3 == 0) << place;
   }
+}
+
+TEST_F(EntityListsTest, ListsAreAlikeUntilOneIsEditableOtherwise) {
+  TqVector<PROPINFO> many;
+  for (int place = 0; place < 130; ++place)
+    many.append(Row(L"A").editable(true));
+  SharedRows& shared = lists.sharedRows(many);
+  SharedRows& others = lists.sharedRows(list);
+  for (int k = 0; k < 6; ++k)
+    lists.add(k < 5 ? shared : others, {});
+  lists.setEditable(1, 0, false);
+  lists.setEditable(3, 129, false);
+  lists.setEditable(4, 129, false);
+
+  lists.noteAlike();
+
+  EXPECT_EQ(lists.endOfAlike(0), 1U);
+  EXPECT_EQ(lists.endOfAlike(1), 2U) << "its first row";
+  EXPECT_EQ(lists.endOfAlike(2), 3U) << "their last row";
+  EXPECT_EQ(lists.endOfAlike(3), 5U);
+  EXPECT_EQ(lists.endOfAlike(5), 6U) << "of another class";
+}
+
+TEST_F(EntityListsTest, ListsAreAlikeAgainOnceAllAreBrokenUpIntoTheSame) {
+  second[1].elements = third[1].elements;
+  for (const ToyObject* const object : {&first, &second, &third})
+    add(*object);
+  const propdata::KeyNumber name = lists.keys().numberOf(propdata::NameKey::of(lists.rowOfFirst(0)));
+  const auto ends = [&] {
+    lists.noteAlike();
+    return std::vector{lists.endOfAlike(0), lists.endOfAlike(1), lists.endOfAlike(2)};
+  };
+  const std::vector<std::size_t> all(3, 3);
+
+  EXPECT_EQ(ends(), all);
+  EXPECT_EQ(lists.read(1, 0, name), 2U);
+  EXPECT_EQ(lists.endOfAlike(0), 3U) << "as long as the search goes on";
+  EXPECT_EQ(ends(), (std::vector<std::size_t>{1, 2, 3}));
+  EXPECT_EQ(lists.read(2, 0, name), 2U);
+  EXPECT_EQ(ends(), (std::vector<std::size_t>{1, 3, 3}));
+  EXPECT_EQ(lists.read(0, 0, name), 2U);
+  EXPECT_EQ(ends(), all);
+  lists.clearValues();
+}
+
+TEST_F(EntityListsTest, ARowThatVariesIsLookedForInEveryListThatIsNotAlike) {
+  ToyObject fourth{host, "fourth"};
+  ToyObject fifth{host, "fifth"};
+  const TqVector<PROPINFO> shorter = rows({Row(L"Start").dispId(1).declared(VT_VARIANT)});
+  for (ToyObject* const object : {&fourth, &fifth})
+    object->property(1, L"Start").element(1, L"X", toys::text(L"x")).element(2, L"Y", toys::text(L"y"));
+  second[1].elements = {{1, L"X", toys::text(L"other")}, {2, L"Y", toys::text(L"other")}};
+  second[2].holds(toys::text(L"short"));
+  for (const ToyObject* const object : {&first, &second, &third})
+    add(*object);
+  lists.add(lists.sharedRows(shorter), {7, toyClass(1), fourth.unknown(), fourth.dispatch()});
+  lists.add(lists.sharedRows(shorter), {7, toyClass(1), fifth.unknown(), fifth.dispatch()});
+  host.mark();
+
+  EXPECT_TRUE(merge());
+
+  ASSERT_EQ(names(result), (Lines{"Start", "Start"})) << "the fourth has no Length";
+  EXPECT_TRUE(std::as_const(result)[0].isVaries);
+  EXPECT_EQ(host.log.count("Invoke(2) on third"), 0) << "varying rows are not read";
+  lists.clearValues();
+  clearResult();
 }
 
 TEST_F(EntityListsTest, TheRowsThatAreSharedStayAsTheyAre) {
