@@ -1,6 +1,5 @@
 #include "embedded/platform/Allocation.h"
 
-#include <cstdlib>
 #include <limits>
 
 namespace velt::platform {
@@ -39,12 +38,6 @@ bool isRefused(Heap heap, std::size_t bytes) {
   return (armed && fails(bytes)) || bytes > largestBlock;
 }
 
-#if defined(NDEBUG) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-constexpr bool keepsSmallBlocks = true;
-#else
-constexpr bool keepsSmallBlocks = false;
-#endif
-
 // Has no destructor, so that it can still be read after the thread's KeptBlocks.
 constinit thread_local bool areBlocksGone = false;
 
@@ -62,7 +55,7 @@ struct KeptBlocks {
 
 // False when the thread keeps no blocks.
 bool begunToKeep() {
-  if (!keepsSmallBlocks || areBlocksGone) return false;
+  if (!generalHeap::mayBeSpared() || areBlocksGone) return false;
   static thread_local const KeptBlocks kept;
   return true;
 }
@@ -72,19 +65,20 @@ bool begunToKeep() {
 void* allocation::allocateFromHeap(Heap heap, std::size_t bytes) noexcept {
   if (isRefused(heap, bytes)) return nullptr;
   // Whoever gives a block back may tell what was asked for, and not know what the block holds.
-  if (keepsSmallBlocks && bytes <= SmallBlocks::largest) return std::malloc(SmallBlocks::sizeFor(bytes));
-  return std::malloc(bytes != 0 ? bytes : 1);
+  if (generalHeap::mayBeSpared() && bytes <= SmallBlocks::largest)
+    return generalHeap::take(SmallBlocks::sizeFor(bytes));
+  return generalHeap::take(bytes != 0 ? bytes : 1);
 }
 
 void allocation::deallocateFirst(void* block, SmallBlocks::Kind kind) noexcept {
   if ((smallBlocks != nullptr || begunToKeep()) && smallBlocks->keepOf(block, kind)) return;
-  std::free(block);
+  generalHeap::giveBack(block);
 }
 
 void* allocateZeroed(Heap heap, std::size_t bytes) noexcept {
   if (isRefused(heap, bytes)) [[unlikely]]
     return nullptr;
-  return std::calloc(1, bytes != 0 ? bytes : 1);
+  return generalHeap::takeZeroed(bytes != 0 ? bytes : 1);
 }
 
 AllocationFault AllocationFault::countOnly(Heap heaps) {

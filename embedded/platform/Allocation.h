@@ -6,12 +6,11 @@
 // Threads: allocation may happen on every thread. A fault counts the allocations of all threads, so a test that counts
 // keeps other threads quiet.
 
-#include <malloc.h>
-
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
 
+#include "embedded/platform/GeneralHeap.h"
 #include "embedded/platform/SmallBlocks.h"
 
 namespace velt::platform {
@@ -40,8 +39,8 @@ namespace allocation {
 
 // The heaps of which an allocation may fail by a fault; 0 when none is set.
 extern constinit std::atomic<std::uint32_t> armedHeaps;
-// Null before the thread has given a block back and after it has ended, and in builds that leave every block to the heap,
-// whose checks find who writes where it may not: debug builds and sanitizers.
+// Null before the thread has given a block back and after it has ended, and in builds that leave every block to the heap
+// (GeneralHeap.h).
 extern constinit thread_local SmallBlocks* smallBlocks [[gnu::tls_model("initial-exec")]];
 
 [[nodiscard]] void* allocateFromHeap(Heap heap, std::size_t bytes) noexcept;
@@ -79,7 +78,7 @@ inline void deallocate(void* block, std::size_t bytes) noexcept {
 inline void deallocate(void* block) noexcept {
   if (block == nullptr) return;
   SmallBlocks* const kept = allocation::smallBlocks;
-  const SmallBlocks::Kind kind = SmallBlocks::kindOf(malloc_usable_size(block));
+  const SmallBlocks::Kind kind = SmallBlocks::kindOf(generalHeap::sizeOf(block));
   if (kept == nullptr || !kept->keepAtOnce(block, kind)) allocation::deallocateFirst(block, kind);
 }
 

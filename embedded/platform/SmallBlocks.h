@@ -12,15 +12,17 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "embedded/platform/GeneralHeap.h"
+
 namespace velt::platform {
 
 class SmallBlocks {
  public:
   // Larger blocks are never kept.
   static constexpr std::size_t largest = 136;
-  // Of each size; all others go back to the heap, so that a thread keeps little more than a megabyte. Many more would lie
-  // about in memory in the order in which they came back, which takes longer than asking the heap.
-  static constexpr std::uint32_t keptOfEach = 2048;
+  // Of each size; all others go back to the heap. That is enough for what lives but a moment. Many more would lie about in
+  // memory in the order in which they came back, which takes longer than asking the heap.
+  static constexpr std::uint32_t keptOfEach = 256;
 
   constexpr SmallBlocks() = default;
   SmallBlocks(const SmallBlocks&) = delete;
@@ -28,7 +30,7 @@ class SmallBlocks {
   ~SmallBlocks() {
     for (Stack& stack : stacks_) {
       while (void* const block = stack.pop())
-        std::free(block);
+        generalHeap::giveBack(block);
     }
   }
 
@@ -41,7 +43,7 @@ class SmallBlocks {
   // Of a block that holds so many bytes, at least 24; kindFor() is that of one that was allocated for so many.
   [[nodiscard]] static constexpr Kind kindOf(std::size_t held) noexcept { return (held - beside) / step; }
 
-  // How many bytes a block of the C heap holds that was asked for so many, or more.
+  // How many bytes to ask the general heap for, so that the block is of the kind for so many.
   [[nodiscard]] static constexpr std::size_t sizeFor(std::size_t bytes) noexcept {
     return bytes <= smallest ? smallest : kindFor(bytes) * step + beside;
   }
@@ -59,7 +61,7 @@ class SmallBlocks {
     return kind == 0 ? stacks_[1].pop() : nullptr;
   }
 
-  // Keeps a block of the C heap that holds so many bytes. False when it is to go back to the heap. A block that is kept
+  // Keeps a block of the general heap that holds so many bytes. False when it is to go back to the heap. A block that is kept
   // already was given back twice: like the heap itself, that ends the process, rather than two owners sharing it.
   [[nodiscard]] bool keep(void* memory, std::size_t bytes) noexcept {
     return bytes >= smallest && keepOf(memory, kindOf(bytes));

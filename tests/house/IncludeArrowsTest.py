@@ -112,6 +112,7 @@ THIRD_PARTY = {
     "rapidcheck": {"tests"},
     "rapidcheck.h": {"tests"},
     "benchmark": {"bench"},
+    "mimalloc.h": {"embedded"},
     "boost": {"view", "embedded"},  # embedded on libc++ alone, for a function that this lacks
 }
 

@@ -3,8 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstdlib>
 #include <vector>
+
+#include "embedded/platform/GeneralHeap.h"
 
 namespace velt::platform {
 namespace {
@@ -16,31 +17,31 @@ TEST(SmallBlocks, HaveNoneAtFirst) {
 
 TEST(SmallBlocks, GiveTheOneThatCameLastFirst) {
   SmallBlocks blocks;
-  void* one = std::malloc(40);
-  void* other = std::malloc(40);
+  void* one = generalHeap::take(40);
+  void* other = generalHeap::take(40);
   ASSERT_TRUE(blocks.keep(one, 40));
   ASSERT_TRUE(blocks.keep(other, 40));
   EXPECT_EQ(other, blocks.take(40));
   EXPECT_EQ(one, blocks.take(40));
   EXPECT_EQ(nullptr, blocks.take(40));
-  std::free(one);
-  std::free(other);
+  generalHeap::giveBack(one);
+  generalHeap::giveBack(other);
 }
 
 TEST(SmallBlocks, NeverGiveOneThatIsTooSmall) {
   for (std::size_t held = 1; held <= 2 * SmallBlocks::largest; ++held) {
     for (std::size_t wanted = 0; wanted <= 2 * SmallBlocks::largest; ++wanted) {
       SmallBlocks blocks;
-      void* block = std::malloc(held);
+      void* block = generalHeap::take(held);
       if (!blocks.keep(block, held)) {
-        std::free(block);
+        generalHeap::giveBack(block);
         break;
       }
       void* taken = blocks.take(wanted);
       if (taken == nullptr) continue;  // it goes with the blocks
       EXPECT_EQ(block, taken);
       EXPECT_LE(wanted, held);
-      std::free(taken);
+      generalHeap::giveBack(taken);
     }
   }
 }
@@ -50,10 +51,10 @@ TEST(SmallBlocks, GiveABlockToWhoeverAsksForAsMuchAsItWasMadeFor) {
     const std::size_t held = SmallBlocks::sizeFor(bytes);
     EXPECT_GE(held, bytes);
     SmallBlocks blocks;
-    void* block = std::malloc(held);
+    void* block = generalHeap::take(held);
     ASSERT_TRUE(blocks.keep(block, held));
     EXPECT_EQ(block, blocks.take(bytes)) << bytes;
-    std::free(block);
+    generalHeap::giveBack(block);
   }
 }
 
@@ -61,30 +62,30 @@ TEST(SmallBlocks, GiveABlockOfTheHeapToWhoeverAsksForAsMuch) {
   // As the C heap rounds them.
   for (std::size_t bytes = 24; bytes <= SmallBlocks::largest; bytes += 16) {
     SmallBlocks blocks;
-    void* block = std::malloc(bytes);
+    void* block = generalHeap::take(bytes);
     ASSERT_TRUE(blocks.keep(block, bytes));
     EXPECT_EQ(nullptr, blocks.take(bytes + 1));
     EXPECT_EQ(block, blocks.take(bytes - 15));
-    std::free(block);
+    generalHeap::giveBack(block);
   }
 }
 
 TEST(SmallBlocks, KeepNoLargeOnesAndNotTooMany) {
   SmallBlocks blocks;
-  void* large = std::malloc(SmallBlocks::largest + 16);
+  void* large = generalHeap::take(SmallBlocks::largest + 16);
   EXPECT_FALSE(blocks.keep(large, SmallBlocks::largest + 16));
-  std::free(large);
+  generalHeap::giveBack(large);
   for (std::uint32_t i = 0; i < SmallBlocks::keptOfEach; ++i)
-    ASSERT_TRUE(blocks.keep(std::malloc(24), 24));
-  void* tooMany = std::malloc(24);
+    ASSERT_TRUE(blocks.keep(generalHeap::take(24), 24));
+  void* tooMany = generalHeap::take(24);
   EXPECT_FALSE(blocks.keep(tooMany, 24));
-  std::free(tooMany);
+  generalHeap::giveBack(tooMany);
 }
 
 TEST(SmallBlocksDeathTest, EndTheProcessWhenABlockIsGivenBackTwice) {
   SmallBlocks blocks;
-  void* block = std::malloc(24);
-  void* other = std::malloc(24);
+  void* block = generalHeap::take(24);
+  void* other = generalHeap::take(24);
   ASSERT_TRUE(blocks.keep(block, 24));
   ASSERT_TRUE(blocks.keep(other, 24));
   EXPECT_DEATH((void)blocks.keep(block, 24), "");
@@ -93,7 +94,7 @@ TEST(SmallBlocksDeathTest, EndTheProcessWhenABlockIsGivenBackTwice) {
 TEST(SmallBlocks, KeepAtOnceWhatDoesNotLookAsIfItWereKept) {
   SmallBlocks blocks;
   const SmallBlocks::Kind kind = SmallBlocks::kindFor(24);
-  void* block = std::malloc(24);
+  void* block = generalHeap::take(24);
   EXPECT_TRUE(blocks.keepAtOnce(block, kind));
   EXPECT_FALSE(blocks.keepAtOnce(block, kind)) << "it is kept already";
   EXPECT_EQ(block, blocks.takeOf(kind));
@@ -107,7 +108,7 @@ TEST(SmallBlocks, KeepAtOnceWhatDoesNotLookAsIfItWereKept) {
 
 TEST(SmallBlocks, AreNotMisledByWhatABlockHolds) {
   SmallBlocks blocks;
-  void* block = std::malloc(24);
+  void* block = generalHeap::take(24);
   // The same bytes as in a kept one.
   static_cast<const void**>(block)[1] = &blocks;
   EXPECT_TRUE(blocks.keep(block, 24));

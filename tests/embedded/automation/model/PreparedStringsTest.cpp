@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "embedded/platform/Allocation.h"
+#include "embedded/platform/GeneralHeap.h"
 #include "embedded/platform/Ledger.h"
 #include "holders/CountedStringsHolder.h"
 #include "host/com/Bstr.h"
@@ -19,6 +19,7 @@ using platform::AllocationFault;
 using platform::Heap;
 using platform::Ledger;
 using platform::SmallBlocks;
+namespace generalHeap = platform::generalHeap;
 using Texts = std::vector<std::wstring>;
 
 PreparedStrings prepared(const Texts& texts) {
@@ -74,7 +75,7 @@ TEST(PreparedStrings, AreGivenAtOnceFromBlocksAtHand) {
   SmallBlocks kept;
   for (int i = 0; i < 5; ++i) {
     for (std::size_t bytes = 24; bytes <= SmallBlocks::largest; bytes += 16)
-      ASSERT_TRUE(kept.keep(std::malloc(bytes), bytes));
+      ASSERT_TRUE(kept.keep(generalHeap::take(bytes), bytes));
   }
   {
     holders::CountedStringsHolder list;
@@ -98,7 +99,7 @@ TEST(PreparedStrings, ThatHaveNotEnoughBlocksLeaveThemAllWhereTheyAre) {
   for (std::size_t atHand = 0; atHand < 5; ++atHand) {
     SmallBlocks kept;
     for (std::size_t i = 0; i < atHand; ++i)
-      ASSERT_TRUE(kept.keep(std::malloc(40), 40));
+      ASSERT_TRUE(kept.keep(generalHeap::take(40), 40));
     CALPOLESTR texts{7, nullptr};
     CADWORD cookies{8, nullptr};
     EXPECT_FALSE(strings.giveAtOnce(kept, texts, cookies));
@@ -107,7 +108,7 @@ TEST(PreparedStrings, ThatHaveNotEnoughBlocksLeaveThemAllWhereTheyAre) {
     for (std::size_t i = 0; i < atHand; ++i) {
       void* block = kept.take(40);
       EXPECT_NE(nullptr, block) << i << " of " << atHand;
-      std::free(block);
+      generalHeap::giveBack(block);
     }
     EXPECT_EQ(nullptr, kept.take(40));
   }
