@@ -32,6 +32,15 @@ std::size_t generalHeap::sizeOf(const void* block) noexcept {
   return mi_usable_size(block);
 }
 
+generalHeap::NothingSpared::NothingSpared() noexcept : usualDelay_(mi_option_get(mi_option_decommit_delay)) {
+  mi_option_set(mi_option_decommit_delay, 0);
+  mi_collect(true);
+}
+
+generalHeap::NothingSpared::~NothingSpared() {
+  mi_option_set(mi_option_decommit_delay, usualDelay_);
+}
+
 #else
 
 bool generalHeap::mayBeSpared() noexcept {
@@ -53,6 +62,12 @@ void generalHeap::giveBack(void* block) noexcept {
 std::size_t generalHeap::sizeOf(const void* block) noexcept {
   return malloc_usable_size(const_cast<void*>(block));
 }
+
+generalHeap::NothingSpared::NothingSpared() noexcept : usualDelay_(0) {
+  malloc_trim(0);
+}
+
+generalHeap::NothingSpared::~NothingSpared() = default;
 
 #endif
 

@@ -21,5 +21,18 @@ namespace velt::platform::generalHeap {
 void giveBack(void* block) noexcept;
 // How many bytes such a block holds, at least as many as it was taken for.
 [[nodiscard]] std::size_t sizeOf(const void* block) noexcept;
+// For whoever measures memory: while one lives, blocks that this thread gives back are not kept for others. Only one at a
+// time.
+class NothingSpared {
+ public:
+  NothingSpared() noexcept;
+  NothingSpared(const NothingSpared&) = delete;
+  NothingSpared& operator=(const NothingSpared&) = delete;
+  ~NothingSpared();
+
+ private:
+  // In milliseconds, until the heap gives up what nobody needs.
+  [[maybe_unused]] long usualDelay_;
+};
 
 }  // namespace velt::platform::generalHeap

@@ -44,6 +44,19 @@ TEST(GeneralHeap, TakesNothingBackForNull) {
   EXPECT_EQ(0U, generalHeap::sizeOf(nullptr));
 }
 
+TEST(GeneralHeap, BlocksThatAreInUseStayWhereNothingIsSpared) {
+  void* const used = generalHeap::take(100'000);
+  ASSERT_NE(nullptr, used);
+  std::memset(used, 7, 100'000);
+  {
+    const generalHeap::NothingSpared measuring;
+    generalHeap::giveBack(generalHeap::take(1'000'000));
+  }
+  const auto* const first = static_cast<const std::byte*>(used);
+  EXPECT_TRUE(std::all_of(first, first + 100'000, [](std::byte byte) { return byte == std::byte{7}; }));
+  generalHeap::giveBack(used);
+}
+
 TEST(GeneralHeap, TakesBlocksBackOnAnotherThread) {
   std::vector<void*> blocks(1000);
   for (void*& block : blocks)

@@ -55,12 +55,57 @@ TEST(QueryMemory, TwoQueriesAtATimeHaveBlocksOfTheirOwn) {
 TEST(QueryMemory, GoesOnWhenTheBlockIsUsedUp) {
   QueryMemory memory;
   std::vector<std::uint32_t*> pieces;
-  for (std::uint32_t i = 0; i < 3 * QueryMemory::kept / 1000; ++i) {
+  for (std::uint32_t i = 0; i < 3 * QueryMemory::keptAtLeast / 1000; ++i) {
     pieces.push_back(memory.arrayOf<std::uint32_t>(250));
     std::fill_n(pieces.back(), 250, i);
   }
   for (std::uint32_t i = 0; i < pieces.size(); ++i)
     ASSERT_EQ(250, std::count(pieces[i], pieces[i] + 250, i)) << i;
+}
+
+// What a query takes of the heap, as large arrays and small ones, that takes so many bytes.
+std::uint64_t allocationsOfAQueryOf(std::size_t bytes) {
+  const tests::AllocationSpy spy;
+  QueryMemory memory;
+  const std::size_t half = bytes / 2;
+  static_cast<void>(memory.arrayOf<std::byte>(half));
+  for (std::size_t taken = 0; taken < half; taken += 1000)
+    static_cast<void>(memory.arrayOf<std::byte>(1000));
+  return spy.allocations();
+}
+
+TEST(QueryMemory, KeepsAsMuchAsTheLastQueryTookUntilOneNeedsFarLess) {
+  if (!tests::AllocationSpy::seesNew()) GTEST_SKIP() << "operator new cannot be counted here";
+  constexpr std::size_t small = 100'000;
+  constexpr std::size_t large = 3 * QueryMemory::keptAtLeast;
+  allocationsOfAQueryOf(small);  // whatever was kept before
+  allocationsOfAQueryOf(small);
+  EXPECT_EQ(0U, allocationsOfAQueryOf(small));
+  EXPECT_LT(0U, allocationsOfAQueryOf(large));
+  EXPECT_LT(0U, allocationsOfAQueryOf(large)) << "the block is made";
+  EXPECT_EQ(0U, allocationsOfAQueryOf(large));
+  EXPECT_EQ(0U, allocationsOfAQueryOf(large / 3)) << "as long as a quarter is in use";
+  EXPECT_EQ(0U, allocationsOfAQueryOf(large));
+  EXPECT_EQ(0U, allocationsOfAQueryOf(small)) << "after which the large one goes";
+  EXPECT_LT(0U, allocationsOfAQueryOf(small));
+  EXPECT_EQ(0U, allocationsOfAQueryOf(small));
+  EXPECT_LT(0U, allocationsOfAQueryOf(large));
+  allocationsOfAQueryOf(large);
+  allocationsOfAQueryOf(small);
+}
+
+TEST(QueryMemory, KeepsNoMoreThanForAHundredThousandEntities) {
+  if (!tests::AllocationSpy::seesNew()) GTEST_SKIP() << "operator new cannot be counted here";
+  constexpr std::size_t most = QueryMemory::keptAtMost;
+  constexpr std::size_t tooLarge = most + 100'000;
+  allocationsOfAQueryOf(tooLarge);
+  EXPECT_LT(0U, allocationsOfAQueryOf(tooLarge));
+  EXPECT_LT(0U, allocationsOfAQueryOf(tooLarge));
+  EXPECT_LT(0U, allocationsOfAQueryOf(most - 100'000));
+  EXPECT_LT(0U, allocationsOfAQueryOf(most - 100'000));
+  EXPECT_EQ(0U, allocationsOfAQueryOf(most - 100'000));
+  EXPECT_LT(0U, allocationsOfAQueryOf(tooLarge));
+  allocationsOfAQueryOf(1000);
 }
 
 TEST(QueryMemory, GoesWithoutABlockWhereThereIsNoMemoryForIt) {
