@@ -13,7 +13,7 @@ namespace velt::platform::generalHeap {
 // Whether blocks may be kept beside this heap: where memory checkers are to see every block they may not.
 [[nodiscard]] bool mayBeSpared() noexcept;
 
-// Null when memory is exhausted. Aligned for every type. What is in the block is anybody's.
+// Null when memory is exhausted. Aligned for every type that fits into it. What is in the block is anybody's.
 [[nodiscard]] void* take(std::size_t bytes) noexcept;
 // The same, filled with zeros; memory that nobody touches costs nothing, however large the block.
 [[nodiscard]] void* takeZeroed(std::size_t bytes) noexcept;
@@ -21,6 +21,7 @@ namespace velt::platform::generalHeap {
 void giveBack(void* block) noexcept;
 // How many bytes such a block holds, at least as many as it was taken for.
 [[nodiscard]] std::size_t sizeOf(const void* block) noexcept;
+
 // For whoever measures memory: while one lives, blocks that this thread gives back are not kept for others. Only one at a
 // time.
 class NothingSpared {
