@@ -38,6 +38,12 @@ bool isRefused(Heap heap, std::size_t bytes) {
   return (armed && fails(bytes)) || bytes > largestBlock;
 }
 
+// Whoever gives a block back may tell what was asked for, and not know what the block holds.
+std::size_t toAskFor(std::size_t bytes) {
+  if (generalHeap::mayBeSpared() && bytes <= SmallBlocks::largest) return SmallBlocks::sizeFor(bytes);
+  return bytes != 0 ? bytes : 1;
+}
+
 // Has no destructor, so that it can still be read after the thread's KeptBlocks.
 constinit thread_local bool areBlocksGone = false;
 
@@ -64,10 +70,7 @@ bool begunToKeep() {
 
 void* allocation::allocateFromHeap(Heap heap, std::size_t bytes) noexcept {
   if (isRefused(heap, bytes)) return nullptr;
-  // Whoever gives a block back may tell what was asked for, and not know what the block holds.
-  if (generalHeap::mayBeSpared() && bytes <= SmallBlocks::largest)
-    return generalHeap::take(SmallBlocks::sizeFor(bytes));
-  return generalHeap::take(bytes != 0 ? bytes : 1);
+  return generalHeap::take(toAskFor(bytes));
 }
 
 void allocation::deallocateFirst(void* block, SmallBlocks::Kind kind) noexcept {
@@ -78,7 +81,7 @@ void allocation::deallocateFirst(void* block, SmallBlocks::Kind kind) noexcept {
 void* allocateZeroed(Heap heap, std::size_t bytes) noexcept {
   if (isRefused(heap, bytes)) [[unlikely]]
     return nullptr;
-  return generalHeap::takeZeroed(bytes != 0 ? bytes : 1);
+  return generalHeap::takeZeroed(toAskFor(bytes));
 }
 
 AllocationFault AllocationFault::countOnly(Heap heaps) {

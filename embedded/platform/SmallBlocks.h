@@ -40,8 +40,11 @@ class SmallBlocks {
     return (bytes + step - beside - 1) / step;
   }
 
-  // Of a block that holds so many bytes, at least 24; kindFor() is that of one that was allocated for so many.
-  [[nodiscard]] static constexpr Kind kindOf(std::size_t held) noexcept { return (held - beside) / step; }
+  // Of a block that holds so many bytes; kindFor() is that of one that was allocated for so many. One that holds less than the
+  // smallest is of a kind that is never kept: there is no room in it for what stands in a block then.
+  [[nodiscard]] static constexpr Kind kindOf(std::size_t held) noexcept {
+    return held >= smallest ? (held - beside) / step : never;
+  }
 
   // How many bytes to ask the general heap for, so that the block is of the kind for so many.
   [[nodiscard]] static constexpr std::size_t sizeFor(std::size_t bytes) noexcept {
@@ -63,9 +66,7 @@ class SmallBlocks {
 
   // Keeps a block of the general heap that holds so many bytes. False when it is to go back to the heap. A block that is kept
   // already was given back twice: like the heap itself, that ends the process, rather than two owners sharing it.
-  [[nodiscard]] bool keep(void* memory, std::size_t bytes) noexcept {
-    return bytes >= smallest && keepOf(memory, kindOf(bytes));
-  }
+  [[nodiscard]] bool keep(void* memory, std::size_t bytes) noexcept { return keepOf(memory, kindOf(bytes)); }
   [[nodiscard]] bool keepOf(void* memory, Kind kind) noexcept {
     if (kind >= stacks_.size()) return false;
     auto* block = static_cast<Block*>(memory);
@@ -91,6 +92,7 @@ class SmallBlocks {
   static constexpr std::size_t beside = 8;
   static constexpr std::size_t step = 16;
   static constexpr std::size_t smallest = step + beside;
+  static constexpr Kind never = static_cast<Kind>(-1);
 
   // What stands in a block while it is kept.
   struct Block {

@@ -4,8 +4,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <string>
+#include <vector>
 
 namespace velt::platform {
 namespace {
@@ -19,6 +21,32 @@ std::string attempts(int count, Heap heap, std::size_t bytes = 8) {
     deallocate(block);
   }
   return outcomes;
+}
+
+// Whoever keeps a block writes two words into it, however little was asked for.
+TEST(Allocation, TheSmallestBlocksStayApartWhenTheyAreGivenBackAndTakenAgain) {
+  for (int round = 0; round < 3; ++round) {
+    std::vector<unsigned char*> blocks;
+    for (std::size_t i = 0; i < 200; ++i) {
+      const std::size_t bytes = 1 + i % 24;
+      auto* const block = static_cast<unsigned char*>(i % 2 == 0 ? allocateZeroed(Heap::Arrays, bytes)
+                                                                 : allocate(Heap::Arrays, bytes));
+      ASSERT_NE(nullptr, block);
+      std::memset(block, static_cast<int>(i), bytes);
+      blocks.push_back(block);
+    }
+    // Others first, so that what is kept lies between what is in use.
+    for (std::size_t i = 0; i < blocks.size(); i += 3) {
+      deallocate(blocks[i]);
+      blocks[i] = nullptr;
+    }
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+      if (blocks[i] == nullptr) continue;
+      for (std::size_t at = 0; at < 1 + i % 24; ++at)
+        ASSERT_EQ(static_cast<unsigned char>(i), blocks[i][at]) << i;
+      deallocate(blocks[i]);
+    }
+  }
 }
 
 TEST(Allocation, NoBytesAreABlockTooAndEveryBlockIsAligned) {

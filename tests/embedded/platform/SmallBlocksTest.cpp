@@ -46,6 +46,18 @@ TEST(SmallBlocks, NeverGiveOneThatIsTooSmall) {
   }
 }
 
+// Some heaps have blocks of 8 bytes.
+TEST(SmallBlocks, NeverKeepOneThatHasNoRoomForWhatStandsInAKeptBlock) {
+  SmallBlocks blocks;
+  std::byte tiny[32]{};
+  for (std::size_t held = 0; held < 24; ++held) {
+    EXPECT_FALSE(blocks.keep(tiny, held)) << held;
+    EXPECT_FALSE(blocks.keepOf(tiny, SmallBlocks::kindOf(held))) << held;
+    EXPECT_FALSE(blocks.keepAtOnce(tiny, SmallBlocks::kindOf(held))) << held;
+  }
+  EXPECT_EQ(nullptr, blocks.take(1));
+}
+
 TEST(SmallBlocks, GiveABlockToWhoeverAsksForAsMuchAsItWasMadeFor) {
   for (std::size_t bytes = 0; bytes <= SmallBlocks::largest; ++bytes) {
     const std::size_t held = SmallBlocks::sizeFor(bytes);
