@@ -90,14 +90,12 @@ set_target_properties(VeltEmbeddedHost PROPERTIES
   CXX_VISIBILITY_PRESET default
   VISIBILITY_INLINES_HIDDEN OFF)
 target_compile_options(VeltEmbeddedHost PRIVATE -fsemantic-interposition)
-# Where nobody looks for what goes wrong in memory, the host's blocks come from a quicker heap. Only its own functions are
-# called: malloc and free stay those of the C library, which every executable names before this library.
 if(NOT VELT_INSTRUMENTED)
+  # Where nobody looks for what goes wrong in memory, the host's blocks come from a quicker heap. Only its own functions
+  # are called: malloc and free stay those of the C library, which every executable names before this library.
   find_package(mimalloc REQUIRED)
   target_compile_definitions(VeltEmbeddedHost PRIVATE $<$<NOT:$<CONFIG:Debug>>:VELT_WITH_MIMALLOC>)
   target_link_libraries(VeltEmbeddedHost PRIVATE $<$<NOT:$<CONFIG:Debug>>:mimalloc>)
-endif()
-if(NOT VELT_INSTRUMENTED)
   # The runtime of a sanitizer is in the executable, so an instrumented library always has undefined symbols.
   target_link_options(VeltDxf PRIVATE "LINKER:--no-undefined")
   target_link_options(VeltEmbeddedHost PRIVATE "LINKER:--no-undefined")

@@ -1,8 +1,11 @@
 #include "embedded/platform/GeneralHeap.h"
 
-#ifdef VELT_WITH_MIMALLOC
+// Sanitizers may also be asked for by the compiler's flags alone.
+#if defined(VELT_WITH_MIMALLOC) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#define VELT_SPARES_BLOCKS 1
 #include <mimalloc.h>
 #else
+#define VELT_SPARES_BLOCKS 0
 #include <malloc.h>
 
 #include <cstdlib>
@@ -10,7 +13,7 @@
 
 namespace velt::platform {
 
-#ifdef VELT_WITH_MIMALLOC
+#if VELT_SPARES_BLOCKS
 
 bool generalHeap::mayBeSpared() noexcept {
   return true;

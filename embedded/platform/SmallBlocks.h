@@ -88,7 +88,7 @@ class SmallBlocks {
   }
 
  private:
-  // The C heap holds 8 bytes beside every 16 that it gives, and gives 16 at least.
+  // The C library's heap holds 8 bytes beside every 16 that it gives, and gives 16 at least; other heaps may give less.
   static constexpr std::size_t beside = 8;
   static constexpr std::size_t step = 16;
   static constexpr std::size_t smallest = step + beside;
