@@ -153,6 +153,56 @@ TEST_F(EntityListsTest, ListsAreAlikeAgainOnceAllAreBrokenUpIntoTheSame) {
   lists.clearValues();
 }
 
+TEST_F(EntityListsTest, WhichListsAreAlikeDoesNotDependOnWhichIsBrokenUpLast) {
+  for (const ToyObject* const object : {&first, &second, &third})
+    add(*object);
+  const propdata::KeyNumber name = lists.keys().numberOf(propdata::NameKey::of(lists.rowOfFirst(0)));
+  lists.noteAlike();
+  EXPECT_EQ(lists.read(2, 0, name), 2U);
+  EXPECT_EQ(lists.read(0, 0, name), 2U);
+
+  lists.noteAlike();
+
+  EXPECT_EQ(lists.endOfAlike(0), 1U);
+  EXPECT_EQ(lists.endOfAlike(1), 2U) << "broken up is only the one after it";
+  EXPECT_EQ(lists.endOfAlike(2), 3U);
+  lists.clearValues();
+}
+
+// Two properties of one name, which the second and the third entity have broken up into the same, and of which the third
+// may edit the other one. From where Z varies on only the name counts, which the first one's X has too.
+TEST_F(EntityListsTest, ASearchBeginsAnewWhereTheRowBeginsToVary) {
+  ToyObject front{host, "front"};
+  for (const DISPID dispId : {1, 2, 3, 4}) {
+    const wchar_t* const labels[] = {L"Q", L"X", L"X", L"Z"};
+    front.property(dispId, L"Twin").element(1, labels[dispId - 1], toys::text(L"same"));
+  }
+  ToyObject back[] = {{host, "back 1"}, {host, "back 2"}};
+  for (ToyObject& object : back) {
+    object.property(1, L"Twin").element(1, L"X", toys::text(L"same"));
+    object.property(2, L"Twin").element(1, L"X", toys::text(L"same")).element(2, L"Z", toys::text(L"other"));
+    object.dispIds[L"Twin"] = 1;  // by its name both have as many elements
+  }
+  const auto twin = [](DISPID dispId) { return Row(L"Twin").dispId(dispId).declared(VT_VARIANT); };
+  const TqVector<PROPINFO> ofFront = rows(
+      {twin(1).editable(false), twin(2).editable(true), twin(3).editable(false), twin(4).editable(true)});
+  const TqVector<PROPINFO> ofBack = rows({twin(1).editable(false), twin(2).editable(true)});
+  lists.add(lists.sharedRows(ofFront), {7, toyClass(1), front.unknown(), front.dispatch()});
+  for (ToyObject& object : back)
+    lists.add(lists.sharedRows(ofBack), {7, toyClass(2), object.unknown(), object.dispatch()});
+  lists.setEditable(2, 0, true);
+  lists.setEditable(2, 1, false);
+
+  EXPECT_TRUE(merge());
+
+  ASSERT_EQ(result.length(), 3U) << "of Q, X, X and Z only Q is missing";
+  EXPECT_EQ(toys::narrow(std::as_const(result)[2].displayName.c_str()), "Z");
+  EXPECT_TRUE(std::as_const(result)[2].isVaries);
+  EXPECT_EQ(&lists.layout(1), &lists.layout(2)) << "or the search would begin anew anyway";
+  lists.clearValues();
+  clearResult();
+}
+
 TEST_F(EntityListsTest, ARowThatVariesIsLookedForInEveryListThatIsNotAlike) {
   ToyObject fourth{host, "fourth"};
   ToyObject fifth{host, "fifth"};

@@ -63,6 +63,25 @@ TEST(QueryMemory, GoesOnWhenTheBlockIsUsedUp) {
     ASSERT_EQ(250, std::count(pieces[i], pieces[i] + 250, i)) << i;
 }
 
+// Numbers between bytes, so that much is left out for their alignment.
+TEST(QueryMemory, NeverGivesMoreThanTheBlockHas) {
+  for (int query = 0; query < 2; ++query)
+    static_cast<void>(QueryMemory().arrayOf<int>(1));  // so that the smallest block is kept
+  QueryMemory memory;
+  const auto* const begin = memory.arrayOf<std::byte>(16);
+  std::size_t last = 0;
+  for (std::size_t i = 0; i < QueryMemory::keptAtLeast / 9; ++i) {
+    const auto* const byte = memory.arrayOf<std::byte>(1);
+    const auto* const number = memory.arrayOf<std::uint64_t>(1);
+    ASSERT_EQ(0U, reinterpret_cast<std::uintptr_t>(number) % alignof(std::uint64_t));
+    const auto* const end = static_cast<const std::byte*>(static_cast<const void*>(number + 1));
+    // Follows what was taken before, so it stands in the block.
+    if (byte == begin + 16 + last) last = static_cast<std::size_t>(end - begin) - 16;
+  }
+  EXPECT_LT(QueryMemory::keptAtLeast - 64, last + 16);
+  EXPECT_GE(QueryMemory::keptAtLeast, last + 16);
+}
+
 // What a query takes of the heap, as large arrays and small ones, that takes so many bytes.
 std::uint64_t allocationsOfAQueryOf(std::size_t bytes) {
   const tests::AllocationSpy spy;
