@@ -89,9 +89,9 @@ ListLayout& EntityLists::layoutOf(SharedRows& rows) {
   return *rows.layout;
 }
 
-// Whether the search for a row finds the same in both, wherever it stops.
+// Whether the search for a row finds the same in both, wherever it stops. What has one layout has the same rows.
 bool EntityLists::areAlike(const Entity& a, const Entity& b) const {
-  if (a.layout != b.layout || a.rows != b.rows || a.editable != b.editable) return false;
+  if (a.layout != b.layout || a.editable != b.editable) return false;
   const auto words = static_cast<std::ptrdiff_t>(a.rows->editable().size() - 1);
   const auto furtherOfA = furtherEditable_.begin() + a.furtherEditable;
   return std::equal(furtherOfA, furtherOfA + words, furtherEditable_.begin() + b.furtherEditable);
