@@ -34,7 +34,7 @@ class VariantHolder {
   // The value goes over to the caller bit for bit.
   [[nodiscard]] VARIANT detach() {
     const VARIANT value = held_;
-    VariantInit(&held_);
+    held_.vt = VT_EMPTY;
     return value;
   }
   [[nodiscard]] VARIANT& get() { return held_; }

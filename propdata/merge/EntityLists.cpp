@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cwchar>
 #include <string>
 #include <utility>
 
@@ -30,17 +31,23 @@ void EntityLists::add(SharedRows& rows, const VeltPropData& entry) {
   const std::span<const std::uint64_t> editable = rows.editable();
   furtherEditable_.insert(furtherEditable_.end(), editable.begin() + 1, editable.end());
   entities_.push_back({&rows, nullptr, entry.pDispatch, objectId, editable.front(), rows.add(), further});
-  changed_ = entities_.size();
+  isAlikeNoted_ = false;
 }
 
 void EntityLists::clearValues() {
-  for (const Entity& entity : entities_) {
+  const std::size_t count = entities_.size();
+  for (std::size_t k = 0; k < count; ++k) {
+    const Entity& entity = entities_[k];
     const SharedRows& rows = *entity.rows;
-    const auto length = static_cast<std::uint32_t>(rows.rows().size());
-    for (std::uint32_t place = 0; place < length; ++place) {
-      rows.fetchAhead(entity.member, place);
-      VARIANT value = rows.value(entity.member, place);
+    rows.visitValues(entity.member, [](const VARIANT& held) {
+      VARIANT value = held;
       VariantClear(&value);
+    });
+    if (entity.layout == nullptr) continue;
+    // Each entity's elements stand by themselves, and the processor expects none of them.
+    if (const std::size_t soon = k + 16; soon < count && entities_[soon].layout == entity.layout) {
+      for (const ListLayout::Expansion& expansion : entity.layout->expansions())
+        rows.fetchElements(entities_[soon].member, expansion.row);
     }
     clearElements(entity);
   }
@@ -90,24 +97,41 @@ ListLayout& EntityLists::layoutOf(SharedRows& rows) {
 }
 
 // Whether the search for a row finds the same in both, wherever it stops. What has one layout has the same rows.
-bool EntityLists::areAlike(const Entity& a, const Entity& b) const {
+inline bool EntityLists::areAlike(const Entity& a, const Entity& b) const {
   if (a.layout != b.layout || a.editable != b.editable) return false;
-  const auto words = static_cast<std::ptrdiff_t>(a.rows->editable().size() - 1);
-  const auto furtherOfA = furtherEditable_.begin() + a.furtherEditable;
-  return std::equal(furtherOfA, furtherOfA + words, furtherEditable_.begin() + b.furtherEditable);
+  const std::size_t words = a.rows->editable().size() - 1;
+  return words == 0
+         || std::equal(&furtherEditable_[a.furtherEditable], &furtherEditable_[a.furtherEditable] + words,
+                       &furtherEditable_[b.furtherEditable]);
 }
 
+// Of the lists with one layout only the last one is looked at, so where they differ by turns in what is editable, some get a
+// number of their own that are like earlier ones.
 void EntityLists::noteAlikeAgain() {
-  const auto count = static_cast<std::uint32_t>(entities_.size());
-  endsOfAlike_.resize(count);
-  for (std::size_t k = changed_; k-- > 0;) {
-    static_cast<void>(layout(k));
-    const std::size_t next = k + 1;
-    endsOfAlike_[k] = next < count && areAlike(entities_[k], entities_[next])
-                          ? endsOfAlike_[next]
-                          : static_cast<std::uint32_t>(next);
+  const std::size_t count = entities_.size();
+  alike_.resize(count);
+  lastOfAlike_.clear();
+  const Entity* before = nullptr;
+  std::uint32_t number = 0;
+  for (std::size_t k = 0; k < count; ++k) {
+    ListLayout& itsLayout = layout(k);
+    const Entity& entity = entities_[k];
+    if (before == nullptr || !areAlike(entity, *before)) {
+      number = numberOfAlike(entity, itsLayout);
+      itsLayout.alike = number;
+    }
+    before = &entity;
+    lastOfAlike_[number] = static_cast<std::uint32_t>(k);
+    alike_[k] = number;
   }
-  changed_ = 0;
+  isAlikeNoted_ = true;
+}
+
+std::uint32_t EntityLists::numberOfAlike(const Entity& entity, const ListLayout& layout) {
+  if (layout.alike < lastOfAlike_.size() && areAlike(entity, entities_[lastOfAlike_[layout.alike]]))
+    return layout.alike;
+  lastOfAlike_.push_back(0);
+  return static_cast<std::uint32_t>(lastOfAlike_.size() - 1);
 }
 
 DispatchDynPropSourceNode EntityLists::pair(std::size_t k, std::uint32_t place) const {
@@ -169,12 +193,7 @@ class EntityLists::Receiver {
 
   // Labels are short, and a call would take longer. Known ones came from labels, so they hold no null character.
   static bool isSame(const std::wstring& known, const OLECHAR* label) {
-    const std::size_t length = known.size();
-    const wchar_t* const letters = known.data();
-    for (std::size_t i = 0; i < length; ++i) {
-      if (letters[i] != label[i]) return false;
-    }
-    return label[length] == L'\0';
+    return std::wcscmp(known.c_str(), label) == 0;
   }
 
   void leaveKnown() {
@@ -198,18 +217,19 @@ class EntityLists::Receiver {
   std::vector<PropertyKey> keys_;
 };
 
-std::uint32_t EntityLists::readNow(Entity& entity, std::uint32_t place, KeyNumber name) {
+Reading EntityLists::readNow(Entity& entity, std::uint32_t place, KeyNumber name) {
   SharedRows& rows = *entity.rows;
   rows.makeRoomForState(place);
   const PROPINFO& row = rows.rows()[place];
   askForWeightOnly(row, entity.pDispatch);
   if (row.valueType == VT_VARIANT) return readExpanded(entity, place, name);
-  fetchValueOnly(row, entity.pDispatch, [&]() -> VARIANT& { return rows.makeValue(entity.member, place); });
+  const VARIANT& value = fetchValueOnly(row, entity.pDispatch,
+                                        [&]() -> VARIANT& { return rows.makeValue(entity.member, place); });
   rows.setRead(entity.member, place);
-  return 0;
+  return {&value, 0};
 }
 
-std::uint32_t EntityLists::readExpanded(Entity& entity, std::uint32_t place, KeyNumber name) {
+Reading EntityLists::readExpanded(Entity& entity, std::uint32_t place, KeyNumber name) {
   SharedRows& rows = *entity.rows;
   const PROPINFO& row = rows.rows()[place];
   Receiver receiver(*this, entity, place);
@@ -219,11 +239,10 @@ std::uint32_t EntityLists::readExpanded(Entity& entity, std::uint32_t place, Key
   if (!expandProperty(entity.pDispatch, row.dispId, unusedGrouping, unusedCount, receiver, discardedMessage))
     fetchValueOnly(row, entity.pDispatch, [&]() -> VARIANT& { return rows.makeValue(entity.member, place); });
   rows.setRead(entity.member, place);
-  if (receiver.count() != 0) {
-    entity.layout = &receiver.layoutAfter(name);
-    changed_ = std::max(changed_, static_cast<std::size_t>(&entity - entities_.data()) + 1);
-  }
-  return receiver.count();
+  if (receiver.count() == 0) return {&rows.value(entity.member, place), 0};
+  entity.layout = &receiver.layoutAfter(name);
+  isAlikeNoted_ = false;
+  return {nullptr, receiver.count()};
 }
 
 }  // namespace velt::propdata

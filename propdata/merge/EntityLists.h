@@ -58,27 +58,32 @@ class EntityLists {
     return *entity.layout;
   }
   void noteAlike() {
-    if (changed_ != 0) noteAlikeAgain();
+    if (!isAlikeNoted_) noteAlikeAgain();
   }
-  std::size_t endOfAlike(std::size_t k) const { return endsOfAlike_[k]; }
+  std::uint32_t alike(std::size_t k) const { return alike_[k]; }
+  std::uint32_t alikeCount() const { return static_cast<std::uint32_t>(lastOfAlike_.size()); }
+  std::size_t lastOfAlike(std::uint32_t number) const { return lastOfAlike_[number]; }
   // An element is as editable as the row that was broken up.
   bool isEditable(std::size_t k, const ListLayout::Spot& spot) const {
     return isEditable(entities_[k], spot.row);
   }
   DispatchDynPropSourceNode pair(std::size_t k, std::uint32_t place) const;
-  std::uint32_t read(std::size_t k, std::uint32_t place, KeyNumber name) {
+  Reading read(std::size_t k, std::uint32_t place, KeyNumber name) {
     Entity& entity = entities_[k];
-    return entity.rows->isRead(entity.member, place) ? 0 : readNow(entity, place, name);
-  }
-  bool compare(PROPINFO& row, KeyNumber property, std::size_t k, const ListLayout::Spot& spot, bool& found,
-               CStdStr<wchar_t>& errorText) const {
-    const Entity& entity = entities_[k];
     const SharedRows& rows = *entity.rows;
+    if (rows.isRead(entity.member, place)) return {&rows.value(entity.member, place), 0};
+    return readNow(entity, place, name);
+  }
+  const VARIANT& element(std::size_t k, const ListLayout::Spot& spot) const {
+    const Entity& entity = entities_[k];
+    return entity.rows->elements(entity.member, spot.row)[spot.element];
+  }
+  bool compare(PROPINFO& row, KeyNumber property, std::size_t k, const ListLayout::Spot& spot,
+               const VARIANT& value, bool& found, CStdStr<wchar_t>& errorText) const {
+    const Entity& entity = entities_[k];
     found = false;
-    if (spot.property != property) return false;
-    const VARIANT& value = spot.isElement() ? rows.elements(entity.member, spot.row)[spot.element]
-                                            : rows.value(entity.member, spot.row);
-    return compareSameProperty(row, {entity.pDispatch, entity.objectId, value}, found, errorText);
+    return spot.property == property
+           && compareSameProperty(row, {entity.pDispatch, entity.objectId, value}, found, errorText);
   }
 
  private:
@@ -106,18 +111,20 @@ class EntityLists {
   ListLayout& layoutOf(SharedRows& rows);
   bool areAlike(const Entity& a, const Entity& b) const;
   void noteAlikeAgain();
-  std::uint32_t readNow(Entity& entity, std::uint32_t place, KeyNumber name);
+  std::uint32_t numberOfAlike(const Entity& entity, const ListLayout& layout);
+  Reading readNow(Entity& entity, std::uint32_t place, KeyNumber name);
   // Of a row that may break up.
-  std::uint32_t readExpanded(Entity& entity, std::uint32_t place, KeyNumber name);
+  Reading readExpanded(Entity& entity, std::uint32_t place, KeyNumber name);
   void clearElements(const Entity& entity);
 
   QueryMemory memory_;
   std::pmr::vector<Entity> entities_{&memory_.resource()};
   std::vector<std::uint64_t> furtherEditable_;
-  // Of each list, where those that are alike end.
-  std::pmr::vector<std::uint32_t> endsOfAlike_{&memory_.resource()};
-  // Of how many lists, from the first on, that has to be noted again.
-  std::size_t changed_ = 0;
+  // The number of each list, and the last list of each number.
+  std::pmr::vector<std::uint32_t> alike_{&memory_.resource()};
+  std::vector<std::uint32_t> lastOfAlike_;
+  // Whether they are those of the lists as they are now.
+  bool isAlikeNoted_ = false;
   GUID clsidOfFirst_{};
   std::deque<SharedRows> rows_;
   // By the first record of the block.

@@ -45,13 +45,6 @@ ListLayout& LayoutTable::build(std::span<const PROPINFO> rows, std::vector<KeyNu
   return layout;
 }
 
-const ListLayout::Continuation* LayoutTable::known(const ListLayout& layout, std::uint32_t place) {
-  const auto& continuations = layout.continuations_;
-  const auto known = std::find_if(continuations.begin(), continuations.end(),
-                                  [&](const auto& candidate) { return candidate.brokenUp == place; });
-  return known != continuations.end() ? &*known : nullptr;
-}
-
 ListLayout& LayoutTable::extend(ListLayout& layout, std::uint32_t place, KeyNumber name, const PROPINFO& row,
                                 std::vector<PropertyKey> elements) {
   using Row = ListLayout::Row;

@@ -31,7 +31,12 @@ class LayoutTable {
 
   // What came of the row at this place in the first list with this layout in which it was broken up; null when there
   // was none yet. Valid until the next extend().
-  static const ListLayout::Continuation* known(const ListLayout& layout, std::uint32_t place);
+  static const ListLayout::Continuation* known(const ListLayout& layout, std::uint32_t place) {
+    for (const ListLayout::Continuation& known : layout.continuations_) {
+      if (known.brokenUp == place) return &known;
+    }
+    return nullptr;
+  }
   // The layout after the row at this place was broken up into other elements than the known ones. `row` is the row,
   // with or without its name; `name` is its name key from before it lost it.
   ListLayout& extend(ListLayout& layout, std::uint32_t place, KeyNumber name, const PROPINFO& row,

@@ -45,6 +45,14 @@
 
 namespace velt::propdata {
 
+// What came of reading a row of a list.
+struct Reading {
+  // Null when it broke up.
+  const VARIANT* value;
+  // Into so many elements.
+  std::uint32_t elements;
+};
+
 class ListLayout {
  public:
   static constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
@@ -102,6 +110,10 @@ class ListLayout {
     std::uint64_t search = 0;
     Spot spot;
   } start;
+
+  // The number that the last list with this layout got when lists were numbered by what they are like. Belongs to whoever
+  // numbers them.
+  std::uint32_t alike = 0;
 
  private:
   friend class LayoutTable;

@@ -13,17 +13,20 @@
 //   std::uint32_t lengthOfFirst()
 //   PROPINFO rowOfFirst(place)                   a row of the first list, as it came; that list is never changed
 //   ListLayout& layout(k)                        of list k, as it is now
-//   void noteAlike()                             a search begins: notes which lists are alike now
-//   std::size_t endOfAlike(k)                    the lists from k to before this one, none of which was read since the
-//                                                search began, have one layout and rows that are editable alike
+//   void noteAlike()                             a search begins: numbers the lists, those that are alike with one number
+//   std::uint32_t alike(k)                       the number of list k. Lists with one number that were not read since the
+//                                                search began have one layout and rows that are editable alike
+//   std::uint32_t alikeCount()                   how many numbers there are, from 0 on
+//   std::size_t lastOfAlike(number)              the last list that has it
 //   bool isEditable(k, spot)                     of what its layout found there
 //   DispatchDynPropSourceNode pair(k, place)
-//   std::uint32_t read(k, place, name)           reads a row that came with the list, whose name key is given, unless
-//                                                it is read; when it breaks up, its elements are appended, and it
-//                                                says how many
-//   bool compare(row, property, k, spot, found, errorText)
+//   Reading read(k, place, name)                 reads a row that came with the list, whose name key is given, unless
+//                                                it is read: its value, or, when it breaks up, how many elements were
+//                                                appended
+//   bool compare(row, property, k, spot, value, found, errorText)
 //                                                comparePropInfo of the row, whose property key is given, and what
-//                                                stands at the spot, which has its name key and its isEditable
+//                                                stands at the spot, which has its name key, its isEditable and this value
+//   const VARIANT& element(k, spot)              the value of an element
 
 #include <cstdint>
 #include <utility>
@@ -111,40 +114,58 @@ class Merge {
     lists_.noteAlike();
     const std::size_t count = lists_.count();
     for (std::size_t k = 1; k < count;) {
-      const std::size_t end = lists_.endOfAlike(k);
-      if (!isInAll(wanted, k, end)) return false;
-      k = end;
+      if (row.isVaries && !isDynamic(row)) return isNamedFrom(wanted, k);
+      if (!isInAlike(wanted, k, count)) return false;
     }
     if (isDynamic(row)) row.dynSources = appendedOneByOne(std::move(wanted.pairs));
     return true;
   }
 
+  // Where the search in a list begins, and whether what stands there is as editable as the row.
+  struct Beginning {
+    ListLayout::Spot spot;
+    bool fits;
+  };
+
   // What the search in a list comes to where it stops.
   enum class Stop : std::uint8_t { Found, Missing, GoOn };
 
-  // In the lists from k up to the end, which were alike when the search began: it begins in all of them at one place.
-  bool isInAll(Wanted& wanted, std::size_t k, std::size_t end) {
-    const PROPINFO& row = wanted.row;
-    while (k < end) {
-      const ListLayout::Spot first = start(wanted, lists_.layout(k));
-      const bool fits = first.place != ListLayout::none && lists_.isEditable(k, first) == row.isEditable;
-      const bool variedBefore = row.isVaries;
-      // Nothing is read then, nor noted, so what holds for one of these lists holds for all.
-      if (variedBefore && !isDynamic(row)) return isInList(wanted, k, first, fits);
-      do {
-        if (!isInList(wanted, k, first, fits)) return false;
-        ++k;
-      } while (k < end && row.isVaries == variedBefore);
-      // From here on only the name key counts.
-      if (row.isVaries != variedBefore) ++search_;
+  // In the lists from k on, of a row that varies: nothing is read for it, nor noted, so what holds for one list holds for all
+  // that are like it.
+  bool isNamedFrom(Wanted& wanted, std::size_t k) {
+    for (std::uint32_t number = 0; number < lists_.alikeCount(); ++number) {
+      const std::size_t last = lists_.lastOfAlike(number);
+      if (last >= k && !isInList(wanted, last, beginning(wanted, last))) return false;
     }
     return true;
   }
 
+  // In list k and those after it that are like it, up to one in which the row turns out to vary; k is then the one after.
+  bool isInAlike(Wanted& wanted, std::size_t& k, std::size_t count) {
+    const PROPINFO& row = wanted.row;
+    const std::uint32_t number = lists_.alike(k);
+    const Beginning begin = beginning(wanted, k);
+    const bool variedBefore = row.isVaries;
+    const bool isCompared = begin.fits && !isDynamic(row);
+    do {
+      if (isCompared ? !isAt(wanted, k, begin.spot) : !isInList(wanted, k, begin)) return false;
+      ++k;
+    } while (k < count && row.isVaries == variedBefore && lists_.alike(k) == number);
+    // From here on only the name key counts.
+    if (row.isVaries != variedBefore) ++search_;
+    return true;
+  }
+
+  // The same for a row that does not vary and fits what stands at the spot.
+  bool isAt(Wanted& wanted, std::size_t k, const ListLayout::Spot& spot) {
+    bool found = false;
+    return compareAt(wanted, k, spot, found) ? found : isInRest(wanted, k, spot.place + 1);
+  }
+
   // Nearly always the search ends where it begins.
-  bool isInList(Wanted& wanted, std::size_t k, const ListLayout::Spot& first, bool fits) {
-    const Stop stop = stopAt(wanted, k, 0, first, fits);
-    return stop == Stop::GoOn ? isInRest(wanted, k, first.place + 1) : stop == Stop::Found;
+  bool isInList(Wanted& wanted, std::size_t k, const Beginning& begin) {
+    const Stop stop = stopAt(wanted, k, 0, begin.spot, begin.fits);
+    return stop == Stop::GoOn ? isInRest(wanted, k, begin.spot.place + 1) : stop == Stop::Found;
   }
 
   // The same from a place on.
@@ -178,9 +199,11 @@ class Merge {
                                : layout.nextCandidate(wanted.name, wanted.property, from);
   }
 
-  const ListLayout::Spot& start(const Wanted& wanted, ListLayout& layout) {
+  Beginning beginning(const Wanted& wanted, std::size_t k) {
+    ListLayout& layout = lists_.layout(k);
     if (layout.start.search != search_) layout.start = {search_, next(wanted, layout, 0)};
-    return layout.start.spot;
+    const ListLayout::Spot& spot = layout.start.spot;
+    return {spot, spot.place != ListLayout::none && lists_.isEditable(k, spot) == wanted.row.isEditable};
   }
 
   // QUIRK(pairs_of_all_visited_rows): every row that the scan passes gives its pair, not only the one that
@@ -194,15 +217,20 @@ class Merge {
   // True when the search in this list is over; found then tells how it ended.
   bool compareAt(const Wanted& wanted, std::size_t k, const ListLayout::Spot& spot, bool& found) {
     // Elements came with their values.
-    const std::uint32_t elements = spot.isElement() ? 0 : lists_.read(k, spot.place, wanted.name);
-    if (elements == 0) return lists_.compare(wanted.row, wanted.property, k, spot, found, errorText_);
+    if (spot.isElement()) return compare(wanted, k, spot, lists_.element(k, spot), found);
+    const Reading reading = lists_.read(k, spot.place, wanted.name);
+    if (reading.value != nullptr) return compare(wanted, k, spot, *reading.value, found);
     // They are what the list was broken up into last. Comparing changes no list.
     const ListLayout::Expansion& expansion = lists_.layout(k).expansions().back();
-    for (std::uint32_t i = 0; i < elements; ++i) {
-      if (lists_.compare(wanted.row, wanted.property, k, expansion.element(i), found, errorText_))
-        return true;
+    for (std::uint32_t i = 0; i < reading.elements; ++i) {
+      const ListLayout::Spot element = expansion.element(i);
+      if (compare(wanted, k, element, lists_.element(k, element), found)) return true;
     }
     return false;
+  }
+  bool compare(const Wanted& wanted, std::size_t k, const ListLayout::Spot& spot, const VARIANT& value,
+               bool& found) {
+    return lists_.compare(wanted.row, wanted.property, k, spot, value, found, errorText_);
   }
 
   Lists& lists_;

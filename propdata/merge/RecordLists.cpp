@@ -18,19 +18,19 @@ DispatchDynPropSourceNode RecordLists::pair(std::size_t k, std::uint32_t place) 
   return {row.pDispatch, row.pDynamicProperty};
 }
 
-std::uint32_t RecordLists::read(std::size_t k, std::uint32_t place, KeyNumber name) {
+Reading RecordLists::read(std::size_t k, std::uint32_t place, KeyNumber name) {
   TqVector<PROPINFO>& list = writable(lists_)[k];
   PROPINFO& row = writable(list)[place];
   readUnlessRead(row, elements_);
   const std::uint32_t count = elements_.length();
-  if (count == 0) return 0;
+  if (count == 0) return {&row.value, 0};
 
   // Without a name the row never matches again.
   row.name = CStdStr<wchar_t>();
   reserve(list, list.length() + count);
   layouts_[k] = &brokenUp(layout(k), place, name, std::as_const(list)[place]);
   list.append(std::move(elements_));
-  return count;
+  return {nullptr, count};
 }
 
 // Labels that elements of other lists have are shared from here on.
@@ -49,7 +49,7 @@ ListLayout& RecordLists::brokenUp(ListLayout& layout, std::uint32_t place, KeyNu
 }
 
 bool RecordLists::compare(PROPINFO& row, KeyNumber /*property*/, std::size_t k, const ListLayout::Spot& spot,
-                          bool& found, CStdStr<wchar_t>& errorText) const {
+                          const VARIANT& /*value*/, bool& found, CStdStr<wchar_t>& errorText) const {
   return compareRows(row, list(k)[spot.place], found, errorText);
 }
 

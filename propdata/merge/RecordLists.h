@@ -29,14 +29,19 @@ class RecordLists {
   ListLayout& layout(std::size_t k);
   // A caller's lists come from anywhere, so each is taken for another.
   void noteAlike() {}
-  std::size_t endOfAlike(std::size_t k) const { return k + 1; }
+  std::uint32_t alike(std::size_t k) const { return static_cast<std::uint32_t>(k); }
+  std::uint32_t alikeCount() const { return lists_.length(); }
+  std::size_t lastOfAlike(std::uint32_t number) const { return number; }
   bool isEditable(std::size_t k, const ListLayout::Spot& spot) const {
     return list(k)[spot.place].isEditable;
   }
   DispatchDynPropSourceNode pair(std::size_t k, std::uint32_t place) const;
-  std::uint32_t read(std::size_t k, std::uint32_t place, KeyNumber name);
-  bool compare(PROPINFO& row, KeyNumber property, std::size_t k, const ListLayout::Spot& spot, bool& found,
-               CStdStr<wchar_t>& errorText) const;
+  Reading read(std::size_t k, std::uint32_t place, KeyNumber name);
+  const VARIANT& element(std::size_t k, const ListLayout::Spot& spot) const {
+    return list(k)[spot.place].value;
+  }
+  bool compare(PROPINFO& row, KeyNumber property, std::size_t k, const ListLayout::Spot& spot,
+               const VARIANT& value, bool& found, CStdStr<wchar_t>& errorText) const;
 
  private:
   const TqVector<PROPINFO>& list(std::size_t k) const { return std::as_const(lists_).begin()[k]; }

@@ -27,10 +27,8 @@ void SharedRows::makeRoomForValues(Column& column) const {
   column.values = memory_.arrayOf<VARIANT>(members_);
 }
 
-void SharedRows::setElements(Member member, std::uint32_t place, VARIANT* elements) {
-  Column& column = columns_[place];
-  if (column.elements == nullptr) column.elements = memory_.arrayOf<VARIANT*>(members_);
-  column.elements[member] = elements;
+void SharedRows::makeRoomForElements(Column& column) const {
+  column.elements = memory_.arrayOf<VARIANT*>(members_);
 }
 
 }  // namespace velt::propdata

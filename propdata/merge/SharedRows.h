@@ -64,20 +64,42 @@ class SharedRows {
     return has(member, place, valued) ? columns_[place].values[member] : rows_[place].value;
   }
 
-  // Fetches what value() needs of an entity some places further on. Whoever goes through the values entity by entity reads
-  // in more places by turns than the processor expects. Inline wherever it is called: compilers take a function that does
-  // nothing else for one without effect.
-  [[gnu::always_inline]] void fetchAhead(Member member, std::uint32_t place) const {
-    const Column& column = columns_[place];
-    if (column.states == nullptr) return;
+  // Hands over what each row holds, in their order. Fetches the values of a later entity meanwhile: whoever goes through them
+  // entity by entity reads in more places by turns than the processor expects. Inline wherever it is called: compilers take
+  // fetching by itself for something without effect.
+  template <class Visitor>
+  [[gnu::always_inline]] void visitValues(Member member, Visitor&& visit) const {
     const Member soon = member + 16;
     const Member later = member + 128;
-    if (soon < members_ && (column.states[soon] & valued) != 0) __builtin_prefetch(column.values + soon);
-    if (later < members_ && later % 16 == 0) __builtin_prefetch(column.states + later);
+    const bool fetchesValues = soon < members_;
+    const bool fetchesStates = later < members_ && later % 16 == 0;
+    const PROPINFO* row = rows_.data();
+    for (const Column& column : columns_) {
+      const bool hasStates = column.states != nullptr;
+      if (hasStates && fetchesValues && (column.states[soon] & valued) != 0)
+        __builtin_prefetch(column.values + soon);
+      if (hasStates && fetchesStates) __builtin_prefetch(column.states + later);
+      visit(hasStates && (column.states[member] & valued) != 0 ? column.values[member] : row->value);
+      ++row;
+    }
+  }
+  // The same for the elements of a row of an entity that broke up like this member will, and where those of still later ones
+  // stand.
+  [[gnu::always_inline]] void fetchElements(Member member, std::uint32_t place) const {
+    VARIANT* const* const all = columns_[place].elements;
+    const auto* const elements = static_cast<const std::byte*>(static_cast<const void*>(all[member]));
+    __builtin_prefetch(elements);
+    __builtin_prefetch(elements + 64);
+    const Member later = member + 96;
+    if (later < members_ && later % 8 == 0) __builtin_prefetch(all + later);
   }
 
   // The elements that the row broke up into; their memory is the caller's.
-  void setElements(Member member, std::uint32_t place, VARIANT* elements);
+  void setElements(Member member, std::uint32_t place, VARIANT* elements) {
+    Column& column = columns_[place];
+    if (column.elements == nullptr) makeRoomForElements(column);
+    column.elements[member] = elements;
+  }
   VARIANT* elements(Member member, std::uint32_t place) const { return columns_[place].elements[member]; }
 
   // Null until the first search in an entity of the class.
@@ -96,6 +118,7 @@ class SharedRows {
 
   void makeRoomForStates(Column& column) const;
   void makeRoomForValues(Column& column) const;
+  void makeRoomForElements(Column& column) const;
   bool has(Member member, std::uint32_t place, State state) const {
     const Column& column = columns_[place];
     return column.states != nullptr && (column.states[member] & state) != 0;

@@ -34,8 +34,8 @@ bool isSameProperty(const PROPINFO& a, const PROPINFO& b) {
          && a.isElement == b.isElement;
 }
 
-bool countElements(IDispatch* object, const CStdStr<wchar_t>& name, ULONG& count,
-                   CStdStr<wchar_t>& errorText) {
+[[gnu::always_inline]] inline bool countElements(IDispatch* object, const CStdStr<wchar_t>& name,
+                                                 ULONG& count, CStdStr<wchar_t>& errorText) {
   // GetIDsOfNames takes no pointer to const, although it only reads.
   LPOLESTR names = const_cast<LPOLESTR>(name.c_str());
   DISPID dispId = 0;
@@ -43,16 +43,16 @@ bool countElements(IDispatch* object, const CStdStr<wchar_t>& name, ULONG& count
       || FAILED(object->GetIDsOfNames(GUID_NULL, &names, 1, LOCALE_SYSTEM_DEFAULT, &dispId))) {
     return failWith(errorText, message::nameNotFound, name);
   }
+  // Freed once the expander is released.
+  CountedStringsHolder elements;
   InterfaceHolder<IOPMPropertyExpander> expander;
   if (FAILED(query(object, IID_IOPMPropertyExpander, expander)))
     return failWith(errorText, message::noExpander);
-  CountedStringsHolder elements;
   if (!handedOver(expander->GetElementStrings(dispId, elements.putStrings(), elements.putCookies()),
                   elements)) {
     return failWith(errorText, message::elementStrings);
   }
   count = elements.cookieCount();
-  expander.reset();
   return true;
 }
 

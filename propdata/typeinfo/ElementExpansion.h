@@ -35,14 +35,16 @@ bool readElement(IOPMPropertyExpander& expander, DISPID dispId, DWORD cookie, co
 //
 // grouping and groupCount are left alone where the object does not get as far.
 template <class Receiver>
-bool expandProperty(IDispatch* object, DISPID dispId, SHORT& grouping, long& groupCount, Receiver& receiver,
-                    CStdStr<wchar_t>& errorText) {
+[[gnu::always_inline]] inline bool expandProperty(IDispatch* object, DISPID dispId, SHORT& grouping,
+                                                  long& groupCount, Receiver& receiver,
+                                                  CStdStr<wchar_t>& errorText) {
   using namespace holders;
   namespace message = errors::message;
+  // Freed once the expander is released.
+  CountedStringsHolder elements;
   InterfaceHolder<IOPMPropertyExpander> expander;
   if (FAILED(query(object, IID_IOPMPropertyExpander, expander)))
     return errors::failWith(errorText, message::noExpander);
-  CountedStringsHolder elements;
   if (!handedOver(expander->GetElementStrings(dispId, elements.putStrings(), elements.putCookies()),
                   elements)) {
     return errors::failWith(errorText, message::elementStrings);
@@ -63,7 +65,6 @@ bool expandProperty(IDispatch* object, DISPID dispId, SHORT& grouping, long& gro
     if (!readElement(*expander.get(), dispId, elements.cookie(i), elements.string(i), receiver))
       return errors::failWith(errorText, message::elementValue);
   }
-  expander.reset();
   return true;
 }
 

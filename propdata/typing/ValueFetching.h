@@ -26,10 +26,7 @@ struct ExceptionRecord : EXCEPINFO {
 };
 
 inline VARIANT asVariant(DISPID dispId) {
-  VARIANT property;
-  VariantInit(&property);
-  property = holders::wholeVariant(VT_I4, static_cast<std::uint32_t>(dispId));
-  return property;
+  return holders::wholeVariant(VT_I4, static_cast<std::uint32_t>(dispId));
 }
 
 // The weight is left alone when the object tells none.
@@ -60,10 +57,11 @@ inline bool isKindOpen(const PROPINFO& prop) {
 // Reads the property of an object of which nothing but the value is kept. The row is only looked at. `makeValue` makes the
 // place to fetch into, with what it is to hold before, once the weight was asked for.
 template <class MakeValue>
-void fetchValueOnly(const PROPINFO& prop, IDispatch* object, MakeValue&& makeValue) {
+VARIANT& fetchValueOnly(const PROPINFO& prop, IDispatch* object, MakeValue&& makeValue) {
   VARIANT& value = makeValue();
   fetchValue(object, prop.dispId, prop.valueType, value);
   if (isKindOpen(prop)) askForKind(prop.dispId, value);
+  return value;
 }
 
 inline void askForWeightOnly(const PROPINFO& prop, IDispatch* object) {

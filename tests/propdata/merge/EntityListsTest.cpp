@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -38,6 +40,14 @@ class EntityListsTest : public LayerTest {
     lists.add(lists.sharedRows(list), {7, toyClass(1), object.unknown(), object.dispatch()});
   }
   bool merge() { return propdata::intersect(lists, result, errorText); }
+  // The numbers of all lists as they are now.
+  std::vector<std::uint32_t> alike() {
+    lists.noteAlike();
+    std::vector<std::uint32_t> numbers;
+    for (std::size_t k = 0; k < lists.count(); ++k)
+      numbers.push_back(lists.alike(k));
+    return numbers;
+  }
   void clearResult() {
     for (PROPINFO& row : result)
       VariantClear(&row.value);
@@ -122,13 +132,31 @@ TEST_F(EntityListsTest, ListsAreAlikeUntilOneIsEditableOtherwise) {
   lists.setEditable(3, 129, false);
   lists.setEditable(4, 129, false);
 
-  lists.noteAlike();
+  EXPECT_NE(alike()[0], alike()[1]) << "its first row";
+  EXPECT_NE(alike()[2], alike()[3]) << "their last row";
+  EXPECT_EQ(alike()[3], alike()[4]);
+  EXPECT_NE(alike()[4], alike()[5]) << "of another class";
+  // Each number has a last list, after which no other has it.
+  for (std::uint32_t number = 0; number < lists.alikeCount(); ++number) {
+    const std::vector<std::uint32_t> all = alike();
+    const auto last = std::find(all.rbegin(), all.rend(), number);
+    ASSERT_NE(last, all.rend()) << number;
+    EXPECT_EQ(lists.lastOfAlike(number), static_cast<std::size_t>(all.rend() - last - 1)) << number;
+  }
+}
 
-  EXPECT_EQ(lists.endOfAlike(0), 1U);
-  EXPECT_EQ(lists.endOfAlike(1), 2U) << "its first row";
-  EXPECT_EQ(lists.endOfAlike(2), 3U) << "their last row";
-  EXPECT_EQ(lists.endOfAlike(3), 5U);
-  EXPECT_EQ(lists.endOfAlike(5), 6U) << "of another class";
+TEST_F(EntityListsTest, ListsAreAlikeWhereverTheyStand) {
+  SharedRows& shared = lists.sharedRows(list);
+  const TqVector<PROPINFO> others = rows({Row(L"Start")});
+  SharedRows& other = lists.sharedRows(others);
+  for (int k = 0; k < 5; ++k)
+    lists.add(k % 2 == 0 ? shared : other, {});
+
+  EXPECT_EQ(alike(), (std::vector<std::uint32_t>{0, 1, 0, 1, 0}));
+
+  EXPECT_EQ(lists.alikeCount(), 2U);
+  EXPECT_EQ(lists.lastOfAlike(0), 4U);
+  EXPECT_EQ(lists.lastOfAlike(1), 3U);
 }
 
 TEST_F(EntityListsTest, ListsAreAlikeAgainOnceAllAreBrokenUpIntoTheSame) {
@@ -136,36 +164,30 @@ TEST_F(EntityListsTest, ListsAreAlikeAgainOnceAllAreBrokenUpIntoTheSame) {
   for (const ToyObject* const object : {&first, &second, &third})
     add(*object);
   const propdata::KeyNumber name = lists.keys().numberOf(propdata::NameKey::of(lists.rowOfFirst(0)));
-  const auto ends = [&] {
-    lists.noteAlike();
-    return std::vector{lists.endOfAlike(0), lists.endOfAlike(1), lists.endOfAlike(2)};
-  };
-  const std::vector<std::size_t> all(3, 3);
+  const std::vector<std::uint32_t> all(3, 0);
 
-  EXPECT_EQ(ends(), all);
-  EXPECT_EQ(lists.read(1, 0, name), 2U);
-  EXPECT_EQ(lists.endOfAlike(0), 3U) << "as long as the search goes on";
-  EXPECT_EQ(ends(), (std::vector<std::size_t>{1, 2, 3}));
-  EXPECT_EQ(lists.read(2, 0, name), 2U);
-  EXPECT_EQ(ends(), (std::vector<std::size_t>{1, 3, 3}));
-  EXPECT_EQ(lists.read(0, 0, name), 2U);
-  EXPECT_EQ(ends(), all);
+  EXPECT_EQ(alike(), all);
+  EXPECT_EQ(lists.read(1, 0, name).elements, 2U);
+  EXPECT_EQ(lists.alike(1), 0U) << "as long as the search goes on";
+  EXPECT_EQ(alike(), (std::vector<std::uint32_t>{0, 1, 0}));
+  EXPECT_EQ(lists.read(2, 0, name).elements, 2U);
+  EXPECT_EQ(alike(), (std::vector<std::uint32_t>{0, 1, 1}));
+  EXPECT_EQ(lists.read(0, 0, name).elements, 2U);
+  EXPECT_EQ(alike(), all);
   lists.clearValues();
 }
 
-TEST_F(EntityListsTest, WhichListsAreAlikeDoesNotDependOnWhichIsBrokenUpLast) {
-  for (const ToyObject* const object : {&first, &second, &third})
+TEST_F(EntityListsTest, ARowIsReadOnceAndItsValueHandedOut) {
+  for (const ToyObject* const object : {&first, &second})
     add(*object);
-  const propdata::KeyNumber name = lists.keys().numberOf(propdata::NameKey::of(lists.rowOfFirst(0)));
-  lists.noteAlike();
-  EXPECT_EQ(lists.read(2, 0, name), 2U);
-  EXPECT_EQ(lists.read(0, 0, name), 2U);
+  const propdata::KeyNumber name = lists.keys().numberOf(propdata::NameKey::of(lists.rowOfFirst(1)));
 
-  lists.noteAlike();
-
-  EXPECT_EQ(lists.endOfAlike(0), 1U);
-  EXPECT_EQ(lists.endOfAlike(1), 2U) << "broken up is only the one after it";
-  EXPECT_EQ(lists.endOfAlike(2), 3U);
+  const propdata::Reading reading = lists.read(1, 1, name);
+  ASSERT_NE(reading.value, nullptr);
+  EXPECT_EQ(reading.elements, 0U);
+  const propdata::Reading again = lists.read(1, 1, name);
+  EXPECT_EQ(again.value, reading.value);
+  EXPECT_EQ(host.log.count("Invoke(2, get"), 1);
   lists.clearValues();
 }
 
@@ -221,7 +243,7 @@ TEST_F(EntityListsTest, ARowThatVariesIsLookedForInEveryListThatIsNotAlike) {
 
   ASSERT_EQ(names(result), (Lines{"Start", "Start"})) << "the fourth has no Length";
   EXPECT_TRUE(std::as_const(result)[0].isVaries);
-  EXPECT_EQ(host.log.count("Invoke(2) on third"), 0) << "varying rows are not read";
+  EXPECT_EQ(host.log.count("Invoke(2, get"), 2) << "varying rows are not read, so not the third entity's";
   lists.clearValues();
   clearResult();
 }
