@@ -124,7 +124,7 @@ void measureSize(const NamedContent& named, std::uint32_t entities, const QueryS
   const std::optional<std::size_t> values = peakMemoryOf([&] { floor.run(); });
   measuring.reset();
   const Pairs times = samplePairs(
-      scale.pairs, [&] { queryAndClear(selection); }, [&] { floor.run(); });
+      scale.pairs, [&] { queryAndClear(selection); }, [&] { floor.run(); }, [&] { selection.forget(); });
   floor.clearLeftovers();
 
   const auto properties = static_cast<double>(floor.plan().properties);
@@ -180,7 +180,8 @@ void measurePolylines(const Settings& settings, Report& report) {
     Selection selection(drawingOfPolylines(vertices));
     selection.setUp();
     queryAndClear(selection);
-    const Spread time = spreadOf(sample(scale.pairs, [&] { queryAndClear(selection); }));
+    const Spread time = spreadOf(sample(
+        scale.pairs, [&] { queryAndClear(selection); }, [&] { selection.forget(); }));
     growth.push_back({static_cast<double>(vertices), time.median});
     report.add({name,
                 {{"vertices", static_cast<double>(vertices)}},

@@ -41,17 +41,23 @@ double timeOf(const std::function<void()>& work) {
   return processorTime() - start;
 }
 
-Samples sample(const Repetitions& repetitions, const std::function<void()>& work) {
+Samples sample(const Repetitions& repetitions, const std::function<void()>& work,
+               const std::function<void()>& before) {
   Samples samples;
-  repeat(repetitions, [&] { return samples.emplace_back(timeOf(work)); });
+  repeat(repetitions, [&] {
+    if (before) before();
+    return samples.emplace_back(timeOf(work));
+  });
   return samples;
 }
 
 Pairs samplePairs(const Repetitions& repetitions, const std::function<void()>& first,
-                  const std::function<void()>& second) {
+                  const std::function<void()>& second, const std::function<void()>& before) {
   Pairs pairs;
   repeat(repetitions, [&] {
+    if (before) before();
     const double ofFirst = timeOf(first);
+    if (before) before();
     const double ofSecond = timeOf(second);
     pairs.first.push_back(ofFirst);
     pairs.second.push_back(ofSecond);

@@ -34,7 +34,9 @@ struct Repetitions {
   double nanoseconds = 1e9;
 };
 
-[[nodiscard]] Samples sample(const Repetitions& repetitions, const std::function<void()>& work);
+// `before`, if there is one, is done before each and not timed.
+[[nodiscard]] Samples sample(const Repetitions& repetitions, const std::function<void()>& work,
+                             const std::function<void()>& before = {});
 
 struct Pairs {
   Samples first;
@@ -44,9 +46,10 @@ struct Pairs {
 };
 
 // Does the two kinds of work in turn. A ratio is that of two neighbours in time, so that whatever slows the machine
-// down for a while slows both.
+// down for a while slows both. `before`, if there is one, is done before each of them and not timed.
 [[nodiscard]] Pairs samplePairs(const Repetitions& repetitions, const std::function<void()>& first,
-                                const std::function<void()>& second);
+                                const std::function<void()>& second,
+                                const std::function<void()>& before = {});
 
 struct Point {
   double size;

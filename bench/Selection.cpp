@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "embedded/database/Entity.h"
+#include "holders/InterfaceHolder.h"
+#include "host/automation/IVeltBaseObject.h"
 
 namespace velt::bench {
 
@@ -21,6 +23,18 @@ void Selection::query(TqVector<PROPINFO>& rows) {
   bool typeFlag = false;
   if (!GetPropertiesInfo(entries(), rows, errorText, mergeFlag, typeFlag)) {
     throw std::runtime_error("GetPropertiesInfo: " + palette::toUtf8(errorText.str()));
+  }
+}
+
+void Selection::forget() {
+  for (const VeltPropData* const entry : std::as_const(entries())) {
+    holders::InterfaceHolder<IVeltBaseObject> object;
+    VkDbObjectId id;
+    id.setFromOldId(entry->oldId);
+    if (FAILED(holders::query(entry->pDispatch, IID_IVeltBaseObject, object))
+        || FAILED(object->SetObjectId(id, VkDbObjectId(), nullptr))) {
+      throw std::runtime_error("an object cannot be bound to its entity");
+    }
   }
 }
 

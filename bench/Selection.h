@@ -25,6 +25,9 @@ class Selection {
   // std::runtime_error when the layer fails.
   void query(TqVector<PROPINFO>& rows);
 
+  // Makes the automation objects forget what they keep of earlier calls, as if the selection had just been made.
+  void forget();
+
   // After setUp().
   [[nodiscard]] TqVector<VeltPropData*>& entries() { return selection_.value().entries(); }
   [[nodiscard]] const database::Drawing& drawing() const { return *drawing_; }

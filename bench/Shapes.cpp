@@ -45,7 +45,8 @@ Times measureTimes(Shape shape, std::uint32_t size, const Repetitions& repetitio
   palette::Selection& palette = selection.palette();
   palette.query();
   times.parts = shape == Shape::OnePolyline ? size : static_cast<double>(palette.size());
-  times.query = spreadOf(sample(repetitions, [&] { palette.query(); }));
+  times.query = spreadOf(sample(
+      repetitions, [&] { palette.query(); }, [&] { selection.forget(); }));
   // Another value each time, because the host does not write a value that is there already.
   double next = 1.0;
   times.write = spreadOf(sample(repetitions, [&] {

@@ -52,7 +52,8 @@ void measureBaseline(const Settings& settings, Report& report) {
           repetitions, [&] { queryAndClear(selection); },
           [&] {
             if (merge.run(objects) == 0) throw std::logic_error("the baseline merges nothing");
-          });
+          },
+          [&] { selection.forget(); });
       Samples ratio = times.ratio;
       for (double& value : ratio)
         value *= ofObjects / properties;

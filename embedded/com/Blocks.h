@@ -35,6 +35,10 @@ inline StringPrefix* prefixOf(BSTR string) noexcept {
   return static_cast<StringPrefix*>(static_cast<void*>(string)) - 1;
 }
 
+inline BSTR charactersOf(void* block) noexcept {
+  return static_cast<BSTR>(static_cast<void*>(static_cast<StringPrefix*>(block) + 1));
+}
+
 // A string of so many bytes, of which only the terminator is written; null without memory. Counts in 64 bits, because the
 // largest string, its terminator and the prefix together need more than 32.
 inline BSTR makeString(std::uint64_t bytes) noexcept {
@@ -43,7 +47,7 @@ inline BSTR makeString(std::uint64_t bytes) noexcept {
   if (block == nullptr) return nullptr;
   auto* prefix = static_cast<StringPrefix*>(block);
   *prefix = static_cast<StringPrefix>(bytes);
-  const BSTR string = static_cast<BSTR>(static_cast<void*>(prefix + 1));
+  const BSTR string = charactersOf(block);
   string[bytes / sizeof(OLECHAR)] = L'\0';
   string[charactersFor(bytes) - 1] = L'\0';
   platform::bstrAccount.handOut();
@@ -60,12 +64,13 @@ inline BSTR makeString(const void* from, std::uint64_t bytes) noexcept {
 // Before task memory: how many bytes the block has.
 struct alignas(std::max_align_t) TaskMemoryPrefix {
   std::size_t bytes;
+  std::size_t unused;
 };
 
 // The memory in a block that was allocated for so many bytes of it; still to be counted.
 inline void* asTaskMemory(void* block, std::size_t bytes) noexcept {
   auto* const prefix = static_cast<TaskMemoryPrefix*>(block);
-  prefix->bytes = sizeof(TaskMemoryPrefix) + bytes;
+  *prefix = {sizeof(TaskMemoryPrefix) + bytes, 0};
   return prefix + 1;
 }
 

@@ -35,12 +35,8 @@ void construct(std::array<std::byte, 2 * sizeof(void*)>& storage, VkDbImpObject&
 
 }  // namespace
 
-ObjectTable& ObjectTable::ofProcess() {
-  // Made before any constructor runs and never destroyed: objects may be closed until the process ends.
-  static constinit ObjectTable table;
-  static_assert(std::is_trivially_destructible_v<ObjectTable>);
-  return table;
-}
+constinit ObjectTable ObjectTable::table_;
+static_assert(std::is_trivially_destructible_v<ObjectTable>);
 
 ObjectTable::Slot& ObjectTable::takeSlot() {
   if (firstFree_ != dxf::none) {

@@ -23,7 +23,7 @@ namespace velt::database {
 
 class ObjectTable {
  public:
-  [[nodiscard]] static ObjectTable& ofProcess();
+  [[nodiscard]] static ObjectTable& ofProcess() noexcept { return table_; }
 
   // A new object for a record of the drawing. Throws std::bad_alloc without memory, or when all slots are in use.
   [[nodiscard]] VkDbImpObject& acquire(Drawing& drawing, const ObjectClass& objectClass,
@@ -69,6 +69,9 @@ class ObjectTable {
   static constexpr std::uint32_t lastGeneration = 0x7FFF'FFFF;
 
   constexpr ObjectTable() = default;
+
+  // Made before any constructor runs and never destroyed: objects may be closed until the process ends.
+  static constinit ObjectTable table_;
 
   [[nodiscard]] Slot& slotAt(std::uint32_t slot) const {
     return chunks_[slot / slotsPerChunk].load(std::memory_order_acquire)[slot % slotsPerChunk];

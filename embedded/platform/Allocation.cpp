@@ -1,6 +1,8 @@
 #include "embedded/platform/Allocation.h"
 
 #include <limits>
+#include <memory>
+#include <new>
 
 namespace velt::platform {
 
@@ -47,10 +49,12 @@ std::size_t toAskFor(std::size_t bytes) {
 // Has no destructor, so that it can still be read after the thread's KeptBlocks.
 constinit thread_local bool areBlocksGone = false;
 
+// On the heap: what a library that a host loads later has for each thread itself has to fit into what the C library left
+// free when the process began.
 struct KeptBlocks {
-  SmallBlocks blocks;
+  const std::unique_ptr<SmallBlocks> blocks{new (std::nothrow) SmallBlocks};
 
-  KeptBlocks() { smallBlocks = &blocks; }
+  KeptBlocks() { smallBlocks = blocks.get(); }
   KeptBlocks(const KeptBlocks&) = delete;
   KeptBlocks& operator=(const KeptBlocks&) = delete;
   ~KeptBlocks() {
@@ -63,7 +67,7 @@ struct KeptBlocks {
 bool begunToKeep() {
   if (!generalHeap::mayBeSpared() || areBlocksGone) return false;
   static thread_local const KeptBlocks kept;
-  return true;
+  return kept.blocks != nullptr;
 }
 
 }  // namespace

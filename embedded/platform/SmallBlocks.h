@@ -7,6 +7,7 @@
 //
 // Threads: each has its own. A block may be taken on one thread and kept by another.
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -28,9 +29,9 @@ class SmallBlocks {
   SmallBlocks(const SmallBlocks&) = delete;
   SmallBlocks& operator=(const SmallBlocks&) = delete;
   ~SmallBlocks() {
-    for (Stack& stack : stacks_) {
-      while (void* const block = stack.pop())
-        generalHeap::giveBack(block);
+    for (Kind kind = 0; kind < kinds; ++kind) {
+      while (counts_[kind] != 0)
+        generalHeap::giveBack(blocks_[kind][--counts_[kind]]);
     }
   }
 
@@ -57,33 +58,44 @@ class SmallBlocks {
     return bytes <= largest ? takeOf(kindFor(bytes)) : nullptr;
   }
   [[nodiscard]] void* takeOf(Kind kind) noexcept {
-    if (kind >= stacks_.size()) return nullptr;
-    if (void* const block = stacks_[kind].pop()) [[likely]]
-      return block;
-    // What was given back as the smallest block of the heap is among those of the next kind.
-    return kind == 0 ? stacks_[1].pop() : nullptr;
+    if (kind >= kinds) return nullptr;
+    if (counts_[kind] == 0) [[unlikely]] {
+      // What was given back as the smallest block of the heap is among those of the next kind.
+      if (kind != 0 || counts_[1] == 0) return nullptr;
+      kind = 1;
+    }
+    void* const block = blocks_[kind][--counts_[kind]];
+    keeperIn(block) = nullptr;
+    return block;
+  }
+  // So many of a kind at once; null, and nothing has happened, when fewer are kept. They stand there until the next block is
+  // kept, and each looks kept until its second word is written.
+  [[nodiscard]] void* const* takeOf(Kind kind, std::size_t count) noexcept {
+    if (kind >= kinds || counts_[kind] < count) [[unlikely]]
+      return nullptr;
+    return &blocks_[kind][counts_[kind] -= count];
   }
 
   // Keeps a block of the general heap that holds so many bytes. False when it is to go back to the heap. A block that is kept
   // already was given back twice: like the heap itself, that ends the process, rather than two owners sharing it.
   [[nodiscard]] bool keep(void* memory, std::size_t bytes) noexcept { return keepOf(memory, kindOf(bytes)); }
-  [[nodiscard]] bool keepOf(void* memory, Kind kind) noexcept {
-    if (kind >= stacks_.size()) return false;
-    auto* block = static_cast<Block*>(memory);
-    if (block->keeper == this) {
-      if (stacks_[kind].has(block)) std::abort();
-      block->keeper = nullptr;
+  [[nodiscard]] bool keepOf(void* block, Kind kind) noexcept {
+    if (kind >= kinds) return false;
+    if (keeperIn(block) == this) {
+      const auto first = blocks_[kind].begin();
+      const auto end = first + static_cast<std::ptrdiff_t>(counts_[kind]);
+      if (std::find(first, end, block) != end) std::abort();
+      keeperIn(block) = nullptr;
     }
-    return keepAtOnce(memory, kind);
+    return keepAtOnce(block, kind);
   }
 
   // The same for a block that does not look as if it were kept already; false, and nothing has happened, for one that does.
   // Calls nothing, so that whoever frees a string needs no more than a few instructions for it.
-  [[nodiscard]] bool keepAtOnce(void* memory, Kind kind) noexcept {
-    if (kind >= stacks_.size()) return false;
-    auto* block = static_cast<Block*>(memory);
-    if (block->keeper == this || !stacks_[kind].push(block)) return false;
-    block->keeper = this;
+  [[nodiscard]] bool keepAtOnce(void* block, Kind kind) noexcept {
+    if (kind >= kinds || keeperIn(block) == this || counts_[kind] == keptOfEach) return false;
+    blocks_[kind][counts_[kind]++] = block;
+    keeperIn(block) = this;
     return true;
   }
 
@@ -92,47 +104,18 @@ class SmallBlocks {
   static constexpr std::size_t beside = 8;
   static constexpr std::size_t step = 16;
   static constexpr std::size_t smallest = step + beside;
+  static constexpr Kind kinds = (largest - beside) / step + 1;
   static constexpr Kind never = static_cast<Kind>(-1);
 
-  // What stands in a block while it is kept.
-  struct Block {
-    Block* next;
-    const SmallBlocks* keeper;
-  };
+  // Stands in a block while it is kept: after its first word, where a string or an array has its length, so that most
+  // blocks in use do not look kept.
+  static const SmallBlocks*& keeperIn(void* block) noexcept {
+    return static_cast<const SmallBlocks**>(block)[1];
+  }
 
-  class Stack {
-   public:
-    // Null when it is empty.
-    void* pop() noexcept {
-      Block* const block = top_;
-      if (block == nullptr) return nullptr;
-      top_ = block->next;
-      --count_;
-      block->keeper = nullptr;
-      return block;
-    }
-    // False when it is full.
-    bool push(Block* block) noexcept {
-      if (count_ == keptOfEach) return false;
-      block->next = top_;
-      top_ = block;
-      ++count_;
-      return true;
-    }
-    [[nodiscard]] bool has(const Block* wanted) const noexcept {
-      const Block* block = top_;
-      while (block != nullptr && block != wanted)
-        block = block->next;
-      return block != nullptr;
-    }
-
-   private:
-    Block* top_ = nullptr;
-    std::uint32_t count_ = 0;
-  };
-
-  // By kind.
-  std::array<Stack, (largest - beside) / step + 1> stacks_{};
+  // By kind. The blocks themselves do not tell which one comes next: it would be known only once it has come from memory.
+  std::array<std::size_t, kinds> counts_{};
+  std::array<std::array<void*, keptOfEach>, kinds> blocks_{};
 };
 
 }  // namespace velt::platform

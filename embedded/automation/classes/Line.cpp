@@ -16,8 +16,7 @@ using platform::Category;
 constexpr const char* line = "AcDbLine";
 
 Vector3 getDelta(const Subject& subject) {
-  const database::Lens lens = subject.lens();
-  return pointAt(lens, 11, line) - pointAt(lens, 10, line);
+  return subject.point(11, line) - subject.point(10, line);
 }
 
 double getLength(const Subject& subject) {

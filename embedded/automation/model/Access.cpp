@@ -25,10 +25,6 @@ std::int32_t storedInteger(const Subject& subject, const PropertyRow& row) {
   return static_cast<std::int32_t>(stored);
 }
 
-std::size_t oneGroup(const Subject&, const PropertyRow&) {
-  return 1;
-}
-
 struct AskedPoint {
   const PropertyRow* row = nullptr;
   Vector3 point;
@@ -54,7 +50,6 @@ void putCoordinate(const Subject& subject, const PropertyRow& row, std::size_t e
 const ElementAccess pointElements = {
     .labels = coordinateLabels,
     .labelsFollowRow = true,
-    .groups = oneGroup,
     .get = getCoordinate,
     .put = putCoordinate,
 };
@@ -93,7 +88,7 @@ Value getText(const Subject& subject, const PropertyRow& row) {
 }
 
 Value getWorldPoint(const Subject& subject, const PropertyRow& row) {
-  return pointAt(subject.lens(), row.access.code, row.access.subclass);
+  return subject.point(row.access.code, row.access.subclass);
 }
 
 Value getObjectPoint(const Subject& subject, const PropertyRow& row) {

@@ -34,12 +34,20 @@ HRESULT giveText(const wchar_t* text, BSTR* out) {
   throw Refusal(E_FAIL, L"The entity is erased.");
 }
 
+bool isThere(const VkDbImpObject* object) {
+  return object != nullptr && object->record != dxf::none && !object->isErased;
+}
+
+bool isThere(VkDbObjectId id) {
+  return isThere(database::ObjectTable::ofProcess().find(id));
+}
+
 // As AutomationObject::subject(), for its own functions: nearly every call begins with it.
-inline Subject subjectOf(VkDbObjectId id, const AutomationClass& kind) {
+inline Subject subjectOf(VkDbObjectId id, const AutomationClass& kind, AskedPoints* asked = nullptr) {
   const VkDbImpObject* const object = database::ObjectTable::ofProcess().find(id);
-  if (object == nullptr || object->record == dxf::none || object->isErased) [[unlikely]]
+  if (!isThere(object)) [[unlikely]]
     refuseMissing(id, object);
-  return Subject({object->drawing, object->record}, id, kind);
+  return Subject({object->drawing, object->record}, id, kind, asked);
 }
 
 constexpr bool isGet(WORD flags) {
@@ -56,9 +64,13 @@ const ElementAccess* elementsOf(const PropertyRow* row) {
   return row == nullptr ? nullptr : row->access.elements;
 }
 
+std::size_t groupCount(const Subject& subject, const PropertyRow& row) {
+  const auto groups = row.access.elements->groups;
+  return groups == nullptr ? 1 : groups(subject, row);
+}
+
 std::size_t elementCount(const Subject& subject, const PropertyRow& row) {
-  const ElementAccess& elements = *row.access.elements;
-  return elements.labels.size() * elements.groups(subject, row);
+  return row.access.elements->labels.size() * groupCount(subject, row);
 }
 
 // A drawing may hold a value in several places, of which a damaged one tells different things, and a put may round. So
@@ -185,7 +197,7 @@ HRESULT AutomationObject<Dispatch>::get(const PropertyRow& row, const DISPPARAMS
   if (result == nullptr) return E_POINTER;
   // A palette prepares the result for the type, and would show its zero for a value that cannot be told.
   *result = {};
-  *result = toVariant(row.access.get(subjectOf(id_, kind()), row), row.type);
+  *result = toVariant(row.access.get(subjectOf(id_, kind(), &asked_), row), row.type);
   return S_OK;
 }
 
@@ -219,6 +231,7 @@ HRESULT AutomationObject<Dispatch>::SetObjectId(VkDbObjectId& object, VkDbObject
   if (!found) return E_INVALIDARG;
   if (!kind().takes(*found->drawing, found->record)) return E_INVALIDARG;
   id_ = object;
+  asked_.forget();
   return S_OK;
 }
 
@@ -278,7 +291,7 @@ HRESULT AutomationObject<Dispatch>::GetElementValue(DISPID dispId, DWORD cookie,
   const ElementAccess* elements = elementsOf(row);
   if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
   return guarded([&] {
-    const Subject source = subjectOf(id_, kind());
+    const Subject source = subjectOf(id_, kind(), &asked_);
     if (cookie >= elementCount(source, *row)) return E_INVALIDARG;
     *value = holders::wholeVariant(VT_R8, std::bit_cast<std::uint64_t>(elements->get(source, *row, cookie)));
     return S_OK;
@@ -315,8 +328,13 @@ HRESULT AutomationObject<Dispatch>::GetElementStrings(DISPID dispId, CALPOLESTR*
   if (entry == nullptr) return DISP_E_MEMBERNOTFOUND;
   const ElementAccess* const elements = elementsOf(entry->row);
   if (elements == nullptr) return E_NOTIMPL;
+  platform::SmallBlocks* const kept = platform::blocksAtOnce();
+  if (elements->groups == nullptr && kept != nullptr && isThere(id_)
+      && entry->labels.giveAtOnce(*kept, *strings, *cookies)) {
+    return S_OK;
+  }
   return guarded([&] {
-    return entry->labels.give(elements->groups(subjectOf(id_, kind()), *entry->row), *strings, *cookies);
+    return entry->labels.give(groupCount(subjectOf(id_, kind()), *entry->row), *strings, *cookies);
   });
 }
 
@@ -337,7 +355,7 @@ HRESULT AutomationObject<Dispatch>::GetGroupCount(DISPID dispId, long* groups) {
   const ElementAccess* elements = elementsOf(row);
   if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
   return guarded([&] {
-    *groups = static_cast<long>(elements->groups(subjectOf(id_, kind()), *row));
+    *groups = static_cast<long>(groupCount(subjectOf(id_, kind()), *row));
     return S_OK;
   });
 }

@@ -33,15 +33,16 @@ ClassIndex::ClassIndex(const AutomationClass& kind)
 
 void ClassIndex::addRows(std::span<const PropertyRow> table) {
   for (const PropertyRow& row : table) {
-    PreparedStrings labels;
+    std::vector<std::wstring> labels;
     if (row.access.elements != nullptr) {
       for (const wchar_t* label : row.access.elements->labels) {
-        labels.add(row.access.elements->labelsFollowRow ? std::wstring(row.label) + L" " + label : label);
+        labels.push_back(row.access.elements->labelsFollowRow ? std::wstring(row.label) + L" " + label
+                                                              : label);
       }
     }
     names_.add(row.name, rows_.size());
     rows_.push_back(&row);
-    entries_.push_back({&row, std::move(labels)});
+    entries_.push_back({&row, PreparedStrings(labels)});
     addSlot(row.dispId, entries_.size());
   }
 }

@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <cwchar>
 #include <optional>
 #include <span>
 #include <string>
@@ -38,7 +39,7 @@ class ClassIndex {
   // asks every entity for one property after the other.
   [[nodiscard]] const PropertyRow* findAgain(const wchar_t* name) const noexcept {
     const PropertyRow* const last = lastFound_.load(std::memory_order_relaxed);
-    if (last != nullptr && isSame(last->name, name)) return last;
+    if (last != nullptr && std::wcscmp(last->name, name) == 0) return last;
     const PropertyRow* const found = find(std::wstring_view(name));
     if (found != nullptr) lastFound_.store(found, std::memory_order_relaxed);
     return found;
@@ -59,15 +60,6 @@ class ClassIndex {
   [[nodiscard]] platform::LedgerAccount& account() const noexcept { return *account_; }
 
  private:
-  // Names are short, and a call would take longer.
-  static bool isSame(const wchar_t* a, const wchar_t* b) noexcept {
-    while (*a == *b && *a != L'\0') {
-      ++a;
-      ++b;
-    }
-    return *a == *b;
-  }
-
   void addRows(std::span<const PropertyRow> table);
   void addSlot(DISPID dispId, std::size_t entry);
 

@@ -1,5 +1,6 @@
 #include "embedded/automation/model/PreparedStrings.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "embedded/automation/model/CountedStrings.h"
@@ -7,81 +8,45 @@
 #include "embedded/platform/Allocation.h"
 
 namespace velt::automation {
-namespace {
 
 using platform::SmallBlocks;
 
-OLECHAR* charactersIn(void* block) {
-  return static_cast<OLECHAR*>(static_cast<void*>(static_cast<com::StringPrefix*>(block) + 1));
+PreparedStrings::PreparedStrings(std::span<const std::wstring> texts) : count_(texts.size()) {
+  const auto kindOf = [](const std::wstring& text) {
+    return SmallBlocks::kindFor(com::stringBlockFor(text.size() * sizeof(OLECHAR)));
+  };
+  for (const std::wstring& text : texts)
+    kind_ = std::max(kind_, kindOf(text));
+  const bool areOfOneKind = std::all_of(texts.begin(), texts.end(),
+                                        [&](const std::wstring& text) { return kindOf(text) == kind_; });
+  const bool arraysFit = com::taskMemoryKind(count_ * sizeof(LPOLESTR)) <= kind_;
+  blocksAtOnce_ = areOfOneKind && arraysFit ? count_ + 2 : 0;
+  words_.resize(count_ * wordsIn(kind_));
+  for (std::size_t i = 0; i < count_; ++i) {
+    Word* const block = &words_[i * wordsIn(kind_)];
+    const std::size_t bytes = texts[i].size() * sizeof(OLECHAR);
+    const auto prefix = static_cast<com::StringPrefix>(bytes);
+    std::memcpy(block, &prefix, sizeof prefix);
+    std::memcpy(com::charactersOf(block), texts[i].data(), bytes);
+  }
 }
 
-}  // namespace
-
-std::wstring_view PreparedStrings::Image::text() const noexcept {
-  return {charactersIn(words.get()), bytes / sizeof(OLECHAR)};
-}
-
-void PreparedStrings::add(std::wstring_view text) {
-  const std::size_t bytes = text.size() * sizeof(OLECHAR);
-  const SmallBlocks::Kind kind = SmallBlocks::kindFor(com::stringBlockFor(bytes));
-  Image image{kind, std::make_unique<Word[]>(1 + 2 * kind), bytes};
-  const auto prefix = static_cast<com::StringPrefix>(bytes);
-  std::memcpy(image.words.get(), &prefix, sizeof prefix);
-  std::memcpy(charactersIn(image.words.get()), text.data(), bytes);
-  images_.push_back(std::move(image));
+std::wstring_view PreparedStrings::text(std::size_t index) const noexcept {
+  const Word* const block = &words_[index * wordsIn(kind_)];
+  com::StringPrefix bytes = 0;
+  std::memcpy(&bytes, block, sizeof bytes);
+  return {com::charactersOf(const_cast<Word*>(block)), bytes / sizeof(OLECHAR)};
 }
 
 HRESULT PreparedStrings::give(std::size_t times, CALPOLESTR& strings, CADWORD& cookies) const {
   SmallBlocks* const kept = platform::blocksAtOnce();
   if (times == 1 && kept != nullptr && giveAtOnce(*kept, strings, cookies)) return S_OK;
-  return giveOneByOne(times, strings, cookies);
-}
-
-HRESULT PreparedStrings::giveOneByOne(std::size_t times, CALPOLESTR& strings, CADWORD& cookies) const {
-  CountedStrings list(images_.size() * times);
+  CountedStrings list(count_ * times);
   for (std::size_t i = 0; i < times; ++i) {
-    for (const Image& image : images_)
-      list.add(image.text());
+    for (std::size_t index = 0; index < count_; ++index)
+      list.add(text(index));
   }
   return list.giveTo(strings, cookies);
-}
-
-bool PreparedStrings::giveAtOnce(SmallBlocks& kept, CALPOLESTR& strings, CADWORD& cookies) const noexcept {
-  const std::size_t count = images_.size();
-  const SmallBlocks::Kind stringsKind = com::taskMemoryKind(count * sizeof(LPOLESTR));
-  const SmallBlocks::Kind cookiesKind = com::taskMemoryKind(count * sizeof(DWORD));
-  void* const stringsBlock = kept.takeOf(stringsKind);
-  if (stringsBlock == nullptr) return false;
-  void* const cookiesBlock = kept.takeOf(cookiesKind);
-  if (cookiesBlock == nullptr) {
-    (void)kept.keepOf(stringsBlock, stringsKind);
-    return false;
-  }
-  auto* const madeStrings = static_cast<LPOLESTR*>(com::asTaskMemory(stringsBlock, count * sizeof(LPOLESTR)));
-  auto* const madeCookies = static_cast<DWORD*>(com::asTaskMemory(cookiesBlock, count * sizeof(DWORD)));
-  for (std::size_t i = 0; i < count; ++i) {
-    const Image& image = images_[i];
-    void* const block = kept.takeOf(image.kind);
-    if (block == nullptr) [[unlikely]] {
-      while (i-- > 0)
-        (void)kept.keepOf(com::prefixOf(madeStrings[i]), images_[i].kind);
-      (void)kept.keepOf(cookiesBlock, cookiesKind);
-      (void)kept.keepOf(stringsBlock, stringsKind);
-      return false;
-    }
-    const Word* from = image.words.get();
-    auto* to = static_cast<Word*>(block);
-    *to++ = *from++;
-    for (SmallBlocks::Kind left = image.kind; left != 0; --left, to += 2, from += 2)
-      std::memcpy(to, from, 2 * sizeof(Word));
-    madeStrings[i] = charactersIn(block);
-    madeCookies[i] = static_cast<DWORD>(i);
-  }
-  platform::bstrAccount.handOut(static_cast<std::int64_t>(count));
-  platform::taskMemoryAccount.handOut(2);
-  strings = {static_cast<ULONG>(count), madeStrings};
-  cookies = {static_cast<ULONG>(count), madeCookies};
-  return true;
 }
 
 }  // namespace velt::automation

@@ -5,49 +5,85 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <cstring>
+#include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
+#include "embedded/com/Blocks.h"
 #include "embedded/platform/SmallBlocks.h"
 #include "host/com/CountedArrays.h"
 #include "host/com/HResult.h"
 
 namespace velt::automation {
 
-// Threads: every one may give, once all texts were added.
+// Threads: every one may give.
 class PreparedStrings {
  public:
-  void add(std::wstring_view text);
+  PreparedStrings() = default;
+  explicit PreparedStrings(std::span<const std::wstring> texts);
 
-  [[nodiscard]] bool empty() const noexcept { return images_.empty(); }
-  [[nodiscard]] std::size_t size() const noexcept { return images_.size(); }
-  [[nodiscard]] std::wstring_view text(std::size_t index) const noexcept { return images_[index].text(); }
+  [[nodiscard]] bool empty() const noexcept { return count_ == 0; }
+  [[nodiscard]] std::size_t size() const noexcept { return count_; }
+  [[nodiscard]] std::wstring_view text(std::size_t index) const noexcept;
 
   // All texts so many times, one after the other, with cookies counted from 0, for the caller, who frees the texts as
   // strings and both arrays as task memory. E_OUTOFMEMORY, and the arguments stay as they are, without memory.
   HRESULT give(std::size_t times, CALPOLESTR& strings, CADWORD& cookies) const;
 
-  // All texts once, from these blocks. False, and nothing has happened, when they are not enough.
-  bool giveAtOnce(platform::SmallBlocks& kept, CALPOLESTR& strings, CADWORD& cookies) const noexcept;
+  // All texts once, from these blocks. False, and nothing has happened, when they are not enough, or when the texts need
+  // blocks of several sizes, as the labels of a point never do.
+  bool giveAtOnce(platform::SmallBlocks& kept, CALPOLESTR& strings, CADWORD& cookies) const noexcept {
+    void* const* const blocks = blocksAtOnce_ != 0 ? kept.takeOf(kind_, blocksAtOnce_) : nullptr;
+    if (blocks == nullptr) [[unlikely]]
+      return false;
+    // The arrays are in blocks of the same size, so that all can be taken together.
+    const std::size_t held = wordsIn(kind_) * sizeof(Word) - sizeof(com::TaskMemoryPrefix);
+    auto* const madeStrings = static_cast<LPOLESTR*>(com::asTaskMemory(blocks[0], held));
+    auto* const madeCookies = static_cast<DWORD*>(com::asTaskMemory(blocks[1], held));
+    if (kind_ == mostly) {
+      copyTo(blocks + 2, mostly, madeStrings, madeCookies);
+    } else {
+      copyTo(blocks + 2, kind_, madeStrings, madeCookies);
+    }
+    platform::bstrAccount.handOut(static_cast<std::int64_t>(count_));
+    platform::taskMemoryAccount.handOut(2);
+    strings = {static_cast<ULONG>(count_), madeStrings};
+    cookies = {static_cast<ULONG>(count_), madeCookies};
+    return true;
+  }
 
  private:
   using Word = std::uint64_t;
 
-  // A text as it lies in the block of a string. A block holds one word, and two more for its kind; what the text does not
-  // fill is zero.
-  struct Image {
-    platform::SmallBlocks::Kind kind;
-    std::unique_ptr<Word[]> words;
-    // Of the characters.
-    std::size_t bytes;
+  // A block holds one word, and two more for its kind.
+  static constexpr std::size_t wordsIn(platform::SmallBlocks::Kind kind) noexcept { return 1 + 2 * kind; }
 
-    [[nodiscard]] std::wstring_view text() const noexcept;
-  };
+  // Most labels are that long. Where a length is known to the compiler, nothing is called for a text.
+  static constexpr platform::SmallBlocks::Kind mostly = 2;
 
-  HRESULT giveOneByOne(std::size_t times, CALPOLESTR& strings, CADWORD& cookies) const;
+  [[gnu::always_inline]] void copyTo(void* const* blocks, platform::SmallBlocks::Kind kind, LPOLESTR* strings,
+                                     DWORD* cookies) const noexcept {
+    const Word* words = words_.data();
+    const std::size_t count = count_;
+    for (std::size_t i = 0; i < count; ++i, words += wordsIn(kind)) {
+      auto* const block = static_cast<Word*>(blocks[i]);
+      // The length by itself, as it is read.
+      *block = *words;
+      std::memcpy(block + 1, words + 1, 2 * kind * sizeof(Word));
+      strings[i] = com::charactersOf(block);
+      cookies[i] = static_cast<DWORD>(i);
+    }
+  }
 
-  std::vector<Image> images_;
+  std::size_t count_ = 0;
+  // Of the block of every text; of the longest one where they need several.
+  platform::SmallBlocks::Kind kind_ = 0;
+  // For all texts and both arrays; 0 when they are not all of that kind.
+  std::size_t blocksAtOnce_ = 0;
+  // One text after the other as it lies in its block; what the text does not fill is zero.
+  std::vector<Word> words_;
 };
 
 }  // namespace velt::automation

@@ -34,7 +34,8 @@ struct ElementAccess {
   bool labelsFollowRow = false;
   // 0: there is one group only.
   SHORT grouping = 0;
-  std::size_t (*groups)(const Subject&, const PropertyRow&);
+  // Null: there is always one.
+  std::size_t (*groups)(const Subject&, const PropertyRow&) = nullptr;
   // Only elements that exist are asked for. Writing needs a row that can be written.
   double (*get)(const Subject&, const PropertyRow&, std::size_t element);
   void (*put)(const Subject&, const PropertyRow&, std::size_t element, double) = nullptr;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <set>
 #include <vector>
 
 #include "embedded/platform/GeneralHeap.h"
@@ -116,6 +117,42 @@ TEST(SmallBlocks, KeepAtOnceWhatDoesNotLookAsIfItWereKept) {
   EXPECT_FALSE(blocks.keepAtOnce(block, kind));
   EXPECT_TRUE(blocks.keepOf(block, kind));
   EXPECT_FALSE(blocks.keepAtOnce(block, SmallBlocks::kindFor(SmallBlocks::largest + 1)));
+}
+
+TEST(SmallBlocks, GiveSeveralAtOnceOrNone) {
+  SmallBlocks blocks;
+  const SmallBlocks::Kind kind = SmallBlocks::kindFor(40);
+  std::set<void*> all;
+  for (int i = 0; i < 3; ++i) {
+    void* const block = generalHeap::take(40);
+    all.insert(block);
+    ASSERT_TRUE(blocks.keepAtOnce(block, kind));
+  }
+  EXPECT_EQ(nullptr, blocks.takeOf(kind, 4));
+  EXPECT_EQ(nullptr, blocks.takeOf(SmallBlocks::kindFor(SmallBlocks::largest + 1), 1));
+  void* const* const taken = blocks.takeOf(kind, 2);
+  ASSERT_NE(nullptr, taken);
+  EXPECT_NE(taken[0], taken[1]);
+  for (void* const block : {taken[0], taken[1]}) {
+    EXPECT_EQ(1U, all.erase(block));
+    generalHeap::giveBack(block);
+  }
+  EXPECT_EQ(nullptr, blocks.takeOf(kind, 2));
+  void* const last = blocks.takeOf(kind);
+  EXPECT_EQ(1U, all.count(last));
+  generalHeap::giveBack(last);
+}
+
+// Until its second word is written, which is where the keeper stands.
+TEST(SmallBlocks, TakenTogetherLookKeptUntilTheyAreWritten) {
+  SmallBlocks blocks;
+  const SmallBlocks::Kind kind = SmallBlocks::kindFor(24);
+  void* const block = generalHeap::take(24);
+  ASSERT_TRUE(blocks.keepAtOnce(block, kind));
+  ASSERT_NE(nullptr, blocks.takeOf(kind, 1));
+  EXPECT_FALSE(blocks.keepAtOnce(block, kind));
+  static_cast<const void**>(block)[1] = nullptr;
+  EXPECT_TRUE(blocks.keepAtOnce(block, kind));
 }
 
 TEST(SmallBlocks, AreNotMisledByWhatABlockHolds) {

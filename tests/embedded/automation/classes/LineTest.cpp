@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <numbers>
+#include <stdexcept>
 
 #include "tests/embedded/automation/Edits.h"
 
@@ -48,6 +50,60 @@ TEST_F(LineTest, DeltaLengthAndAngleFollowFromTheEnds) {
   EXPECT_EQ((Numbers{3, -4, 12}), line.numbers(L"Delta"));
   EXPECT_EQ(13, line.real(L"Length"));
   EXPECT_NEAR(2 * pi - std::atan2(4, 3), line.real(L"Angle"), 1e-15);
+}
+
+// An object keeps the points that it read, until something is edited, through whichever object that is.
+TEST_F(LineTest, WhatWasReadIsReadAgainAfterAnEdit) {
+  const Bound line(*drawing, 0);
+  const Bound same(*drawing, 0);
+  const Bound other(*drawing, 1);
+  EXPECT_EQ(13, line.real(L"Length"));
+  EXPECT_EQ(13, same.real(L"Length"));
+
+  EXPECT_EQ(S_OK, same.putElement(L"EndPoint", 0, 1));
+  EXPECT_EQ((Numbers{0, -4, 12}), line.numbers(L"Delta"));
+  EXPECT_EQ(1, line.element(L"EndPoint", 0));
+  EXPECT_EQ(std::sqrt(160.0), same.real(L"Length"));
+  EXPECT_EQ(0, other.real(L"Length"));
+
+  EXPECT_EQ(S_OK, other.putElement(L"EndPoint", 0, 3));
+  EXPECT_EQ(2, other.real(L"Length"));
+  EXPECT_EQ((Numbers{0, -4, 12}), line.numbers(L"Delta"));
+}
+
+TEST_F(LineTest, WhatWasReadWithinChangesThatAreUndoneIsForgotten) {
+  const Bound line(*drawing, 0);
+  EXPECT_EQ(13, line.real(L"Length"));
+  EXPECT_THROW(drawing->atomically([&] {
+    EXPECT_EQ(S_OK, line.putElement(L"EndPoint", 0, 1));
+    EXPECT_EQ((Numbers{0, -4, 12}), line.numbers(L"Delta"));
+    throw std::runtime_error("undone");
+  }),
+               std::runtime_error);
+  EXPECT_EQ((Numbers{3, -4, 12}), line.numbers(L"Delta"));
+  EXPECT_EQ(S_OK, line.putElement(L"EndPoint", 1, 2));
+  EXPECT_EQ((Numbers{3, 0, 12}), line.numbers(L"Delta"));
+}
+
+TEST_F(LineTest, AnObjectThatIsBoundToAnotherLineTellsThatOnes) {
+  const Bound line(*drawing, 0);
+  EXPECT_EQ(13, line.real(L"Length"));
+  VkDbObjectId other = drawing->entities()[1];
+  EXPECT_EQ(S_OK, line.as<IVeltBaseObject>()->SetObjectId(other, VkDbObjectId::kNull, nullptr));
+  EXPECT_EQ(0, line.real(L"Length"));
+  EXPECT_EQ((Numbers{1, 1, 0}), line.numbers(L"StartPoint"));
+}
+
+// A drawing with as many edits as the other one had.
+TEST_F(LineTest, AnObjectThatIsBoundToALineOfAnotherDrawingTellsThatOnes) {
+  const std::unique_ptr<Drawing> another =
+      Sample().entity("LINE", {{10, "7"}, {20, "7"}, {11, "7"}, {21, "9"}}).open();
+  const Bound line(*drawing, 0);
+  EXPECT_EQ((Numbers{1, 2, 3}), line.numbers(L"StartPoint"));
+  VkDbObjectId other = another->entities()[0];
+  EXPECT_EQ(S_OK, line.as<IVeltBaseObject>()->SetObjectId(other, VkDbObjectId::kNull, nullptr));
+  EXPECT_EQ((Numbers{7, 7, 0}), line.numbers(L"StartPoint"));
+  EXPECT_EQ(2, line.real(L"Length"));
 }
 
 TEST_F(LineTest, ALineWithoutExtentHasAnAngleOfZero) {

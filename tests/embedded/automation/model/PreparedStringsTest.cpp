@@ -23,10 +23,7 @@ namespace generalHeap = platform::generalHeap;
 using Texts = std::vector<std::wstring>;
 
 PreparedStrings prepared(const Texts& texts) {
-  PreparedStrings made;
-  for (const std::wstring& text : texts)
-    made.add(text);
-  return made;
+  return PreparedStrings(texts);
 }
 
 // What is given, after all that was given before has come back: blocks that are at hand are used again.
@@ -69,27 +66,64 @@ TEST(PreparedStrings, AreRepeatedForEachGroup) {
   EXPECT_EQ(Texts(), given(PreparedStrings(), 1));
 }
 
-TEST(PreparedStrings, AreGivenAtOnceFromBlocksAtHand) {
-  const PreparedStrings strings = prepared({L"Normal X", L"", L"A longer text, Y"});
-  const Ledger::Snapshot before = Ledger::snapshot();
-  SmallBlocks kept;
-  for (int i = 0; i < 5; ++i) {
+void keep(SmallBlocks& kept, int ofEach) {
+  for (int i = 0; i < ofEach; ++i) {
     for (std::size_t bytes = 24; bytes <= SmallBlocks::largest; bytes += 16)
       ASSERT_TRUE(kept.keep(generalHeap::take(bytes), bytes));
   }
-  {
-    holders::CountedStringsHolder list;
-    ASSERT_TRUE(strings.giveAtOnce(kept, *list.putStrings(), *list.putCookies()));
-    ASSERT_EQ(3U, list.stringCount());
-    ASSERT_EQ(3U, list.cookieCount());
-    for (ULONG i = 0; i < 3; ++i) {
-      EXPECT_EQ(strings.text(i), list.string(i));
-      EXPECT_EQ(strings.text(i).size(), SysStringLen(const_cast<BSTR>(list.string(i))));
-      EXPECT_EQ(i, list.cookie(i));
+}
+
+// Texts of every size that is kept, in two blocks of the same size for the arrays.
+TEST(PreparedStrings, AreGivenAtOnceFromBlocksAtHand) {
+  for (std::size_t length = 5; length <= 30; ++length) {
+    const std::wstring text(length, L'n');
+    const PreparedStrings strings = prepared({text + L"X", text + L"Y", text + L"Z"});
+    const Ledger::Snapshot before = Ledger::snapshot();
+    SmallBlocks kept;
+    keep(kept, 5);
+    {
+      holders::CountedStringsHolder list;
+      ASSERT_TRUE(strings.giveAtOnce(kept, *list.putStrings(), *list.putCookies())) << length;
+      ASSERT_EQ(3U, list.stringCount());
+      ASSERT_EQ(3U, list.cookieCount());
+      for (ULONG i = 0; i < 3; ++i) {
+        EXPECT_EQ(strings.text(i), list.string(i));
+        EXPECT_EQ(strings.text(i).size(), SysStringLen(const_cast<BSTR>(list.string(i))));
+        EXPECT_EQ(i, list.cookie(i));
+      }
+      EXPECT_EQ("BSTR +3\ntask memory +2", Ledger::print(Ledger::difference(before, Ledger::snapshot())));
     }
-    EXPECT_EQ("BSTR +3\ntask memory +2", Ledger::print(Ledger::difference(before, Ledger::snapshot())));
+    EXPECT_EQ("balanced", Ledger::print(Ledger::difference(before, Ledger::snapshot())));
   }
-  EXPECT_EQ("balanced", Ledger::print(Ledger::difference(before, Ledger::snapshot())));
+}
+
+TEST(PreparedStrings, ThatNeedBlocksOfSeveralSizesAreNotGivenAtOnce) {
+  // Of different sizes, too short for the arrays to fit into such a block, and longer than what is kept.
+  for (const Texts& texts : {Texts{L"Normal X", L"", L"A longer text, Y"}, Texts{L"X", L"Y", L"Z"},
+                             Texts{L"", L""}, Texts{std::wstring(40, L'x')}}) {
+    const PreparedStrings strings = prepared(texts);
+    SmallBlocks kept;
+    keep(kept, 5);
+    CALPOLESTR list{7, nullptr};
+    CADWORD cookies{8, nullptr};
+    EXPECT_FALSE(strings.giveAtOnce(kept, list, cookies));
+    EXPECT_EQ(7U, list.cElems);
+    EXPECT_EQ(8U, cookies.cElems);
+    EXPECT_EQ(texts, given(strings, 1));
+  }
+}
+
+// What was taken together goes back to where it came from.
+TEST(PreparedStrings, AreGivenFromTheSameBlocksAgain) {
+  const PreparedStrings strings = prepared({L"Start X", L"Start Y", L"Start Z"});
+  for (int i = 0; i < 3; ++i)
+    static_cast<void>(given(strings, 1));
+  platform::SmallBlocks* const kept = platform::blocksAtOnce();
+  if (kept == nullptr) GTEST_SKIP() << "this build keeps no blocks";
+  for (int i = 0; i < 1000; ++i) {
+    holders::CountedStringsHolder list;
+    ASSERT_TRUE(strings.giveAtOnce(*kept, *list.putStrings(), *list.putCookies())) << i;
+  }
 }
 
 TEST(PreparedStrings, ThatHaveNotEnoughBlocksLeaveThemAllWhereTheyAre) {
