@@ -153,7 +153,8 @@ bool SelectionHarvest::add(VeltPropData* entry, CStdStr<wchar_t>& errorText) {
     lists_.add(rows, *entry);
     for (const std::uint32_t place : rows.writable()) {
       const PROPINFO& row = rows.rows()[place];
-      lists_.setEditable(added, place, askEditable(entry->pUnknown, row.dispId, row.isEditable));
+      const bool isEditable = askEditable(entry->pUnknown, row.dispId, row.isEditable);
+      if (isEditable != row.isEditable) lists_.setEditable(added, place, isEditable);
     }
     return true;
   }
