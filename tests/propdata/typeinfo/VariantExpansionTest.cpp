@@ -369,6 +369,18 @@ TEST_F(VariantExpansion, ARefusedElementValueIsMessage1016AndEarlierRowsStay) {
   EXPECT_EQ(host.balance(), "balanced");
 }
 
+TEST_F(VariantExpansion, TheExpanderIsReleasedBeforeTheNamesAreFreedAfterARefusedElementToo) {
+  centre.element(10, L"X", r8(1.0)).element(11, L"Y", r8(2.0));
+  host.on("GetElementValue").nth(2).fail();
+  host.mark();
+
+  EXPECT_FALSE(expand());
+
+  const Lines ends = host.log.only({"Release(IOPMPropertyExpander)", "SysFreeString", "CoTaskMemFree"});
+  ASSERT_EQ(ends.size(), 5U) << "and two names and two arrays";
+  EXPECT_TRUE(ends.front().starts_with("Release")) << ends.front();
+}
+
 TEST_F(VariantExpansion, WhicheverCallFailsTheOutcomeIsTheOneThatIsPromised) {
   centre.element(10, L"X", text(L"x")).element(11, L"Y", text(L"y")).grouped(2, 5);
   const PROPINFO fresh = info;
