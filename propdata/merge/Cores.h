@@ -3,6 +3,8 @@
 // Cores of this folder that others call. Each does what its exported function promises, which is told in the public
 // header, and throws where the function would catch (errors/Guard.h).
 
+#include <cstdint>
+
 #include "propdata/VeltPropData.h"
 
 namespace velt::propdata {
@@ -14,16 +16,13 @@ bool intersect(TqVector<TqVector<PROPINFO>>& lists, TqVector<PROPINFO>& result, 
 // The same over the lists of harvested entities, of which no records are made but those of the result.
 bool intersect(EntityLists& lists, TqVector<PROPINFO>& result, CStdStr<wchar_t>& errorText);
 
-// Of comparePropInfo.
-bool compareRows(PROPINFO& first, const PROPINFO& other, bool& found, CStdStr<wchar_t>& errorText);
-
-// What is compared of another entity's row that is known to be the same property.
-struct OtherRow {
-  IDispatch* pDispatch;
-  VkDbObjectId objectId;
-  const VARIANT& value;
-};
-bool compareSameProperty(PROPINFO& first, const OtherRow& other, bool& found, CStdStr<wchar_t>& errorText);
+// What a search comes to at a row.
+enum class Stop : std::uint8_t { Found, Missing, GoOn };
+// Of comparePropInfo, which tells that it goes on by answering false.
+Stop compareRows(PROPINFO& first, const PROPINFO& other, CStdStr<wchar_t>& errorText);
+// The same for a row of another entity that is known to be the same property, of which this is the value.
+Stop compareSameProperty(PROPINFO& first, IDispatch* other, VkDbObjectId otherId, const VARIANT& value,
+                         CStdStr<wchar_t>& errorText);
 
 // Of VariantToColorHelper: whether the value is a color.
 bool readColor(const VARIANT& value, VkCmColor& color);

@@ -38,16 +38,13 @@ void EntityLists::clearValues() {
   const std::size_t count = entities_.size();
   for (std::size_t k = 0; k < count; ++k) {
     const Entity& entity = entities_[k];
-    const SharedRows& rows = *entity.rows;
-    rows.visitValues(entity.member, [](const VARIANT& held) {
-      VARIANT value = held;
-      VariantClear(&value);
-    });
+    SharedRows& rows = *entity.rows;
+    rows.clearValues(entity.member);
     if (entity.layout == nullptr) continue;
     // Each entity's elements stand by themselves, and the processor expects none of them.
     if (const std::size_t soon = k + 16; soon < count && entities_[soon].layout == entity.layout) {
       for (const ListLayout::Expansion& expansion : entity.layout->expansions())
-        rows.fetchElements(entities_[soon].member, expansion.row);
+        rows.columns()[expansion.row].fetchElements(entities_[soon].member);
     }
     clearElements(entity);
   }
@@ -55,11 +52,9 @@ void EntityLists::clearValues() {
 
 void EntityLists::clearValuesRead() {
   for (const Entity& entity : entities_) {
-    const SharedRows& rows = *entity.rows;
-    const auto length = static_cast<std::uint32_t>(rows.rows().size());
-    for (std::uint32_t place = 0; place < length; ++place) {
-      if (!rows.isReadToTheEnd(entity.member, place)) continue;
-      VARIANT value = rows.value(entity.member, place);
+    for (const SharedRows::Column& column : entity.rows->columns()) {
+      if (!column.isReadToTheEnd(entity.member)) continue;
+      VARIANT value = column.value(entity.member);
       VariantClear(&value);
     }
     clearElements(entity);
@@ -69,7 +64,7 @@ void EntityLists::clearValuesRead() {
 void EntityLists::clearElements(const Entity& entity) {
   if (entity.layout == nullptr) return;
   for (const ListLayout::Expansion& expansion : entity.layout->expansions()) {
-    VARIANT* const elements = entity.rows->elements(entity.member, expansion.row);
+    VARIANT* const elements = entity.rows->columns()[expansion.row].elements(entity.member);
     for (std::uint32_t i = 0; i < expansion.count(); ++i)
       VariantClear(&elements[i]);
   }
@@ -108,30 +103,52 @@ inline bool EntityLists::areAlike(const Entity& a, const Entity& b) const {
 // Of the lists with one layout only the last one is looked at, so where they differ by turns in what is editable, some get a
 // number of their own that are like earlier ones.
 void EntityLists::noteAlikeAgain() {
+  haveMoved_ = false;
+  if (isAlikeNoted_ && areStillAlike()) {
+    for (Alike& alike : allAlike_)
+      alike.moved = 0;
+    return;
+  }
   const std::size_t count = entities_.size();
   alike_.resize(count);
-  lastOfAlike_.clear();
-  const Entity* before = nullptr;
+  allAlike_.clear();
   std::uint32_t number = 0;
   for (std::size_t k = 0; k < count; ++k) {
     ListLayout& itsLayout = layout(k);
-    const Entity& entity = entities_[k];
-    if (before == nullptr || !areAlike(entity, *before)) {
-      number = numberOfAlike(entity, itsLayout);
+    if (k < 2 || !areAlike(entities_[k], entities_[k - 1])) {
+      number = numberOfAlike(entities_[k], itsLayout);
       itsLayout.alike = number;
     }
-    before = &entity;
-    lastOfAlike_[number] = static_cast<std::uint32_t>(k);
+    allAlike_[number].last = k;
+    ++allAlike_[number].count;
     alike_[k] = number;
   }
   isAlikeNoted_ = true;
 }
 
+// Nearly always: lists that were alike were all broken up into the same, or none of them was.
+bool EntityLists::areStillAlike() const {
+  return std::all_of(allAlike_.begin(), allAlike_.end(), [](const Alike& alike) {
+    return alike.moved == 0 || (alike.moved == alike.count && alike.to != nullptr);
+  });
+}
+
+void EntityLists::noteMoved(const Entity& entity) {
+  haveMoved_ = true;
+  if (!isAlikeNoted_) return;
+  Alike& alike = allAlike_[alike_[static_cast<std::size_t>(&entity - entities_.data())]];
+  if (alike.moved == 0) alike.to = entity.layout;
+  // One that was broken up twice counts twice, and had two layouts.
+  if (alike.to != entity.layout) alike.to = nullptr;
+  ++alike.moved;
+}
+
 std::uint32_t EntityLists::numberOfAlike(const Entity& entity, const ListLayout& layout) {
-  if (layout.alike < lastOfAlike_.size() && areAlike(entity, entities_[lastOfAlike_[layout.alike]]))
-    return layout.alike;
-  lastOfAlike_.push_back(0);
-  return static_cast<std::uint32_t>(lastOfAlike_.size() - 1);
+  const std::uint32_t known = layout.alike;
+  if (known != 0 && known < allAlike_.size() && areAlike(entity, entities_[allAlike_[known].last]))
+    return known;
+  allAlike_.emplace_back();
+  return static_cast<std::uint32_t>(allAlike_.size() - 1);
 }
 
 DispatchDynPropSourceNode EntityLists::pair(std::size_t k, std::uint32_t place) const {
@@ -142,18 +159,18 @@ DispatchDynPropSourceNode EntityLists::pair(std::size_t k, std::uint32_t place) 
 // Takes the elements that one entity answers for one row.
 class EntityLists::Receiver {
  public:
-  Receiver(EntityLists& lists, Entity& entity, std::uint32_t place)
-      : lists_(lists), entity_(entity), place_(place), row_(entity.rows->rows()[place]) {}
+  Receiver(EntityLists& lists, Entity& entity, const Here& here)
+      : lists_(lists), entity_(entity), here_(here), row_(here.column.row()) {}
 
   void expect(std::uint32_t count) {
     if (count == 0) return;
-    known_ = LayoutTable::known(*entity_.layout, place_);
+    known_ = LayoutTable::known(*entity_.layout, here_.place);
     if (known_ != nullptr) {
       nextKnown_ = known_->elements.data();
       endOfKnown_ = nextKnown_ + known_->elements.size();
     }
     elements_ = lists_.memory_.arrayOf<VARIANT>(count);
-    entity_.rows->setElements(entity_.member, place_, elements_);
+    here_.column.setElements(entity_.member, elements_);
   }
 
   void addHeader() {
@@ -171,7 +188,7 @@ class EntityLists::Receiver {
   ListLayout& layoutAfter(KeyNumber name) {
     if (known_ != nullptr && nextKnown_ == endOfKnown_) return *known_->layout;
     leaveKnown();
-    return lists_.table_.extend(*entity_.layout, place_, name, row_, std::move(keys_));
+    return lists_.table_.extend(*entity_.layout, here_.place, name, row_, std::move(keys_));
   }
 
  private:
@@ -206,7 +223,7 @@ class EntityLists::Receiver {
 
   EntityLists& lists_;
   Entity& entity_;
-  const std::uint32_t place_;
+  const Here& here_;
   const PROPINFO& row_;
   // What the row was broken up into in the list before, as far as it is the same; null once it is not.
   const ListLayout::Continuation* known_ = nullptr;
@@ -217,31 +234,31 @@ class EntityLists::Receiver {
   std::vector<PropertyKey> keys_;
 };
 
-Reading EntityLists::readNow(Entity& entity, std::uint32_t place, KeyNumber name) {
-  SharedRows& rows = *entity.rows;
-  rows.makeRoomForState(place);
-  const PROPINFO& row = rows.rows()[place];
+Reading EntityLists::readNow(Entity& entity, const Here& here, KeyNumber name) {
+  SharedRows::Column& column = here.column;
+  column.makeRoomForState();
+  const PROPINFO& row = column.row();
   askForWeightOnly(row, entity.pDispatch);
-  if (row.valueType == VT_VARIANT) return readExpanded(entity, place, name);
-  const VARIANT& value = fetchValueOnly(row, entity.pDispatch,
-                                        [&]() -> VARIANT& { return rows.makeValue(entity.member, place); });
-  rows.setRead(entity.member, place);
+  if (row.valueType == VT_VARIANT) return readExpanded(entity, here, name);
+  const VARIANT& value =
+      fetchValueOnly(row, entity.pDispatch, [&]() -> VARIANT& { return column.makeValue(entity.member); });
+  column.setRead(entity.member);
   return {&value, 0};
 }
 
-Reading EntityLists::readExpanded(Entity& entity, std::uint32_t place, KeyNumber name) {
-  SharedRows& rows = *entity.rows;
-  const PROPINFO& row = rows.rows()[place];
-  Receiver receiver(*this, entity, place);
+Reading EntityLists::readExpanded(Entity& entity, const Here& here, KeyNumber name) {
+  SharedRows::Column& column = here.column;
+  const PROPINFO& row = column.row();
+  Receiver receiver(*this, entity, here);
   SHORT unusedGrouping = 0;
   long unusedCount = 0;
   CStdStr<wchar_t> discardedMessage;
   if (!expandProperty(entity.pDispatch, row.dispId, unusedGrouping, unusedCount, receiver, discardedMessage))
-    fetchValueOnly(row, entity.pDispatch, [&]() -> VARIANT& { return rows.makeValue(entity.member, place); });
-  rows.setRead(entity.member, place);
-  if (receiver.count() == 0) return {&rows.value(entity.member, place), 0};
+    fetchValueOnly(row, entity.pDispatch, [&]() -> VARIANT& { return column.makeValue(entity.member); });
+  column.setRead(entity.member);
+  if (receiver.count() == 0) return {&column.value(entity.member), 0};
   entity.layout = &receiver.layoutAfter(name);
-  isAlikeNoted_ = false;
+  noteMoved(entity);
   return {nullptr, receiver.count()};
 }
 

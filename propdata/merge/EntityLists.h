@@ -58,32 +58,41 @@ class EntityLists {
     return *entity.layout;
   }
   void noteAlike() {
-    if (!isAlikeNoted_) noteAlikeAgain();
+    if (!isAlikeNoted_ || haveMoved_) noteAlikeAgain();
   }
   std::uint32_t alike(std::size_t k) const { return alike_[k]; }
-  std::uint32_t alikeCount() const { return static_cast<std::uint32_t>(lastOfAlike_.size()); }
-  std::size_t lastOfAlike(std::uint32_t number) const { return lastOfAlike_[number]; }
+  std::uint32_t alikeCount() const { return static_cast<std::uint32_t>(allAlike_.size()); }
+  std::size_t lastOfAlike(std::uint32_t number) const { return allAlike_[number].last; }
   // An element is as editable as the row that was broken up.
   bool isEditable(std::size_t k, const ListLayout::Spot& spot) const {
     return isEditable(entities_[k], spot.row);
   }
   DispatchDynPropSourceNode pair(std::size_t k, std::uint32_t place) const;
-  Reading read(std::size_t k, std::uint32_t place, KeyNumber name) {
+  struct Here {
+    SharedRows::Column& column;
+    std::uint32_t place;
+    KeyNumber property;
+  };
+  Here at(std::size_t k, const ListLayout::Spot& spot) {
+    return {entities_[k].rows->columns()[spot.row], spot.row, spot.property};
+  }
+  Reading read(std::size_t k, const Here& here, KeyNumber name) {
     Entity& entity = entities_[k];
-    const SharedRows& rows = *entity.rows;
-    if (rows.isRead(entity.member, place)) return {&rows.value(entity.member, place), 0};
-    return readNow(entity, place, name);
+    if (here.column.isRead(entity.member)) return {&here.column.value(entity.member), 0};
+    return readNow(entity, here, name);
   }
-  const VARIANT& element(std::size_t k, const ListLayout::Spot& spot) const {
+  Stop compare(PROPINFO& row, KeyNumber property, std::size_t k, const Here& here, const VARIANT& value,
+               CStdStr<wchar_t>& errorText) const {
+    if (here.property != property) return Stop::GoOn;
     const Entity& entity = entities_[k];
-    return entity.rows->elements(entity.member, spot.row)[spot.element];
+    return compareSameProperty(row, entity.pDispatch, entity.objectId, value, errorText);
   }
-  bool compare(PROPINFO& row, KeyNumber property, std::size_t k, const ListLayout::Spot& spot,
-               const VARIANT& value, bool& found, CStdStr<wchar_t>& errorText) const {
+  Stop compareElement(PROPINFO& row, KeyNumber property, std::size_t k, const Here& here,
+                      const ListLayout::Spot& element, CStdStr<wchar_t>& errorText) const {
+    if (element.property != property) return Stop::GoOn;
     const Entity& entity = entities_[k];
-    found = false;
-    return spot.property == property
-           && compareSameProperty(row, {entity.pDispatch, entity.objectId, value}, found, errorText);
+    const VARIANT& value = here.column.elements(entity.member)[element.element];
+    return compareSameProperty(row, entity.pDispatch, entity.objectId, value, errorText);
   }
 
  private:
@@ -111,20 +120,33 @@ class EntityLists {
   ListLayout& layoutOf(SharedRows& rows);
   bool areAlike(const Entity& a, const Entity& b) const;
   void noteAlikeAgain();
+  bool areStillAlike() const;
+  // A list has another layout from here on.
+  void noteMoved(const Entity& entity);
   std::uint32_t numberOfAlike(const Entity& entity, const ListLayout& layout);
-  Reading readNow(Entity& entity, std::uint32_t place, KeyNumber name);
+  Reading readNow(Entity& entity, const Here& here, KeyNumber name);
   // Of a row that may break up.
-  Reading readExpanded(Entity& entity, std::uint32_t place, KeyNumber name);
+  Reading readExpanded(Entity& entity, const Here& here, KeyNumber name);
   void clearElements(const Entity& entity);
 
   QueryMemory memory_;
   std::pmr::vector<Entity> entities_{&memory_.resource()};
   std::vector<std::uint64_t> furtherEditable_;
-  // The number of each list, and the last list of each number.
+  // All lists of one number.
+  struct Alike {
+    std::size_t last = 0;
+    std::size_t count = 0;
+    // How many of them got other layouts since.
+    std::size_t moved = 0;
+    // Which one these got; null when it was not one for all.
+    ListLayout* to = nullptr;
+  };
+  // The number of each list. The first one has a number for itself: it is what is searched for, and never changes.
   std::pmr::vector<std::uint32_t> alike_{&memory_.resource()};
-  std::vector<std::uint32_t> lastOfAlike_;
-  // Whether they are those of the lists as they are now.
+  std::vector<Alike> allAlike_;
+  // Whether they are those of the lists as they were before some of them got other layouts.
   bool isAlikeNoted_ = false;
+  bool haveMoved_ = false;
   GUID clsidOfFirst_{};
   std::deque<SharedRows> rows_;
   // By the first record of the block.

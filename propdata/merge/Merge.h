@@ -20,19 +20,22 @@
 //   std::size_t lastOfAlike(number)              the last list that has it
 //   bool isEditable(k, spot)                     of what its layout found there
 //   DispatchDynPropSourceNode pair(k, place)
-//   Reading read(k, place, name)                 reads a row that came with the list, whose name key is given, unless
+//   Here at(k, spot)                             what stands there in list k and in all that are alike
+//   Reading read(k, here, name)                  reads a row that came with the list, whose name key is given, unless
 //                                                it is read: its value, or, when it breaks up, how many elements were
 //                                                appended
-//   bool compare(row, property, k, spot, value, found, errorText)
-//                                                comparePropInfo of the row, whose property key is given, and what
-//                                                stands at the spot, which has its name key, its isEditable and this value
-//   const VARIANT& element(k, spot)              the value of an element
+//   Stop compare(row, property, k, here, value, errorText)
+//                                                comparePropInfo of the row, whose property key is given, and of one that
+//                                                came with the list, which has its name key, its isEditable and this value
+//   Stop compareElement(row, property, k, here, element, errorText)
+//                                                the same for an element that the row there was broken up into
 
 #include <cstdint>
 #include <utility>
 #include <vector>
 
 #include "propdata/VeltPropData.h"
+#include "propdata/merge/Cores.h"
 #include "propdata/merge/KeyTable.h"
 #include "propdata/merge/ListLayout.h"
 #include "propdata/support/Lists.h"
@@ -95,6 +98,7 @@ class Merge {
 
  private:
   using Pairs = std::vector<DispatchDynPropSourceNode>;
+  using Here = typename Lists::Here;
 
   // The row that is searched for.
   struct Wanted {
@@ -127,9 +131,6 @@ class Merge {
     bool fits;
   };
 
-  // What the search in a list comes to where it stops.
-  enum class Stop : std::uint8_t { Found, Missing, GoOn };
-
   // In the lists from k on, of a row that varies: nothing is read for it, nor noted, so what holds for one list holds for all
   // that are like it.
   bool isNamedFrom(Wanted& wanted, std::size_t k) {
@@ -142,13 +143,28 @@ class Merge {
 
   // In list k and those after it that are like it, up to one in which the row turns out to vary; k is then the one after.
   bool isInAlike(Wanted& wanted, std::size_t& k, std::size_t count) {
+    const Beginning begin = beginning(wanted, k);
+    if (!begin.fits || isDynamic(wanted.row))
+      return isInEach(wanted, k, count, begin.spot,
+                      [&] { return stopAt(wanted, k, 0, begin.spot, begin.fits); });
+    // What is looked at is the same in all of them.
+    const Here here = lists_.at(k, begin.spot);
+    if (begin.spot.isElement())
+      return isInEach(wanted, k, count, begin.spot,
+                      [&] { return compareElement(wanted, k, here, begin.spot); });
+    return isInEach(wanted, k, count, begin.spot, [&] { return compareRead(wanted, k, here); });
+  }
+
+  // The same with what the search in list k comes to at the spot. Nearly always it ends there.
+  template <class Search>
+  [[gnu::always_inline]] inline bool isInEach(Wanted& wanted, std::size_t& k, std::size_t count,
+                                              const ListLayout::Spot& spot, Search&& search) {
     const PROPINFO& row = wanted.row;
     const std::uint32_t number = lists_.alike(k);
-    const Beginning begin = beginning(wanted, k);
     const bool variedBefore = row.isVaries;
-    const bool isCompared = begin.fits && !isDynamic(row);
     do {
-      if (isCompared ? !isAt(wanted, k, begin.spot) : !isInList(wanted, k, begin)) return false;
+      const Stop stop = search();
+      if (stop != Stop::Found && !isInRest(wanted, k, spot, stop)) return false;
       ++k;
     } while (k < count && row.isVaries == variedBefore && lists_.alike(k) == number);
     // From here on only the name key counts.
@@ -156,27 +172,20 @@ class Merge {
     return true;
   }
 
-  // The same for a row that does not vary and fits what stands at the spot.
-  bool isAt(Wanted& wanted, std::size_t k, const ListLayout::Spot& spot) {
-    bool found = false;
-    return compareAt(wanted, k, spot, found) ? found : isInRest(wanted, k, spot.place + 1);
-  }
-
-  // Nearly always the search ends where it begins.
   bool isInList(Wanted& wanted, std::size_t k, const Beginning& begin) {
     const Stop stop = stopAt(wanted, k, 0, begin.spot, begin.fits);
-    return stop == Stop::GoOn ? isInRest(wanted, k, begin.spot.place + 1) : stop == Stop::Found;
+    return stop == Stop::Found || isInRest(wanted, k, begin.spot, stop);
   }
 
-  // The same from a place on.
-  [[gnu::noinline]] bool isInRest(Wanted& wanted, std::size_t k, std::uint32_t from) {
-    while (true) {
-      const ListLayout::Spot spot = next(wanted, lists_.layout(k), from);
+  // The same after the search stopped at the spot.
+  [[gnu::noinline]] bool isInRest(Wanted& wanted, std::size_t k, ListLayout::Spot spot, Stop stop) {
+    while (stop == Stop::GoOn) {
+      const std::uint32_t from = spot.place + 1;
+      spot = next(wanted, lists_.layout(k), from);
       const bool fits = spot.place != ListLayout::none && lists_.isEditable(k, spot) == wanted.row.isEditable;
-      const Stop stop = stopAt(wanted, k, from, spot, fits);
-      if (stop != Stop::GoOn) return stop == Stop::Found;
-      from = spot.place + 1;
+      stop = stopAt(wanted, k, from, spot, fits);
     }
+    return stop == Stop::Found;
   }
 
   // The scan has passed the places from `from` on. What is found fits if it is as editable as the row that is wanted.
@@ -189,9 +198,8 @@ class Merge {
     // QUIRK(varying_rows_need_only_their_key): a row that already varies only has to be there, and is not read;
     // large selections are shown at once because of it.
     if (row.isVaries) return Stop::Found;
-    bool found = false;
-    if (!compareAt(wanted, k, spot, found)) return Stop::GoOn;
-    return found ? Stop::Found : Stop::Missing;
+    const Here here = lists_.at(k, spot);
+    return spot.isElement() ? compareElement(wanted, k, here, spot) : compareRead(wanted, k, here);
   }
 
   static ListLayout::Spot next(const Wanted& wanted, const ListLayout& layout, std::uint32_t from) {
@@ -214,23 +222,22 @@ class Merge {
       pairs.push_back(lists_.pair(k, visited));
   }
 
-  // True when the search in this list is over; found then tells how it ended.
-  bool compareAt(const Wanted& wanted, std::size_t k, const ListLayout::Spot& spot, bool& found) {
-    // Elements came with their values.
-    if (spot.isElement()) return compare(wanted, k, spot, lists_.element(k, spot), found);
-    const Reading reading = lists_.read(k, spot.place, wanted.name);
-    if (reading.value != nullptr) return compare(wanted, k, spot, *reading.value, found);
+  // Of a row that came with the list, which is read now at the latest.
+  Stop compareRead(const Wanted& wanted, std::size_t k, const Here& here) {
+    const Reading reading = lists_.read(k, here, wanted.name);
+    if (reading.value != nullptr)
+      return lists_.compare(wanted.row, wanted.property, k, here, *reading.value, errorText_);
     // They are what the list was broken up into last. Comparing changes no list.
     const ListLayout::Expansion& expansion = lists_.layout(k).expansions().back();
-    for (std::uint32_t i = 0; i < reading.elements; ++i) {
-      const ListLayout::Spot element = expansion.element(i);
-      if (compare(wanted, k, element, lists_.element(k, element), found)) return true;
-    }
-    return false;
+    Stop stop = Stop::GoOn;
+    for (std::uint32_t i = 0; i < reading.elements && stop == Stop::GoOn; ++i)
+      stop = compareElement(wanted, k, here, expansion.element(i));
+    return stop;
   }
-  bool compare(const Wanted& wanted, std::size_t k, const ListLayout::Spot& spot, const VARIANT& value,
-               bool& found) {
-    return lists_.compare(wanted.row, wanted.property, k, spot, value, found, errorText_);
+  // Of an element, which came with its value.
+  Stop compareElement(const Wanted& wanted, std::size_t k, const Here& here,
+                      const ListLayout::Spot& element) {
+    return lists_.compareElement(wanted.row, wanted.property, k, here, element, errorText_);
   }
 
   Lists& lists_;

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "propdata/merge/Cores.h"
 #include "propdata/merge/Merge.h"
 
 namespace velt::propdata {
@@ -18,7 +17,8 @@ DispatchDynPropSourceNode RecordLists::pair(std::size_t k, std::uint32_t place) 
   return {row.pDispatch, row.pDynamicProperty};
 }
 
-Reading RecordLists::read(std::size_t k, std::uint32_t place, KeyNumber name) {
+Reading RecordLists::read(std::size_t k, const Here& here, KeyNumber name) {
+  const std::uint32_t place = here.place;
   TqVector<PROPINFO>& list = writable(lists_)[k];
   PROPINFO& row = writable(list)[place];
   readUnlessRead(row, elements_);
@@ -48,9 +48,14 @@ ListLayout& RecordLists::brokenUp(ListLayout& layout, std::uint32_t place, KeyNu
   return *known->layout;
 }
 
-bool RecordLists::compare(PROPINFO& row, KeyNumber /*property*/, std::size_t k, const ListLayout::Spot& spot,
-                          const VARIANT& /*value*/, bool& found, CStdStr<wchar_t>& errorText) const {
-  return compareRows(row, list(k)[spot.place], found, errorText);
+Stop RecordLists::compare(PROPINFO& row, KeyNumber property, std::size_t k, const Here& here,
+                          const VARIANT& /*value*/, CStdStr<wchar_t>& errorText) const {
+  return compareElement(row, property, k, here, here, errorText);
+}
+
+Stop RecordLists::compareElement(PROPINFO& row, KeyNumber /*property*/, std::size_t k, const Here& /*here*/,
+                                 const ListLayout::Spot& element, CStdStr<wchar_t>& errorText) const {
+  return compareRows(row, list(k)[element.place], errorText);
 }
 
 }  // namespace velt::propdata

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "propdata/VeltPropData.h"
+#include "propdata/merge/Cores.h"
 #include "propdata/merge/LayoutTable.h"
 #include "propdata/support/Lists.h"
 
@@ -36,12 +37,13 @@ class RecordLists {
     return list(k)[spot.place].isEditable;
   }
   DispatchDynPropSourceNode pair(std::size_t k, std::uint32_t place) const;
-  Reading read(std::size_t k, std::uint32_t place, KeyNumber name);
-  const VARIANT& element(std::size_t k, const ListLayout::Spot& spot) const {
-    return list(k)[spot.place].value;
-  }
-  bool compare(PROPINFO& row, KeyNumber property, std::size_t k, const ListLayout::Spot& spot,
-               const VARIANT& value, bool& found, CStdStr<wchar_t>& errorText) const;
+  using Here = ListLayout::Spot;
+  Here at(std::size_t /*k*/, const ListLayout::Spot& spot) const { return spot; }
+  Reading read(std::size_t k, const Here& here, KeyNumber name);
+  Stop compare(PROPINFO& row, KeyNumber property, std::size_t k, const Here& here, const VARIANT& value,
+               CStdStr<wchar_t>& errorText) const;
+  Stop compareElement(PROPINFO& row, KeyNumber property, std::size_t k, const Here& here,
+                      const ListLayout::Spot& element, CStdStr<wchar_t>& errorText) const;
 
  private:
   const TqVector<PROPINFO>& list(std::size_t k) const { return std::as_const(lists_).begin()[k]; }

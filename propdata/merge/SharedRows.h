@@ -22,9 +22,71 @@ class SharedRows {
   // Numbers the entities of one class, from 0.
   using Member = std::uint32_t;
 
+  // One row of all entities of the class.
+  class Column {
+   public:
+    const PROPINFO& row() const { return row_; }
+
+    bool isRead(Member member) const { return row_.hasValue || isReadToTheEnd(member); }
+    // Whether a reading of it has come to its end; what it holds before that may be anybody's.
+    bool isReadToTheEnd(Member member) const { return states_ != nullptr && (states_[member] & read) != 0; }
+    // From here on the row has a value of its own, which holds at first what the shared row holds.
+    VARIANT& makeValue(Member member) {
+      makeRoomForState();
+      if (values_ == nullptr) makeRoomForValues();
+      VARIANT& value = values_[member];
+      value = row_.value;
+      states_[member] |= valued;
+      return value;
+    }
+    // From here on the row counts as read. Does not throw once makeRoomForState() was called.
+    void setRead(Member member) { states_[member] |= read; }
+    void makeRoomForState() {
+      if (states_ == nullptr) makeRoomForStates();
+    }
+    // What the row holds, its own or the shared one's.
+    const VARIANT& value(Member member) const {
+      return states_ != nullptr && (states_[member] & valued) != 0 ? values_[member] : row_.value;
+    }
+    // The elements that the row broke up into; their memory is the caller's.
+    void setElements(Member member, VARIANT* elements) {
+      if (elements_ == nullptr) makeRoomForElements();
+      elements_[member] = elements;
+    }
+    VARIANT* elements(Member member) const { return elements_[member]; }
+
+    // Fetches the elements of an entity that broke up, and where those of still later ones stand.
+    [[gnu::always_inline]] void fetchElements(Member member) const {
+      const auto* const elements = static_cast<const std::byte*>(static_cast<const void*>(elements_[member]));
+      __builtin_prefetch(elements);
+      __builtin_prefetch(elements + 64);
+      const Member later = member + 96;
+      if (later < of_.members_ && later % 8 == 0) __builtin_prefetch(elements_ + later);
+    }
+
+   private:
+    friend class SharedRows;
+    enum State : std::uint8_t { read = 1, valued = 2 };
+
+    Column(SharedRows& of, const PROPINFO& row) : of_(of), row_(row) {}
+    void makeRoomForStates();
+    void makeRoomForValues();
+    void makeRoomForElements();
+
+    SharedRows& of_;
+    const PROPINFO& row_;
+    // The three arrays are made when the first entity needs them, and have a place for every entity; of values and elements
+    // only those places are written that are in use.
+    std::uint8_t* states_ = nullptr;
+    VARIANT* values_ = nullptr;
+    VARIANT** elements_ = nullptr;
+  };
+
   // Shares the block of the list, which therefore stays as it is, whatever becomes of the list. The memory has to outlive
   // the rows.
   SharedRows(const TqVector<PROPINFO>& rows, QueryMemory& memory);
+  SharedRows(const SharedRows&) = delete;
+  SharedRows& operator=(const SharedRows&) = delete;
 
   // Whether this list has the rows in the same block.
   bool are(const TqVector<PROPINFO>& list) const { return list.begin() == rows_.data(); }
@@ -39,91 +101,36 @@ class SharedRows {
   Member add() { return members_++; }
   Member members() const { return members_; }
 
-  bool isRead(Member member, std::uint32_t place) const {
-    return rows_[place].hasValue || has(member, place, read);
-  }
-  // Whether a reading of it has come to its end; what it holds before that may be anybody's.
-  bool isReadToTheEnd(Member member, std::uint32_t place) const { return has(member, place, read); }
-  // From here on the row has a value of its own, which holds at first what the shared row holds.
-  VARIANT& makeValue(Member member, std::uint32_t place) {
-    makeRoomForState(place);
-    Column& column = columns_[place];
-    if (column.values == nullptr) makeRoomForValues(column);
-    column.values[member] = rows_[place].value;
-    column.states[member] |= valued;
-    return column.values[member];
-  }
-  // From here on the row counts as read. Does not throw once makeRoomForState() of the row was called.
-  void setRead(Member member, std::uint32_t place) { columns_[place].states[member] |= read; }
-  void makeRoomForState(std::uint32_t place) {
-    Column& column = columns_[place];
-    if (column.states == nullptr) makeRoomForStates(column);
-  }
-  // What the row holds, its own or the shared one's.
-  const VARIANT& value(Member member, std::uint32_t place) const {
-    return has(member, place, valued) ? columns_[place].values[member] : rows_[place].value;
-  }
+  // In the order of the rows.
+  std::span<Column> columns() { return columns_; }
+  std::span<const Column> columns() const { return columns_; }
 
-  // Hands over what each row holds, in their order. Fetches the values of a later entity meanwhile: whoever goes through them
+  // Gives back what each row holds, in their order. Fetches the values of a later entity meanwhile: whoever goes through them
   // entity by entity reads in more places by turns than the processor expects. Inline wherever it is called: compilers take
   // fetching by itself for something without effect.
-  template <class Visitor>
-  [[gnu::always_inline]] void visitValues(Member member, Visitor&& visit) const {
+  [[gnu::always_inline]] void clearValues(Member member) {
     const Member soon = member + 16;
     const Member later = member + 128;
     const bool fetchesValues = soon < members_;
     const bool fetchesStates = later < members_ && later % 16 == 0;
-    const PROPINFO* row = rows_.data();
     for (const Column& column : columns_) {
-      const bool hasStates = column.states != nullptr;
-      if (hasStates && fetchesValues && (column.states[soon] & valued) != 0)
-        __builtin_prefetch(column.values + soon);
-      if (hasStates && fetchesStates) __builtin_prefetch(column.states + later);
-      visit(hasStates && (column.states[member] & valued) != 0 ? column.values[member] : row->value);
-      ++row;
+      const bool hasStates = column.states_ != nullptr;
+      if (hasStates && fetchesValues && (column.states_[soon] & Column::valued) != 0)
+        __builtin_prefetch(column.values_ + soon);
+      if (hasStates && fetchesStates) __builtin_prefetch(column.states_ + later);
+      if (hasStates && (column.states_[member] & Column::valued) != 0) {
+        VariantClear(&column.values_[member]);
+      } else {
+        VARIANT shared = column.row_.value;
+        VariantClear(&shared);
+      }
     }
   }
-  // The same for the elements of a row of an entity that broke up like this member will, and where those of still later ones
-  // stand.
-  [[gnu::always_inline]] void fetchElements(Member member, std::uint32_t place) const {
-    VARIANT* const* const all = columns_[place].elements;
-    const auto* const elements = static_cast<const std::byte*>(static_cast<const void*>(all[member]));
-    __builtin_prefetch(elements);
-    __builtin_prefetch(elements + 64);
-    const Member later = member + 96;
-    if (later < members_ && later % 8 == 0) __builtin_prefetch(all + later);
-  }
-
-  // The elements that the row broke up into; their memory is the caller's.
-  void setElements(Member member, std::uint32_t place, VARIANT* elements) {
-    Column& column = columns_[place];
-    if (column.elements == nullptr) makeRoomForElements(column);
-    column.elements[member] = elements;
-  }
-  VARIANT* elements(Member member, std::uint32_t place) const { return columns_[place].elements[member]; }
 
   // Null until the first search in an entity of the class.
   ListLayout* layout = nullptr;
 
  private:
-  enum State : std::uint8_t { read = 1, valued = 2 };
-
-  // One row of all entities of the class. The three arrays are made when the first entity needs them, and have a place
-  // for every entity; of values and elements only those places are written that are in use.
-  struct Column {
-    std::uint8_t* states = nullptr;
-    VARIANT* values = nullptr;
-    VARIANT** elements = nullptr;
-  };
-
-  void makeRoomForStates(Column& column) const;
-  void makeRoomForValues(Column& column) const;
-  void makeRoomForElements(Column& column) const;
-  bool has(Member member, std::uint32_t place, State state) const {
-    const Column& column = columns_[place];
-    return column.states != nullptr && (column.states[member] & state) != 0;
-  }
-
   TqVector<PROPINFO> list_;
   std::span<const PROPINFO> rows_;
   std::vector<std::uint32_t> writable_;

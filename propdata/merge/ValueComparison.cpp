@@ -58,20 +58,19 @@ bool isSameProperty(const PROPINFO& a, const PROPINFO& b) {
 
 inline std::int32_t compareValues(const VARIANT& a, const VARIANT& b);
 
-// True when the search for this element is over: the counts of both properties could be compared.
-bool compareElements(PROPINFO& first, const OtherRow& other, bool& found, CStdStr<wchar_t>& errorText) {
+// The search for this element is over once the counts of both properties could be compared.
+Stop compareElements(PROPINFO& first, IDispatch* other, const VARIANT& value, CStdStr<wchar_t>& errorText) {
   ULONG countOfFirst = 0;
   ULONG countOfOther = 0;
-  if (!countElements(first.pDispatch, first.name, countOfFirst, errorText)) return false;
-  if (!countElements(other.pDispatch, first.name, countOfOther, errorText)) return false;
-  if (countOfFirst != countOfOther) return true;
-  const std::int32_t comparison = compareValues(first.value, other.value);
-  if (comparison == ofOtherType) return true;
+  if (!countElements(first.pDispatch, first.name, countOfFirst, errorText)) return Stop::GoOn;
+  if (!countElements(other, first.name, countOfOther, errorText)) return Stop::GoOn;
+  if (countOfFirst != countOfOther) return Stop::Missing;
+  const std::int32_t comparison = compareValues(first.value, value);
+  if (comparison == ofOtherType) return Stop::Missing;
   // QUIRK(no_by_layer_check_of_elements): equal elements do not vary, whatever the layers; no object of the host has
   // by-layer colors as elements.
   if (comparison == different) first.isVaries = true;
-  found = true;
-  return true;
+  return Stop::Found;
 }
 
 bool showsAnotherLayerColor(const PROPINFO& first, VkDbObjectId other) {
@@ -167,36 +166,38 @@ inline std::int32_t compareValues(const VARIANT& a, const VARIANT& b) {
 
 namespace velt::propdata {
 
-bool compareRows(PROPINFO& first, const PROPINFO& other, bool& found, CStdStr<wchar_t>& errorText) {
-  found = false;
+Stop compareRows(PROPINFO& first, const PROPINFO& other, CStdStr<wchar_t>& errorText) {
   return isSameProperty(first, other)
-         && compareSameProperty(first, {other.pDispatch, other.objectId, other.value}, found, errorText);
+             ? compareSameProperty(first, other.pDispatch, other.objectId, other.value, errorText)
+             : Stop::GoOn;
 }
 
-bool compareSameProperty(PROPINFO& first, const OtherRow& other, bool& found, CStdStr<wchar_t>& errorText) {
-  found = false;
-  if (first.isElement) return compareElements(first, other, found, errorText);
-  switch (compareValues(first.value, other.value)) {
+Stop compareSameProperty(PROPINFO& first, IDispatch* other, VkDbObjectId otherId, const VARIANT& value,
+                         CStdStr<wchar_t>& errorText) {
+  if (first.isElement) return compareElements(first, other, value, errorText);
+  switch (compareValues(first.value, value)) {
     case ofOtherType:
       // QUIRK(type_mismatch_ends_search): the property counts as missing there, although a later row might fit;
       // objects that list a property in two forms put first the one to go by.
-      break;
+      return Stop::Missing;
     case different:
       first.isVaries = true;
-      found = true;
-      break;
+      return Stop::Found;
     default:
-      if (showsAnotherLayerColor(first, other.objectId)) first.isVaries = true;
-      found = true;
-      break;
+      if (showsAnotherLayerColor(first, otherId)) first.isVaries = true;
+      return Stop::Found;
   }
-  return true;
 }
 
 }  // namespace velt::propdata
 
 bool comparePropInfo(PROPINFO& first, PROPINFO& other, bool& found, CStdStr<wchar_t>& errorText) {
-  return guarded(false, errorText, [&] { return compareRows(first, other, found, errorText); });
+  found = false;
+  return guarded(false, errorText, [&] {
+    const Stop stop = compareRows(first, other, errorText);
+    found = stop == Stop::Found;
+    return stop != Stop::GoOn;
+  });
 }
 
 std::int32_t CompareVARIANT(VARIANT& a, VARIANT b) {

@@ -48,6 +48,10 @@ class EntityListsTest : public LayerTest {
       numbers.push_back(lists.alike(k));
     return numbers;
   }
+  propdata::Reading read(std::size_t k, std::uint32_t place) {
+    const propdata::KeyNumber name = lists.keys().numberOf(propdata::NameKey::of(std::as_const(list)[place]));
+    return lists.read(k, lists.at(k, {place, place}), name);
+  }
   void clearResult() {
     for (PROPINFO& row : result)
       VariantClear(&row.value);
@@ -126,16 +130,16 @@ TEST_F(EntityListsTest, ListsAreAlikeUntilOneIsEditableOtherwise) {
     many.append(Row(L"A").editable(true));
   SharedRows& shared = lists.sharedRows(many);
   SharedRows& others = lists.sharedRows(list);
-  for (int k = 0; k < 6; ++k)
-    lists.add(k < 5 ? shared : others, {});
-  lists.setEditable(1, 0, false);
-  lists.setEditable(3, 129, false);
+  for (int k = 0; k < 7; ++k)
+    lists.add(k < 6 ? shared : others, {});
+  lists.setEditable(2, 0, false);
   lists.setEditable(4, 129, false);
+  lists.setEditable(5, 129, false);
 
-  EXPECT_NE(alike()[0], alike()[1]) << "its first row";
-  EXPECT_NE(alike()[2], alike()[3]) << "their last row";
-  EXPECT_EQ(alike()[3], alike()[4]);
-  EXPECT_NE(alike()[4], alike()[5]) << "of another class";
+  EXPECT_NE(alike()[1], alike()[2]) << "its first row";
+  EXPECT_NE(alike()[3], alike()[4]) << "their last row";
+  EXPECT_EQ(alike()[4], alike()[5]);
+  EXPECT_NE(alike()[5], alike()[6]) << "of another class";
   // Each number has a last list, after which no other has it.
   for (std::uint32_t number = 0; number < lists.alikeCount(); ++number) {
     const std::vector<std::uint32_t> all = alike();
@@ -152,40 +156,81 @@ TEST_F(EntityListsTest, ListsAreAlikeWhereverTheyStand) {
   for (int k = 0; k < 5; ++k)
     lists.add(k % 2 == 0 ? shared : other, {});
 
-  EXPECT_EQ(alike(), (std::vector<std::uint32_t>{0, 1, 0, 1, 0}));
+  EXPECT_EQ(alike(), (std::vector<std::uint32_t>{0, 1, 2, 1, 2})) << "the first is not searched in";
 
-  EXPECT_EQ(lists.alikeCount(), 2U);
-  EXPECT_EQ(lists.lastOfAlike(0), 4U);
+  EXPECT_EQ(lists.alikeCount(), 3U);
   EXPECT_EQ(lists.lastOfAlike(1), 3U);
+  EXPECT_EQ(lists.lastOfAlike(2), 4U);
 }
 
-TEST_F(EntityListsTest, ListsAreAlikeAgainOnceAllAreBrokenUpIntoTheSame) {
-  second[1].elements = third[1].elements;
+TEST_F(EntityListsTest, ListsStayAlikeThatAreBrokenUpIntoTheSame) {
   for (const ToyObject* const object : {&first, &second, &third})
     add(*object);
-  const propdata::KeyNumber name = lists.keys().numberOf(propdata::NameKey::of(lists.rowOfFirst(0)));
-  const std::vector<std::uint32_t> all(3, 0);
+  const std::vector<std::uint32_t> all{0, 1, 1};
+  EXPECT_EQ(alike(), all);
+
+  EXPECT_EQ(read(1, 0).elements, 2U);
+  EXPECT_EQ(read(2, 0).elements, 2U);
 
   EXPECT_EQ(alike(), all);
-  EXPECT_EQ(lists.read(1, 0, name).elements, 2U);
-  EXPECT_EQ(lists.alike(1), 0U) << "as long as the search goes on";
-  EXPECT_EQ(alike(), (std::vector<std::uint32_t>{0, 1, 0}));
-  EXPECT_EQ(lists.read(2, 0, name).elements, 2U);
+  EXPECT_EQ(lists.lastOfAlike(1), 2U);
+  EXPECT_EQ(&lists.layout(1), &lists.layout(2));
+  lists.clearValues();
+}
+
+TEST_F(EntityListsTest, ListsAreNoLongerAlikeOfWhichSomeAreBrokenUp) {
+  ToyObject fourth{host, "fourth"};
+  fourth.property(1, L"Start").element(1, L"X", toys::text(L"x")).element(2, L"Y", toys::text(L"y"));
+  for (const ToyObject* const object : {&first, &second, &third, &fourth})
+    add(*object);
+  EXPECT_EQ(alike(), (std::vector<std::uint32_t>{0, 1, 1, 1}));
+
+  EXPECT_EQ(read(2, 0).elements, 2U);
+  EXPECT_EQ(lists.alike(2), 1U) << "as long as the search goes on";
+  EXPECT_EQ(alike(), (std::vector<std::uint32_t>{0, 1, 2, 1}));
+  EXPECT_EQ(read(1, 0).elements, 2U);
+  EXPECT_EQ(alike(), (std::vector<std::uint32_t>{0, 1, 1, 2})) << "alike again";
+  EXPECT_EQ(lists.lastOfAlike(1), 2U);
+  EXPECT_EQ(lists.lastOfAlike(2), 3U);
+  lists.clearValues();
+}
+
+TEST_F(EntityListsTest, ListsAreNoLongerAlikeThatAreBrokenUpIntoOtherElements) {
+  third[1].elements = {{1, L"X", toys::text(L"x")}, {2, L"Z", toys::text(L"z")}};
+  for (const ToyObject* const object : {&first, &second, &third})
+    add(*object);
   EXPECT_EQ(alike(), (std::vector<std::uint32_t>{0, 1, 1}));
-  EXPECT_EQ(lists.read(0, 0, name).elements, 2U);
-  EXPECT_EQ(alike(), all);
+
+  EXPECT_EQ(read(1, 0).elements, 2U);
+  EXPECT_EQ(read(2, 0).elements, 2U);
+
+  EXPECT_EQ(alike(), (std::vector<std::uint32_t>{0, 1, 2}));
+  lists.clearValues();
+}
+
+// As many rows were broken up as there are lists, but all of one list.
+TEST_F(EntityListsTest, AListThatIsBrokenUpTwiceCountsForItselfAlone) {
+  second.property(3, L"End").element(1, L"X", toys::text(L"x"));
+  list = rows({Row(L"Start").dispId(1).declared(VT_VARIANT), Row(L"End").dispId(3).declared(VT_VARIANT)});
+  for (const ToyObject* const object : {&first, &second, &third})
+    add(*object);
+  EXPECT_EQ(alike(), (std::vector<std::uint32_t>{0, 1, 1}));
+
+  EXPECT_EQ(read(1, 0).elements, 2U);
+  EXPECT_EQ(read(1, 1).elements, 1U);
+
+  EXPECT_EQ(alike(), (std::vector<std::uint32_t>{0, 1, 2}));
   lists.clearValues();
 }
 
 TEST_F(EntityListsTest, ARowIsReadOnceAndItsValueHandedOut) {
   for (const ToyObject* const object : {&first, &second})
     add(*object);
-  const propdata::KeyNumber name = lists.keys().numberOf(propdata::NameKey::of(lists.rowOfFirst(1)));
 
-  const propdata::Reading reading = lists.read(1, 1, name);
+  const propdata::Reading reading = read(1, 1);
   ASSERT_NE(reading.value, nullptr);
   EXPECT_EQ(reading.elements, 0U);
-  const propdata::Reading again = lists.read(1, 1, name);
+  const propdata::Reading again = read(1, 1);
   EXPECT_EQ(again.value, reading.value);
   EXPECT_EQ(host.log.count("Invoke(2, get"), 1);
   lists.clearValues();

@@ -34,12 +34,12 @@ TEST_F(RecordListsTest, ARowThatBreaksUpLosesItsNameAndItsElementsAreAppended) {
   const KeyNumber name = lists.keys().numberOf(NameKey::of(list(1)[0]));
   EXPECT_EQ(lists.layout(1).length(), 2u);
 
-  EXPECT_EQ(lists.read(1, 0, name).elements, 2u);
+  EXPECT_EQ(lists.read(1, {0, 0}, name).elements, 2u);
 
   EXPECT_EQ(names(list(1)), (Lines{"", "Known", "Start", "Start"}));
   EXPECT_EQ(lists.layout(1).length(), 4u);
   EXPECT_EQ(lists.layout(1).nextNamed(name, 0).place, 2u);
-  EXPECT_EQ(lists.read(1, 0, name).elements, 0u) << "it is read";
+  EXPECT_EQ(lists.read(1, {0, 0}, name).elements, 0u) << "it is read";
 }
 
 TEST_F(RecordListsTest, ElementsOfListsAlikeShareTheirLabels) {
@@ -48,7 +48,7 @@ TEST_F(RecordListsTest, ElementsOfListsAlikeShareTheirLabels) {
   const KeyNumber name = lists.keys().numberOf(NameKey::of(list(1)[0]));
   for (const std::size_t k : {std::size_t{1}, std::size_t{2}}) {
     lists.layout(k);
-    EXPECT_EQ(lists.read(k, 0, name).elements, 2u);
+    EXPECT_EQ(lists.read(k, {0, 0}, name).elements, 2u);
   }
 
   EXPECT_TRUE(list(1)[2].displayName.sharesWith(list(2)[2].displayName));
@@ -58,7 +58,7 @@ TEST_F(RecordListsTest, ElementsOfListsAlikeShareTheirLabels) {
 TEST_F(RecordListsTest, AReadRowIsNotReadAgain) {
   RecordLists lists(all);
 
-  EXPECT_EQ(lists.read(1, 1, lists.keys().numberOf(NameKey::of(list(1)[1]))).elements, 0u);
+  EXPECT_EQ(lists.read(1, {1, 1}, lists.keys().numberOf(NameKey::of(list(1)[1]))).elements, 0u);
   EXPECT_EQ(host.log.lines(), Lines{});
 }
 
@@ -66,7 +66,7 @@ TEST_F(RecordListsTest, ListsThatAreSharedAreCopiedBeforeTheFirstCall) {
   const TqVector<TqVector<PROPINFO>> before = all;
   RecordLists lists(all);
   lists.layout(1);
-  lists.read(1, 0, lists.keys().numberOf(NameKey::of(list(1)[0])));
+  lists.read(1, {0, 0}, lists.keys().numberOf(NameKey::of(list(1)[0])));
 
   EXPECT_EQ(names(before[1]), (Lines{"Start", "Known"}));
 }

@@ -49,35 +49,37 @@ TEST(SharedRows, ARowHoldsWhatTheSharedOneHoldsUntilItHasAValueOfItsOwn) {
   QueryMemory memory;
   SharedRows shared(rows({Row(L"A").value(toys::i4(7)).declared(VT_I4), Row(L"B").value(toys::i4(8))}),
                     memory);
+  SharedRows::Column& own = shared.columns()[0];
   const SharedRows::Member first = shared.add();
   const SharedRows::Member second = shared.add();
-  EXPECT_FALSE(shared.isRead(first, 0));
-  EXPECT_TRUE(shared.isRead(first, 1)) << "the shared row came with its value";
+  EXPECT_FALSE(own.isRead(first));
+  EXPECT_TRUE(shared.columns()[1].isRead(first)) << "the shared row came with its value";
 
-  VARIANT& value = shared.makeValue(second, 0);
+  VARIANT& value = own.makeValue(second);
   EXPECT_EQ(value.lVal, 7) << "what was there before the call stays when it fails";
   value.lVal = 9;
-  EXPECT_FALSE(shared.isRead(second, 0)) << "the call may have thrown";
-  shared.setRead(second, 0);
+  EXPECT_FALSE(own.isRead(second)) << "the call may have thrown";
+  own.setRead(second);
 
-  EXPECT_TRUE(shared.isRead(second, 0));
-  EXPECT_FALSE(shared.isRead(first, 0));
-  EXPECT_EQ(shared.value(second, 0).lVal, 9);
-  EXPECT_EQ(shared.value(first, 0).lVal, 7);
+  EXPECT_TRUE(own.isRead(second));
+  EXPECT_FALSE(own.isRead(first));
+  EXPECT_EQ(own.value(second).lVal, 9);
+  EXPECT_EQ(shared.columns()[0].value(first).lVal, 7);
 }
 
 TEST(SharedRows, ARowMayCountAsReadWithoutAValueOfItsOwn) {
   QueryMemory memory;
   SharedRows shared(rows({Row(L"A").value(toys::i4(7)).declared(VT_VARIANT)}), memory);
   const SharedRows::Member member = shared.add();
+  SharedRows::Column& column = shared.columns()[0];
   VARIANT elements[2] = {toys::i4(1), toys::i4(2)};
-  shared.makeRoomForState(0);
-  shared.setElements(member, 0, elements);
-  shared.setRead(member, 0);
+  column.makeRoomForState();
+  column.setElements(member, elements);
+  column.setRead(member);
 
-  EXPECT_TRUE(shared.isRead(member, 0));
-  EXPECT_EQ(shared.value(member, 0).lVal, 7);
-  EXPECT_EQ(shared.elements(member, 0)[1].lVal, 2);
+  EXPECT_TRUE(column.isRead(member));
+  EXPECT_EQ(column.value(member).lVal, 7);
+  EXPECT_EQ(column.elements(member)[1].lVal, 2);
 }
 
 }  // namespace
