@@ -31,6 +31,20 @@ constexpr std::size_t stringBlockFor(std::uint64_t bytes) noexcept {
   return sizeof(StringPrefix) + charactersFor(bytes) * sizeof(OLECHAR);
 }
 
+// What to give the block of such a string back with: as little as it may have, so that nothing need be rounded. It is of the
+// same kind.
+constexpr std::size_t leastStringBlockFor(std::uint64_t bytes) noexcept {
+  return sizeof(StringPrefix) + bytes + sizeof(OLECHAR);
+}
+static_assert([] {
+  using platform::SmallBlocks;
+  for (std::uint64_t bytes = 0; bytes <= SmallBlocks::largest; ++bytes) {
+    if (SmallBlocks::kindFor(leastStringBlockFor(bytes)) != SmallBlocks::kindFor(stringBlockFor(bytes)))
+      return false;
+  }
+  return true;
+}());
+
 inline StringPrefix* prefixOf(BSTR string) noexcept {
   return static_cast<StringPrefix*>(static_cast<void*>(string)) - 1;
 }

@@ -36,7 +36,7 @@ BSTR SysAllocStringByteLen(const char* bytes, UINT byteCount) {
 void SysFreeString(BSTR string) {
   if (string == nullptr) return;
   StringPrefix* const prefix = prefixOf(string);
-  if (!velt::platform::deallocateAtOnce(prefix, velt::com::stringBlockFor(*prefix)))
+  if (!velt::platform::deallocateAtOnce(prefix, velt::com::leastStringBlockFor(*prefix)))
     return freeThoroughly(prefix);
   velt::platform::bstrAccount.giveBack();
 }

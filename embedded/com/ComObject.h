@@ -49,7 +49,7 @@ class ComObject : public First, public Others... {
 
   ULONG Release() override {
     // When others have references too, the object may end at any time from here on.
-    platform::LedgerAccount& account = account_;
+    const platform::AccountNumber account = account_;
     const ULONG left = references_.decrement();
     if (left == 0 || !account.giveBackAtOnce()) [[unlikely]]
       return releaseElsewhere(account, left);
@@ -109,14 +109,14 @@ class ComObject : public First, public Others... {
     return references;
   }
   // Not inline, so that Release itself calls nothing: it is the most frequent of all calls.
-  [[gnu::noinline]] ULONG releaseElsewhere(platform::LedgerAccount& account, ULONG left) {
+  [[gnu::noinline]] ULONG releaseElsewhere(platform::AccountNumber account, ULONG left) {
     account.giveBack();
     if (left == 0) delete this;
     return left;
   }
 
   ReferenceCount references_;
-  platform::LedgerAccount& account_;
+  platform::AccountNumber account_;
 };
 
 // A new object with one reference for the caller; null when memory is exhausted.

@@ -1,5 +1,7 @@
 #include "host/com/Variant.h"
 
+#include <cstdint>
+
 #include "embedded/com/References.h"
 #include "embedded/com/VariantTypes.h"
 #include "host/com/IDispatch.h"
@@ -26,15 +28,22 @@ HRESULT duplicate(const VARIANT& source, VARIANT& copy) {
   }
 }
 
-}  // namespace
+// The types whose values end with the VARIANT, a bit for each: nearly every value that is cleared is of one.
+constexpr std::uint32_t plainTypes = [] {
+  std::uint32_t types = 0;
+  for (VARTYPE type = 0; type < 32; ++type) {
+    const bool isOwner = type == VT_BSTR || type == VT_UNKNOWN || type == VT_DISPATCH;
+    if (velt::com::isValidVariantType(type) && !isOwner) types |= std::uint32_t{1} << type;
+  }
+  return types;
+}();
 
-void VariantInit(VARIANT* variant) {
-  if (variant != nullptr) variant->vt = VT_EMPTY;
+constexpr bool ownsNothing(VARTYPE type) {
+  return type < 32 && (plainTypes >> type & 1) != 0;
 }
 
-HRESULT VariantClear(VARIANT* variant) {
+HRESULT clearOwner(VARIANT* variant) {
   using namespace velt::com;
-  if (variant == nullptr) return E_INVALIDARG;
   if (!isValidVariantType(variant->vt)) return badVariantType;
   if (!isByRef(variant->vt)) {
     if (isArray(variant->vt)) {
@@ -49,6 +58,19 @@ HRESULT VariantClear(VARIANT* variant) {
       releaseReference(held);
     }
   }
+  variant->vt = VT_EMPTY;
+  return S_OK;
+}
+
+}  // namespace
+
+void VariantInit(VARIANT* variant) {
+  if (variant != nullptr) variant->vt = VT_EMPTY;
+}
+
+HRESULT VariantClear(VARIANT* variant) {
+  if (variant == nullptr) return E_INVALIDARG;
+  if (!ownsNothing(variant->vt)) return clearOwner(variant);
   variant->vt = VT_EMPTY;
   return S_OK;
 }

@@ -45,6 +45,13 @@ class ObjectTable {
     return part.generation.load(std::memory_order_acquire) == generation ? &part : nullptr;
   }
 
+  // Whether an object that find() answered for this id is still the one: objects are never moved.
+  [[nodiscard]] static bool names(VkDbObjectId id, const VkDbImpObject& object) {
+    const auto value = static_cast<std::uint64_t>(id.asOldId());
+    return object.generation.load(std::memory_order_acquire)
+           == static_cast<std::uint32_t>(value >> generationShift);
+  }
+
   [[nodiscard]] VkDbImpObject& at(std::uint32_t slot) const { return slotAt(slot).part; }
 
   // Null when the object's drawing is closed.

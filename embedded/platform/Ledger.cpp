@@ -30,12 +30,15 @@ struct Book {
   std::deque<Opened> opened;
   // Those, and the ones of the runtime.
   std::map<std::string_view, LedgerAccount*> accounts;
+  // The same by their numbers.
+  std::vector<LedgerAccount*> numbered;
   std::vector<const LedgerCell*> threads;
 
   Book() {
     for (LedgerAccount* account :
          std::initializer_list<LedgerAccount*>{&bstrAccount, &taskMemoryAccount, &safeArrayAccount}) {
       accounts.emplace(account->name(), account);
+      numbered.push_back(account);
     }
   }
 };
@@ -102,7 +105,14 @@ LedgerAccount& Ledger::account(std::string_view name) {
   const std::lock_guard lock(all.mutex);
   if (const auto found = all.accounts.find(name); found != all.accounts.end()) return *found->second;
   Opened& opened = all.opened.emplace_back(name, static_cast<std::uint32_t>(all.accounts.size()));
+  all.numbered.push_back(&opened.account);
   return *all.accounts.emplace(opened.name, &opened.account).first->second;
+}
+
+LedgerAccount& Ledger::account(AccountNumber number) noexcept {
+  Book& all = book();
+  const std::lock_guard lock(all.mutex);
+  return *all.numbered[number.index_];
 }
 
 Ledger::Snapshot Ledger::snapshot() {

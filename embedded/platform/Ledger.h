@@ -55,14 +55,17 @@ class LedgerAccount {
     LedgerCell* const cells = ledgerCells;
     if (cells == nullptr || index >= ledgerCellsPerThread) [[unlikely]]
       return false;
-    // Not an atomic addition: no other thread writes this cell, and those who read it see one value or the next.
-    std::atomic<std::int64_t>& counted = cells[index].*side;
-    counted.store(counted.load(std::memory_order_relaxed) + times, std::memory_order_relaxed);
+    add(cells[index].*side, times);
     return true;
+  }
+  // Not an atomic addition: no other thread writes this cell, and those who read it see one value or the next.
+  static void add(std::atomic<std::int64_t>& counted, std::int64_t times) noexcept {
+    counted.store(counted.load(std::memory_order_relaxed) + times, std::memory_order_relaxed);
   }
 
  private:
   friend class Ledger;
+  friend class AccountNumber;
   friend struct LedgerThread;
 
   // On a thread that has not counted before, or can have no cells.
@@ -76,6 +79,24 @@ class LedgerAccount {
   std::uint32_t index_;
 };
 
+// An account by its number, for objects: it takes less room in them than the account's address, and less to count.
+class AccountNumber {
+ public:
+  explicit AccountNumber(const LedgerAccount& account) noexcept : index_(account.index_) {}
+
+  void handOut() const noexcept;
+  void giveBack() const noexcept;
+  // As that of the account.
+  [[nodiscard]] bool giveBackAtOnce() const noexcept {
+    return LedgerAccount::countAtOnce(&LedgerCell::givenBack, 1, index_);
+  }
+
+ private:
+  friend class Ledger;
+
+  std::uint32_t index_;
+};
+
 // An account whose cell is known where it is counted, which spares looking it up: strings are counted a hundred times for
 // each line of a drawing that is queried.
 template <std::uint32_t index>
@@ -85,8 +106,20 @@ class FixedAccount : public LedgerAccount {
  public:
   constexpr explicit FixedAccount(const char* name) : LedgerAccount(name, index) {}
 
-  void handOut(std::int64_t times = 1) noexcept { count(&LedgerCell::handedOut, times, index); }
+  void handOut() noexcept { count(&LedgerCell::handedOut, 1, index); }
   void giveBack() noexcept { count(&LedgerCell::givenBack, 1, index); }
+  // So many things of this kind, and so many of another. False, and nothing has happened, on a thread that has not counted
+  // before, or can have no cells.
+  template <std::uint32_t other>
+  [[nodiscard]] bool handOutAtOnce(std::int64_t times, FixedAccount<other>& /*account*/,
+                                   std::int64_t timesOfOther) noexcept {
+    LedgerCell* const cells = ledgerCells;
+    if (cells == nullptr) [[unlikely]]
+      return false;
+    add(cells[index].handedOut, times);
+    add(cells[other].handedOut, timesOfOther);
+    return true;
+  }
 };
 
 class Ledger {
@@ -103,12 +136,21 @@ class Ledger {
 
   // The account of that name, made at the first call. Takes a lock and a search: keep the reference.
   static LedgerAccount& account(std::string_view name);
+  // The account of that number. Takes a lock.
+  static LedgerAccount& account(AccountNumber number) noexcept;
   // All accounts that were ever opened.
   [[nodiscard]] static Snapshot snapshot();
   [[nodiscard]] static Difference difference(const Snapshot& before, const Snapshot& after);
   // One line per account, such as "BSTR +2"; "balanced" when there is none.
   [[nodiscard]] static std::string print(const Difference& difference);
 };
+
+inline void AccountNumber::handOut() const noexcept {
+  if (!LedgerAccount::countAtOnce(&LedgerCell::handedOut, 1, index_)) Ledger::account(*this).handOut();
+}
+inline void AccountNumber::giveBack() const noexcept {
+  if (!giveBackAtOnce()) Ledger::account(*this).giveBack();
+}
 
 // The accounts of the runtime itself. Constant-initialised, so that they count before any constructor has run.
 extern constinit FixedAccount<0> bstrAccount;

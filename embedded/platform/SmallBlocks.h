@@ -68,11 +68,12 @@ class SmallBlocks {
     keeperIn(block) = nullptr;
     return block;
   }
-  // So many of a kind at once; null, and nothing has happened, when fewer are kept. They stand there until the next block is
-  // kept, and each looks kept until its second word is written.
+  // Whether so many of a kind can be taken at once.
+  [[nodiscard]] bool has(Kind kind, std::size_t count) const noexcept {
+    return kind < kinds && counts_[kind] >= count;
+  }
+  // So many as it has. They stand there until the next block is kept, and each looks kept until its second word is written.
   [[nodiscard]] void* const* takeOf(Kind kind, std::size_t count) noexcept {
-    if (kind >= kinds || counts_[kind] < count) [[unlikely]]
-      return nullptr;
     return &blocks_[kind][counts_[kind] -= count];
   }
 

@@ -38,18 +38,6 @@ bool isThere(const VkDbImpObject* object) {
   return object != nullptr && object->record != dxf::none && !object->isErased;
 }
 
-bool isThere(VkDbObjectId id) {
-  return isThere(database::ObjectTable::ofProcess().find(id));
-}
-
-// As AutomationObject::subject(), for its own functions: nearly every call begins with it.
-inline Subject subjectOf(VkDbObjectId id, const AutomationClass& kind, AskedPoints* asked = nullptr) {
-  const VkDbImpObject* const object = database::ObjectTable::ofProcess().find(id);
-  if (!isThere(object)) [[unlikely]]
-    refuseMissing(id, object);
-  return Subject({object->drawing, object->record}, id, kind, asked);
-}
-
 constexpr bool isGet(WORD flags) {
   // Callers that cannot tell a property from a method ask for both.
   return flags == DISPATCH_PROPERTYGET || flags == (DISPATCH_PROPERTYGET | DISPATCH_METHOD);
@@ -140,8 +128,23 @@ AutomationObject<Dispatch>::AutomationObject(const RegisteredClass& kind)
     : AutomationObject::ComObject(kind.index.account()), kind_(kind) {}
 
 template <class Dispatch>
+inline const VkDbImpObject* AutomationObject<Dispatch>::bound() const {
+  const VkDbImpObject* const object = object_;
+  return object != nullptr && database::ObjectTable::names(id_, *object) ? object : nullptr;
+}
+
+// As subject(), for its own functions: nearly every call begins with it.
+template <class Dispatch>
+inline Subject AutomationObject<Dispatch>::subjectNow(AskedPoints* asked) const {
+  const VkDbImpObject* const now = bound();
+  if (!isThere(now)) [[unlikely]]
+    refuseMissing(id_, now);
+  return Subject({now->drawing, now->record}, id_, kind(), asked);
+}
+
+template <class Dispatch>
 Subject AutomationObject<Dispatch>::subject() const {
-  return subjectOf(id_, kind());
+  return subjectNow();
 }
 
 // --- IDispatch --------------------------------------------------------------------------------------------------------
@@ -169,11 +172,15 @@ HRESULT AutomationObject<Dispatch>::GetIDsOfNames(REFIID iid, LPOLESTR* names, U
   if (!(iid == GUID_NULL)) return unknownInterface;
   if (names == nullptr || dispIds == nullptr || (count > 0 && names[0] == nullptr)) return E_POINTER;
   if (count == 0) return E_INVALIDARG;
+  if (count > 1) {
+    // Parameters have no names.
+    std::fill(dispIds, dispIds + count, DISPID_UNKNOWN);
+    if (const PropertyRow* row = kind_.index.find(std::wstring_view(names[0]))) dispIds[0] = row->dispId;
+    return DISP_E_UNKNOWNNAME;
+  }
   const PropertyRow* row = kind_.index.findAgain(names[0]);
   dispIds[0] = row == nullptr ? DISPID_UNKNOWN : row->dispId;
-  for (UINT i = 1; i < count; ++i)
-    dispIds[i] = DISPID_UNKNOWN;  // parameters have no names
-  return row != nullptr && count == 1 ? S_OK : DISP_E_UNKNOWNNAME;
+  return row == nullptr ? DISP_E_UNKNOWNNAME : S_OK;
 }
 
 template <class Dispatch>
@@ -197,7 +204,7 @@ HRESULT AutomationObject<Dispatch>::get(const PropertyRow& row, const DISPPARAMS
   if (result == nullptr) return E_POINTER;
   // A palette prepares the result for the type, and would show its zero for a value that cannot be told.
   *result = {};
-  *result = toVariant(row.access.get(subjectOf(id_, kind(), &asked_), row), row.type);
+  *result = toVariant(row.access.get(subjectNow(&asked_), row), row.type);
   return S_OK;
 }
 
@@ -211,7 +218,7 @@ HRESULT AutomationObject<Dispatch>::put(const PropertyRow& row, WORD flags, cons
   // The value of a put has no position, only this name.
   if (params.cNamedArgs != 1 || params.rgdispidNamedArgs == nullptr) return DISP_E_BADPARAMCOUNT;
   if (params.rgdispidNamedArgs[0] != DISPID_PROPERTYPUT) return E_INVALIDARG;
-  const Subject target = subjectOf(id_, kind());
+  const Subject target = subjectNow();
   const std::optional<Value> value = fromVariant(params.rgvarg[0], row.type);
   if (!value) {
     if (argumentError != nullptr) *argumentError = 0;
@@ -231,6 +238,7 @@ HRESULT AutomationObject<Dispatch>::SetObjectId(VkDbObjectId& object, VkDbObject
   if (!found) return E_INVALIDARG;
   if (!kind().takes(*found->drawing, found->record)) return E_INVALIDARG;
   id_ = object;
+  object_ = database::ObjectTable::ofProcess().find(object);
   asked_.forget();
   return S_OK;
 }
@@ -264,7 +272,7 @@ HRESULT AutomationObject<Dispatch>::Editable(DISPID dispId, BOOL* editable) {
     return S_OK;
   }
   return guarded([&] {
-    *editable = writability.obstacle->reasonFor(subjectOf(id_, kind())) == nullptr ? 1 : 0;
+    *editable = writability.obstacle->reasonFor(subjectNow()) == nullptr ? 1 : 0;
     return S_OK;
   });
 }
@@ -276,7 +284,7 @@ HRESULT AutomationObject<Dispatch>::ShowProperty(DISPID dispId, BOOL* show) {
   if (row == nullptr) return DISP_E_MEMBERNOTFOUND;
   return guarded([&] {
     const bool always = row->shownFor == everyVariant || kind().variant == nullptr;
-    *show = always || (row->shownFor & variant(kind().variant(subjectOf(id_, kind())))) != 0 ? 1 : 0;
+    *show = always || (row->shownFor & variant(kind().variant(subjectNow()))) != 0 ? 1 : 0;
     return S_OK;
   });
 }
@@ -291,7 +299,7 @@ HRESULT AutomationObject<Dispatch>::GetElementValue(DISPID dispId, DWORD cookie,
   const ElementAccess* elements = elementsOf(row);
   if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
   return guarded([&] {
-    const Subject source = subjectOf(id_, kind(), &asked_);
+    const Subject source = subjectNow(&asked_);
     if (cookie >= elementCount(source, *row)) return E_INVALIDARG;
     *value = holders::wholeVariant(VT_R8, std::bit_cast<std::uint64_t>(elements->get(source, *row, cookie)));
     return S_OK;
@@ -306,7 +314,7 @@ HRESULT AutomationObject<Dispatch>::SetElementValue(DISPID dispId, DWORD cookie,
   if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
   if (!row->isWritable()) return E_ACCESSDENIED;
   return guarded([&] {
-    const Subject target = subjectOf(id_, kind());
+    const Subject target = subjectNow();
     if (cookie >= elementCount(target, *row)) return E_INVALIDARG;
     const std::optional<Value> number = fromVariant(value, VT_R8);
     if (!number) return DISP_E_TYPEMISMATCH;
@@ -329,13 +337,19 @@ HRESULT AutomationObject<Dispatch>::GetElementStrings(DISPID dispId, CALPOLESTR*
   const ElementAccess* const elements = elementsOf(entry->row);
   if (elements == nullptr) return E_NOTIMPL;
   platform::SmallBlocks* const kept = platform::blocksAtOnce();
-  if (elements->groups == nullptr && kept != nullptr && isThere(id_)
+  if (elements->groups == nullptr && kept != nullptr && isThere(bound())
       && entry->labels.giveAtOnce(*kept, *strings, *cookies)) {
     return S_OK;
   }
-  return guarded([&] {
-    return entry->labels.give(groupCount(subjectOf(id_, kind()), *entry->row), *strings, *cookies);
-  });
+  return giveStrings(*entry, *strings, *cookies);
+}
+
+// Not inline, so that giving them at once needs next to no registers.
+template <class Dispatch>
+[[gnu::noinline]] HRESULT AutomationObject<Dispatch>::giveStrings(const ClassIndex::Entry& entry,
+                                                                  CALPOLESTR& strings,
+                                                                  CADWORD& cookies) const {
+  return guarded([&] { return entry.labels.give(groupCount(subjectNow(), *entry.row), strings, cookies); });
 }
 
 template <class Dispatch>
@@ -355,7 +369,7 @@ HRESULT AutomationObject<Dispatch>::GetGroupCount(DISPID dispId, long* groups) {
   const ElementAccess* elements = elementsOf(row);
   if (elements == nullptr) return row == nullptr ? DISP_E_MEMBERNOTFOUND : E_NOTIMPL;
   return guarded([&] {
-    *groups = static_cast<long>(groupCount(subjectOf(id_, kind()), *row));
+    *groups = static_cast<long>(groupCount(subjectNow(), *row));
     return S_OK;
   });
 }
@@ -400,7 +414,7 @@ HRESULT AutomationObject<Dispatch>::GetPredefinedStrings(DISPID dispId, CALPOLES
   if (row == nullptr) return DISP_E_MEMBERNOTFOUND;
   if (row->choices == Choices::None) return E_NOTIMPL;
   return guarded([&] {
-    const Subject source = subjectOf(id_, kind());
+    const Subject source = subjectNow();
     const std::size_t count = choiceCount(source, *row);
     CountedStrings list(count);
     for (std::size_t i = 0; i < count; ++i)
@@ -417,7 +431,7 @@ HRESULT AutomationObject<Dispatch>::GetPredefinedValue(DISPID dispId, DWORD cook
   // Not E_NOTIMPL, which a caller takes as "number the texts instead".
   if (row->choices == Choices::None) return E_INVALIDARG;
   return guarded([&] {
-    const Subject source = subjectOf(id_, kind());
+    const Subject source = subjectNow();
     if (cookie >= choiceCount(source, *row)) return E_INVALIDARG;
     *value = toVariant(choiceValue(source, *row, cookie), VT_VARIANT);
     return S_OK;

@@ -18,6 +18,7 @@
 #include "embedded/automation/model/AskedPoints.h"
 #include "embedded/automation/model/ClassRegistry.h"
 #include "embedded/com/ComObject.h"
+#include "embedded/database/VkDbImpObject.h"
 
 namespace velt::automation {
 
@@ -76,11 +77,17 @@ class AutomationObject
   [[nodiscard]] const AutomationClass& kind() const { return kind_.index.kind(); }
 
  private:
+  // What it is bound to; null when that is nothing, or when its drawing is closed.
+  [[nodiscard]] const VkDbImpObject* bound() const;
+  [[nodiscard]] Subject subjectNow(AskedPoints* asked = nullptr) const;
+  HRESULT giveStrings(const ClassIndex::Entry& entry, CALPOLESTR& strings, CADWORD& cookies) const;
   HRESULT get(const PropertyRow& row, const DISPPARAMS& params, VARIANT* result);
   HRESULT put(const PropertyRow& row, WORD flags, const DISPPARAMS& params, UINT* argumentError);
 
   const RegisteredClass& kind_;
   VkDbObjectId id_;
+  // The one that had the id when the object was bound to it: to look it up takes longer than to see that it has it still.
+  const VkDbImpObject* object_ = nullptr;
   AskedPoints asked_;
 };
 

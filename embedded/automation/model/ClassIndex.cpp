@@ -1,5 +1,6 @@
 #include "embedded/automation/model/ClassIndex.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "embedded/automation/model/HelpText.h"
@@ -29,6 +30,7 @@ ClassIndex::ClassIndex(const AutomationClass& kind)
   for (const std::span<const PropertyRow>* family : kind.families)
     addRows(*family);
   addRows(kind.rows);
+  fillSlots();
 }
 
 void ClassIndex::addRows(std::span<const PropertyRow> table) {
@@ -43,14 +45,22 @@ void ClassIndex::addRows(std::span<const PropertyRow> table) {
     names_.add(row.name, rows_.size());
     rows_.push_back(&row);
     entries_.push_back({&row, PreparedStrings(labels)});
-    addSlot(row.dispId, entries_.size());
   }
 }
 
-void ClassIndex::addSlot(DISPID dispId, std::size_t entry) {
-  const auto slot = static_cast<std::uint32_t>(dispId);
-  if (slot >= slots_.size()) slots_.resize(std::size_t{slot} + 1);
-  slots_[slot] = static_cast<std::uint16_t>(entry);
+void ClassIndex::fillSlots() {
+  const auto slotOf = [](const Entry& entry) { return static_cast<std::uint32_t>(entry.row->dispId); };
+  for (const Entry& entry : entries_)
+    slotCount_ = std::max(slotCount_, slotOf(entry) + 1);
+  slots_ = std::make_unique<const Entry*[]>(slotCount_);
+  for (const Entry& entry : entries_)
+    slots_[slotOf(entry)] = &entry;
+}
+
+const PropertyRow* ClassIndex::findAnother(const wchar_t* name) const noexcept {
+  const PropertyRow* const found = find(std::wstring_view(name));
+  if (found != nullptr) lastFound_.store(found, std::memory_order_relaxed);
+  return found;
 }
 
 const PropertyRow* ClassIndex::find(std::wstring_view name) const noexcept {

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cwchar>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -39,10 +40,9 @@ class ClassIndex {
   // asks every entity for one property after the other.
   [[nodiscard]] const PropertyRow* findAgain(const wchar_t* name) const noexcept {
     const PropertyRow* const last = lastFound_.load(std::memory_order_relaxed);
-    if (last != nullptr && std::wcscmp(last->name, name) == 0) return last;
-    const PropertyRow* const found = find(std::wstring_view(name));
-    if (found != nullptr) lastFound_.store(found, std::memory_order_relaxed);
-    return found;
+    if (last != nullptr && std::wcscmp(last->name, name) == 0) [[likely]]
+      return last;
+    return findAnother(name);
   }
   struct Entry {
     const PropertyRow* row;
@@ -53,23 +53,24 @@ class ClassIndex {
   [[nodiscard]] const Entry* findEntry(DISPID dispId) const noexcept {
     // A negative id becomes a large number.
     const auto slot = static_cast<std::uint32_t>(dispId);
-    if (slot >= slots_.size() || slots_[slot] == 0) return nullptr;
-    return &entries_[slots_[slot] - std::size_t{1}];
+    return slot < slotCount_ ? slots_[slot] : nullptr;
   }
   // Counts the references to the class's objects.
   [[nodiscard]] platform::LedgerAccount& account() const noexcept { return *account_; }
 
  private:
+  const PropertyRow* findAnother(const wchar_t* name) const noexcept;
   void addRows(std::span<const PropertyRow> table);
-  void addSlot(DISPID dispId, std::size_t entry);
+  void fillSlots();
 
   const AutomationClass* kind_;
   std::vector<const PropertyRow*> rows_;
   // In the order of rows_.
   std::vector<Entry> entries_;
-  // By DISPID, the entry that has it, counted from 1; 0 for none. Every call names a DISPID; a class has each once, and
-  // all of them are small numbers.
-  std::vector<std::uint16_t> slots_;
+  // By DISPID, the entry that has it, or null. Every call names a DISPID; a class has each once, and all of them are small
+  // numbers.
+  std::unique_ptr<const Entry*[]> slots_;
+  std::uint32_t slotCount_ = 0;
   NameIndex names_;
   platform::LedgerAccount* account_;
   // By name. Any of the class's rows will do, so threads need not agree.

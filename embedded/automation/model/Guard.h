@@ -37,7 +37,7 @@ inline HRESULT resultOfException() {
 
 // `body` gives an HRESULT; an exception becomes the result that it stands for.
 template <class Body>
-HRESULT guarded(Body&& body) {
+[[gnu::always_inline]] inline HRESULT guarded(Body&& body) {
   try {
     return body();
   } catch (...) {

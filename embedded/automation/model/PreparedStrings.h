@@ -33,11 +33,14 @@ class PreparedStrings {
   HRESULT give(std::size_t times, CALPOLESTR& strings, CADWORD& cookies) const;
 
   // All texts once, from these blocks. False, and nothing has happened, when they are not enough, or when the texts need
-  // blocks of several sizes, as the labels of a point never do.
+  // blocks of several sizes, as the labels of a point never do. Calls nothing.
   bool giveAtOnce(platform::SmallBlocks& kept, CALPOLESTR& strings, CADWORD& cookies) const noexcept {
-    void* const* const blocks = blocksAtOnce_ != 0 ? kept.takeOf(kind_, blocksAtOnce_) : nullptr;
-    if (blocks == nullptr) [[unlikely]]
+    if (blocksAtOnce_ == 0 || !kept.has(kind_, blocksAtOnce_)
+        || !platform::bstrAccount.handOutAtOnce(static_cast<std::int64_t>(count_),
+                                                platform::taskMemoryAccount, 2)) [[unlikely]] {
       return false;
+    }
+    void* const* const blocks = kept.takeOf(kind_, blocksAtOnce_);
     // The arrays are in blocks of the same size, so that all can be taken together.
     const std::size_t held = wordsIn(kind_) * sizeof(Word) - sizeof(com::TaskMemoryPrefix);
     auto* const madeStrings = static_cast<LPOLESTR*>(com::asTaskMemory(blocks[0], held));
@@ -47,8 +50,6 @@ class PreparedStrings {
     } else {
       copyTo(blocks + 2, kind_, madeStrings, madeCookies);
     }
-    platform::bstrAccount.handOut(static_cast<std::int64_t>(count_));
-    platform::taskMemoryAccount.handOut(2);
     strings = {static_cast<ULONG>(count_), madeStrings};
     cookies = {static_cast<ULONG>(count_), madeCookies};
     return true;

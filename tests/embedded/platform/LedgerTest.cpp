@@ -33,14 +33,36 @@ TEST(Ledger, CountsBothDirections) {
   EXPECT_EQ((Ledger::Count{2, 1}), Ledger::snapshot()["LedgerTest counts"]);
 }
 
-TEST(Ledger, CountsSeveralAtOnceOnEveryThread) {
+TEST(Ledger, CountsSeveralOfTwoKindsAtOnceOnAThreadThatHasCountedBefore) {
   const Ledger::Snapshot before = Ledger::snapshot();
-  bstrAccount.handOut(3);
-  std::thread([] { bstrAccount.handOut(2); }).join();
-  EXPECT_EQ(5, Ledger::difference(before, Ledger::snapshot())["BSTR"]);
-  for (int i = 0; i < 5; ++i)
+  std::thread([] {
+    EXPECT_FALSE(bstrAccount.handOutAtOnce(3, taskMemoryAccount, 2));
+    bstrAccount.handOut();
+    EXPECT_TRUE(bstrAccount.handOutAtOnce(3, taskMemoryAccount, 2));
+  }).join();
+  EXPECT_EQ((Ledger::Difference{{"BSTR", 4}, {"task memory", 2}}),
+            Ledger::difference(before, Ledger::snapshot()));
+  for (int i = 0; i < 4; ++i)
     bstrAccount.giveBack();
+  for (int i = 0; i < 2; ++i)
+    taskMemoryAccount.giveBack();
   EXPECT_EQ(Ledger::Difference(), Ledger::difference(before, Ledger::snapshot()));
+}
+
+TEST(Ledger, CountsByTheNumberOfAnAccountWhateverTheThread) {
+  LedgerAccount& account = Ledger::account("LedgerTest number");
+  const AccountNumber number(account);
+  EXPECT_EQ(&account, &Ledger::account(number));
+  EXPECT_EQ(&taskMemoryAccount, &Ledger::account(AccountNumber(taskMemoryAccount)));
+  std::thread([&] {
+    EXPECT_FALSE(number.giveBackAtOnce()) << "the thread has not counted before";
+    number.handOut();
+    number.handOut();
+    EXPECT_TRUE(number.giveBackAtOnce());
+  }).join();
+  std::thread([&] { number.giveBack(); }).join();
+  number.handOut();
+  EXPECT_EQ((Ledger::Count{3, 2}), Ledger::snapshot()["LedgerTest number"]);
 }
 
 TEST(Ledger, TheDifferenceNamesWhatIsMissingAndWhatCameTooOften) {
@@ -130,8 +152,10 @@ TEST(Ledger, AccountsBeyondTheCellsOfAThreadAreCountedToo) {
   Ledger::Difference expected;
   for (std::uint32_t i = 0; i < 2 * ledgerCellsPerThread; ++i) {
     const std::string name = "LedgerTest many " + std::to_string(i);
-    Ledger::account(name).handOut();
-    expected.emplace(name, 1);
+    LedgerAccount& account = Ledger::account(name);
+    account.handOut();
+    AccountNumber(account).handOut();
+    expected.emplace(name, 2);
   }
   EXPECT_EQ(expected, Ledger::difference(before, Ledger::snapshot()));
 }

@@ -121,7 +121,7 @@ TEST(SmallBlocks, KeepAtOnceWhatDoesNotLookAsIfItWereKept) {
   EXPECT_FALSE(blocks.keepAtOnce(block, SmallBlocks::kindFor(SmallBlocks::largest + 1)));
 }
 
-TEST(SmallBlocks, GiveSeveralAtOnceOrNone) {
+TEST(SmallBlocks, GiveSeveralAtOnceThatTheyHave) {
   SmallBlocks blocks;
   const SmallBlocks::Kind kind = SmallBlocks::kindFor(40);
   std::set<void*> all;
@@ -130,16 +130,16 @@ TEST(SmallBlocks, GiveSeveralAtOnceOrNone) {
     all.insert(block);
     ASSERT_TRUE(blocks.keepOf(block, kind));
   }
-  EXPECT_EQ(nullptr, blocks.takeOf(kind, 4));
-  EXPECT_EQ(nullptr, blocks.takeOf(SmallBlocks::kindFor(SmallBlocks::largest + 1), 1));
+  EXPECT_TRUE(blocks.has(kind, 3));
+  EXPECT_FALSE(blocks.has(kind, 4));
+  EXPECT_FALSE(blocks.has(SmallBlocks::kindFor(SmallBlocks::largest + 1), 0));
   void* const* const taken = blocks.takeOf(kind, 2);
-  ASSERT_NE(nullptr, taken);
   EXPECT_NE(taken[0], taken[1]);
   for (void* const block : {taken[0], taken[1]}) {
     EXPECT_EQ(1U, all.erase(block));
     generalHeap::giveBack(block);
   }
-  EXPECT_EQ(nullptr, blocks.takeOf(kind, 2));
+  EXPECT_FALSE(blocks.has(kind, 2));
   void* const last = blocks.takeOf(kind);
   EXPECT_EQ(1U, all.count(last));
   generalHeap::giveBack(last);
@@ -151,7 +151,7 @@ TEST(SmallBlocks, TakenTogetherLookKeptUntilTheyAreWritten) {
   const SmallBlocks::Kind kind = SmallBlocks::kindFor(24);
   void* const block = generalHeap::take(24);
   ASSERT_TRUE(blocks.keepOf(block, kind));
-  ASSERT_NE(nullptr, blocks.takeOf(kind, 1));
+  EXPECT_EQ(block, blocks.takeOf(kind, 1)[0]);
   EXPECT_FALSE(blocks.keepAtOnce(block, kind));
   static_cast<const void**>(block)[1] = nullptr;
   EXPECT_TRUE(blocks.keepAtOnce(block, kind));

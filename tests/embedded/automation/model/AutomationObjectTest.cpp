@@ -2,13 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <functional>
 #include <limits>
+#include <span>
 #include <utility>
+#include <vector>
 
 #include "embedded/platform/Allocation.h"
 #include "embedded/platform/Watch.h"
@@ -113,6 +116,25 @@ TEST_F(AutomationObjectTest, AClosedDrawingIsNotRead) {
   EXPECT_EQ(E_FAIL, answer.scode);
   VariantHolder value;
   EXPECT_EQ(E_FAIL, made.as<IOPMPropertyExpander>()->GetElementValue(11, 0, value.put()));
+}
+
+TEST_F(AutomationObjectTest, AnEntityInThePlaceOfAClosedDrawingsIsNotMistakenForIt) {
+  const Bound made = bound();
+  const VkDbObjectId before = drawing->entities()[0];
+  drawing.reset();
+  Sample others;
+  for (int i = 0; i < 100; ++i)
+    others.entity("TOY", {});
+  drawing = others.open();
+  const std::span<const VkDbObjectId> all = drawing->entities();
+  ASSERT_TRUE(std::any_of(all.begin(), all.end(), [&](VkDbObjectId id) {
+    return static_cast<std::uint32_t>(id.asOldId()) == static_cast<std::uint32_t>(before.asOldId());
+  })) << "or the test tells nothing";
+
+  EXPECT_EQ(E_FAIL, made.get(L"Real").scode);
+  CALPOLESTR strings{};
+  CADWORD cookies{};
+  EXPECT_EQ(E_FAIL, made.as<IOPMPropertyExpander>()->GetElementStrings(11, &strings, &cookies));
 }
 
 // --- type information ---
