@@ -20,9 +20,11 @@ bool intersect(EntityLists& lists, TqVector<PROPINFO>& result, CStdStr<wchar_t>&
 enum class Stop : std::uint8_t { Found, Missing, GoOn };
 // Of comparePropInfo, which tells that it goes on by answering false.
 Stop compareRows(PROPINFO& first, const PROPINFO& other, CStdStr<wchar_t>& errorText);
-// The same for a row of another entity that is known to be the same property, of which this is the value.
-Stop compareSameProperty(PROPINFO& first, IDispatch* other, VkDbObjectId otherId, const VARIANT& value,
-                         CStdStr<wchar_t>& errorText);
+// The same for a row of another entity that is known to be the same property, of which this is the value: for one that is no
+// element, where the id is hardly ever looked at,
+Stop compareValue(PROPINFO& first, const VkDbObjectId& otherId, const VARIANT& value);
+// and for an element.
+Stop compareElement(PROPINFO& first, IDispatch* other, const VARIANT& value, CStdStr<wchar_t>& errorText);
 
 // Of VariantToColorHelper: whether the value is a color.
 bool readColor(const VARIANT& value, VkCmColor& color);

@@ -84,15 +84,13 @@ class EntityLists {
   Stop compare(PROPINFO& row, KeyNumber property, std::size_t k, const Here& here, const VARIANT& value,
                CStdStr<wchar_t>& errorText) const {
     if (here.property != property) return Stop::GoOn;
-    const Entity& entity = entities_[k];
-    return compareSameProperty(row, entity.pDispatch, entity.objectId, value, errorText);
+    return compareSameProperty(row, k, value, errorText);
   }
   Stop compareElement(PROPINFO& row, KeyNumber property, std::size_t k, const Here& here,
                       const ListLayout::Spot& element, CStdStr<wchar_t>& errorText) const {
     if (element.property != property) return Stop::GoOn;
-    const Entity& entity = entities_[k];
-    const VARIANT& value = here.column.elements(entity.member)[element.element];
-    return compareSameProperty(row, entity.pDispatch, entity.objectId, value, errorText);
+    const VARIANT& value = here.column.elements(entities_[k].member)[element.element];
+    return compareSameProperty(row, k, value, errorText);
   }
 
  private:
@@ -116,6 +114,11 @@ class EntityLists {
     const std::uint64_t word =
         place < 64 ? entity.editable : furtherEditable_[entity.furtherEditable + place / 64 - 1];
     return (word >> place % 64 & 1) != 0;
+  }
+  Stop compareSameProperty(PROPINFO& row, std::size_t k, const VARIANT& value,
+                           CStdStr<wchar_t>& errorText) const {
+    return row.isElement ? propdata::compareElement(row, entities_[k].pDispatch, value, errorText)
+                         : compareValue(row, entities_[k].objectId, value);
   }
   ListLayout& layoutOf(SharedRows& rows);
   bool areAlike(const Entity& a, const Entity& b) const;

@@ -146,27 +146,30 @@ class Merge {
     const Beginning begin = beginning(wanted, k);
     if (!begin.fits || isDynamic(wanted.row))
       return isInEach(wanted, k, count, begin.spot,
-                      [&] { return stopAt(wanted, k, 0, begin.spot, begin.fits); });
+                      [&](std::size_t at) { return stopAt(wanted, at, 0, begin.spot, begin.fits); });
     // What is looked at is the same in all of them.
     const Here here = lists_.at(k, begin.spot);
     if (begin.spot.isElement())
       return isInEach(wanted, k, count, begin.spot,
-                      [&] { return compareElement(wanted, k, here, begin.spot); });
-    return isInEach(wanted, k, count, begin.spot, [&] { return compareRead(wanted, k, here); });
+                      [&](std::size_t at) { return compareElement(wanted, at, here, begin.spot); });
+    return isInEach(wanted, k, count, begin.spot,
+                    [&](std::size_t at) { return compareRead(wanted, at, here); });
   }
 
-  // The same with what the search in list k comes to at the spot. Nearly always it ends there.
+  // The same with what the search in a list comes to at the spot. Nearly always it ends there.
   template <class Search>
   [[gnu::always_inline]] inline bool isInEach(Wanted& wanted, std::size_t& k, std::size_t count,
                                               const ListLayout::Spot& spot, Search&& search) {
     const PROPINFO& row = wanted.row;
     const std::uint32_t number = lists_.alike(k);
     const bool variedBefore = row.isVaries;
+    std::size_t at = k;
     do {
-      const Stop stop = search();
-      if (stop != Stop::Found && !isInRest(wanted, k, spot, stop)) return false;
-      ++k;
-    } while (k < count && row.isVaries == variedBefore && lists_.alike(k) == number);
+      const Stop stop = search(at);
+      if (stop != Stop::Found && !isInRest(wanted, at, spot, stop)) return false;
+      ++at;
+    } while (at < count && row.isVaries == variedBefore && lists_.alike(at) == number);
+    k = at;
     // From here on only the name key counts.
     if (row.isVaries != variedBefore) ++search_;
     return true;

@@ -56,23 +56,6 @@ bool isSameProperty(const PROPINFO& a, const PROPINFO& b) {
   return true;
 }
 
-inline std::int32_t compareValues(const VARIANT& a, const VARIANT& b);
-
-// The search for this element is over once the counts of both properties could be compared.
-Stop compareElements(PROPINFO& first, IDispatch* other, const VARIANT& value, CStdStr<wchar_t>& errorText) {
-  ULONG countOfFirst = 0;
-  ULONG countOfOther = 0;
-  if (!countElements(first.pDispatch, first.name, countOfFirst, errorText)) return Stop::GoOn;
-  if (!countElements(other, first.name, countOfOther, errorText)) return Stop::GoOn;
-  if (countOfFirst != countOfOther) return Stop::Missing;
-  const std::int32_t comparison = compareValues(first.value, value);
-  if (comparison == ofOtherType) return Stop::Missing;
-  // QUIRK(no_by_layer_check_of_elements): equal elements do not vary, whatever the layers; no object of the host has
-  // by-layer colors as elements.
-  if (comparison == different) first.isVaries = true;
-  return Stop::Found;
-}
-
 bool showsAnotherLayerColor(const PROPINFO& first, VkDbObjectId other) {
   return first.value.vt == VT_DISPATCH && first.value.pdispVal != nullptr && first.dispId != hyperlinksDispId
          && differByLayerColors(first, other);
@@ -167,14 +150,12 @@ inline std::int32_t compareValues(const VARIANT& a, const VARIANT& b) {
 namespace velt::propdata {
 
 Stop compareRows(PROPINFO& first, const PROPINFO& other, CStdStr<wchar_t>& errorText) {
-  return isSameProperty(first, other)
-             ? compareSameProperty(first, other.pDispatch, other.objectId, other.value, errorText)
-             : Stop::GoOn;
+  if (!isSameProperty(first, other)) return Stop::GoOn;
+  return first.isElement ? compareElement(first, other.pDispatch, other.value, errorText)
+                         : compareValue(first, other.objectId, other.value);
 }
 
-Stop compareSameProperty(PROPINFO& first, IDispatch* other, VkDbObjectId otherId, const VARIANT& value,
-                         CStdStr<wchar_t>& errorText) {
-  if (first.isElement) return compareElements(first, other, value, errorText);
+Stop compareValue(PROPINFO& first, const VkDbObjectId& otherId, const VARIANT& value) {
   switch (compareValues(first.value, value)) {
     case ofOtherType:
       // QUIRK(type_mismatch_ends_search): the property counts as missing there, although a later row might fit;
@@ -187,6 +168,21 @@ Stop compareSameProperty(PROPINFO& first, IDispatch* other, VkDbObjectId otherId
       if (showsAnotherLayerColor(first, otherId)) first.isVaries = true;
       return Stop::Found;
   }
+}
+
+// The search for an element is over once the counts of both properties could be compared.
+Stop compareElement(PROPINFO& first, IDispatch* other, const VARIANT& value, CStdStr<wchar_t>& errorText) {
+  ULONG countOfFirst = 0;
+  ULONG countOfOther = 0;
+  if (!countElements(first.pDispatch, first.name, countOfFirst, errorText)) return Stop::GoOn;
+  if (!countElements(other, first.name, countOfOther, errorText)) return Stop::GoOn;
+  if (countOfFirst != countOfOther) return Stop::Missing;
+  const std::int32_t comparison = compareValues(first.value, value);
+  if (comparison == ofOtherType) return Stop::Missing;
+  // QUIRK(no_by_layer_check_of_elements): equal elements do not vary, whatever the layers; no object of the host has
+  // by-layer colors as elements.
+  if (comparison == different) first.isVaries = true;
+  return Stop::Found;
 }
 
 }  // namespace velt::propdata
