@@ -160,7 +160,7 @@ DispatchDynPropSourceNode EntityLists::pair(std::size_t k, std::uint32_t place) 
 class EntityLists::Receiver {
  public:
   Receiver(EntityLists& lists, Entity& entity, const Here& here)
-      : lists_(lists), entity_(entity), here_(here), row_(here.column.row()) {}
+      : lists_(lists), entity_(entity), here_(here), row_(here.column->row()) {}
 
   void expect(std::uint32_t count) {
     if (count == 0) return;
@@ -170,7 +170,7 @@ class EntityLists::Receiver {
       endOfKnown_ = nextKnown_ + known_->elements.size();
     }
     elements_ = lists_.memory_.arrayOf<VARIANT>(count);
-    here_.column.setElements(entity_.member, elements_);
+    here_.column->setElements(entity_.member, elements_);
   }
 
   void addHeader() {
@@ -235,7 +235,7 @@ class EntityLists::Receiver {
 };
 
 Reading EntityLists::readNow(Entity& entity, const Here& here, KeyNumber name) {
-  SharedRows::Column& column = here.column;
+  SharedRows::Column& column = *here.column;
   column.makeRoomForState();
   const PROPINFO& row = column.row();
   askForWeightOnly(row, entity.pDispatch);
@@ -247,7 +247,7 @@ Reading EntityLists::readNow(Entity& entity, const Here& here, KeyNumber name) {
 }
 
 Reading EntityLists::readExpanded(Entity& entity, const Here& here, KeyNumber name) {
-  SharedRows::Column& column = here.column;
+  SharedRows::Column& column = *here.column;
   const PROPINFO& row = column.row();
   Receiver receiver(*this, entity, here);
   SHORT unusedGrouping = 0;

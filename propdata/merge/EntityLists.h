@@ -69,16 +69,16 @@ class EntityLists {
   }
   DispatchDynPropSourceNode pair(std::size_t k, std::uint32_t place) const;
   struct Here {
-    SharedRows::Column& column;
+    SharedRows::Column* column;
     std::uint32_t place;
     KeyNumber property;
   };
   Here at(std::size_t k, const ListLayout::Spot& spot) {
-    return {entities_[k].rows->columns()[spot.row], spot.row, spot.property};
+    return {&entities_[k].rows->columns()[spot.row], spot.row, spot.property};
   }
   Reading read(std::size_t k, const Here& here, KeyNumber name) {
     Entity& entity = entities_[k];
-    if (here.column.isRead(entity.member)) return {&here.column.value(entity.member), 0};
+    if (here.column->isRead(entity.member)) return {&here.column->value(entity.member), 0};
     return readNow(entity, here, name);
   }
   Stop compare(PROPINFO& row, KeyNumber property, std::size_t k, const Here& here, const VARIANT& value,
@@ -89,7 +89,7 @@ class EntityLists {
   Stop compareElement(PROPINFO& row, KeyNumber property, std::size_t k, const Here& here,
                       const ListLayout::Spot& element, CStdStr<wchar_t>& errorText) const {
     if (element.property != property) return Stop::GoOn;
-    const VARIANT& value = here.column.elements(entities_[k].member)[element.element];
+    const VARIANT& value = here.column->elements(entities_[k].member)[element.element];
     return compareSameProperty(row, k, value, errorText);
   }
 

@@ -30,6 +30,7 @@
 //   Stop compareElement(row, property, k, here, element, errorText)
 //                                                the same for an element that the row there was broken up into
 
+#include <array>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -125,10 +126,15 @@ class Merge {
     return true;
   }
 
-  // Where the search in a list begins, and whether what stands there is as editable as the row.
+  // Where a search begins in all lists of one number, and whether what stands there is as editable as the row.
   struct Beginning {
+    // No search has the number 0.
+    std::uint64_t search = 0;
+    std::uint32_t number = 0;
+    bool fits = false;
     ListLayout::Spot spot;
-    bool fits;
+    // What stands there.
+    Here here{};
   };
 
   // In the lists from k on, of a row that varies: nothing is read for it, nor noted, so what holds for one list holds for all
@@ -142,13 +148,12 @@ class Merge {
   }
 
   // In list k and those after it that are like it, up to one in which the row turns out to vary; k is then the one after.
-  bool isInAlike(Wanted& wanted, std::size_t& k, std::size_t count) {
-    const Beginning begin = beginning(wanted, k);
+  [[gnu::always_inline]] inline bool isInAlike(Wanted& wanted, std::size_t& k, std::size_t count) {
+    const Beginning& begin = beginning(wanted, k);
     if (!begin.fits || isDynamic(wanted.row))
       return isInEach(wanted, k, count, begin.spot,
                       [&](std::size_t at) { return stopAt(wanted, at, 0, begin.spot, begin.fits); });
-    // What is looked at is the same in all of them.
-    const Here here = lists_.at(k, begin.spot);
+    const Here here = begin.here;
     if (begin.spot.isElement())
       return isInEach(wanted, k, count, begin.spot,
                       [&](std::size_t at) { return compareElement(wanted, at, here, begin.spot); });
@@ -210,11 +215,20 @@ class Merge {
                                : layout.nextCandidate(wanted.name, wanted.property, from);
   }
 
-  Beginning beginning(const Wanted& wanted, std::size_t k) {
+  // Valid until the next one. Mixed classes follow each other by turns, so some are kept.
+  const Beginning& beginning(const Wanted& wanted, std::size_t k) {
+    const std::uint32_t number = lists_.alike(k);
+    Beginning& known = beginnings_[number % beginnings_.size()];
+    if (known.search != search_ || known.number != number) known = beginningNow(wanted, k, number);
+    return known;
+  }
+  [[gnu::noinline]] Beginning beginningNow(const Wanted& wanted, std::size_t k, std::uint32_t number) {
     ListLayout& layout = lists_.layout(k);
     if (layout.start.search != search_) layout.start = {search_, next(wanted, layout, 0)};
     const ListLayout::Spot& spot = layout.start.spot;
-    return {spot, spot.place != ListLayout::none && lists_.isEditable(k, spot) == wanted.row.isEditable};
+    if (spot.place == ListLayout::none) return {search_, number, false, spot};
+    const bool fits = lists_.isEditable(k, spot) == wanted.row.isEditable;
+    return {search_, number, fits, spot, lists_.at(k, spot)};
   }
 
   // QUIRK(pairs_of_all_visited_rows): every row that the scan passes gives its pair, not only the one that
@@ -246,6 +260,8 @@ class Merge {
   Lists& lists_;
   CStdStr<wchar_t>& errorText_;
   std::uint64_t search_ = 0;
+  // By some bits of the number.
+  std::array<Beginning, 64> beginnings_{};
 };
 
 // False, with result left alone, when there is no list.

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <utility>
 #include <vector>
@@ -289,6 +290,27 @@ TEST_F(EntityListsTest, ARowThatVariesIsLookedForInEveryListThatIsNotAlike) {
   ASSERT_EQ(names(result), (Lines{"Start", "Start"})) << "the fourth has no Length";
   EXPECT_TRUE(std::as_const(result)[0].isVaries);
   EXPECT_EQ(host.log.count("Invoke(2, get"), 2) << "varying rows are not read, so not the third entity's";
+  lists.clearValues();
+  clearResult();
+}
+
+// What is known of where a search begins is kept for some kinds of lists at a time.
+TEST_F(EntityListsTest, AsManyKindsOfListsAsThereAreAreToldApart) {
+  constexpr int count = 200;
+  std::deque<ToyObject> objects;
+  std::deque<TqVector<PROPINFO>> blocks;
+  for (int k = 0; k < count; ++k) {
+    ToyObject& object = objects.emplace_back(host, "toy");
+    object.property(2, L"Length").holds(toys::text(k < count - 1 ? L"long" : L"short"));
+    blocks.push_back(rows({Row(L"Length").dispId(2).declared(VT_BSTR)}));
+    lists.add(lists.sharedRows(blocks.back()), {7, toyClass(1), object.unknown(), object.dispatch()});
+  }
+
+  EXPECT_TRUE(merge());
+
+  ASSERT_EQ(names(result), Lines{"Length"});
+  EXPECT_TRUE(std::as_const(result)[0].isVaries) << "the last one is short";
+  EXPECT_EQ(host.log.count("Invoke(2, get"), count);
   lists.clearValues();
   clearResult();
 }
