@@ -104,9 +104,12 @@ LedgerAccount& Ledger::account(std::string_view name) {
   Book& all = book();
   const std::lock_guard lock(all.mutex);
   if (const auto found = all.accounts.find(name); found != all.accounts.end()) return *found->second;
-  Opened& opened = all.opened.emplace_back(name, static_cast<std::uint32_t>(all.accounts.size()));
+  // First what may fail: an account stands under its number and its name, or under neither.
+  all.numbered.reserve(all.numbered.size() + 1);
+  Opened& opened = all.opened.emplace_back(name, static_cast<std::uint32_t>(all.numbered.size()));
+  all.accounts.emplace(opened.name, &opened.account);
   all.numbered.push_back(&opened.account);
-  return *all.accounts.emplace(opened.name, &opened.account).first->second;
+  return opened.account;
 }
 
 LedgerAccount& Ledger::account(AccountNumber number) noexcept {
