@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "embedded/platform/Allocation.h"
@@ -66,6 +67,11 @@ TEST(PreparedStrings, AreRepeatedForEachGroup) {
   EXPECT_EQ(Texts(), given(PreparedStrings(), 1));
 }
 
+// On a thread that has counted nothing yet no strings are given at once.
+void countOnThisThread() {
+  SysFreeString(SysAllocString(L""));
+}
+
 void keep(SmallBlocks& kept, int ofEach) {
   for (int i = 0; i < ofEach; ++i) {
     for (std::size_t bytes = 24; bytes <= SmallBlocks::largest; bytes += 16)
@@ -74,7 +80,25 @@ void keep(SmallBlocks& kept, int ofEach) {
 }
 
 // Texts of every size that is kept, in two blocks of the same size for the arrays.
+TEST(PreparedStrings, AreGivenAtOnceOnlyOnAThreadThatTheLedgerKnows) {
+  const PreparedStrings strings = prepared({L"Center X", L"Center Y"});
+  const Ledger::Snapshot before = Ledger::snapshot();
+  std::thread([&] {
+    SmallBlocks kept;
+    keep(kept, 4);
+    holders::CountedStringsHolder list;
+    EXPECT_FALSE(strings.giveAtOnce(kept, *list.putStrings(), *list.putCookies()));
+    EXPECT_EQ(0U, list.stringCount());
+    countOnThisThread();
+    EXPECT_TRUE(strings.giveAtOnce(kept, *list.putStrings(), *list.putCookies()))
+        << "all blocks are still there";
+    EXPECT_EQ(2U, list.stringCount());
+  }).join();
+  EXPECT_EQ("balanced", Ledger::print(Ledger::difference(before, Ledger::snapshot())));
+}
+
 TEST(PreparedStrings, AreGivenAtOnceFromBlocksAtHand) {
+  countOnThisThread();
   for (std::size_t length = 5; length <= 30; ++length) {
     const std::wstring text(length, L'n');
     const PreparedStrings strings = prepared({text + L"X", text + L"Y", text + L"Z"});
@@ -98,6 +122,7 @@ TEST(PreparedStrings, AreGivenAtOnceFromBlocksAtHand) {
 }
 
 TEST(PreparedStrings, ThatNeedBlocksOfSeveralSizesAreNotGivenAtOnce) {
+  countOnThisThread();
   // Of different sizes, too short for the arrays to fit into such a block, and longer than what is kept.
   for (const Texts& texts : {Texts{L"Normal X", L"", L"A longer text, Y"}, Texts{L"X", L"Y", L"Z"},
                              Texts{L"", L""}, Texts{std::wstring(40, L'x')}}) {
@@ -127,6 +152,7 @@ TEST(PreparedStrings, AreGivenFromTheSameBlocksAgain) {
 }
 
 TEST(PreparedStrings, ThatHaveNotEnoughBlocksLeaveThemAllWhereTheyAre) {
+  countOnThisThread();
   const PreparedStrings strings = prepared({L"Start X", L"Start Y", L"Start Z"});
   const Ledger::Snapshot before = Ledger::snapshot();
   // All five need blocks of 40 bytes.
