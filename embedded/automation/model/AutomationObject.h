@@ -3,9 +3,9 @@
 // The automation object of an entity: everything that it answers comes from its class's table.
 //
 // One allocation, twenty words: fifty thousand of them are made for one selection. An object knows its class, and the id
-// and the place of the database object that it is bound to, and reads the drawing at each call; all that it keeps are the points that it
-// was asked for, for as long as the drawing is not edited. So it is never out of date, and it does not keep the drawing
-// open.
+// and the place of the database object that it is bound to, and reads the drawing at each call; all that it keeps are the
+// points that it was asked for, for as long as the drawing is not edited. So it is never out of date, and it does not keep
+// the drawing open.
 // Threads: those of the drawing that it is bound to.
 // Failure: what a getter or a setter refuses becomes DISP_E_EXCEPTION with the reason in the exception information, or
 // the reason's own result where an interface has no room for a text. Out-parameters stay untouched. A put that fails
